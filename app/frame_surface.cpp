@@ -1,0 +1,59 @@
+#include "app/frame_surface.h"
+
+#include <QtMath>
+
+namespace quillet {
+namespace {
+
+// The smallest rectangle of whole widget units around one of device pixels.
+QRect ToWidgetUnits(const QRect& device, qreal scale) {
+  const QPoint topLeft(qFloor(device.left() / scale), qFloor(device.top() / scale));
+  const QPoint bottomRight(qCeil((device.right() + 1) / scale) - 1, qCeil((device.bottom() + 1) / scale) - 1);
+  return {topLeft, bottomRight};
+}
+
+QRect ToDevicePixels(const QRect& rect, qreal scale) {
+  const QPoint topLeft(qFloor(rect.left() * scale), qFloor(rect.top() * scale));
+  const QPoint bottomRight(qCeil((rect.right() + 1) * scale) - 1, qCeil((rect.bottom() + 1) * scale) - 1);
+  return {topLeft, bottomRight};
+}
+
+}  // namespace
+
+void FrameSurface::ApplySettings(const DisplaySettings& settings) {
+  painter_.ApplySettings(settings);
+}
+
+bool FrameSurface::FollowWidget() {
+  const qreal scale = widget_.devicePixelRatioF();
+  const QSize size(qCeil(widget_.width() * scale), qCeil(widget_.height() * scale));
+  if (size == size_ && qFuzzyCompare(scale, scale_)) return false;
+  size_ = size;
+  scale_ = scale;
+  painter_.Resize(size.width(), size.height());
+  return true;
+}
+
+void FrameSurface::Refresh(const FrameState& frame) {
+  FollowWidget();
+  QRegion dirty;
+  for (const QRect& rect : painter_.Update(frame))
+    dirty += ToWidgetUnits(rect, scale_);
+  if (!dirty.isEmpty()) widget_.update(dirty);
+}
+
+void FrameSurface::Paint(QPainter& painter, const QRect& dirty) const {
+  painter.save();
+  // In device pixels a copy is a copy, whatever the scale factor.
+  painter.scale(1 / scale_, 1 / scale_);
+  const QRect part = ToDevicePixels(dirty, scale_) & painter_.Image().rect();
+  painter.drawImage(part.topLeft(), painter_.Image(), part);
+  painter.restore();
+}
+
+QRectF FrameSurface::CellRect(int row, int col) const {
+  const QRect cell = painter_.CellRect(row, col);
+  return {cell.x() / scale_, cell.y() / scale_, cell.width() / scale_, cell.height() / scale_};
+}
+
+}  // namespace quillet

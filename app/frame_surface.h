@@ -1,0 +1,41 @@
+// Brings the frame painter's picture to a widget: one picture pixel on one device pixel at every scale
+// factor, and repaints of no more than what changed. User-interface thread.
+#pragma once
+
+#include <QPainter>
+#include <QRectF>
+#include <QRegion>
+#include <QWidget>
+
+#include "render/paint/frame_painter.h"
+
+namespace quillet {
+
+class FrameSurface {
+ public:
+  explicit FrameSurface(QWidget& widget) : widget_(widget) {}
+
+  void ApplySettings(const DisplaySettings& settings);
+  // Follows the widget's size and scale. Returns whether either changed.
+  bool FollowWidget();
+  // Draws `frame` into the picture and asks the widget to repaint what became different.
+  void Refresh(const FrameState& frame);
+  // Copies the picture's part under `dirty` (widget units) to the widget.
+  void Paint(QPainter& painter, const QRect& dirty) const;
+
+  const QImage& Picture() const { return painter_.Image(); }
+  // Device pixels.
+  const Layout& CurrentLayout() const { return painter_.CurrentLayout(); }
+  // Device pixels per widget unit.
+  qreal Scale() const { return scale_; }
+  // A cell in widget units.
+  QRectF CellRect(int row, int col) const;
+
+ private:
+  QWidget& widget_;
+  FramePainter painter_;
+  QSize size_;  // device pixels
+  qreal scale_ = 0;
+};
+
+}  // namespace quillet

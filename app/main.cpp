@@ -1,0 +1,5 @@
+#include "app/quill_app.h"
+
+int main(int argc, char** argv) {
+  return quillet::RunQuillet(argc, argv);
+}

@@ -1,0 +1,132 @@
+#include "app/main_frame.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QScreen>
+
+#include "app/connect_dialog.h"
+
+namespace quillet {
+namespace {
+
+constexpr QSize kFirstSize(1280, 720);
+// Glyphs of 12 pixels, the smallest that the layout draws.
+constexpr QSize kSmallestView(480, 288);
+constexpr char kControlV = 0x16;
+
+QAction* Add(QMenu& menu, const QString& text, const QKeySequence& shortcut, std::function<void()> action) {
+  QAction* const item = menu.addAction(text);
+  item->setShortcut(shortcut);
+  QObject::connect(item, &QAction::triggered, &menu, std::move(action));
+  return item;
+}
+
+}  // namespace
+
+CMainFrame::CMainFrame(CQuillDoc& doc, QWidget* parent)
+    : QMainWindow(parent), doc_(doc), view_(new CQuillView(doc, this)) {
+  setCentralWidget(view_);
+  MakeMenus();
+  setMinimumSize(kSmallestView + QSize(0, menuBar()->sizeHint().height()));
+  connect(view_, &CQuillView::CommandRequested, this, &CMainFrame::OnCommand);
+  connect(&doc_, &CQuillDoc::StatusChanged, this, &CMainFrame::OnStatusChanged);
+  OnStatusChanged();
+  const QSize room = LargestView();
+  const bool fits = kFirstSize.width() <= room.width() && kFirstSize.height() <= room.height();
+  SizeForView(fits ? kFirstSize : kFirstSize.scaled(room, Qt::KeepAspectRatio));
+  view_->setFocus();
+}
+
+void CMainFrame::SizeForView(QSize view) {
+  resize(view + QSize(0, MenuHeight()));
+}
+
+QSize CMainFrame::LargestView() const {
+  // Title bar and borders are not known before the window is shown.
+  constexpr QSize kDecorations(16, 48);
+  return screen()->availableGeometry().size() - kDecorations - QSize(0, MenuHeight());
+}
+
+int CMainFrame::MenuHeight() const {
+  return menuBar()->isVisibleTo(this) ? menuBar()->sizeHint().height() : 0;
+}
+
+void CMainFrame::MakeMenus() {
+  MakeConnectionMenu();
+  MakeEditMenu();
+  QMenu* const look = menuBar()->addMenu(u"檢視(&V)"_qs);
+  fullScreen_ = Add(*look, u"全螢幕(&F)"_qs, Qt::Key_F11, [this] { ToggleFullScreen(); });
+  fullScreen_->setCheckable(true);
+  QMenu* const help = menuBar()->addMenu(u"說明(&H)"_qs);
+  Add(*help, u"關於 Quillet(&A)"_qs, {}, [this] { ShowAbout(); });
+}
+
+void CMainFrame::MakeConnectionMenu() {
+  QMenu* const menu = menuBar()->addMenu(u"連線(&C)"_qs);
+  Add(*menu, u"連線到…(&N)"_qs, Qt::CTRL | Qt::SHIFT | Qt::Key_N, [this] { AskAddress(); });
+  Add(*menu, u"示範站台(&D)"_qs, {}, [this] { emit DemoRequested(); });
+  menu->addSeparator();
+  reconnect_ = Add(*menu, u"重新連線(&R)"_qs, {}, [this] { doc_.Reconnect(); });
+  disconnect_ = Add(*menu, u"中斷連線(&K)"_qs, {}, [this] { doc_.Disconnect(); });
+  menu->addSeparator();
+  Add(*menu, u"離開(&X)"_qs, {}, [this] { close(); });
+}
+
+void CMainFrame::MakeEditMenu() {
+  QMenu* const menu = menuBar()->addMenu(u"編輯(&E)"_qs);
+  Add(*menu, u"複製畫面(&C)"_qs, Qt::CTRL | Qt::SHIFT | Qt::Key_C, [this] { view_->CopyScreen(); });
+  Add(*menu, u"貼上(&P)"_qs, Qt::CTRL | Qt::SHIFT | Qt::Key_V, [this] { view_->Paste(); });
+  menu->addSeparator();
+  Add(*menu, u"傳送 Ctrl+V 給站台(&V)"_qs, {}, [this] { view_->SendControl(kControlV); });
+}
+
+void CMainFrame::AskAddress() {
+  const std::string& host = doc_.Hosts().mainHost;
+  ConnectDlg dialog(host.empty() ? QString() : u"telnet://%1"_qs.arg(QString::fromStdString(host)), this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  if (dialog.Chosen() == ConnectDlg::Choice::kDemo)
+    emit DemoRequested();
+  else
+    doc_.Open({.address = dialog.Address(), .name = {}, .makeTransport = {}});
+}
+
+void CMainFrame::OnCommand(KeyCommand command) {
+  if (command == KeyCommand::kConnect)
+    AskAddress();
+  else if (command == KeyCommand::kFullScreen)
+    ToggleFullScreen();
+}
+
+void CMainFrame::OnStatusChanged() {
+  setWindowTitle(doc_.Title());
+  disconnect_->setEnabled(doc_.IsConnected() || doc_.IsConnecting());
+  reconnect_->setEnabled(doc_.Session().state == kStateClosed && !doc_.IsConnecting());
+}
+
+void CMainFrame::ToggleFullScreen() {
+  const bool full = !isFullScreen();
+  menuBar()->setVisible(!full);
+  setWindowState(windowState().setFlag(Qt::WindowFullScreen, full));
+  fullScreen_->setChecked(full);
+  view_->setFocus();
+}
+
+void CMainFrame::ShowAbout() {
+  QMessageBox box(QMessageBox::NoIcon, u"關於 Quillet"_qs,
+                  u"<b>Quillet %1</b>"_qs.arg(QCoreApplication::applicationVersion()), QMessageBox::NoButton,
+                  this);
+  box.setInformativeText(
+      u"連上中文電子佈告欄的桌面程式。<br><br>字元對照表取自 uao-js 套件（MIT 授權），資料來自 MozTW 計畫的 UAO 2.50。"_qs);
+  box.addButton(u"關閉"_qs, QMessageBox::AcceptRole);
+  box.exec();
+}
+
+void CMainFrame::closeEvent(QCloseEvent* event) {
+  doc_.Disconnect();
+  event->accept();
+}
+
+}  // namespace quillet

@@ -1,0 +1,49 @@
+// The main window: menus, title, size, full screen, around the one view. User-interface thread.
+#pragma once
+
+#include <functional>
+
+#include <QMainWindow>
+
+#include "app/quill_view.h"
+
+namespace quillet {
+
+class CMainFrame : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  // `doc` outlives the frame.
+  explicit CMainFrame(CQuillDoc& doc, QWidget* parent = nullptr);
+
+  CQuillView& View() { return *view_; }
+  // Makes the view this large, however large the screen is.
+  void SizeForView(QSize view);
+  // Asks for an address and connects, or asks for the demo.
+  void AskAddress();
+
+ signals:
+  void DemoRequested();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  QSize LargestView() const;
+  int MenuHeight() const;
+  void MakeMenus();
+  void MakeConnectionMenu();
+  void MakeEditMenu();
+  void OnCommand(KeyCommand command);
+  void OnStatusChanged();
+  void ToggleFullScreen();
+  void ShowAbout();
+
+  CQuillDoc& doc_;
+  CQuillView* view_;
+  QAction* disconnect_ = nullptr;
+  QAction* reconnect_ = nullptr;
+  QAction* fullScreen_ = nullptr;
+};
+
+}  // namespace quillet

@@ -1,0 +1,135 @@
+#include "app/quill_app.h"
+
+#include <cstdio>
+
+#include <QFileInfo>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTimer>
+
+#include "app/resources.h"
+#include "app/window_signaller.h"
+#include "core/replay_transport.h"
+
+namespace quillet {
+namespace {
+
+constexpr int kExitWrongUsage = 2;
+
+void NameTheProgram() {
+  QCoreApplication::setApplicationName("Quillet");
+  QCoreApplication::setApplicationVersion(QUILLET_VERSION);
+}
+
+// --help and --version are answered where no window can be opened too.
+bool AsksForTextOnly(int argc, char** argv) {
+  for (int i = 1; i < argc; ++i)
+    for (const char* option : {"--help", "-h", "-?", "--version", "-v"})
+      if (std::string_view(argv[i]) == option) return true;
+  return false;
+}
+
+int Report(const StartParse& parsed) {
+  const bool wrong = parsed.result == StartParse::Result::kWrong;
+  std::fputs(qPrintable(parsed.text), wrong ? stderr : stdout);
+  return wrong ? kExitWrongUsage : 0;
+}
+
+}  // namespace
+
+CQuillApp::CQuillApp(QApplication& toolkit, StartOptions options, TourSettings tour)
+    : toolkit_(toolkit), options_(std::move(options)), tour_(std::move(tour)) {
+  tour_.folder = options_.tourFolder;
+}
+
+CQuillApp::~CQuillApp() = default;
+
+int CQuillApp::Run() {
+  PrepareToolkit();
+  InitInstance();
+  frame_->show();
+  QTimer::singleShot(0, frame_.get(), [this] { Start(); });
+  return toolkit_.exec();
+}
+
+void CQuillApp::PrepareToolkit() {
+  if (translator_.load(QLocale(QLocale::Chinese, QLocale::Taiwan), "qtbase", "_",
+                       QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    QCoreApplication::installTranslator(&translator_);
+  // Han characters have their Taiwanese forms whatever the system's language is.
+  QFont font = QApplication::font();
+  font.setFamilies(font.families() +
+                   QStringList{"Microsoft JhengHei UI", "Noto Sans CJK TC", "Noto Sans TC"});
+  QApplication::setFont(font);
+}
+
+void CQuillApp::InitInstance() {
+  Resources resources = LoadResources();
+  auto signaller = std::make_unique<WindowSignaller>();
+  doc_ = std::make_unique<CQuillDoc>(std::move(resources.endpoints), *signaller);
+  frame_ = std::make_unique<CMainFrame>(*doc_);
+  signaller->SetWindow(frame_.get());
+  signaller_ = std::move(signaller);
+  QObject::connect(frame_.get(), &CMainFrame::DemoRequested, frame_.get(), [this] { OpenDemo(); });
+  frame_->View().ShowNotice(DescribeTables(resources.tables, resources.dataFolder));
+}
+
+void CQuillApp::Start() {
+  if (!options_.tourFolder.isEmpty())
+    RunTour();
+  else if (options_.demo)
+    OpenDemo();
+  else if (!options_.replayFile.isEmpty())
+    OpenReplay();
+  else if (!options_.address.isEmpty())
+    doc_->Open({.address = options_.address, .name = {}, .makeTransport = {}});
+  else
+    frame_->AskAddress();
+}
+
+void CQuillApp::OpenDemo() {
+  if (!demo_) {
+    DemoOptions options;
+    options.contentFolder = options_.contentFolder.isEmpty()
+                                ? DefaultDemoContent()
+                                : std::filesystem::path(options_.contentFolder.toStdU16String());
+    demo_ = std::make_unique<DemoServer>(std::move(options));
+  }
+  if (!demo_->Error().empty()) {
+    frame_->View().ShowNotice(DescribeDemoFailure(QString::fromStdString(demo_->Error())));
+    demo_.reset();
+    return;
+  }
+  doc_->Open(
+      {.address = QString::fromStdString(demo_->Address()), .name = u"示範站台"_qs, .makeTransport = {}});
+}
+
+void CQuillApp::OpenReplay() {
+  const std::filesystem::path file(options_.replayFile.toStdU16String());
+  const auto speed = static_cast<std::uint32_t>(options_.speed.value_or(0));
+  doc_->Open({.address = options_.replayFile,
+              .name = QFileInfo(options_.replayFile).fileName(),
+              .makeTransport = [file, speed] { return std::make_unique<ReplayTransport>(file, speed); }});
+}
+
+void CQuillApp::RunTour() {
+  OpenDemo();
+  const TourResult result = WalkTour(*frame_, tour_);
+  std::fputs(qPrintable(result.message + '\n'), result.ok ? stdout : stderr);
+  toolkit_.exit(result.ok ? 0 : 1);
+}
+
+int RunQuillet(int argc, char** argv) {
+  NameTheProgram();
+  if (AsksForTextOnly(argc, argv)) {
+    const QCoreApplication windowless(argc, argv);
+    return Report(ParseStartOptions(QCoreApplication::arguments()));
+  }
+  QApplication toolkit(argc, argv);
+  StartParse parsed = ParseStartOptions(QApplication::arguments());
+  if (parsed.result != StartParse::Result::kRun) return Report(parsed);
+  CQuillApp app(toolkit, std::move(parsed.options));
+  return app.Run();
+}
+
+}  // namespace quillet

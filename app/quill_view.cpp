@@ -1,0 +1,210 @@
+#include "app/quill_view.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QPaintEvent>
+#include <QPainter>
+
+#include "app/key_adapter.h"
+#include "input/screen_text.h"
+
+namespace quillet {
+
+CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
+    : QWidget(parent),
+      doc_(doc),
+      surface_(*this),
+      ime_(*this, surface_),
+      keys_(doc, [this](KeyCommand command) { OnCommand(command); }),
+      timers_({.phaseTurned = [this] { RefreshFrame(); },
+               .tick =
+                   [this] {
+                     doc_.Driver().Tick();
+                     RefreshPanel();
+                   },
+               .animate = [this] { update(); }}) {
+  frame_.screen.Clear();
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  setAttribute(Qt::WA_InputMethodEnabled);
+  setFocusPolicy(Qt::StrongFocus);
+  connect(&doc_, &CQuillDoc::StatusChanged, this, &CQuillView::RefreshPanel);
+  doc_.Messages().Attach(this);
+  ApplyDisplaySettings();
+  RefreshPanel();
+}
+
+CQuillView::~CQuillView() {
+  doc_.Messages().Detach();
+}
+
+void CQuillView::ApplyDisplaySettings() {
+  surface_.ApplySettings(doc_.Display());
+  ime_.SetFont(QString::fromStdU16String(doc_.Display().font));
+  RefreshFrame();
+  ime_.UpdatePosition(frame_.screen.cursorRow, frame_.screen.cursorCol, ImeAdapter::Move::kForced);
+}
+
+void CQuillView::Paste() {
+  keys_.SendText(CleanPaste(QGuiApplication::clipboard()->text().toStdU16String()));
+}
+
+void CQuillView::CopyScreen() {
+  QGuiApplication::clipboard()->setText(QString::fromStdU16String(ScreenAsText(frame_.screen)));
+}
+
+void CQuillView::SendControl(char code) {
+  keys_.Perform({.kind = KeyActionKind::kSendBytes, .bytes = std::string(1, code)});
+}
+
+void CQuillView::ShowNotice(const PanelText& notice) {
+  panel_.AddNotice(notice);
+  RefreshPanel();
+}
+
+bool CQuillView::event(QEvent* event) {
+  if (event->type() == MessageTarget::WakeEvent()) {
+    TakeMessages();
+    return true;
+  }
+  if (event->type() == QEvent::ShortcutOverride && Claims(*static_cast<QKeyEvent*>(event))) {
+    event->accept();
+    return true;
+  }
+  return QWidget::event(event);
+}
+
+void CQuillView::keyPressEvent(QKeyEvent* event) {
+  if (!PreTranslateMessage(*event)) QWidget::keyPressEvent(event);
+}
+
+bool CQuillView::Claims(const QKeyEvent& event) const {
+  return DecideKey(ToKeyPress(event), frame_.screen).kind != KeyActionKind::kNone;
+}
+
+bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
+  const KeyPress press = ToKeyPress(event);
+  const KeyAction action = DecideKey(press, frame_.screen);
+  if (action.kind != KeyActionKind::kCommand && HandlePanelKey(press.virtualKey)) return true;
+  timers_.RestartCaret();
+  return keys_.Perform(action);
+}
+
+bool CQuillView::HandlePanelKey(int virtualKey) {
+  if (panel_.Text().title.isEmpty()) return false;
+  if (virtualKey == kKeyEnter)
+    PerformPanelAction(panel_.Text().onEnter);
+  else if (virtualKey == kKeyEscape)
+    PerformPanelAction(panel_.IsActive() ? panel_.Text().onEscape : PanelAction::kNone);
+  else
+    return false;
+  return true;
+}
+
+void CQuillView::PerformPanelAction(PanelAction action) {
+  switch (action) {
+    case PanelAction::kReconnect:
+      doc_.Reconnect();
+      break;
+    case PanelAction::kAskAddress:
+      emit CommandRequested(KeyCommand::kConnect);
+      break;
+    case PanelAction::kCancel:
+      doc_.Disconnect();
+      break;
+    case PanelAction::kDismiss:
+      panel_.Dismiss();
+      break;
+    case PanelAction::kNone:
+      panel_.Recall();
+      break;
+  }
+  update();
+  RefreshPanel();
+}
+
+void CQuillView::OnCommand(KeyCommand command) {
+  if (command == KeyCommand::kPaste)
+    Paste();
+  else if (command == KeyCommand::kCopyScreen)
+    CopyScreen();
+  else
+    emit CommandRequested(command);
+}
+
+void CQuillView::TakeMessages() {
+  MessageTarget::Messages messages = doc_.Messages().Take();
+  if (messages.screen) {
+    frame_.screen = *messages.screen;
+    ++screenCount_;
+    doc_.OnScreen(messages.reason);
+    RefreshFrame();
+    ime_.UpdatePosition(frame_.screen.cursorRow, frame_.screen.cursorCol, ImeAdapter::Move::kIfChanged);
+  }
+  // No automation of the view exists yet whose bells would have to be ignored.
+  if (messages.bell) doc_.Driver().OnBell(false);
+}
+
+void CQuillView::RefreshPanel() {
+  const bool wasShown = panel_.IsShown();
+  const PanelText before = panel_.Text();
+  panel_.SetSession(DescribeSession(doc_.Facts()));
+  if (panel_.IsShown() != wasShown || panel_.Text() != before) update();
+  timers_.SetAnimating(panel_.IsBusy());
+  RefreshFrame();
+}
+
+void CQuillView::RefreshFrame() {
+  frame_.blinkOff = timers_.BlinkOff();
+  frame_.showCaret = timers_.CaretOn() && hasFocus() && !panel_.IsActive() && doc_.IsConnected();
+  surface_.Refresh(frame_);
+}
+
+void CQuillView::paintEvent(QPaintEvent* event) {
+  // The scale factor can change without any other event when the window moves to another screen.
+  if (surface_.FollowWidget()) surface_.Refresh(frame_);
+  QPainter painter(this);
+  surface_.Paint(painter, event->rect());
+  ime_.Paint(painter);
+  panel_.Paint(painter, rect(), surface_.CurrentLayout().rowHeight / surface_.Scale());
+}
+
+void CQuillView::resizeEvent(QResizeEvent* /*event*/) {
+  RefreshFrame();
+  ime_.UpdatePosition(frame_.screen.cursorRow, frame_.screen.cursorCol, ImeAdapter::Move::kForced);
+}
+
+void CQuillView::inputMethodEvent(QInputMethodEvent* event) {
+  const QString text = ime_.Handle(*event);
+  if (!text.isEmpty()) {
+    timers_.RestartCaret();
+    keys_.SendText(text.toStdU16String());
+  }
+  event->accept();
+}
+
+QVariant CQuillView::inputMethodQuery(Qt::InputMethodQuery query) const {
+  const std::optional<QVariant> answer = ime_.Query(query);
+  return answer ? *answer : QWidget::inputMethodQuery(query);
+}
+
+void CQuillView::focusInEvent(QFocusEvent* event) {
+  timers_.SetFocused(true);
+  QWidget::focusInEvent(event);
+}
+
+void CQuillView::focusOutEvent(QFocusEvent* event) {
+  timers_.SetFocused(false);
+  QWidget::focusOutEvent(event);
+}
+
+void CQuillView::mousePressEvent(QMouseEvent* event) {
+  if (!panel_.IsActive()) panel_.Recall();
+  RefreshPanel();
+  QWidget::mousePressEvent(event);
+}
+
+bool CQuillView::focusNextPrevChild(bool /*next*/) {
+  return false;  // Tab is a key of the BBS
+}
+
+}  // namespace quillet

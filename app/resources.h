@@ -1,0 +1,22 @@
+// What the program reads from its data folder at start-up. User-interface thread, before any session exists.
+#pragma once
+
+#include <filesystem>
+
+#include "core/charset.h"
+#include "core/endpoints.h"
+
+namespace quillet {
+
+struct Resources {
+  std::filesystem::path dataFolder;
+  CharsetLoad tables;
+  Endpoints endpoints;  // the user's own file laid over the program's
+};
+
+Resources LoadResources();
+
+// Where the demo's content lies when nobody says otherwise.
+std::filesystem::path DefaultDemoContent();
+
+}  // namespace quillet

@@ -1,0 +1,29 @@
+// What the command line asks for. Pure apart from reading its arguments; before any window exists.
+#pragma once
+
+#include <optional>
+
+#include <QString>
+#include <QStringList>
+
+namespace quillet {
+
+struct StartOptions {
+  QString address;
+  bool demo = false;
+  QString replayFile;
+  std::optional<int> speed;  // bytes per second of a replay; as fast as it can be shown when absent
+  QString tourFolder;
+  QString contentFolder;  // of the demo; empty: the one that came with the program
+};
+
+struct StartParse {
+  enum class Result { kRun, kPrintAndQuit, kWrong } result = Result::kRun;
+  StartOptions options;
+  QString text;  // to print: help, version, or what is wrong
+};
+
+// `arguments` begin with the program's name, as in main.
+StartParse ParseStartOptions(const QStringList& arguments);
+
+}  // namespace quillet

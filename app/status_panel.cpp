@@ -1,0 +1,165 @@
+#include "app/status_panel.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <utility>
+#include <vector>
+
+#include <QFontMetricsF>
+
+namespace quillet {
+namespace {
+
+constexpr qint64 kBusyDelayMs = 200;
+
+// Quieter than the BBS's own colours; every text keeps 4.5:1 on the panel.
+constexpr QColor kScrim(0, 0, 0, 150);
+constexpr QColor kCalmScrim(0, 0, 0, 60);
+constexpr QColor kFill(0x1B, 0x1F, 0x26);
+constexpr QColor kBorder(0x3C, 0x44, 0x50);
+constexpr QColor kTitle(0xF2, 0xF4, 0xF7);
+constexpr QColor kLine(0xC6, 0xCD, 0xD8);
+constexpr QColor kHint(0x9D, 0xA8, 0xB8);
+
+QColor AccentOf(PanelTone tone) {
+  switch (tone) {
+    case PanelTone::kBusy:
+      return {0x5A, 0xB0, 0xD6};
+    case PanelTone::kEnded:
+      return {0xD9, 0xA4, 0x41};
+    case PanelTone::kProblem:
+      return {0xE0, 0x7A, 0x6A};
+    case PanelTone::kCalm:
+      break;
+  }
+  return {0x7F, 0x8C, 0x9F};
+}
+
+struct Block {
+  QString text;
+  QFont font;
+  QColor colour;
+  qreal gapAbove = 0;
+  QRectF place;  // within the panel
+};
+
+constexpr int kWrap = Qt::TextWordWrap | Qt::TextWrapAnywhere | Qt::AlignLeft | Qt::AlignTop;
+
+QFont Sized(const QFont& base, qreal pixels, QFont::Weight weight) {
+  QFont font = base;
+  font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixels))));
+  font.setWeight(weight);
+  return font;
+}
+
+std::vector<Block> BlocksOf(const PanelText& text, const QFont& base, qreal size) {
+  std::vector<Block> blocks;
+  blocks.push_back({text.title, Sized(base, size * 1.3, QFont::DemiBold), kTitle, 0, {}});
+  for (qsizetype i = 0; i < text.lines.size(); ++i)
+    blocks.push_back(
+        {text.lines[i], Sized(base, size, QFont::Normal), kLine, size * (i == 0 ? 0.7 : 0.35), {}});
+  if (!text.hint.isEmpty())
+    blocks.push_back({text.hint, Sized(base, size * 0.9, QFont::Normal), kHint, size * 1.1, {}});
+  return blocks;
+}
+
+// Stacks the blocks, as wide as the widest needs but no wider than `widest`. Returns the content's size.
+QSizeF StackBlocks(std::vector<Block>& blocks, qreal widest) {
+  qreal width = 0;
+  qreal bottom = 0;
+  for (Block& block : blocks) {
+    const QFontMetricsF metrics(block.font);
+    const QRectF bounds = metrics.boundingRect(QRectF(0, 0, widest, 1e6), kWrap, block.text);
+    // A pixel to spare: measured and drawn widths may round apart, which would wrap the last character.
+    block.place = QRectF(0, bottom + block.gapAbove, widest, std::ceil(bounds.height()) + 1);
+    width = std::max(width, std::ceil(bounds.width()) + 1);
+    bottom = block.place.bottom();
+  }
+  return {std::min(width, widest), bottom};
+}
+
+// Three dots that swell one after another.
+void PaintDots(QPainter& painter, QPointF at, qreal size, QColor colour, qint64 elapsedMs) {
+  constexpr qreal kPeriodMs = 1400;
+  painter.setPen(Qt::NoPen);
+  for (int i = 0; i < 3; ++i) {
+    const qreal phase = static_cast<qreal>(elapsedMs) / kPeriodMs - i * 0.16;
+    const qreal swell = 0.5 - 0.5 * std::cos(2 * std::numbers::pi * phase);
+    colour.setAlphaF(static_cast<float>(0.3 + 0.7 * swell));
+    painter.setBrush(colour);
+    painter.drawEllipse(at + QPointF(i * size * 0.62, 0), size * 0.15, size * 0.15);
+  }
+}
+
+}  // namespace
+
+void StatusPanel::SetSession(PanelText text) {
+  if (text == session_) return;
+  // More unsent bytes or a changed detail is no new event; another title is.
+  if (text.title != session_.title) {
+    dismissed_ = false;
+    sinceShown_.start();
+  }
+  session_ = std::move(text);
+}
+
+void StatusPanel::AddNotice(PanelText text) {
+  if (text.title.isEmpty()) return;
+  dismissed_ = false;
+  notices_.append(std::move(text));
+}
+
+const PanelText& StatusPanel::Text() const {
+  return notices_.isEmpty() ? session_ : notices_.front();
+}
+
+bool StatusPanel::IsShown() const {
+  return IsActive() && (!IsBusy() || sinceShown_.elapsed() >= kBusyDelayMs);
+}
+
+void StatusPanel::Dismiss() {
+  if (notices_.isEmpty())
+    dismissed_ = true;
+  else
+    notices_.removeFirst();
+}
+
+void StatusPanel::Paint(QPainter& painter, const QRectF& area, qreal unit) const {
+  if (!IsShown()) return;
+  const PanelText& text = Text();
+  const qreal size = std::clamp(unit * 0.56, 13.0, 40.0);
+  const qreal padding = std::round(size * 1.5);
+  std::vector<Block> blocks = BlocksOf(text, painter.font(), size);
+  const QSizeF content = StackBlocks(blocks, std::max(size * 8, std::min(size * 34, area.width() * 0.8)));
+  QRectF panel(0, 0, std::max(content.width(), size * 15) + 2 * padding, content.height() + 2 * padding);
+  panel.moveTo(std::round(area.center().x() - panel.width() / 2),
+               std::round(area.center().y() - panel.height() / 2));
+
+  painter.save();
+  painter.fillRect(area, text.tone == PanelTone::kCalm ? kCalmScrim : kScrim);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(kBorder, 1));
+  painter.setBrush(kFill);
+  painter.drawRoundedRect(panel.adjusted(0.5, 0.5, -0.5, -0.5), size * 0.35, size * 0.35);
+  const QRectF accent(panel.left() + padding * 0.5, panel.top() + padding, std::round(size * 0.18),
+                      blocks.front().place.height());
+  painter.fillRect(accent, AccentOf(text.tone));
+  for (const Block& block : blocks) {
+    painter.setFont(block.font);
+    painter.setPen(block.colour);
+    painter.drawText(block.place.translated(panel.left() + padding, panel.top() + padding), kWrap,
+                     block.text);
+  }
+  if (text.tone == PanelTone::kBusy) {
+    const Block& title = blocks.front();
+    const qreal advance = QFontMetricsF(title.font).horizontalAdvance(title.text);
+    PaintDots(
+        painter,
+        panel.topLeft() + QPointF(padding + advance + size * 0.6, padding + title.place.height() * 0.55),
+        size, AccentOf(text.tone), sinceShown_.elapsed());
+  }
+  painter.restore();
+}
+
+}  // namespace quillet

@@ -1,0 +1,130 @@
+// How fast the parser is, in bytes per second, beside libvterm's screen layer on the same streams.
+//
+//   feed_bench                       both, and how many times faster Feed is
+//   feed_bench --callgrind STREAM    Feed only, over STREAM (screens, art, text); prints the number of bytes,
+//                                    for "valgrind --tool=callgrind --toggle-collect='*FeedStream*'"
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <map>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vterm.h>
+
+#include "core/term_screen.h"
+
+#include "bench/streams.h"
+
+namespace quillet {
+namespace {
+
+constexpr std::size_t kStreamSize = 1 << 20;
+// What one read brings: nearly three full Ethernet frames.
+constexpr std::size_t kBatch = 4096;
+
+template <class Take>
+void ForEachBatch(std::string_view bytes, Take take) {
+  for (std::size_t at = 0; at < bytes.size(); at += kBatch)
+    take(bytes.substr(at, kBatch));
+}
+
+[[gnu::noinline]] void FeedStream(TermScreen& screen, std::string_view bytes) {
+  ForEachBatch(bytes, [&screen](std::string_view batch) {
+    screen.Feed({reinterpret_cast<const std::uint8_t*>(batch.data()), batch.size()});
+  });
+}
+
+void BenchFeed(benchmark::State& state, const Stream& stream) {
+  TermScreen screen;
+  for (auto _ : state) {
+    FeedStream(screen, stream.bytes);
+    benchmark::DoNotOptimize(screen.text);
+  }
+  // Characters, so that both sides count the same work.
+  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * stream.bytes.size()));
+}
+
+void BenchVterm(benchmark::State& state, const std::string& bytes, std::size_t big5Size) {
+  const std::unique_ptr<VTerm, decltype(&vterm_free)> terminal(vterm_new(kRows, kCols), &vterm_free);
+  vterm_set_utf8(terminal.get(), 1);
+  VTermScreen* screen = vterm_obtain_screen(terminal.get());
+  vterm_screen_reset(screen, 1);
+  for (auto _ : state) {
+    ForEachBatch(bytes, [&](std::string_view batch) {
+      vterm_input_write(terminal.get(), batch.data(), batch.size());
+      vterm_screen_flush_damage(screen);
+    });
+  }
+  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * big5Size));
+}
+
+// Shows the usual table, and keeps the best time of every benchmark for the ratios.
+class BestTimes : public benchmark::ConsoleReporter {
+ public:
+  void ReportRuns(const std::vector<Run>& runs) override {
+    ConsoleReporter::ReportRuns(runs);
+    for (const Run& run : runs) {
+      if (run.run_type != Run::RT_Iteration) continue;
+      const double time = run.GetAdjustedCPUTime();
+      const auto [entry, isNew] = best_.try_emplace(run.run_name.function_name, time);
+      if (!isNew) entry->second = std::min(entry->second, time);
+    }
+  }
+  double Of(const std::string& name) const {
+    const auto entry = best_.find(name);
+    return entry == best_.end() ? 0 : entry->second;
+  }
+
+ private:
+  std::map<std::string, double> best_;
+};
+
+int RunCallgrind(std::string_view name) {
+  for (const Stream& stream : AllStreams(kStreamSize)) {
+    if (stream.name != name) continue;
+    TermScreen screen;
+    FeedStream(screen, stream.bytes);
+    std::printf("%zu\n", stream.bytes.size());
+    return 0;
+  }
+  std::fputs("No such stream; there are screens, art and text.\n", stderr);
+  return 1;
+}
+
+int RunComparison(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+  const std::vector<Stream> streams = AllStreams(kStreamSize);
+  for (const Stream& stream : streams) {
+    const std::string name(stream.name);
+    const std::string utf8 = StreamAsUtf8(stream.bytes);
+    benchmark::RegisterBenchmark(("Feed/" + name).c_str(), [&stream](benchmark::State& state) {
+      BenchFeed(state, stream);
+    })->Repetitions(3);
+    benchmark::RegisterBenchmark(("Vterm/" + name).c_str(), [utf8, &stream](benchmark::State& state) {
+      BenchVterm(state, utf8, stream.bytes.size());
+    })->Repetitions(3);
+  }
+  BestTimes times;
+  benchmark::RunSpecifiedBenchmarks(&times);
+  for (const Stream& stream : streams) {
+    const std::string name(stream.name);
+    const double feed = times.Of("Feed/" + name);
+    if (feed > 0)
+      std::printf("Feed on %-8s %5.1f times libvterm\n", name.c_str(), times.Of("Vterm/" + name) / feed);
+  }
+  return 0;
+}
+
+}  // namespace
+}  // namespace quillet
+
+int main(int argc, char** argv) {
+  quillet::LoadTablesOrExit();
+  if (argc == 3 && std::strcmp(argv[1], "--callgrind") == 0) return quillet::RunCallgrind(argv[2]);
+  return quillet::RunComparison(argc, argv);
+}

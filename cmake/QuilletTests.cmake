@@ -1,0 +1,29 @@
+include(GoogleTest)
+if(CMAKE_CROSSCOMPILING)
+  # Debian ships the sources beside the libraries; a cross build makes its own.
+  set(BUILD_GMOCK ON CACHE INTERNAL "")
+  set(INSTALL_GTEST OFF CACHE INTERNAL "")
+  add_subdirectory(/usr/src/googletest "${CMAKE_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL)
+  # Programs run under Wine, in a prefix of the build folder; the build itself needs no Wine.
+  set(CMAKE_CROSSCOMPILING_EMULATOR env "WINEPREFIX=${CMAKE_BINARY_DIR}/wine" WINEDEBUG=-all wine)
+  set(CMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE PRE_TEST)
+else()
+  find_package(GTest REQUIRED)
+endif()
+
+# quillet_test(core SOURCES a_test.cpp ... USES quillet_core ...): the program core_tests, one CTest
+# entry per test. Tests run from <build>/bin, where Data/ and demo/content/ lie.
+function(quillet_test folder)
+  cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
+  string(REPLACE "/" "_" name "${folder}")
+  set(target ${name}_tests)
+  add_executable(${target} ${ARG_SOURCES})
+  quillet_options(${target})
+  target_link_libraries(${target} PRIVATE ${ARG_USES} GTest::gmock_main)
+  target_compile_definitions(${target} PRIVATE QUILLET_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
+  add_dependencies(${target} quillet_data)
+  gtest_discover_tests(${target}
+    WORKING_DIRECTORY "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}"
+    DISCOVERY_TIMEOUT 60
+    PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()

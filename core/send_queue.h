@@ -1,0 +1,50 @@
+// The bytes that wait for a session's sender thread. Any thread appends; one thread takes. The queue belongs
+// to one connection: it opens with the attempt, drains while connected, and tells at the end what was left.
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <cstddef>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quillet {
+
+class SendQueue {
+ public:
+  // How long an appender waits for others' bytes to go out first; none means until drained or closed.
+  using Patience = std::optional<std::chrono::milliseconds>;
+
+  // A queue that holds more than `chunk` bytes is a long paste: appenders no longer wait for it, and Take
+  // gives at most so many bytes.
+  explicit SendQueue(std::size_t chunk) : chunk_(chunk) {}
+
+  // From now on Take gives bytes and appenders wait.
+  void Start();
+  // Ends every wait, drops what is queued and returns how much that was. Nothing is accepted any more.
+  std::size_t Close();
+
+  // False when the queue is closed.
+  bool Append(std::string_view bytes, Patience patience);
+  // Waits until everything has been taken and written, the queue is closed, or patience ends.
+  void WaitWritten(std::chrono::milliseconds patience);
+
+  // Waits for bytes; empty when the queue is closed. The call after it says that they are written.
+  std::string Take();
+
+ private:
+  std::size_t Size() const { return bytes_.size() - taken_; }
+
+  const std::size_t chunk_;
+  std::mutex lock_;
+  std::condition_variable changed_;
+  std::string bytes_;
+  std::size_t taken_ = 0;  // of bytes_, not yet cut off its front
+  bool started_ = false;
+  bool closed_ = false;
+  bool writing_ = false;
+};
+
+}  // namespace quillet

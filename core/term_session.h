@@ -1,0 +1,156 @@
+// One connection to a site: the screen, the transport with its receive thread, and the send queue with its
+// sender thread. Owned by the document; driven from the user-interface thread, and by automation through
+// the send operations, which any thread may call.
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+#include "core/endpoints.h"
+#include "core/live_screen.h"
+#include "core/site_address.h"
+#include "core/term_screen.h"
+#include "core/transport.h"
+
+namespace quillet {
+
+inline constexpr int kStateIdle = 0;  // never connected
+inline constexpr int kStateConnecting = 1;
+inline constexpr int kStateConnected = 2;
+inline constexpr int kStateClosed = 8;
+
+enum class ReactionWait { kNone, kUntilCursorMoves };
+enum class Wrap { kNone, kAt78Columns };
+
+class SessionLink;
+
+// The two cells that tell which line the BBS's menu cursor stands on.
+using MenuMark = std::array<std::uint8_t, 2>;
+
+struct CellPosition {
+  int row = 0;
+  int col = 0;
+};
+
+struct SessionOptions {
+  Endpoints endpoints;
+  ScreenWatcher* watcher = nullptr;                      // not owned; may be null
+  NotifyTarget* notify = nullptr;                        // not owned; may be null
+  std::function<void(std::string_view line)> debugLine;  // may be empty; called from any thread
+};
+
+class TermSession : private TransportEvents {
+ public:
+  explicit TermSession(SessionOptions options);
+  ~TermSession() override;  // disconnects
+
+  // Called every 10 ms while Connect waits, on the calling thread; returns false to give up.
+  using IdleHook = std::function<bool()>;
+
+  // Ends any previous connection, resets the screen and connects. Returns when the attempt has ended; `state`
+  // then is connected or closed. User-interface thread. A call from within the idle hook does nothing.
+  void Connect(std::string_view address, const IdleHook& idle = {});
+  // The same over a transport made by the caller (a recorded stream, a test's script); `host` is empty then.
+  void ConnectWith(std::unique_ptr<Transport> transport, const IdleHook& idle = {});
+
+  // Ends the connection and joins both threads; returns within a fraction of a second whatever the peer does.
+  // From within the idle hook it only asks the attempt to end.
+  void Disconnect();
+
+  // Sends the sequence of a key (Windows virtual-key code) and logs it. Returns false for a key without one.
+  bool SendKey(int virtualKey, ReactionWait wait = ReactionWait::kNone);
+  // The common entry for typed, pasted and automatic input. Bytes go out in the order of the calls. While a
+  // few bytes of an earlier call still wait, it waits for them to go out first; on the user-interface thread
+  // (the one that called Connect) never longer than 100 ms, and `wait` no longer either. Bytes for a closed
+  // session are dropped.
+  void SendBytes(std::string_view bytes, ReactionWait wait = ReactionWait::kNone);
+  // Converts to Big5 (characters without a code vanish) and sends. With kAt78Columns each piece of at most 78
+  // columns is followed by a CR; a character is never cut.
+  void SendText(std::u16string_view text, Wrap wrap = Wrap::kNone);
+  // Moves the BBS's cursor by keys from `start`, or from where the screen's cursor stands.
+  void MoveCursorTo(int row, int col, std::optional<CellPosition> start = std::nullopt);
+
+  // Fields that other rooms read. Those that cross threads are atomic.
+  TransportKind kind = TransportKind::kTelnet;
+  std::string host;
+  std::string port = "23";
+  std::atomic<bool> sendDirect{false};  // write at once instead of queueing
+  TermScreen screen;                    // receive thread; others read `live`
+  LiveScreen live;
+  std::atomic<int> state{kStateIdle};
+  std::atomic<bool> isBbsSite{false};
+  std::atomic<bool> isMainBbs{false};
+  std::atomic<bool> noSendWait{false};
+  std::atomic<int> idleMark{0};               // 0 on every send; the view's idle logic writes other values
+  std::atomic<std::int64_t> connectedAt{0};   // seconds since 1970
+  std::atomic<std::int64_t> lastSendTick{0};  // milliseconds of the steady clock
+  std::mutex keyLogLock;
+  std::vector<std::string> keyLog;  // guarded by keyLogLock
+
+  // Largest number of bytes that the sender takes at a time. One Ethernet frame holds it, and the user can
+  // still change his mind about the rest of a long paste.
+  static constexpr std::size_t kSendChunk = 1024;
+
+  // How the last connection ended; kNone while it lasts. Any thread.
+  TransportEnd LastEnd() const;
+  // Bytes that were accepted but not written before the last connection ended. Any thread.
+  std::size_t UnsentBytes() const;
+
+ private:
+  // The connecting thread, while no receive thread exists.
+  void EndLink();
+  void ResetForAttempt(const SiteAddress& address);
+  void RecogniseHost();
+  void Begin(std::unique_ptr<Transport> transport);
+  void Fail(EndReason reason, std::string detail);
+  void WaitForAttempt(const IdleHook& idle);
+
+  // Receive thread.
+  void RunReceiver(SessionLink& link);
+  void OnConnected(std::string_view peerAddress) override;
+  void OnReceived(std::span<const std::uint8_t> bytes) override;
+  bool Pause(int milliseconds) override;
+  void OnDebugLine(std::string_view line) override;
+  void RecognisePeer(std::string_view peerAddress);
+  void SendDeleteKeys();
+
+  // Either of these two threads.
+  void ReportEnd(TransportEnd end);
+  void HandOver(ScreenReason reason);
+  void MirrorFields();
+
+  // Any thread.
+  std::shared_ptr<SessionLink> Link() const;
+  // Whether a wait would wait for its own thread: on the receive thread, or in the idle hook.
+  bool CalledFromInside() const;
+  bool OnUserInterfaceThread() const;
+  void SendDirectly(SessionLink& link, std::string_view bytes, ReactionWait wait);
+  void WaitForReaction(MenuMark before);
+
+  const SessionOptions options_;
+  std::mutex lifecycleLock_;  // held while a connection is begun and while one is ended
+  mutable std::mutex linkLock_;
+  std::shared_ptr<SessionLink> link_;  // the last attempt's; guarded by linkLock_
+  std::atomic<std::thread::id> userInterfaceThread_{};
+  std::atomic<std::thread::id> waitingThread_{};  // in Connect, and so in the idle hook
+  std::atomic<std::thread::id> receiverThread_{};
+  mutable std::mutex endLock_;
+  TransportEnd end_;  // guarded by endLock_
+};
+
+// Keys that move the BBS's cursor: Home, then down or up, then right; within a row only right or left.
+// Empty when both positions are equal.
+std::string CursorKeys(CellPosition from, CellPosition to);
+
+}  // namespace quillet

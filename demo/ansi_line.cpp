@@ -1,0 +1,80 @@
+#include "demo/ansi_line.h"
+
+#include <algorithm>
+#include <string>
+
+#include "demo/big5_text.h"
+
+namespace quillet::demo {
+namespace {
+
+constexpr int kLargestParameter = 255;
+
+std::uint8_t WithParameter(std::uint8_t attr, int parameter) {
+  const auto foreground = [&](int colour) {
+    return static_cast<std::uint8_t>((attr & ~kAttrForeground) | colour);
+  };
+  const auto background = [&](int colour) {
+    return static_cast<std::uint8_t>((attr & 0x1F) | colour << kAttrBackgroundShift);
+  };
+  if (parameter == 0) return kAttrBlank;
+  if (parameter == 1) return attr | kAttrBold;
+  if (parameter == 5) return attr | kAttrBlink;
+  if (parameter == 22) return static_cast<std::uint8_t>(attr & ~kAttrBold);
+  if (parameter == 7) {
+    const int swapped = BackgroundOf(attr) | (attr & kAttrForeground) << kAttrBackgroundShift;
+    return static_cast<std::uint8_t>((attr & (kAttrBold | kAttrBlink)) | swapped);
+  }
+  if (parameter >= 30 && parameter <= 37) return foreground(parameter - 30);
+  if (parameter >= 40 && parameter <= 47) return background(parameter - 40);
+  return attr;
+}
+
+// Applies the sequence behind ESC "[" at `at`; leaves `at` behind its final byte.
+std::uint8_t TakeSequence(std::string_view line, std::size_t& at, std::uint8_t attr) {
+  std::uint8_t changed = attr;
+  int parameter = 0;
+  for (; at < line.size(); ++at) {
+    const char c = line[at];
+    if (c >= '0' && c <= '9') {
+      parameter = std::min(parameter * 10 + (c - '0'), kLargestParameter);
+    } else {
+      changed = WithParameter(changed, parameter);
+      parameter = 0;
+      if (c != ';') break;
+    }
+  }
+  if (at >= line.size()) return attr;
+  return line[at++] == 'm' ? changed : attr;
+}
+
+}  // namespace
+
+std::vector<Cell> CellsOf(std::string_view line, std::uint8_t attr, int columns) {
+  std::vector<Cell> cells;
+  for (std::size_t at = 0; at < line.size();) {
+    if (line[at] == '\x1b') {
+      ++at;
+      if (at < line.size() && line[at] == '[') attr = TakeSequence(line, ++at, attr);
+      continue;
+    }
+    const std::size_t length = CharacterLength(line, at);
+    const bool printable = length == 2 || (line[at] >= ' ' && line[at] < 0x7F);
+    if (printable) {
+      if (cells.size() + length > static_cast<std::size_t>(columns)) break;
+      for (std::size_t i = 0; i < length; ++i)
+        cells.push_back({static_cast<std::uint8_t>(line[at + i]), attr});
+    }
+    at += length;
+  }
+  return cells;
+}
+
+std::string PlainText(std::string_view line) {
+  std::string text;
+  for (const Cell& cell : CellsOf(line, kAttrBlank, 1 << 16))
+    text += static_cast<char>(cell.byte);
+  return text;
+}
+
+}  // namespace quillet::demo

@@ -1,0 +1,45 @@
+// A BBS of our own, served on loopback: the embedded default of the program and the other end of its tests.
+// Many clients at once, each with its own session over one shared world of boards, articles and users that
+// lives as long as the server; nothing is written to disk.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace quillet {
+
+struct DemoOptions {
+  std::filesystem::path contentFolder;  // holds boards/, users.txt and the screens
+  std::uint16_t port = 0;               // 0: the system chooses
+  // How the bytes are cut into writes. kAsBbs splits as a busy BBS does, inside sequences and characters too.
+  enum class Writes { kWhole, kAsBbs, kEveryByte } writes = Writes::kAsBbs;
+  std::uint32_t seed = 1;                     // of the splits and of everything else that looks random
+  std::string hostName = "bbs.example";       // named by the origin line of every article
+  std::string webHost = "www.bbs.example";    // of the links to articles
+  std::function<void(std::string_view)> log;  // one line per connection, login and unusable file; any thread
+};
+
+class DemoServer {
+ public:
+  // Loads the content and listens on 127.0.0.1. The character tables must have been loaded.
+  explicit DemoServer(DemoOptions options);
+  ~DemoServer();  // closes every connection and joins
+  DemoServer(const DemoServer&) = delete;
+  DemoServer& operator=(const DemoServer&) = delete;
+
+  // Empty when the server listens; otherwise says what could not be read or opened, and where.
+  const std::string& Error() const;
+  std::uint16_t Port() const;
+  // "telnet://127.0.0.1:PORT"
+  std::string Address() const;
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace quillet

@@ -1,0 +1,89 @@
+// demo_bbs: serves the demo BBS on loopback until it is interrupted.
+#include <atomic>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <thread>
+
+#include "core/charset.h"
+#include "demo/demo_server.h"
+#include "platform/folders.h"
+
+namespace {
+
+std::atomic<bool> interrupted{false};
+static_assert(std::atomic<bool>::is_always_lock_free, "set within a signal handler");
+
+void OnSignal(int) {
+  interrupted = true;
+}
+
+constexpr const char* kUsage =
+    "usage: demo_bbs [--port N] [--content FOLDER] [--once-writes whole|bbs|byte]\n";
+constexpr auto kSignalPoll = std::chrono::milliseconds(100);
+
+std::optional<quillet::DemoOptions::Writes> WritesNamed(const std::string& name) {
+  using Writes = quillet::DemoOptions::Writes;
+  if (name == "whole") return Writes::kWhole;
+  if (name == "bbs") return Writes::kAsBbs;
+  if (name == "byte") return Writes::kEveryByte;
+  return std::nullopt;
+}
+
+// Every option takes a value. False for anything that is not understood.
+bool ReadArguments(int count, char** arguments, quillet::DemoOptions& options) {
+  for (int i = 1; i < count; i += 2) {
+    if (i + 1 >= count) return false;
+    const std::string name = arguments[i];
+    const std::string value = arguments[i + 1];
+    if (name == "--port") {
+      const int port = std::atoi(value.c_str());
+      if (port < 0 || port > 65535) return false;
+      options.port = static_cast<std::uint16_t>(port);
+    } else if (name == "--content") {
+      options.contentFolder = value;
+    } else if (name == "--once-writes") {
+      const auto writes = WritesNamed(value);
+      if (!writes) return false;
+      options.writes = *writes;
+    } else {
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  const auto resources = quillet::ResourceFolder();
+  quillet::DemoOptions options;
+  options.contentFolder = resources / "demo" / "content";
+  options.log = [](std::string_view line) {
+    std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
+  };
+  if (!ReadArguments(count, arguments, options)) {
+    std::fputs(kUsage, stderr);
+    return 2;
+  }
+  if (!quillet::LoadCharsetTables(resources / "Data").Complete()) {
+    std::fprintf(stderr, "demo_bbs: no character tables in %s\n", (resources / "Data").string().c_str());
+    return 1;
+  }
+  std::signal(SIGINT, OnSignal);
+  std::signal(SIGTERM, OnSignal);
+  quillet::DemoServer server(options);
+  if (!server.Error().empty()) {
+    std::fprintf(stderr, "demo_bbs: %s\n", server.Error().c_str());
+    return 1;
+  }
+  std::printf("%s\n", server.Address().c_str());
+  std::fflush(stdout);
+  while (!interrupted)
+    std::this_thread::sleep_for(kSignalPoll);
+  return 0;
+}

@@ -1,0 +1,63 @@
+// Which key goes where: a pure function from a key press to what is to be done about it, so that it can be
+// read and tested without a window. The view's adapter turns toolkit events into KeyPress and carries the
+// action out.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/screen_snapshot.h"
+
+namespace quillet {
+
+// Windows virtual-key codes of the keys that this room decides about; those with a sequence of their own are
+// in core/key_sequence.h. Letters are 'A' to 'Z', the digits '0' to '9'.
+inline constexpr int kKeyBackspace = 8;
+inline constexpr int kKeyTab = 9;
+inline constexpr int kKeyEnter = 13;
+inline constexpr int kKeyEscape = 27;
+inline constexpr int kKeyF11 = 122;
+inline constexpr int kKeyMinus = 189;
+inline constexpr int kKeyOpenBracket = 219;
+inline constexpr int kKeyBackslash = 220;
+inline constexpr int kKeyCloseBracket = 221;
+
+struct KeyPress {
+  int virtualKey = 0;  // Windows virtual-key code, 0 when the key has none of interest
+  bool control = false;
+  bool shift = false;
+  bool alt = false;
+  bool keypad = false;
+  std::u16string text{};  // what the keyboard layout makes of it, already composed
+};
+
+enum class KeyActionKind {
+  kNone,           // not ours: let the toolkit have it
+  kSendKey,        // TermSession::SendKey(virtualKey)
+  kSendBytes,      // bytes as they are
+  kSendText,       // text through SendText
+  kSendThenClose,  // send the bytes, then close the connection: the user confirmed the log-out
+  kCommand
+};
+
+enum class KeyCommand { kNone, kPaste, kCopyScreen, kConnect, kFullScreen };
+
+struct KeyAction {
+  KeyActionKind kind = KeyActionKind::kNone;
+  int virtualKey = 0;
+  std::string bytes{};
+  std::u16string text{};
+  KeyCommand command = KeyCommand::kNone;
+
+  bool operator==(const KeyAction&) const = default;
+};
+
+// What a press of `press` means while `screen` is showing. The character tables must have been loaded for the
+// log-out question to be recognised.
+KeyAction DecideKey(const KeyPress& press, const ScreenSnapshot& screen);
+
+// What may be pasted: CR LF, LF and the Unicode line ends become the BBS's Enter (CR), other control
+// characters except TAB go.
+std::u16string CleanPaste(std::u16string_view text);
+
+}  // namespace quillet

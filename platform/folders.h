@@ -1,0 +1,18 @@
+// Where the program's files live. Any thread.
+#pragma once
+
+#include <filesystem>
+
+namespace quillet {
+
+// The folder of the running program; empty when the system does not say.
+std::filesystem::path ProgramFolder();
+
+// Where "Data/" and "demo/content/" lie: beside the program, or in its "../share/quillet". Falls back to the
+// working folder, so that a missing installation shows as missing files.
+std::filesystem::path ResourceFolder();
+
+// The user's own data folder for Quillet (not created here).
+std::filesystem::path UserDataFolder();
+
+}  // namespace quillet

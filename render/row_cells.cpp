@@ -1,0 +1,40 @@
+#include "render/row_cells.h"
+
+namespace quillet {
+namespace {
+
+constexpr bool IsLead(unsigned byte) {
+  return byte >= 0x81 && byte <= 0xFE;
+}
+
+constexpr bool IsTrail(unsigned byte) {
+  return byte >= 0x40 && byte != 0x7F && byte != 0xFF;
+}
+
+constexpr bool IsPrintableAscii(unsigned byte) {
+  return byte >= 0x20 && byte < 0x7F;
+}
+
+char16_t UnitOfPair(unsigned lead, unsigned trail, const CharsetTables& tables) {
+  const char16_t unit = tables.big5ToUnicode[lead + 256 * trail];
+  return unit == 0 ? kUnknownUnit : unit;
+}
+
+}  // namespace
+
+RowCells DecodeRow(const ScreenRow& text, const CharsetTables& tables) {
+  RowCells cells;
+  for (std::size_t col = 0; col < kCols; ++col) {
+    const unsigned byte = text[col];
+    if (IsLead(byte) && col + 1 < kCols && IsTrail(text[col + 1])) {
+      const char16_t unit = UnitOfPair(byte, text[col + 1], tables);
+      cells[col] = {unit, CellPart::kLead};
+      cells[++col] = {unit, CellPart::kTrail};
+    } else if (IsPrintableAscii(byte)) {
+      cells[col].unit = static_cast<char16_t>(byte);
+    }
+  }
+  return cells;
+}
+
+}  // namespace quillet

@@ -1,0 +1,152 @@
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include "platform/socket.h"
+#include "tests/app/window_fixture.h"
+
+namespace quillet {
+namespace {
+
+class ConnectionTest : public WindowTest {
+ protected:
+  void Open(const QString& address) { doc->Open({.address = address, .name = {}, .makeTransport = {}}); }
+};
+
+TEST_F(ConnectionTest, BeforeAnythingTheWindowOffersToConnect) {
+  EXPECT_TRUE(PanelSays(u"尚未連線"_qs));
+  int asked = 0;
+  frame->disconnect(&View());
+  View().disconnect(frame.get());
+  QObject::connect(&View(), &CQuillView::CommandRequested,
+                   [&](KeyCommand command) { asked += command == KeyCommand::kConnect; });
+  Enter();
+  EXPECT_EQ(asked, 1);
+}
+
+TEST_F(ConnectionTest, ARefusedConnectionIsToldAndEnterTriesAgain) {
+  std::uint16_t port = 0;
+  {
+    Listener listener;
+    ASSERT_TRUE(listener.Open(ResolvedAddress::Family::kIpv4, 0));
+    port = listener.Port();
+  }
+  Open(u"telnet://127.0.0.1:%1"_qs.arg(port));
+  ASSERT_TRUE(PanelSays(u"連不上站台"_qs)) << View().Panel().Text().title.toStdString();
+  EXPECT_TRUE(PanelLines().contains("127.0.0.1"));
+  EXPECT_TRUE(PanelLines().contains(QString::number(port)));
+  Escape();
+  EXPECT_FALSE(View().Panel().IsActive()) << "Esc shows the screen beneath";
+  Escape();
+  EXPECT_TRUE(View().Panel().IsActive());
+
+  Listener listener;
+  ASSERT_TRUE(listener.Open(ResolvedAddress::Family::kIpv4, port));
+  Enter();
+  EXPECT_TRUE(doc->IsConnected());
+  EXPECT_FALSE(View().Panel().IsActive());
+}
+
+TEST_F(ConnectionTest, AddressesThatCannotBeAreTold) {
+  Open("gopher://bbs.example");
+  EXPECT_TRUE(PanelSays(u"不認得這個位址"_qs));
+  EXPECT_EQ(View().Panel().Text().onEnter, PanelAction::kAskAddress);
+  Open(QString(100000, 'a'));
+  EXPECT_TRUE(PanelSays(u"位址太長了"_qs));
+  Open("telnet://no-such-host.invalid");
+  EXPECT_TRUE(PanelSays(u"找不到站台"_qs));
+  EXPECT_TRUE(PanelLines().contains("no-such-host.invalid"));
+  Open("localhost:");
+  EXPECT_EQ(doc->Session().state, kStateClosed);
+  EXPECT_TRUE(View().Panel().IsActive());
+}
+
+TEST_F(ConnectionTest, ASiteThatHangsUpIsToldOverItsLastScreen) {
+  OpenScript();
+  script->Deliver("farewell\x1B[");
+  script->End(EndReason::kClosedByPeer);
+  ASSERT_TRUE(Until([&] { return PanelSays(u"站台結束了連線"_qs); }));
+  EXPECT_EQ(View().Screen().RowText(0).substr(0, 8), "farewell");
+  EXPECT_TRUE(frame->windowTitle().contains(u"未連線"));
+}
+
+TEST_F(ConnectionTest, WhatWasTypedButNotSentIsCounted) {
+  OpenScript();
+  ASSERT_TRUE(doc->IsConnected());
+  script->StallWrites();
+  TypeText("hello");
+  script->End(EndReason::kReadFailed);
+  ASSERT_TRUE(Until([&] { return PanelLines().contains(u"5 位元組尚未送出"_qs); }))
+      << PanelLines().toStdString();
+}
+
+TEST_F(ConnectionTest, ASlowConnectKeepsTheWindowAliveAndEscCancels) {
+  script->NeverConnect();
+  int ticks = 0;
+  QTimer ticker;
+  QObject::connect(&ticker, &QTimer::timeout, [&] {
+    if (++ticks == 30) {
+      EXPECT_TRUE(PanelSays(u"連線中"_qs));
+      EXPECT_TRUE(View().Panel().IsShown());
+      EXPECT_TRUE(frame->windowTitle().contains(u"連線中"));
+      TypeText("lost on nobody");
+      Escape();
+    }
+  });
+  ticker.start(10);
+  OpenScript();
+  EXPECT_GE(ticks, 30) << "events were handled meanwhile";
+  EXPECT_TRUE(PanelSays(u"已取消連線"_qs));
+  EXPECT_EQ(script->Written(), "");
+}
+
+TEST_F(ConnectionTest, AnotherSiteChosenWhileConnectingTakesOver) {
+  script->NeverConnect();
+  QTimer::singleShot(30, &View(), [&] { Open("gopher://other"); });
+  OpenScript();
+  EXPECT_TRUE(PanelSays(u"不認得這個位址"_qs));
+  EXPECT_FALSE(doc->IsConnecting());
+}
+
+TEST_F(ConnectionTest, ClosingTheWindowWhileConnectingIsQuick) {
+  script->NeverConnect();
+  QElapsedTimer sinceClose;
+  QTimer::singleShot(30, &View(), [&] {
+    sinceClose.start();
+    frame->close();
+  });
+  OpenScript();
+  EXPECT_LT(sinceClose.elapsed(), 2000);
+  EXPECT_FALSE(frame->isVisible());
+  frame.reset();
+  doc.reset();
+  EXPECT_LT(sinceClose.elapsed(), 2000);
+}
+
+TEST_F(ConnectionTest, AViewMayGoBeforeItsSession) {
+  OpenScript();
+  frame.reset();
+  script->Deliver("nobody looks\x1B[H\a");
+  ASSERT_TRUE(Until([&] {
+    LiveScreen::Copy copy;
+    doc->Session().live.Read(copy);
+    return copy.screen.TextAt(0, 0) == 'n';
+  }));
+}
+
+TEST_F(ConnectionTest, ReplacingAConnectionLeavesOnlyTheNewOne) {
+  OpenScript();
+  script->Deliver("old");
+  ASSERT_TRUE(Until([&] { return View().Screen().TextAt(0, 0) == 'o'; }));
+  auto old = std::exchange(script, std::make_shared<Script>());
+  OpenScript();
+  ASSERT_TRUE(doc->IsConnected());
+  script->Deliver("new");
+  ASSERT_TRUE(Until([&] { return View().Screen().TextAt(0, 0) == 'n'; }));
+  EXPECT_FALSE(View().Panel().IsActive());
+  TypeText("x");
+  EXPECT_TRUE(Until([&] { return script->Written() == "x"; }));
+  EXPECT_EQ(old->Written(), "");
+}
+
+}  // namespace
+}  // namespace quillet

@@ -1,0 +1,141 @@
+#include <QClipboard>
+#include <QGuiApplication>
+
+#include "tests/app/window_fixture.h"
+
+namespace quillet {
+namespace {
+
+class TypingTest : public WindowTest {
+ protected:
+  void SetUp() override {
+    WindowTest::SetUp();
+    OpenScript();
+    ASSERT_TRUE(doc->IsConnected());
+  }
+  ::testing::AssertionResult Arrived(const std::string& bytes) {
+    if (Until([&] { return script->Written() == bytes; })) return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << "written: " << testing::PrintToString(script->Written());
+  }
+  void Commit(const QString& text, const QString& preedit = {}) {
+    QInputMethodEvent event(preedit, {});
+    event.setCommitString(text);
+    QCoreApplication::sendEvent(&View(), &event);
+  }
+};
+
+TEST_F(TypingTest, TwoThousandFastCharactersArriveInOrder) {
+  std::string expected;
+  for (int i = 0; i < 2000; ++i) {
+    const char letter = static_cast<char>('!' + i * 7 % 90);
+    expected += letter;
+    Press(0, QString(QChar(letter)));
+    if (i % 50 == 0) {
+      Press(Qt::Key_Down);
+      expected += "\x1B[B";
+    }
+  }
+  EXPECT_TRUE(Arrived(expected));
+}
+
+TEST_F(TypingTest, EditingAndControlKeysReachTheSite) {
+  Press(Qt::Key_Tab, "\t");
+  Press(Qt::Key_Backtab, {}, Qt::ShiftModifier);
+  Press(Qt::Key_Backspace, "\b");
+  Press(Qt::Key_Q, "\x11", Qt::ControlModifier);
+  Escape();
+  Enter();
+  EXPECT_TRUE(Arrived("\t\b\x11\x1B\r"));
+  EXPECT_TRUE(View().hasFocus()) << "Tab does not wander off";
+}
+
+// A menu's shortcut must not take what belongs to the site, nor the site what belongs to the client.
+TEST_F(TypingTest, KeysAreClaimedBeforeAnyShortcut) {
+  QKeyEvent claimed(QEvent::ShortcutOverride, Qt::Key_X, Qt::ControlModifier, "\x18");
+  claimed.ignore();
+  QCoreApplication::sendEvent(&View(), &claimed);
+  EXPECT_TRUE(claimed.isAccepted());
+  QKeyEvent menu(QEvent::ShortcutOverride, Qt::Key_C, Qt::AltModifier, "c");
+  menu.ignore();
+  QCoreApplication::sendEvent(&View(), &menu);
+  EXPECT_FALSE(menu.isAccepted());
+}
+
+TEST_F(TypingTest, PastesAreCleanedAndKeepTheirPlaceAmongKeys) {
+  QGuiApplication::clipboard()->setText(u"第一行\r\n\x1B[31m第二行\n"_qs);
+  TypeText("a");
+  Press(Qt::Key_V, "\x16", Qt::ControlModifier);
+  TypeText("z");
+  EXPECT_TRUE(Arrived("a" + ToBig5(u"第一行\r[31m第二行\r") + "z"));
+}
+
+TEST_F(TypingTest, ALongPasteArrivesWhole) {
+  QString text;
+  for (int line = 0; line < 3000; ++line)
+    text += u"第 %1 行：奧拉拉文藝坊\n"_qs.arg(line);
+  QGuiApplication::clipboard()->setText(text);
+  View().Paste();
+  EXPECT_TRUE(Arrived(ToBig5(text.replace('\n', '\r').toStdU16String())));
+}
+
+TEST_F(TypingTest, TheInputMethodCommitsChineseAndShowsWhatItComposes) {
+  Commit({}, u"ㄓㄨㄥ"_qs);
+  Commit(u"中"_qs, u"ㄨ"_qs);
+  Commit(u"文\n"_qs);
+  Commit(u"😀"_qs);  // has no Big5 code
+  TypeText("x");
+  EXPECT_TRUE(Arrived(ToBig5(u"中文\rx")));
+}
+
+TEST_F(TypingTest, TheInputMethodIsToldTheCursorsCell) {
+  const auto rectangle = [&] { return View().inputMethodQuery(Qt::ImCursorRectangle).toRect(); };
+  script->Deliver("\x1B[5;11H");
+  ASSERT_TRUE(Until([&] { return View().Screen().cursorRow == 4 && View().Screen().cursorCol == 10; }));
+  const QRect first = rectangle();
+  EXPECT_EQ(first.topLeft(), View().Surface().CellRect(4, 10).topLeft().toPoint());
+  EXPECT_EQ(first.width(), View().Surface().CurrentLayout().fontSize);
+  script->Deliver("\x1B[6;13H");
+  ASSERT_TRUE(Until([&] { return View().Screen().cursorRow == 5; }));
+  EXPECT_EQ(rectangle().topLeft(), View().Surface().CellRect(5, 12).topLeft().toPoint());
+  EXPECT_TRUE(View().inputMethodQuery(Qt::ImEnabled).toBool());
+}
+
+TEST(CompositionPointTest, CentresTheGlyphBoxInTheRowAndStaysInside) {
+  const Layout roomy{
+      .rowHeight = 30, .fontSize = 24, .halfCell = 12, .pushFontSize = 24, .originX = 40, .originY = 2};
+  EXPECT_EQ(CompositionPoint(roomy, 3, 5), QPoint(5 * 12 + 40, 3 * 30 + 3 + 2));
+  const Layout tight{
+      .rowHeight = 11, .fontSize = 12, .halfCell = 6, .pushFontSize = 12, .originX = 0, .originY = 0};
+  EXPECT_EQ(CompositionPoint(tight, 0, 0), QPoint(0, 0)) << "(11 - 12) / 2 truncates toward zero";
+  EXPECT_EQ(CompositionPoint(roomy, -5, 200), CompositionPoint(roomy, 0, 79));
+}
+
+TEST_F(TypingTest, TheConfirmedLogOutSendsEnterAndThenCloses) {
+  script->Deliver("\x1B[23;1H" + ToBig5(u"您確定要離開【 奧拉拉文藝坊 】嗎(Y/N)？[N] y"));
+  ASSERT_TRUE(Until([&] { return View().Screen().TextAt(22, 0) != ' '; }));
+  Enter();
+  ASSERT_TRUE(Until([&] { return doc->Session().state == kStateClosed; }));
+  EXPECT_EQ(script->Written(), "\r");
+  EXPECT_EQ(doc->Session().LastEnd().reason, EndReason::kClosedByUser);
+}
+
+TEST_F(TypingTest, CopyTakesTheScreenAsText) {
+  script->Deliver(ToBig5(u"\x1B[1;31m看板\x1B[m 一覽"));
+  ASSERT_TRUE(Until([&] { return View().Screen().TextAt(0, 0) != ' '; }));
+  Press(Qt::Key_C, "\x03", Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), u"看板 一覽\n"_qs);
+  EXPECT_EQ(script->Written(), "");
+}
+
+TEST_F(TypingTest, ABellFlashesAndBeepsUnlessTheUserTypes) {
+  script->Deliver("x\a");
+  EXPECT_TRUE(Until([&] { return signaller.beeps == 1 && signaller.flashes == 1; }));
+  Press(Qt::Key_Down);
+  script->Deliver("\x1B[2;2Hy\a\x1B[H");
+  ASSERT_TRUE(Until([&] { return View().Screen().TextAt(1, 1) == 'y'; }));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(signaller.beeps, 1);
+}
+
+}  // namespace
+}  // namespace quillet

@@ -1,0 +1,72 @@
+// A whole window over a document, with a scripted site at the other end, for tests that act as the user does.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <memory>
+
+#include <QCoreApplication>
+#include <QInputMethodEvent>
+
+#include "app/main_frame.h"
+#include "app/tour/tour.h"
+#include "tests/app/scripted_transport.h"
+#include "tests/support/tables.h"
+
+namespace quillet {
+
+class RecordingSignaller : public Signaller {
+ public:
+  void Flash() override { ++flashes; }
+  void Beep() override { ++beeps; }
+  void PlayUpdatedSound() override { ++sounds; }
+
+  int flashes = 0;
+  int beeps = 0;
+  int sounds = 0;
+};
+
+inline constexpr int kPatienceMs = 20000;
+
+class WindowTest : public WithTables {
+ protected:
+  void SetUp() override {
+    WithTables::SetUp();
+    doc = std::make_unique<CQuillDoc>(Endpoints{}, signaller);
+    frame = std::make_unique<CMainFrame>(*doc);
+    frame->show();
+    frame->activateWindow();
+  }
+
+  CQuillView& View() { return frame->View(); }
+
+  void OpenScript() {
+    doc->Open({.address = "script", .name = {}, .makeTransport = [this] {
+                 return std::make_unique<ScriptedTransport>(script);
+               }});
+  }
+
+  static bool Until(const std::function<bool()>& done) { return HandleEventsUntil(done, kPatienceMs); }
+
+  void Press(int key, const QString& text = {}, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QKeyEvent press(QEvent::KeyPress, key, modifiers, text);
+    QCoreApplication::sendEvent(frame->windowHandle(), &press);
+    QKeyEvent release(QEvent::KeyRelease, key, modifiers, text);
+    QCoreApplication::sendEvent(frame->windowHandle(), &release);
+  }
+  void TypeText(const QString& text) {
+    for (const QChar character : text)
+      Press(character.toUpper().unicode(), QString(character));
+  }
+  void Enter() { Press(Qt::Key_Return, "\r"); }
+  void Escape() { Press(Qt::Key_Escape, "\x1B"); }
+
+  bool PanelSays(const QString& title) { return View().Panel().Text().title == title; }
+  QString PanelLines() { return View().Panel().Text().lines.join('\n'); }
+
+  RecordingSignaller signaller;
+  std::shared_ptr<Script> script = std::make_shared<Script>();
+  std::unique_ptr<CQuillDoc> doc;
+  std::unique_ptr<CMainFrame> frame;
+};
+
+}  // namespace quillet

@@ -1,0 +1,140 @@
+#include "bbs/screen_classifier.h"
+
+#include <random>
+#include <vector>
+
+#include "core/notify_target.h"
+#include "core/term_screen.h"
+#include "tests/support/screen_builder.h"
+#include "tests/support/tables.h"
+
+namespace quillet {
+namespace {
+
+using ClassifierTest = WithTables;
+
+// Takes or refuses every message; what is taken is kept and freed here.
+class RecordingTarget : public NotifyTarget {
+ public:
+  bool Post(unsigned message, std::uintptr_t first, std::uintptr_t second) override {
+    ++posted;
+    if (refuse) return false;
+    EXPECT_EQ(message, kMessageScreen);
+    reasons.push_back(static_cast<int>(first));
+    snapshots.emplace_back(reinterpret_cast<ScreenSnapshot*>(second));
+    return true;
+  }
+  bool refuse = false;
+  int posted = 0;
+  std::vector<int> reasons;
+  std::vector<std::unique_ptr<ScreenSnapshot>> snapshots;
+};
+
+ScreenSnapshot ArticleList() {
+  ScreenBuilder builder;
+  builder.Put(1, 0, u"[←]離開 [→]閱讀 [Ctrl-P]發表文章 [d]刪除 [z]精華區 [i]看板資訊/設定 [h]說明   ");
+  builder.Put(5, 0, u">").Put(23, 0, u" 文章選讀 ").Cursor(5, 0);
+  builder.screen.sessionState = 2;
+  builder.screen.isBbsSite = 1;
+  return builder.screen;
+}
+
+TEST_F(ClassifierTest, AnArticleListSetsAllThreeOfItsBits) {
+  const PageTests pages;
+  ScreenSnapshot screen = ArticleList();
+  EXPECT_TRUE(ClassifyScreen(pages, screen, ScreenReason::kUpdated));
+  EXPECT_EQ(screen.pageFlags,
+            std::uint32_t{PF_LIST_CURSOR | PF_ARTICLE_LIST | PF_ARTICLE_LIST_CURSOR | PF_BROWSABLE});
+  screen.isBbsSite = 0;
+  ClassifyScreen(pages, screen, ScreenReason::kUpdated);
+  EXPECT_EQ(screen.pageFlags & PF_BROWSABLE, 0u);
+}
+
+TEST_F(ClassifierTest, AReaderPageHasOnlyReaderBits) {
+  const PageTests pages;
+  ScreenBuilder builder;
+  builder.screen = ArticleList();  // remains of the list behind the footer do not count
+  builder.Put(23, 0, u"  瀏覽 第 1/1 頁 (100%)  目前顯示: 第 01~10 行", 0x87).Fill(23, 60, 79, 0x27);
+  ClassifyScreen(pages, builder.screen, ScreenReason::kUpdated);
+  EXPECT_EQ(builder.screen.pageFlags,
+            std::uint32_t{PF_READING | PF_READ_TOP | PF_READ_END | PF_READ_FOOTER_RED | PF_BROWSABLE});
+}
+
+TEST_F(ClassifierTest, DisputedNoticeIsNotTheArticle) {
+  const PageTests pages;
+  ScreenBuilder builder;
+  builder.Put(11, 0, u"        本篇文章內容經站方授權之板務管理人員判斷有尚待證實之處，");
+  builder.Put(12, 0, u"        請使用者於閱讀時自行參閱其他資訊來源，對文章內容真實性進一步查證。");
+  builder.Put(23, 0, u"  瀏覽 第 1/1 頁 (100%)", 0x87);
+  ClassifyScreen(pages, builder.screen, ScreenReason::kUpdated);
+  EXPECT_EQ(builder.screen.pageFlags, std::uint32_t{PF_DISPUTED_NOTICE});
+}
+
+TEST_F(ClassifierTest, AStarLineKeepsWhatThePageWas) {
+  const PageTests pages;
+  ScreenSnapshot screen = ArticleList();
+  ClassifyScreen(pages, screen, ScreenReason::kUpdated);
+  const std::uint32_t before = screen.pageFlags;
+  ScreenBuilder builder;
+  builder.screen = screen;
+  builder.Put(22, 0, u"★kagami", 0xCB).Put(22, 8, u" 在嗎 ", 0xAF).Fill(22, 14, 15, kAttrBlank);
+  builder.Put(22, 14, u" ").Cursor(22, 14);
+  ClassifyScreen(pages, builder.screen, ScreenReason::kUpdated);
+  EXPECT_EQ(builder.screen.pageFlags, before | PF_STAR_LINE);
+  EXPECT_EQ(builder.screen.msgCount, 1);
+  ClassifyScreen(pages, screen, ScreenReason::kUpdated);
+  EXPECT_EQ(screen.msgCount, 0);
+}
+
+TEST_F(ClassifierTest, AFrozenScreenIsOnlyLookedAtWhenTheConnectionEnds) {
+  ScreenClassifier classifier;
+  RecordingTarget target;
+  ScreenSnapshot screen = ArticleList();
+  screen.notifyWindow = &target;
+  screen.frozen = 1;
+  classifier.ProcessScreen(screen, ScreenReason::kUpdated);
+  EXPECT_EQ(target.posted, 0);
+  EXPECT_EQ(screen.pageFlags, 0u);
+  classifier.ProcessScreen(screen, ScreenReason::kDisconnected);
+  ASSERT_EQ(target.reasons, std::vector<int>{2});
+  EXPECT_EQ(target.snapshots[0]->pageFlags, screen.pageFlags);
+  target.refuse = true;  // nobody owns the copy then; the leak checker watches
+  classifier.ProcessScreen(screen, ScreenReason::kDisconnected);
+  EXPECT_EQ(target.posted, 2);
+}
+
+TEST_F(ClassifierTest, AReaderPageIsHandedOverInTheMiddleOfABatch) {
+  ScreenClassifier classifier;
+  RecordingTarget target;
+  TermScreen screen;
+  screen.SetWatcher(&classifier);
+  screen.notifyWindow = &target;
+  const std::string footer = "\x1b[m\x1b[23;1H\x1b[K\n\x1b[34;46m" + ToBig5(u"  瀏覽 第 1/3 頁 ( 33%) ") +
+                             std::string(46, ' ') + "\x1b[m";
+  const std::string stream = footer + "\x1b[1;1Hmore of the page";
+  screen.Feed({reinterpret_cast<const std::uint8_t*>(stream.data()), stream.size()});
+  ASSERT_EQ(target.snapshots.size(), 1u);
+  EXPECT_EQ(target.snapshots[0]->pageFlags & PF_READING, std::uint32_t{PF_READING});
+  EXPECT_EQ(target.snapshots[0]->TextAt(0, 0), ' ');
+  EXPECT_EQ(target.snapshots[0]->inBatch, 0);
+  EXPECT_EQ(screen.TextAt(0, 0), 'm');
+}
+
+TEST_F(ClassifierTest, RandomScreensAndCursorsNeverHurt) {
+  const PageTests pages;
+  std::mt19937 random(7);
+  for (int round = 0; round < 2000; ++round) {
+    ScreenSnapshot screen;
+    for (auto* grid : {&screen.text, &screen.attr})
+      for (auto& row : *grid)
+        for (auto& byte : row)
+          byte = static_cast<std::uint8_t>(random());
+    screen.cursorRow = static_cast<int>(random() % 256) - 128;
+    screen.cursorCol = static_cast<int>(random() % 256) - 128;
+    ClassifyScreen(pages, screen, ScreenReason::kUpdated);
+    EXPECT_EQ(screen.pageFlags & PF_READING, 0u);
+  }
+}
+
+}  // namespace
+}  // namespace quillet

@@ -1,0 +1,58 @@
+#include "core/term_screen.h"
+
+#include <cstring>
+#include <gtest/gtest.h>
+#include <string>
+
+#include "tests/support/feeding.h"
+
+namespace quillet {
+namespace {
+
+TEST(TermScreenTest, StartsBlankWithBlackInk) {
+  TermScreen screen;
+  EXPECT_EQ(Row(screen, 0), "");
+  EXPECT_EQ(screen.AttrAt(23, 79), kAttrBlank);
+  EXPECT_EQ(screen.cursorRow, 0);
+  EXPECT_EQ(screen.cursorCol, 0);
+  EXPECT_EQ(screen.classifierMode, 8);
+
+  screen.Feed(AsBytes("A\x1b[mB"));
+  EXPECT_EQ(Row(screen, 0), "AB");
+  EXPECT_EQ(screen.AttrAt(0, 0), 0);
+  EXPECT_EQ(screen.AttrAt(0, 1), kAttrBlank);
+}
+
+TEST(TermScreenTest, ClearRestoresTheBytesBehindTheRowsAndNothingElse) {
+  TermScreen screen;
+  screen.Feed(AsBytes(NumberedRows() + "\x1b[1;33;44m" + At(7, 5)));
+  for (ScreenRow& row : screen.text)
+    row.fill('x');
+  for (ScreenRow& row : screen.attr)
+    row.fill(0x40);
+  screen.Clear();
+  for (std::size_t row = 0; row < kRows; ++row) {
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(screen.text[row].data())), std::string(81, ' '));
+    EXPECT_EQ(screen.text[row][81], 0);
+    for (std::size_t col = 82; col < kRowStride; ++col)
+      EXPECT_EQ(screen.text[row][col], ' ');
+    for (const std::uint8_t attr : screen.attr[row])
+      EXPECT_EQ(attr, kAttrBlank);
+  }
+  EXPECT_EQ(screen.cursorRow, 7);
+  EXPECT_EQ(screen.cursorCol, 5);
+  EXPECT_EQ(screen.curAttr, 0x8Bu);
+}
+
+TEST(TermScreenTest, RowsStayStringsWhateverIsScrolledAndErased) {
+  TermScreen screen;
+  screen.Feed(AsBytes(NumberedRows() + At(23, 70) + "\n\n\x1b[K" + At(4, 79) + "\x1b[K\x1b[3L\x1bM" +
+                      At(20, 0) + "\x1b[2L" + At(0, 0) + "\x1bM\x1bM" + At(23, 79) + "\x1bM\x1b[L\n"));
+  for (const ScreenRow& row : screen.text) {
+    EXPECT_EQ(row[80], ' ');
+    EXPECT_EQ(row[81], 0);
+  }
+}
+
+}  // namespace
+}  // namespace quillet

@@ -1,0 +1,107 @@
+// The articles that come with the program, and what the loader makes of bad ones.
+#include <fstream>
+#include <gtest/gtest.h>
+#include <set>
+#include <sstream>
+
+#include "core/charset.h"
+#include "demo/ansi_line.h"
+#include "demo/big5_text.h"
+#include "demo/content_loader.h"
+#include "tests/support/tables.h"
+
+namespace quillet {
+namespace {
+
+namespace fs = std::filesystem;
+using ContentTest = WithTables;
+
+const fs::path kContent = QUILLET_SOURCE_DIR "/demo/content";
+constexpr std::size_t kBodyColumns = 78;
+constexpr int kTitleColumns = 48;
+
+std::vector<fs::path> TextFiles() {
+  std::vector<fs::path> files;
+  for (const auto& entry : fs::recursive_directory_iterator(kContent))
+    if (entry.path().extension() == ".txt") files.push_back(entry.path());
+  return files;
+}
+
+TEST_F(ContentTest, EveryFileLoadsAndFitsTheScreen) {
+  const demo::Content content = demo::LoadContent(kContent);
+  for (const std::string& problem : content.problems)
+    ADD_FAILURE() << problem;
+  ASSERT_FALSE(content.users.empty());
+  for (const demo::Board& board : content.boards) {
+    EXPECT_LE(board.info.name.size(), 12u);
+    EXPECT_LE(board.info.category.size(), 4u) << board.info.name;
+    EXPECT_LE(board.info.title.size(), 34u) << board.info.name;
+    EXPECT_FALSE(board.articles.empty()) << board.info.name;
+    std::set<std::string> names;
+    std::int64_t last = 0;
+    for (const demo::ArticlePtr& article : board.articles) {
+      const std::string where = board.info.name + " " + article->fileName;
+      EXPECT_TRUE(names.insert(article->fileName).second) << where;
+      EXPECT_LE(last, article->seconds) << where << " is older than the article before";
+      last = article->seconds;
+      EXPECT_LE(article->authorId.size(), 12u) << where;
+      for (std::size_t i = 0; i < article->body.size(); ++i)
+        EXPECT_LE(demo::PlainText(article->body[i]).size(), kBodyColumns) << where << " line " << i + 1;
+    }
+  }
+}
+
+TEST_F(ContentTest, EveryCharacterHasABig5Form) {
+  for (const fs::path& file : TextFiles()) {
+    std::ifstream stream(file, std::ios::binary);
+    int number = 0;
+    for (std::string line; std::getline(stream, line);) {
+      ++number;
+      for (const char16_t unit : demo::Utf16FromUtf8(line)) {
+        const bool sign = unit == u'\u241B' || unit == u'\u240C';
+        EXPECT_TRUE(unit < 0x80 || sign || Charset().unicodeToBig5[unit] != kNoBig5)
+            << file << ":" << number << " U+" << std::hex << static_cast<unsigned>(unit);
+      }
+    }
+  }
+}
+
+TEST_F(ContentTest, ArticlesAreReadWholeOrRefusedWithAReason) {
+  demo::Article article;
+  std::string problem;
+  const std::string head = "Author: kagami (鏡子)\nTitle: 題\nDate: 2026-10-03 21:14:05\n";
+  ASSERT_TRUE(demo::ParseArticle(
+      head + "Mark: s\nKind: empty\n\n一\n\n二\n----- pushes\n推|a|b|c|1.2.3.4|10/03 21:20\n", "B/001.txt",
+      article, problem));
+  EXPECT_EQ(article.authorId, "kagami");
+  EXPECT_EQ(article.nickname, ToBig5(u"鏡子"));
+  EXPECT_EQ(article.mark, 's');
+  EXPECT_EQ(article.body.size(), 3u);
+  ASSERT_EQ(article.pushes.size(), 1u);
+  EXPECT_EQ(article.pushes[0].text, "b|c");
+  EXPECT_EQ(article.pushes[0].address, "1.2.3.4");
+  EXPECT_EQ(article.Score(), 1);
+  for (const std::string& bad : {std::string("\nno header at all\n"), head + "Kind: unheard\n\n",
+                                 std::string("Author: a\nDate: never\n\n"),
+                                 head + "\nx\n----- pushes\nnot a push\n", head + "no colon\n\n"}) {
+    demo::Article refused;
+    problem.clear();
+    EXPECT_FALSE(demo::ParseArticle(bad, "B/002.txt", refused, problem)) << bad;
+    EXPECT_NE(problem, "");
+  }
+}
+
+TEST_F(ContentTest, ColoursAreCellsAndOtherSequencesVanish) {
+  const auto cells = demo::CellsOf(ToBig5(u"\x1b[1;31m紅\x1b[0;44mb\x1b[5C\x1b[7mc\x1b["));
+  ASSERT_EQ(cells.size(), 4u);
+  EXPECT_EQ(cells[0].attr, 0x09);
+  EXPECT_EQ(cells[2].attr, 0x87);
+  EXPECT_EQ(cells[3].attr, 0xE4);
+  EXPECT_EQ(demo::CutColumns(ToBig5(u"a中文"), 4), ToBig5(u"a中"));
+  EXPECT_TRUE(demo::ContainsIgnoringCase(ToBig5(u"看 TITLE"), "title"));
+  // The second half of a character is no beginning of a word.
+  EXPECT_FALSE(demo::ContainsIgnoringCase(std::string("\xA4\x41") + "b", "Ab"));
+}
+
+}  // namespace
+}  // namespace quillet

@@ -1,0 +1,150 @@
+#include "core/charset.h"
+#include "tests/demo/demo_fixture.h"
+
+namespace quillet {
+namespace {
+
+using DemoTalkingTest = DemoTest;
+
+bool Open(TestClient& client, const std::string& number) {
+  client.Send(number + "\rl");
+  return client.WaitForFlags(PF_READING);
+}
+
+TEST_F(DemoTalkingTest, APushOfOneUserIsSeenByAnother) {
+  const auto alice = Client("alice", "wonder", "SandBox");
+  const auto bob = Client("bob", "builder", "SandBox");
+  ASSERT_TRUE(Open(*alice, "2"));
+  ASSERT_TRUE(Open(*bob, "1"));
+  alice->Send("X");
+  ASSERT_TRUE(alice->WaitForText(23, 0, u"您覺得這篇文章 1.值得推薦 2.給它噓聲 3.只加→註解 [1]? "));
+  ASSERT_TRUE(alice->WaitForFlags(PF_PUSH_LINE));
+  alice->Send("1");
+  ASSERT_TRUE(alice->WaitForText(23, 0, u"推 alice: "));
+  alice->Send(ToBig5(u"說得好") + "\r");
+  ASSERT_TRUE(alice->WaitFor([&](const ScreenSnapshot& screen) {
+    return screen.RowText(23).find(ToBig5(u" 確定[y/N]:")) != std::string_view::npos;
+  }));
+  EXPECT_EQ(alice->Seen().pageFlags & PF_PUSH_CONFIRM, 0u);
+  alice->Send("y");
+  ASSERT_TRUE(alice->WaitForFlags(PF_PUSH_CONFIRM | PF_INPUT_FIELD)) << alice->Dump();
+  alice->Send("\r");
+  ASSERT_TRUE(alice->WaitForFlags(PF_READING));
+
+  bob->Send("q2\rl$");
+  ASSERT_TRUE(bob->WaitFor([](const ScreenSnapshot& screen) {
+    for (int row = 4; row < 22; ++row)
+      if (RowStartsWith(screen, row, 0, u"推 alice: 說得好"))
+        return screen.RowText(row).substr(57, 9) == "127.0.0.1";
+    return false;
+  })) << bob->Dump();
+  // One's own article takes notes only.
+  bob->Send("X");
+  EXPECT_TRUE(bob->WaitForText(22, 8, u", 使用 → 加註方式 "));
+  EXPECT_TRUE(bob->WaitForText(23, 0, u"→ bob: "));
+}
+
+TEST_F(DemoTalkingTest, APushMayBeRefused) {
+  const auto hasty = Client("hasty", "h", "SandBox");
+  hasty->Send("2\rX2" + ToBig5(u"快") + "\ry\r");
+  ASSERT_TRUE(hasty->WaitForFlags(PF_ARTICLE_LIST_CURSOR));
+  hasty->Send("X");
+  EXPECT_TRUE(hasty->WaitForText(23, 0, u" ◆ 本板禁止快速連續推文，請再等 ")) << hasty->Dump();
+  EXPECT_TRUE(hasty->WaitForFlags(PF_PUSH_LINE));
+
+  const auto hush = Client("hush", "h", "SandBox");
+  hush->Send("X");
+  EXPECT_TRUE(hush->WaitForText(23, 0, u" ◆ 無法推文: 使用者不可發言"));
+  hush->Send(" 5\rX");
+  EXPECT_TRUE(hush->WaitForText(23, 0, u" ◆ 無法推文"));
+  const auto alice = Client("alice", "wonder", "SandBox");
+  alice->Send("5\rX");
+  EXPECT_TRUE(alice->WaitForText(23, 0, u" ◆ 本文已刪除"));
+}
+
+TEST_F(DemoTalkingTest, AnArticleWrittenInTheEditorAppearsInTheList) {
+  const auto alice = Client("alice", "wonder", "Quiet");
+  alice->Send("\x10");
+  ASSERT_TRUE(alice->WaitForText(22, 0, u"標題："));
+  alice->Send(ToBig5(u"新的一篇") + "\r");
+  ASSERT_TRUE(alice->WaitForFlags(PF_EDITOR));
+  // Typed with a mistake of a wide character, and a line that is joined again.
+  alice->Send(ToBig5(u"今天錯") + "\x7f" + ToBig5(u"好") + "\rA\x1b[D\x7f\x1b[4~B");
+  ASSERT_TRUE(alice->WaitForText(0, 0, u"今天好AB")) << alice->Dump();
+  alice->Send("\x18");
+  ASSERT_TRUE(alice->WaitForFlags(PF_INPUT_FIELD));
+  alice->Send("s\r");
+  ASSERT_TRUE(alice->WaitForFlags(PF_ANYKEY_BANNER | PF_PAUSE));
+  alice->Send(" ");
+  ASSERT_TRUE(alice->WaitForFlags(PF_ARTICLE_LIST_CURSOR));
+
+  const auto bob = Client("bob", "builder", "Quiet");
+  ASSERT_TRUE(bob->Has(8, 30, u"□ 新的一篇")) << bob->Dump();
+  bob->Send("l");
+  ASSERT_TRUE(bob->WaitForFlags(PF_READING));
+  EXPECT_TRUE(bob->Has(5, 0, u"今天好AB"));
+  bob->Send("qd");
+  EXPECT_TRUE(bob->WaitForText(23, 0, u" ◆ 只能刪除自己的文章"));
+  bob->Send(" y\r\rn\r");
+  ASSERT_TRUE(bob->WaitForFlags(PF_EDITOR)) << bob->Dump();
+  bob->Send("+1\x18\r ");
+  EXPECT_TRUE(bob->WaitForText(9, 30, u"R: 新的一篇")) << bob->Dump();
+}
+
+TEST_F(DemoTalkingTest, AnInstantMessageLiesOverThePageAndIsCounted) {
+  const auto alice = Client("alice", "wonder");
+  const auto bob = Client("bob", "builder", "SandBox");
+  alice->Send("\x15");
+  ASSERT_TRUE(alice->WaitForText(0, 0, u"【使用者名單】"));
+  alice->Send("\x1b[B\r");
+  ASSERT_TRUE(alice->WaitForFlags(PF_INPUT_FIELD)) << alice->Dump();
+  alice->Send(ToBig5(u"在嗎") + "\r");
+  ASSERT_TRUE(bob->WaitForFlags(PF_STAR_LINE | PF_ARTICLE_LIST)) << bob->Dump();
+  EXPECT_TRUE(bob->Has(22, 0, u"★alice 在嗎 "));
+  // The form by which the parser counts them.
+  EXPECT_TRUE(bob->GotInOneRead("\x1b[23;1H\x1b[1;33;46m\xA1"));
+  bob->Send("\n");  // only clears the message
+  EXPECT_TRUE(bob->WaitFor([&](const ScreenSnapshot& screen) {
+    return bob->Pages().IsArticleListStrict(screen) && screen.TextAt(22, 0) == ' ';
+  }));
+
+  const auto greeted = Client("greeted", "g");
+  EXPECT_TRUE(greeted->WaitForFlags(PF_STAR_LINE));
+}
+
+TEST_F(DemoTalkingTest, MoneyGoesFromOneUserToAnother) {
+  const auto alice = Client("alice", "wonder");
+  alice->Send("x\rp\r");
+  ASSERT_TRUE(alice->WaitForText(0, 0, u"【送人文藝幣】"));
+  const std::string row(alice->Screen().RowText(1));
+  ASSERT_GE(row.find('$'), 50u);
+  EXPECT_EQ(row.substr(row.find('$'), 5), "$100)");
+  alice->Send("bob\r101\ry\r");
+  EXPECT_TRUE(alice->WaitForText(23, 0, u" ◆ 您的文藝幣不夠"));
+  alice->Send(" \rbob\r40\ry\r");
+  EXPECT_TRUE(alice->WaitForText(23, 0, u" ◆ 文藝幣已經送到"));
+  const auto bob = Client("bob", "builder");
+  bob->Send("x\rp\r");
+  ASSERT_TRUE(bob->WaitForText(0, 0, u"【送人文藝幣】"));
+  EXPECT_NE(bob->Screen().RowText(1).find("$240)"), std::string_view::npos) << bob->Dump();
+}
+
+TEST_F(DemoTalkingTest, ALetterRingsAndIsRead) {
+  const auto alice = Client("alice", "wonder");
+  const auto bob = Client("bob", "builder");
+  alice->Send("m\rw\r");
+  ASSERT_TRUE(alice->WaitForFlags(PF_INPUT_FIELD));
+  EXPECT_TRUE(alice->Has(0, 0, u"【郵件選單】"));
+  alice->Send("bob\r" + ToBig5(u"晚餐") + "\r" + ToBig5(u"吃麵") + "\x18\r");
+  ASSERT_TRUE(alice->WaitForText(23, 0, u" ◆ 信件已經寄出"));
+  ASSERT_TRUE(bob->WaitForBell());
+  bob->Send("m\r\r");
+  ASSERT_TRUE(bob->WaitForText(3, 30, u"◇ 晚餐")) << bob->Dump();
+  bob->Send("\r");
+  ASSERT_TRUE(bob->WaitForFlags(PF_READING));
+  EXPECT_TRUE(bob->Pages().IsReaderWithHelpFooter(bob->Screen()));
+  EXPECT_TRUE(bob->Has(4, 0, u"吃麵"));
+}
+
+}  // namespace
+}  // namespace quillet

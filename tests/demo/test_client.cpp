@@ -1,0 +1,154 @@
+#include "tests/demo/test_client.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <gtest/gtest.h>
+
+#include "core/charset.h"
+
+namespace quillet {
+namespace {
+
+constexpr auto kPatience = std::chrono::seconds(20);
+
+}  // namespace
+
+TestClient::TestClient(std::uint16_t port) {
+  screen_.SetWatcher(&classifier_);
+  screen_.notifyWindow = this;
+  screen_.curAttr = kAttrBlank;
+  screen_.sessionState = 2;
+  screen_.isBbsSite = 1;
+  seen_ = screen_;
+  const Resolution found = ResolveHost("127.0.0.1", std::to_string(port));
+  if (found.addresses.empty() || socket_.Connect(found.addresses[0], stop_) != Socket::Result::kOk) {
+    ADD_FAILURE() << "cannot connect: " << socket_.LastError();
+    closed_ = true;
+    return;
+  }
+  receiver_ = std::thread([this] { Receive(); });
+}
+
+TestClient::~TestClient() {
+  stop_.Set();
+  if (receiver_.joinable()) receiver_.join();
+}
+
+void TestClient::Send(std::string_view bytes) {
+  std::size_t count = 0;
+  socket_.Send({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}, count, stop_);
+}
+
+void TestClient::Receive() {
+  std::array<std::uint8_t, 16384> buffer;
+  std::size_t count = 0;
+  while (socket_.Receive(buffer, count, stop_) == Socket::Result::kOk) {
+    const std::lock_guard lock(mutex_);
+    reads_.emplace_back(reinterpret_cast<const char*>(buffer.data()), count);
+    arrived_.notify_all();
+  }
+  const std::lock_guard lock(mutex_);
+  closed_ = true;
+  arrived_.notify_all();
+}
+
+// Each read is a batch of its own, as for a session. False when nothing more will come or comes in time.
+bool TestClient::FeedNext() {
+  std::unique_lock lock(mutex_);
+  if (!arrived_.wait_for(lock, kPatience, [this] { return closed_ || !reads_.empty(); }) || reads_.empty())
+    return false;
+  fed_.push_back(std::move(reads_.front()));
+  const std::string& read = fed_.back();
+  reads_.erase(reads_.begin());
+  lock.unlock();
+  screen_.Feed({reinterpret_cast<const std::uint8_t*>(read.data()), read.size()});
+  return true;
+}
+
+bool TestClient::WaitFor(const Condition& condition) {
+  while (!condition(screen_))
+    if (!FeedNext()) return false;
+  return true;
+}
+
+bool TestClient::WaitForText(int row, int col, std::u16string_view text) {
+  return WaitFor([&](const ScreenSnapshot& screen) { return RowStartsWith(screen, row, col, text); });
+}
+
+bool TestClient::WaitForFlags(std::uint32_t flags) {
+  return WaitFor([&](const ScreenSnapshot&) { return (seen_.pageFlags & flags) == flags; });
+}
+
+bool TestClient::WaitForBell() {
+  const bool rung = WaitFor([this](const ScreenSnapshot&) { return bells_ > 0; });
+  bells_ = 0;
+  return rung;
+}
+
+bool TestClient::WaitUntilClosed() {
+  while (FeedNext()) {
+  }
+  const std::lock_guard lock(mutex_);
+  return closed_;
+}
+
+bool TestClient::LogIn(const std::string& id, const std::string& password) {
+  if (!WaitForText(20, 0, u"請輸入代號")) return false;
+  Send(id + "\r");
+  if (!password.empty()) {
+    if (!WaitForText(21, 0, u"請輸入您的密碼")) return false;
+    Send(password + "\r");
+  }
+  if (!WaitForFlags(PF_ANYKEY_BANNER)) return false;
+  Send("\n");
+  return WaitForText(0, 2, u"主") && WaitForFlags(PF_LIST_CURSOR);
+}
+
+bool TestClient::EnterBoard(const std::string& name) {
+  Send("s" + name);
+  if (!WaitFor([this](const ScreenSnapshot& screen) { return Pages().IsInputField(screen); })) return false;
+  Send("\r");
+  return WaitForFlags(PF_ARTICLE_LIST_CURSOR) && WaitFor([&](const ScreenSnapshot& screen) {
+           return screen.RowText(0).find(name) != std::string_view::npos;
+         });
+}
+
+bool TestClient::Has(int row, int col, std::u16string_view text) const {
+  return RowStartsWith(screen_, row, col, text);
+}
+
+bool TestClient::GotInOneRead(std::string_view bytes) const {
+  return std::any_of(fed_.begin(), fed_.end(),
+                     [&](const std::string& read) { return read.find(bytes) != std::string::npos; });
+}
+
+std::string TestClient::Dump() const {
+  std::string all;
+  for (int row = 0; row < kRows; ++row) {
+    for (const char16_t unit : FromBig5(screen_.RowText(row))) {
+      if (unit < 0x80) {
+        all += static_cast<char>(unit);
+      } else if (unit < 0x800) {
+        all += static_cast<char>(0xC0 | unit >> 6);
+        all += static_cast<char>(0x80 | (unit & 0x3F));
+      } else {
+        all += static_cast<char>(0xE0 | unit >> 12);
+        all += static_cast<char>(0x80 | (unit >> 6 & 0x3F));
+        all += static_cast<char>(0x80 | (unit & 0x3F));
+      }
+    }
+    all += '\n';
+  }
+  return all + "cursor " + std::to_string(screen_.cursorRow) + "," + std::to_string(screen_.cursorCol) + "\n";
+}
+
+bool TestClient::Post(unsigned message, std::uintptr_t, std::uintptr_t second) {
+  bells_ += message == kMessageBell;
+  if (message != kMessageScreen) return true;
+  const std::unique_ptr<ScreenSnapshot> taken(reinterpret_cast<ScreenSnapshot*>(second));
+  seen_ = *taken;
+  return true;
+}
+
+}  // namespace quillet

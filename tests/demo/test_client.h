@@ -1,0 +1,74 @@
+// A client for the tests: a real socket, the real screen and classifier behind it. What it "sees" is what the
+// classifier was handed, as a view would get it. One per test thread.
+#pragma once
+
+#include <condition_variable>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+#include "bbs/page_flags.h"
+#include "bbs/screen_classifier.h"
+#include "core/notify_target.h"
+#include "core/term_screen.h"
+#include "platform/socket.h"
+
+namespace quillet {
+
+class TestClient : private NotifyTarget {
+ public:
+  // Connects to the port on loopback; the test fails when it cannot.
+  explicit TestClient(std::uint16_t port);
+  ~TestClient() override;
+
+  void Send(std::string_view bytes);
+
+  // Each feeds what arrives until its condition holds; false when the connection ended or time ran out.
+  using Condition = std::function<bool(const ScreenSnapshot&)>;
+  bool WaitFor(const Condition& condition);
+  bool WaitForText(int row, int col, std::u16string_view text);
+  // A screen was handed over with all of these flags.
+  bool WaitForFlags(std::uint32_t flags);
+  bool WaitUntilClosed();
+  // A bell since the last call.
+  bool WaitForBell();
+  // Whether one read held the whole of these bytes.
+  bool GotInOneRead(std::string_view bytes) const;
+
+  // Logs in and gets past everything up to the main menu.
+  bool LogIn(const std::string& id, const std::string& password);
+  // Enters a board from a menu, as a program would do it.
+  bool EnterBoard(const std::string& name);
+
+  const TermScreen& Screen() const { return screen_; }
+  // The latest screen that was handed over.
+  const ScreenSnapshot& Seen() const { return seen_; }
+  const PageTests& Pages() const { return classifier_.Pages(); }
+  bool Has(int row, int col, std::u16string_view text) const;
+  std::string Dump() const;  // the rows as UTF-8, for messages of failed tests
+
+ private:
+  bool Post(unsigned message, std::uintptr_t first, std::uintptr_t second) override;
+  void Receive();
+  bool FeedNext();
+
+  Socket socket_;
+  StopSignal stop_;
+  ScreenClassifier classifier_;
+  TermScreen screen_;
+  ScreenSnapshot seen_;
+  int bells_ = 0;
+  std::vector<std::string> fed_;
+  std::mutex mutex_;
+  std::condition_variable arrived_;
+  std::vector<std::string> reads_;
+  bool closed_ = false;
+  std::thread receiver_;
+};
+
+}  // namespace quillet

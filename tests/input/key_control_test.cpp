@@ -1,0 +1,121 @@
+#include "input/key_control.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "core/key_sequence.h"
+#include "tests/support/screen_builder.h"
+#include "tests/support/tables.h"
+
+namespace quillet {
+namespace {
+
+using KeyControlTest = WithTables;
+
+KeyAction Decide(KeyPress press) {
+  return DecideKey(press, ScreenBuilder().screen);
+}
+
+KeyAction Bytes(std::string bytes) {
+  return {.kind = KeyActionKind::kSendBytes, .bytes = std::move(bytes)};
+}
+
+KeyAction Command(KeyCommand command) {
+  return {.kind = KeyActionKind::kCommand, .command = command};
+}
+
+KeyAction Text(std::u16string text) {
+  return {.kind = KeyActionKind::kSendText, .text = std::move(text)};
+}
+
+TEST_F(KeyControlTest, CursorKeysGoOutWhateverElseIsHeldButAlt) {
+  for (const int key : {kKeyPageUp, kKeyPageDown, kKeyEnd, kKeyHome, kKeyLeft, kKeyUp, kKeyRight, kKeyDown,
+                        kKeyInsert, kKeyDelete}) {
+    const KeyAction expected{.kind = KeyActionKind::kSendKey, .virtualKey = key};
+    EXPECT_EQ(Decide({.virtualKey = key}), expected) << key;
+    EXPECT_EQ(Decide({.virtualKey = key, .keypad = true}), expected) << key;
+    EXPECT_EQ(Decide({.virtualKey = key, .alt = true}), KeyAction{}) << key;
+  }
+  EXPECT_EQ(Decide({.virtualKey = kKeyUp, .shift = true}).kind, KeyActionKind::kSendKey);
+  EXPECT_EQ(Decide({.virtualKey = kKeyHome, .control = true}).kind, KeyActionKind::kSendKey);
+  EXPECT_EQ(Decide({.virtualKey = kKeyDelete, .text = u"\x7F"}).kind, KeyActionKind::kSendKey);
+  for (const int key : {41, 42, 43, 44})
+    EXPECT_EQ(Decide({.virtualKey = key}), KeyAction{}) << key;
+}
+
+TEST_F(KeyControlTest, EditingKeysAndControlCodes) {
+  struct Row {
+    KeyPress press;
+    KeyAction expected;
+  };
+  const std::vector<Row> rows = {
+      {{.virtualKey = kKeyEnter, .text = u"\r"}, Bytes("\r")},
+      {{.virtualKey = kKeyEnter, .keypad = true, .text = u"\r"}, Bytes("\r")},
+      {{.virtualKey = kKeyEnter, .shift = true}, Bytes("\r")},
+      {{.virtualKey = kKeyBackspace, .text = u"\b"}, Bytes("\b")},
+      {{.virtualKey = kKeyBackspace, .control = true, .text = u"\x7F"}, Bytes("\b")},
+      {{.virtualKey = kKeyTab, .text = u"\t"}, Bytes("\t")},
+      {{.virtualKey = kKeyTab, .shift = true}, {}},
+      {{.virtualKey = kKeyTab, .control = true, .text = u"\t"}, {}},
+      {{.virtualKey = kKeyEscape, .text = u"\x1B"}, Bytes("\x1B")},
+      {{.virtualKey = 'A', .control = true, .text = u"\x01"}, Bytes("\x01")},
+      {{.virtualKey = 'C', .control = true, .text = u"\x03"}, Bytes("\x03")},
+      {{.virtualKey = 'Z', .control = true, .text = u"\x1A"}, Bytes("\x1A")},
+      {{.virtualKey = kKeyOpenBracket, .control = true}, Bytes("\x1B")},
+      {{.virtualKey = kKeyBackslash, .control = true}, Bytes("\x1C")},
+      {{.virtualKey = kKeyCloseBracket, .control = true}, Bytes("\x1D")},
+      {{.virtualKey = '6', .control = true, .shift = true}, Bytes("\x1E")},
+      {{.virtualKey = kKeyMinus, .control = true, .shift = true}, Bytes("\x1F")},
+      {{.virtualKey = '6', .control = true}, {}},
+      {{.virtualKey = 'A', .control = true, .shift = true}, {}},
+  };
+  for (const Row& row : rows)
+    EXPECT_EQ(Decide(row.press), row.expected) << row.press.virtualKey << " ctrl " << row.press.control;
+}
+
+TEST_F(KeyControlTest, ClientCommands) {
+  EXPECT_EQ(Decide({.virtualKey = 'V', .control = true, .text = u"\x16"}), Command(KeyCommand::kPaste));
+  EXPECT_EQ(Decide({.virtualKey = 'V', .control = true, .shift = true}), Command(KeyCommand::kPaste));
+  EXPECT_EQ(Decide({.virtualKey = kKeyInsert, .shift = true}), Command(KeyCommand::kPaste));
+  EXPECT_EQ(Decide({.virtualKey = kKeyInsert, .control = true}), Command(KeyCommand::kCopyScreen));
+  EXPECT_EQ(Decide({.virtualKey = 'C', .control = true, .shift = true}), Command(KeyCommand::kCopyScreen));
+  EXPECT_EQ(Decide({.virtualKey = kKeyF11}), Command(KeyCommand::kFullScreen));
+}
+
+TEST_F(KeyControlTest, CharactersGoOutAsTheLayoutMakesThem) {
+  EXPECT_EQ(Decide({.virtualKey = 'A', .text = u"a"}), Text(u"a"));
+  EXPECT_EQ(Decide({.virtualKey = 'A', .shift = true, .text = u"A"}), Text(u"A"));
+  EXPECT_EQ(Decide({.keypad = true, .text = u"7"}), Text(u"7"));
+  EXPECT_EQ(Decide({.text = u"中文"}), Text(u"中文"));
+  EXPECT_EQ(Decide({.text = u"é"}), Text(u"é")) << "a dead key's result";
+  EXPECT_EQ(Decide({.virtualKey = 'Q', .control = true, .alt = true, .text = u"@"}), Text(u"@")) << "AltGr";
+  EXPECT_EQ(Decide({.virtualKey = 'F', .alt = true, .text = u"f"}), KeyAction{}) << "a menu's letter";
+  EXPECT_EQ(Decide({}), KeyAction{}) << "a modifier alone";
+  EXPECT_EQ(Decide({.text = u"\x1B[A"}), Text(u"[A")) << "no key smuggles a control character";
+}
+
+TEST_F(KeyControlTest, EnterUnderTheConfirmedLogOutQuestionCloses) {
+  const auto enterOn = [](int row, std::u16string_view text) {
+    ScreenBuilder page;
+    page.Put(row, 0, text);
+    return DecideKey({.virtualKey = kKeyEnter}, page.screen);
+  };
+  const KeyAction closing{.kind = KeyActionKind::kSendThenClose, .bytes = "\r"};
+  EXPECT_EQ(enterOn(22, u"您確定要離開【 奧拉拉文藝坊 】嗎(Y/N)？[N] y"), closing);
+  EXPECT_EQ(enterOn(22, u"您確定要離開【 奧拉拉文藝坊 】嗎(Y/N)？[N] n"), Bytes("\r"));
+  EXPECT_EQ(enterOn(22, u"您確定要離開【 奧拉拉文藝坊 】嗎(Y/N)？[N] "), Bytes("\r"));
+  EXPECT_EQ(enterOn(21, u"您確定要離開【 奧拉拉文藝坊 】嗎(Y/N)？[N] y"), Bytes("\r"));
+}
+
+TEST(CleanPasteTest, LineEndsBecomeEnterAndControlsGo) {
+  EXPECT_EQ(CleanPaste(u"a\r\nb\nc\rd"), u"a\rb\rc\rd");
+  EXPECT_EQ(CleanPaste(u"\n\n\r\n\r\r\n"), u"\r\r\r\r\r");
+  EXPECT_EQ(CleanPaste(u"一\u2028二\u2029三\u0085四"), u"一\r二\r三\r四");
+  EXPECT_EQ(CleanPaste(u"\x1B[31m紅\x07\x08\x7F\x9B\tx"), u"[31m紅\tx");
+  EXPECT_EQ(CleanPaste(std::u16string_view(u"\0a\0", 3)), u"a");
+  EXPECT_EQ(CleanPaste(u""), u"");
+}
+
+}  // namespace
+}  // namespace quillet

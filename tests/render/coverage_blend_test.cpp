@@ -1,0 +1,65 @@
+#include "render/coverage_blend.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <random>
+#include <vector>
+
+namespace quillet {
+namespace {
+
+constexpr std::uint32_t kGuard = 0x12345678;
+
+TEST(CoverageBlendTest, PortableFormRoundsExactly) {
+  for (std::uint32_t from = 0; from < 256; from += 5)
+    for (std::uint32_t to = 0; to < 256; to += 5)
+      for (std::uint32_t coverage = 0; coverage < 256; ++coverage) {
+        const auto byte = static_cast<std::uint8_t>(coverage);
+        std::uint32_t pixel = kGuard;
+        BlendCoveragePortable({&pixel, 1, &byte, 1, 1, 1, to << 8, from << 8});
+        const double exact = from + (static_cast<double>(to) - from) * coverage / 255.0;
+        ASSERT_EQ(pixel, 0xFF000000u | static_cast<std::uint32_t>(std::lround(exact)) << 8);
+      }
+}
+
+TEST(CoverageBlendTest, ChosenFormEqualsThePortableOne) {
+  std::minstd_rand random(11);
+  const auto colour = [&] { return static_cast<std::uint32_t>(random() >> 4 & 0xFFFFFF); };
+  for (int round = 0; round < 4000; ++round) {
+    const int width = static_cast<int>(1 + random() % 70);
+    const int height = static_cast<int>(1 + random() % 9);
+    const std::ptrdiff_t targetStride = width + static_cast<int>(random() % 9);
+    const std::ptrdiff_t coverageStride = width + static_cast<int>(random() % 9);
+    std::vector<std::uint8_t> coverage(static_cast<std::size_t>(coverageStride * height) + kCoverageSlack);
+    for (auto& byte : coverage)
+      byte = static_cast<std::uint8_t>(random() >> 8);
+    std::vector<std::uint32_t> chosen(static_cast<std::size_t>(targetStride * height) + 16, kGuard);
+    std::vector<std::uint32_t> portable = chosen;
+    BlendJob job{chosen.data() + 8, targetStride, coverage.data(), coverageStride, width, height,
+                 colour(),          colour()};
+    BlendCoverage(job);
+    job.target = portable.data() + 8;
+    BlendCoveragePortable(job);
+    // Equal where it draws, untouched everywhere else.
+    ASSERT_EQ(chosen, portable) << width << "x" << height;
+  }
+}
+
+// Every coverage against every difference of colours, so that no product wraps unnoticed.
+TEST(CoverageBlendTest, ChosenFormEqualsThePortableOneForEveryChannelValue) {
+  std::vector<std::uint8_t> coverage(256 + kCoverageSlack);
+  for (std::size_t i = 0; i < 256; ++i)
+    coverage[i] = static_cast<std::uint8_t>(i);
+  std::vector<std::uint32_t> chosen(256), portable(256);
+  for (std::uint32_t from = 0; from < 256; ++from)
+    for (std::uint32_t to = 0; to < 256; ++to) {
+      BlendJob job{chosen.data(), 256, coverage.data(), 256, 256, 1, to | from << 8, from | to << 8};
+      BlendCoverage(job);
+      job.target = portable.data();
+      BlendCoveragePortable(job);
+      ASSERT_EQ(chosen, portable) << from << " " << to;
+    }
+}
+
+}  // namespace
+}  // namespace quillet
