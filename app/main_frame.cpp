@@ -86,7 +86,9 @@ void CMainFrame::MakeEditMenu() {
 void CMainFrame::AskAddress() {
   const std::string& host = doc_.Hosts().mainHost;
   ConnectDlg dialog(host.empty() ? QString() : u"telnet://%1"_qs.arg(QString::fromStdString(host)), this);
-  if (dialog.exec() != QDialog::Accepted) return;
+  const int answer = dialog.exec();
+  activateWindow();
+  if (answer != QDialog::Accepted) return;
   if (dialog.Chosen() == ConnectDlg::Choice::kDemo)
     emit DemoRequested();
   else
@@ -122,6 +124,7 @@ void CMainFrame::ShowAbout() {
       u"連上中文電子佈告欄的桌面程式。<br><br>字元對照表取自 uao-js 套件（MIT 授權），資料來自 MozTW 計畫的 UAO 2.50。"_qs);
   box.addButton(u"關閉"_qs, QMessageBox::AcceptRole);
   box.exec();
+  activateWindow();
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {

@@ -8,6 +8,7 @@
 #include <QTimer>
 
 #include "app/resources.h"
+#include "app/window_icon.h"
 #include "app/window_signaller.h"
 #include "core/replay_transport.h"
 
@@ -48,6 +49,8 @@ int CQuillApp::Run() {
   PrepareToolkit();
   InitInstance();
   frame_->show();
+  // Where no window manager gives the keyboard away, one has to ask for it.
+  frame_->activateWindow();
   QTimer::singleShot(0, frame_.get(), [this] { Start(); });
   return toolkit_.exec();
 }
@@ -61,6 +64,7 @@ void CQuillApp::PrepareToolkit() {
   font.setFamilies(font.families() +
                    QStringList{"Microsoft JhengHei UI", "Noto Sans CJK TC", "Noto Sans TC"});
   QApplication::setFont(font);
+  QApplication::setWindowIcon(MakeWindowIcon());
 }
 
 void CQuillApp::InitInstance() {

@@ -44,7 +44,6 @@ void BenchFeed(benchmark::State& state, const Stream& stream) {
     FeedStream(screen, stream.bytes);
     benchmark::DoNotOptimize(screen.text);
   }
-  // Characters, so that both sides count the same work.
   state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * stream.bytes.size()));
 }
 
@@ -59,6 +58,7 @@ void BenchVterm(benchmark::State& state, const std::string& bytes, std::size_t b
       vterm_screen_flush_damage(screen);
     });
   }
+  // Counted in Big5 bytes, so that both rates speak of the same text.
   state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * big5Size));
 }
 

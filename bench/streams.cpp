@@ -74,7 +74,8 @@ void ListLine(Maker& make, int number) {
   make.Format("\x1b[1;3%dm%2d\x1b[m%2d/%02d ", 1 + make.Below(3), make.Below(100), 1 + make.Below(12),
               1 + make.Below(28));
   make.Format("%-13s", std::string(make.Name()).c_str());
-  make.Text(make.Below(4) != 0 ? u"□ [閒聊] " : u"R: [問題] ").Text(make.Phrase()).Raw("\x1b[K\r\n");
+  make.Text(make.Below(4) != 0 ? u"□ [閒聊] " : u"R: [問題] ");
+  make.Prose(2 * (6 + make.Below(14))).Raw("\x1b[K\r\n");
 }
 
 void ListPage(Maker& make) {

@@ -37,8 +37,8 @@ inline void StoreWord(std::uint8_t* to, std::uint64_t word) {
   std::memcpy(to, &word, sizeof(word));
 }
 
-// The high bit of every byte below `limit` (1 to 128). No byte disturbs its neighbour: 127 + 127 is below
-// 256.
+// The high bit of every byte below `limit` (1 to 128). Bytes do not disturb each other: 127 + 127 makes no
+// carry.
 constexpr std::uint64_t BytesBelow(std::uint64_t word, std::uint8_t limit) {
   const std::uint64_t low = (word & RepeatByte(0x7F)) + RepeatByte(static_cast<std::uint8_t>(128 - limit));
   return ~(low | word) & RepeatByte(0x80);
@@ -54,13 +54,7 @@ constexpr std::uint64_t BytesBefore(std::uint64_t marks) {
   return ((marks & (0 - marks)) >> 7) - 1;
 }
 
-// Ones in the first `count` bytes (0 to 7).
-constexpr std::uint64_t FirstBytes(std::size_t count) {
-  return (std::uint64_t{1} << (8 * count)) - 1;
-}
-
-// Writes the bits of `word` that `mask` has; the others keep what they hold. All eight bytes must be
-// writable.
+// Writes the bits of `word` that `mask` has and keeps the others. All eight bytes must be writable.
 inline void StoreMasked(std::uint8_t* to, std::uint64_t word, std::uint64_t mask) {
   StoreWord(to, (LoadWord(to) & ~mask) | (word & mask));
 }

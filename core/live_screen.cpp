@@ -17,7 +17,8 @@ void LiveScreen::Publish(const ScreenSnapshot& screen) {
 
   const std::uint32_t sequence = sequence_.load(std::memory_order_relaxed);
   sequence_.store(sequence + 1, std::memory_order_relaxed);
-  for (std::size_t i = 0; i < kWords; ++i) words_[i].store(words[i], std::memory_order_release);
+  for (std::size_t i = 0; i < kWords; ++i)
+    words_[i].store(words[i], std::memory_order_release);
   inBatch_.store(false, std::memory_order_release);
   sequence_.store(sequence + 2, std::memory_order_release);
 }
@@ -28,7 +29,8 @@ void LiveScreen::Read(Copy& out) const {
     const std::uint32_t before = sequence_.load(std::memory_order_acquire);
     if ((before & 1) == 0) {
       const bool batchBefore = inBatch_.load(std::memory_order_acquire);
-      for (std::size_t i = 0; i < kWords; ++i) words[i] = words_[i].load(std::memory_order_acquire);
+      for (std::size_t i = 0; i < kWords; ++i)
+        words[i] = words_[i].load(std::memory_order_acquire);
       out.settled = !batchBefore && !inBatch_.load(std::memory_order_acquire);
       if (sequence_.load(std::memory_order_relaxed) == before) break;
     }

@@ -3,8 +3,6 @@
 #include <cstring>
 #include <type_traits>
 
-#include "core/byte_words.h"
-
 namespace quillet {
 
 // LiveScreen and the posted copies move snapshots as bytes.

@@ -1,6 +1,6 @@
 // What the stream parser asks of those who understand pages, and whom it hands screens to. The room that
-// knows the pages implements it; tests give a fake. Called on the session's receive thread only (and by
-// Connect before that thread exists).
+// knows the pages implements it; tests give a fake. Called on the session's receive thread (and by
+// Connect before that thread exists); IsListCursor also on a sending thread, over a copy of the screen.
 #pragma once
 
 #include "core/screen_snapshot.h"

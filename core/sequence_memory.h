@@ -15,18 +15,25 @@ namespace quillet {
 
 class SequenceMemory {
  public:
-  struct Known {
-    ControlSequence sequence;
-    std::uint8_t length;  // of the bytes behind ESC "["
+  // The bytes behind ESC "[" up to the first one that looks like a letter (bit 6 set), at most eight. Where
+  // that guess is wrong nothing will be found, because only well-formed sequences are kept.
+  struct Key {
+    std::uint64_t bytes;
+    std::size_t length;
   };
+  // Of the eight bytes behind ESC "[". The length comes from the bytes and not from what is found, so that
+  // the processor can go on to the next sequence while this one is still being looked up.
+  static Key KeyOf(std::uint64_t word) {
+    const std::uint64_t letters = (word & RepeatByte(0x40)) | std::uint64_t{0x40} << 56;
+    const std::uint64_t first = letters & (0 - letters);
+    return {word & ((first << 2) - 1), FirstMarked(first) + 1};
+  }
 
-  // The sequence whose bytes behind ESC "[" `word` begins with; decoded when it is met for the first time.
-  // Null when it is longer than the word or not well-formed.
-  const Known* Find(std::uint64_t word) {
-    const std::uint64_t key = KeyOf(word);
+  // Decoded when it is met for the first time. Null when it is longer than the key or not well-formed.
+  const ControlSequence* Find(const Key& key) {
     const std::size_t slot = SlotOf(key);
-    if (entries_[slot].key == key) return &entries_[slot].known;
-    if (entries_[slot ^ 1].key == key) return &entries_[slot ^ 1].known;
+    if (entries_[slot].key == key.bytes) return &entries_[slot].sequence;
+    if (entries_[slot ^ 1].key == key.bytes) return &entries_[slot ^ 1].sequence;
     return Learn(key);
   }
 
@@ -35,26 +42,18 @@ class SequenceMemory {
   static constexpr std::uint64_t kFree = ~std::uint64_t{0};
   struct Entry {
     std::uint64_t key = kFree;
-    Known known{};
+    ControlSequence sequence;
   };
 
   // A quarter of it is enough for most; the rest keeps them from displacing each other.
   static constexpr int kSlotBits = 10;
 
-  // The bytes up to the first one that looks like a letter (bit 6 set), at most eight. Where that guess is
-  // wrong nothing will be found, because only well-formed sequences are kept.
-  static std::uint64_t KeyOf(std::uint64_t word) {
-    const std::uint64_t letters = (word & RepeatByte(0x40)) | std::uint64_t{0x40} << 56;
-    const std::uint64_t first = letters & (0 - letters);
-    return word & ((first << 2) - 1);
-  }
-
-  static std::size_t SlotOf(std::uint64_t key) {
+  static std::size_t SlotOf(const Key& key) {
     // Fibonacci hashing: the multiplier is 2^64 divided by the golden ratio.
-    return static_cast<std::size_t>((key * 0x9E3779B97F4A7C15) >> (64 - kSlotBits));
+    return static_cast<std::size_t>((key.bytes * 0x9E3779B97F4A7C15) >> (64 - kSlotBits));
   }
 
-  const Known* Learn(std::uint64_t key);
+  const ControlSequence* Learn(const Key& key);
 
   // An entry lies in its slot or in the other one of the pair.
   std::array<Entry, std::size_t{1} << kSlotBits> entries_{};

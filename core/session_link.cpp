@@ -43,7 +43,7 @@ bool SessionLink::WaitSettled(std::chrono::milliseconds patience) {
 void SessionLink::Finish() {
   unsent_ += queue.Close();
   transport_->Stop();
-  sender.join();
+  if (sender.joinable()) sender.join();
   std::scoped_lock lock(writeLock_, transportLock_);
   transport_.reset();
 }

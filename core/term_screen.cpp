@@ -100,14 +100,15 @@ void TermScreen::Step(std::uint8_t byte) {
 }
 
 void TermScreen::StepGround(std::uint8_t byte) {
-  if (byte == kReturn) {
-    cursorCol = 0;
-    return;
-  }
-  if (byte == kLineFeed) return LineFeed();
   switch (byte) {
     case kEscape:
       escState = kAfterEscape;
+      break;
+    case kLineFeed:
+      LineFeed();
+      break;
+    case kReturn:
+      cursorCol = 0;
       break;
     case kBackspace:
       if (cursorCol >= 1) --cursorCol;
@@ -140,10 +141,11 @@ void TermScreen::StepInSequence(std::uint8_t byte) {
 
 inline void TermScreen::Apply(const ControlSequence& sequence) {
   using Kind = ControlSequence::Kind;
+  if (sequence.kind == Kind::kRendition) {  // two of three sequences
+    curAttr = sequence.change.Apply(static_cast<std::uint8_t>(curAttr));
+    return;
+  }
   switch (sequence.kind) {
-    case Kind::kRendition:
-      curAttr = sequence.change.Apply(static_cast<std::uint8_t>(curAttr));
-      break;
     case Kind::kReset:
       curAttr = kAttrBlank;
       HandOverReader();
@@ -162,6 +164,7 @@ inline void TermScreen::Apply(const ControlSequence& sequence) {
     case Kind::kInsert:
       InsertLines(static_cast<std::int8_t>(sequence.row));
       break;
+    case Kind::kRendition:
     case Kind::kNothing:
       break;
   }
@@ -189,10 +192,11 @@ const std::uint8_t* TermScreen::FeedWhole(const std::uint8_t* at, const std::uin
 // remembered; nothing has been done then.
 inline const std::uint8_t* TermScreen::FeedSequence(const std::uint8_t* at) {
   if (at[1] != '[') return nullptr;
-  const SequenceMemory::Known* known = sequences_.Find(LoadWord(at + 2));
-  if (known == nullptr) return nullptr;
-  Apply(known->sequence);
-  return at + 2 + known->length;
+  const SequenceMemory::Key key = SequenceMemory::KeyOf(LoadWord(at + 2));
+  const ControlSequence* sequence = sequences_.Find(key);
+  if (sequence == nullptr) return nullptr;
+  Apply(*sequence);
+  return at + 2 + key.length;
 }
 
 // The text at `at`, with the cursor inside the screen: a word's worth of cells at a time.
@@ -225,17 +229,17 @@ inline const std::uint8_t* TermScreen::FeedText(const std::uint8_t* at, const st
   }
 
   const std::size_t count = FirstMarked(controls);
-  if (count >= room) {
+  if (count > room) {
     cursorCol = kCols - static_cast<int>(room);
     return FeedAtEdge(at, last);
   }
   StoreMasked(cells, word, BytesBefore(controls));
   StoreMasked(colours, colour, BytesBefore(controls));
-  cursorCol = kCols - static_cast<int>(room - count);
+  cursorCol = std::min(kCols - static_cast<int>(room - count), kLastCol);
   return at + count;
 }
 
-// The rest of a text that fills its row.
+// The rest of a text that is longer than its row: what does not fit ends up in the last cell.
 const std::uint8_t* TermScreen::FeedAtEdge(const std::uint8_t* at, const std::uint8_t* last) {
   while (at <= last && *at >= kControlLimit)
     Print(*at++);

@@ -136,7 +136,7 @@ void TermSession::Begin(std::unique_ptr<Transport> transport) {
     link->sender = std::thread([link] { link->RunSender(); });
     link->receiver = std::thread([this, link] { RunReceiver(*link); });
   } catch (const std::system_error& error) {
-    if (link && link->sender.joinable()) link->Finish();
+    if (link) link->Finish();
     Fail(EndReason::kConnectFailed, error.what());
     if (link) link->Settle();
   }

@@ -52,21 +52,22 @@ std::uint8_t TakeSequence(std::string_view line, std::size_t& at, std::uint8_t a
 
 std::vector<Cell> CellsOf(std::string_view line, std::uint8_t attr, int columns) {
   std::vector<Cell> cells;
+  bool half = false;  // the last cell is the first half of a character
   for (std::size_t at = 0; at < line.size();) {
     if (line[at] == '\x1b') {
       ++at;
       if (at < line.size() && line[at] == '[') attr = TakeSequence(line, ++at, attr);
       continue;
     }
-    const std::size_t length = CharacterLength(line, at);
-    const bool printable = length == 2 || (line[at] >= ' ' && line[at] < 0x7F);
-    if (printable) {
-      if (cells.size() + length > static_cast<std::size_t>(columns)) break;
-      for (std::size_t i = 0; i < length; ++i)
-        cells.push_back({static_cast<std::uint8_t>(line[at + i]), attr});
+    const char byte = line[at++];
+    const bool lead = !half && IsLead(byte) && at < line.size();
+    if (half || lead || (byte >= ' ' && byte < 0x7F)) {
+      if (std::ssize(cells) + (lead ? 2 : 1) > columns) break;
+      cells.push_back({static_cast<std::uint8_t>(byte), attr});
     }
-    at += length;
+    half = lead;
   }
+  if (half) cells.pop_back();
   return cells;
 }
 

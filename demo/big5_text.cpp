@@ -9,6 +9,7 @@ namespace quillet::demo {
 namespace {
 
 constexpr char16_t kEscapeSign = u'\u241B';
+constexpr char16_t kHalfSign = u'\u241F';
 constexpr char16_t kFormFeedSign = u'\u240C';
 constexpr char16_t kReplacement = u'\uFFFD';
 
@@ -76,6 +77,13 @@ std::string PadLeft(std::string_view big5, int columns) {
   return std::string(static_cast<std::size_t>(std::max(columns, 0)) - text.size(), ' ') + std::string(text);
 }
 
+std::string Joined(std::initializer_list<std::string_view> parts) {
+  std::string all;
+  for (const std::string_view part : parts)
+    all += part;
+  return all;
+}
+
 std::string_view Trimmed(std::string_view text) {
   constexpr std::string_view kBlanks = " \t\r\n";
   const std::size_t from = text.find_first_not_of(kBlanks);
@@ -117,7 +125,19 @@ std::string Big5FromUtf8(std::string_view utf8) {
   std::u16string text = Utf16FromUtf8(utf8);
   std::replace(text.begin(), text.end(), kEscapeSign, u'\x1b');
   std::replace(text.begin(), text.end(), kFormFeedSign, u'\f');
-  return ToBig5(text);
+  std::string big5;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const std::size_t end = text[at] == kHalfSign ? text.find(u'm', at) : std::u16string::npos;
+    if (end == std::u16string::npos || end + 1 >= text.size()) {
+      big5 += ToBig5(text.substr(at, 1));
+      continue;
+    }
+    const std::string pair = ToBig5(text.substr(end + 1, 1));
+    const std::string sequence = "\x1b[" + ToBig5(text.substr(at + 1, end - at));
+    big5 += pair.size() == 2 ? pair.substr(0, 1) + sequence + pair.substr(1) : pair;
+    at = end + 1;
+  }
+  return big5;
 }
 
 }  // namespace quillet::demo

@@ -1,6 +1,7 @@
 // Small operations on Big5 texts, where a character takes as many columns as bytes. Pure; any thread.
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -24,6 +25,9 @@ std::string_view CutColumns(std::string_view big5, int columns);
 std::string PadRight(std::string_view big5, int columns);
 std::string PadLeft(std::string_view big5, int columns);
 
+// One behind another.
+std::string Joined(std::initializer_list<std::string_view> parts);
+
 // Without blanks at both ends.
 std::string_view Trimmed(std::string_view text);
 
@@ -34,8 +38,8 @@ bool StartsWithIgnoringCase(std::string_view text, std::string_view start);
 
 // A UTF-8 text as UTF-16. Malformed bytes become U+FFFD.
 std::u16string Utf16FromUtf8(std::string_view utf8);
-// A UTF-8 text as Big5; the signs U+241B and U+240C stand for ESC and form feed. Characters without a code
-// vanish.
+// A UTF-8 text as Big5. U+241B and U+240C stand for ESC and form feed; U+241F, numbers and "m" put a colour
+// sequence between the two halves of the character behind them. Characters without a code vanish.
 std::string Big5FromUtf8(std::string_view utf8);
 
 }  // namespace quillet::demo

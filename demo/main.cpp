@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "core/charset.h"
+#include "core/endpoints.h"
 #include "demo/demo_server.h"
 #include "platform/folders.h"
 
@@ -32,6 +33,15 @@ std::optional<quillet::DemoOptions::Writes> WritesNamed(const std::string& name)
   if (name == "bbs") return Writes::kAsBbs;
   if (name == "byte") return Writes::kEveryByte;
   return std::nullopt;
+}
+
+// The names that the client knows this BBS by, so that it recognises origin lines and links.
+void NameHosts(const std::filesystem::path& file, quillet::DemoOptions& options) {
+  quillet::Endpoints endpoints;
+  if (!quillet::LoadEndpoints(file, endpoints)) return;
+  if (!endpoints.mainHost.empty()) options.hostName = endpoints.mainHost;
+  const std::string_view webHost = endpoints.Value("web/host");
+  if (!webHost.empty()) options.webHost = webHost;
 }
 
 // Every option takes a value. False for anything that is not understood.
@@ -63,6 +73,7 @@ int main(int count, char** arguments) {
   const auto resources = quillet::ResourceFolder();
   quillet::DemoOptions options;
   options.contentFolder = resources / "demo" / "content";
+  NameHosts(resources / "Data" / "endpoints.ini", options);
   options.log = [](std::string_view line) {
     std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
   };

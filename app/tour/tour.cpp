@@ -133,7 +133,7 @@ TourResult WalkTour(CMainFrame& frame, const TourSettings& settings, const std::
   }
   result.ok = true;
   result.message =
-      QStringLiteral("%1 pictures of the demo are in %2").arg(result.pictures.size()).arg(folder);
+      QStringLiteral("The pictures of the demo (%1) are in %2").arg(result.pictures.size()).arg(folder);
   return result;
 }
 

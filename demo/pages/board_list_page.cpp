@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kBottom = kRows - 1;
 constexpr int kTitleColumns = 34;
-constexpr int kCrowded = 1000;  // from here on a board's popularity is a word
+constexpr int kCrowded = 2000;  // from here on a board's popularity is a word
 constexpr std::uint8_t kHeads = Attr(kBlack, kWhite);
 
 // Colours by the first byte of the category, so that boards of one kind look alike.
@@ -53,7 +53,7 @@ void BoardListPage::DrawItem(Canvas& canvas, int row, int index) {
     canvas.Put(row, 65, u" 爆!", Attr(kWhite, kRed, Weight::kBold));
   else
     canvas.Put(row, 64, PadLeft(std::to_string(board.popularity), 5),
-               Attr(board.popularity >= 100 ? kRed : kCyan, kBlack, Weight::kBold));
+               Attr(board.popularity >= 1000 ? kRed : kCyan, kBlack, Weight::kBold));
   const std::string_view moderators = board.moderators;
   canvas.Put(row, 70, CutColumns(moderators.substr(0, moderators.find('/')), kBarEnd - 70));
 }

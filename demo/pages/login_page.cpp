@@ -66,12 +66,12 @@ void LoginPage::OnId() {
   const std::string id(Trimmed(id_.Text()));
   if (id.empty()) return;
   if (EqualsIgnoringCase(id, "new")) {
-    AskId(u"本站目前不開放線上註冊，請用上面的試用帳號進站。");
+    AskId(ToBig5(u"本站目前不開放線上註冊，請用上面的試用帳號進站。"));
     return;
   }
   const auto user = host_.TheWorld().FindUser(id);
   if (!user) {
-    Refuse(u"這裡沒有「" + FromBig5(id) + u"」這個代號，請再試一次。");
+    Refuse(ToBig5(u"這裡沒有「") + id + ToBig5(u"」這個代號，請再試一次。"));
     return;
   }
   user_ = *user;
@@ -85,9 +85,9 @@ void LoginPage::OnId() {
 
 void LoginPage::OnPassword() {
   if (password_.Text().empty() || user_.Has(kAskedAgainFlag))
-    Refuse(u"請重新輸入您的代號與密碼。");
+    Refuse(ToBig5(u"請重新輸入您的代號與密碼。"));
   else if (password_.Text() != user_.password)
-    Refuse(u"密碼不對喔！請檢查大小寫有無輸入錯誤。");
+    Refuse(ToBig5(u"密碼不對喔！請檢查大小寫有無輸入錯誤。"));
   else if (host_.TheWorld().HasOtherLogin(user_))
     step_ = Step::kOtherLogins;
   else
@@ -100,13 +100,13 @@ void LoginPage::OnOtherLogins() {
   LogIn();
 }
 
-void LoginPage::AskId(std::u16string message) {
+void LoginPage::AskId(std::string message) {
   message_ = std::move(message);
   step_ = Step::kId;
   id_.SetText({});
 }
 
-void LoginPage::Refuse(std::u16string message) {
+void LoginPage::Refuse(std::string message) {
   AskId(std::move(message));
   if (++failures_ < kMostFailures) return;
   ShowFarewell(host_, u"錯誤太多次，先休息一下再來吧。");

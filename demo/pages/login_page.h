@@ -22,8 +22,8 @@ class LoginPage : public Page {
   void OnId();
   void OnPassword();
   void OnOtherLogins();
-  void AskId(std::u16string message);
-  void Refuse(std::u16string message);
+  void AskId(std::string message);
+  void Refuse(std::string message);
   void LogIn();
 
   PageHost& host_;
@@ -32,7 +32,7 @@ class LoginPage : public Page {
   LineField id_;
   LineField password_;
   LineField answer_;
-  std::u16string message_;  // on the row of the password prompt
+  std::string message_;  // Big5, on the row of the password prompt
   int failures_ = 0;
   User user_;
 };

@@ -74,7 +74,7 @@ void AskReplyTitle(PageHost& host, const std::string& board, const Article& arti
   Ask(host, {kPromptRow, u"標題：", kTitleColumns, proposal},
       [&host, board, to, quoted, target](const std::string& title) {
         if (Trimmed(title).empty()) return;
-        Ask(host, {kPromptRow, u"請問要引用原文嗎(Y/N)？[Y] ", 2, {}},
+        Ask(host, {kRows - 1, u"請問要引用原文嗎(Y/N)？[Y] ", 2, {}},
             [&host, board, to, quoted, target, title](const std::string& answer) {
               const bool quote = answer != "n" && answer != "N";
               EditReply(host, board, to, target, title, quote ? quoted : Lines{});

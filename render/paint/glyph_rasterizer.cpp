@@ -22,7 +22,10 @@ constexpr int kMeasureEm = 512;
 constexpr double kShortestDescender = 0.78;
 // Free space above the tallest Chinese character, as a share of the row.
 constexpr double kTopMargin = 0.02;
-constexpr int kSmallestHintedEm = 8;
+// Coverage below this at the border of a glyph is not missed.
+constexpr int kFaint = 32;
+// Below this size every pixel of the em counts: tall characters are moved instead of made smaller.
+constexpr int kSmallestSnappedEm = 16;
 // Grey edges of light strokes on black look thinner than they are; this evens thin and thick strokes out.
 constexpr double kCoverageGamma = 1.2;
 
@@ -127,12 +130,54 @@ void CopyShrunk(const QImage& image, Span from, const CoverageTile& tile, Span t
   }
 }
 
+// A face's own rendering with its strokes on the pixel grid.
+struct HintedGlyph {
+  QImage image;  // 8-bit coverage
+  int left = 0;  // of the image, from the pen position and the baseline
+  int top = 0;
+};
+
+bool IsFaint(const QImage& image, QRect part) {
+  for (int y = part.top(); y <= part.bottom(); ++y)
+    for (int x = part.left(); x <= part.right(); ++x)
+      if (image.constScanLine(y)[x] >= kFaint) return false;
+  return true;
+}
+
+// Without the border rows and columns that hardly carry ink: they would make a glyph seem too large for its
+// cell.
+QRect InkRect(const QImage& image) {
+  QRect rect = image.rect();
+  while (rect.width() > 1 && IsFaint(image, {rect.left(), rect.top(), 1, rect.height()}))
+    rect.adjust(1, 0, 0, 0);
+  while (rect.width() > 1 && IsFaint(image, {rect.right(), rect.top(), 1, rect.height()}))
+    rect.adjust(0, 0, -1, 0);
+  while (rect.height() > 1 && IsFaint(image, {rect.left(), rect.top(), rect.width(), 1}))
+    rect.adjust(0, 1, 0, 0);
+  while (rect.height() > 1 && IsFaint(image, {rect.left(), rect.bottom(), rect.width(), 1}))
+    rect.adjust(0, 0, 0, -1);
+  return rect;
+}
+
+// Empty when the system's rasteriser does not say where its image belongs.
+std::optional<HintedGlyph> RenderHinted(const FaceGlyph& glyph) {
+  const QImage image = glyph.font.alphaMapForGlyph(glyph.index, QRawFont::PixelAntialiasing);
+  if (image.isNull() || image.depth() != 8) return std::nullopt;
+  const QRectF box = glyph.font.boundingRect(glyph.index);
+  if (box != QRectF(box.toRect()) || box.toRect().size() != image.size()) return std::nullopt;
+  const QRect ink = InkRect(image);
+  const QPoint corner = box.toRect().topLeft() + ink.topLeft();
+  return HintedGlyph{image.copy(ink), corner.x(), corner.y()};
+}
+
 // How far Chinese characters reach above the baseline once their strokes lie on the pixel grid.
 int HintedAbove(SizedFaces& faces) {
   int above = 0;
-  for (const char16_t unit : std::u16string_view(u"國體龜永書電高章"))
-    if (const auto glyph = faces.FindWide(unit))
-      above = std::max(above, static_cast<int>(std::ceil(-glyph->font.boundingRect(glyph->index).top())));
+  for (const char16_t unit : std::u16string_view(u"國體龜永書電高章")) {
+    const auto glyph = faces.FindWide(unit);
+    const auto hinted = glyph ? RenderHinted(*glyph) : std::nullopt;
+    if (hinted) above = std::max(above, -hinted->top);
+  }
   return above;
 }
 
@@ -156,9 +201,9 @@ GlyphRasterizer::GlyphRasterizer(const QStringList& families, const FaceMeasures
                                  bool smooth)
     : smooth_(smooth), em_(EmOf(measures, cell)), wideFaces_(families, em_), halfFaces_(families, em_) {
   const auto below = [&] { return static_cast<int>(std::lround(em_ * InkBelow(measures))); };
-  int above = HintedAbove(wideFaces_);
   // Snapping to the grid can make characters a pixel taller than their outlines.
-  while (em_ > kSmallestHintedEm && above + below() > cell.rowHeight) {
+  int above = em_ < kSmallestSnappedEm ? 0 : HintedAbove(wideFaces_);
+  while (em_ > kSmallestSnappedEm && above + below() > cell.rowHeight) {
     wideFaces_ = SizedFaces(families, --em_);
     above = HintedAbove(wideFaces_);
   }
@@ -179,26 +224,21 @@ void GlyphRasterizer::Draw(char16_t unit, GlyphWidth width, const CoverageTile& 
   Finish(tile);
 }
 
-// The face's own rendering with its strokes on the pixel grid. False when it does not lie within the cell, or
-// when the system's rasteriser does not say where its image belongs.
+// False when the face's own rendering does not fit the cell. Ink that overhangs a little is pushed together
+// or moved, which keeps it crisp.
 bool GlyphRasterizer::DrawHinted(const FaceGlyph& glyph, const CoverageTile& tile) const {
-  const QImage image = glyph.font.alphaMapForGlyph(glyph.index, QRawFont::PixelAntialiasing);
-  if (image.isNull()) return glyph.font.pathForGlyph(glyph.index).isEmpty();
-  if (image.depth() != 8) return false;
-  const QRectF box = glyph.font.boundingRect(glyph.index);
-  if (box != QRectF(box.toRect()) || box.toRect().size() != image.size()) return false;
-
-  // Ink that overhangs a little is pushed together or moved, which keeps it crisp; the rest is left to the
-  // outline.
+  const std::optional<HintedGlyph> hinted = RenderHinted(glyph);
+  if (!hinted) return glyph.font.pathForGlyph(glyph.index).isEmpty();
+  const QImage& image = hinted->image;
   const int width = std::min(image.width(), tile.width);
-  const int overhang = std::max(0, -(baseline_ + box.toRect().y()));
+  const int overhang = std::max(0, -(baseline_ + hinted->top));
   if (image.width() > width + std::max(1, width / 4) || overhang > 1 + tile.height / 40) return false;
   const int shift = static_cast<int>(std::floor((tile.width - AdvanceOf(glyph)) / 2));
-  const Span columns{std::clamp(shift + box.toRect().x(), 0, tile.width - width), width};
+  const Span columns{std::clamp(shift + hinted->left, 0, tile.width - width), width};
 
-  const Span above{0, std::clamp(-box.toRect().y(), 0, image.height())};
+  const Span above{0, std::clamp(-hinted->top, 0, image.height())};
   const Span below{above.count, image.height() - above.count};
-  const int top = baseline_ + box.toRect().y() + overhang;
+  const int top = baseline_ + hinted->top + overhang;
   const int room = std::min(below.count, tile.height - top - above.count);
   if (room < 0 || 2 * room < below.count) return false;
   CopyShrunk(image, above, tile, {top, above.count}, columns);

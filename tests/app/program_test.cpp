@@ -14,9 +14,11 @@ struct Finished {
   QString errors;
 };
 
-Finished Launch(const QStringList& arguments) {
+Finished Launch(const QStringList& arguments,
+                const QString& file = QCoreApplication::applicationDirPath() + "/quillet") {
   QProcess program;
-  program.start(QCoreApplication::applicationDirPath() + "/quillet", arguments);
+  program.setWorkingDirectory(QFileInfo(file).path());
+  program.start(file, arguments);
   Finished finished;
   if (program.waitForFinished(90000) && program.exitStatus() == QProcess::NormalExit)
     finished.exitCode = program.exitCode();
@@ -35,6 +37,20 @@ TEST(ProgramTest, HelpAndVersionAnswerAndNonsenseFails) {
   EXPECT_EQ(wrong.exitCode, 2);
   EXPECT_TRUE(wrong.errors.contains("nonsense"));
   EXPECT_TRUE(wrong.output.isEmpty());
+}
+
+// A copy of the program alone, as a broken installation leaves it.
+TEST(ProgramTest, MissingTablesAreToldByNameAndFolder) {
+  const QTemporaryDir folder;
+  const QString alone = folder.filePath("quillet");
+  ASSERT_TRUE(QFile::copy(QCoreApplication::applicationDirPath() + "/quillet", alone));
+  const Finished finished = Launch(
+      {"--demo", "--content", QUILLET_SOURCE_DIR "/demo/content", "--tour", folder.filePath("pictures")},
+      alone);
+  EXPECT_EQ(finished.exitCode, 1);
+  for (const QString& said : {u"缺少字元對照表"_qs, u"b2u2.bin"_qs, u"u2b2.bin"_qs, folder.filePath("Data")})
+    EXPECT_TRUE(finished.errors.contains(said))
+        << said.toStdString() << " in " << finished.errors.toStdString();
 }
 
 TEST(ProgramTest, ATourThatCannotHaveItsDemoOrItsFolderFails) {

@@ -16,9 +16,9 @@ class ViewDrawingTest : public WindowTest {
 TEST_F(ViewDrawingTest, TheWindowShowsThePaintersPictureUnchanged) {
   frame->resize(1000, 700);
   const QImage shown = View().grab().toImage().convertToFormat(QImage::Format_RGB32);
-  EXPECT_EQ(shown, View().Surface().Picture());
-  const QRect cell = View().Surface().CellRect(0, 0).toRect();
-  EXPECT_EQ(QColor(shown.pixel(cell.topLeft())).blue(), 0x80) << "the blue bar is there";
+  EXPECT_EQ(shown, View().Surface().Picture().copy(shown.rect()));
+  const QPointF cell = View().Surface().CellRect(0, 0).topLeft() * View().Surface().Scale();
+  EXPECT_EQ(QColor(shown.pixel(cell.toPoint())).blue(), 0x80) << "the blue bar is there";
 }
 
 TEST_F(ViewDrawingTest, EverySizeKeepsTheWholeGridAndThePictureFollows) {
@@ -27,15 +27,16 @@ TEST_F(ViewDrawingTest, EverySizeKeepsTheWholeGridAndThePictureFollows) {
   for (const QSize size : {QSize(1, 1), QSize(3, 900), QSize(900, 3), QSize(480, 288), QSize(1280, 720),
                            QSize(1281, 719), QSize(3840, 2160)}) {
     alone.resize(size);
-    const QImage shown = alone.grab().toImage();
-    EXPECT_EQ(shown.size(), size);
-    EXPECT_EQ(alone.Surface().Picture().size(), size);
+    // At a broken scale factor the last pixel is shared with what lies beside; the picture covers it.
+    const QSize pixels = alone.grab().toImage().size();
+    const QSize spare = alone.Surface().Picture().size() - pixels;
+    EXPECT_TRUE(spare.width() >= 0 && spare.width() <= 1 && spare.height() >= 0 && spare.height() <= 1);
     const Layout& layout = alone.Surface().CurrentLayout();
     if (size.width() >= 480 && size.height() >= 288) {
       EXPECT_GE(layout.originX, 0);
       EXPECT_GE(layout.originY, 0);
-      EXPECT_LE(layout.originY + 24 * layout.rowHeight, size.height());
-      EXPECT_LE(layout.originX + 80 * layout.halfCell, size.width());
+      EXPECT_LE(layout.originY + 24 * layout.rowHeight, pixels.height());
+      EXPECT_LE(layout.originX + 80 * layout.halfCell, pixels.width());
     }
   }
 }
@@ -66,10 +67,12 @@ TEST_F(ViewDrawingTest, TheCompositionIsDrawnAtTheCursorAndGoesAway) {
   QInputMethodEvent composing(u"ㄓㄨㄥ"_qs, {});
   QCoreApplication::sendEvent(&View(), &composing);
   const QImage during = View().grab().toImage();
-  const QPoint inside = View().Surface().CellRect(9, 9).center().toPoint();
   EXPECT_NE(during, before);
-  EXPECT_NE(during.pixel(inside.x(), View().Surface().CellRect(9, 9).toRect().bottom() - 1),
-            before.pixel(inside.x(), View().Surface().CellRect(9, 9).toRect().bottom() - 1));
+  const QRectF cell = View().Surface().CellRect(9, 9);
+  const qreal scale = View().Surface().Scale();
+  const QPoint underline(static_cast<int>(cell.center().x() * scale),
+                         static_cast<int>(cell.bottom() * scale) - 1);
+  EXPECT_NE(during.pixel(underline), before.pixel(underline));
   QInputMethodEvent done;
   QCoreApplication::sendEvent(&View(), &done);
   EXPECT_EQ(View().grab().toImage(), before);
@@ -83,7 +86,7 @@ TEST_F(ViewDrawingTest, APanelLiesOverTheScreenInAnyWindow) {
   for (const QSize size : {QSize(1, 1), QSize(200, 60), QSize(3840, 2160)}) {
     CQuillView alone(*doc);
     alone.resize(size);
-    EXPECT_EQ(alone.grab().toImage().size(), size);
+    EXPECT_EQ(alone.grab().deviceIndependentSize().toSize(), size);
   }
 }
 

@@ -1,4 +1,5 @@
 // The articles that come with the program, and what the loader makes of bad ones.
+#include <algorithm>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <set>
@@ -18,7 +19,6 @@ using ContentTest = WithTables;
 
 const fs::path kContent = QUILLET_SOURCE_DIR "/demo/content";
 constexpr std::size_t kBodyColumns = 78;
-constexpr int kTitleColumns = 48;
 
 std::vector<fs::path> TextFiles() {
   std::vector<fs::path> files;
@@ -57,11 +57,13 @@ TEST_F(ContentTest, EveryCharacterHasABig5Form) {
     int number = 0;
     for (std::string line; std::getline(stream, line);) {
       ++number;
-      for (const char16_t unit : demo::Utf16FromUtf8(line)) {
-        const bool sign = unit == u'\u241B' || unit == u'\u240C';
-        EXPECT_TRUE(unit < 0x80 || sign || Charset().unicodeToBig5[unit] != kNoBig5)
-            << file << ":" << number << " U+" << std::hex << static_cast<unsigned>(unit);
-      }
+      const std::u16string text = demo::Utf16FromUtf8(line);
+      const auto missing = std::find_if(text.begin(), text.end(), [](char16_t unit) {
+        const bool sign = unit == u'\u241B' || unit == u'\u240C' || unit == u'\u241F';
+        return unit >= 0x80 && !sign && Charset().unicodeToBig5[unit] == kNoBig5;
+      });
+      EXPECT_TRUE(missing == text.end())
+          << file << ":" << number << " U+" << std::hex << static_cast<unsigned>(*missing);
     }
   }
 }
@@ -97,6 +99,12 @@ TEST_F(ContentTest, ColoursAreCellsAndOtherSequencesVanish) {
   EXPECT_EQ(cells[0].attr, 0x09);
   EXPECT_EQ(cells[2].attr, 0x87);
   EXPECT_EQ(cells[3].attr, 0xE4);
+  // A character whose halves have colours of their own; one that loses its second half is no character.
+  const auto halves = demo::CellsOf(demo::Big5FromUtf8("\u241b[31m\u241f34m中"));
+  ASSERT_EQ(halves.size(), 2u);
+  EXPECT_EQ(halves[0].attr, 0x01);
+  EXPECT_EQ(halves[1].attr, 0x04);
+  EXPECT_TRUE(demo::CellsOf("\xA4\x1b[m").empty());
   EXPECT_EQ(demo::CutColumns(ToBig5(u"a中文"), 4), ToBig5(u"a中"));
   EXPECT_TRUE(demo::ContainsIgnoringCase(ToBig5(u"看 TITLE"), "title"));
   // The second half of a character is no beginning of a word.

@@ -16,6 +16,7 @@ TEST_F(DemoTalkingTest, APushOfOneUserIsSeenByAnother) {
   const auto bob = Client("bob", "builder", "SandBox");
   ASSERT_TRUE(Open(*alice, "2"));
   ASSERT_TRUE(Open(*bob, "1"));
+  const std::size_t before = alice->History().size();
   alice->Send("X");
   ASSERT_TRUE(alice->WaitForText(23, 0, u"您覺得這篇文章 1.值得推薦 2.給它噓聲 3.只加→註解 [1]? "));
   ASSERT_TRUE(alice->WaitForFlags(PF_PUSH_LINE));
@@ -28,6 +29,9 @@ TEST_F(DemoTalkingTest, APushOfOneUserIsSeenByAnother) {
   EXPECT_EQ(alice->Seen().pageFlags & PF_PUSH_CONFIRM, 0u);
   alice->Send("y");
   ASSERT_TRUE(alice->WaitForFlags(PF_PUSH_CONFIRM | PF_INPUT_FIELD)) << alice->Dump();
+  // A push prompt over an article is known by the screen before it, so no screen may come between.
+  for (std::size_t i = before; i < alice->History().size(); ++i)
+    EXPECT_NE(alice->History()[i] & (PF_READING | PF_PUSH_LINE), 0u) << i - before;
   alice->Send("\r");
   ASSERT_TRUE(alice->WaitForFlags(PF_READING));
 
@@ -107,6 +111,17 @@ TEST_F(DemoTalkingTest, AnInstantMessageLiesOverThePageAndIsCounted) {
   EXPECT_TRUE(bob->WaitFor([&](const ScreenSnapshot& screen) {
     return bob->Pages().IsArticleListStrict(screen) && screen.TextAt(22, 0) == ' ';
   }));
+
+  // While something is typed on that row the message takes the other one.
+  bob->Send("2\rl");
+  ASSERT_TRUE(bob->WaitForFlags(PF_READING));
+  bob->Send("/");
+  ASSERT_TRUE(bob->WaitForText(22, 0, u"[搜尋]關鍵字:"));
+  alice->Send("\r");
+  alice->Send(ToBig5(u"還在嗎") + "\r");
+  ASSERT_TRUE(bob->WaitForText(23, 0, u"★alice 還在嗎 ")) << bob->Dump();
+  ASSERT_TRUE(bob->WaitForFlags(PF_STAR_LINE));
+  EXPECT_TRUE(bob->GotInOneRead("\x1b[24;1H\x1b[1;33;46m\xA1"));
 
   const auto greeted = Client("greeted", "g");
   EXPECT_TRUE(greeted->WaitForFlags(PF_STAR_LINE));

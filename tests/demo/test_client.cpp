@@ -148,6 +148,7 @@ bool TestClient::Post(unsigned message, std::uintptr_t, std::uintptr_t second) {
   if (message != kMessageScreen) return true;
   const std::unique_ptr<ScreenSnapshot> taken(reinterpret_cast<ScreenSnapshot*>(second));
   seen_ = *taken;
+  history_.push_back(seen_.pageFlags);
   return true;
 }
 

@@ -48,6 +48,8 @@ class TestClient : private NotifyTarget {
   const TermScreen& Screen() const { return screen_; }
   // The latest screen that was handed over.
   const ScreenSnapshot& Seen() const { return seen_; }
+  // The flags of every screen that was handed over, in order.
+  const std::vector<std::uint32_t>& History() const { return history_; }
   const PageTests& Pages() const { return classifier_.Pages(); }
   bool Has(int row, int col, std::u16string_view text) const;
   std::string Dump() const;  // the rows as UTF-8, for messages of failed tests
@@ -62,6 +64,7 @@ class TestClient : private NotifyTarget {
   ScreenClassifier classifier_;
   TermScreen screen_;
   ScreenSnapshot seen_;
+  std::vector<std::uint32_t> history_;
   int bells_ = 0;
   std::vector<std::string> fed_;
   std::mutex mutex_;

@@ -1,0 +1,11 @@
+// The program's icon, drawn at every size it is asked for in, so that no picture file has to come along.
+// User-interface thread.
+#pragma once
+
+#include <QIcon>
+
+namespace quillet {
+
+QIcon MakeWindowIcon();
+
+}  // namespace quillet
