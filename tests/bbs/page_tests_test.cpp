@@ -94,7 +94,7 @@ TEST_F(PageTest, ReaderIsKnownByItsFooterAndStrictlyByItsParkedCursor) {
   ScreenSnapshot uncoloured = page;
   uncoloured.attr[23][78] = kAttrBlank;
   EXPECT_FALSE(pages.IsReader(uncoloured, Form::kStrict));
-  for (const auto &[row, col] : {std::pair{23, 127}, {-1, 79}, {23, -128}, {127, 127}}) {
+  for (const auto& [row, col] : {std::pair{23, 127}, {-1, 79}, {23, -128}, {127, 127}}) {
     ScreenSnapshot outside = page;
     outside.cursorRow = row;
     outside.cursorCol = col;
