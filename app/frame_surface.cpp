@@ -18,10 +18,27 @@ QRect ToDevicePixels(const QRect& rect, qreal scale) {
   return {topLeft, bottomRight};
 }
 
+// A resize by hand has ended when no new size has come for so long.
+constexpr int kSettledMs = 100;
+// One slice of preparing, between two looks at the event queue; shorter than a frame.
+constexpr int kWarmUpSliceMs = 4;
+
 }  // namespace
+
+FrameSurface::FrameSurface(QWidget& widget) : widget_(widget) {
+  warmUp_.setSingleShot(true);
+  QObject::connect(&warmUp_, &QTimer::timeout, [this] {
+    if (painter_.WarmUp(kWarmUpSliceMs)) warmUp_.start(0);
+  });
+}
+
+void FrameSurface::WarmUpSoon() {
+  warmUp_.start(kSettledMs);
+}
 
 void FrameSurface::ApplySettings(const DisplaySettings& settings) {
   painter_.ApplySettings(settings);
+  WarmUpSoon();
 }
 
 bool FrameSurface::FollowWidget() {
@@ -31,6 +48,7 @@ bool FrameSurface::FollowWidget() {
   size_ = size;
   scale_ = scale;
   painter_.Resize(size.width(), size.height());
+  WarmUpSoon();
   return true;
 }
 

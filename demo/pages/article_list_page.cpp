@@ -91,7 +91,7 @@ void ArticleListPage::DrawFrame(Canvas& canvas) {
   canvas.Put(2, 0, u"   編號    日 期 作  者       文  章  標  題", kHeads);
   const std::string popularity = ToBig5(u"人氣:") + std::to_string(board_.popularity) + " ";
   canvas.Put(2, kBarEnd - static_cast<int>(popularity.size()), popularity, kHeads);
-  canvas.Put(kBottom, 0, u" 文章選讀 ", Attr(kBlue, kCyan));
+  canvas.Put(kBottom, 0, u" 文章選讀 ", Attr(kWhite, kCyan, Weight::kBold));
   canvas.Fill(kBottom, 10, kBarEnd, kHeads);
   int col = 11;
   for (const auto& [keys, label] : {std::pair{u"(y)", u"回應"},

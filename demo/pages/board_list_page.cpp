@@ -33,7 +33,7 @@ void BoardListPage::DrawFrame(Canvas& canvas) {
   canvas.Put(1, 0, u"[←]回選單 [→]進入看板 [↑↓]選擇 [PgUp][PgDn]翻頁 [/]搜尋 [s]看板名稱");
   canvas.Fill(2, 0, kBarEnd, kHeads);
   canvas.Put(2, 0, u"   編號   看  板       類別   中   文   敘   述                  人氣 板    主", kHeads);
-  canvas.Put(kBottom, 0, u" 選擇看板 ", Attr(kBlue, kCyan));
+  canvas.Put(kBottom, 0, u" 選擇看板 ", Attr(kWhite, kCyan, Weight::kBold));
   canvas.Fill(kBottom, 10, kBarEnd, kHeads);
   int col = 12;
   for (const auto& [keys, label] :

@@ -34,7 +34,7 @@ void EditorPage::Draw(Canvas& canvas) {
   }
   constexpr std::uint8_t kWords = Attr(kBlack, kWhite);
   canvas.Fill(kBottom, 0, kCols - 1, kWords);
-  int col = canvas.Put(kBottom, 0, u" 編輯文章 ", Attr(kBlue, kCyan));
+  int col = canvas.Put(kBottom, 0, u" 編輯文章 ", Attr(kWhite, kCyan, Weight::kBold));
   col = canvas.Put(kBottom, col + 1, u"(^X)", Attr(kRed, kWhite));
   col = canvas.Put(kBottom, col, u"存檔或放棄", kWords);
   col = canvas.Put(kBottom, col + 1, u"(^Y)", Attr(kRed, kWhite));

@@ -104,7 +104,7 @@ void DrawTitleBar(Canvas& canvas, std::u16string_view title, std::string_view ri
 }
 
 void DrawStatusBar(Canvas& canvas, PageHost& host) {
-  constexpr std::uint8_t kLeft = Attr(kBlue, kCyan);
+  constexpr std::uint8_t kLeft = Attr(kWhite, kCyan, Weight::kBold);
   constexpr std::uint8_t kMiddle = Attr(kBlack, kWhite);
   const BbsTime now = TimeOf(NowSeconds());
   const std::string date = " [" + std::to_string(now.month) + "/" + std::to_string(now.day) + " " +

@@ -16,10 +16,10 @@ constexpr int kPageStep = kRowsShown - 1;  // one line of the page before stays 
 constexpr int kBarEnd = kCols - 1;
 
 // Clients tell the first, a middle and the last page by the background of the left part.
-constexpr std::uint8_t kFirstPage = Attr(kYellow, kMagenta);
-constexpr std::uint8_t kMiddlePage = Attr(kBlue, kCyan);
-constexpr std::uint8_t kLastPage = Attr(kWhite, kBlue);
-constexpr std::uint8_t kRange = Attr(kBlack, kWhite, Weight::kBold);
+constexpr std::uint8_t kFirstPage = Attr(kYellow, kMagenta, Weight::kBold);
+constexpr std::uint8_t kMiddlePage = Attr(kWhite, kCyan, Weight::kBold);
+constexpr std::uint8_t kLastPage = Attr(kWhite, kBlue, Weight::kBold);
+constexpr std::uint8_t kRange = Attr(kBlue, kWhite);
 constexpr std::uint8_t kKeys = Attr(kRed, kWhite);
 constexpr std::uint8_t kWords = Attr(kBlack, kWhite);
 

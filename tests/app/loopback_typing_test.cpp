@@ -77,7 +77,7 @@ TEST_F(LoopbackTypingTest, AStalledServerNeitherFreezesThePasteNorLosesOrder) {
   // Larger than what the system buffers for a peer that does not read.
   std::u16string text;
   for (int line = 0; text.size() < 4000000; ++line)
-    text += u"第" + QString::number(line).toStdU16String() + u"行，奧拉拉文藝坊\r";
+    text += QStringLiteral("第%1行，奧拉拉文藝坊\r").arg(line).toStdU16String();
   QGuiApplication::clipboard()->setText(QString::fromStdU16String(text));
   QElapsedTimer pasting;
   pasting.start();

@@ -171,6 +171,8 @@ class CharsetFilesTest : public testing::Test {
  protected:
   // What is missing must be emptied, not left from an earlier load.
   void SetUp() override { ASSERT_TRUE(LoadCharsetTables(kDataFolder).Complete()); }
+  // Other tests of the program need whole ones.
+  void TearDown() override { LoadCharsetTables(kDataFolder); }
 
   void Write(const std::string& name, const std::string& bytes) {
     std::ofstream(folder_.Path() / name, std::ios::binary) << bytes;

@@ -162,6 +162,20 @@ TEST(TelnetTest, APeerThatResetsInTheMiddleOfAPasteEndsTheSessionOnce) {
   EXPECT_GT(session.UnsentBytes(), 0u);
 }
 
+// As a BBS that is full does. The keys that open the session find nobody, and nobody typed them.
+TEST(TelnetTest, APeerThatLeavesAtOnceIsReadToItsEndAndNothingTypedIsMissing) {
+  LoopbackServer server([](Socket& client, const StopSignal& stop) {
+    SendText(client, "full\r\n", stop);
+    client.Shutdown();
+  });
+  TermSession session({});
+  session.Connect(server.SiteAddress());
+  ASSERT_TRUE(WaitUntil([&] { return session.state == kStateClosed; }));
+  EXPECT_EQ(session.UnsentBytes(), 0u);
+  session.Disconnect();
+  EXPECT_EQ(session.screen.RowText(0).substr(0, 5), "full ");
+}
+
 TEST(TelnetTest, ARefusingPortIsAFailedConnectWithTheSystemsWords) {
   std::string address;
   {

@@ -260,8 +260,16 @@ TEST_F(TermSessionTest, KeysAreLoggedInOrderAndUnknownOnesAreNot) {
   ASSERT_TRUE(WaitUntil([&] { return script_->Written() == "\x1b[5~\x1b[3~"; })) << script_->Written();
   EXPECT_EQ(session_.idleMark, 0);
   EXPECT_GT(session_.lastSendTick, 0);
+  {
+    std::lock_guard lock(session_.keyLogLock);
+    EXPECT_THAT(session_.keyLog, testing::ElementsAre("\x1b[5~", "\x1b[3~"));
+  }
+  session_.Disconnect();
+  for (std::size_t i = 0; i < 2 * TermSession::kKeyLogLimit; ++i)
+    session_.SendKey(i % 2 == 0 ? kKeyUp : kKeyDown);
   std::lock_guard lock(session_.keyLogLock);
-  EXPECT_THAT(session_.keyLog, testing::ElementsAre("\x1b[5~", "\x1b[3~"));
+  EXPECT_EQ(session_.keyLog.size(), TermSession::kKeyLogLimit);
+  EXPECT_EQ(session_.keyLog.back(), "\x1b[B");
 }
 
 TEST_F(TermSessionTest, WhatIsTypedWhileConnectingIsSentAndAfterTheEndIsNot) {
@@ -307,6 +315,25 @@ TEST_F(TermSessionTest, AStalledPeerHoldsNeitherTypingNorTheEndAndNothingIsUncou
   session_.Disconnect();
   EXPECT_EQ(session_.UnsentBytes() + script_->Written().size(), 10u + 2 + 2 + 3000 + 19);
   EXPECT_EQ(script_->Written().substr(0, 5), "01234");
+}
+
+// One wait of a tenth of a second for all of them: twenty seconds if each key had its own.
+TEST_F(TermSessionTest, KeysTypedAtAStalledPeerDoNotEachWait) {
+  script_->write = [](std::span<const std::uint8_t>, const StopSignal& stop) -> std::size_t {
+    while (!stop.WaitFor(1000)) {
+    }
+    return 0;
+  };
+  session_.ConnectWith(Scripted());
+  const auto started = std::chrono::steady_clock::now();
+  for (const bool direct : {false, true}) {
+    session_.sendDirect = direct;
+    for (int i = 0; i < 100; ++i)
+      session_.SendBytes("k");
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::seconds(10));
+  session_.Disconnect();
+  EXPECT_EQ(session_.UnsentBytes(), 200u);
 }
 
 TEST_F(TermSessionTest, WhatAPeerLeavesUnreadIsCountedBeforeTheEndIsReported) {

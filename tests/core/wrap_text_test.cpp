@@ -4,6 +4,7 @@
 #include <random>
 
 #include "core/term_session.h"
+#include "tests/support/scratch_folder.h"
 #include "tests/support/scripted_transport.h"
 #include "tests/support/tables.h"
 #include "tests/support/wait_until.h"
@@ -68,6 +69,18 @@ TEST_F(SendTextTest, TextGoesOutInBig5WithoutWhatHasNoCode) {
     lines += "\xA4\xE5";
   lines += "\r\xA4\xE5\r";
   ASSERT_TRUE(WaitUntil([&] { return script->Written() == "a\xA4\xA4\n" + lines; })) << script->Written();
+}
+
+TEST_F(SendTextTest, WithoutItsTableOnlyAsciiGoesOut) {
+  const ScratchFolder empty;
+  LoadCharsetTables(empty.Path());
+  auto script = std::make_shared<TransportScript>();
+  TermSession session({});
+  session.ConnectWith(std::make_unique<ScriptedTransport>(script));
+  session.SendText(u"推 a中文b");
+  EXPECT_TRUE(WaitUntil([&] { return script->Written() == " ab"; })) << script->Written();
+  session.Disconnect();
+  LoadCharsetTables(QUILLET_SOURCE_DIR "/Data");  // for the tests that follow
 }
 
 }  // namespace
