@@ -93,7 +93,7 @@ SessionFacts CQuillDoc::Facts() const {
 }
 
 QString CQuillDoc::Title() const {
-  const QString plain = u"Quillet"_qs;
+  QString plain = u"Quillet"_qs;
   switch (session_.state) {
     case kStateConnecting:
       return u"%1（連線中）- %2"_qs.arg(site_.ShownName(), plain);

@@ -157,7 +157,7 @@ Board LoadBoard(const fs::path& folder, std::vector<std::string>& problems) {
   }
   std::sort(files.begin(), files.end());
   for (const fs::path& file : files) {
-    const std::string path = board.info.name + "/" + file.filename().string();
+    const std::string path = (fs::path(board.info.name) / file.filename()).generic_string();
     std::string text, problem;
     auto article = std::make_shared<Article>();
     if (!ReadFile(file, text))

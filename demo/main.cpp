@@ -1,9 +1,9 @@
 // demo_bbs: serves the demo BBS on loopback until it is interrupted.
 #include <atomic>
+#include <charconv>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <optional>
 #include <string>
@@ -51,9 +51,9 @@ bool ReadArguments(int count, char** arguments, quillet::DemoOptions& options) {
     const std::string name = arguments[i];
     const std::string value = arguments[i + 1];
     if (name == "--port") {
-      const int port = std::atoi(value.c_str());
-      if (port < 0 || port > 65535) return false;
-      options.port = static_cast<std::uint16_t>(port);
+      const char* const end = value.data() + value.size();
+      const auto [rest, error] = std::from_chars(value.data(), end, options.port);
+      if (error != std::errc() || rest != end) return false;
     } else if (name == "--content") {
       options.contentFolder = value;
     } else if (name == "--once-writes") {

@@ -45,7 +45,7 @@ bool LineField::OnKey(const Key& key) {
   }
 }
 
-void LineField::SetText(std::string text) {
+void LineField::SetText(std::string_view text) {
   text_ = std::string(CutColumns(text, columns_));
   at_ = text_.size();
 }

@@ -22,7 +22,7 @@ class LineField {
   bool OnKey(const Key& key);
 
   const std::string& Text() const { return text_; }
-  void SetText(std::string text);
+  void SetText(std::string_view text);
 
  private:
   int columns_;

@@ -19,8 +19,8 @@ constexpr int kBarEnd = kCols - 1;  // bars leave the last column alone
 
 }  // namespace
 
-MenuPage::MenuPage(PageHost& host, std::u16string title, std::string screen, std::vector<MenuItem> items,
-                   Leave leave)
+MenuPage::MenuPage(PageHost& host, std::u16string title, const std::string& screen,
+                   std::vector<MenuItem> items, Leave leave)
     : host_(host),
       title_(std::move(title)),
       picture_(LoadScreen(host.TheHouse().contentFolder, screen)),

@@ -19,7 +19,7 @@ struct MenuItem {
 class MenuPage : public Page {
  public:
   enum class Leave { kCloses, kMovesToLastItem };
-  MenuPage(PageHost& host, std::u16string title, std::string screen, std::vector<MenuItem> items,
+  MenuPage(PageHost& host, std::u16string title, const std::string& screen, std::vector<MenuItem> items,
            Leave leave);
 
   void Draw(Canvas& canvas) override;

@@ -40,7 +40,7 @@ class DisputedPage : public Page {
 }  // namespace
 
 void OpenArticle(PageHost& host, const std::string& board, const ArticlePtr& article,
-                 ArticleStepper stepper) {
+                 const ArticleStepper& stepper) {
   const auto read = [&host, board, article, stepper] {
     host.Open(std::make_unique<ReaderPage>(host, board, article, stepper));
   };

@@ -9,6 +9,7 @@
 
 namespace quillet::demo {
 
-void OpenArticle(PageHost& host, const std::string& board, const ArticlePtr& article, ArticleStepper stepper);
+void OpenArticle(PageHost& host, const std::string& board, const ArticlePtr& article,
+                 const ArticleStepper& stepper);
 
 }  // namespace quillet::demo

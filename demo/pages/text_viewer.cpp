@@ -69,8 +69,9 @@ void TextViewer::Replace(ReaderText text) {
 }
 
 void TextViewer::Draw(Canvas& canvas) const {
-  for (int row = 0; row < kRowsShown && top_ + row < std::ssize(text_.rows); ++row)
-    canvas.Put(row, 0, text_.rows[static_cast<std::size_t>(top_ + row)]);
+  auto line = static_cast<std::size_t>(top_);
+  for (int row = 0; row < kRowsShown && line < text_.rows.size(); ++row, ++line)
+    canvas.Put(row, 0, text_.rows[line]);
   DrawFooter(canvas);
   canvas.MoveCursor(kBottom, kCols - 1);
 }

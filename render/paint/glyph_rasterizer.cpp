@@ -187,7 +187,7 @@ FaceMeasures MeasureFaces(const QStringList& families) {
   SizedFaces faces(families, kMeasureEm);
   FaceMeasures measures;
   if (const auto zero = faces.Find(u'0'))
-    measures.halfScale = std::min(1.0, kMeasureEm / 2 / std::max(AdvanceOf(*zero), 1.0));
+    measures.halfScale = std::min(1.0, kMeasureEm / 2.0 / std::max(AdvanceOf(*zero), 1.0));
   const InkExtent chinese = InkOf(faces, u"國體龜永");
   const InkExtent letters = InkOf(faces, u"gpqyjbdfhkl");
   measures.chineseAbove = std::max(chinese.above, 0.5);
