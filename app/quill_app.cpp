@@ -97,6 +97,7 @@ void CQuillApp::OpenDemo() {
     options.contentFolder = options_.contentFolder.isEmpty()
                                 ? DefaultDemoContent()
                                 : std::filesystem::path(options_.contentFolder.toStdU16String());
+    options.TakeNames(doc_->Hosts());
     demo_ = std::make_unique<DemoServer>(std::move(options));
   }
   if (!demo_->Error().empty()) {

@@ -1,8 +1,9 @@
 // How fast the parser is, in bytes per second, beside libvterm's screen layer on the same streams.
 //
-//   feed_bench                       both, and how many times faster Feed is
-//   feed_bench --callgrind STREAM    Feed only, over STREAM (screens, art, text); prints the number of bytes,
-//                                    for "valgrind --tool=callgrind --toggle-collect='*FeedStream*'"
+//   feed_bench                       both, and how many times faster Feed is; then a session of the demo with
+//                                    every frame a batch, handed over to nobody and to the real classifier
+//   feed_bench --callgrind STREAM    Feed only, over STREAM (screens, demo, art, text); prints the number of
+//                                    bytes, for "valgrind --tool=callgrind --toggle-collect='*FeedStream*'"
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cstdint>
@@ -15,6 +16,8 @@
 #include <string_view>
 #include <vterm.h>
 
+#include "bbs/screen_classifier.h"
+#include "core/notify_target.h"
 #include "core/term_screen.h"
 
 #include "bench/streams.h"
@@ -44,7 +47,7 @@ void BenchFeed(benchmark::State& state, const Stream& stream) {
     FeedStream(screen, stream.bytes);
     benchmark::DoNotOptimize(screen.text);
   }
-  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * stream.bytes.size()));
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(stream.bytes.size()));
 }
 
 void BenchVterm(benchmark::State& state, const std::string& bytes, std::size_t big5Size) {
@@ -59,7 +62,37 @@ void BenchVterm(benchmark::State& state, const std::string& bytes, std::size_t b
     });
   }
   // Counted in Big5 bytes, so that both rates speak of the same text.
-  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * big5Size));
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(big5Size));
+}
+
+// A view that drops what it gets.
+class Dropping : public NotifyTarget {
+ public:
+  bool Post(unsigned message, std::uintptr_t /*first*/, std::uintptr_t second) override {
+    if (message != kMessageScreen) return true;
+    ++screens;
+    delete reinterpret_cast<ScreenSnapshot*>(second);
+    return true;
+  }
+  std::int64_t screens = 0;
+};
+
+void BenchFrames(benchmark::State& state, const std::vector<std::string>& frames, ScreenWatcher* watcher) {
+  Dropping view;
+  TermScreen screen;
+  screen.SetWatcher(watcher);
+  screen.notifyWindow = &view;
+  std::size_t size = 0;
+  for (auto _ : state) {
+    for (const std::string& frame : frames) {
+      screen.Feed({reinterpret_cast<const std::uint8_t*>(frame.data()), frame.size()});
+      size += frame.size();
+    }
+    benchmark::DoNotOptimize(screen.text);
+  }
+  state.SetBytesProcessed(static_cast<std::int64_t>(size));
+  state.counters["screens"] =
+      benchmark::Counter(static_cast<double>(view.screens), benchmark::Counter::kAvgIterations);
 }
 
 // Shows the usual table, and keeps the best time of every benchmark for the ratios.
@@ -91,7 +124,7 @@ int RunCallgrind(std::string_view name) {
     std::printf("%zu\n", stream.bytes.size());
     return 0;
   }
-  std::fputs("No such stream; there are screens, art and text.\n", stderr);
+  std::fputs("No such stream; there are screens, demo, art and text.\n", stderr);
   return 1;
 }
 
@@ -109,6 +142,15 @@ int RunComparison(int argc, char** argv) {
       BenchVterm(state, utf8, stream.bytes.size());
     })->Repetitions(3);
   }
+  const std::vector<std::string> frames = RecordDemoSession();
+  ScreenClassifier classifier;
+  const auto registerFrames = [&frames](const char* name, ScreenWatcher* watcher) {
+    benchmark::RegisterBenchmark(name, [&frames, watcher](benchmark::State& state) {
+      BenchFrames(state, frames, watcher);
+    })->Repetitions(3);
+  };
+  registerFrames("Frames/kept", nullptr);
+  registerFrames("Frames/handed-over", &classifier);
   BestTimes times;
   benchmark::RunSpecifiedBenchmarks(&times);
   for (const Stream& stream : streams) {
@@ -117,6 +159,10 @@ int RunComparison(int argc, char** argv) {
     if (feed > 0)
       std::printf("Feed on %-8s %5.1f times libvterm\n", name.c_str(), times.Of("Vterm/" + name) / feed);
   }
+  const double kept = times.Of("Frames/kept");
+  if (kept > 0)
+    std::printf("Handed over, a frame of the demo takes %.1f times as long\n",
+                times.Of("Frames/handed-over") / kept);
   return 0;
 }
 

@@ -5,8 +5,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <random>
+#include <span>
+#include <thread>
 
 #include "core/charset.h"
+#include "demo/demo_server.h"
+#include "platform/socket.h"
 
 namespace quillet {
 namespace {
@@ -157,6 +161,32 @@ void TextPage(Maker& make) {
     make.Prose(78).Raw("\r\n");
 }
 
+// What a reader of the demo does: logs in, leafs through three boards, reads and moves about.
+struct KeyStep {
+  std::string_view keys;  // sent at once, answered by one frame
+  int times;
+};
+constexpr KeyStep kDemoSession[] = {
+    {"reader\r", 1}, {"quillet\r", 1}, {"\n", 1},     {"sChitChat\r", 1}, {"\x1b[A", 8},  {"\x1b[5~", 1},
+    {"\x1b[A", 8},   {"\r", 1},        {" ", 2},      {"f", 1},           {" ", 1},       {"f", 1},
+    {"\x1b[B", 6},   {"\x1b[A", 3},    {"q", 1},      {"\x1b[D", 1},      {"sCats\r", 1}, {"\r", 1},
+    {" ", 1},        {"q", 1},         {"\x1b[D", 1}, {"sAsciiArt\r", 1}, {"\x1b[A", 5},  {"\r", 1},
+    {"q", 1},        {"\x1b[A", 1},    {"\r", 1},     {"q", 1},           {"\x1b[D", 1},
+};
+
+// What one read brings; ends the program when nothing answers `what`.
+std::string ReadOnce(Socket& socket, const StopSignal& stop, std::string_view what) {
+  std::string bytes(1 << 16, '\0');
+  std::size_t count = 0;
+  if (socket.Receive({reinterpret_cast<std::uint8_t*>(bytes.data()), bytes.size()}, count, stop) !=
+      Socket::Result::kOk) {
+    std::fprintf(stderr, "The demo does not answer %.*s.\n", static_cast<int>(what.size()), what.data());
+    std::exit(1);
+  }
+  bytes.resize(count);
+  return bytes;
+}
+
 void AppendUtf8(std::string& out, char16_t unit) {
   const auto byte = [&out](int value) { out += static_cast<char>(value); };
   if (unit < 0x80) {
@@ -196,8 +226,47 @@ Stream TextStream(std::size_t atLeast) {
   return {"text", make.Take()};
 }
 
+std::vector<std::string> RecordDemoSession() {
+  DemoOptions options;
+  options.contentFolder = QUILLET_SOURCE_DIR "/demo/content";
+  options.writes = DemoOptions::Writes::kWhole;
+  DemoServer server(options);
+  StopSignal stop, finished;
+  // A key that changes nothing is answered by nothing.
+  std::jthread watchdog([&] {
+    if (!finished.WaitFor(20'000)) stop.Set();
+  });
+  Socket socket;
+  const Resolution found = ResolveHost("127.0.0.1", std::to_string(server.Port()));
+  if (!server.Error().empty() || found.addresses.empty() ||
+      socket.Connect(found.addresses[0], stop) != Socket::Result::kOk) {
+    std::fprintf(stderr, "The demo cannot be reached. %s\n", server.Error().c_str());
+    std::exit(1);
+  }
+  std::vector<std::string> reads{ReadOnce(socket, stop, "the connection")};
+  for (const KeyStep& step : kDemoSession) {
+    for (int i = 0; i < step.times; ++i) {
+      std::size_t count = 0;
+      socket.Send({reinterpret_cast<const std::uint8_t*>(step.keys.data()), step.keys.size()}, count, stop);
+      reads.push_back(ReadOnce(socket, stop, step.keys));
+    }
+  }
+  finished.Set();
+  return reads;
+}
+
+Stream DemoStream(std::size_t atLeast) {
+  std::string session;
+  for (const std::string& read : RecordDemoSession())
+    session += read;
+  Maker make(atLeast);
+  while (!make.Enough())
+    make.Raw(session);
+  return {"demo", make.Take()};
+}
+
 std::vector<Stream> AllStreams(std::size_t atLeast) {
-  return {ScreenStream(atLeast), ArtStream(atLeast), TextStream(atLeast)};
+  return {ScreenStream(atLeast), DemoStream(atLeast), ArtStream(atLeast), TextStream(atLeast)};
 }
 
 std::string StreamAsUtf8(std::string_view big5) {

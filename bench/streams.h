@@ -20,6 +20,12 @@ Stream ArtStream(std::size_t atLeast);
 // Nothing but full lines of text.
 Stream TextStream(std::size_t atLeast);
 
+// What the demo sends during a session of a fixed reader, over and over.
+Stream DemoStream(std::size_t atLeast);
+
+// One such session, as it was read: one batch for each key. Ends the program when the demo fails.
+std::vector<std::string> RecordDemoSession();
+
 std::vector<Stream> AllStreams(std::size_t atLeast);
 
 // The same stream for a terminal that speaks UTF-8.

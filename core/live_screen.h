@@ -27,7 +27,8 @@ class LiveScreen {
   void Read(Copy& out) const;
 
  private:
-  static constexpr std::size_t kWords = (sizeof(ScreenSnapshot) + 7) / 8;
+  static_assert(sizeof(ScreenSnapshot) % 8 == 0);
+  static constexpr std::size_t kWords = sizeof(ScreenSnapshot) / 8;
   std::array<std::atomic<std::uint64_t>, kWords> words_{};
   std::atomic<std::uint32_t> sequence_{0};  // odd while words_ is being written
   std::atomic<bool> inBatch_{false};

@@ -44,9 +44,14 @@ ReplayTransport::ReplayTransport(std::filesystem::path file, std::uint32_t bytes
     : file_(std::move(file)), bytesPerSecond_(bytesPerSecond) {}
 
 TransportEnd ReplayTransport::Run(TransportEvents& events) {
+  // A pipe or a device could hold the receive thread, and whoever joins it, for ever.
   std::error_code error;
-  if (std::filesystem::is_directory(file_, error))
-    return CannotRead(file_, EndReason::kConnectFailed, std::make_error_code(std::errc::is_a_directory));
+  const std::filesystem::file_status status = std::filesystem::status(file_, error);
+  if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+    const auto code = std::filesystem::is_directory(status) ? std::errc::is_a_directory
+                                                            : std::errc::operation_not_supported;
+    return CannotRead(file_, EndReason::kConnectFailed, std::make_error_code(code));
+  }
   errno = 0;
   std::ifstream stream(file_, std::ios::binary);
   if (!stream) {

@@ -25,7 +25,7 @@ bool SendQueue::Append(std::string_view bytes, Patience patience) {
   const auto mayAppend = [this] { return closed_ || !started_ || Size() == 0; };
   if (Size() <= chunk_) {
     if (patience)
-      changed_.wait_for(lock, *patience, mayAppend);
+      WaitPatiently(lock, *patience, mayAppend);
     else
       changed_.wait(lock, mayAppend);
   }
@@ -37,12 +37,13 @@ bool SendQueue::Append(std::string_view bytes, Patience patience) {
 
 void SendQueue::WaitWritten(std::chrono::milliseconds patience) {
   std::unique_lock lock(lock_);
-  changed_.wait_for(lock, patience, [this] { return closed_ || (Size() == 0 && !writing_); });
+  WaitPatiently(lock, patience, [this] { return closed_ || (Size() == 0 && !writing_); });
 }
 
 std::string SendQueue::Take() {
   std::unique_lock lock(lock_);
   writing_ = false;
+  stalled_ = false;
   changed_.notify_all();
   changed_.wait(lock, [this] { return closed_ || (started_ && Size() > 0); });
   if (closed_) return {};

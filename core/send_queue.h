@@ -15,6 +15,8 @@ namespace quillet {
 class SendQueue {
  public:
   // How long an appender waits for others' bytes to go out first; none means until drained or closed.
+  // Patience that has run out is not spent again before the peer has taken something: keys typed at a stalled
+  // peer cost the window one wait, not one each.
   using Patience = std::optional<std::chrono::milliseconds>;
 
   // A queue that holds more than `chunk` bytes is a long paste: appenders no longer wait for it, and Take
@@ -36,6 +38,11 @@ class SendQueue {
 
  private:
   std::size_t Size() const { return bytes_.size() - taken_; }
+  template <typename Condition>
+  void WaitPatiently(std::unique_lock<std::mutex>& lock, std::chrono::milliseconds patience,
+                     Condition condition) {
+    if (!stalled_) stalled_ = !changed_.wait_for(lock, patience, condition);
+  }
 
   const std::size_t chunk_;
   std::mutex lock_;
@@ -45,6 +52,7 @@ class SendQueue {
   bool started_ = false;
   bool closed_ = false;
   bool writing_ = false;
+  bool stalled_ = false;  // somebody's patience ran out, and nothing was written since
 };
 
 }  // namespace quillet

@@ -25,16 +25,16 @@ class SequenceMemory {
   // the processor can go on to the next sequence while this one is still being looked up.
   static Key KeyOf(std::uint64_t word) {
     const std::uint64_t letters = (word & RepeatByte(0x40)) | std::uint64_t{0x40} << 56;
-    const std::uint64_t first = letters & (0 - letters);
-    return {word & ((first << 2) - 1), FirstMarked(first) + 1};
+    const std::uint64_t upToFirst = letters ^ (letters - 1);
+    return {word & (upToFirst << 1 | 1), FirstMarked(letters) + 1};
   }
 
   // Decoded when it is met for the first time. Null when it is longer than the key or not well-formed.
-  const ControlSequence* Find(const Key& key) {
-    const std::size_t slot = SlotOf(key);
-    if (entries_[slot].key == key.bytes) return &entries_[slot].sequence;
-    if (entries_[slot ^ 1].key == key.bytes) return &entries_[slot ^ 1].sequence;
-    return Learn(key);
+  const ControlSequence* Find(Key key) {
+    const Entry& entry = entries_[SlotOf(key)];
+    if (entry.key == key.bytes) [[likely]]
+      return &entry.sequence;
+    return FindElsewhere(key);
   }
 
  private:
@@ -48,12 +48,12 @@ class SequenceMemory {
   // A quarter of it is enough for most; the rest keeps them from displacing each other.
   static constexpr int kSlotBits = 10;
 
-  static std::size_t SlotOf(const Key& key) {
+  static std::size_t SlotOf(Key key) {
     // Fibonacci hashing: the multiplier is 2^64 divided by the golden ratio.
     return static_cast<std::size_t>((key.bytes * 0x9E3779B97F4A7C15) >> (64 - kSlotBits));
   }
 
-  const ControlSequence* Learn(const Key& key);
+  const ControlSequence* FindElsewhere(Key key);
 
   // An entry lies in its slot or in the other one of the pair.
   std::array<Entry, std::size_t{1} << kSlotBits> entries_{};

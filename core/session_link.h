@@ -3,6 +3,7 @@
 // write into the next one. Used by TermSession; any thread unless a member says otherwise.
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -30,7 +31,10 @@ class SessionLink {
 
   // Blocks until the transport has taken the bytes or is gone; what it did not take counts as unsent.
   void Write(std::string_view bytes);
-  std::size_t Unsent() const { return unsent_; }
+  // Bytes that somebody typed or sent, other than the keys that the session opens with by itself.
+  void CountTyped(std::size_t bytes) { typed_ += bytes; }
+  // How many of those were not taken: never more than there were, whatever opening keys are lost as well.
+  std::size_t Unsent() const { return std::min(unsent_.load(), typed_.load()); }
 
   // Sender thread: writes what the queue gives until the queue is closed.
   void RunSender();
@@ -57,6 +61,7 @@ class SessionLink {
   std::mutex transportLock_;
   std::unique_ptr<Transport> transport_;
   std::atomic<std::size_t> unsent_{0};
+  std::atomic<std::size_t> typed_{0};
   std::mutex settledLock_;
   std::condition_variable settledChanged_;
   bool settled_ = false;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
 #include <string_view>
 
 #include "core/byte_words.h"
@@ -36,15 +35,15 @@ constexpr int kWhite = 7;
 constexpr std::uint32_t kPageIsReader = 1;
 
 // The cursor may be sent anywhere that a signed byte can name.
-constexpr int kCursorMin = std::numeric_limits<std::int8_t>::min();
-constexpr int kCursorMax = std::numeric_limits<std::int8_t>::max();
+constexpr int kCursorMin = -128;
+constexpr int kCursorMax = 127;
 
 // How the BBS draws an instant message: bold yellow on cyan, from the lead byte of its star on.
 constexpr std::string_view kMessageOnRow23 = "\x1b[23;1H\x1b[1;33;46m\xa1";
 constexpr std::string_view kMessageOnRow24 = "\x1b[24;1H\x1b[1;33;46m\xa1";
 
 constexpr std::size_t Index(int position) {
-  return static_cast<std::size_t>(position);
+  return static_cast<std::uint32_t>(position);
 }
 
 bool HoldsInstantMessage(std::span<const std::uint8_t> bytes) {
@@ -176,13 +175,19 @@ const std::uint8_t* TermScreen::FeedWhole(const std::uint8_t* at, const std::uin
   while (at <= last) {
     if (*at >= kControlLimit && CursorInside()) {
       at = FeedText(at, last);
-    } else if (*at != kEscape) {
-      StepGround(*at++);
-    } else if (const std::uint8_t* behind = FeedSequence(at)) {
+    } else if (*at == kEscape) {
+      const std::uint8_t* const behind = FeedSequence(at);
+      if (behind == nullptr) {
+        StepGround(*at++);
+        break;
+      }
       at = behind;
+    } else if (at[0] == kReturn && at[1] == kLineFeed) {  // how nearly all rows end
+      cursorCol = 0;
+      LineFeed();
+      at += 2;
     } else {
       StepGround(*at++);
-      break;
     }
   }
   return at;
@@ -195,55 +200,55 @@ inline const std::uint8_t* TermScreen::FeedSequence(const std::uint8_t* at) {
   const SequenceMemory::Key key = SequenceMemory::KeyOf(LoadWord(at + 2));
   const ControlSequence* sequence = sequences_.Find(key);
   if (sequence == nullptr) return nullptr;
+  const std::uint8_t* const behind = at + 2 + key.length;
   Apply(*sequence);
-  return at + 2 + key.length;
+  return behind;
 }
 
 // The text at `at`, with the cursor inside the screen: a word's worth of cells at a time.
 inline const std::uint8_t* TermScreen::FeedText(const std::uint8_t* at, const std::uint8_t* last) {
-  std::uint8_t* cells = &text[Index(cursorRow)][Index(cursorCol)];
-  std::uint8_t* colours = &attr[Index(cursorRow)][Index(cursorCol)];
+  const std::size_t col = Index(cursorCol);
+  const std::size_t first = Index(cursorRow) * kRowStride + col;  // cheaper than two row addresses
+  std::uint8_t* const cells = text[0].data() + first;
+  std::uint8_t* const colours = attr[0].data() + first;
   const std::uint64_t colour = RepeatByte(static_cast<std::uint8_t>(curAttr));
-  std::size_t room = Index(kCols - cursorCol);
+  std::size_t done = 0;
   std::uint64_t word = LoadWord(at);
   std::uint64_t controls = BytesBelow(word, kControlLimit);
   if (controls == 0) {
-    const std::size_t most = std::min(room, static_cast<std::size_t>(last - at) + 8) & ~std::size_t{7};
-    if (most == 0) return FeedAtEdge(at, last);
-    std::size_t done = 0;
-    do {
+    const std::size_t most = std::min(kCols - col, static_cast<std::size_t>(last - at)) & ~std::size_t{7};
+    while (controls == 0 && done != most) {
       StoreWord(cells + done, word);
       StoreWord(colours + done, colour);
       done += 8;
-      if (done == most) {
-        cursorCol = std::min(cursorCol + static_cast<int>(done), kLastCol);
-        return at + done;
-      }
       word = LoadWord(at + done);
       controls = BytesBelow(word, kControlLimit);
-    } while (controls == 0);
-    at += done;
-    cells += done;
-    colours += done;
-    room -= done;
+    }
   }
 
   const std::size_t count = FirstMarked(controls);
-  if (count > room) {
-    cursorCol = kCols - static_cast<int>(room);
-    return FeedAtEdge(at, last);
-  }
-  StoreMasked(cells, word, BytesBefore(controls));
-  StoreMasked(colours, colour, BytesBefore(controls));
-  cursorCol = std::min(kCols - static_cast<int>(room - count), kLastCol);
-  return at + count;
+  const std::size_t endCol = col + done + count;
+  if (endCol >= kCols) return FeedRowEnd(at + done, count, col + done, last);
+  StoreMasked(cells + done, word, BytesBefore(controls));
+  StoreMasked(colours + done, colour, BytesBefore(controls));
+  cursorCol = static_cast<std::int32_t>(endCol);
+  return at + done + count;
 }
 
-// The rest of a text that is longer than its row: what does not fit ends up in the last cell.
-const std::uint8_t* TermScreen::FeedAtEdge(const std::uint8_t* at, const std::uint8_t* last) {
-  while (at <= last && *at >= kControlLimit)
-    Print(*at++);
-  return at;
+// Text for the cursor's row from `col` on, of which the first `count` bytes fill the row or are too many for
+// it. What does not fit is written to the last cell, each byte over the one before.
+const std::uint8_t* TermScreen::FeedRowEnd(const std::uint8_t* at, std::size_t count, std::size_t col,
+                                           const std::uint8_t* last) {
+  ScreenRow& cells = text[Index(cursorRow)];
+  ScreenRow& colours = attr[Index(cursorRow)];
+  std::copy_n(at, kCols - col, cells.data() + col);
+  std::fill_n(colours.data() + col, kCols - col, static_cast<std::uint8_t>(curAttr));
+  const std::uint8_t* end = at + count;
+  while (end <= last && *end >= kControlLimit)
+    ++end;
+  cells[kLastCol] = end[-1];
+  cursorCol = kLastCol;
+  return end;
 }
 
 void TermScreen::Print(std::uint8_t byte) {

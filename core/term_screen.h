@@ -43,7 +43,8 @@ class TermScreen : public ScreenSnapshot {
   const std::uint8_t* FeedWhole(const std::uint8_t* at, const std::uint8_t* last);
   const std::uint8_t* FeedSequence(const std::uint8_t* at);
   const std::uint8_t* FeedText(const std::uint8_t* at, const std::uint8_t* last);
-  const std::uint8_t* FeedAtEdge(const std::uint8_t* at, const std::uint8_t* last);
+  const std::uint8_t* FeedRowEnd(const std::uint8_t* at, std::size_t count, std::size_t col,
+                                 const std::uint8_t* last);
 
   void Apply(const ControlSequence& sequence);
 

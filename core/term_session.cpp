@@ -267,6 +267,10 @@ bool TermSession::CalledFromInside() const {
   return self == waitingThread_.load() || self == receiverThread_.load();
 }
 
+bool TermSession::OnReceiveThread() const {
+  return std::this_thread::get_id() == receiverThread_.load();
+}
+
 bool TermSession::OnUserInterfaceThread() const {
   return std::this_thread::get_id() == userInterfaceThread_.load();
 }

@@ -75,8 +75,8 @@ class TermSession : private TransportEvents {
   // (the one that called Connect) never longer than 100 ms, and `wait` no longer either. Bytes for a closed
   // session are dropped.
   void SendBytes(std::string_view bytes, ReactionWait wait = ReactionWait::kNone);
-  // Converts to Big5 (characters without a code vanish) and sends. With kAt78Columns each piece of at most 78
-  // columns is followed by a CR; a character is never cut.
+  // Converts to Big5 (characters without a code vanish, all but ASCII when the table is missing) and sends.
+  // With kAt78Columns each piece of at most 78 columns is followed by a CR; a character is never cut.
   void SendText(std::u16string_view text, Wrap wrap = Wrap::kNone);
   // Moves the BBS's cursor by keys from `start`, or from where the screen's cursor stands.
   void MoveCursorTo(int row, int col, std::optional<CellPosition> start = std::nullopt);
@@ -96,7 +96,10 @@ class TermSession : private TransportEvents {
   std::atomic<std::int64_t> connectedAt{0};   // seconds since 1970
   std::atomic<std::int64_t> lastSendTick{0};  // milliseconds of the steady clock
   std::mutex keyLogLock;
-  std::vector<std::string> keyLog;  // guarded by keyLogLock
+  std::vector<std::string> keyLog;  // the newest kKeyLogLimit; guarded by keyLogLock
+
+  // Who reads the log wants to know whether somebody types; a key held down for hours must not fill memory.
+  static constexpr std::size_t kKeyLogLimit = 1000;
 
   // Largest number of bytes that the sender takes at a time. One Ethernet frame holds it, and the user can
   // still change his mind about the rest of a long paste.
@@ -104,7 +107,8 @@ class TermSession : private TransportEvents {
 
   // How the last connection ended; kNone while it lasts. Any thread.
   TransportEnd LastEnd() const;
-  // Bytes that were accepted but not written before the last connection ended. Any thread.
+  // Bytes that were accepted but not written before the last connection ended, the opening keys left out. Any
+  // thread.
   std::size_t UnsentBytes() const;
 
  private:
@@ -135,8 +139,9 @@ class TermSession : private TransportEvents {
   // Whether a wait would wait for its own thread: on the receive thread, or in the idle hook.
   bool CalledFromInside() const;
   bool OnUserInterfaceThread() const;
+  bool OnReceiveThread() const;
   void SendDirectly(SessionLink& link, std::string_view bytes, ReactionWait wait);
-  void WaitForReaction(MenuMark before);
+  void WaitForReaction(const SessionLink& link, MenuMark before);
 
   const SessionOptions options_;
   std::mutex lifecycleLock_;  // held while a connection is begun and while one is ended

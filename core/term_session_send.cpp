@@ -28,6 +28,13 @@ MenuMark MarkAtCursor(const ScreenSnapshot& screen) {
   return {screen.TextAt(screen.cursorRow, kMarkColumn), screen.TextAt(screen.cursorRow, kMarkColumn + 1)};
 }
 
+// Without its table every character would become a pair of NULs, which a BBS takes for keys.
+std::string Sendable(std::u16string_view text) {
+  std::u16string known(text);
+  std::erase_if(known, [](char16_t unit) { return unit >= 0x80 && Charset().unicodeToBig5[unit] == 0; });
+  return ToBig5(known);
+}
+
 void Repeat(std::string& keys, int virtualKey, int times) {
   for (int i = 0; i < times; ++i)
     keys += KeySequence(virtualKey);
@@ -40,6 +47,7 @@ bool TermSession::SendKey(int virtualKey, ReactionWait wait) {
   if (sequence.empty()) return false;
   {
     std::lock_guard lock(keyLogLock);
+    if (keyLog.size() >= kKeyLogLimit) keyLog.erase(keyLog.begin());
     keyLog.emplace_back(sequence);
   }
   SendBytes(sequence, wait);
@@ -56,12 +64,17 @@ void TermSession::SendBytes(std::string_view bytes, ReactionWait wait) {
     if (state == kStateConnected) SendDirectly(*link, bytes, wait);
     return;
   }
-  link->queue.Append(bytes, OnUserInterfaceThread() ? SendQueue::Patience(kWindowPatience) : std::nullopt);
+  const SendQueue::Patience patience =
+      OnUserInterfaceThread() ? SendQueue::Patience(kWindowPatience) : std::nullopt;
+  if (link->queue.Append(bytes, patience) && !OnReceiveThread()) link->CountTyped(bytes.size());
 }
 
 void TermSession::SendDirectly(SessionLink& link, std::string_view bytes, ReactionWait wait) {
+  // The receive thread would wait for what it brings itself.
+  const bool waits = wait == ReactionWait::kUntilCursorMoves && !OnReceiveThread();
   LiveScreen::Copy before;
-  if (wait == ReactionWait::kUntilCursorMoves) live.Read(before);
+  if (waits) live.Read(before);
+  if (!OnReceiveThread()) link.CountTyped(bytes.size());
   if (OnUserInterfaceThread()) {
     // A peer that does not read would hold a direct write, and with it the window.
     link.queue.Append(bytes, kWindowPatience);
@@ -69,13 +82,13 @@ void TermSession::SendDirectly(SessionLink& link, std::string_view bytes, Reacti
   } else {
     link.Write(bytes);
   }
-  if (wait == ReactionWait::kUntilCursorMoves) WaitForReaction(MarkAtCursor(before.screen));
+  if (waits) WaitForReaction(link, MarkAtCursor(before.screen));
 }
 
-void TermSession::WaitForReaction(MenuMark before) {
+void TermSession::WaitForReaction(const SessionLink& link, MenuMark before) {
   const auto started = std::chrono::steady_clock::now();
   LiveScreen::Copy now;
-  while (state == kStateConnected) {
+  while (state == kStateConnected && Link().get() == &link) {
     live.Read(now);
     const bool menuShows = !options_.watcher || options_.watcher->IsListCursor(now.screen);
     if (!noSendWait && MarkAtCursor(now.screen) != before && menuShows) return;
@@ -85,7 +98,7 @@ void TermSession::WaitForReaction(MenuMark before) {
 }
 
 void TermSession::SendText(std::u16string_view text, Wrap wrap) {
-  const std::string bytes = ToBig5(text);
+  const std::string bytes = Sendable(text);
   SendBytes(wrap == Wrap::kAt78Columns ? WrapBig5(bytes) : bytes);
 }
 

@@ -4,6 +4,7 @@
 #include <list>
 #include <thread>
 
+#include "core/endpoints.h"
 #include "demo/client.h"
 #include "demo/content_loader.h"
 #include "demo/world.h"
@@ -17,6 +18,12 @@ constexpr std::size_t kMostClients = 128;
 constexpr int kRetryMilliseconds = 50;
 
 }  // namespace
+
+void DemoOptions::TakeNames(const Endpoints& endpoints) {
+  if (!endpoints.mainHost.empty()) hostName = endpoints.mainHost;
+  const std::string_view web = endpoints.Value("web/host");
+  if (!web.empty()) webHost = web;
+}
 
 struct DemoServer::Impl {
   DemoOptions options;

@@ -12,6 +12,8 @@
 
 namespace quillet {
 
+struct Endpoints;
+
 struct DemoOptions {
   std::filesystem::path contentFolder;  // holds boards/, users.txt and the screens
   std::uint16_t port = 0;               // 0: the system chooses
@@ -21,6 +23,9 @@ struct DemoOptions {
   std::string hostName = "bbs.example";       // named by the origin line of every article
   std::string webHost = "www.bbs.example";    // of the links to articles
   std::function<void(std::string_view)> log;  // one line per connection, login and unusable file; any thread
+
+  // Takes the host names that the client knows this BBS by, so that it recognises origin lines and links.
+  void TakeNames(const Endpoints& endpoints);
 };
 
 class DemoServer {

@@ -35,15 +35,6 @@ std::optional<quillet::DemoOptions::Writes> WritesNamed(const std::string& name)
   return std::nullopt;
 }
 
-// The names that the client knows this BBS by, so that it recognises origin lines and links.
-void NameHosts(const std::filesystem::path& file, quillet::DemoOptions& options) {
-  quillet::Endpoints endpoints;
-  if (!quillet::LoadEndpoints(file, endpoints)) return;
-  if (!endpoints.mainHost.empty()) options.hostName = endpoints.mainHost;
-  const std::string_view webHost = endpoints.Value("web/host");
-  if (!webHost.empty()) options.webHost = webHost;
-}
-
 // Every option takes a value. False for anything that is not understood.
 bool ReadArguments(int count, char** arguments, quillet::DemoOptions& options) {
   for (int i = 1; i < count; i += 2) {
@@ -73,7 +64,8 @@ int main(int count, char** arguments) {
   const auto resources = quillet::ResourceFolder();
   quillet::DemoOptions options;
   options.contentFolder = resources / "demo" / "content";
-  NameHosts(resources / "Data" / "endpoints.ini", options);
+  quillet::Endpoints endpoints;
+  if (quillet::LoadEndpoints(resources / "Data" / "endpoints.ini", endpoints)) options.TakeNames(endpoints);
   options.log = [](std::string_view line) {
     std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
   };

@@ -21,15 +21,25 @@ bool IsPortNumber(std::string_view port) {
   return error == std::errc{} && end == port.data() + port.size() && number >= 1 && number <= 65535;
 }
 
+// No character is cut.
+std::string_view Shortened(std::string_view text) {
+  constexpr std::size_t kMost = 32;
+  if (text.size() <= kMost) return text;
+  std::size_t end = kMost;
+  while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
+    --end;
+  return text.substr(0, end);
+}
+
 }  // namespace
 
 std::string HostPortFault(std::string_view host, std::string_view port) {
-  if (host.empty()) return "no host name";
-  if (port.empty()) return "no port";
-  if (HasControlCharacter(host)) return "not a host name";
+  if (host.empty()) return "沒有主機名稱";
+  if (port.empty()) return "沒有埠號";
+  if (HasControlCharacter(host)) return "主機名稱含有控制字元";
   // "telnet" is a port as well: the system's services have names.
   const bool named = IsLetter(port.front()) && !HasControlCharacter(port);
-  if (!named && !IsPortNumber(port)) return "not a port: " + std::string(port.substr(0, 32));
+  if (!named && !IsPortNumber(port)) return "不是埠號：" + std::string(Shortened(port));
   return {};
 }
 

@@ -7,7 +7,7 @@
 
 namespace quillet {
 
-// Empty when the resolver may be asked, else what is wrong.
+// Empty when the resolver may be asked, else what is wrong, in words for the user (UTF-8).
 std::string HostPortFault(std::string_view host, std::string_view port);
 
 }  // namespace quillet

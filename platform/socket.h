@@ -63,7 +63,8 @@ class Socket {
   Result Connect(const ResolvedAddress& address, const StopSignal& stop);
   // Waits for at least one byte. kOk with `count` > 0, or how it ended.
   Result Receive(std::span<std::uint8_t> buffer, std::size_t& count, const StopSignal& stop);
-  // Waits until all bytes are taken by the system; `count` tells how many were.
+  // Waits until all bytes are taken by the system; `count` tells how many were. kClosed when the peer had
+  // ended the connection in good order before (where the system tells that from a broken one).
   Result Send(std::span<const std::uint8_t> bytes, std::size_t& count, const StopSignal& stop);
   // Ends the connection in both directions but keeps the handle: whoever waits in Receive gets what had
   // arrived and then kClosed. Any thread.
@@ -87,7 +88,8 @@ class Listener {
   // clients the system keeps waiting. False with LastError set when it cannot.
   bool Open(ResolvedAddress::Family family, std::uint16_t port, int backlog = 64);
   std::uint16_t Port() const;
-  // Waits for a client; nullptr when stopped or failed.
+  // Waits for a client; nullptr when stopped or failed. While the process has no handles left, it waits for
+  // one.
   std::unique_ptr<Socket> Accept(const StopSignal& stop);
   const std::string& LastError() const;
 

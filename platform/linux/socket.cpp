@@ -23,6 +23,7 @@ namespace quillet {
 namespace {
 
 constexpr int kNone = -1;
+constexpr int kShortageInterval = 50;  // milliseconds
 
 std::string ErrorText(int code) {
   return std::generic_category().message(code);
@@ -44,6 +45,11 @@ Ready WaitReady(int handle, short events, int stopHandle) {
 
 bool WouldBlock(int code) {
   return code == EAGAIN || code == EWOULDBLOCK || code == EINTR;
+}
+
+// Not the listener's fault, and over when somebody else closes something.
+bool IsShortage(int code) {
+  return code == EMFILE || code == ENFILE || code == ENOBUFS || code == ENOMEM;
 }
 
 // A key is sent as soon as it is pressed.
@@ -208,6 +214,8 @@ Socket::Result Socket::Send(std::span<const std::uint8_t> bytes, std::size_t& co
     const ssize_t sent = send(impl_->handle, rest.data(), rest.size(), MSG_NOSIGNAL);
     if (sent >= 0)
       count += static_cast<std::size_t>(sent);
+    else if (errno == EPIPE)
+      return Result::kClosed;
     else if (!WouldBlock(errno))
       return impl_->Fail(errno);
   }
@@ -310,6 +318,10 @@ std::unique_ptr<Socket> Listener::Accept(const StopSignal& stop) {
     }
     // A client that has gone again before it was taken is none of the server's errors.
     if (WouldBlock(errno) || errno == ECONNABORTED) continue;
+    if (IsShortage(errno)) {
+      stop.WaitFor(kShortageInterval);
+      continue;
+    }
     impl_->error = ErrorText(errno);
     return nullptr;
   }

@@ -16,6 +16,8 @@
 namespace quillet {
 namespace {
 
+constexpr int kShortageInterval = 50;  // milliseconds
+
 enum class Ready { kYes, kStopped };
 enum class Direction { kRead, kWrite };
 
@@ -40,6 +42,11 @@ Ready WaitReady(SOCKET handle, Direction direction, SOCKET stopHandle) {
 
 bool WouldBlock(int code) {
   return code == WSAEWOULDBLOCK || code == WSAEINTR;
+}
+
+// Not the listener's fault, and over when somebody else closes something.
+bool IsShortage(int code) {
+  return code == WSAEMFILE || code == WSAENOBUFS;
 }
 
 void DoNotBlock(SOCKET handle) {
@@ -254,7 +261,9 @@ Socket::Result Socket::Send(std::span<const std::uint8_t> bytes, std::size_t& co
         send(impl_->handle, reinterpret_cast<const char*>(piece.data()), AtMostInt(piece.size()), 0);
     if (sent >= 0)
       count += static_cast<std::size_t>(sent);
-    else if (const int code = WSAGetLastError(); !WouldBlock(code))
+    else if (const int code = WSAGetLastError(); code == WSAESHUTDOWN)
+      return Result::kClosed;
+    else if (!WouldBlock(code))
       return impl_->Fail(code);
   }
   return Result::kOk;
@@ -360,6 +369,10 @@ std::unique_ptr<Socket> Listener::Accept(const StopSignal& stop) {
     // A client that has gone again before it was taken is none of the server's errors.
     const int code = WSAGetLastError();
     if (WouldBlock(code) || code == WSAECONNRESET) continue;
+    if (IsShortage(code)) {
+      stop.WaitFor(kShortageInterval);
+      continue;
+    }
     impl_->error = SystemErrorText(code);
     return nullptr;
   }

@@ -164,6 +164,24 @@ TEST_F(ParserEqualityTest, StreamsCutAtEveryByte) {
   }
 }
 
+// Words of text, the last cell of a row and the end of a batch meet in every way; so do K and its columns.
+TEST_F(ParserEqualityTest, TextOfEveryLengthFromEveryColumn) {
+  const std::string_view behind[] = {"", "\r\n", "\n", "\x1b[K", "\x1b[33mlonger than any look-ahead"};
+  Pair pair;
+  for (int col = 0; col < kCols; ++col) {
+    for (int length = 1; length <= kCols - col + 20; ++length) {
+      std::string bytes = At(length % kRows, col) + "\x1b[3" + std::to_string(length % 8) + "m";
+      for (int i = 0; i < length; ++i)
+        bytes += static_cast<char>('!' + (col + length + i) % 90);
+      bytes += behind[static_cast<std::size_t>(col + length) % std::size(behind)];
+      pair.Feed(bytes);
+      ASSERT_TRUE(pair.Same()) << "column " << col << ", length " << length;
+      pair.actual.events.clear();
+      pair.expected.events.clear();
+    }
+  }
+}
+
 // Sequences of every length around the eight bytes that are remembered, met more than once.
 TEST_F(ParserEqualityTest, RememberedSequencesMeanWhatTheyMeantFirst) {
   std::string bytes;

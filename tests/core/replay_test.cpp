@@ -67,7 +67,7 @@ TEST_F(ReplayTest, TheSessionsStopEndsASlowReplay) {
 }
 
 TEST_F(ReplayTest, WhatCannotBeReadIsNamed) {
-  for (const auto& path : {folder_.Path() / "missing", folder_.Path()}) {
+  for (const auto& path : {folder_.Path() / "missing", folder_.Path(), std::filesystem::path("/dev/zero")}) {
     FakeWatcher watcher;
     SessionOptions options;
     options.watcher = &watcher;
