@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "render/shape_glyphs.h"
+
 namespace quillet {
 namespace {
 
@@ -19,9 +21,10 @@ bool IsBlank(char16_t unit) {
   return unit == u' ' || unit == kIdeographicSpace;
 }
 
-std::uint32_t ForegroundColour(std::uint8_t attr, const LookOptions& options) {
+// Blocks keep their colour: in a picture they lie beside backgrounds of the same blue.
+std::uint32_t ForegroundColour(char16_t unit, std::uint8_t attr, const LookOptions& options) {
   const int index = ForegroundIndex(attr);
-  if (options.lighterDarkBlue && BackgroundIndex(attr) == kBlackBackground) {
+  if (options.lighterDarkBlue && BackgroundIndex(attr) == kBlackBackground && !IsFilledShape(unit)) {
     if (index == kBlue) return kLighterBlue;
     if (index == kBrightBlue) return kLighterBrightBlue;
   }
@@ -68,7 +71,7 @@ RowLook ResolveRow(const ScreenRow& text, const ScreenRow& attr, int caretCol, c
   MarkCaret(caretCol, row);
   for (std::size_t col = 0; col < kCols; ++col) {
     CellLook& cell = row[col];
-    if (cell.unit != 0 || cell.caret) cell.foreground = ForegroundColour(attr[col], options);
+    if (cell.unit != 0 || cell.caret) cell.foreground = ForegroundColour(cell.unit, attr[col], options);
   }
   return row;
 }

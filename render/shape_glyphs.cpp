@@ -106,9 +106,12 @@ bool Within(char16_t unit, char16_t first, char16_t last) {
 
 }  // namespace
 
+bool IsFilledShape(char16_t unit) {
+  return Within(unit, kFirstBlock, kLastBlock) || Within(unit, kFirstTriangle, kLastTriangle);
+}
+
 bool IsShape(char16_t unit) {
-  return Within(unit, kFirstBoxLine, kLastBoxLine) || Within(unit, kFirstBlock, kLastBlock) ||
-         Within(unit, kFirstTriangle, kLastTriangle) || RuleOf(unit) != Rule::kNone;
+  return Within(unit, kFirstBoxLine, kLastBoxLine) || IsFilledShape(unit) || RuleOf(unit) != Rule::kNone;
 }
 
 bool DrawShape(char16_t unit, const CoverageTile& tile) {

@@ -11,6 +11,8 @@ namespace quillet {
 
 // True for the units that DrawShape knows.
 bool IsShape(char16_t unit);
+// True for blocks, shades and corner triangles: what pictures are painted with, as opposed to lines.
+bool IsFilledShape(char16_t unit);
 
 // A rectangle of 8-bit coverage, row after row.
 struct CoverageTile {

@@ -122,6 +122,16 @@ TEST_F(RowCellsTest, DarkBlueIsLighterOnBlackOnly) {
   EXPECT_EQ(lighter[2].foreground, 0x000080u);
 }
 
+TEST_F(RowCellsTest, BlueBlocksStayAsBlueAsTheBackgroundsBesideThem) {
+  tables_->big5ToUnicode[0xF9 + 256 * 0xFE] = u'▓';
+  Decode("\xF9\xFE");
+  attr_[0] = attr_[1] = 4;
+  attr_[2] = 4 << kAttrBackgroundShift;
+  const RowLook look = Look();
+  EXPECT_EQ(look[0].foreground, look[2].background);
+  EXPECT_EQ(look[1].foreground, look[2].background);
+}
+
 TEST_F(RowCellsTest, CaretCanBeSeenWhateverTheAttribute) {
   for (unsigned attr = 0; attr < 256; ++attr) {
     attr_[0] = static_cast<std::uint8_t>(attr);
