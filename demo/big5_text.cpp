@@ -77,13 +77,6 @@ std::string PadLeft(std::string_view big5, int columns) {
   return std::string(static_cast<std::size_t>(std::max(columns, 0)) - text.size(), ' ') + std::string(text);
 }
 
-std::string Joined(std::initializer_list<std::string_view> parts) {
-  std::string all;
-  for (const std::string_view part : parts)
-    all += part;
-  return all;
-}
-
 std::string_view Trimmed(std::string_view text) {
   constexpr std::string_view kBlanks = " \t\r\n";
   const std::size_t from = text.find_first_not_of(kBlanks);

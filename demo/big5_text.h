@@ -1,7 +1,6 @@
 // Small operations on Big5 texts, where a character takes as many columns as bytes. Pure; any thread.
 #pragma once
 
-#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -24,9 +23,6 @@ std::string_view CutColumns(std::string_view big5, int columns);
 // Cut or filled up with blanks to exactly `columns` columns.
 std::string PadRight(std::string_view big5, int columns);
 std::string PadLeft(std::string_view big5, int columns);
-
-// One behind another.
-std::string Joined(std::initializer_list<std::string_view> parts);
 
 // Without blanks at both ends.
 std::string_view Trimmed(std::string_view text);

@@ -44,8 +44,7 @@ void DrawScore(Canvas& canvas, int row, int score) {
   else if (score <= -kManyPushes)
     canvas.Put(row, kScoreCol, u"XX", Attr(kBlack, kBlack, Weight::kBold));
   else if (score <= -10)
-    canvas.Put(row, kScoreCol, Joined({"X", std::to_string(-score / 10)}),
-               Attr(kBlack, kBlack, Weight::kBold));
+    canvas.Put(row, kScoreCol, "X" + std::to_string(-score / 10), Attr(kBlack, kBlack, Weight::kBold));
 }
 
 }  // namespace
@@ -58,7 +57,7 @@ std::string_view ThreadTitle(std::string_view title) {
 
 std::string ListTitle(const std::string& title) {
   const std::string rest(ThreadTitle(title));
-  if (StartsWithIgnoringCase(title, "re:")) return Joined({"R: ", rest});
+  if (StartsWithIgnoringCase(title, "re:")) return "R: " + rest;
   if (StartsWithIgnoringCase(title, "fw:")) return ToBig5(u"轉 ") + rest;
   return ToBig5(u"□ ") + rest;
 }

@@ -33,7 +33,7 @@ void Append(Cells& cells, std::string_view big5, std::uint8_t attr) {
 Cells HeaderRow(std::u16string_view label, std::string_view value) {
   Cells cells;
   Append(cells, ToBig5(label), kLabel);
-  Append(cells, Joined({" ", PadRight(value, kTextColumns - static_cast<int>(cells.size()) - 1)}), kValue);
+  Append(cells, " " + PadRight(value, kTextColumns - static_cast<int>(cells.size()) - 1), kValue);
   return cells;
 }
 
@@ -49,7 +49,7 @@ Cells AuthorRow(const Article& article, const std::string& board) {
     cells[i].byte = static_cast<std::uint8_t>(fitting[i]);
   Append(cells, " ", kValue);
   Append(cells, ToBig5(u" 看板 "), kLabel);
-  Append(cells, Joined({" ", PadRight(board, kTextColumns - static_cast<int>(cells.size()) - 1)}), kValue);
+  Append(cells, " " + PadRight(board, kTextColumns - static_cast<int>(cells.size()) - 1), kValue);
   return cells;
 }
 
@@ -84,8 +84,8 @@ Cells PushRow(const Push& push, PushKind kind, std::string_view words) {
   Append(cells, " ", kAttrBlank);
   Append(cells, push.userId, Attr(kYellow, kBlack, Weight::kBold));
   const int columns = PushColumns(push.userId);
-  Append(cells, Joined({": ", PadRight(words, columns)}), Attr(kYellow));
-  Append(cells, Joined({" ", PadLeft(push.address, kAddressColumns), " ", PadRight(push.time, kTimeColumns)}),
+  Append(cells, ": " + PadRight(words, columns), Attr(kYellow));
+  Append(cells, " " + PadLeft(push.address, kAddressColumns) + " " + PadRight(push.time, kTimeColumns),
          kAttrBlank);
   return cells;
 }
