@@ -1,5 +1,8 @@
 #include "app/key_dispatch.h"
 
+#include "core/charset.h"
+#include "core/wrap_text.h"
+
 namespace quillet {
 
 bool KeyDispatch::Perform(const KeyAction& action) {
@@ -9,6 +12,7 @@ bool KeyDispatch::Perform(const KeyAction& action) {
     return true;
   }
   if (!doc_.IsConnected()) return true;
+  doc_.OnUserActed();
   switch (action.kind) {
     case KeyActionKind::kSendKey:
       doc_.Session().SendKey(action.virtualKey);
@@ -28,7 +32,21 @@ bool KeyDispatch::Perform(const KeyAction& action) {
 }
 
 void KeyDispatch::SendText(std::u16string_view text) {
-  if (doc_.IsConnected()) doc_.Session().SendText(text);
+  if (!doc_.IsConnected()) return;
+  doc_.Session().SendText(text);
+  doc_.OnUserActed();
+}
+
+void KeyDispatch::SendPaste(std::u16string_view text, LongLines longLines) {
+  if (longLines == LongLines::kKept || text.empty()) {
+    SendText(text);
+    return;
+  }
+  if (!doc_.IsConnected()) return;
+  std::string lines = WrapBig5(ToBig5(text));
+  if (text.back() != u'\r' && !lines.empty()) lines.pop_back();
+  doc_.Session().SendBytes(lines);
+  doc_.OnUserActed();
 }
 
 }  // namespace quillet

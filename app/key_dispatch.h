@@ -17,8 +17,13 @@ class KeyDispatch {
 
   // Returns false for kNone only; input without a connection is taken and dropped.
   bool Perform(const KeyAction& action);
-  // Typed, composed or pasted text.
+  // Typed or composed text.
   void SendText(std::u16string_view text);
+
+  enum class LongLines { kKept, kBroken };
+  // Pasted text, cleaned. The BBS's editor does not wrap: kBroken puts a line break wherever a line outgrows
+  // the BBS's own, and none at the end.
+  void SendPaste(std::u16string_view text, LongLines longLines);
 
  private:
   CQuillDoc& doc_;

@@ -6,8 +6,15 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QScreen>
+#include <QWindow>
 
+#include "app/author_at_cursor.h"
 #include "app/connect_dialog.h"
+#include "app/id_dialog.h"
+#include "app/site_choice.h"
+#include "app/window_icon.h"
+#include "settings/dialog/add_black_dlg.h"
+#include "settings/dialog/options_dlg.h"
 
 namespace quillet {
 namespace {
@@ -33,7 +40,9 @@ CMainFrame::CMainFrame(CQuillDoc& doc, QWidget* parent)
   setMinimumSize(kSmallestView + QSize(0, menuBar()->sizeHint().height()));
   connect(view_, &CQuillView::CommandRequested, this, &CMainFrame::OnCommand);
   connect(&doc_, &CQuillDoc::StatusChanged, this, &CMainFrame::OnStatusChanged);
+  connect(&doc_, &CQuillDoc::SettingsChanged, this, &CMainFrame::OnSettingsChanged);
   OnStatusChanged();
+  OnSettingsChanged();
   const QSize room = LargestView();
   const bool fits = kFirstSize.width() <= room.width() && kFirstSize.height() <= room.height();
   SizeForView(fits ? kFirstSize : kFirstSize.scaled(room, Qt::KeepAspectRatio));
@@ -60,6 +69,9 @@ void CMainFrame::MakeMenus() {
   QMenu* const look = menuBar()->addMenu(u"檢視(&V)"_qs);
   fullScreen_ = Add(*look, u"全螢幕(&F)"_qs, Qt::Key_F11, [this] { ToggleFullScreen(); });
   fullScreen_->setCheckable(true);
+  workMode_ = Add(*look, u"上班模式(&W)"_qs, Qt::ALT | Qt::Key_W, [this] { ToggleWorkMode(); });
+  workMode_->setCheckable(true);
+  MakeSettingsMenu();
   QMenu* const help = menuBar()->addMenu(u"說明(&H)"_qs);
   Add(*help, u"關於 Quillet(&A)"_qs, {}, [this] { ShowAbout(); });
 }
@@ -83,16 +95,40 @@ void CMainFrame::MakeEditMenu() {
   Add(*menu, u"傳送 Ctrl+V 給站台(&V)"_qs, {}, [this] { view_->SendControl(kControlV); });
 }
 
+void CMainFrame::MakeSettingsMenu() {
+  QMenu* const menu = menuBar()->addMenu(u"設定(&S)"_qs);
+  Add(*menu, u"選項…(&O)"_qs, Qt::CTRL | Qt::SHIFT | Qt::Key_O, [this] { ShowOptions(); });
+  Add(*menu, u"加入名單…(&B)"_qs, {}, [this] { AddToNames(); });
+}
+
 void CMainFrame::AskAddress() {
-  const std::string& host = doc_.Hosts().mainHost;
-  ConnectDlg dialog(host.empty() ? QString() : u"telnet://%1"_qs.arg(QString::fromStdString(host)), this);
+  ConnectDlg dialog(ProposedAddress(QString::fromStdU16String(doc_.Fields().site), doc_.Hosts().mainHost),
+                    this);
   const int answer = dialog.exec();
   activateWindow();
   if (answer != QDialog::Accepted) return;
-  if (dialog.Chosen() == ConnectDlg::Choice::kDemo)
+  if (dialog.Chosen() == ConnectDlg::Choice::kDemo) {
     emit DemoRequested();
-  else
-    doc_.Open({.address = dialog.Address(), .name = {}, .makeTransport = {}});
+    return;
+  }
+  doc_.Change(u"Basic", u"Site", dialog.Address().toStdU16String());
+  doc_.Open({.address = dialog.Address(), .name = {}, .makeTransport = {}});
+}
+
+void CMainFrame::ShowOptions() {
+  CQuillOptionDlg dialog(doc_.Store(), {}, this);
+  const int answer = dialog.exec();
+  activateWindow();
+  if (answer == QDialog::Accepted) doc_.ApplySettings();
+}
+
+void CMainFrame::AddToNames() {
+  IdDlg question(QString::fromStdU16String(AuthorAtCursor(view_->Screen())), this);
+  if (question.exec() == QDialog::Accepted) {
+    AddBlackDlg dialog(doc_.Store(), question.Id(), this);
+    if (dialog.exec() == QDialog::Accepted) doc_.ApplySettings();
+  }
+  activateWindow();
 }
 
 void CMainFrame::OnCommand(KeyCommand command) {
@@ -114,6 +150,27 @@ void CMainFrame::ToggleFullScreen() {
   setWindowState(windowState().setFlag(Qt::WindowFullScreen, full));
   fullScreen_->setChecked(full);
   view_->setFocus();
+}
+
+void CMainFrame::OnSettingsChanged() {
+  const bool work = doc_.Fields().work;
+  workMode_->setChecked(work);
+  setWindowIcon(work ? MakeDisguiseIcon() : QIcon());
+  setWindowTitle(doc_.Title());
+  ApplyTopmost();
+}
+
+void CMainFrame::ToggleWorkMode() {
+  doc_.Change(u"Basic", u"Work", doc_.Fields().work ? u"0" : u"1");
+}
+
+void CMainFrame::ApplyTopmost() {
+  const bool on = doc_.Fields().topmost;
+  if (windowFlags().testFlag(Qt::WindowStaysOnTopHint) == on) return;
+  // The window that is up is told by itself: the widget's own way hides it, and it comes back elsewhere and
+  // without the keyboard.
+  overrideWindowFlags(windowFlags().setFlag(Qt::WindowStaysOnTopHint, on));
+  if (windowHandle() != nullptr) windowHandle()->setFlag(Qt::WindowStaysOnTopHint, on);
 }
 
 void CMainFrame::ShowAbout() {

@@ -21,6 +21,9 @@ class CMainFrame : public QMainWindow {
   void SizeForView(QSize view);
   // Asks for an address and connects, or asks for the demo.
   void AskAddress();
+  void ShowOptions();
+  // Asks for an id and lets the user note it in the black and white lists.
+  void AddToNames();
 
  signals:
   void DemoRequested();
@@ -34,9 +37,13 @@ class CMainFrame : public QMainWindow {
   void MakeMenus();
   void MakeConnectionMenu();
   void MakeEditMenu();
+  void MakeSettingsMenu();
   void OnCommand(KeyCommand command);
   void OnStatusChanged();
   void ToggleFullScreen();
+  void OnSettingsChanged();
+  void ApplyTopmost();
+  void ToggleWorkMode();
   void ShowAbout();
 
   CQuillDoc& doc_;
@@ -44,6 +51,7 @@ class CMainFrame : public QMainWindow {
   QAction* disconnect_ = nullptr;
   QAction* reconnect_ = nullptr;
   QAction* fullScreen_ = nullptr;
+  QAction* workMode_ = nullptr;
 };
 
 }  // namespace quillet

@@ -3,12 +3,10 @@
 #include <cstdio>
 
 #include <QFileInfo>
-#include <QLibraryInfo>
-#include <QLocale>
 #include <QTimer>
 
 #include "app/resources.h"
-#include "app/window_icon.h"
+#include "app/toolkit.h"
 #include "app/window_signaller.h"
 #include "core/replay_transport.h"
 
@@ -41,6 +39,7 @@ int Report(const StartParse& parsed) {
 CQuillApp::CQuillApp(QApplication& toolkit, StartOptions options, TourSettings tour)
     : toolkit_(toolkit), options_(std::move(options)), tour_(std::move(tour)) {
   tour_.folder = options_.tourFolder;
+  places_ = options_.tourFolder.isEmpty() ? OwnPlaces() : PlacesForOneRun();
 }
 
 CQuillApp::~CQuillApp() = default;
@@ -55,22 +54,13 @@ int CQuillApp::Run() {
   return toolkit_.exec();
 }
 
-void CQuillApp::PrepareToolkit() {
-  if (translator_.load(QLocale(QLocale::Chinese, QLocale::Taiwan), "qtbase", "_",
-                       QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-    QCoreApplication::installTranslator(&translator_);
-  // Han characters have their Taiwanese forms whatever the system's language is.
-  QFont font = QApplication::font();
-  font.setFamilies(font.families() +
-                   QStringList{"Microsoft JhengHei UI", "Noto Sans CJK TC", "Noto Sans TC"});
-  QApplication::setFont(font);
-  QApplication::setWindowIcon(MakeWindowIcon());
-}
-
 void CQuillApp::InitInstance() {
   Resources resources = LoadResources();
   auto signaller = std::make_unique<WindowSignaller>();
-  doc_ = std::make_unique<CQuillDoc>(std::move(resources.endpoints), *signaller);
+  doc_ = std::make_unique<CQuillDoc>(DocumentParts{.endpoints = std::move(resources.endpoints),
+                                                   .signaller = *signaller,
+                                                   .registry = *places_.registry,
+                                                   .folders = places_.folders});
   frame_ = std::make_unique<CMainFrame>(*doc_);
   signaller->SetWindow(frame_.get());
   signaller_ = std::move(signaller);

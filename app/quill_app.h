@@ -4,12 +4,12 @@
 #include <memory>
 
 #include <QApplication>
-#include <QTranslator>
 
 #include "app/main_frame.h"
 #include "app/quill_doc.h"
 #include "app/start_options.h"
 #include "app/tour/tour.h"
+#include "app/user_places.h"
 #include "demo/demo_server.h"
 
 namespace quillet {
@@ -26,7 +26,6 @@ class CQuillApp {
  private:
   // Tables, endpoints, document, window. What is missing is told on the window.
   void InitInstance();
-  void PrepareToolkit();
   // The first thing that the window does once it is up.
   void Start();
   void OpenDemo();
@@ -36,8 +35,8 @@ class CQuillApp {
   QApplication& toolkit_;
   StartOptions options_;
   TourSettings tour_;
-  QTranslator translator_;
   std::unique_ptr<DemoServer> demo_;
+  UserPlaces places_;
   std::unique_ptr<Signaller> signaller_;
   std::unique_ptr<CQuillDoc> doc_;
   std::unique_ptr<CMainFrame> frame_;

@@ -6,6 +6,9 @@
 #include <QLoggingCategory>
 #include <QTimer>
 
+#include "app/browser_emulation.h"
+#include "settings/article_list_file.h"
+
 namespace quillet {
 namespace {
 
@@ -23,12 +26,55 @@ SessionOptions OptionsOf(const Endpoints& endpoints, ScreenWatcher& watcher, Not
 
 }  // namespace
 
-CQuillDoc::CQuillDoc(Endpoints endpoints, Signaller& signaller)
-    : endpoints_(std::move(endpoints)),
+CQuillDoc::CQuillDoc(DocumentParts parts)
+    : endpoints_(std::move(parts.endpoints)),
+      registry_(parts.registry),
+      files_(registry_, std::move(parts.folders)),
+      store_(files_, endpoints_.mainHost),
+      account_(registry_, std::move(parts.machineTag)),
       session_(OptionsOf(endpoints_, classifier_, messages_)),
-      driver_(session_, signalSettings_, signaller) {}
+      driver_(session_, signalSettings_, parts.signaller),
+      emulatesBrowser_(SetBrowserEmulation(registry_)) {
+  store_.Load();
+  LoadArticleLists(files_, WebHostsOf(endpoints_), articles_, boards_);
+  ApplySettings();
+  driver_.SetListHit(ListsHoldSomething());
+}
 
 CQuillDoc::~CQuillDoc() = default;
+
+void CQuillDoc::Change(std::u16string_view section, std::u16string_view key, std::u16string_view value) {
+  if (const std::u16string* const stored = store_.Map().Find(section, key); stored && *stored == value)
+    return;
+  store_.Change(section, key, value);
+  ApplySettings();
+}
+
+void CQuillDoc::ApplySettings() {
+  display_ = DisplayOf(Fields());
+  signalSettings_ = {.flash = Fields().flash, .playSound = Fields().playSound};
+  emit SettingsChanged();
+}
+
+std::vector<FileProblem> CQuillDoc::TakeFileProblems() {
+  std::vector<FileProblem> problems = files_.Problems();
+  files_.ClearProblems();
+  if (auto problem = registry_.Problem()) problems.push_back(*std::move(problem));
+  return problems;
+}
+
+bool CQuillDoc::ListsHoldSomething() const {
+  const auto holds = [&](ArticleListKind kind) { return !articles_.Of(kind).children.empty(); };
+  return (Fields().hotArticle && holds(ArticleListKind::kHot)) ||
+         (Fields().trackArticle && holds(ArticleListKind::kTracked)) ||
+         (Fields().bookmarkUpdate && holds(ArticleListKind::kBookmarks));
+}
+
+void CQuillDoc::OnUserActed() {
+  if (!driver_.ListHit()) return;
+  driver_.SetListHit(false);
+  NoteStatus();
+}
 
 void CQuillDoc::Open(Site site) {
   next_ = std::move(site);
@@ -93,6 +139,7 @@ SessionFacts CQuillDoc::Facts() const {
 }
 
 QString CQuillDoc::Title() const {
+  if (Fields().work) return u"新文字文件.txt - 記事本"_qs;
   QString plain = u"Quillet"_qs;
   switch (session_.state) {
     case kStateConnecting:

@@ -1,5 +1,5 @@
-// The document: owns the session with its classifier and driver, and the settings; opens and closes the
-// connection without ever blocking the window. User-interface thread.
+// The document: owns the session with its classifier and driver, and all that the user keeps (settings,
+// lists, account); opens and closes the connection without ever blocking the window. User-interface thread.
 #pragma once
 
 #include <functional>
@@ -14,7 +14,10 @@
 #include "app/session_words.h"
 #include "bbs/screen_classifier.h"
 #include "core/term_session.h"
-#include "settings/display_settings.h"
+#include "platform/machine_tag.h"
+#include "settings/account_store.h"
+#include "settings/article_lists.h"
+#include "settings/settings_store.h"
 
 namespace quillet {
 
@@ -28,12 +31,21 @@ struct Site {
   const QString& ShownName() const { return name.isEmpty() ? address : name; }
 };
 
+// What a document is given; the references outlive it.
+struct DocumentParts {
+  Endpoints endpoints;
+  Signaller& signaller;
+  Registry& registry;
+  DataFiles::Folders folders;
+  std::function<std::string()> machineTag = MachineTag;
+};
+
 class CQuillDoc : public QObject {
   Q_OBJECT
 
  public:
-  // The character tables must have been loaded. `signaller` outlives the document.
-  CQuillDoc(Endpoints endpoints, Signaller& signaller);
+  // The character tables must have been loaded. Reads the user's files.
+  explicit CQuillDoc(DocumentParts parts);
   ~CQuillDoc() override;
 
   // Connects, and returns when the attempt has ended; events go on being handled meanwhile. Called again from
@@ -48,28 +60,56 @@ class CQuillDoc : public QObject {
   bool IsConnected() const { return session_.state == kStateConnected; }
 
   SessionFacts Facts() const;
-  // "site - Quillet", with what the user should know of its state.
+  // "site - Quillet", with what the user should know of its state; in work mode a text editor's.
   QString Title() const;
 
   TermSession& Session() { return session_; }
   SessionDriver& Driver() { return driver_; }
   MessageTarget& Messages() { return messages_; }
   const PageTests& Pages() const { return classifier_.Pages(); }
-  const DisplaySettings& Display() const { return display_; }
   const Endpoints& Hosts() const { return endpoints_; }
+
+  // A dialog that changes it calls ApplySettings when it has done so; single values go through Change.
+  SettingsStore& Store() { return store_; }
+  const Settings& Fields() const { return store_.Fields(); }
+  const DisplaySettings& Display() const { return display_; }
+  AccountStore& Account() { return account_; }
+  ArticleLists& Articles() { return articles_; }
+  BoardWeights& Boards() { return boards_; }
+  // One value, applied and saved at once. Nothing when it stands there already.
+  void Change(std::u16string_view section, std::u16string_view key, std::u16string_view value);
+  // Brings the store's fields to everything that is made of them.
+  void ApplySettings();
+  // What could not be read or written since the last call. What the registry's file suffers from is always
+  // among it.
+  std::vector<FileProblem> TakeFileProblems();
+  // The system's embedded browser takes web articles as a current one does.
+  bool EmulatesBrowser() const { return emulatesBrowser_; }
 
   // A screen with this reason has reached the view.
   void OnScreen(ScreenReason reason);
+  // The user has typed to the site, and so has seen that his lists hold something.
+  void OnUserActed();
 
  signals:
   // State, status or title are different from before.
   void StatusChanged();
+  // A setting or a list is different, or could not be saved.
+  void SettingsChanged();
 
  private:
+  // Something that the user follows stands in the lists.
+  bool ListsHoldSomething() const;
   void RunConnect();
   void NoteStatus();
 
   Endpoints endpoints_;
+  Registry& registry_;
+  DataFiles files_;
+  SettingsStore store_;
+  AccountStore account_;
+  ArticleLists articles_;
+  BoardWeights boards_;
   DisplaySettings display_;
   SignalSettings signalSettings_;
   ScreenClassifier classifier_;
@@ -79,6 +119,7 @@ class CQuillDoc : public QObject {
   SessionDriver driver_;
   Site site_;
   std::optional<Site> next_;
+  bool emulatesBrowser_ = false;
   bool connecting_ = false;
   bool giveUp_ = false;
   bool leaving_ = false;      // the user logged out: whoever hangs up first, he ended it

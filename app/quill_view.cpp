@@ -6,6 +6,7 @@
 #include <QPainter>
 
 #include "app/key_adapter.h"
+#include "bbs/page_flags.h"
 #include "input/screen_text.h"
 
 namespace quillet {
@@ -28,13 +29,29 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
   setAttribute(Qt::WA_InputMethodEnabled);
   setFocusPolicy(Qt::StrongFocus);
   connect(&doc_, &CQuillDoc::StatusChanged, this, &CQuillView::RefreshPanel);
+  connect(&doc_, &CQuillDoc::SettingsChanged, this, &CQuillView::OnSettingsChanged);
   doc_.Messages().Attach(this);
   ApplyDisplaySettings();
+  NoteVersion();
+  TellFileProblems();
   RefreshPanel();
 }
 
 CQuillView::~CQuillView() {
   doc_.Messages().Detach();
+}
+
+void CQuillView::OnSettingsChanged() {
+  ApplyDisplaySettings();
+  TellFileProblems();
+}
+
+void CQuillView::NoteVersion() {
+  doc_.Change(u"Basic", u"Version", QStringLiteral(QUILLET_VERSION).toStdU16String());
+}
+
+void CQuillView::TellFileProblems() {
+  ShowNotice(DescribeFileProblems(toldProblems_.New(doc_.TakeFileProblems())));
 }
 
 void CQuillView::ApplyDisplaySettings() {
@@ -45,7 +62,9 @@ void CQuillView::ApplyDisplaySettings() {
 }
 
 void CQuillView::Paste() {
-  keys_.SendText(CleanPaste(QGuiApplication::clipboard()->text().toStdU16String()));
+  const bool breaks = doc_.Fields().pasteAutoChangeLine && (frame_.screen.pageFlags & PF_EDITOR) != 0;
+  keys_.SendPaste(CleanPaste(QGuiApplication::clipboard()->text().toStdU16String()),
+                  breaks ? KeyDispatch::LongLines::kBroken : KeyDispatch::LongLines::kKept);
 }
 
 void CQuillView::CopyScreen() {

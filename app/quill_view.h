@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+#include "app/file_words.h"
 #include "app/frame_surface.h"
 #include "app/ime_adapter.h"
 #include "app/key_dispatch.h"
@@ -21,6 +22,8 @@ class CQuillView : public QWidget {
   explicit CQuillView(CQuillDoc& doc, QWidget* parent = nullptr);
   ~CQuillView() override;
 
+  // The document's settings are different, or could not be saved.
+  void OnSettingsChanged();
   void ApplyDisplaySettings();
   void Paste();
   void CopyScreen();
@@ -59,6 +62,8 @@ class CQuillView : public QWidget {
   void PerformPanelAction(PanelAction action);
   void OnCommand(KeyCommand command);
   void TakeMessages();
+  void TellFileProblems();
+  void NoteVersion();
   void RefreshPanel();
   void RefreshFrame();
 
@@ -67,6 +72,7 @@ class CQuillView : public QWidget {
   unsigned screenCount_ = 0;
   FrameSurface surface_;
   StatusPanel panel_;
+  ToldProblems toldProblems_;
   ImeAdapter ime_;
   KeyDispatch keys_;
   ViewTimers timers_;

@@ -50,6 +50,7 @@ class SessionDriver {
   // Signals on the rising edge only.
   void SetAttention(bool on);
   void SetListHit(bool on);
+  bool ListHit() const { return listHit_; }
   void UpdateStatus();
   ConnectionStatus Status() const { return status_; }
 

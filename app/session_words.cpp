@@ -67,13 +67,6 @@ QString Filled(const char16_t* pattern, const SessionFacts& facts) {
       .replace("{site}", shortened(facts.siteName));
 }
 
-// Transports pass on texts of the system, which are UTF-8 nearly everywhere.
-QString SystemText(const std::string& text) {
-  QStringDecoder utf8(QStringDecoder::Utf8);
-  QString decoded = utf8(QByteArrayView(text.data(), static_cast<qsizetype>(text.size())));
-  return utf8.hasError() ? QString::fromLocal8Bit(text.c_str()) : decoded;
-}
-
 QString EnterHint(PanelAction action, EndReason reason) {
   if (action == PanelAction::kAskAddress) return u"Enter 改用其他位址　　Esc 看畫面"_qs;
   return reason == EndReason::kEndOfRecording ? u"Enter 重新播放　　Esc 看畫面"_qs
@@ -138,6 +131,12 @@ PanelText DescribeTables(const CharsetLoad& load, const std::filesystem::path& f
   text.onEnter = PanelAction::kDismiss;
   text.onEscape = PanelAction::kDismiss;
   return text;
+}
+
+QString SystemText(const std::string& text) {
+  QStringDecoder utf8(QStringDecoder::Utf8);
+  QString decoded = utf8(QByteArrayView(text.data(), static_cast<qsizetype>(text.size())));
+  return utf8.hasError() ? QString::fromLocal8Bit(text.c_str()) : decoded;
 }
 
 PanelText DescribeDemoFailure(const QString& error) {

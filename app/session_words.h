@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <string>
 
 #include <QString>
 #include <QStringList>
@@ -43,6 +44,9 @@ PanelText DescribeSession(const SessionFacts& facts);
 // Which tables are missing or damaged, and in which folder they were looked for. No title when both are
 // whole.
 PanelText DescribeTables(const CharsetLoad& load, const std::filesystem::path& folder);
+
+// A text of the system's as it is shown: UTF-8 nearly everywhere, else the system's own encoding.
+QString SystemText(const std::string& text);
 
 // The demo BBS could not start; `error` is its own text.
 PanelText DescribeDemoFailure(const QString& error);

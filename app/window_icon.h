@@ -8,4 +8,7 @@ namespace quillet {
 
 QIcon MakeWindowIcon();
 
+// A sheet of text, for when the window is to look like a text editor's.
+QIcon MakeDisguiseIcon();
+
 }  // namespace quillet

@@ -36,7 +36,10 @@ void LiveScreen::Read(Copy& out) const {
         std::memcpy(to + i * sizeof(word), &word, sizeof(word));
       }
       out.settled = !batchBefore && !inBatch_.load(std::memory_order_acquire);
-      if (sequence_.load(std::memory_order_relaxed) == before) break;
+      if (sequence_.load(std::memory_order_relaxed) == before) {
+        out.version = before;
+        break;
+      }
     }
     std::this_thread::yield();
   }

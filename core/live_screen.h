@@ -23,6 +23,7 @@ class LiveScreen {
   struct Copy {
     ScreenSnapshot screen;
     bool settled = false;
+    std::uint32_t version = 0;  // differs from that of every earlier screen
   };
   void Read(Copy& out) const;
 

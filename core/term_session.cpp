@@ -60,13 +60,13 @@ TermSession::~TermSession() {
 
 // ---- Beginning
 
-void TermSession::Connect(std::string_view address, const IdleHook& idle) {
+void TermSession::Connect(std::string_view address, const IdleHook& idle, ConnectTraits traits) {
   if (CalledFromInside()) return;
   {
     std::lock_guard lock(lifecycleLock_);
     const ParsedAddress parsed = ParseSiteAddress(address);
     EndLink();
-    ResetForAttempt(parsed.address);
+    ResetForAttempt(parsed.address, traits);
     if (parsed.error == AddressError::kUnknownScheme) return Fail(EndReason::kUnknownScheme, {});
     if (parsed.error == AddressError::kTooLong) return Fail(EndReason::kAddressTooLong, {});
     RecogniseHost();
@@ -82,25 +82,30 @@ void TermSession::Connect(std::string_view address, const IdleHook& idle) {
   WaitForAttempt(idle);
 }
 
-void TermSession::ConnectWith(std::unique_ptr<Transport> transport, const IdleHook& idle) {
+void TermSession::ConnectWith(std::unique_ptr<Transport> transport, const IdleHook& idle,
+                              ConnectTraits traits) {
   if (CalledFromInside()) return;
   {
     std::lock_guard lock(lifecycleLock_);
     EndLink();
-    ResetForAttempt({});
+    ResetForAttempt({}, traits);
     if (!transport) return Fail(EndReason::kUnsupported, {});
     Begin(std::move(transport));
   }
   WaitForAttempt(idle);
 }
 
-void TermSession::ResetForAttempt(const SiteAddress& address) {
-  userInterfaceThread_ = std::this_thread::get_id();
+void TermSession::ResetForAttempt(const SiteAddress& address, const ConnectTraits& traits) {
+  ++connectionNumber;
+  userInterfaceThread_ = traits.byUser ? std::this_thread::get_id() : std::thread::id{};
+  autoLogin = traits.autoLogin;
+  frozen = false;
+  watchMessages = false;
   kind = address.kind;
   host = address.host;
   port = address.port;
-  isBbsSite = false;
-  isMainBbs = false;
+  isBbsSite = traits.isBbs;
+  isMainBbs = traits.isBbs;
   noSendWait = false;
   idleMark = 0;
   {
@@ -118,8 +123,8 @@ void TermSession::ResetForAttempt(const SiteAddress& address) {
 }
 
 void TermSession::RecogniseHost() {
-  isMainBbs = Contains(host, options_.endpoints.mainHost);
-  isBbsSite = isMainBbs || Contains(host, options_.endpoints.secondaryHost);
+  if (Contains(host, options_.endpoints.mainHost)) isMainBbs = true;
+  if (isMainBbs || Contains(host, options_.endpoints.secondaryHost)) isBbsSite = true;
 }
 
 void TermSession::Begin(std::unique_ptr<Transport> transport) {
@@ -164,6 +169,12 @@ void TermSession::Disconnect() {
   }
   std::lock_guard lock(lifecycleLock_);
   EndLink();
+}
+
+void TermSession::RequestDisconnect(unsigned connection) {
+  // A new attempt raises the number before it replaces the link: this link is no newer than the number.
+  const std::shared_ptr<SessionLink> link = Link();
+  if (link && connectionNumber == connection) link->RequestStop();
 }
 
 void TermSession::EndLink() {
@@ -231,6 +242,8 @@ void TermSession::SendDeleteKeys() {
 
 void TermSession::OnReceived(std::span<const std::uint8_t> bytes) {
   live.BeginBatch();
+  screen.frozen = frozen ? 1 : 0;
+  screen.msgWatch = watchMessages ? 1 : 0;
   screen.Feed(bytes);
   live.Publish(screen);
 }

@@ -50,6 +50,14 @@ struct SessionOptions {
   std::function<void(std::string_view line)> debugLine;  // may be empty; called from any thread
 };
 
+// What the caller of Connect knows about the connection that no address says.
+struct ConnectTraits {
+  bool isBbs = false;      // the site is the BBS, whatever its name: the embedded demo's
+  bool autoLogin = false;  // the login dialogue may be answered
+  // The calling thread is the user's own, which no send may hold up; false for a worker's background session.
+  bool byUser = true;
+};
+
 class TermSession : private TransportEvents {
  public:
   explicit TermSession(SessionOptions options);
@@ -60,13 +68,17 @@ class TermSession : private TransportEvents {
 
   // Ends any previous connection, resets the screen and connects. Returns when the attempt has ended; `state`
   // then is connected or closed. User-interface thread. A call from within the idle hook does nothing.
-  void Connect(std::string_view address, const IdleHook& idle = {});
+  void Connect(std::string_view address, const IdleHook& idle = {}, ConnectTraits traits = {});
   // The same over a transport made by the caller (a recorded stream, a test's script); `host` is empty then.
-  void ConnectWith(std::unique_ptr<Transport> transport, const IdleHook& idle = {});
+  void ConnectWith(std::unique_ptr<Transport> transport, const IdleHook& idle = {},
+                   ConnectTraits traits = {});
 
   // Ends the connection and joins both threads; returns within a fraction of a second whatever the peer does.
   // From within the idle hook it only asks the attempt to end.
   void Disconnect();
+  // Asks the connection of that `connectionNumber` to end and waits for nothing: it ends by itself soon, as
+  // closed by the user. Another connection that has taken its place stays. Any thread.
+  void RequestDisconnect(unsigned connection);
 
   // Sends the sequence of a key (Windows virtual-key code) and logs it. Returns false for a key without one.
   bool SendKey(int virtualKey, ReactionWait wait = ReactionWait::kNone);
@@ -91,6 +103,12 @@ class TermSession : private TransportEvents {
   std::atomic<int> state{kStateIdle};
   std::atomic<bool> isBbsSite{false};
   std::atomic<bool> isMainBbs{false};
+  std::atomic<bool> autoLogin{false};         // the login dialogue may be answered on this connection
+  std::atomic<unsigned> connectionNumber{0};  // one more with each attempt
+  // Written by automation, mirrored into the screen before its next batch: no classification meanwhile;
+  // pop-ups counted.
+  std::atomic<bool> frozen{false};
+  std::atomic<bool> watchMessages{false};
   std::atomic<bool> noSendWait{false};
   std::atomic<int> idleMark{0};               // 0 on every send; the view's idle logic writes other values
   std::atomic<std::int64_t> connectedAt{0};   // seconds since 1970
@@ -114,7 +132,7 @@ class TermSession : private TransportEvents {
  private:
   // The connecting thread, while no receive thread exists.
   void EndLink();
-  void ResetForAttempt(const SiteAddress& address);
+  void ResetForAttempt(const SiteAddress& address, const ConnectTraits& traits);
   void RecogniseHost();
   void Begin(std::unique_ptr<Transport> transport);
   void Fail(EndReason reason, std::string detail);

@@ -15,4 +15,8 @@ std::filesystem::path ResourceFolder();
 // The user's own data folder for Quillet (not created here).
 std::filesystem::path UserDataFolder();
 
+// The user's own configuration folder for Quillet (not created here). Where the system keeps configuration
+// elsewhere it is the data folder.
+std::filesystem::path UserConfigFolder();
+
 }  // namespace quillet

@@ -11,6 +11,7 @@ struct DisplaySettings {
   int lineSpacing = 0;      // each step takes 4% of the row height from the glyphs
   int pushLineSpacing = 0;  // the same for push lines
   bool darkColor = false;
+  bool work = false;  // looks like office work; before darkColor
   bool smoothFont = true;
   bool lighterDarkBlue = true;
 };

@@ -31,11 +31,17 @@ fs::path ProgramFolder() {
   return error ? fs::path{} : program.parent_path();
 }
 
+// The XDG base directory rules: a relative value counts as none.
 fs::path UserDataFolder() {
-  // The XDG base directory rules: a relative value counts as none.
   fs::path data = AbsoluteFromEnvironment("XDG_DATA_HOME");
   if (data.empty()) data = HomeFolder() / ".local" / "share";
   return data / "quillet";
+}
+
+fs::path UserConfigFolder() {
+  fs::path config = AbsoluteFromEnvironment("XDG_CONFIG_HOME");
+  if (config.empty()) config = HomeFolder() / ".config";
+  return config / "quillet";
 }
 
 }  // namespace quillet

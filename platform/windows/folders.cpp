@@ -23,4 +23,8 @@ fs::path UserDataFolder() {
   return fs::path(folder) / L"Quillet";
 }
 
+fs::path UserConfigFolder() {
+  return UserDataFolder();
+}
+
 }  // namespace quillet

@@ -77,6 +77,7 @@ struct FramePainter::Impl {
   void TakeLayout(int width, int height);
   GlyphSheet& Sheet() { return cache.Select({layout.fontSize, std::max(layout.rowHeight, 1)}); }
   const Palette& Colours() const {
+    if (settings.work) return PaletteOf(PaletteKind::kDisguise);
     return PaletteOf(settings.darkColor ? PaletteKind::kDark : PaletteKind::kNormal);
   }
   LookOptions Look(bool blinkOff) const { return {&Colours(), settings.lighterDarkBlue, blinkOff}; }

@@ -5,6 +5,8 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include "tests/app/window_fixture.h"
+
 namespace quillet {
 namespace {
 
@@ -14,9 +16,49 @@ struct Finished {
   QString errors;
 };
 
-Finished Launch(const QStringList& arguments,
-                const QString& file = QCoreApplication::applicationDirPath() + "/quillet") {
+QString Program() {
+  return QCoreApplication::applicationDirPath() + "/quillet";
+}
+
+// A user of the program's own: nothing of what it keeps touches the person's who runs the tests.
+class Home {
+ public:
+  Home() {
+    // As a first start in a folder that cannot be written would choose it.
+    Write("config/quillet/registry",
+          "; Values that Quillet keeps for its user\n[SOFTWARE\\\\Quillet]\n\"UseAppDataLocalPath\"=\"1\"\n"
+          "; end of the values\n");
+  }
+  QProcessEnvironment Environment() const {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("HOME", folder_.path());
+    environment.insert("XDG_CONFIG_HOME", folder_.filePath("config"));
+    environment.insert("XDG_DATA_HOME", folder_.filePath("data"));
+    return environment;
+  }
+  QString SettingsFile() const { return folder_.filePath("data/quillet/Quill.ini"); }
+  QByteArray Settings() const { return Read(SettingsFile()); }
+  void Write(const QString& name, const QByteArray& bytes) const {
+    const QString file = folder_.filePath(name);
+    QDir().mkpath(QFileInfo(file).path());
+    QFile output(file);
+    if (!output.open(QIODevice::WriteOnly) || output.write(bytes) != bytes.size())
+      ADD_FAILURE() << file.toStdString();
+  }
+
+ private:
+  static QByteArray Read(const QString& file) {
+    QFile input(file);
+    return input.open(QIODevice::ReadOnly) ? input.readAll() : QByteArray();
+  }
+
+  QTemporaryDir folder_;
+};
+
+Finished Launch(const QStringList& arguments, const QString& file = Program()) {
+  const Home home;
   QProcess program;
+  program.setProcessEnvironment(home.Environment());
   program.setWorkingDirectory(QFileInfo(file).path());
   program.start(file, arguments);
   Finished finished;
@@ -64,6 +106,32 @@ TEST(ProgramTest, ATourThatCannotHaveItsDemoOrItsFolderFails) {
   const Finished noFolder = Launch({"--demo", "--tour", file.fileName()});
   EXPECT_EQ(noFolder.exitCode, 1);
   EXPECT_TRUE(noFolder.errors.contains(file.fileName()));
+}
+
+// The window stays open, so the program is ended as a session's end would end it.
+TEST(ProgramTest, SettingsLiveInTheUsersDataFolderAndAStartKeepsThem) {
+  const Home home;
+  home.Write("data/quillet/Quill.ini", "[Basic]\nDarkColor=1\nOf another version=kept\n");
+  QProcess program;
+  program.setProcessEnvironment(home.Environment());
+  program.start(Program(), {"--replay", "/dev/null"});
+  const auto hasVersion = [&] { return home.Settings().contains("\nVersion="); };
+  EXPECT_TRUE(HandleEventsUntil(hasVersion, kPatienceMs)) << home.Settings().toStdString();
+  program.kill();
+  program.waitForFinished();
+  for (const char* line : {"[Basic]\n", "\nDarkColor=1\n", "\nOf another version=kept\n", "\nFont="})
+    EXPECT_TRUE(home.Settings().contains(line)) << line;
+  EXPECT_FALSE(QFile::exists(QCoreApplication::applicationDirPath() + "/Quill.ini"));
+}
+
+TEST(ProgramTest, ATourLeavesNoTraceInWhatTheUserKeeps) {
+  const Home home;
+  const QTemporaryDir pictures;
+  QProcess program;
+  program.setProcessEnvironment(home.Environment());
+  program.start(Program(), {"--demo", "--content", pictures.filePath("none"), "--tour", pictures.path()});
+  ASSERT_TRUE(program.waitForFinished(90000));
+  EXPECT_FALSE(QFile::exists(home.SettingsFile()));
 }
 
 }  // namespace

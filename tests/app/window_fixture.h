@@ -10,6 +10,7 @@
 #include "app/main_frame.h"
 #include "app/tour/tour.h"
 #include "tests/app/scripted_transport.h"
+#include "tests/support/scratch_folder.h"
 #include "tests/support/tables.h"
 
 namespace quillet {
@@ -31,11 +32,27 @@ class WindowTest : public WithTables {
  protected:
   void SetUp() override {
     WithTables::SetUp();
-    doc = std::make_unique<CQuillDoc>(Endpoints{}, signaller);
+    std::filesystem::create_directories(ProgramHome());
+    Start();
+  }
+
+  // The program starts (again) over what the user has kept: `registry` and the files in `home`.
+  void Start() {
+    frame.reset();
+    doc.reset();
+    doc = std::make_unique<CQuillDoc>(
+        DocumentParts{.endpoints = endpoints,
+                      .signaller = signaller,
+                      .registry = registry,
+                      .folders = {.working = ProgramHome(), .data = home.Path() / "data"},
+                      .machineTag = [] { return std::string("TEST-01"); }});
     frame = std::make_unique<CMainFrame>(*doc);
     frame->show();
     frame->activateWindow();
   }
+
+  // Stands for the folder that the program lies in; the settings are there unless `registry` says otherwise.
+  std::filesystem::path ProgramHome() const { return home.Path() / "program"; }
 
   CQuillView& View() { return frame->View(); }
 
@@ -63,6 +80,9 @@ class WindowTest : public WithTables {
   bool PanelSays(const QString& title) { return View().Panel().Text().title == title; }
   QString PanelLines() { return View().Panel().Text().lines.join('\n'); }
 
+  ScratchFolder home;
+  MemoryRegistry registry;
+  Endpoints endpoints;
   RecordingSignaller signaller;
   std::shared_ptr<Script> script = std::make_shared<Script>();
   std::unique_ptr<CQuillDoc> doc;

@@ -19,10 +19,12 @@ TEST(FoldersTest, DataIsFoundBesideTheProgram) {
   EXPECT_TRUE(fs::exists(ResourceFolder() / "Data" / "endpoints.ini")) << ResourceFolder();
 }
 
-TEST(FoldersTest, TheUserHasAFolderForThisProgramAlone) {
-  EXPECT_TRUE(UserDataFolder().is_absolute());
-  const std::string name = UserDataFolder().filename().string();
-  EXPECT_TRUE(name == "quillet" || name == "Quillet") << name;
+TEST(FoldersTest, TheUserHasFoldersForThisProgramAlone) {
+  for (const fs::path& folder : {UserDataFolder(), UserConfigFolder()}) {
+    EXPECT_TRUE(folder.is_absolute()) << folder;
+    const std::string name = folder.filename().string();
+    EXPECT_TRUE(name == "quillet" || name == "Quillet") << name;
+  }
 }
 
 }  // namespace

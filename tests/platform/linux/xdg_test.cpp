@@ -39,5 +39,18 @@ TEST(XdgTest, DataHomeIsHonouredUnlessItIsRelative) {
   }
 }
 
+TEST(XdgTest, ConfigHomeIsHonouredUnlessItIsRelative) {
+  const Variable home("HOME", "/somebody");
+  const Variable data("XDG_DATA_HOME", "/elsewhere");
+  {
+    const Variable config("XDG_CONFIG_HOME", "/settings");
+    EXPECT_EQ(UserConfigFolder(), "/settings/quillet");
+  }
+  for (const char* useless : {"", "relative/path"}) {
+    const Variable config("XDG_CONFIG_HOME", useless);
+    EXPECT_EQ(UserConfigFolder(), "/somebody/.config/quillet") << useless;
+  }
+}
+
 }  // namespace
 }  // namespace quillet

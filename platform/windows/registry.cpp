@@ -1,0 +1,89 @@
+#include "platform/registry.h"
+
+#include <algorithm>
+#include <utility>
+#include <windows.h>
+
+namespace quillet {
+namespace {
+
+// Up to the first NUL, which is what the system takes.
+std::wstring Wide(std::u16string_view text) {
+  return {text.begin(), std::find(text.begin(), text.end(), u'\0')};
+}
+
+class SystemRegistry : public Registry {
+ public:
+  std::optional<std::u16string> Text(std::u16string_view path, std::u16string_view name) const override {
+    if (auto text = refused_.Text(path, name)) return text;
+    const std::wstring key = Wide(path);
+    const std::wstring value = Wide(name);
+    std::u16string text(128, u'\0');
+    for (;;) {
+      auto bytes = static_cast<DWORD>(text.size() * sizeof(char16_t));
+      // Adds the NUL that other programs may have left out.
+      const LSTATUS status = RegGetValueW(HKEY_CURRENT_USER, key.c_str(), value.c_str(), RRF_RT_REG_SZ,
+                                          nullptr, text.data(), &bytes);
+      if (status == ERROR_SUCCESS) {
+        text.resize(bytes / sizeof(char16_t));
+        return text.substr(0, text.find(u'\0'));
+      }
+      if (status != ERROR_MORE_DATA) return std::nullopt;
+      // What the system asks for is not always enough: another program may write a longer text meanwhile.
+      text.resize(std::max(text.size() * 2, bytes / sizeof(char16_t) + 1));
+    }
+  }
+
+  std::optional<std::uint32_t> Number(std::u16string_view path, std::u16string_view name) const override {
+    if (auto number = refused_.Number(path, name)) return number;
+    DWORD number = 0;
+    DWORD bytes = sizeof number;
+    const LSTATUS status = RegGetValueW(HKEY_CURRENT_USER, Wide(path).c_str(), Wide(name).c_str(),
+                                        RRF_RT_REG_DWORD, nullptr, &number, &bytes);
+    return status == ERROR_SUCCESS ? std::optional<std::uint32_t>(number) : std::nullopt;
+  }
+
+  bool SetText(std::u16string_view path, std::u16string_view name, std::u16string_view value) override {
+    const std::wstring text = Wide(value);
+    const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+    const bool written =
+        bytes <= MAXDWORD && Write(path, name, REG_SZ, text.c_str(), static_cast<DWORD>(bytes));
+    return Remember(written, path, name, std::u16string(value));
+  }
+
+  bool SetNumber(std::u16string_view path, std::u16string_view name, std::uint32_t value) override {
+    const DWORD number = value;
+    return Remember(Write(path, name, REG_DWORD, &number, sizeof number), path, name, value);
+  }
+
+ private:
+  static bool Write(std::u16string_view path, std::u16string_view name, DWORD type, const void* data,
+                    DWORD bytes) {
+    HKEY key = nullptr;
+    if (RegCreateKeyExW(HKEY_CURRENT_USER, Wide(path).c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_WRITE,
+                        nullptr, &key, nullptr) != ERROR_SUCCESS)
+      return false;
+    const LSTATUS status =
+        RegSetValueExW(key, Wide(name).c_str(), 0, type, static_cast<const BYTE*>(data), bytes);
+    RegCloseKey(key);
+    return status == ERROR_SUCCESS;
+  }
+
+  bool Remember(bool written, std::u16string_view path, std::u16string_view name, RegistryValues::Data data) {
+    if (written)
+      refused_.Remove(path, name);
+    else
+      refused_.Set(path, name, std::move(data));
+    return written;
+  }
+
+  RegistryValues refused_;  // what the system would not take
+};
+
+}  // namespace
+
+std::unique_ptr<Registry> OpenUserRegistry() {
+  return std::make_unique<SystemRegistry>();
+}
+
+}  // namespace quillet

@@ -1,0 +1,141 @@
+#include "settings/dialog/option_display_panel.h"
+
+#include <QBoxLayout>
+#include <QComboBox>
+#include <QCompleter>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QFormLayout>
+#include <QImageReader>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSlider>
+#include <QToolButton>
+
+namespace quillet {
+namespace {
+
+// The installed faces that can draw the screen: of one width, or with the characters it is full of.
+QStringList ScreenFonts() {
+  QStringList fonts;
+  for (const QString& family : QFontDatabase::families()) {
+    if (QFontDatabase::isPrivateFamily(family)) continue;
+    if (QFontDatabase::isFixedPitch(family) ||
+        QFontDatabase::writingSystems(family).contains(QFontDatabase::TraditionalChinese))
+      fonts.append(family);
+  }
+  return fonts;
+}
+
+QString PictureFilter() {
+  QStringList patterns;
+  for (const QByteArray& format : QImageReader::supportedImageFormats())
+    patterns.append(QStringLiteral("*.") + QString::fromLatin1(format));
+  return QStringLiteral("圖片 (%1);;所有檔案 (*)").arg(patterns.join(u' '));
+}
+
+QHBoxLayout* Beside(QWidget* left, QWidget* right) {
+  auto* line = new QHBoxLayout;
+  line->addWidget(left);
+  line->addWidget(right);
+  return line;
+}
+
+QHBoxLayout* LeftAligned(std::initializer_list<QWidget*> widgets) {
+  auto* line = new QHBoxLayout;
+  for (QWidget* widget : widgets)
+    line->addWidget(widget);
+  line->addStretch();
+  return line;
+}
+
+// Shows the slider's value, in the room that the largest needs.
+QLabel* MakePercentage(QSlider& slider) {
+  auto* label = new QLabel(&slider);
+  const auto textOf = [](int value) { return QStringLiteral("%1%").arg(value); };
+  label->setText(textOf(slider.maximum()));
+  label->setMinimumWidth(label->sizeHint().width());
+  label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  label->setText(textOf(slider.value()));
+  QObject::connect(&slider, &QSlider::valueChanged, label, [=](int value) { label->setText(textOf(value)); });
+  return label;
+}
+
+}  // namespace
+
+OptionDisplayPanel::OptionDisplayPanel(QWidget* parent)
+    : OptionPanelWidget(parent), controls_(OptionPanel::kDisplay, *this) {
+  const auto [left, right] = MakeColumns();
+  AddGroup(*left, QStringLiteral("文章列表"), controls_, {u"DarkerReadArticle", u"DarkerUpdatedArticle"});
+  AddGroup(
+      *left, QStringLiteral("推文與id"), controls_,
+      {u"LighterPushLine", u"GrayBackgroundPush", u"MergePush", u"ColorMyId", u"IpDetectProxy", u"IpToName"});
+  AddBackground(*left);
+  AddText(*right);
+  AddGroup(*right, QStringLiteral("視窗"), controls_,
+           {u"TitleShowID", u"Topmost", u"HideTopLeftIcons", u"NoScrollAnimation", u"Work"});
+}
+
+void OptionDisplayPanel::AddText(QVBoxLayout& column) {
+  QFormLayout* group = AddGroup(column, QStringLiteral("文字與顏色"));
+  group->addRow(controls_.LabelOf(u"Font"), MakeFontBox());
+  auto* note = new NoteLabel(QStringLiteral("(不為0時ANSI圖會有毛邊)"), this);
+  group->addRow(controls_.LabelOf(u"LineSpacing"), LeftAligned({controls_.Control(u"LineSpacing"), note}));
+  group->addRow(controls_.LabelOf(u"PushLineSpacing"), LeftAligned({controls_.Control(u"PushLineSpacing")}));
+  for (const std::u16string_view key : {u"SmoothFont", u"LighterDarkBlue", u"DarkColor", u"ShowHighlight"})
+    controls_.AddRow(*group, key);
+}
+
+QWidget* OptionDisplayPanel::MakeFontBox() {
+  auto* edit = static_cast<QLineEdit*>(controls_.Control(u"Font"));
+  auto* box = new QComboBox(this);
+  box->setAccessibleName(edit->accessibleName());
+  box->addItems(ScreenFonts());
+  box->setCurrentIndex(-1);
+  box->setInsertPolicy(QComboBox::NoInsert);
+  box->setLineEdit(edit);
+  // A face that is not installed may be named as well, so what is typed is only suggested to, never
+  // completed.
+  box->completer()->setCompletionMode(QCompleter::PopupCompletion);
+  box->completer()->setFilterMode(Qt::MatchContains);
+  box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  controls_.GuardFromWheel(*box);
+  return box;
+}
+
+void OptionDisplayPanel::AddBackground(QVBoxLayout& column) {
+  QFormLayout* group = AddGroup(column, QStringLiteral("背景"));
+  group->addRow(controls_.LabelOf(u"BackgroundPicture"));
+  auto* picture = controls_.Control(u"BackgroundPicture");
+  auto* browse = new QToolButton(this);
+  browse->setText(QStringLiteral(".."));
+  browse->setObjectName(QStringLiteral("browse"));
+  browse->setAccessibleName(QStringLiteral("選擇背景圖片"));
+  browse->setToolTip(browse->accessibleName());
+  connect(browse, &QToolButton::clicked, this, &OptionDisplayPanel::BrowseForPicture);
+  group->addRow(Beside(picture, browse));
+  controls_.AddRow(*group, u"BackgroundPictureStyle");
+  auto* slider = static_cast<QSlider*>(controls_.Control(u"BackPicOpacity"));
+  group->addRow(controls_.LabelOf(u"BackPicOpacity"), Beside(slider, MakePercentage(*slider)));
+}
+
+void OptionDisplayPanel::BrowseForPicture() {
+  auto* edit = static_cast<QLineEdit*>(controls_.Control(u"BackgroundPicture"));
+  const QFileInfo current(edit->text());
+  const QString chosen = QFileDialog::getOpenFileName(
+      this, QStringLiteral("選擇背景圖片"), current.isFile() ? current.absoluteFilePath() : QString(),
+      PictureFilter());
+  if (!chosen.isEmpty()) edit->setText(QDir::toNativeSeparators(chosen));
+}
+
+void OptionDisplayPanel::Open(const SettingsStore& store) {
+  controls_.Open(store.Map());
+}
+
+void OptionDisplayPanel::Store(SettingsStore& store) const {
+  controls_.Store(store.Map());
+}
+
+}  // namespace quillet

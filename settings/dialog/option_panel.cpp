@@ -1,0 +1,79 @@
+#include "settings/dialog/option_panel.h"
+
+#include <QBoxLayout>
+#include <QEvent>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QPalette>
+
+#include "settings/dialog/setting_controls.h"
+
+namespace quillet {
+namespace {
+
+// The share of the text's colour in a note's, the rest being the background's. At 0.7 black on a light grey
+// window keeps a contrast of 8:1, white on a dark one 7:1.
+constexpr float kNoteStrength = 0.7F;
+
+QColor Between(const QColor& back, const QColor& text, float share) {
+  const auto mix = [share](float b, float t) { return b + (t - b) * share; };
+  return QColor::fromRgbF(mix(back.redF(), text.redF()), mix(back.greenF(), text.greenF()),
+                          mix(back.blueF(), text.blueF()));
+}
+
+}  // namespace
+
+OptionPanelWidget::Columns OptionPanelWidget::MakeColumns() {
+  auto* whole = new QVBoxLayout(this);
+  auto* columns = new QHBoxLayout;
+  whole->addLayout(columns);
+  whole->addStretch();
+  const Columns made{new QVBoxLayout, new QVBoxLayout};
+  columns->addLayout(made.left, 1);
+  columns->addLayout(made.right, 1);
+  return made;
+}
+
+QFormLayout* OptionPanelWidget::AddGroup(QBoxLayout& column, const QString& title, SettingControls& controls,
+                                         std::initializer_list<std::u16string_view> keys,
+                                         std::u16string_view section) {
+  QFormLayout* group = AddGroup(column, title);
+  for (const std::u16string_view key : keys)
+    controls.AddRow(*group, key, section);
+  return group;
+}
+
+QFormLayout* OptionPanelWidget::AddGroup(QBoxLayout& column, const QString& title) {
+  auto* group = new QGroupBox(title, this);
+  auto* form = new QFormLayout(group);
+  column.addWidget(group);
+  return form;
+}
+
+NoteLabel::NoteLabel(const QString& text, QWidget* parent) : QLabel(text, parent) {
+  setTextFormat(Qt::PlainText);
+}
+
+void NoteLabel::changeEvent(QEvent* event) {
+  QLabel::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) TakeColour();
+}
+
+void NoteLabel::showEvent(QShowEvent* event) {
+  TakeColour();
+  QLabel::showEvent(event);
+}
+
+void NoteLabel::TakeColour() {
+  if (parentWidget() == nullptr) return;
+  const QPalette& around = parentWidget()->palette();
+  const QColor colour =
+      Between(around.color(QPalette::Window), around.color(QPalette::WindowText), kNoteStrength);
+  // Setting the palette comes back here as a change.
+  if (palette().color(QPalette::WindowText) == colour) return;
+  QPalette quiet = palette();
+  quiet.setColor(QPalette::WindowText, colour);
+  setPalette(quiet);
+}
+
+}  // namespace quillet

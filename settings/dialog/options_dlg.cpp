@@ -1,0 +1,148 @@
+#include "settings/dialog/options_dlg.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "settings/dialog/option_behavior_panel.h"
+#include "settings/dialog/option_control_panel.h"
+#include "settings/dialog/option_display_panel.h"
+#include "settings/dialog/option_hot_track_panel.h"
+#include "settings/dialog/option_list_panel.h"
+
+namespace quillet {
+namespace {
+
+// What a window's frame and title bar take of the screen, in pixels, on the systems we know.
+constexpr QSize kFrame(16, 48);
+
+// Holds one panel, and scrolls it only where the screen is too small for it.
+class PanelPage : public QScrollArea {
+ public:
+  explicit PanelPage(OptionPanelWidget* panel) {
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    setWidgetResizable(true);
+    setWidget(panel);
+    // The page of the tab shows through.
+    panel->setAutoFillBackground(false);
+    viewport()->setAutoFillBackground(false);
+  }
+
+  // The panel's whole, which the base class caps at a few lines of text; with room for the scroll bar, so
+  // that scrolling one way does not make it scroll the other.
+  QSize sizeHint() const override {
+    return widget()->sizeHint().expandedTo(widget()->minimumSizeHint()) +
+           QSize(verticalScrollBar()->sizeHint().width(), 0);
+  }
+};
+
+}  // namespace
+
+CQuillOptionDlg::CQuillOptionDlg(SettingsStore& store, OptionActions actions, QWidget* parent)
+    : QDialog(parent), store_(store), tabs_(new QTabWidget(this)) {
+  setWindowTitle(QStringLiteral("Quillet | by mossgrov"));
+  setSizeGripEnabled(true);
+  tabs_->setElideMode(Qt::ElideNone);
+  AddPanel(QStringLiteral("畫面顯示"), new OptionDisplayPanel);
+  AddPanel(QStringLiteral("行為"), new OptionBehaviorPanel(std::move(actions.becomeDefaultBrowser)));
+  AddPanel(QStringLiteral("黑白名單"), new OptionListPanel);
+  AddPanel(QStringLiteral("熱門/追蹤文章"), new OptionHotTrackPanel);
+  AddPanel(QStringLiteral("滑鼠控制"), new OptionControlPanel);
+
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(tabs_);
+  layout->addLayout(MakeBottomLine());
+  TakeFittingSize();
+}
+
+void CQuillOptionDlg::AddPanel(const QString& title, OptionPanelWidget* panel) {
+  panel->Open(store_);
+  tabs_->addTab(new PanelPage(panel), title);
+  panels_.push_back(panel);
+}
+
+QHBoxLayout* CQuillOptionDlg::MakeBottomLine() {
+  DataFiles& files = store_.Files();
+  useDataFolder_ = new QCheckBox(QStringLiteral("設定檔放在使用者資料夾"), this);
+  useDataFolder_->setObjectName(QStringLiteral("UseAppDataLocalPath"));
+  useDataFolder_->setChecked(files.UsesDataFolder());
+  useDataFolder_->setToolTip(QStringLiteral("不勾選時，設定檔放在程式所在的資料夾"));
+  if (!files.CanChooseFolder()) {
+    useDataFolder_->setEnabled(false);
+    useDataFolder_->setChecked(true);
+    useDataFolder_->setToolTip(QStringLiteral("程式所在的資料夾無法寫入，設定檔只能放在使用者資料夾"));
+  }
+
+  auto* buttons = new QDialogButtonBox(this);
+  buttons->addButton(QStringLiteral("確定"), QDialogButtonBox::AcceptRole)->setDefault(true);
+  buttons->addButton(QStringLiteral("取消"), QDialogButtonBox::RejectRole);
+  connect(buttons, &QDialogButtonBox::accepted, this, &CQuillOptionDlg::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &CQuillOptionDlg::reject);
+
+  auto* line = new QHBoxLayout;
+  line->addWidget(useDataFolder_);
+  line->addStretch();
+  line->addWidget(buttons);
+  return line;
+}
+
+void CQuillOptionDlg::TakeFittingSize() {
+  // Hidden tabs too and from the inside out, so that a tab is not laid out once more after it is first shown.
+  const QList<QWidget*> widgets = findChildren<QWidget*>();
+  for (QWidget* widget : widgets)
+    widget->ensurePolished();
+  std::for_each(widgets.rbegin(), widgets.rend(), [](const QWidget* widget) {
+    if (widget->layout() != nullptr) widget->layout()->activate();
+  });
+  resize(layout()->totalSizeHint().boundedTo(screen()->availableSize() - kFrame));
+  // The first control rather than the tabs, which Ctrl+Tab turns from anywhere.
+  for (QWidget* next = panels_.front()->nextInFocusChain(); next != this; next = next->nextInFocusChain()) {
+    if (!panels_.front()->isAncestorOf(next) || (next->focusPolicy() & Qt::TabFocus) == 0) continue;
+    next->setFocus();
+    break;
+  }
+}
+
+void CQuillOptionDlg::accept() {
+  if (std::any_of(panels_.begin(), panels_.end(),
+                  [this](OptionPanelWidget* panel) { return Complains(*panel); }))
+    return;
+  StoreAll();
+  QDialog::accept();
+}
+
+bool CQuillOptionDlg::Complains(OptionPanelWidget& panel) {
+  const QString words = panel.Complaint();
+  if (words.isEmpty()) return false;
+  QWidget* atFault = panel.focusWidget();
+  const auto at = std::find(panels_.begin(), panels_.end(), &panel) - panels_.begin();
+  tabs_->setCurrentIndex(static_cast<int>(at));
+  QMessageBox box(QMessageBox::Warning, windowTitle(), words, QMessageBox::NoButton, this);
+  box.addButton(QStringLiteral("確定"), QMessageBox::AcceptRole);
+  box.exec();
+  if (atFault != nullptr) atFault->setFocus();
+  return true;
+}
+
+void CQuillOptionDlg::StoreAll() {
+  const std::u16string namesBefore = store_.Names().AsText();
+  for (const OptionPanelWidget* panel : panels_)
+    panel->Store(store_);
+  if (store_.Files().CanChooseFolder()) store_.Files().SetUsesDataFolder(useDataFolder_->isChecked());
+  store_.Apply();
+  store_.Save();
+  if (store_.Names().AsText() != namesBefore) store_.SaveNames();
+}
+
+}  // namespace quillet

@@ -1,0 +1,229 @@
+#include "settings/dialog/setting_controls.h"
+
+#include <algorithm>
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QEvent>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QSlider>
+#include <QSpinBox>
+
+#include "settings/settings_store.h"
+#include "settings/text_lines.h"
+
+namespace quillet {
+namespace {
+
+// Keeps the wheel from changing a control that only happens to lie under the pointer while a panel scrolls.
+class WheelGuard : public QObject {
+ public:
+  using QObject::QObject;
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const auto* widget = qobject_cast<QWidget*>(watched);
+    if (event->type() != QEvent::Wheel || widget == nullptr || widget->hasFocus()) return false;
+    event->ignore();
+    return true;
+  }
+};
+
+QString Words(std::u16string_view text) {
+  return QStringView(text).toString();
+}
+
+const SettingRow& RowOf(std::u16string_view key, std::u16string_view section) {
+  const SettingRow* row = FindSetting(section, key);
+  if (row == nullptr) qFatal("no setting %s", qPrintable(Words(key)));
+  return *row;
+}
+
+QWidget* MakeComboBox(const SettingRow& row, QWidget& owner) {
+  auto* box = new QComboBox(&owner);
+  box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+  for (const std::u16string_view choice : row.choices)
+    box->addItem(Words(choice));
+  return box;
+}
+
+QButtonGroup& ButtonsOf(QWidget& radioButtons) {
+  return *radioButtons.findChild<QButtonGroup*>();
+}
+
+QWidget* MakeRadioButtons(const SettingRow& row, QWidget& owner) {
+  auto* widget = new QWidget(&owner);
+  auto* line = new QHBoxLayout(widget);
+  line->setContentsMargins(0, 0, 0, 0);
+  auto* group = new QButtonGroup(widget);
+  for (std::size_t value = 0; value < row.choices.size(); ++value) {
+    auto* button = new QRadioButton(Words(row.choices[value]), widget);
+    group->addButton(button, static_cast<int>(value));
+    line->addWidget(button);
+  }
+  line->addStretch();
+  return widget;
+}
+
+QWidget* MakeSlider(const SettingRow& row, QWidget& owner) {
+  auto* slider = new QSlider(Qt::Horizontal, &owner);
+  slider->setRange(row.least, row.most);
+  return slider;
+}
+
+QWidget* MakeNumberBox(const SettingRow& row, QWidget& owner) {
+  auto* box = new QSpinBox(&owner);
+  box->setRange(row.least, row.most);
+  return box;
+}
+
+QWidget* MakeTextBox(const SettingRow& row, QWidget& owner) {
+  auto* box = new QLineEdit(&owner);
+  // What a line of the file holds besides the key and "=".
+  box->setMaxLength(static_cast<int>(kLongestLine - row.key.size() - 1));
+  return box;
+}
+
+void Show(const SettingRow& row, const Settings& settings, QWidget* control) {
+  const auto number = [&] { return settings.*std::get<int Settings::*>(row.field); };
+  switch (row.control) {
+    case OptionControl::kCheckBox:
+      static_cast<QCheckBox*>(control)->setChecked(settings.*std::get<bool Settings::*>(row.field));
+      break;
+    case OptionControl::kComboBox:
+      static_cast<QComboBox*>(control)->setCurrentIndex(number());
+      break;
+    case OptionControl::kRadioButtons:
+      if (QAbstractButton* button = ButtonsOf(*control).button(number())) button->setChecked(true);
+      break;
+    case OptionControl::kSlider:
+      static_cast<QSlider*>(control)->setValue(number());
+      break;
+    case OptionControl::kNumberBox:
+      static_cast<QSpinBox*>(control)->setValue(number());
+      break;
+    case OptionControl::kTextBox: {
+      auto* box = static_cast<QLineEdit*>(control);
+      box->setText(Words(settings.*std::get<std::u16string Settings::*>(row.field)));
+      box->setCursorPosition(0);
+      break;
+    }
+    case OptionControl::kNone:
+      break;
+  }
+}
+
+// What the file holds for the state of the control.
+std::u16string ValueOf(const SettingRow& row, QWidget* control) {
+  switch (row.control) {
+    case OptionControl::kCheckBox:
+      return ToText(static_cast<QCheckBox*>(control)->isChecked() ? 1 : 0);
+    case OptionControl::kComboBox:
+      return ToText(static_cast<QComboBox*>(control)->currentIndex());
+    case OptionControl::kRadioButtons:
+      return ToText(ButtonsOf(*control).checkedId());
+    case OptionControl::kSlider:
+      return ToText(static_cast<QSlider*>(control)->value());
+    case OptionControl::kNumberBox:
+      return ToText(static_cast<QSpinBox*>(control)->value());
+    case OptionControl::kTextBox:
+      return std::u16string(Trimmed(static_cast<QLineEdit*>(control)->text().toStdU16String()));
+    case OptionControl::kNone:
+      break;
+  }
+  return {};
+}
+
+}  // namespace
+
+SettingControls::SettingControls(OptionPanel panel, QWidget& owner)
+    : panel_(panel), owner_(owner), wheelGuard_(new WheelGuard(&owner)) {}
+
+QWidget* SettingControls::Control(std::u16string_view key, std::u16string_view section) {
+  const SettingRow& row = RowOf(key, section);
+  if (row.panel != panel_) qFatal("setting %s is of another panel", qPrintable(Words(key)));
+  const auto made =
+      std::find_if(entries_.begin(), entries_.end(), [&](const Entry& e) { return e.row == &row; });
+  if (made != entries_.end()) return made->control;
+  QWidget* control = Make(row);
+  control->setObjectName(Words(row.key));
+  control->setAccessibleName(Words(row.label).simplified());
+  entries_.push_back({&row, control});
+  return control;
+}
+
+QWidget* SettingControls::Make(const SettingRow& row) {
+  QWidget* control = nullptr;
+  switch (row.control) {
+    case OptionControl::kCheckBox:
+      return new QCheckBox(Words(row.label), &owner_);
+    case OptionControl::kRadioButtons:
+      return MakeRadioButtons(row, owner_);
+    case OptionControl::kTextBox:
+      return MakeTextBox(row, owner_);
+    case OptionControl::kComboBox:
+      control = MakeComboBox(row, owner_);
+      break;
+    case OptionControl::kSlider:
+      control = MakeSlider(row, owner_);
+      break;
+    case OptionControl::kNumberBox:
+      control = MakeNumberBox(row, owner_);
+      break;
+    case OptionControl::kNone:
+      qFatal("setting %s has no control", qPrintable(Words(row.key)));
+  }
+  GuardFromWheel(*control);
+  return control;
+}
+
+void SettingControls::GuardFromWheel(QWidget& control) {
+  control.setFocusPolicy(Qt::StrongFocus);
+  control.installEventFilter(wheelGuard_);
+}
+
+QString SettingControls::Label(std::u16string_view key, std::u16string_view section) {
+  return Words(RowOf(key, section).label);
+}
+
+QLabel* SettingControls::LabelOf(std::u16string_view key, std::u16string_view section) {
+  auto* label = new QLabel(Label(key, section), &owner_);
+  label->setBuddy(Control(key, section));
+  return label;
+}
+
+void SettingControls::AddRow(QFormLayout& form, std::u16string_view key, std::u16string_view section) {
+  QWidget* control = Control(key, section);
+  if (RowOf(key, section).control == OptionControl::kCheckBox)
+    form.addRow(control);
+  else
+    form.addRow(LabelOf(key, section), control);
+}
+
+std::vector<QString> SettingControls::Missing() const {
+  std::vector<QString> missing;
+  for (const SettingRow& row : SettingTable()) {
+    const auto isOfRow = [&](const Entry& entry) { return entry.row == &row; };
+    if (row.panel == panel_ && std::none_of(entries_.begin(), entries_.end(), isOfRow))
+      missing.push_back(Words(row.key));
+  }
+  return missing;
+}
+
+void SettingControls::Open(const SettingsMap& map) {
+  Settings settings;
+  ApplySettings(map, settings);
+  for (const Entry& entry : entries_)
+    Show(*entry.row, settings, entry.control);
+}
+
+void SettingControls::Store(SettingsMap& map) const {
+  for (const Entry& entry : entries_)
+    map.Set(entry.row->section, entry.row->key, ValueOf(*entry.row, entry.control));
+}
+
+}  // namespace quillet

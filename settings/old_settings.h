@@ -1,0 +1,23 @@
+// What older versions kept differently, turned into what this one keeps. Pure; called by the settings store
+// while it loads.
+#pragma once
+
+#include "settings/name_list.h"
+#include "settings/settings_map.h"
+
+namespace quillet {
+
+// Sections "Black" and "White" become entries of the list. They stay in the map until the list is on disk.
+// Returns whether there were any.
+bool TakeOldLists(const SettingsMap& map, NameList& names);
+// Takes the sections out of the map. Returns whether there were any.
+bool DropOldLists(SettingsMap& map);
+
+// A site written as "host:ssh" becomes "ssh://host".
+void ConvertOldSite(SettingsMap& map);
+
+// The single switches of "Basic" for quotes, signatures, pushes and the black list become today's choices,
+// one after the other, so that a later one wins; each leaves the map.
+void ConvertOldKeys(SettingsMap& map);
+
+}  // namespace quillet

@@ -1,0 +1,68 @@
+// Everything the user sets, and its way to the disk and back: the settings map and its typed fields, the
+// black and white lists and the title words. Nobody but the document makes one. User-interface thread.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "settings/data_files.h"
+#include "settings/name_list.h"
+#include "settings/settings.h"
+#include "settings/settings_map.h"
+
+namespace quillet {
+
+inline constexpr std::string_view kSettingsFile = "Quill.ini";
+inline constexpr std::string_view kNamesFile = "black.txt";
+inline constexpr std::string_view kTitleWordsFile = "black_title.txt";
+
+class SettingsStore {
+ public:
+  // The map has its defaults from here on; nothing is read yet. `files` outlives the store. `mainHost` is the
+  // BBS's own host, of which the default site is made; empty when none is configured.
+  SettingsStore(DataFiles& files, std::string_view mainHost);
+
+  // Reads the files, converts what older versions wrote, saves the converted form and fills the typed fields.
+  // Once.
+  void Load();
+  // The typed fields from the map. A key that is absent leaves its field as it is; a value out of its row's
+  // range becomes one inside it there, and stays as it is in the map.
+  void Apply();
+  // "Quill.ini" and "black_title.txt". Nothing before Load. False when something did not reach the disk (what
+  // was set stays set); why stands in the files' problems.
+  bool Save();
+  // "black.txt"; after every edit of an entry. Nothing before Load.
+  bool SaveNames();
+
+  // One value changed at run time: set, applied, saved.
+  void Change(std::u16string_view section, std::u16string_view key, std::u16string_view value);
+
+  const Settings& Fields() const { return fields_; }
+  SettingsMap& Map() { return map_; }
+  const SettingsMap& Map() const { return map_; }
+  NameList& Names() { return names_; }
+  const NameList& Names() const { return names_; }
+  std::vector<std::u16string>& TitleWords() { return titleWords_; }
+  const std::vector<std::u16string>& TitleWords() const { return titleWords_; }
+  DataFiles& Files() { return files_; }
+
+ private:
+  bool SaveMap();
+  bool SaveTitleWords();
+
+  DataFiles& files_;
+  bool ready_ = false;  // set once the first load has read what there is
+  SettingsMap map_;
+  Settings fields_;
+  NameList names_;
+  std::vector<std::u16string> titleWords_;
+};
+
+// The map's entries before any file is read.
+SettingsMap DefaultSettings(std::string_view mainHost);
+
+// Lays every key of the table that the map holds over `fields`.
+void ApplySettings(const SettingsMap& map, Settings& fields);
+
+}  // namespace quillet

@@ -1,0 +1,251 @@
+// What the user keeps, seen through the window: set in the dialogs, at work at once, there after a restart,
+// and told when it cannot be read or written.
+#include <fstream>
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLineEdit>
+#include <QSpinBox>
+#include <QWindow>
+
+#include "tests/app/dialog_answers.h"
+#include "tests/app/window_fixture.h"
+
+namespace quillet {
+namespace {
+
+class SettingsWindowTest : public WindowTest {
+ protected:
+  void TearDown() override {
+    frame.reset();
+    doc.reset();
+  }
+  void Choose(const QString& item, const std::vector<std::function<void(QDialog&)>>& answers) {
+    for (QAction* action : frame->findChildren<QAction*>())
+      if (action->text().contains(item)) return AnswerDialogs([action] { action->trigger(); }, answers);
+    FAIL() << "no menu item " << item.toStdString();
+  }
+  void SetInOptions(const std::function<void(QDialog&)>& set) {
+    Choose(u"選項"_qs, {[&](QDialog& dialog) {
+             set(dialog);
+             dialog.accept();
+           }});
+  }
+  void ShowText() {
+    OpenScript();
+    script->Deliver(ToBig5(u"\x1B[1;1H\x1B[33m看板列表 abc\x1B[m\x1B[24;1Hbottom"));
+    ASSERT_TRUE(Until([&] { return View().Screen().TextAt(23, 0) == 'b'; }));
+    View().clearFocus();  // no caret in the pictures
+  }
+  QImage Picture() { return View().grab().toImage(); }
+  void WriteFile(const std::string& name, const std::string& bytes) {
+    std::ofstream(ProgramHome() / name, std::ios::binary) << bytes;
+  }
+  std::string ReadFile(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+  }
+};
+
+TEST_F(SettingsWindowTest, WhatTheOptionsDialogSetsIsSeenAtOnceAndAfterARestart) {
+  ShowText();
+  const QImage before = Picture();
+  SetInOptions([](QDialog& dialog) { Find<QCheckBox>(dialog, "DarkColor").setChecked(true); });
+  const QImage dark = Picture();
+  EXPECT_NE(dark, before);
+  SetInOptions([](QDialog& dialog) { Find<QSpinBox>(dialog, "LineSpacing").setValue(6); });
+  const QImage spaced = Picture();
+  EXPECT_NE(spaced, dark);
+
+  Start();
+  EXPECT_TRUE(doc->Fields().darkColor);
+  ShowText();
+  EXPECT_EQ(Picture(), spaced);
+}
+
+TEST_F(SettingsWindowTest, CancellingTheOptionsDialogChangesNothing) {
+  ShowText();
+  const QImage before = Picture();
+  const SettingsMap map = doc->Store().Map();
+  const std::string file = ReadFile(ProgramHome() / kSettingsFile);
+  ASSERT_FALSE(file.empty());
+  Choose(u"選項"_qs, {[](QDialog& dialog) {
+           Find<QCheckBox>(dialog, "DarkColor").setChecked(true);
+           Find<QCheckBox>(dialog, "Topmost").setChecked(true);
+           dialog.reject();
+         }});
+  EXPECT_EQ(Picture(), before);
+  EXPECT_EQ(doc->Store().Map(), map);
+  EXPECT_EQ(ReadFile(ProgramHome() / kSettingsFile), file);
+  EXPECT_FALSE(frame->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+}
+
+TEST_F(SettingsWindowTest, StayingOnTopComesAndGoesWithoutTheWindowVanishing) {
+  const QRect place = frame->geometry();
+  const QWindow* const window = frame->windowHandle();
+  int hidden = 0;
+  QObject::connect(window, &QWindow::visibleChanged, [&](bool visible) { hidden += visible ? 0 : 1; });
+  for (const bool on : {true, false}) {
+    SetInOptions([on](QDialog& dialog) { Find<QCheckBox>(dialog, "Topmost").setChecked(on); });
+    EXPECT_EQ(frame->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint), on);
+    EXPECT_EQ(frame->windowHandle(), window);
+    EXPECT_EQ(frame->geometry(), place);
+    EXPECT_EQ(frame->focusWidget(), &View());
+  }
+  EXPECT_EQ(hidden, 0);
+  SetInOptions([](QDialog& dialog) { Find<QCheckBox>(dialog, "Topmost").setChecked(true); });
+  Start();
+  EXPECT_TRUE(frame->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint))
+      << "from the first moment on";
+}
+
+TEST_F(SettingsWindowTest, SignalsAndLineBreaksFollowTheirSwitches) {
+  OpenScript();
+  doc->Driver().OnBell(false);
+  EXPECT_EQ(signaller.flashes, 1);
+  EXPECT_EQ(signaller.beeps, 1);
+  doc->Change(u"Basic", u"Flash", u"0");
+  doc->Driver().OnBell(false);
+  EXPECT_EQ(signaller.flashes, 1);
+  EXPECT_EQ(signaller.beeps, 2);
+
+  script->Deliver(ToBig5(u"\x1B[24;1H 編輯文章  "));
+  ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_EDITOR) != 0; }));
+  QGuiApplication::clipboard()->setText(QString(100, 'a'));
+  View().Paste();
+  doc->Change(u"Basic", u"PasteAutoChangeLine", u"0");
+  View().Paste();
+  std::string expected(78, 'a');
+  expected += '\r';
+  expected.append(22 + 100, 'a');
+  EXPECT_TRUE(Until([&] { return script->Written() == expected; })) << script->Written();
+}
+
+TEST_F(SettingsWindowTest, WorkModeComesWithItsKeyAndStays) {
+  OpenScript();
+  QAction* work = nullptr;
+  for (QAction* action : frame->findChildren<QAction*>())
+    if (action->shortcut() == QKeySequence("Alt+W")) work = action;
+  ASSERT_NE(work, nullptr);
+  const QString plain = frame->windowTitle();
+  work->trigger();
+  EXPECT_NE(frame->windowTitle(), plain);
+  EXPECT_FALSE(frame->windowTitle().contains("Quillet"));
+  EXPECT_FALSE(frame->windowTitle().contains("script"));
+  Start();
+  EXPECT_TRUE(doc->Fields().work);
+  OpenScript();
+  SetInOptions([](QDialog& dialog) { Find<QCheckBox>(dialog, "Work").setChecked(false); });
+  EXPECT_EQ(frame->windowTitle(), plain);
+}
+
+TEST_F(SettingsWindowTest, AnIdIsAddedToTheListsByItsMenuItem) {
+  Choose(u"加入名單"_qs, {[](QDialog& dialog) {
+                            auto* const field = dialog.findChild<QLineEdit*>();
+                            ASSERT_NE(field, nullptr);
+                            EXPECT_EQ(field->text(), "");
+                            field->setText("reader");
+                            dialog.accept();
+                          },
+                          Accept});
+  ASSERT_NE(doc->Store().Names().Find(u"reader"), nullptr);
+  Start();
+  EXPECT_NE(doc->Store().Names().Find(u"reader"), nullptr);
+  Choose(u"加入名單"_qs, {[](QDialog& dialog) { dialog.reject(); }});
+}
+
+TEST_F(SettingsWindowTest, TheAddressConnectedToFromTheDialogComesBack) {
+  const QString address = "telnet://127.0.0.1:";  // fails at once, without a network
+  endpoints.mainHost = "bbs.example";
+  Start();
+  const auto proposed = [&] {
+    QString text;
+    Choose(u"連線到"_qs, {[&](QDialog& dialog) {
+             text = dialog.findChild<QLineEdit*>()->text();
+             dialog.reject();
+           }});
+    return text;
+  };
+  EXPECT_EQ(proposed(), "telnet://bbs.example");
+  doc->Open({.address = address, .name = {}, .makeTransport = {}});
+  EXPECT_EQ(proposed(), "telnet://bbs.example") << "only what was asked for in the dialog is remembered";
+  Choose(u"連線到"_qs, {[&](QDialog& dialog) {
+           dialog.findChild<QLineEdit*>()->setText(address);
+           for (QPushButton* button : dialog.findChildren<QPushButton*>())
+             if (button->text().contains(u"連線")) button->click();
+         }});
+  Start();
+  EXPECT_EQ(proposed(), address);
+}
+
+TEST_F(SettingsWindowTest, ADamagedFileIsToldOnceAndKeptAside) {
+  const std::string damaged = "[Basic]\nDarkColor=1\n\xFF\xFE\x01\n";
+  WriteFile("Quill.ini", damaged);
+  Start();
+  EXPECT_TRUE(doc->Fields().darkColor) << "what could be read is used";
+  const QString told = PanelLines();
+  EXPECT_TRUE(told.contains("Quill.ini") && told.contains(u"第 3 行"_qs)) << told.toStdString();
+  EXPECT_TRUE(told.contains(QString::fromStdU16String(ProgramHome().u16string())));
+  bool kept = false;
+  for (const auto& entry : std::filesystem::directory_iterator(ProgramHome()))
+    kept = kept || (entry.path().filename() != "Quill.ini" && ReadFile(entry.path()) == damaged &&
+                    told.contains(QString::fromStdU16String(entry.path().filename().u16string())));
+  EXPECT_TRUE(kept);
+
+  Enter();
+  EXPECT_TRUE(PanelSays(u"尚未連線"_qs));
+  doc->Change(u"Basic", u"DarkColor", u"0");
+  EXPECT_TRUE(PanelSays(u"尚未連線"_qs)) << "told once";
+  Start();
+  EXPECT_TRUE(PanelSays(u"尚未連線"_qs)) << "the file is whole again";
+}
+
+TEST_F(SettingsWindowTest, AFolderInTheFilesPlaceIsToldAndSettingsHoldUntilTheEnd) {
+  std::filesystem::remove(ProgramHome() / "Quill.ini");
+  std::filesystem::create_directory(ProgramHome() / "Quill.ini");
+  Start();
+  EXPECT_TRUE(PanelLines().contains("Quill.ini")) << PanelLines().toStdString();
+  SetInOptions([](QDialog& dialog) { Find<QCheckBox>(dialog, "DarkColor").setChecked(true); });
+  EXPECT_TRUE(doc->Fields().darkColor);
+  EXPECT_TRUE(std::filesystem::is_directory(ProgramHome() / "Quill.ini"));
+}
+
+TEST_F(SettingsWindowTest, WhatCannotBeSavedIsToldAndHoldsUntilTheEnd) {
+  std::filesystem::create_directory(ProgramHome() / "black.txt");
+  Choose(u"加入名單"_qs, {[](QDialog& dialog) {
+                            dialog.findChild<QLineEdit*>()->setText("reader");
+                            dialog.accept();
+                          },
+                          Accept});
+  EXPECT_TRUE(PanelSays(u"設定無法存檔"_qs));
+  EXPECT_TRUE(PanelLines().contains("black.txt")) << PanelLines().toStdString();
+  EXPECT_NE(doc->Store().Names().Find(u"reader"), nullptr);
+}
+
+TEST_F(SettingsWindowTest, ListsThatHoldSomethingAreNewsUntilTheUserTypes) {
+  WriteFile("track.txt", "header\n1700000000 5 0 Cats 1XYZabcd x title\n");
+  Start();
+  OpenScript();
+  EXPECT_EQ(doc->Driver().Status(), ConnectionStatus::kSomethingNew);
+  EXPECT_TRUE(frame->windowTitle().startsWith(u"●"));
+  TypeText("a");
+  EXPECT_EQ(doc->Driver().Status(), ConnectionStatus::kQuiet);
+  EXPECT_EQ(frame->windowTitle(), "script - Quillet");
+  doc->Change(u"Basic", u"TrackArticle", u"0");
+  Start();
+  OpenScript();
+  EXPECT_EQ(doc->Driver().Status(), ConnectionStatus::kQuiet) << "the user does not follow them";
+}
+
+TEST_F(SettingsWindowTest, TheEmbeddedBrowserIsSetUpAndTheVersionNoted) {
+  EXPECT_TRUE(doc->EmulatesBrowser());
+  EXPECT_EQ(registry.Number(u"SOFTWARE\\Microsoft\\Internet Explorer\\Main\\FeatureControl\\"
+                            u"FEATURE_BROWSER_EMULATION",
+                            u"Quillet.exe"),
+            11000U);
+  EXPECT_FALSE(doc->Fields().version.empty());
+}
+
+}  // namespace
+}  // namespace quillet

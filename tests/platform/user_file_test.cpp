@@ -1,0 +1,162 @@
+#include "platform/user_file.h"
+
+#include <algorithm>
+#include <atomic>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "tests/support/scratch_folder.h"
+
+namespace quillet {
+namespace {
+
+namespace fs = std::filesystem;
+using State = FileBytes::State;
+
+constexpr std::size_t kPlenty = 1 << 20;
+
+void Put(const fs::path& file, std::string_view bytes) {
+  std::ofstream(file, std::ios::binary) << bytes;
+}
+
+std::string Content(const fs::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+std::vector<std::string> Names(const fs::path& folder) {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(folder))
+    names.push_back(entry.path().filename().string());
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+class UserFileTest : public testing::Test {
+ protected:
+  ScratchFolder scratch_;
+  const fs::path file_ = scratch_.Path() / "Quill.ini";
+};
+
+TEST_F(UserFileTest, ReadingTellsMissingFromTooLargeFromUnreadable) {
+  EXPECT_EQ(ReadUserFile(file_, kPlenty).state, State::kMissing);
+  EXPECT_EQ(ReadUserFile(file_ / "below", kPlenty).state, State::kMissing);
+
+  const std::string bytes("a\r\n\0\xff", 5);
+  Put(file_, bytes);
+  EXPECT_EQ(ReadUserFile(file_, 5).bytes, bytes);
+  EXPECT_EQ(ReadUserFile(file_, 4).state, State::kTooLarge);
+  EXPECT_TRUE(ReadUserFile(file_, 4).bytes.empty());
+  Put(file_, "");
+  EXPECT_EQ(ReadUserFile(file_, 0).state, State::kRead);
+
+  const FileBytes folder = ReadUserFile(scratch_.Path(), kPlenty);
+  EXPECT_EQ(folder.state, State::kUnreadable);
+  EXPECT_FALSE(folder.reason.empty());
+}
+
+TEST_F(UserFileTest, ReplacingLeavesNothingButTheNewContent) {
+  const std::string large(300'000, 'x');
+  for (const std::string& bytes : {large, std::string("short\n"), std::string(), std::string("a\0b", 3)}) {
+    ASSERT_EQ(ReplaceFile(file_, bytes), "");
+    EXPECT_EQ(ReadUserFile(file_, kPlenty).bytes, bytes);
+  }
+  EXPECT_EQ(Names(scratch_.Path()), std::vector<std::string>{"Quill.ini"});
+}
+
+TEST_F(UserFileTest, WhatMayNotBeReplacedStaysAsItWas) {
+  Put(file_, "old");
+  fs::permissions(file_, fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
+                  fs::perm_options::remove);
+  EXPECT_NE(ReplaceFile(file_, "new"), "");
+  EXPECT_EQ(Content(file_), "old");
+  fs::permissions(file_, fs::perms::owner_write, fs::perm_options::add);
+
+  const fs::path folder = scratch_.Path() / "black.txt";
+  fs::create_directory(folder);
+  EXPECT_NE(ReplaceFile(folder, "new"), "");
+  EXPECT_TRUE(fs::is_directory(folder));
+
+  EXPECT_NE(ReplaceFile(scratch_.Path() / "nowhere" / "hot.txt", "new"), "");
+  EXPECT_EQ(Names(scratch_.Path()), (std::vector<std::string>{"Quill.ini", "black.txt"}));
+}
+
+TEST_F(UserFileTest, TwoWritersNeverMixAndNeverClearAwayEachOthersWork) {
+  const std::string contents[] = {std::string(20'000, 'a'), std::string(35'000, 'b')};
+  ASSERT_EQ(ReplaceFile(file_, contents[0]), "");
+  std::atomic<bool> refused = false;
+  std::vector<std::thread> writers;
+  for (const std::string& bytes : contents)
+    writers.emplace_back([&] {
+      for (int times = 0; times < 100; ++times)
+        if (!ReplaceFile(file_, bytes).empty()) refused = true;
+    });
+  for (int times = 0; times < 100; ++times) {
+    const std::string seen = ReadUserFile(file_, kPlenty).bytes;
+    EXPECT_TRUE(seen == contents[0] || seen == contents[1]) << seen.size();
+  }
+  for (std::thread& writer : writers)
+    writer.join();
+  EXPECT_FALSE(refused);
+  EXPECT_EQ(Names(scratch_.Path()), std::vector<std::string>{"Quill.ini"});
+}
+
+TEST_F(UserFileTest, OnlyWhatAKilledRunLeftIsClearedAway) {
+  // No system gives out this process number.
+  Put(scratch_.Path() / "Quill.ini.quillet-4294967294-0badcafe.tmp", "half");
+  const std::vector<std::string> others = {"Quill.ini.tmp", "black.txt.quillet-4294967294-0badcafe.tmp"};
+  for (const std::string& name : others)
+    Put(scratch_.Path() / name, "kept");
+  ASSERT_EQ(ReplaceFile(file_, "new"), "");
+  EXPECT_EQ(Names(scratch_.Path()), (std::vector<std::string>{"Quill.ini", others[0], others[1]}));
+}
+
+TEST_F(UserFileTest, MovingNeverReplaces) {
+  const fs::path to = scratch_.Path() / "data" / "Quill.ini";
+  Put(file_, "mine");
+  EXPECT_FALSE(MoveUserFile(file_, to)) << "the folder is missing";
+  EXPECT_EQ(Content(file_), "mine");
+
+  fs::create_directory(to.parent_path());
+  Put(to, "theirs");
+  EXPECT_FALSE(MoveUserFile(file_, to));
+  EXPECT_EQ(Content(file_), "mine");
+  EXPECT_EQ(Content(to), "theirs");
+
+  fs::remove(to);
+  EXPECT_TRUE(MoveUserFile(file_, to));
+  EXPECT_FALSE(fs::exists(file_));
+  EXPECT_EQ(Content(to), "mine");
+  EXPECT_FALSE(MoveUserFile(file_, to)) << "nothing there to move";
+  EXPECT_EQ(Names(to.parent_path()), std::vector<std::string>{"Quill.ini"});
+}
+
+TEST_F(UserFileTest, KeptAsideUnderANewNameEachTimeAndNoMoreThanNine) {
+  Put(file_, "strange");
+  EXPECT_EQ(KeepAside(file_), scratch_.Path() / "Quill.ini.unreadable");
+  EXPECT_EQ(Content(file_), "strange");
+  Put(file_, "stranger");
+  for (int number = 2; number <= 9; ++number)
+    EXPECT_EQ(KeepAside(file_), scratch_.Path() / ("Quill.ini.unreadable-" + std::to_string(number)));
+  EXPECT_EQ(Content(scratch_.Path() / "Quill.ini.unreadable"), "strange");
+  EXPECT_EQ(Content(scratch_.Path() / "Quill.ini.unreadable-2"), "stranger");
+  EXPECT_TRUE(KeepAside(file_).empty());
+  EXPECT_TRUE(KeepAside(scratch_.Path() / "missing").empty());
+  EXPECT_TRUE(KeepAside(scratch_.Path()).empty()) << "a folder";
+  EXPECT_EQ(Names(scratch_.Path()).size(), 10U);
+}
+
+TEST_F(UserFileTest, AFolderIsWritableOrNot) {
+  EXPECT_TRUE(IsFolderWritable(scratch_.Path()));
+  EXPECT_FALSE(IsFolderWritable(scratch_.Path() / "missing"));
+  Put(file_, "");
+  EXPECT_FALSE(IsFolderWritable(file_));
+  EXPECT_EQ(Names(scratch_.Path()), std::vector<std::string>{"Quill.ini"}) << "the try left something";
+}
+
+}  // namespace
+}  // namespace quillet

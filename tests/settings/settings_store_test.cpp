@@ -1,0 +1,278 @@
+#include "settings/settings_store.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+
+#include "platform/user_file.h"
+#include "settings/old_settings.h"
+#include "tests/settings/user_folders.h"
+
+namespace quillet {
+namespace {
+
+namespace fs = std::filesystem;
+using Words = std::vector<std::u16string>;
+
+// One user's files over several runs of the program.
+class SettingsStoreTest : public testing::Test {
+ protected:
+  void Start() {
+    files_ = std::make_unique<DataFiles>(user_.registry, user_.Both());
+    store_ = std::make_unique<SettingsStore>(*files_, "bbs.example");
+    store_->Load();
+  }
+  void Put(std::string_view name, std::string_view bytes) { PutFile(user_.working / name, bytes); }
+  fs::path At(std::string_view name) const { return user_.working / name; }
+  SettingsMap OnDisk() const {
+    SettingsMap map;
+    map.TakeLines(ReadLines(FileAt(At(kSettingsFile))).lines);
+    return map;
+  }
+  Words LinesOf(std::string_view name) const { return ReadLines(FileAt(At(name))).lines; }
+  std::u16string EntryOf(std::u16string_view id) const {
+    const ListEntry* entry = store_->Names().Find(id);
+    return entry ? u"=" + EntryText(*entry) : u"none";
+  }
+
+  UserFolders user_;
+  std::unique_ptr<DataFiles> files_;
+  std::unique_ptr<SettingsStore> store_;
+};
+
+constexpr std::string_view kOldLists =
+    "[Basic]\nFont=mine\n"
+    "[Black]\nplain=a friend\nbare\nflag=3:red\nagain=old\n"
+    "[White]\nfine=x\nmarked=1:y\n";
+
+TEST_F(SettingsStoreTest, FirstStartMakesTheFileOfDefaults) {
+  Start();
+  EXPECT_EQ(OnDisk(), DefaultSettings("bbs.example"));
+  EXPECT_EQ(store_->Fields().site, u"ssh://bbs.example");
+  EXPECT_FALSE(fs::exists(At(kNamesFile)));
+  EXPECT_FALSE(fs::exists(At(kTitleWordsFile)));
+  EXPECT_TRUE(files_->Problems().empty());
+}
+
+TEST_F(SettingsStoreTest, NothingIsSavedBeforeTheFirstLoad) {
+  Put(kTitleWordsFile, "word\n");
+  Put(kNamesFile, "id\n");
+  DataFiles files(user_.registry, user_.Both());
+  SettingsStore store(files, "bbs.example");
+  EXPECT_FALSE(store.Save());
+  EXPECT_FALSE(store.SaveNames());
+  store.Change(u"Basic", u"Work", u"1");
+  EXPECT_TRUE(store.Fields().work);
+  EXPECT_FALSE(fs::exists(At(kSettingsFile)));
+  EXPECT_EQ(FileAt(At(kTitleWordsFile)), "word\n");
+  EXPECT_EQ(FileAt(At(kNamesFile)), "id\n");
+}
+
+TEST_F(SettingsStoreTest, FileLiesOverTheDefaultsAndComesBackWhole) {
+  Put(kSettingsFile,
+      "[Basic]\r\nFont=標楷體\r\nContentPic=9\r\nNewer=kept\r\nBare\r\nAccount=me\r\nAutoLogin=00\r\n"
+      "[Unknown]\r\nk=v=w\r\n[Track]\r\nboard:a && title:b=c\r\n");
+  Put(kTitleWordsFile, " one \n\ntwo\n");
+  Start();
+  EXPECT_EQ(store_->Fields().font, u"標楷體");
+  EXPECT_EQ(store_->Fields().contentPic, 3);
+  EXPECT_TRUE(store_->Fields().flash);
+  EXPECT_EQ(LinesOf(kTitleWordsFile), (Words{u"one", u"two"}));
+
+  EXPECT_TRUE(store_->Save());
+  SettingsMap expected = DefaultSettings("bbs.example");
+  expected.Set(u"Basic", u"Font", u"標楷體");
+  expected.Set(u"Basic", u"ContentPic", u"9");
+  expected.Set(u"Basic", u"Newer", u"kept");
+  expected.Set(u"Basic", u"Bare", u"");
+  expected.Set(u"Unknown", u"k", u"v=w");
+  expected.Set(kTrackSection, u"board=a && title=b=c", u"");
+  EXPECT_EQ(OnDisk(), expected);
+  EXPECT_EQ(FileAt(At(kTitleWordsFile)), EncodeText(u"one\ntwo\n", kLineEnd));
+}
+
+TEST_F(SettingsStoreTest, ChangeIsAppliedAndSavedAtOnce) {
+  Start();
+  store_->Change(u"Basic", u"Work", u"1");
+  EXPECT_TRUE(store_->Fields().work);
+  EXPECT_EQ(OnDisk().Text(u"Basic", u"Work"), u"1");
+  store_->TitleWords() = {u"word"};
+  store_->Map().Set(u"Basic", u"AutoLogin", u"secret");
+  EXPECT_TRUE(store_->Save());
+  EXPECT_EQ(LinesOf(kTitleWordsFile), Words{u"word"});
+  EXPECT_EQ(OnDisk().Find(u"Basic", u"AutoLogin"), nullptr);
+}
+
+TEST_F(SettingsStoreTest, OldListsMoveToTheirFileAndWhatIsThereStays) {
+  Put(kSettingsFile, kOldLists);
+  Put(kNamesFile, "other=C5:z\nagain=new\n");
+  Put(kTitleWordsFile, "word\n");
+  for (int start = 0; start < 2; ++start) {
+    Start();
+    EXPECT_EQ(store_->Names().Size(), 7U);
+    EXPECT_EQ(EntryOf(u"plain"), u"=a friend");
+    EXPECT_EQ(EntryOf(u"bare"), u"=");
+    EXPECT_EQ(EntryOf(u"flag"), u"=B3:red");
+    EXPECT_EQ(EntryOf(u"fine"), u"=W:x");
+    EXPECT_EQ(EntryOf(u"marked"), u"=W1:y");
+    EXPECT_EQ(EntryOf(u"other"), u"=C5:z");
+    EXPECT_EQ(EntryOf(u"again"), u"=new");
+    EXPECT_EQ(OnDisk().All().count(u"Black") + OnDisk().All().count(u"White"), 0U);
+    EXPECT_EQ(LinesOf(kNamesFile).size(), 7U);
+    EXPECT_EQ(OnDisk().Text(u"Basic", u"Font"), u"mine");
+    EXPECT_EQ(FileAt(At(kTitleWordsFile)), "word\n");
+  }
+}
+
+TEST_F(SettingsStoreTest, OldListsStayUntilTheirFileCanBeWritten) {
+  Put(kSettingsFile, kOldLists);
+  fs::create_directories(At(kNamesFile));
+  Start();
+  EXPECT_EQ(EntryOf(u"flag"), u"=B3:red");
+  EXPECT_TRUE(store_->Save());
+  EXPECT_EQ(OnDisk().Text(u"Black", u"flag"), u"3:red");
+  EXPECT_EQ(OnDisk().All().at(u"White").size(), 2U);
+  fs::remove(At(kNamesFile));
+  Start();
+  EXPECT_EQ(EntryOf(u"flag"), u"=B3:red");
+  EXPECT_EQ(LinesOf(kNamesFile).size(), 6U);
+  EXPECT_FALSE(OnDisk().All().contains(u"Black"));
+}
+
+TEST_F(SettingsStoreTest, RemovedOldEntryDoesNotReturn) {
+  Put(kSettingsFile, kOldLists);
+  Put(kNamesFile, "other\n");
+  fs::permissions(At(kNamesFile), fs::perms::owner_read);
+  Start();
+  EXPECT_TRUE(OnDisk().All().contains(u"Black"));
+  fs::permissions(At(kNamesFile), fs::perms::owner_write, fs::perm_options::add);
+  store_->Names().Remove(u"flag");
+  EXPECT_TRUE(store_->SaveNames());
+  Start();
+  EXPECT_EQ(EntryOf(u"flag"), u"none");
+  EXPECT_EQ(EntryOf(u"marked"), u"=W1:y");
+}
+
+TEST_F(SettingsStoreTest, EndBetweenTheTwoFilesOfAConversionLosesNothing) {
+  Put(kSettingsFile, kOldLists);
+  fs::permissions(At(kSettingsFile), fs::perms::owner_read);
+  Start();
+  EXPECT_EQ(FileAt(At(kSettingsFile)), kOldLists);
+  EXPECT_EQ(LinesOf(kNamesFile).size(), 6U);
+  Put(kNamesFile, "plain=edited meanwhile\n");
+  fs::permissions(At(kSettingsFile), fs::perms::owner_write, fs::perm_options::add);
+  Start();
+  EXPECT_EQ(EntryOf(u"plain"), u"=edited meanwhile");
+  EXPECT_EQ(EntryOf(u"marked"), u"=W1:y");
+  EXPECT_EQ(LinesOf(kNamesFile).size(), 6U);
+  EXPECT_FALSE(OnDisk().All().contains(u"Black"));
+}
+
+TEST_F(SettingsStoreTest, OneFileOutOfOrderLeavesTheOthersWhole) {
+  for (const std::string_view broken : {kSettingsFile, kNamesFile, kTitleWordsFile}) {
+    SCOPED_TRACE(broken);
+    Put(kSettingsFile, "[Basic]\nFont=mine\n");
+    Put(kNamesFile, "id=_B1:text\n");
+    Put(kTitleWordsFile, "word\n");
+    fs::remove(At(broken));
+    fs::create_directories(At(broken));
+    Start();
+    EXPECT_EQ(store_->Save(), broken == kNamesFile);
+    EXPECT_EQ(store_->SaveNames(), broken != kNamesFile);
+    EXPECT_TRUE(fs::is_directory(At(broken)));
+    ASSERT_EQ(files_->Problems().size(), 1U);
+    EXPECT_EQ(files_->Problems()[0].file, At(broken));
+    if (broken != kSettingsFile) {
+      EXPECT_EQ(OnDisk().Text(u"Basic", u"Font"), u"mine");
+    }
+    if (broken != kNamesFile) {
+      EXPECT_EQ(LinesOf(kNamesFile), Words{u"id=_B1:text"});
+    }
+    if (broken != kTitleWordsFile) {
+      EXPECT_EQ(LinesOf(kTitleWordsFile), Words{u"word"});
+    }
+    fs::remove(At(broken));
+  }
+}
+
+TEST_F(SettingsStoreTest, DamagedSettingsAreKeptAsideAndTheirGoodLinesUsed) {
+  const std::string damaged = "[Basic]\nFont=\xB2\xD3\nHideBlackName=1\nBackPicOpacity=55\n";
+  Put(kSettingsFile, damaged);
+  Start();
+  EXPECT_EQ(store_->Fields().backPicOpacity, 55);
+  EXPECT_EQ(store_->Fields().font, u"細明體");
+  ASSERT_EQ(files_->Problems().size(), 1U);
+  EXPECT_EQ(FileAt(files_->Problems()[0].keptAs), damaged);
+  EXPECT_EQ(OnDisk().Number(u"Basic", u"BackPicOpacity"), 55);
+}
+
+TEST_F(SettingsStoreTest, FilesFollowTheFolderThatIsChosen) {
+  Put(kNamesFile, "id\n");
+  Start();
+  files_->SetUsesDataFolder(true);
+  EXPECT_TRUE(store_->Save());
+  EXPECT_TRUE(store_->SaveNames());
+  for (const std::string_view name : {kSettingsFile, kNamesFile, kTitleWordsFile}) {
+    EXPECT_TRUE(fs::exists(user_.data / name));
+    EXPECT_FALSE(fs::exists(At(name)));
+  }
+}
+
+TEST_F(SettingsStoreTest, OldKeysBecomeTodaysChoicesAndAreGone) {
+  const struct {
+    std::string_view keys;
+    int quotePic, signPic, pushPic, blackTitle, superBlackTitle, blackPush, superBlackPush;
+  } cases[] = {
+      {"", 3, 1, 2, 0, 0, 1, 1},
+      {"HideQuotePic=1\nHideSignPic=1\nHidePushPic=1\n", 0, 0, 0, 0, 0, 1, 1},
+      {"HideQuotePic=0\nHideSignPic=2\nHidePushPic\nHideBlackName=\n", 3, 1, 2, 0, 0, 1, 1},
+      {"HideBlackTitle=1\n", 3, 1, 2, 1, 1, 1, 1},
+      {"BlackPush=0\nSBlackPush=0\nHideBlackPic=1\n", 3, 1, 2, 0, 0, 1, 1},
+      {"HideBlackPush=1\n", 3, 1, 2, 0, 0, 2, 2},
+      {"HideBlackName=1\nHideBlackTitle=1\nHideBlackPush=1\n", 3, 1, 2, 2, 2, 3, 3},
+      {"RemoveBlackPush=1\nHideBlackName=1\n", 3, 1, 2, 2, 2, 4, 4},
+      {"OnlyHideSuperBlack=1\nRemoveBlackPush=1\nHideBlackName=1\n", 3, 1, 2, 0, 2, 0, 4},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.keys);
+    Put(kSettingsFile, "[Basic]\nQuotePic=3\n" + std::string(c.keys));
+    Start();
+    const Settings& fields = store_->Fields();
+    EXPECT_EQ(fields.quotePic, c.quotePic);
+    EXPECT_EQ(fields.signPic, c.signPic);
+    EXPECT_EQ(fields.pushPic, c.pushPic);
+    EXPECT_EQ(fields.blackTitle, c.blackTitle);
+    EXPECT_EQ(fields.superBlackTitle, c.superBlackTitle);
+    EXPECT_EQ(fields.blackPush, c.blackPush);
+    EXPECT_EQ(fields.superBlackPush, c.superBlackPush);
+    for (const std::u16string_view old :
+         {u"HideQuotePic", u"HideSignPic", u"HidePushPic", u"HideBlackTitle", u"HideBlackPic",
+          u"HideBlackPush", u"HideBlackName", u"RemoveBlackPush", u"OnlyHideSuperBlack"})
+      EXPECT_EQ(OnDisk().Find(u"Basic", old), nullptr);
+  }
+}
+
+TEST(OldSettingsTest, SiteOfTheOldFormBecomesAnAddress) {
+  const struct {
+    std::u16string_view old, expected;
+  } cases[] = {
+      {u"BBS.Example:ssh", u"ssh://bbs.example"},
+      {u"bbs.example : SSH ", u"ssh://bbs.example"},
+      {u"fe80::1:ssh", u"ssh://fe80::1"},
+      {u"BBS.Example:23", u"BBS.Example:23"},
+      {u"BBS.Example", u"BBS.Example"},
+      {u"telnet://BBS:ssh", u"telnet://BBS:ssh"},
+      {u"", u""},
+  };
+  for (const auto& c : cases) {
+    SettingsMap map;
+    map.Set(u"Basic", u"Site", c.old);
+    ConvertOldSite(map);
+    EXPECT_EQ(map.Text(u"Basic", u"Site"), c.expected);
+  }
+  SettingsMap none;
+  ConvertOldSite(none);
+  EXPECT_EQ(none, SettingsMap());
+}
+
+}  // namespace
+}  // namespace quillet
