@@ -1,23 +1,30 @@
-// The attention signals as the desktop gives them. User-interface thread.
+// The attention signals as the desktop gives them: by the system where it has a way of its own, by the
+// toolkit otherwise. User-interface thread.
 #pragma once
+
+#include <memory>
 
 #include <QPointer>
 #include <QWidget>
 
 #include "app/session_driver.h"
+#include "platform/attention.h"
 
 namespace quillet {
 
 class WindowSignaller : public Signaller {
  public:
+  explicit WindowSignaller(std::unique_ptr<Attention> attention = OpenAttention());
+
   void SetWindow(QWidget* window) { window_ = window; }
 
   void Flash() override;
   void Beep() override;
-  // The desktop's own sound until the program brings one of its own.
-  void PlayUpdatedSound() override { Beep(); }
+  // Beeps where the sound cannot be played.
+  void PlayUpdatedSound() override;
 
  private:
+  std::unique_ptr<Attention> attention_;
   QPointer<QWidget> window_;
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "core/byte_words.h"
 #include "core/charset.h"
 
 namespace quillet {
@@ -28,6 +29,14 @@ int EndOfRun(const ScreenSnapshot& screen, int row, int col, std::uint8_t attr) 
   while (col < kCols && screen.AttrAt(row, col) == attr)
     ++col;
   return col;
+}
+
+// For places inside the screen. Most texts differ in their first byte; asking for it here spares them the
+// call. No text (there are no tables) stands nowhere.
+bool StandsAt(const ScreenSnapshot& screen, int row, int col, const std::string& big5) {
+  const std::uint8_t* cells = screen.text[static_cast<std::size_t>(row)].data() + col;
+  return static_cast<char>(*cells) == *big5.data() && col + static_cast<int>(big5.size()) <= kCols &&
+         std::memcmp(cells, big5.data(), big5.size()) == 0;
 }
 
 }  // namespace
@@ -98,7 +107,7 @@ PageTests::PageTests() {
 }
 
 bool PageTests::Matches(const ScreenSnapshot& screen, const Probe& probe) {
-  return RowStartsWith(screen, probe.row, probe.col, std::string_view(probe.big5));
+  return StandsAt(screen, probe.row, probe.col, probe.big5);
 }
 
 bool PageTests::AnyMatches(const ScreenSnapshot& screen, const std::vector<Probe>& probes) {
@@ -108,13 +117,17 @@ bool PageTests::AnyMatches(const ScreenSnapshot& screen, const std::vector<Probe
 
 bool PageTests::IsInputField(const ScreenSnapshot& screen) const {
   if (!screen.CursorInside() || screen.cursorCol < 1) return false;
-  const int row = screen.cursorRow;
-  if (screen.AttrAt(row, screen.cursorCol) != kAttrInputField) return false;
-  int col = screen.cursorCol - 1;
-  while (col >= 0 && screen.AttrAt(row, col) == kAttrInputField)
-    --col;
-  if (col < 0) return false;
-  const std::uint8_t prompt = screen.AttrAt(row, col);
+  const std::uint8_t* const first = screen.attr[static_cast<std::size_t>(screen.cursorRow)].data();
+  const std::uint8_t* cell = first + screen.cursorCol;
+  if (*cell != kAttrInputField) return false;
+  // Fields are wide: whole words first.
+  constexpr std::uint64_t kWordOfField = RepeatByte(kAttrInputField);
+  while (cell - first >= 8 && LoadWord(cell - 8) == kWordOfField)
+    cell -= 8;
+  while (cell != first && cell[-1] == kAttrInputField)
+    --cell;
+  if (cell == first) return false;
+  const std::uint8_t prompt = cell[-1];
   return prompt < kFirstColouredBackground && (prompt & kLowFiveBits) != 0;
 }
 
@@ -123,8 +136,7 @@ bool PageTests::IsListCursor(const ScreenSnapshot& screen) const {
   const int row = screen.cursorRow;
   const int col = screen.cursorCol;
   if (screen.AttrAt(row, col) != kAttrBlank) return false;
-  const bool mark = screen.TextAt(row, col) == '>' ||
-                    (col >= 1 && RowStartsWith(screen, row, col - 1, std::string_view(bullet_)));
+  const bool mark = screen.TextAt(row, col) == '>' || (col >= 1 && StandsAt(screen, row, col - 1, bullet_));
   return mark && !IsEditor(screen);
 }
 
@@ -155,11 +167,11 @@ bool PageTests::IsReaderTop(const ScreenSnapshot& screen) const {
 }
 
 bool PageTests::IsArticleList(const ScreenSnapshot& screen) const {
-  return Matches(screen, helpLine_) || Matches(screen, selectPrompt_);
+  return Matches(screen, selectPrompt_) || Matches(screen, helpLine_);
 }
 
 bool PageTests::IsArticleListStrict(const ScreenSnapshot& screen) const {
-  return Matches(screen, helpLine_) && Matches(screen, selectPrompt_) && IsListCursor(screen);
+  return IsListCursor(screen) && Matches(screen, selectPrompt_) && Matches(screen, helpLine_);
 }
 
 bool PageTests::IsPushLine(const ScreenSnapshot& screen) const {
@@ -181,7 +193,7 @@ bool PageTests::IsEditor(const ScreenSnapshot& screen) const {
 
 bool PageTests::IsStarLine(const ScreenSnapshot& screen) const {
   const int row = screen.cursorRow;
-  if ((row != 22 && row != kBottom) || !RowStartsWith(screen, row, 0, std::string_view(star_))) return false;
+  if ((row != 22 && row != kBottom) || !StandsAt(screen, row, 0, star_)) return false;
   const int sender = EndOfRun(screen, row, 0, kBrightYellowOnCyan);
   const int message = EndOfRun(screen, row, sender, kBrightWhiteOnMagenta);
   if (sender < 4 || message - sender < 3 || message >= kCols) return false;

@@ -45,8 +45,8 @@ bool ClassifyScreen(const PageTests& pages, ScreenSnapshot& screen, ScreenReason
   screen.msgCount = 0;
   const bool reading = pages.IsReader(screen, PageTests::ReaderForm::kPlain);
   std::uint32_t flags = reading ? PF_READING | ReaderFlags(pages, screen) : OtherPageFlags(pages, screen);
-  if (screen.sessionState == kConnected && screen.isBbsSite != 0 && (reading || pages.IsListCursor(screen)))
-    flags |= PF_BROWSABLE;
+  if (screen.sessionState == kConnected && screen.isBbsSite != 0)
+    flags |= If((flags & (PF_READING | PF_LIST_CURSOR)) != 0, PF_BROWSABLE);
   screen.pageFlags = flags;
   return true;
 }

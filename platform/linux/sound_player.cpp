@@ -5,8 +5,8 @@
 #include <csignal>
 #include <fcntl.h>
 #include <spawn.h>
-#include <system_error>
 #include <sys/wait.h>
+#include <system_error>
 #include <thread>
 #include <unistd.h>
 #include <vector>
@@ -20,7 +20,8 @@ struct PlayerProgram {
 };
 
 // PipeWire's, PulseAudio's, ALSA's: from the newest sound system to the one below all.
-constexpr std::array<PlayerProgram, 3> kPrograms{{{"pw-play", nullptr}, {"paplay", nullptr}, {"aplay", "-q"}}};
+constexpr std::array<PlayerProgram, 3> kPrograms{
+    {{"pw-play", nullptr}, {"paplay", nullptr}, {"aplay", "-q"}}};
 
 // Nothing to read, nothing to say, and no signal setting of ours.
 class SpawnSettings {
@@ -99,17 +100,19 @@ bool SoundPlayer::HasFailed() const {
 
 bool SoundPlayer::StartNextProgram() {
   const std::lock_guard guard(lock_);
-  while (!stopped_ && program_ == 0 && next_ < kPrograms.size()) program_ = Spawn(kPrograms[next_++], file_);
+  while (!stopped_ && program_ == 0 && next_ < kPrograms.size())
+    program_ = Spawn(kPrograms[next_++], file_);
   return program_ != 0;
 }
 
-// Waits for the end of the program. Where the process ignores SIGCHLD the system keeps no result; it counts as
-// a good one, and so does the end by a signal, which somebody wanted.
+// Waits for the end of the program. Where the process ignores SIGCHLD the system keeps no result; it counts
+// as a good one, and so does the end by a signal, which somebody wanted.
 bool SoundPlayer::EndsWell() {
   siginfo_t end{};
   int result = 0;
   // The number stays the program's own until it is forgotten under the lock: Stop must not hit another.
-  do result = waitid(P_PID, static_cast<id_t>(program_), &end, WEXITED | WNOWAIT);
+  do
+    result = waitid(P_PID, static_cast<id_t>(program_), &end, WEXITED | WNOWAIT);
   while (result != 0 && errno == EINTR);
   const std::lock_guard guard(lock_);
   if (result == 0) waitpid(program_, nullptr, 0);

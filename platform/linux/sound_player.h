@@ -1,5 +1,5 @@
-// One sound file in the hands of a player program of the desktop's. Start and Stop on any one thread; a thread
-// of its own waits for the program's end, so that none is left behind as a zombie.
+// One sound file in the hands of a player program of the desktop's. Start and Stop on any one thread; a
+// thread of its own waits for the program's end, so that none is left behind as a zombie.
 #pragma once
 
 #include <cstddef>

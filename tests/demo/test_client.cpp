@@ -123,10 +123,10 @@ bool TestClient::GotInOneRead(std::string_view bytes) const {
                      [&](const std::string& read) { return read.find(bytes) != std::string::npos; });
 }
 
-std::string TestClient::Dump() const {
+std::string DumpScreen(const ScreenSnapshot& screen) {
   std::string all;
   for (int row = 0; row < kRows; ++row) {
-    for (const char16_t unit : FromBig5(screen_.RowText(row))) {
+    for (const char16_t unit : FromBig5(screen.RowText(row))) {
       if (unit < 0x80) {
         all += static_cast<char>(unit);
       } else if (unit < 0x800) {
@@ -140,7 +140,11 @@ std::string TestClient::Dump() const {
     }
     all += '\n';
   }
-  return all + "cursor " + std::to_string(screen_.cursorRow) + "," + std::to_string(screen_.cursorCol) + "\n";
+  return all + "cursor " + std::to_string(screen.cursorRow) + "," + std::to_string(screen.cursorCol) + "\n";
+}
+
+std::string TestClient::Dump() const {
+  return DumpScreen(screen_);
 }
 
 bool TestClient::Post(unsigned message, std::uintptr_t, std::uintptr_t second) {

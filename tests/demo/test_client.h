@@ -20,6 +20,9 @@
 
 namespace quillet {
 
+// A screen as UTF-8 lines and the cursor's place, for the message of a failed test.
+std::string DumpScreen(const ScreenSnapshot& screen);
+
 class TestClient : private NotifyTarget {
  public:
   // Connects to the port on loopback; the test fails when it cannot.
@@ -51,6 +54,8 @@ class TestClient : private NotifyTarget {
   // The flags of every screen that was handed over, in order.
   const std::vector<std::uint32_t>& History() const { return history_; }
   const PageTests& Pages() const { return classifier_.Pages(); }
+  // What has been fed so far, read by read.
+  const std::vector<std::string>& Reads() const { return fed_; }
   bool Has(int row, int col, std::u16string_view text) const;
   std::string Dump() const;  // the rows as UTF-8, for messages of failed tests
 

@@ -6,18 +6,12 @@
 #include <string_view>
 #include <vector>
 
-#include "core/charset.h"
+#include "tests/support/turns.h"
 
 namespace quillet::login_pages {
 
-inline constexpr const char* kClear = "\x1b[m\x1b[1;1H\x1b[J";
-
-inline std::string At(int row, int col, std::u16string_view text = {}) {
-  return "\x1b[" + std::to_string(row + 1) + ";" + std::to_string(col + 1) + "H" + ToBig5(text);
-}
-
 inline std::string Id() {
-  return kClear + At(20, 0, u"請輸入代號，或以 guest 參觀，或以 new 註冊: ");
+  return kClearScreen + At(20, 0, u"請輸入代號，或以 guest 參觀，或以 new 註冊: ");
 }
 inline std::string Password() {
   return At(21, 0, u"請輸入您的密碼: ");
@@ -32,23 +26,23 @@ inline std::string AskedAgain() {
   return At(21, 0, u"請重新輸入");
 }
 inline std::string OtherLogins() {
-  return At(22, 0, u"您想刪除其他重複登入的連線嗎？[Y/n] ") + "\x1b[30;47m   \x1b[m" + At(22, 37);
+  return At(22, 0, u"您想刪除其他重複登入的連線嗎？[Y/n] ") + FieldAt(22, 37);
 }
 inline std::string Welcome() {
-  return kClear + At(0, 0, u" 奧拉拉文藝坊 ") +
+  return kClearScreen + At(0, 0, u" 奧拉拉文藝坊 ") +
          At(23, 0, u" ▄▄▄▄▄▄▄▄▄▄▄▄▄▄▄ 請按任意鍵繼續 ▄▄▄▄▄▄▄▄▄▄▄▄▄▄▄  ") + At(23, 79);
 }
 inline std::string BottomQuestion() {
-  return kClear + At(23, 0, u"您有一篇文章還沒寫完，要繼續嗎？[y/N] ");
+  return kClearScreen + At(23, 0, u"您有一篇文章還沒寫完，要繼續嗎？[y/N] ");
 }
 inline std::string TopQuestion() {
-  return kClear + At(1, 0, u"您要刪除登入失敗的記錄嗎？[y/N] ");
+  return kClearScreen + At(1, 0, u"您要刪除登入失敗的記錄嗎？[y/N] ");
 }
 inline std::string Found() {
-  return kClear + At(23, 0, u"找到 3 篇提到您的文章 ");
+  return kClearScreen + At(23, 0, u"找到 3 篇提到您的文章 ");
 }
 inline std::string Menu(std::u16string_view title) {
-  return kClear + At(0, 0, title) + At(12, 24, u"●") + At(12, 25);
+  return kClearScreen + At(0, 0, title) + At(12, 24, u"●") + At(12, 25);
 }
 inline std::string MailMenu() {
   return Menu(u"【郵件選單】");
@@ -57,14 +51,8 @@ inline std::string MainMenu() {
   return Menu(u"【主功能表】");
 }
 inline std::string Reader() {
-  return kClear + At(23, 0, u"  瀏覽 第 1/1 頁 (100%) ") + At(23, 79);
+  return kClearScreen + At(23, 0, u"  瀏覽 第 1/1 頁 (100%) ") + At(23, 79);
 }
-
-// A page is shown once all that the client has to type before it has come.
-struct Turn {
-  std::string typed;
-  std::string page;
-};
 
 inline constexpr const char* kDismiss = "\n\x1b[3~";
 

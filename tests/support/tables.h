@@ -13,10 +13,11 @@ inline void LoadTestTables() {
   ASSERT_TRUE(load.Complete());
 }
 
-// A fixture for everything that compares Chinese text.
+// A fixture for everything that compares Chinese text. The tables are there before the members of a derived
+// fixture are made, which may convert texts themselves.
 class WithTables : public testing::Test {
  protected:
-  void SetUp() override { LoadTestTables(); }
+  WithTables() { LoadTestTables(); }
 };
 
 }  // namespace quillet

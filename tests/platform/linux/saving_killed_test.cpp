@@ -116,7 +116,7 @@ TEST_F(SavingTest, PermissionsStay) {
   ASSERT_EQ(ReplaceFile(file_, "old"), "");
   for (const mode_t mode : {0600U, 0664U, 0606U}) {
     ASSERT_EQ(chmod(file_.c_str(), mode), 0);
-    ASSERT_EQ(ReplaceFile(file_, "new"), "");
+    ASSERT_EQ(ReplaceFile(file_, std::to_string(mode)), "");
     EXPECT_EQ(ModeOf(file_), mode);
     const fs::path aside = KeepAside(file_);
     EXPECT_EQ(ModeOf(aside), mode);

@@ -1,0 +1,62 @@
+// What is known of the article that the user has open, gathered from the screens that pass and dropped when
+// the article is left. User-interface thread (the view feeds it each snapshot), or any other one thread.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "bbs/page_facts.h"
+
+namespace quillet {
+
+struct ArticleInfo {
+  std::u16string board;
+  std::u16string author;
+  std::u16string title;
+  std::u16string code;        // eight characters; empty until the information box has been opened over it
+  std::int64_t postTime = 0;  // seconds since 1970; 0 not known
+  std::int32_t page = 0;      // shown in the reader; 0 not known
+  std::int32_t lastLine = 0;  // shown in the reader; 0 not known
+
+  bool IsArticle() const { return !author.empty() && !board.empty(); }
+  bool operator==(const ArticleInfo&) const = default;
+};
+
+class ArticleTracker {
+ public:
+  // `facts` outlives the tracker.
+  explicit ArticleTracker(const PageFacts& facts) : facts_(facts) {}
+
+  // The next screen, classified and marked by MarkPushOverReader. `now` as for ParseHeaderTime. Returns
+  // whether anything known has changed.
+  //
+  // The article stays open under whatever the BBS draws over the reader and takes away again: prompts,
+  // questions, messages, boxes, help pages, and screens that have arrived only half. A list, a menu, the
+  // editor or any other page ends it.
+  bool Look(const ScreenSnapshot& screen, std::int64_t now);
+  // Forgets the article; for a connection that begins or ends.
+  void Drop();
+
+  const ArticleInfo& Current() const { return info_; }
+  // An article is open, even where its header has not been seen.
+  bool IsOpen() const { return open_; }
+
+ private:
+  // The rows above those that prompts and messages take.
+  static constexpr int kPageRows = kRows - 2;
+
+  bool Read(const ScreenSnapshot& screen, std::int64_t now);
+  bool ReadHeader(const ScreenSnapshot& screen, std::int64_t now);
+  bool ReadCode(const ScreenSnapshot& screen);
+  bool StaysUnder(const ScreenSnapshot& screen) const;
+  bool ShowsTheSamePage(const ScreenSnapshot& screen) const;
+
+  const PageFacts& facts_;
+  ArticleInfo info_;
+  std::string timeRow_;                      // as it stood in the header
+  std::array<ScreenRow, kPageRows> page_{};  // what the reader showed last
+  bool open_ = false;
+};
+
+}  // namespace quillet

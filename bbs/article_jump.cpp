@@ -1,0 +1,174 @@
+#include "bbs/article_jump.h"
+
+#include <algorithm>
+
+#include "bbs/article_code.h"
+#include "core/charset.h"
+#include "core/key_sequence.h"
+
+namespace quillet {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int kBottom = kRows - 1;
+constexpr std::size_t kMostNameLength = 12;
+// A page that shows no reaction by then has none to the key.
+constexpr std::chrono::milliseconds kReaction = 3s;
+// Pages are nested less deep than this.
+constexpr int kMostPagesLeft = 20;
+constexpr int kMostPrompts = 6;
+constexpr std::string_view kLeaveKey = "q";
+constexpr std::string_view kCancelKey = "\x03";
+
+char16_t Lower(char16_t unit) {
+  return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
+}
+
+bool IsBoardName(std::u16string_view name) {
+  return !name.empty() && name.size() <= kMostNameLength &&
+         std::all_of(name.begin(), name.end(), [](char16_t unit) {
+           const char16_t lower = Lower(unit);
+           return (lower >= u'a' && lower <= u'z') || (unit >= u'0' && unit <= u'9') || unit == u'_' ||
+                  unit == u'-' || unit == u'.';
+         });
+}
+
+class ArticleJump {
+ public:
+  explicit ArticleJump(ScreenWaits& waits)
+      : waits_(waits),
+        pages_(waits.Pages()),
+        boardPrompt_(ToBig5(u"請輸入看板名稱")),
+        codePrompt_(ToBig5(u"搜尋文章代碼")),
+        unknownCode_(ToBig5(u"找不到這個文章代碼")),
+        message_(ToBig5(u" ◆")) {}
+
+  JumpResult Run(std::u16string_view board, std::u16string_view code);
+
+ private:
+  enum class Step { kDone, kBusy, kEnded };
+  Step ReachList();
+  Step AskForBoard();
+  bool IsInBoard(std::u16string_view board) const;
+  JumpResult FindCode(std::u16string_view code);
+
+  // The key that leads out of the page; empty when there is none to press. None when the page is none that
+  // is known, or still being drawn.
+  enum class Kind { kUnknown, kList, kTypedInto, kLeft, kPassed };
+  Kind KindOf(const ScreenSnapshot& screen) const;
+  // Sends and waits for any reaction.
+  void Press(std::string_view key);
+  Step Failed() const { return waits_.IsAlive() ? Step::kBusy : Step::kEnded; }
+
+  ScreenWaits& waits_;
+  const PageTests& pages_;
+  const std::string boardPrompt_, codePrompt_, unknownCode_, message_;
+};
+
+JumpResult ArticleJump::Run(std::u16string_view board, std::u16string_view code) {
+  const Step asked = AskForBoard();
+  if (asked != Step::kDone) return asked == Step::kBusy ? JumpResult::kBusy : JumpResult::kClosed;
+  waits_.SendText(board);
+  if (!waits_.EnterBoardFromPrompt(ScreenWaits::BoardName::kAtPrompt))
+    return waits_.IsAlive() ? JumpResult::kNoBoard : JumpResult::kClosed;
+  // Where the name was not known, the key that should enter the board may have entered another one.
+  return IsInBoard(board) ? FindCode(code) : JumpResult::kNoBoard;
+}
+
+ArticleJump::Kind ArticleJump::KindOf(const ScreenSnapshot& screen) const {
+  if (pages_.IsEditor(screen) || pages_.IsPushLine(screen) || pages_.IsInputField(screen))
+    return Kind::kTypedInto;
+  if (pages_.IsReader(screen, PageTests::ReaderForm::kPlain) || pages_.IsDisputedNotice(screen) ||
+      pages_.IsAnimationPrompt(screen))
+    return Kind::kLeft;
+  const bool atEnd = screen.cursorRow == kBottom && screen.cursorCol == kCols - 1;
+  if (pages_.IsAnyKeyBanner(screen) || pages_.IsPause(screen) ||
+      (atEnd && RowStartsWith(screen, kBottom, 0, std::string_view(message_))))
+    return Kind::kPassed;
+  return pages_.IsListCursor(screen) ? Kind::kList : Kind::kUnknown;
+}
+
+void ArticleJump::Press(std::string_view key) {
+  const ScreenSnapshot before = waits_.Seen();
+  waits_.Send(key);
+  waits_.WaitAtMost(kReaction, [&](const ScreenSnapshot& screen) {
+    return screen.text != before.text || screen.cursorRow != before.cursorRow;
+  });
+}
+
+ArticleJump::Step ArticleJump::ReachList() {
+  for (int page = 0; page < kMostPagesLeft; ++page) {
+    waits_.ResendWhileInterrupted(ScreenWaits::StarLine::kOnlyPending);
+    Kind kind = Kind::kUnknown;
+    waits_.WaitAtMost(kReaction, [&](const ScreenSnapshot& screen) {
+      kind = KindOf(screen);
+      return kind != Kind::kUnknown;
+    });
+    if (!waits_.IsAlive()) return Step::kEnded;
+    if (kind == Kind::kList) return Step::kDone;
+    if (kind == Kind::kTypedInto || kind == Kind::kUnknown) return Step::kBusy;
+    Press(kind == Kind::kLeft ? kLeaveKey : ScreenWaits::kDismissKey);
+  }
+  return Step::kBusy;
+}
+
+// Not every list knows the key for another board; the one from which it was entered may.
+ArticleJump::Step ArticleJump::AskForBoard() {
+  for (int prompt = 0; prompt < kMostPrompts; ++prompt) {
+    const Step reached = ReachList();
+    if (reached != Step::kDone) return reached;
+    waits_.Send("s");
+    const bool asked = waits_.WaitAtMost(kReaction / 2, [this](const ScreenSnapshot& screen) {
+      return pages_.IsInputField(screen) && RowStartsWith(screen, 1, 0, std::string_view(boardPrompt_));
+    });
+    if (asked) return Step::kDone;
+    if (!waits_.IsAlive()) return Step::kEnded;
+    if (pages_.IsInputField(waits_.Seen())) Press(kCancelKey);
+    Press(KeySequence(kKeyLeft));
+  }
+  return Failed();
+}
+
+bool ArticleJump::IsInBoard(std::u16string_view board) const {
+  const std::u16string title = FromBig5(waits_.Seen().RowText(0));
+  constexpr std::u16string_view kBefore = u"看板《";
+  const std::size_t found = title.find(kBefore);
+  if (found == std::u16string::npos) return true;  // a list that does not say
+  const std::size_t start = found + kBefore.size();
+  const std::u16string_view name = std::u16string_view(title).substr(start, title.find(u'》', start) - start);
+  return std::equal(name.begin(), name.end(), board.begin(), board.end(),
+                    [](char16_t a, char16_t b) { return Lower(a) == Lower(b); });
+}
+
+JumpResult ArticleJump::FindCode(std::u16string_view code) {
+  waits_.ResendWhileInterrupted(ScreenWaits::StarLine::kOnlyPending);
+  waits_.Send("#");
+  if (waits_.WaitForProbes(Want::kMatch, {{kBottom, 0, u"搜尋文章代碼"}}) == 0) return JumpResult::kClosed;
+  waits_.SendText(code);
+  const auto asking = [this](const ScreenSnapshot& screen) {
+    return RowStartsWith(screen, kBottom, 0, std::string_view(codePrompt_));
+  };
+  if (!waits_.SendReturn([&](const ScreenSnapshot& screen) { return !asking(screen); }, asking))
+    return JumpResult::kClosed;
+  bool unknown = false;
+  const bool answered = waits_.WaitUntil([&](const ScreenSnapshot& screen) {
+    unknown = RowStartsWith(screen, kBottom - 1, 0, std::string_view(unknownCode_));
+    return unknown || pages_.IsListCursor(screen);
+  });
+  if (!answered) return JumpResult::kClosed;
+  if (!unknown) return JumpResult::kFound;
+  waits_.Send(ScreenWaits::kDismissKey);
+  return waits_.WaitForListCursor() ? JumpResult::kNotFound : JumpResult::kClosed;
+}
+
+}  // namespace
+
+JumpResult JumpToArticle(ScreenWaits& waits, std::u16string_view board, std::u16string_view code) {
+  if (!IsBoardName(board)) return JumpResult::kNoBoard;
+  if (AidToFileName(code).empty()) return JumpResult::kNotFound;
+  if (!waits.IsAlive()) return JumpResult::kClosed;
+  return ArticleJump(waits).Run(board, code.substr(0, kAidLength));
+}
+
+}  // namespace quillet

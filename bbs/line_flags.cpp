@@ -1,0 +1,113 @@
+#include "bbs/line_flags.h"
+
+#include <algorithm>
+
+#include "bbs/page_flags.h"
+#include "bbs/screen_fields.h"
+
+namespace quillet {
+namespace {
+
+constexpr int kBottom = kRows - 1;
+constexpr std::uint8_t kNoFlag = 0;
+constexpr std::uint8_t kListRead = LF_LIST_READ;
+constexpr std::uint8_t kKeyword = LF_KEYWORD;
+constexpr int kListFirstRow = 3;
+constexpr int kListLastRow = 22;
+constexpr int kStatusMarkCol = 8;
+constexpr int kListAuthorCol = 17;
+constexpr int kListAuthorLastCol = 28;
+
+// Lower case of the alphabets that Big5 holds: Latin in both widths, Greek and Cyrillic.
+constexpr char16_t Lower(char16_t c) {
+  constexpr char16_t kStep = 0x20;
+  const bool upper = (c >= u'A' && c <= u'Z') || (c >= u'Ａ' && c <= u'Ｚ') || (c >= u'Α' && c <= u'Ω') ||
+                     (c >= u'А' && c <= u'Я');
+  if (c == u'Ё') return u'ё';
+  return upper ? static_cast<char16_t>(c + kStep) : c;
+}
+
+bool StartsWithLowered(std::u16string_view text, std::u16string_view word) {
+  return text.size() >= word.size() && std::equal(word.begin(), word.end(), text.begin(),
+                                                  [](char16_t a, char16_t b) { return a == Lower(b); });
+}
+
+// The mark of a list line, 0 for a row that holds no article or another mark.
+std::uint8_t ListMark(const ScreenSnapshot& screen, int row) {
+  if (PageFacts::IsDeletedListLine(screen, row)) return LF_DELETED;
+  if (!IsCharacterStart(screen, row, kStatusMarkCol)) return 0;
+  switch (screen.TextAt(row, kStatusMarkCol)) {
+    case '~':
+    case '=':
+      return LF_LIST_NEWS;
+    case 'm':
+    case 's':
+      return LF_LIST_READ;
+    case ' ':
+      // A row below the last article, or one that is not drawn yet, is blank there too.
+      return IsBlankBetween(screen, row, kListAuthorCol, kListAuthorLastCol) ? kNoFlag : kListRead;
+    default:
+      return 0;
+  }
+}
+
+std::uint8_t KeywordFlag(const ScreenSnapshot& screen, int row, const Keywords& keywords) {
+  if (keywords.Empty()) return 0;
+  return keywords.Contained(FieldText(screen, row, 0, kCols - 1, Trim::kNo)) ? kKeyword : kNoFlag;
+}
+
+void FlagList(const ScreenSnapshot& screen, const Keywords& keywords, LineFlags& flags) {
+  for (int row = kListFirstRow; row <= kListLastRow; ++row) {
+    std::uint8_t& flag = flags[static_cast<std::size_t>(row)];
+    flag = ListMark(screen, row);
+    if (flag != LF_DELETED) flag |= KeywordFlag(screen, row, keywords);
+  }
+}
+
+void FlagArticle(const PageFacts& facts, const ScreenSnapshot& screen, const Keywords& keywords,
+                 LineFlags& flags) {
+  for (int row = 0; row < kBottom; ++row) {
+    const bool push = facts.IsPushCommentLine(screen, row) || facts.IsArrowInputRow(screen, row);
+    flags[static_cast<std::size_t>(row)] =
+        static_cast<std::uint8_t>((push ? LF_PUSH : 0) | KeywordFlag(screen, row, keywords));
+  }
+  if (facts.IsArrowInputRow(screen, kBottom)) flags[kBottom] = LF_PUSH;
+}
+
+}  // namespace
+
+Keywords::Keywords(const std::vector<std::u16string>& words) {
+  for (const std::u16string& word : words) {
+    if (word.empty()) continue;
+    std::u16string& lowered = words_.emplace_back(word);
+    std::transform(lowered.begin(), lowered.end(), lowered.begin(), Lower);
+    begins_.set(lowered.front() % begins_.size());
+  }
+}
+
+bool Keywords::Contained(std::u16string_view text) const {
+  for (; !text.empty(); text.remove_prefix(1)) {
+    if (!begins_.test(Lower(text.front()) % begins_.size())) continue;
+    if (std::any_of(words_.begin(), words_.end(),
+                    [&](const std::u16string& word) { return StartsWithLowered(text, word); }))
+      return true;
+  }
+  return false;
+}
+
+LineFlags FlagLines(const PageFacts& facts, const ScreenSnapshot& screen, const Keywords& keywords) {
+  constexpr std::uint32_t kArticlePages = PF_READING | PF_PUSH_OVER_READER;
+  constexpr std::uint32_t kOtherPages = PF_LIST_CURSOR | PF_MAIL_MENU | PF_EDITOR;
+  LineFlags flags{};
+  if ((screen.pageFlags & kArticlePages) != 0) {
+    FlagArticle(facts, screen, keywords, flags);
+  } else if ((screen.pageFlags & PF_ARTICLE_LIST) != 0) {
+    FlagList(screen, keywords, flags);
+  } else if ((screen.pageFlags & PF_INPUT_FIELD) != 0 && (screen.pageFlags & kOtherPages) == 0) {
+    // A question over an article: its lines keep their look.
+    FlagArticle(facts, screen, keywords, flags);
+  }
+  return flags;
+}
+
+}  // namespace quillet

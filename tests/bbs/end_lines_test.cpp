@@ -1,0 +1,66 @@
+#include "bbs/end_lines.h"
+
+#include <gtest/gtest.h>
+
+namespace quillet {
+namespace {
+
+constexpr std::u16string_view kHost = u"bbs.example";
+
+TEST(EndLinesTest, EachLineIsKnownByItsBeginning) {
+  using LineTest = bool (*)(std::u16string_view);
+  const struct {
+    LineTest test;
+    std::u16string_view beginning;
+  } cases[] = {
+      {IsLotteryLine, u"※ 開獎站 :"}, {IsForwarderLine, u"※ 轉錄者: "},   {IsForwardNote, u"※ [本文轉錄自 "},
+      {IsEditNote, u"※ 編輯: "},      {IsLastLoginLine, u"《上次上站》"},
+  };
+  for (const auto& entry : cases) {
+    EXPECT_TRUE(entry.test(entry.beginning));
+    EXPECT_TRUE(entry.test(std::u16string(entry.beginning) + u"kagami"));
+    EXPECT_FALSE(entry.test(entry.beginning.substr(0, entry.beginning.size() - 1)));
+    EXPECT_FALSE(entry.test(u" " + std::u16string(entry.beginning)));
+    for (const auto& other : cases)
+      EXPECT_EQ(other.test(entry.beginning), other.test == entry.test);
+  }
+}
+
+TEST(EndLinesTest, OriginLineNamesTheHost) {
+  EXPECT_TRUE(IsOriginLine(u"※ 發信站: 奧拉拉文藝坊(bbs.example)", kHost));
+  EXPECT_TRUE(IsOriginLine(u"※ 發信站: 奧拉拉文藝坊(bbs.example), 來自: 192.0.2.7", kHost));
+  for (const std::u16string_view line :
+       {u"※ 發信站: 奧拉拉文藝坊(bbs.example", u"※ 發信站: 奧拉拉文藝坊(bbs.example.org)",
+        u"※ 發信站: 奧拉拉文藝坊(bbs)", u"※ 發信站: 奧拉拉文藝坊()", u"※ 發信站: 別的站(bbs.example)", u""})
+    EXPECT_FALSE(IsOriginLine(line, kHost));
+  EXPECT_FALSE(IsOriginLine(u"※ 發信站: 奧拉拉文藝坊()", u""));  // a host that is not configured
+}
+
+TEST(EndLinesTest, OriginAddressIsAWholeAddressOrNothing) {
+  const struct {
+    std::u16string_view behind, address;
+  } cases[] = {
+      {u", 來自: 192.0.2.7", u"192.0.2.7"},
+      {u", 來自: 255.255.255.255 (臺灣)", u"255.255.255.255"},
+      {u", 來自: 192.0.2.7   ", u"192.0.2.7"},
+      {u", 來自: 192.0.2", u""},
+      {u", 來自: 192.0.2.", u""},
+      {u", 來自: 192.0.2.256", u""},
+      {u", 來自: 192.0.2.7.1", u""},
+      {u", 來自: 192..2.7", u""},
+      {u", 來自: 192.0.2.7(臺灣)", u""},
+      {u", 來自: 1920000000000000.0.2.7", u""},
+      {u", 來自: 192.0.*.7", u""},
+      {u", 來自: ", u""},
+      {u", 來自", u""},
+      {u"", u""},
+  };
+  for (const auto& entry : cases) {
+    const std::u16string line = u"※ 發信站: 奧拉拉文藝坊(bbs.example)" + std::u16string(entry.behind);
+    EXPECT_EQ(OriginAddress(line, kHost), entry.address);
+    EXPECT_EQ(OriginAddress(line, u"other.example"), u"");
+  }
+}
+
+}  // namespace
+}  // namespace quillet
