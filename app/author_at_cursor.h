@@ -1,15 +1,14 @@
-// Whose article the user is at: the id that "add to list" proposes. Pure; any thread once the character
-// tables are loaded.
+// Whose article the user is at: the id that "add to list" proposes. Pure; any thread.
 #pragma once
 
 #include <string>
 
-#include "core/screen_snapshot.h"
+#include "bbs/article_info.h"
 
 namespace quillet {
 
-// The author on the article list's cursor line, or of the article whose top is showing. Empty on any other
-// page and where the author is no id (a deleted article's "-").
-std::u16string AuthorAtCursor(const ScreenSnapshot& screen);
+// The author on the article list's cursor line, or of `open`, the article that is being read. Empty on any
+// other page and where the author is no id (a deleted article's "-").
+std::u16string AuthorAtCursor(const ScreenSnapshot& screen, const ArticleInfo& open);
 
 }  // namespace quillet

@@ -33,8 +33,8 @@ bool KeyDispatch::Perform(const KeyAction& action) {
 
 void KeyDispatch::SendText(std::u16string_view text) {
   if (!doc_.IsConnected()) return;
-  doc_.Session().SendText(text);
   doc_.OnUserActed();
+  doc_.Session().SendText(text);
 }
 
 void KeyDispatch::SendPaste(std::u16string_view text, LongLines longLines) {
@@ -43,10 +43,10 @@ void KeyDispatch::SendPaste(std::u16string_view text, LongLines longLines) {
     return;
   }
   if (!doc_.IsConnected()) return;
+  doc_.OnUserActed();
   std::string lines = WrapBig5(ToBig5(text));
   if (text.back() != u'\r' && !lines.empty()) lines.pop_back();
   doc_.Session().SendBytes(lines);
-  doc_.OnUserActed();
 }
 
 }  // namespace quillet

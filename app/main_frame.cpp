@@ -1,5 +1,7 @@
 #include "app/main_frame.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -11,6 +13,7 @@
 #include "app/author_at_cursor.h"
 #include "app/connect_dialog.h"
 #include "app/id_dialog.h"
+#include "app/jump_dialog.h"
 #include "app/site_choice.h"
 #include "app/window_icon.h"
 #include "settings/dialog/add_black_dlg.h"
@@ -39,6 +42,7 @@ CMainFrame::CMainFrame(CQuillDoc& doc, QWidget* parent)
   MakeMenus();
   setMinimumSize(kSmallestView + QSize(0, menuBar()->sizeHint().height()));
   connect(view_, &CQuillView::CommandRequested, this, &CMainFrame::OnCommand);
+  connect(view_, &CQuillView::DemoRequested, this, &CMainFrame::DemoRequested);
   connect(&doc_, &CQuillDoc::StatusChanged, this, &CMainFrame::OnStatusChanged);
   connect(&doc_, &CQuillDoc::SettingsChanged, this, &CMainFrame::OnSettingsChanged);
   OnStatusChanged();
@@ -71,6 +75,8 @@ void CMainFrame::MakeMenus() {
   fullScreen_->setCheckable(true);
   workMode_ = Add(*look, u"上班模式(&W)"_qs, Qt::ALT | Qt::Key_W, [this] { ToggleWorkMode(); });
   workMode_->setCheckable(true);
+  look->addSeparator();
+  Add(*look, u"跳到文章代碼…(&J)"_qs, Qt::CTRL | Qt::SHIFT | Qt::Key_J, [this] { JumpToArticle(); });
   MakeSettingsMenu();
   QMenu* const help = menuBar()->addMenu(u"說明(&H)"_qs);
   Add(*help, u"關於 Quillet(&A)"_qs, {}, [this] { ShowAbout(); });
@@ -78,6 +84,7 @@ void CMainFrame::MakeMenus() {
 
 void CMainFrame::MakeConnectionMenu() {
   QMenu* const menu = menuBar()->addMenu(u"連線(&C)"_qs);
+  Add(*menu, u"登入…(&L)"_qs, Qt::CTRL | Qt::SHIFT | Qt::Key_L, [this] { view_->AskLogin(); });
   Add(*menu, u"連線到…(&N)"_qs, Qt::CTRL | Qt::SHIFT | Qt::Key_N, [this] { AskAddress(); });
   Add(*menu, u"示範站台(&D)"_qs, {}, [this] { emit DemoRequested(); });
   menu->addSeparator();
@@ -115,7 +122,14 @@ void CMainFrame::AskAddress() {
   doc_.Open({.address = dialog.Address(), .name = {}, .makeTransport = {}});
 }
 
+void CMainFrame::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  const bool activated = event->type() == QEvent::ActivationChange && isActiveWindow();
+  if (activated && QApplication::activeModalWidget() == nullptr) doc_.TakeInSettings();
+}
+
 void CMainFrame::ShowOptions() {
+  doc_.TakeInSettings();
   CQuillOptionDlg dialog(doc_.Store(), {}, this);
   const int answer = dialog.exec();
   activateWindow();
@@ -123,12 +137,23 @@ void CMainFrame::ShowOptions() {
 }
 
 void CMainFrame::AddToNames() {
-  IdDlg question(QString::fromStdU16String(AuthorAtCursor(view_->Screen())), this);
+  IdDlg question(QString::fromStdU16String(AuthorAtCursor(view_->Screen(), doc_.OpenArticle())), this);
   if (question.exec() == QDialog::Accepted) {
+    doc_.TakeInSettings();
     AddBlackDlg dialog(doc_.Store(), question.Id(), this);
     if (dialog.exec() == QDialog::Accepted) doc_.ApplySettings();
   }
   activateWindow();
+}
+
+void CMainFrame::JumpToArticle() {
+  if (!doc_.IsConnected()) return view_->ShowNotice(DescribeNoJump(false));
+  JumpDlg dialog(WebHostsOf(doc_.Hosts()), QString::fromStdU16String(doc_.OpenArticle().board),
+                 QGuiApplication::clipboard()->text(), this);
+  const int answer = dialog.exec();
+  activateWindow();
+  if (answer != QDialog::Accepted) return;
+  if (!doc_.JumpTo(dialog.Article())) view_->ShowNotice(DescribeNoJump(doc_.IsConnected()));
 }
 
 void CMainFrame::OnCommand(KeyCommand command) {

@@ -22,6 +22,8 @@ class CMainFrame : public QMainWindow {
   // Asks for an address and connects, or asks for the demo.
   void AskAddress();
   void ShowOptions();
+  // Asks for an article and goes there.
+  void JumpToArticle();
   // Asks for an id and lets the user note it in the black and white lists.
   void AddToNames();
 
@@ -29,6 +31,7 @@ class CMainFrame : public QMainWindow {
   void DemoRequested();
 
  protected:
+  void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
  private:

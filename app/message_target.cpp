@@ -4,6 +4,8 @@
 
 #include <QCoreApplication>
 
+#include "bbs/push_over_reader.h"
+
 namespace quillet {
 
 QEvent::Type MessageTarget::WakeEvent() {
@@ -28,6 +30,8 @@ bool MessageTarget::Post(unsigned message, std::uintptr_t first, std::uintptr_t 
   if (receiver_ == nullptr) return false;
   if (message == kMessageScreen) {
     waiting_.screen.reset(reinterpret_cast<ScreenSnapshot*>(second));
+    MarkPushOverReader(lastFlags_, *waiting_.screen);
+    lastFlags_ = waiting_.screen->pageFlags;
     const auto reason = static_cast<ScreenReason>(first);
     if (reason != ScreenReason::kUpdated) waiting_.reason = reason;
   } else if (message == kMessageBell) {

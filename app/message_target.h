@@ -1,6 +1,7 @@
 // Where the session's threads leave their messages for the view. Keeps only the newest screen, so that a
-// burst of updates costs one repaint, and wakes the view with one queued event. Post comes from any thread;
-// everything else belongs to the user-interface thread.
+// burst of updates costs one repaint, and wakes the view with one queued event. Every screen passes here,
+// also those that the view never sees, so here each is told whether a push prompt lies over an open article.
+// Post comes from any thread; everything else belongs to the user-interface thread.
 #pragma once
 
 #include <memory>
@@ -42,6 +43,7 @@ class MessageTarget : public NotifyTarget {
   std::mutex lock_;
   QObject* receiver_ = nullptr;  // guarded by lock_, like the rest
   Messages waiting_;
+  std::uint32_t lastFlags_ = 0;  // of the screen that came last
   bool wakeQueued_ = false;
 };
 

@@ -78,7 +78,7 @@ void CQuillApp::Start() {
   else if (!options_.address.isEmpty())
     doc_->Open({.address = options_.address, .name = {}, .makeTransport = {}});
   else
-    frame_->AskAddress();
+    frame_->View().AskLogin();
 }
 
 void CQuillApp::OpenDemo() {
@@ -95,8 +95,10 @@ void CQuillApp::OpenDemo() {
     demo_.reset();
     return;
   }
-  doc_->Open(
-      {.address = QString::fromStdString(demo_->Address()), .name = u"示範站台"_qs, .makeTransport = {}});
+  doc_->Open({.address = QString::fromStdString(demo_->Address()),
+              .name = u"示範站台"_qs,
+              .makeTransport = {},
+              .isBbs = true});
 }
 
 void CQuillApp::OpenReplay() {

@@ -7,6 +7,7 @@
 #include <QTimer>
 
 #include "app/browser_emulation.h"
+#include "input/screen_text.h"
 #include "settings/article_list_file.h"
 
 namespace quillet {
@@ -16,6 +17,18 @@ Q_LOGGING_CATEGORY(sessionLog, "quillet.session", QtWarningMsg)
 
 // Enough for the sender thread to hand a few bytes to the system, too short to be noticed.
 constexpr int kFarewellMs = 100;
+
+// A worker notices within a few milliseconds that it is no longer wanted; one that the peer holds up does not
+// hold up the user's key.
+constexpr std::chrono::milliseconds kTakeOverPatience{100};
+
+// Where the BBS says why it refuses a login.
+constexpr int kRefusalRow = 21;
+
+std::int64_t SecondsNow() {
+  using std::chrono::duration_cast, std::chrono::seconds, std::chrono::system_clock;
+  return duration_cast<seconds>(system_clock::now().time_since_epoch()).count();
+}
 
 SessionOptions OptionsOf(const Endpoints& endpoints, ScreenWatcher& watcher, NotifyTarget& notify) {
   return {
@@ -34,6 +47,7 @@ CQuillDoc::CQuillDoc(DocumentParts parts)
       account_(registry_, std::move(parts.machineTag)),
       session_(OptionsOf(endpoints_, classifier_, messages_)),
       driver_(session_, signalSettings_, parts.signaller),
+      automation_(session_, classifier_.Pages()),
       emulatesBrowser_(SetBrowserEmulation(registry_)) {
   store_.Load();
   LoadArticleLists(files_, WebHostsOf(endpoints_), articles_, boards_);
@@ -41,7 +55,9 @@ CQuillDoc::CQuillDoc(DocumentParts parts)
   driver_.SetListHit(ListsHoldSomething());
 }
 
-CQuillDoc::~CQuillDoc() = default;
+CQuillDoc::~CQuillDoc() {
+  EndAutomation();
+}
 
 void CQuillDoc::Change(std::u16string_view section, std::u16string_view key, std::u16string_view value) {
   if (const std::u16string* const stored = store_.Map().Find(section, key); stored && *stored == value)
@@ -50,9 +66,21 @@ void CQuillDoc::Change(std::u16string_view section, std::u16string_view key, std
   ApplySettings();
 }
 
+void CQuillDoc::TakeInSettings() {
+  const std::size_t before = store_.TakenInCount();
+  store_.Refresh();
+  if (store_.TakenInCount() != before) ApplySettings();
+}
+
 void CQuillDoc::ApplySettings() {
   display_ = DisplayOf(Fields());
-  signalSettings_ = {.flash = Fields().flash, .playSound = Fields().playSound};
+  signalSettings_ = {.flash = [this] { return store_.Map().Number(u"Basic", u"Flash") != 0; },
+                     .playSound = Fields().playSound};
+  // What the user follows no more is no news.
+  if (driver_.ListHit() && !ListsHoldSomething()) {
+    driver_.SetListHit(false);
+    NoteStatus();
+  }
   emit SettingsChanged();
 }
 
@@ -71,30 +99,49 @@ bool CQuillDoc::ListsHoldSomething() const {
 }
 
 void CQuillDoc::OnUserActed() {
+  StopActivity();
   if (!driver_.ListHit()) return;
   driver_.SetListHit(false);
   NoteStatus();
 }
 
+// ---- Connecting
+
 void CQuillDoc::Open(Site site) {
-  next_ = std::move(site);
+  Begin({std::move(site), nullptr});
+}
+
+void CQuillDoc::LogIn(Site site, LoginOrder order) {
+  Begin({std::move(site), std::move(order)});
+}
+
+void CQuillDoc::Begin(Attempt attempt) {
+  next_ = std::move(attempt);
   if (connecting_) {
     giveUp_ = true;
     return;
   }
   connecting_ = true;
+  LoginOrder login;
   while (next_) {
-    site_ = *std::exchange(next_, std::nullopt);
+    if (std::exchange(login, nullptr)) emit LoginEnded({.how = LoginEnd::How::kTakenOver, .said = {}});
+    Attempt now = *std::exchange(next_, std::nullopt);
+    site_ = std::move(now.site);
+    login = std::move(now.login);
     giveUp_ = false;
-    RunConnect();
+    EndAutomation();
+    emit ConnectionBegins();
+    RunConnect(login != nullptr);
   }
   connecting_ = false;
   NoteStatus();
+  if (login) StartLogin(std::move(login));
 }
 
-void CQuillDoc::RunConnect() {
+void CQuillDoc::RunConnect(bool autoLogin) {
   ++connections_;
   leaving_ = false;
+  loginId_.Clear();
   bool told = false;
   const auto idle = [&] {
     // Only now does the session carry the new attempt's state.
@@ -102,10 +149,11 @@ void CQuillDoc::RunConnect() {
     QCoreApplication::processEvents();
     return !giveUp_;
   };
+  const ConnectTraits traits{.isBbs = site_.isBbs, .autoLogin = autoLogin};
   if (site_.makeTransport)
-    session_.ConnectWith(site_.makeTransport(), idle);
+    session_.ConnectWith(site_.makeTransport(), idle, traits);
   else
-    session_.Connect(site_.address.toStdString(), idle);
+    session_.Connect(site_.address.toStdString(), idle, traits);
 }
 
 void CQuillDoc::Reconnect() {
@@ -115,6 +163,7 @@ void CQuillDoc::Reconnect() {
 void CQuillDoc::Disconnect() {
   next_.reset();
   giveUp_ = true;
+  EndAutomation();
   if (!connecting_) session_.Disconnect();
   NoteStatus();
 }
@@ -125,6 +174,84 @@ void CQuillDoc::DisconnectAfterSending() {
     if (connection == connections_ && !connecting_) Disconnect();
   });
 }
+
+// ---- Automation
+
+void CQuillDoc::StartLogin(LoginOrder order) {
+  if (!IsConnected()) {
+    emit LoginEnded({.how = LoginEnd::How::kNotConnected, .said = {}});
+    return;
+  }
+  struct Outcome {
+    LoginResult result;
+    std::u16string said;
+  };
+  const bool started = automation_.Run(
+      [order](ScreenWaits& waits) {
+        const LoginResult result = AutoLogin(waits, *order);
+        return Outcome{result, RowAsText(waits.Seen(), kRefusalRow)};
+      },
+      [this, order](const Outcome& outcome) { OnLoginDone(order, outcome.result, outcome.said); });
+  activity_ = Activity::kLogin;
+  if (!started) emit LoginEnded({.how = LoginEnd::How::kTakenOver, .said = {}});
+  NoteStatus();
+}
+
+void CQuillDoc::OnLoginDone(const LoginOrder& order, LoginResult result, const std::u16string& said) {
+  LoginEnd end;
+  switch (result) {
+    case LoginResult::kFinished:
+      // Without a password the user goes on by himself, perhaps with another id.
+      if (order->password.empty())
+        loginId_.Expect(order->account);
+      else
+        loginId_.Set(order->account);
+      break;
+    case LoginResult::kRefused:
+      end = {.how = LoginEnd::How::kRefused, .said = QString::fromStdU16String(said)};
+      break;
+    case LoginResult::kClosed:
+      end.how = LoginEnd::How::kNotConnected;
+      break;
+  }
+  NoteStatus();
+  emit LoginEnded(end);
+}
+
+bool CQuillDoc::JumpTo(const ArticleReference& article) {
+  if (!IsConnected() || connecting_) return false;
+  const bool started = automation_.Run(
+      [article](ScreenWaits& waits) {
+        const JumpResult result = JumpToArticle(waits, article.board, article.code);
+        if (result == JumpResult::kFound) waits.OpenArticleUnderCursor(ArticlePart::kTop);
+        return result;
+      },
+      [this, article](JumpResult result) {
+        NoteStatus();
+        emit JumpEnded(article, result);
+      });
+  if (!started) return false;
+  activity_ = Activity::kJump;
+  NoteStatus();
+  return true;
+}
+
+bool CQuillDoc::StopActivity() {
+  if (!automation_.Cancel()) return false;
+  automation_.WaitEnded(kTakeOverPatience);
+  NoteStatus();
+  if (activity_ == Activity::kLogin) emit LoginEnded({.how = LoginEnd::How::kTakenOver, .said = {}});
+  return true;
+}
+
+void CQuillDoc::EndAutomation() {
+  StopActivity();
+  // Only the end of the connection frees a worker that waits for a peer which does not read.
+  if (automation_.IsBusy()) session_.Disconnect();
+  automation_.Join();
+}
+
+// ---- What the user is told
 
 SessionFacts CQuillDoc::Facts() const {
   TransportEnd end = session_.LastEnd();
@@ -146,7 +273,9 @@ QString CQuillDoc::Title() const {
       return u"%1（連線中）- %2"_qs.arg(site_.ShownName(), plain);
     case kStateConnected: {
       const bool news = driver_.Status() == ConnectionStatus::kSomethingNew;
-      return u"%1%2 - %3"_qs.arg(news ? u"● "_qs : QString(), site_.ShownName(), plain);
+      const bool named = Fields().titleShowId && !LoginId().empty();
+      const QString id = named ? u"（%1）"_qs.arg(QString::fromStdU16String(LoginId())) : QString();
+      return u"%1%2%3 - %4"_qs.arg(news ? u"● "_qs : QString(), site_.ShownName(), id, plain);
     }
     case kStateClosed:
       return u"%1（未連線）- %2"_qs.arg(site_.ShownName(), plain);
@@ -155,8 +284,14 @@ QString CQuillDoc::Title() const {
   }
 }
 
-void CQuillDoc::OnScreen(ScreenReason reason) {
-  if (reason != ScreenReason::kUpdated) NoteStatus();
+void CQuillDoc::OnScreen(const ScreenSnapshot& screen, ScreenReason reason) {
+  const bool another = reason != ScreenReason::kUpdated;
+  if (another) {
+    article_.Drop();
+    loginId_.Clear();
+  }
+  if (session_.state == kStateConnected) article_.Look(screen, SecondsNow());
+  if (loginId_.Look(screen) || another) NoteStatus();
 }
 
 void CQuillDoc::NoteStatus() {

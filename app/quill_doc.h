@@ -1,5 +1,6 @@
-// The document: owns the session with its classifier and driver, and all that the user keeps (settings,
-// lists, account); opens and closes the connection without ever blocking the window. User-interface thread.
+// The document: owns the session with its classifier, driver and automation, and all that the user keeps
+// (settings, lists, account); opens and closes the connection without ever blocking the window.
+// User-interface thread.
 #pragma once
 
 #include <functional>
@@ -9,9 +10,14 @@
 #include <QObject>
 #include <QString>
 
+#include "app/automation.h"
+#include "app/login_id_watch.h"
 #include "app/message_target.h"
 #include "app/session_driver.h"
 #include "app/session_words.h"
+#include "app/wiped_text.h"
+#include "bbs/article_info.h"
+#include "bbs/article_jump.h"
 #include "bbs/screen_classifier.h"
 #include "core/term_session.h"
 #include "platform/machine_tag.h"
@@ -26,7 +32,8 @@ struct Site {
   QString address;
   QString name;  // shown instead of the address when not empty
   // Makes the transport when the address does not: a recording, a test's script.
-  std::function<std::unique_ptr<Transport>()> makeTransport;
+  std::function<std::unique_ptr<Transport>()> makeTransport{};
+  bool isBbs = false;  // the BBS, whatever its host is called
 
   const QString& ShownName() const { return name.isEmpty() ? address : name; }
 };
@@ -40,6 +47,17 @@ struct DocumentParts {
   std::function<std::string()> machineTag = MachineTag;
 };
 
+// How a login ended that the document was asked for.
+struct LoginEnd {
+  enum class How {
+    kFinished,
+    kRefused,       // the BBS does not know the id or the password
+    kNotConnected,  // the connection was not made, or ended on the way
+    kTakenOver      // the user typed, or wanted something else
+  } how = How::kFinished;
+  QString said;  // the BBS's own words when it refused
+};
+
 class CQuillDoc : public QObject {
   Q_OBJECT
 
@@ -51,6 +69,10 @@ class CQuillDoc : public QObject {
   // Connects, and returns when the attempt has ended; events go on being handled meanwhile. Called again from
   // within, it ends the attempt and starts over with the new site.
   void Open(Site site);
+  // The same, and then answers the login dialogue; LoginEnded follows in any case, perhaps before this
+  // returns.
+  void LogIn(Site site, LoginOrder order);
+  // Without a login.
   void Reconnect();
   // Ends the connection or the attempt to make one.
   void Disconnect();
@@ -59,6 +81,18 @@ class CQuillDoc : public QObject {
   bool IsConnecting() const { return connecting_; }
   bool IsConnected() const { return session_.state == kStateConnected; }
 
+  // Goes to an article and opens it; JumpEnded follows unless the user takes over. False, and nothing
+  // happens, without a connection or while another automation is at work.
+  bool JumpTo(const ArticleReference& article);
+  // What an automation is doing for the user now.
+  Activity CurrentActivity() const { return automation_.IsRunning() ? activity_ : Activity::kNone; }
+  // An automation has not ended, even if the user has taken over.
+  bool IsAutomationBusy() const { return automation_.IsBusy(); }
+  // The user takes over. False when there was nothing to take over.
+  bool StopActivity();
+
+  // The last one given to Open or LogIn.
+  const Site& CurrentSite() const { return site_; }
   SessionFacts Facts() const;
   // "site - Quillet", with what the user should know of its state; in work mode a text editor's.
   QString Title() const;
@@ -74,10 +108,16 @@ class CQuillDoc : public QObject {
   const Settings& Fields() const { return store_.Fields(); }
   const DisplaySettings& Display() const { return display_; }
   AccountStore& Account() { return account_; }
+  Registry& UserRegistry() { return registry_; }
+  const ArticleInfo& OpenArticle() const { return article_.Current(); }
+  // Empty while nobody is known to be logged in.
+  const std::u16string& LoginId() const { return loginId_.Id(); }
   ArticleLists& Articles() { return articles_; }
   BoardWeights& Boards() { return boards_; }
   // One value, applied and saved at once. Nothing when it stands there already.
   void Change(std::u16string_view section, std::u16string_view key, std::u16string_view value);
+  // Takes in what another window of the program has saved meanwhile; not while a dialog shows the settings.
+  void TakeInSettings();
   // Brings the store's fields to everything that is made of them.
   void ApplySettings();
   // What could not be read or written since the last call. What the registry's file suffers from is always
@@ -87,11 +127,16 @@ class CQuillDoc : public QObject {
   bool EmulatesBrowser() const { return emulatesBrowser_; }
 
   // A screen with this reason has reached the view.
-  void OnScreen(ScreenReason reason);
-  // The user has typed to the site, and so has seen that his lists hold something.
+  void OnScreen(const ScreenSnapshot& screen, ScreenReason reason);
+  // The user is about to type to the site: he has seen that his lists hold something, and no automation types
+  // between his keys.
   void OnUserActed();
 
  signals:
+  // A connection is about to be made.
+  void ConnectionBegins();
+  void LoginEnded(const LoginEnd& end);
+  void JumpEnded(const ArticleReference& article, JumpResult result);
   // State, status or title are different from before.
   void StatusChanged();
   // A setting or a list is different, or could not be saved.
@@ -100,7 +145,16 @@ class CQuillDoc : public QObject {
  private:
   // Something that the user follows stands in the lists.
   bool ListsHoldSomething() const;
-  void RunConnect();
+  struct Attempt {
+    Site site;
+    LoginOrder login;  // null: none
+  };
+  void Begin(Attempt attempt);
+  void RunConnect(bool autoLogin);
+  void StartLogin(LoginOrder order);
+  void OnLoginDone(const LoginOrder& order, LoginResult result, const std::u16string& said);
+  // Before the connection that it runs on is replaced or closed: nothing of it is left when this returns.
+  void EndAutomation();
   void NoteStatus();
 
   Endpoints endpoints_;
@@ -117,8 +171,13 @@ class CQuillDoc : public QObject {
   MessageTarget messages_;
   TermSession session_;
   SessionDriver driver_;
+  Automation automation_;
+  Activity activity_ = Activity::kNone;  // of the last automation
+  PageFacts facts_;
+  ArticleTracker article_{facts_};
+  LoginIdWatch loginId_;
   Site site_;
-  std::optional<Site> next_;
+  std::optional<Attempt> next_;
   bool emulatesBrowser_ = false;
   bool connecting_ = false;
   bool giveUp_ = false;

@@ -6,6 +6,7 @@
 #include <QPainter>
 
 #include "app/key_adapter.h"
+#include "app/panel_look.h"
 #include "bbs/page_flags.h"
 #include "input/screen_text.h"
 
@@ -15,6 +16,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
     : QWidget(parent),
       doc_(doc),
       surface_(*this),
+      login_(doc, *this),
       ime_(*this, surface_),
       keys_(doc, [this](KeyCommand command) { OnCommand(command); }),
       timers_({.phaseTurned = [this] { RefreshFrame(); },
@@ -30,6 +32,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
   setFocusPolicy(Qt::StrongFocus);
   connect(&doc_, &CQuillDoc::StatusChanged, this, &CQuillView::RefreshPanel);
   connect(&doc_, &CQuillDoc::SettingsChanged, this, &CQuillView::OnSettingsChanged);
+  ConnectLogin();
   doc_.Messages().Attach(this);
   ApplyDisplaySettings();
   NoteVersion();
@@ -46,6 +49,27 @@ void CQuillView::OnSettingsChanged() {
   TellFileProblems();
 }
 
+void CQuillView::ConnectLogin() {
+  connect(&login_, &LoginDesk::Changed, this, [this] {
+    update();
+    RefreshPanel();
+  });
+  connect(&login_, &LoginDesk::AddressRequested, this,
+          [this] { emit CommandRequested(KeyCommand::kConnect); });
+  connect(&login_, &LoginDesk::DemoRequested, this, &CQuillView::DemoRequested);
+  connect(&doc_, &CQuillDoc::JumpEnded, this, [this](const ArticleReference& article, JumpResult result) {
+    ShowNotice(DescribeJump(article, result));
+  });
+}
+
+void CQuillView::AskLogin() {
+  login_.Show();
+}
+
+void CQuillView::PlaceLogin() {
+  login_.Place(surface_.CurrentLayout().rowHeight / surface_.Scale());
+}
+
 void CQuillView::NoteVersion() {
   doc_.Change(u"Basic", u"Version", QStringLiteral(QUILLET_VERSION).toStdU16String());
 }
@@ -58,6 +82,7 @@ void CQuillView::ApplyDisplaySettings() {
   surface_.ApplySettings(doc_.Display());
   ime_.SetFont(QString::fromStdU16String(doc_.Display().font));
   RefreshFrame();
+  PlaceLogin();
   ime_.UpdatePosition(frame_.screen.cursorRow, frame_.screen.cursorCol, ImeAdapter::Move::kForced);
 }
 
@@ -85,7 +110,9 @@ bool CQuillView::event(QEvent* event) {
     TakeMessages();
     return true;
   }
-  if (event->type() == QEvent::ShortcutOverride && Claims(*static_cast<QKeyEvent*>(event))) {
+  // What the login form does not take is a menu's.
+  if (event->type() == QEvent::ShortcutOverride && !login_.IsShown() &&
+      Claims(*static_cast<QKeyEvent*>(event))) {
     event->accept();
     return true;
   }
@@ -104,6 +131,7 @@ bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
   const KeyPress press = ToKeyPress(event);
   const KeyAction action = DecideKey(press, frame_.screen);
   if (action.kind != KeyActionKind::kCommand && HandlePanelKey(press.virtualKey)) return true;
+  if (press.virtualKey == kKeyEscape && doc_.StopActivity()) return true;
   timers_.RestartCaret();
   return keys_.Perform(action);
 }
@@ -126,6 +154,9 @@ void CQuillView::PerformPanelAction(PanelAction action) {
       break;
     case PanelAction::kAskAddress:
       emit CommandRequested(KeyCommand::kConnect);
+      break;
+    case PanelAction::kAskLogin:
+      AskLogin();
       break;
     case PanelAction::kCancel:
       doc_.Disconnect();
@@ -155,18 +186,19 @@ void CQuillView::TakeMessages() {
   if (messages.screen) {
     frame_.screen = *messages.screen;
     ++screenCount_;
-    doc_.OnScreen(messages.reason);
+    doc_.OnScreen(frame_.screen, messages.reason);
     RefreshFrame();
     ime_.UpdatePosition(frame_.screen.cursorRow, frame_.screen.cursorCol, ImeAdapter::Move::kIfChanged);
   }
-  // No automation of the view exists yet whose bells would have to be ignored.
-  if (messages.bell) doc_.Driver().OnBell(false);
+  if (messages.bell) doc_.Driver().OnBell(doc_.IsAutomationBusy());
 }
 
 void CQuillView::RefreshPanel() {
   const bool wasShown = panel_.IsShown();
   const PanelText before = panel_.Text();
   panel_.SetSession(DescribeSession(doc_.Facts()));
+  login_.SetCovered(panel_.HasNotice());
+  if (badge_.SetText(DescribeActivity(doc_.CurrentActivity())) || !badge_.Text().isEmpty()) update();
   if (panel_.IsShown() != wasShown || panel_.Text() != before) update();
   timers_.SetAnimating(panel_.IsBusy());
   RefreshFrame();
@@ -174,21 +206,31 @@ void CQuillView::RefreshPanel() {
 
 void CQuillView::RefreshFrame() {
   frame_.blinkOff = timers_.BlinkOff();
-  frame_.showCaret = timers_.CaretOn() && hasFocus() && !panel_.IsActive() && doc_.IsConnected();
+  frame_.showCaret =
+      timers_.CaretOn() && hasFocus() && !login_.IsShown() && !panel_.IsActive() && doc_.IsConnected();
   surface_.Refresh(frame_);
 }
 
 void CQuillView::paintEvent(QPaintEvent* event) {
   // The scale factor can change without any other event when the window moves to another screen.
-  if (surface_.FollowWidget()) surface_.Refresh(frame_);
+  if (surface_.FollowWidget()) {
+    surface_.Refresh(frame_);
+    QMetaObject::invokeMethod(this, &CQuillView::PlaceLogin, Qt::QueuedConnection);
+  }
+  const qreal unit = surface_.CurrentLayout().rowHeight / surface_.Scale();
   QPainter painter(this);
   surface_.Paint(painter, event->rect());
   ime_.Paint(painter);
-  panel_.Paint(painter, rect(), surface_.CurrentLayout().rowHeight / surface_.Scale());
+  badge_.Paint(painter, rect(), unit);
+  if (login_.IsShown())
+    painter.fillRect(rect(), panel_look::kCalmScrim);
+  else
+    panel_.Paint(painter, rect(), unit);
 }
 
 void CQuillView::resizeEvent(QResizeEvent* /*event*/) {
   RefreshFrame();
+  PlaceLogin();
   ime_.UpdatePosition(frame_.screen.cursorRow, frame_.screen.cursorCol, ImeAdapter::Move::kForced);
 }
 

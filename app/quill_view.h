@@ -4,10 +4,12 @@
 
 #include <QWidget>
 
+#include "app/activity_badge.h"
 #include "app/file_words.h"
 #include "app/frame_surface.h"
 #include "app/ime_adapter.h"
 #include "app/key_dispatch.h"
+#include "app/login_desk.h"
 #include "app/quill_doc.h"
 #include "app/status_panel.h"
 #include "app/view_timers.h"
@@ -30,10 +32,14 @@ class CQuillView : public QWidget {
   // A key that the client keeps for itself, for those who need it on the BBS.
   void SendControl(char code);
   void ShowNotice(const PanelText& notice);
+  // Opens the login form.
+  void AskLogin();
 
   const ScreenSnapshot& Screen() const { return frame_.screen; }
   const StatusPanel& Panel() const { return panel_; }
   const FrameSurface& Surface() const { return surface_; }
+  const LoginDesk& Login() const { return login_; }
+  const ActivityBadge& Badge() const { return badge_; }
   // Screens taken over so far; tells whether the picture has come to rest.
   unsigned ScreenCount() const { return screenCount_; }
   QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
@@ -41,6 +47,7 @@ class CQuillView : public QWidget {
  signals:
   // The frame's business: the address dialog, full screen.
   void CommandRequested(KeyCommand command);
+  void DemoRequested();
 
  protected:
   bool event(QEvent* event) override;
@@ -64,6 +71,8 @@ class CQuillView : public QWidget {
   void TakeMessages();
   void TellFileProblems();
   void NoteVersion();
+  void ConnectLogin();
+  void PlaceLogin();
   void RefreshPanel();
   void RefreshFrame();
 
@@ -72,6 +81,8 @@ class CQuillView : public QWidget {
   unsigned screenCount_ = 0;
   FrameSurface surface_;
   StatusPanel panel_;
+  ActivityBadge badge_;
+  LoginDesk login_;
   ToldProblems toldProblems_;
   ImeAdapter ime_;
   KeyDispatch keys_;

@@ -30,7 +30,7 @@ void SessionDriver::OnBell(bool workerRunning) {
 }
 
 void SessionDriver::Signal(SignalSound sound) {
-  if (settings_.flash) signaller_.Flash();
+  if (settings_.flash && settings_.flash()) signaller_.Flash();
   if (!settings_.playSound) return;
   if (sound == SignalSound::kUpdated)
     signaller_.PlayUpdatedSound();

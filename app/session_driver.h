@@ -1,6 +1,6 @@
 // What the document adds to its session: when a bell is worth a signal, the connection status that the window
 // shows, and text that waits for a quiet moment. Knows no toolkit: the signal itself is the Signaller's.
-// User- interface thread.
+// User-interface thread.
 #pragma once
 
 #include <cstdint>
@@ -23,10 +23,10 @@ class Signaller {
   virtual void PlayUpdatedSound() = 0;  // Data/PushUpdated.wav, without waiting for its end
 };
 
-// Settings, section "Basic"; read anew at each signal, so that a change takes effect at once.
+// Settings, section "Basic".
 struct SignalSettings {
-  bool flash = true;      // "Flash"
-  bool playSound = true;  // "PlaySound"
+  std::function<bool()> flash;  // "Flash": asked at each signal, so that a change takes effect at once
+  bool playSound = true;        // "PlaySound"
 };
 
 enum class ConnectionStatus { kQuiet = 0, kSomethingNew = 1, kNotConnected = 2 };

@@ -107,8 +107,8 @@ PanelText DescribeSession(const SessionFacts& facts) {
     default:
       return {.title = u"尚未連線"_qs,
               .lines = {u"歡迎使用 Quillet"_qs},
-              .hint = u"Enter 連線到站台"_qs,
-              .onEnter = PanelAction::kAskAddress};
+              .hint = u"Enter 登入"_qs,
+              .onEnter = PanelAction::kAskLogin};
   }
 }
 
@@ -137,6 +137,79 @@ QString SystemText(const std::string& text) {
   QStringDecoder utf8(QStringDecoder::Utf8);
   QString decoded = utf8(QByteArrayView(text.data(), static_cast<qsizetype>(text.size())));
   return utf8.hasError() ? QString::fromLocal8Bit(text.c_str()) : decoded;
+}
+
+LoginComplaint DescribeRefusal(const QString& said) {
+  const QString words = said.simplified();
+  // Behind the password's prompt, which may still stand there, nothing is said.
+  const bool isPrompt = words.startsWith(u"請輸入"_qs);
+  return {.title = u"站台不接受這個帳號或密碼"_qs, .detail = isPrompt ? QString() : words};
+}
+
+LoginComplaint DescribeBrokenLogin(const SessionFacts& facts) {
+  if (facts.end.reason == EndReason::kCancelled) return {};
+  const PanelText words = DescribeEnd(facts);
+  if (facts.end.reason == EndReason::kClosedByPeer || facts.end.reason == EndReason::kReadFailed)
+    return {.title = u"登入還沒完成，連線就結束了"_qs, .detail = words.title};
+  return {.title = words.title, .detail = words.lines.value(0)};
+}
+
+LoginComplaint DescribeUnsealable(std::size_t longest) {
+  return {.title = u"這個密碼不能記住"_qs,
+          .detail =
+              u"只能記住 %1 個字元以內的英文、數字與符號，而且要認得這台電腦。再按一次登入，就不記住密碼。"_qs
+                  .arg(longest)};
+}
+
+QString DescribeActivity(Activity activity) {
+  switch (activity) {
+    case Activity::kLogin:
+      return u"登入中　按 Esc 或直接輸入就自己來"_qs;
+    case Activity::kJump:
+      return u"前往文章　按 Esc 停止"_qs;
+    case Activity::kNone:
+      break;
+  }
+  return {};
+}
+
+PanelText DescribeJump(const ArticleReference& article, JumpResult result) {
+  PanelText text{.title = {},
+                 .lines = {},
+                 .hint = u"Enter 關閉"_qs,
+                 .tone = PanelTone::kProblem,
+                 .onEnter = PanelAction::kDismiss,
+                 .onEscape = PanelAction::kDismiss};
+  const QString board = QString::fromStdU16String(article.board);
+  const QString code = QString::fromStdU16String(article.code);
+  switch (result) {
+    case JumpResult::kFound:
+    case JumpResult::kClosed:
+      return {};
+    case JumpResult::kNotFound:
+      text.title = u"找不到這篇文章"_qs;
+      text.lines << u"「%1」看板沒有代碼 #%2 的文章，可能已經刪除了。"_qs.arg(board, code);
+      break;
+    case JumpResult::kNoBoard:
+      text.title = u"沒有這個看板"_qs;
+      text.lines << u"站台沒有「%1」看板，或您不能進入。"_qs.arg(board);
+      break;
+    case JumpResult::kBusy:
+      text.title = u"現在不能跳到文章"_qs;
+      text.lines << u"站台正在等您輸入，請先完成或取消，回到選單或列表再試。"_qs;
+      break;
+  }
+  return text;
+}
+
+PanelText DescribeNoJump(bool connected) {
+  return {.title = u"現在不能跳到文章"_qs,
+          .lines = {connected ? u"Quillet 還在忙前一件事，請稍候，或按 Esc 停止它。"_qs
+                              : u"請先連線並登入站台。"_qs},
+          .hint = u"Enter 關閉"_qs,
+          .tone = PanelTone::kProblem,
+          .onEnter = PanelAction::kDismiss,
+          .onEscape = PanelAction::kDismiss};
 }
 
 PanelText DescribeDemoFailure(const QString& error) {

@@ -9,12 +9,14 @@
 #include <QString>
 #include <QStringList>
 
+#include "bbs/article_code.h"
+#include "bbs/article_jump.h"
 #include "core/charset.h"
 #include "core/transport.h"
 
 namespace quillet {
 
-enum class PanelAction { kNone, kReconnect, kAskAddress, kCancel, kDismiss };
+enum class PanelAction { kNone, kReconnect, kAskAddress, kAskLogin, kCancel, kDismiss };
 enum class PanelTone { kCalm, kBusy, kEnded, kProblem };
 
 struct PanelText {
@@ -47,6 +49,29 @@ PanelText DescribeTables(const CharsetLoad& load, const std::filesystem::path& f
 
 // A text of the system's as it is shown: UTF-8 nearly everywhere, else the system's own encoding.
 QString SystemText(const std::string& text);
+
+// What stands over the login form when a login did not come about: the reason, and the BBS's own words.
+struct LoginComplaint {
+  QString title;  // empty: nothing to complain about
+  QString detail;
+
+  bool operator==(const LoginComplaint&) const = default;
+};
+// `said` is the row in which the BBS gives its reason; empty, or something else, when it gives none.
+LoginComplaint DescribeRefusal(const QString& said);
+// The connection was not made, or ended on the way.
+LoginComplaint DescribeBrokenLogin(const SessionFacts& facts);
+// The password cannot be sealed, and is not remembered.
+LoginComplaint DescribeUnsealable(std::size_t longest);
+
+// What the client does for the user by itself.
+enum class Activity { kNone, kLogin, kJump };
+QString DescribeActivity(Activity activity);  // empty for none
+
+// Why a jump did not come about; no title when it did, or when the connection's own words say it.
+PanelText DescribeJump(const ArticleReference& article, JumpResult result);
+// The client is at work for the user already, or there is no connection.
+PanelText DescribeNoJump(bool connected);
 
 // The demo BBS could not start; `error` is its own text.
 PanelText DescribeDemoFailure(const QString& error);

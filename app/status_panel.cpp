@@ -8,32 +8,27 @@
 
 #include <QFontMetricsF>
 
+#include "app/panel_look.h"
+
 namespace quillet {
 namespace {
 
 constexpr qint64 kBusyDelayMs = 200;
 
-// Quieter than the BBS's own colours; every text keeps 4.5:1 on the panel.
-constexpr QColor kScrim(0, 0, 0, 150);
-constexpr QColor kCalmScrim(0, 0, 0, 60);
-constexpr QColor kFill(0x1B, 0x1F, 0x26);
-constexpr QColor kBorder(0x3C, 0x44, 0x50);
-constexpr QColor kTitle(0xF2, 0xF4, 0xF7);
-constexpr QColor kLine(0xC6, 0xCD, 0xD8);
-constexpr QColor kHint(0x9D, 0xA8, 0xB8);
+using namespace panel_look;
 
 QColor AccentOf(PanelTone tone) {
   switch (tone) {
     case PanelTone::kBusy:
-      return {0x5A, 0xB0, 0xD6};
+      return kBusy;
     case PanelTone::kEnded:
-      return {0xD9, 0xA4, 0x41};
+      return kEnded;
     case PanelTone::kProblem:
-      return {0xE0, 0x7A, 0x6A};
+      return kProblem;
     case PanelTone::kCalm:
       break;
   }
-  return {0x7F, 0x8C, 0x9F};
+  return kCalm;
 }
 
 struct Block {
@@ -114,6 +109,10 @@ const PanelText& StatusPanel::Text() const {
   return notices_.isEmpty() ? session_ : notices_.front();
 }
 
+bool StatusPanel::HasNotice() const {
+  return !notices_.isEmpty();
+}
+
 bool StatusPanel::IsShown() const {
   return IsActive() && (!IsBusy() || sinceShown_.elapsed() >= kBusyDelayMs);
 }
@@ -128,7 +127,7 @@ void StatusPanel::Dismiss() {
 void StatusPanel::Paint(QPainter& painter, const QRectF& area, qreal unit) const {
   if (!IsShown()) return;
   const PanelText& text = Text();
-  const qreal size = std::clamp(unit * 0.56, 13.0, 40.0);
+  const qreal size = TextSize(unit);
   const qreal padding = std::round(size * 1.5);
   std::vector<Block> blocks = BlocksOf(text, painter.font(), size);
   const QSizeF content = StackBlocks(blocks, std::max(size * 8, std::min(size * 34, area.width() * 0.8)));

@@ -19,6 +19,8 @@ class StatusPanel {
 
   // What the panel says now; no title when there is nothing to say.
   const PanelText& Text() const;
+  // Something lies before the connection's panel.
+  bool HasNotice() const;
   // There is something to say and it was not dismissed. A busy panel waits a moment first, so that a quick
   // connection flashes nothing.
   bool IsShown() const;

@@ -12,6 +12,8 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr int kBottom = kRows - 1;
+// The reader's cursor is parked at this column or behind it.
+constexpr int kReaderCursorCol = 69;
 constexpr std::size_t kMostNameLength = 12;
 // A page that shows no reaction by then has none to the key.
 constexpr std::chrono::milliseconds kReaction = 3s;
@@ -79,7 +81,10 @@ JumpResult ArticleJump::Run(std::u16string_view board, std::u16string_view code)
 ArticleJump::Kind ArticleJump::KindOf(const ScreenSnapshot& screen) const {
   if (pages_.IsEditor(screen) || pages_.IsPushLine(screen) || pages_.IsInputField(screen))
     return Kind::kTypedInto;
-  if (pages_.IsReader(screen, PageTests::ReaderForm::kPlain) || pages_.IsDisputedNotice(screen) ||
+  // While the next page is drawn from the top, the old status line is still there.
+  const bool parked = screen.cursorRow == kBottom && screen.cursorCol >= kReaderCursorCol;
+  if ((parked &&
+       (pages_.IsReader(screen, PageTests::ReaderForm::kPlain) || pages_.IsDisputedNotice(screen))) ||
       pages_.IsAnimationPrompt(screen))
     return Kind::kLeft;
   const bool atEnd = screen.cursorRow == kBottom && screen.cursorCol == kCols - 1;
@@ -119,7 +124,7 @@ ArticleJump::Step ArticleJump::AskForBoard() {
     const Step reached = ReachList();
     if (reached != Step::kDone) return reached;
     waits_.Send("s");
-    const bool asked = waits_.WaitAtMost(kReaction / 2, [this](const ScreenSnapshot& screen) {
+    const bool asked = waits_.WaitAtMost(kReaction, [this](const ScreenSnapshot& screen) {
       return pages_.IsInputField(screen) && RowStartsWith(screen, 1, 0, std::string_view(boardPrompt_));
     });
     if (asked) return Step::kDone;
@@ -143,22 +148,26 @@ bool ArticleJump::IsInBoard(std::u16string_view board) const {
 
 JumpResult ArticleJump::FindCode(std::u16string_view code) {
   waits_.ResendWhileInterrupted(ScreenWaits::StarLine::kOnlyPending);
-  waits_.Send("#");
-  if (waits_.WaitForProbes(Want::kMatch, {{kBottom, 0, u"搜尋文章代碼"}}) == 0) return JumpResult::kClosed;
-  waits_.SendText(code);
   const auto asking = [this](const ScreenSnapshot& screen) {
     return RowStartsWith(screen, kBottom, 0, std::string_view(codePrompt_));
   };
-  if (!waits_.SendReturn([&](const ScreenSnapshot& screen) { return !asking(screen); }, asking))
+  const auto onList = [this](const ScreenSnapshot& screen) { return pages_.IsListCursor(screen); };
+  if (!waits_.SendKey("#", asking, onList) ||
+      waits_.WaitForProbes(Want::kMatch, {{kBottom, 0, u"搜尋文章代碼"}}) == 0)
+    return JumpResult::kClosed;
+  waits_.SendText(code);
+  if (!waits_.SendKey(
+          "\r", [&](const ScreenSnapshot& screen) { return !asking(screen); }, asking))
     return JumpResult::kClosed;
   bool unknown = false;
   const bool answered = waits_.WaitUntil([&](const ScreenSnapshot& screen) {
     unknown = RowStartsWith(screen, kBottom - 1, 0, std::string_view(unknownCode_));
-    return unknown || pages_.IsListCursor(screen);
+    return unknown || onList(screen);
   });
   if (!answered) return JumpResult::kClosed;
   if (!unknown) return JumpResult::kFound;
-  waits_.Send(ScreenWaits::kDismissKey);
+  // On the list itself the key would open an article.
+  if (!onList(waits_.Seen())) waits_.Send(ScreenWaits::kDismissKey);
   return waits_.WaitForListCursor() ? JumpResult::kNotFound : JumpResult::kClosed;
 }
 

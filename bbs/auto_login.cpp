@@ -89,6 +89,7 @@ class LoginDialogue {
 LoginResult LoginDialogue::Run() {
   if (waits_.WaitForProbes(Want::kMatch, {{20, 0, u"請輸入代號，或以 guest 參觀，或以 new 註冊:"}}) == 0)
     return LoginResult::kClosed;
+  if (!waits_.IsAlive()) return LoginResult::kClosed;
   waits_.SendText(request_.account + u"\r");
   if (request_.password.empty()) return LoginResult::kFinished;
 

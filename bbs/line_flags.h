@@ -36,9 +36,9 @@ class Keywords {
   std::bitset<256> begins_;            // by the low byte of their first characters
 };
 
-// The flags of every row, by the page that `screen.pageFlags` names: push lines in the reader and under a
-// prompt drawn over it, list marks in an article list, keywords in both. Rows of a list without an article,
-// and all rows of other pages, have none.
+// The flags of every row, by the page that `screen.pageFlags` names: push lines in the reader, under a prompt
+// drawn over it and under any other question, list marks in an article list, keywords in all of them. Rows of
+// a list without an article, and all rows of other pages, have none.
 LineFlags FlagLines(const PageFacts& facts, const ScreenSnapshot& screen, const Keywords& keywords);
 
 }  // namespace quillet

@@ -118,11 +118,15 @@ std::u16string PageFacts::ParseHeaderAuthor(const ScreenSnapshot& screen) const 
 }
 
 std::u16string PageFacts::ParseHeaderBoard(const ScreenSnapshot& screen) const {
-  const std::optional<int> label = FindText(screen, 0, kBoardSearchCol, board_);
-  if (!label || !HasBackground(screen, 0, *label, kBlue) || !IsLabelBox(screen, 0, *label + 1) ||
-      !HasBackground(screen, 0, *label + 7, kBlue))
+  // By bytes: a nickname that was cut through a character ends on a lead byte, and no character has a blank
+  // for its second half.
+  const std::size_t found = screen.RowText(0).find(board_, kBoardSearchCol);
+  if (board_.empty() || found == std::string_view::npos) return {};
+  const int label = static_cast<int>(found);
+  if (!HasBackground(screen, 0, label, kBlue) || !IsLabelBox(screen, 0, label + 1) ||
+      !HasBackground(screen, 0, label + 7, kBlue))
     return {};
-  return FieldText(screen, 0, *label + kBoardLabelColumns, kBoardLastCol);
+  return FieldText(screen, 0, label + kBoardLabelColumns, kBoardLastCol);
 }
 
 std::u16string PageFacts::ParseHeaderTitle(const ScreenSnapshot& screen) const {

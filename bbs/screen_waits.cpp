@@ -145,6 +145,8 @@ bool ScreenWaits::IsReadyForProbes(const ScreenSnapshot& screen) const {
   if (!StartsWith(screen, 0, bracket_) || screen.cursorRow < kBottom) return true;
   if (pages_.IsAnyKeyBanner(screen)) return true;
   if (StartsWith(screen, kBottom, message_) && screen.cursorCol == kCols - 1) return true;
+  // An article may begin like a menu; its finished status line says that it is one.
+  if (pages_.IsReader(screen, PageTests::ReaderForm::kStrict)) return true;
   // A menu or list whose cursor is still on its way to its place.
   return IsPromptOnBar(screen) || pages_.IsPushLine(screen) || pages_.IsStarLine(screen);
 }
@@ -159,9 +161,9 @@ int ScreenWaits::WaitForProbes(Want want, const std::vector<ScreenProbe>& probes
   return found;
 }
 
-bool ScreenWaits::SendReturn(const Condition& answered, const Condition& stillAsking) {
+bool ScreenWaits::SendKey(std::string_view key, const Condition& answered, const Condition& stillAsking) {
   for (;;) {
-    Send("\r");
+    Send(key);
     bool interrupted = false;
     const bool seen = WaitUntil(
         [&](const ScreenSnapshot& screen) {
@@ -192,7 +194,7 @@ bool ScreenWaits::EnterBoardFromPrompt(BoardName name) {
       return boardList || CursorAt(screen, kBottom, kCols - 1) || StartsWith(screen, 1, leaveHint_) ||
              pages_.IsListCursor(screen) || std::chrono::steady_clock::now() > end;
     };
-    if (!SendReturn(answered, asking)) return false;
+    if (!SendKey("\r", answered, asking)) return false;
   }
   if (name == BoardName::kAlreadyEntered || boardList) Send("\r");
   return KeepAskingForList();

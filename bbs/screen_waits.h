@@ -83,10 +83,10 @@ class ScreenWaits {
   // ended.
   int WaitForProbes(Want want, const std::vector<ScreenProbe>& probes);
 
-  // Answers a prompt with CR and waits until the BBS has `answered`. An instant message that comes up
-  // meanwhile swallows the key: it is dismissed, and the CR repeated where the screen is `stillAsking`. False
-  // when the run ended.
-  bool SendReturn(const Condition& answered, const Condition& stillAsking);
+  // Presses a key and waits until the BBS has `answered`. An instant message that comes up meanwhile swallows
+  // the key: it is dismissed, and the key repeated where the screen is `stillAsking` for it. False when the
+  // run ended.
+  bool SendKey(std::string_view key, const Condition& answered, const Condition& stillAsking);
 
   enum class BoardName { kAtPrompt, kAlreadyEntered };
   // From the board prompt, with the name typed, to the board's article list, drawn completely. False when the

@@ -71,7 +71,7 @@ SettingsMap UsualSettings() {
   }
   std::vector<std::u16string> rules;
   for (int i = 0; i < kUsualRules; ++i)
-    rules.push_back(Numbered(u"board=Gossiping && title!=公告 && author=someone", i));
+    rules.push_back(Numbered(u"board=Astronomy && title!=公告 && author=someone", i));
   map.SetTrackLines(rules);
   return map;
 }
@@ -107,10 +107,10 @@ ArticleLists UsualArticles() {
       std::get<ArticleFolder>(root.children.back())
           .children.emplace_back(ArticleItem{.postTime = 1700000000 + i * 977,
                                              .score = i,
-                                             .board = u"Gossiping",
+                                             .board = u"Astronomy",
                                              .code = FileNameToAid(u"M.1700000000.A.1F3"),
                                              .extra = u"",
-                                             .title = Numbered(u"Re: [問卦] 有沒有很多推文的八卦？", i)});
+                                             .title = Numbered(u"Re: [問題] 有沒有很多推文的鏡子？", i)});
     }
   }
   return lists;

@@ -1,6 +1,8 @@
 #include "platform/user_file.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdio>
 #include <fstream>
 #include <random>
@@ -15,7 +17,10 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kTemporaryMark = ".quillet-";
 constexpr std::string_view kTemporaryEnd = ".tmp";
+constexpr std::string_view kAsideMark = ".unreadable";
 constexpr int kMostKeptAside = 9;
+constexpr std::uintmax_t kMostCopied = 16U << 20;            // bytes, where a link does as well
+constexpr std::uintmax_t kMostCopiedWithoutLink = 1U << 30;  // some seconds of a start
 
 fs::path WithSuffix(fs::path path, std::string_view suffix) {
   path += suffix;
@@ -50,6 +55,72 @@ bool CopyTo(TemporaryFile& copy, const fs::path& from, const fs::path& target) {
   }
   copy.TakePermissionsOf(from);
   return copy.Flush();
+}
+
+bool HaveSameContent(const fs::path& one, const fs::path& other) {
+  std::error_code error;
+  if (fs::equivalent(one, other, error)) return true;
+  const std::uintmax_t size = fs::file_size(one, error);
+  if (error || size != fs::file_size(other, error) || error || size > kMostCopiedWithoutLink) return false;
+  std::ifstream first(one, std::ios::binary), second(other, std::ios::binary);
+  std::array<char, 65536> firstPiece, secondPiece;
+  while (first && second) {
+    const std::streamsize count = first.read(firstPiece.data(), firstPiece.size()).gcount();
+    if (second.read(secondPiece.data(), secondPiece.size()).gcount() != count) return false;
+    if (!std::equal(firstPiece.begin(), firstPiece.begin() + count, secondPiece.begin())) return false;
+  }
+  return first.eof() && second.eof();
+}
+
+fs::path AsideName(const fs::path& file, int number) {
+  fs::path name = WithSuffix(file, kAsideMark);
+  return number == 1 ? name : WithSuffix(name, "-" + std::to_string(number));
+}
+
+// Empty when there is none. A link is no copy: it may lead to the file itself.
+fs::path EarlierCopy(const fs::path& file) {
+  std::error_code error;
+  for (int number = 1; number <= kMostKeptAside; ++number) {
+    fs::path name = AsideName(file, number);
+    const bool isFile = fs::is_regular_file(fs::symlink_status(name, error));
+    if (isFile && HaveSameContent(file, name)) return name;
+  }
+  return {};
+}
+
+// Gives the file under the first free name to `take`. Empty when there is none or it could not.
+template <typename Take>
+fs::path TakeAsideName(const fs::path& file, Take take) {
+  std::error_code error;
+  for (int number = 1; number <= kMostKeptAside; ++number) {
+    fs::path name = AsideName(file, number);
+    if (fs::exists(fs::symlink_status(name, error))) continue;
+    const NameResult result = take(name);
+    if (result == NameResult::kDone) return name;
+    if (result == NameResult::kFailed) return {};
+  }
+  return {};
+}
+
+fs::path LinkAside(const fs::path& file) {
+  // Of a link, the file behind it: the link itself will lead to what replaces that.
+  const fs::path linked = FindReplaceTarget(file).file;
+  return TakeAsideName(file, [&linked](const fs::path& name) {
+    std::error_code error;
+    fs::create_hard_link(linked, name, error);
+    if (!error) return NameResult::kDone;
+    return error == std::errc::file_exists ? NameResult::kExists : NameResult::kFailed;
+  });
+}
+
+fs::path CopyAside(const fs::path& file) {
+  TemporaryFile copy;
+  bool isCopied = false;
+  return TakeAsideName(file, [&](const fs::path& name) {
+    if (!isCopied && !CopyTo(copy, file, file)) return NameResult::kFailed;
+    isCopied = true;
+    return copy.TakeFreeName(name);
+  });
 }
 
 }  // namespace
@@ -88,20 +159,13 @@ bool MoveUserFile(const fs::path& from, const fs::path& to) {
 }
 
 fs::path KeepAside(const fs::path& file) {
+  if (fs::path earlier = EarlierCopy(file); !earlier.empty()) return earlier;
   std::error_code error;
-  TemporaryFile copy;
-  bool copied = false;
-  for (int number = 1; number <= kMostKeptAside; ++number) {
-    fs::path name = WithSuffix(file, ".unreadable");
-    if (number > 1) name += "-" + std::to_string(number);
-    if (fs::exists(fs::symlink_status(name, error))) continue;
-    if (!copied && !CopyTo(copy, file, file)) return {};
-    copied = true;
-    const NameResult result = copy.TakeFreeName(name);
-    if (result == NameResult::kDone) return name;
-    if (result == NameResult::kFailed) return {};
-  }
-  return {};
+  const std::uintmax_t size = fs::is_regular_file(file, error) ? fs::file_size(file, error) : 0;
+  if (error) return {};
+  if (size > kMostCopied)
+    if (fs::path linked = LinkAside(file); !linked.empty()) return linked;
+  return size > kMostCopiedWithoutLink ? fs::path() : CopyAside(file);
 }
 
 }  // namespace quillet

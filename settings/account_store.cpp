@@ -21,7 +21,11 @@ AccountStore::AccountStore(Registry& registry, std::function<std::string()> mach
 
 std::u16string AccountStore::Password() {
   std::u16string password;
-  if (!sealed_.empty()) password = UnsealPassword(sealed_, Tag());
+  if (!sealed_.empty()) {
+    // The serial number may be there again at the next start.
+    if (Tag().empty()) return password;
+    password = UnsealPassword(sealed_, Tag());
+  }
   if (password.empty()) {
     sealed_.clear();
     Write();

@@ -18,7 +18,7 @@ class AccountStore {
   // Empty when none is remembered.
   const std::u16string& Account() const { return account_; }
   // Empty when none is remembered or it was not sealed on this machine; then the account is written back with
-  // an empty password.
+  // an empty password. Empty too where the machine does not tell its tag now; then nothing is forgotten.
   std::u16string Password();
 
   // Remembers the account, with the password unless it is empty. A password that the seal cannot give back as

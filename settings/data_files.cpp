@@ -1,8 +1,7 @@
 #include "settings/data_files.h"
 
 #include <algorithm>
-#include <array>
-#include <fstream>
+#include <iterator>
 #include <system_error>
 #include <utility>
 
@@ -20,49 +19,40 @@ bool IsThere(const fs::path& file) {
   return fs::exists(fs::symlink_status(file, ignored));
 }
 
-bool HaveSameContent(const fs::path& one, const fs::path& other) {
-  std::error_code error;
-  if (fs::file_size(one, error) != fs::file_size(other, error) || error) return false;
-  std::ifstream first(one, std::ios::binary), second(other, std::ios::binary);
-  std::array<char, 65536> firstPiece, secondPiece;
-  while (first && second) {
-    const std::streamsize count = first.read(firstPiece.data(), firstPiece.size()).gcount();
-    if (second.read(secondPiece.data(), secondPiece.size()).gcount() != count) return false;
-    if (!std::equal(firstPiece.begin(), firstPiece.begin() + count, secondPiece.begin())) return false;
-  }
-  return first.eof() && second.eof();
-}
-
-// Where the file is kept aside; a copy of an earlier start is good enough, or one more would be made at every
-// start until the file is written.
-fs::path KeptAs(const fs::path& file) {
-  std::error_code error;
-  fs::path prefix = file.filename();
-  prefix += ".unreadable";
-  for (fs::directory_iterator entry(file.parent_path(), error), end; !error && entry != end;
-       entry.increment(error))
-    if (entry->path().filename().native().starts_with(prefix.native()) && entry->is_regular_file(error) &&
-        HaveSameContent(file, entry->path()))
-      return entry->path();
-  return KeepAside(file);
-}
-
 }  // namespace
 
 DataFiles::DataFiles(Registry& registry, Folders folders)
     : registry_(registry),
       folders_(std::move(folders)),
       workingIsWritable_(IsFolderWritable(folders_.working)) {
-  // Where this fails, the first write says why.
+  ChooseFolder();
+  MakeDataFolder();
+}
+
+void DataFiles::ChooseFolder() {
+  if (registry_.Text(kRegistryPath, kUsesDataFolder)) return;
+  const std::optional<FileProblem> problem = registry_.Problem();
+  if (problem) guess_ = IsThere(folders_.data / kSettingsFile) && !IsThere(folders_.working / kSettingsFile);
+  // A registry that could not be opened is left alone. One that was kept aside loses nothing, and the next
+  // value that anybody sets would make it whole again without this one.
+  const bool mayBeWritten = !problem || !problem->keptAs.empty();
+  if (UsesDataFolder() && mayBeWritten) registry_.SetText(kRegistryPath, kUsesDataFolder, u"1");
+}
+
+// Where this fails, the next write says why.
+void DataFiles::MakeDataFolder() const {
   std::error_code ignored;
   fs::create_directories(folders_.data, ignored);
 }
 
 bool DataFiles::UsesDataFolder() const {
-  return !workingIsWritable_ || registry_.Text(kRegistryPath, kUsesDataFolder) == u"1";
+  if (!workingIsWritable_) return true;
+  return guess_ ? *guess_ : registry_.Text(kRegistryPath, kUsesDataFolder) == u"1";
 }
 
 bool DataFiles::SetUsesDataFolder(bool on) {
+  // Another folder than the guessed one is a choice, and files move again.
+  if (guess_ != on) guess_.reset();
   return registry_.SetText(kRegistryPath, kUsesDataFolder, on ? u"1" : u"0");
 }
 
@@ -72,26 +62,63 @@ fs::path DataFiles::Locate(std::string_view name) {
   const bool isElsewhere = !IsThere(places.here) && fs::is_regular_file(places.there, ignored);
   // A file that could not be read stays where the user was told it is.
   if (!isElsewhere || notToBeWritten_.contains(name)) return places.here;
-  return MoveUserFile(places.there, places.here) ? places.here : places.there;
+  const bool hasMoved = !guess_ && MoveUserFile(places.there, places.here);
+  return hasMoved ? places.here : places.there;
 }
 
 DataFiles::Places DataFiles::PlacesOf(std::string_view name) const {
   Places places{folders_.working / name, folders_.data / name};
   if (UsesDataFolder()) std::swap(places.here, places.there);
+  // While nothing may move, a file belongs where it is.
+  if (guess_ && workingIsWritable_ && !IsThere(places.here) && IsThere(places.there))
+    std::swap(places.here, places.there);
   return places;
 }
 
 TextLines DataFiles::Read(std::string_view name) {
   const fs::path file = Locate(name);
   const FileBytes content = ReadUserFile(file, kLargestFile);
+  known_.insert_or_assign(std::string(name), Known{file, std::nullopt});
+  return TakeIn(name, file, content);
+}
+
+std::optional<DataFiles::OthersLines> DataFiles::ReadAgain(std::string_view name) {
+  const auto known = known_.find(name);
+  if (known == known_.end()) return std::nullopt;
+  fs::path file = Locate(name);
+  // What lies in a folder that was chosen just now is older; the others know the file at its last place.
+  if (IsThere(known->second.file)) file = known->second.file;
+  const FileBytes content = ReadUserFile(file, kLargestFile);
+  if (content.state == FileBytes::State::kMissing) {
+    MayBeWritten(name, true);
+    return std::nullopt;
+  }
+  const bool isRead = content.state == FileBytes::State::kRead;
+  if (isRead && known->second.bytes == content.bytes) return std::nullopt;
+  // The user was told, and a large file is not compared and copied at every save.
+  if (!isRead && notToBeWritten_.contains(name)) return std::nullopt;
+
+  OthersLines others{ReadLines(known->second.bytes.value_or(std::string())).lines, {}};
+  TextLines lines = TakeIn(name, file, content);
+  if (!isRead) return std::nullopt;
+  // A line that was damaged was not removed by anybody.
+  if (lines.firstBadLine != 0) others.now = others.before;
+  std::move(lines.lines.begin(), lines.lines.end(), std::back_inserter(others.now));
+  return others;
+}
+
+TextLines DataFiles::TakeIn(std::string_view name, const fs::path& file, const FileBytes& content) {
   TextLines lines;
   if (content.state == FileBytes::State::kRead) lines = ReadLines(content.bytes);
+  const bool isKnownWhole =
+      content.state == FileBytes::State::kRead || content.state == FileBytes::State::kMissing;
+  if (isKnownWhole) known_.insert_or_assign(std::string(name), Known{file, content.bytes});
 
   const bool isTooLarge = content.state == FileBytes::State::kTooLarge;
   bool isSafeToReplace = content.state != FileBytes::State::kUnreadable;
   if (!isSafeToReplace) Note({FileProblem::Kind::kUnreadable, file, content.reason, 0, {}});
   if (isTooLarge || lines.firstBadLine != 0) {
-    const fs::path kept = KeptAs(file);
+    const fs::path kept = KeepAside(file);
     isSafeToReplace = !kept.empty();
     Note({isTooLarge ? FileProblem::Kind::kTooLarge : FileProblem::Kind::kDamaged,
           file,
@@ -99,24 +126,32 @@ TextLines DataFiles::Read(std::string_view name) {
           lines.firstBadLine,
           kept});
   }
-  if (isSafeToReplace)
+  MayBeWritten(name, isSafeToReplace);
+  return lines;
+}
+
+void DataFiles::MayBeWritten(std::string_view name, bool may) {
+  if (may)
     std::erase_if(notToBeWritten_, [name](const std::string& other) { return other == name; });
   else
     notToBeWritten_.emplace(name);
-  return lines;
 }
 
 bool DataFiles::Write(std::string_view name, std::u16string_view text) {
   if (notToBeWritten_.contains(name)) return false;
+  MakeDataFolder();
   Locate(name);
   const fs::path file = PlacesOf(name).here;
-  const std::string bytes = EncodeText(text, kLineEnd);
+  std::string bytes = EncodeText(text, kLineEnd);
   // What is there already needs no flush, which is the dear part.
   const FileBytes present = ReadUserFile(file, bytes.size());
   const bool isThere = present.state == FileBytes::State::kRead && present.bytes == bytes;
   const std::string reason = isThere ? std::string() : ReplaceFile(file, bytes);
   Forget(file, FileProblem::Kind::kNotWritten);
-  if (!reason.empty()) Note({FileProblem::Kind::kNotWritten, file, reason, 0, {}});
+  if (reason.empty())
+    known_.insert_or_assign(std::string(name), Known{file, std::move(bytes)});
+  else
+    Note({FileProblem::Kind::kNotWritten, file, reason, 0, {}});
   return reason.empty();
 }
 

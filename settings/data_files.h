@@ -5,6 +5,9 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -16,8 +19,13 @@
 
 namespace quillet {
 
+struct FileBytes;
+
 // Where all of the program's registry values live.
 inline constexpr std::u16string_view kRegistryPath = u"SOFTWARE\\Quillet";
+
+// The file that every user has, so that it tells which folder is in use.
+inline constexpr std::string_view kSettingsFile = "Quill.ini";
 
 class DataFiles {
  public:
@@ -26,7 +34,10 @@ class DataFiles {
     std::filesystem::path data;     // the user's own; made when it is missing
   };
 
-  // `registry` outlives the object.
+  // `registry` outlives the object. Where the user has not chosen and files cannot be made beside the
+  // program, the value becomes "1": a run with other rights has to find the same files. Where the registry
+  // has lost the value, the folder is the one that holds "Quill.ini" (beside the program when both do, or
+  // none), and no file moves in this run.
   DataFiles(Registry& registry, Folders folders);
 
   // "UseAppDataLocalPath" is "1", or files cannot be made beside the program.
@@ -43,6 +54,16 @@ class DataFiles {
   // No lines when the file is missing. A file with bad lines, or one larger than kLargestFile, is kept aside
   // before this returns, once for the same content; where it cannot be, it is not written in this run.
   TextLines Read(std::string_view name);
+
+  // The lines of a file that another program has written meanwhile.
+  struct OthersLines {
+    std::vector<std::u16string> before;  // as the file was last read or written here
+    std::vector<std::u16string> now;     // with those before in front when the file is damaged
+  };
+  // Looks at the file again, before it is written. Nothing when it is as it was last read or written here,
+  // also when it is gone. By the rules of Read, and a file that can be read by now may be written again.
+  std::optional<OthersLines> ReadAgain(std::string_view name);
+
   // Replaces the file where it belongs, unless it holds this very text. False when it is not on disk, also
   // for a file that could not be opened by Read.
   bool Write(std::string_view name, std::u16string_view text);
@@ -60,6 +81,16 @@ class DataFiles {
     std::filesystem::path here, there;
   };
   Places PlacesOf(std::string_view name) const;
+  void ChooseFolder();
+  void MakeDataFolder() const;
+
+  // A file as it was last read or written here.
+  struct Known {
+    std::filesystem::path file;
+    std::optional<std::string> bytes;  // nothing when it could not be read
+  };
+  TextLines TakeIn(std::string_view name, const std::filesystem::path& file, const FileBytes& content);
+  void MayBeWritten(std::string_view name, bool may);
 
   void Note(FileProblem problem);
   void Forget(const std::filesystem::path& file, FileProblem::Kind kind);
@@ -67,6 +98,8 @@ class DataFiles {
   Registry& registry_;
   Folders folders_;
   bool workingIsWritable_;
+  std::optional<bool> guess_;  // whether to use the data folder, where the registry has lost it
+  std::map<std::string, Known, std::less<>> known_;    // by name
   std::set<std::string, std::less<>> notToBeWritten_;  // by name
   std::vector<FileProblem> problems_;
 };

@@ -1,6 +1,7 @@
 #include "settings/name_list.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "settings/text_lines.h"
@@ -34,6 +35,15 @@ std::u16string LineOf(std::u16string_view id, const ListEntry& entry) {
   line += kSeparator;
   line += text;
   return OneLine(line);
+}
+
+// What the next reader of this text of a file gets.
+std::vector<std::u16string> LinesBack(std::u16string_view text) {
+  return ReadLines(EncodeText(text, "\n")).lines;
+}
+
+bool AreSame(const ListEntry* one, const ListEntry* other) {
+  return one && other ? *one == *other : one == other;
 }
 
 }  // namespace
@@ -85,6 +95,32 @@ void NameList::TakeLines(const std::vector<std::u16string>& lines) {
   }
 }
 
+bool NameList::TakeOver(const NameList& theirs, const NameList& base) {
+  const std::u16string before = AsText();
+  // Only what the file can hold compares with what was read from it.
+  NameList ours;
+  ours.TakeLines(LinesBack(before));
+  const auto isOurs = [&](const std::u16string& id) { return !AreSame(ours.Find(id), base.Find(id)); };
+  const auto entryHere = [&](const std::u16string& id) {
+    const ListEntry* const entry = Find(id);
+    return entry ? *entry : *ours.Find(id);
+  };
+
+  NameList merged;
+  for (const Slot& slot : theirs.slots_) {
+    if (slot.isGap) continue;
+    const ListEntry* const own = ours.Find(slot.id);
+    if (own && (isOurs(slot.id) || *own == slot.entry))
+      merged.Set(slot.id, entryHere(slot.id));
+    else if (!isOurs(slot.id))
+      merged.Set(slot.id, slot.entry);
+  }
+  for (const Slot& slot : ours.slots_)
+    if (isOurs(slot.id) && !merged.Find(slot.id)) merged.Set(slot.id, entryHere(slot.id));
+  *this = std::move(merged);
+  return AsText() != before;
+}
+
 std::u16string NameList::AsText() const {
   std::u16string text;
   for (const Slot& slot : slots_) {
@@ -94,6 +130,25 @@ std::u16string NameList::AsText() const {
     text += u'\n';
   }
   return text;
+}
+
+bool TakeOverTitleWords(std::vector<std::u16string>& words, const std::vector<std::u16string>& theirs,
+                        const std::vector<std::u16string>& base) {
+  if (theirs == base) return false;
+  using Set = std::set<std::u16string_view>;
+  const std::vector<std::u16string> ours = LinesBack(TitleWordsAsText(words));
+  const Set inBase(base.begin(), base.end()), inOurs(ours.begin(), ours.end());
+  Set taken;
+  std::vector<std::u16string> merged;
+  for (const std::u16string& word : theirs) {
+    const bool isRemovedHere = inBase.contains(word) && !inOurs.contains(word);
+    if (!isRemovedHere && taken.insert(word).second) merged.push_back(word);
+  }
+  for (const std::u16string& word : ours)
+    if (!inBase.contains(word) && taken.insert(word).second) merged.push_back(word);
+  const bool hasChanged = merged != ours;
+  words = std::move(merged);
+  return hasChanged;
 }
 
 std::u16string TitleWordsAsText(const std::vector<std::u16string>& words) {

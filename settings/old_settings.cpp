@@ -73,6 +73,18 @@ bool DropOldLists(SettingsMap& map) {
   return map.All().size() < before;
 }
 
+void DropOldLists(SettingsMap& map, const SettingsMap& base) {
+  for (const Words section : {kBlack, kWhite}) {
+    const auto old = base.All().find(section);
+    const auto now = map.All().find(section);
+    if (old == base.All().end() || now == map.All().end()) continue;
+    for (const auto& [id, value] : old->second)
+      if (const std::u16string* const same = map.Find(section, id); same && *same == value)
+        map.Remove(section, id);
+    if (now->second.empty()) map.RemoveSection(section);
+  }
+}
+
 void ConvertOldSite(SettingsMap& map) {
   std::u16string site = map.Text(kBasic, u"Site");
   if (site.find(u"://") != std::u16string::npos) return;

@@ -12,6 +12,8 @@ namespace quillet {
 bool TakeOldLists(const SettingsMap& map, NameList& names);
 // Takes the sections out of the map. Returns whether there were any.
 bool DropOldLists(SettingsMap& map);
+// Takes out of these sections what `base` has as well, value and all, and a section with nothing else.
+void DropOldLists(SettingsMap& map, const SettingsMap& base);
 
 // A site written as "host:ssh" becomes "ssh://host".
 void ConvertOldSite(SettingsMap& map);

@@ -59,6 +59,22 @@ void TakeLine(std::u16string_view line, SettingsMap::Keys& keys) {
   keys.insert_or_assign(std::u16string(key), std::u16string(value));
 }
 
+// Does to `theirs` what was done to `base` to make it `ours`.
+void Redo(const SettingsMap::Keys& base, const SettingsMap::Keys& ours, SettingsMap::Keys& theirs) {
+  for (const auto& [key, value] : ours) {
+    const auto before = base.find(key);
+    if (before == base.end() || before->second != value) theirs.insert_or_assign(key, value);
+  }
+  for (const auto& [key, value] : base)
+    if (!ours.contains(key)) theirs.erase(key);
+}
+
+const SettingsMap::Keys& KeysOf(const SettingsMap::Sections& sections, const std::u16string& name) {
+  static const SettingsMap::Keys kNone;
+  const auto found = sections.find(name);
+  return found == sections.end() ? kNone : found->second;
+}
+
 }  // namespace
 
 const std::u16string* SettingsMap::Find(std::u16string_view section, std::u16string_view key) const {
@@ -135,6 +151,25 @@ void SettingsMap::TakeLines(const std::vector<std::u16string>& lines) {
       TakeLine(line, *keys);
     }
   }
+}
+
+bool SettingsMap::TakeOver(const SettingsMap& theirs, const SettingsMap& base) {
+  Sections merged = theirs.sections_;
+  for (const auto& [name, keys] : sections_) {
+    const bool isNew = !base.sections_.contains(name);
+    Keys& target = merged[name];
+    Redo(KeysOf(base.sections_, name), keys, target);
+    if (target.empty() && !isNew && !theirs.sections_.contains(name)) merged.erase(name);
+  }
+  for (const auto& [name, keys] : base.sections_) {
+    const auto left = merged.find(name);
+    if (sections_.contains(name) || left == merged.end()) continue;
+    Redo(keys, {}, left->second);
+    if (left->second.empty()) merged.erase(left);
+  }
+  const bool hasChanged = merged != sections_;
+  sections_ = std::move(merged);
+  return hasChanged;
 }
 
 std::u16string SettingsMap::AsText() const {

@@ -36,10 +36,18 @@ void ApplyRow(const SettingRow& row, const std::u16string& value, Settings& fiel
       row.field);
 }
 
+// A map that a file of these lines is laid over, all but the lists in today's form.
+SettingsMap Overlaid(SettingsMap map, const std::vector<std::u16string>& lines) {
+  map.TakeLines(lines);
+  ConvertOldSite(map);
+  ConvertOldKeys(map);
+  return map;
+}
+
 }  // namespace
 
 SettingsStore::SettingsStore(DataFiles& files, std::string_view mainHost)
-    : files_(files), map_(DefaultSettings(mainHost)) {
+    : files_(files), defaults_(DefaultSettings(mainHost)), map_(defaults_) {
   Apply();
 }
 
@@ -47,10 +55,8 @@ SettingsStore::SettingsStore(DataFiles& files, std::string_view mainHost)
 // so the disk, only after "black.txt" has it.
 void SettingsStore::Load() {
   if (ready_) return;
-  map_.TakeLines(files_.Read(kSettingsFile).lines);
+  map_ = Overlaid(std::move(map_), files_.Read(kSettingsFile).lines);
   const bool hasOldLists = TakeOldLists(map_, names_);
-  ConvertOldSite(map_);
-  ConvertOldKeys(map_);
   names_.TakeLines(files_.Read(kNamesFile).lines);
   titleWords_ = files_.Read(kTitleWordsFile).lines;
 
@@ -67,23 +73,70 @@ void SettingsStore::Apply() {
 bool SettingsStore::Save() {
   if (!ready_) return false;
   const bool mapIsSaved = SaveMap();
-  return SaveTitleWords() && mapIsSaved;
+  const bool wordsAreSaved = SaveTitleWords();
+  if (namesAreOwed_) SaveNames();
+  return mapIsSaved && wordsAreSaved && !namesAreOwed_;
 }
 
 bool SettingsStore::SaveNames() {
-  if (!ready_ || !files_.Write(kNamesFile, names_.AsText())) return false;
+  if (!ready_) return false;
+  TakeInNames();
+  namesAreOwed_ = !files_.Write(kNamesFile, names_.AsText());
+  if (namesAreOwed_) return false;
   if (DropOldLists(map_)) SaveMap();
   return true;
 }
 
 bool SettingsStore::SaveMap() {
+  TakeInMap();
   for (const std::u16string_view key : kAccountKeys)
     map_.Remove(kBasic, key);
   return files_.Write(kSettingsFile, map_.AsText());
 }
 
 bool SettingsStore::SaveTitleWords() {
+  TakeInTitleWords();
   return files_.Write(kTitleWordsFile, TitleWordsAsText(titleWords_));
+}
+
+void SettingsStore::Refresh() {
+  if (!ready_) return;
+  TakeInMap();
+  TakeInNames();
+  TakeInTitleWords();
+}
+
+void SettingsStore::TakeInMap() {
+  const auto others = files_.ReadAgain(kSettingsFile);
+  if (!others) return;
+  const SettingsMap base = Overlaid(defaults_, others->before), theirs = Overlaid(defaults_, others->now);
+  // Lists that an older version wrote since. As in Load, the list of today wins.
+  SettingsMap news = theirs;
+  DropOldLists(news, base);
+  NameList arrived;
+  if (TakeOldLists(news, arrived)) {
+    namesAreOwed_ = true;
+    if (names_.TakeOver(arrived, NameList())) ++takenIn_;
+  }
+  if (!map_.TakeOver(theirs, base)) return;
+  // Keys that went leave their fields as at a start.
+  fields_ = Settings();
+  Apply();
+  ++takenIn_;
+}
+
+void SettingsStore::TakeInNames() {
+  const auto others = files_.ReadAgain(kNamesFile);
+  if (!others) return;
+  NameList base, theirs;
+  base.TakeLines(others->before);
+  theirs.TakeLines(others->now);
+  if (names_.TakeOver(theirs, base)) ++takenIn_;
+}
+
+void SettingsStore::TakeInTitleWords() {
+  const auto others = files_.ReadAgain(kTitleWordsFile);
+  if (others && TakeOverTitleWords(titleWords_, others->now, others->before)) ++takenIn_;
 }
 
 void SettingsStore::Change(std::u16string_view section, std::u16string_view key, std::u16string_view value) {

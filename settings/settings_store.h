@@ -1,7 +1,10 @@
 // Everything the user sets, and its way to the disk and back: the settings map and its typed fields, the
-// black and white lists and the title words. Nobody but the document makes one. User-interface thread.
+// black and white lists and the title words. Several programs may keep theirs in the same files: each save
+// takes in what the others have written since, key by key, id by id and word by word, and what was set here
+// wins over it. Nobody but the document makes one. User-interface thread.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,7 +16,6 @@
 
 namespace quillet {
 
-inline constexpr std::string_view kSettingsFile = "Quill.ini";
 inline constexpr std::string_view kNamesFile = "black.txt";
 inline constexpr std::string_view kTitleWordsFile = "black_title.txt";
 
@@ -29,11 +31,19 @@ class SettingsStore {
   // The typed fields from the map. A key that is absent leaves its field as it is; a value out of its row's
   // range becomes one inside it there, and stays as it is in the map.
   void Apply();
-  // "Quill.ini" and "black_title.txt". Nothing before Load. False when something did not reach the disk (what
-  // was set stays set); why stands in the files' problems.
+  // "Quill.ini" and "black_title.txt", and "black.txt" where it could not be written the last time. Nothing
+  // before Load. False when something did not reach the disk (what was set stays set); why stands in the
+  // files' problems.
   bool Save();
   // "black.txt"; after every edit of an entry. Nothing before Load.
   bool SaveNames();
+
+  // Takes in what other programs have written, without writing anything: before what is kept is shown for
+  // editing, and when the window comes to the front. As cheap as reading the files. Nothing before Load.
+  void Refresh();
+  // Grows whenever a save, a change or a refresh took in something that another program wrote; the typed
+  // fields are filled anew by then, and entries of the list that were found before are no longer valid.
+  std::size_t TakenInCount() const { return takenIn_; }
 
   // One value changed at run time: set, applied, saved.
   void Change(std::u16string_view section, std::u16string_view key, std::u16string_view value);
@@ -51,8 +61,15 @@ class SettingsStore {
   bool SaveMap();
   bool SaveTitleWords();
 
+  void TakeInMap();
+  void TakeInNames();
+  void TakeInTitleWords();
+
   DataFiles& files_;
-  bool ready_ = false;  // set once the first load has read what there is
+  bool ready_ = false;         // set once the first load has read what there is
+  bool namesAreOwed_ = false;  // the last write of "black.txt" failed
+  std::size_t takenIn_ = 0;
+  SettingsMap defaults_;
   SettingsMap map_;
   Settings fields_;
   NameList names_;

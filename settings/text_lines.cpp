@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <optional>
+
+#include "platform/utf8.h"
 
 namespace quillet {
 namespace {
@@ -17,61 +20,6 @@ bool IsLeadSurrogate(char16_t unit) {
 
 bool IsTrailSurrogate(char16_t unit) {
   return (unit & 0xFC00) == 0xDC00;
-}
-
-std::uint32_t ByteAt(std::string_view bytes, std::size_t at) {
-  return static_cast<unsigned char>(bytes[at]);
-}
-
-// The character that begins at `at` with a byte over 0x7F; its length in bytes, 0 when it is malformed,
-// overlong, a surrogate or out of range.
-std::size_t DecodeLong(std::string_view bytes, std::size_t at, std::uint32_t& character) {
-  struct Form {
-    std::uint32_t lead, mask, least;
-  };
-  constexpr Form kForms[] = {{0xC0, 0xE0, 0x80}, {0xE0, 0xF0, 0x800}, {0xF0, 0xF8, 0x10000}};
-  const std::uint32_t lead = ByteAt(bytes, at);
-  std::size_t length = 2;
-  for (const Form& form : kForms) {
-    if ((lead & form.mask) == form.lead) {
-      if (bytes.size() - at < length) return 0;
-      character = lead & ~form.mask;
-      for (std::size_t i = 1; i < length; ++i) {
-        const std::uint32_t next = ByteAt(bytes, at + i);
-        if ((next & 0xC0) != 0x80) return 0;
-        character = character << 6 | (next & 0x3F);
-      }
-      const bool isSurrogate = character >= 0xD800 && character <= 0xDFFF;
-      return character < form.least || character > 0x10FFFF || isSurrogate ? 0 : length;
-    }
-    ++length;
-  }
-  return 0;
-}
-
-// False when the bytes are no text.
-bool Decode(std::string_view bytes, std::u16string& text) {
-  text.clear();
-  for (std::size_t at = 0; at < bytes.size();) {
-    const std::uint32_t first = ByteAt(bytes, at);
-    if (first == 0) return false;
-    if (first < 0x80) {
-      text.push_back(static_cast<char16_t>(first));
-      ++at;
-      continue;
-    }
-    std::uint32_t character = 0;
-    const std::size_t length = DecodeLong(bytes, at, character);
-    if (length == 0) return false;
-    if (character >= 0x10000) {
-      text.push_back(static_cast<char16_t>(0xD800 + ((character - 0x10000) >> 10)));
-      text.push_back(static_cast<char16_t>(0xDC00 + (character & 0x3FF)));
-    } else {
-      text.push_back(static_cast<char16_t>(character));
-    }
-    at += length;
-  }
-  return true;
 }
 
 // As much of the beginning as `most` units hold, without half a pair at the end.
@@ -90,25 +38,6 @@ void AddPieces(std::u16string_view line, std::vector<std::u16string>& lines) {
   }
 }
 
-void AppendEncoded(std::uint32_t character, std::string& bytes) {
-  const auto add = [&bytes](std::uint32_t byte) { bytes.push_back(static_cast<char>(byte)); };
-  if (character < 0x80) {
-    add(character);
-  } else if (character < 0x800) {
-    add(0xC0 | character >> 6);
-    add(0x80 | (character & 0x3F));
-  } else if (character < 0x10000) {
-    add(0xE0 | character >> 12);
-    add(0x80 | (character >> 6 & 0x3F));
-    add(0x80 | (character & 0x3F));
-  } else {
-    add(0xF0 | character >> 18);
-    add(0x80 | (character >> 12 & 0x3F));
-    add(0x80 | (character >> 6 & 0x3F));
-    add(0x80 | (character & 0x3F));
-  }
-}
-
 bool IsControl(char16_t unit) {
   return unit < 0x20 || (unit >= 0x7F && unit < 0xA0);
 }
@@ -118,33 +47,26 @@ bool IsControl(char16_t unit) {
 TextLines ReadLines(std::string_view bytes) {
   TextLines result;
   if (bytes.starts_with(kByteOrderMark)) bytes.remove_prefix(kByteOrderMark.size());
-  std::u16string text;
   for (std::size_t number = 1; !bytes.empty(); ++number) {
-    const std::size_t end = std::min(bytes.find('\n'), bytes.size());
-    if (Decode(bytes.substr(0, end), text))
-      AddPieces(text, result.lines);
+    const std::string_view line = bytes.substr(0, bytes.find('\n'));
+    const bool holdsNul = line.find('\0') != std::string_view::npos;
+    if (const auto text = holdsNul ? std::nullopt : Utf16FromUtf8(line))
+      AddPieces(*text, result.lines);
     else if (result.firstBadLine == 0)
       result.firstBadLine = number;
-    bytes.remove_prefix(std::min(end + 1, bytes.size()));
+    bytes.remove_prefix(std::min(line.size() + 1, bytes.size()));
   }
   return result;
 }
 
 std::string EncodeText(std::u16string_view text, std::string_view lineEnd) {
+  const std::string encoded = Utf8FromUtf16(text);
   std::string bytes;
-  bytes.reserve(kByteOrderMark.size() + text.size() + text.size() / 2);
+  bytes.reserve(kByteOrderMark.size() + encoded.size());
   bytes = kByteOrderMark;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const char16_t unit = text[i];
-    if (unit == u'\n' && (i == 0 || text[i - 1] != u'\r')) {
-      bytes += lineEnd;
-    } else if (IsLeadSurrogate(unit) && i + 1 < text.size() && IsTrailSurrogate(text[i + 1])) {
-      ++i;
-      AppendEncoded(0x10000U + ((unit & 0x3FFU) << 10) + (text[i] & 0x3FFU), bytes);
-    } else {
-      const bool isUnpaired = IsLeadSurrogate(unit) || IsTrailSurrogate(unit);
-      AppendEncoded(isUnpaired ? kReplacement : unit, bytes);
-    }
+  for (std::size_t i = 0; i < encoded.size(); ++i) {
+    const bool endsLine = encoded[i] == '\n' && (i == 0 || encoded[i - 1] != '\r');
+    bytes += endsLine ? lineEnd : std::string_view(encoded).substr(i, 1);
   }
   return bytes;
 }

@@ -75,7 +75,7 @@ FileRegistry::Found FileRegistry::Read(RegistryValues& values) {
       readProblem_ = FileProblem{FileProblem::Kind::kUnreadable, file_, read.reason, 0, {}};
       return Found::kUnreadable;
     case FileBytes::State::kTooLarge:
-      readProblem_ = FileProblem{FileProblem::Kind::kTooLarge, file_, {}, 0, keptAs_};
+      readProblem_ = FileProblem{FileProblem::Kind::kTooLarge, file_, {}, 0, KeepAside(file_)};
       return Found::kDamaged;
     case FileBytes::State::kRead:
       break;
@@ -85,7 +85,7 @@ FileRegistry::Found FileRegistry::Read(RegistryValues& values) {
   RegistryText text = ParseRegistryText(read.bytes);
   values = std::move(text.values);
   if (text.IsWhole()) return Found::kWhole;
-  readProblem_ = FileProblem{FileProblem::Kind::kDamaged, file_, {}, text.firstBadLine, keptAs_};
+  readProblem_ = FileProblem{FileProblem::Kind::kDamaged, file_, {}, text.firstBadLine, KeepAside(file_)};
   return Found::kDamaged;
 }
 
@@ -99,19 +99,12 @@ bool FileRegistry::Write() {
 
   const std::string bytes = FormatRegistryText(values_);
   if (bytes.size() > kLargestFile) return NotWritten({});
-  if (found == Found::kDamaged && !KeepDamagedFile()) return NotWritten({});
+  if (found == Found::kDamaged && readProblem_->keptAs.empty()) return NotWritten({});
   if (found == Found::kNothing) {
     if (std::string reason = MakePrivateFile(file_); !reason.empty()) return NotWritten(std::move(reason));
   }
   if (std::string reason = ReplaceFile(file_, bytes); !reason.empty()) return NotWritten(std::move(reason));
-  keptAs_.clear();
   return true;
-}
-
-bool FileRegistry::KeepDamagedFile() {
-  if (keptAs_.empty()) keptAs_ = KeepAside(file_);
-  readProblem_->keptAs = keptAs_;
-  return !keptAs_.empty();
 }
 
 bool FileRegistry::NotWritten(std::string reason) {

@@ -15,7 +15,7 @@ namespace quillet {
 class FileRegistry : public Registry {
  public:
   // Reads the file. One that could not be opened is never written; then values live as long as the object.
-  // One that is damaged or too large is kept aside before it is first overwritten.
+  // One that is damaged or too large is kept aside at once, and not written where it cannot be.
   explicit FileRegistry(std::filesystem::path file);
 
   std::optional<std::u16string> Text(std::u16string_view path, std::u16string_view name) const override;
@@ -33,14 +33,12 @@ class FileRegistry : public Registry {
   bool Set(std::u16string_view path, std::u16string_view name, RegistryValues::Data data);
   Found Read(RegistryValues& values);
   bool Write();
-  bool KeepDamagedFile();
   bool NotWritten(std::string reason);
 
   std::filesystem::path file_;
   RegistryValues values_;
-  RegistryValues unwritten_;      // set here and not in the file yet
-  bool leftAlone_ = false;        // the file could not be opened
-  std::filesystem::path keptAs_;  // the copy of the damaged file that is still in its place
+  RegistryValues unwritten_;  // set here and not in the file yet
+  bool leftAlone_ = false;    // the file could not be opened
   std::optional<FileProblem> readProblem_;
   std::optional<FileProblem> writeProblem_;
 };

@@ -101,7 +101,7 @@ QWidget* OptionDisplayPanel::MakeFontBox() {
   box->completer()->setCompletionMode(QCompleter::PopupCompletion);
   box->completer()->setFilterMode(Qt::MatchContains);
   box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  controls_.GuardFromWheel(*box);
+  controls_.Guard(*box);
   return box;
 }
 

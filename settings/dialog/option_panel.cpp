@@ -46,6 +46,8 @@ QFormLayout* OptionPanelWidget::AddGroup(QBoxLayout& column, const QString& titl
 QFormLayout* OptionPanelWidget::AddGroup(QBoxLayout& column, const QString& title) {
   auto* group = new QGroupBox(title, this);
   auto* form = new QFormLayout(group);
+  // Whatever the style's own way is: combo boxes of one column are of one width.
+  form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
   column.addWidget(group);
   return form;
 }

@@ -136,13 +136,17 @@ bool CQuillOptionDlg::Complains(OptionPanelWidget& panel) {
 }
 
 void CQuillOptionDlg::StoreAll() {
+  DataFiles& files = store_.Files();
   const std::u16string namesBefore = store_.Names().AsText();
+  const bool usedDataFolder = files.UsesDataFolder();
   for (const OptionPanelWidget* panel : panels_)
     panel->Store(store_);
-  if (store_.Files().CanChooseFolder()) store_.Files().SetUsesDataFolder(useDataFolder_->isChecked());
+  if (files.CanChooseFolder()) files.SetUsesDataFolder(useDataFolder_->isChecked());
   store_.Apply();
   store_.Save();
-  if (store_.Names().AsText() != namesBefore) store_.SaveNames();
+  // In the other folder an older list may lie.
+  const bool hasMoved = files.UsesDataFolder() != usedDataFolder;
+  if (hasMoved || store_.Names().AsText() != namesBefore) store_.SaveNames();
 }
 
 }  // namespace quillet

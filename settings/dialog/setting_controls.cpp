@@ -8,6 +8,7 @@
 #include <QEvent>
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
@@ -20,16 +21,29 @@
 namespace quillet {
 namespace {
 
-// Keeps the wheel from changing a control that only happens to lie under the pointer while a panel scrolls.
-class WheelGuard : public QObject {
+// Leaves to the dialog what is not meant for the control: the wheel where the control only happens to lie
+// under the pointer while a panel scrolls, and Ctrl+Tab, which a combo box would look for among its choices.
+class ControlGuard : public QObject {
  public:
   using QObject::QObject;
 
   bool eventFilter(QObject* watched, QEvent* event) override {
     const auto* widget = qobject_cast<QWidget*>(watched);
-    if (event->type() != QEvent::Wheel || widget == nullptr || widget->hasFocus()) return false;
+    if (widget == nullptr || (!IsStrayWheel(*widget, *event) && !TurnsTabs(*event))) return false;
     event->ignore();
     return true;
+  }
+
+ private:
+  static bool IsStrayWheel(const QWidget& widget, const QEvent& event) {
+    return event.type() == QEvent::Wheel && !widget.hasFocus();
+  }
+
+  static bool TurnsTabs(const QEvent& event) {
+    if (event.type() != QEvent::KeyPress) return false;
+    const auto& press = static_cast<const QKeyEvent&>(event);
+    const bool isTab = press.key() == Qt::Key_Tab || press.key() == Qt::Key_Backtab;
+    return isTab && press.modifiers().testFlag(Qt::ControlModifier);
   }
 };
 
@@ -46,6 +60,7 @@ const SettingRow& RowOf(std::u16string_view key, std::u16string_view section) {
 QWidget* MakeComboBox(const SettingRow& row, QWidget& owner) {
   auto* box = new QComboBox(&owner);
   box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+  box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   for (const std::u16string_view choice : row.choices)
     box->addItem(Words(choice));
   return box;
@@ -141,7 +156,7 @@ std::u16string ValueOf(const SettingRow& row, QWidget* control) {
 }  // namespace
 
 SettingControls::SettingControls(OptionPanel panel, QWidget& owner)
-    : panel_(panel), owner_(owner), wheelGuard_(new WheelGuard(&owner)) {}
+    : panel_(panel), owner_(owner), guard_(new ControlGuard(&owner)) {}
 
 QWidget* SettingControls::Control(std::u16string_view key, std::u16string_view section) {
   const SettingRow& row = RowOf(key, section);
@@ -177,13 +192,13 @@ QWidget* SettingControls::Make(const SettingRow& row) {
     case OptionControl::kNone:
       qFatal("setting %s has no control", qPrintable(Words(row.key)));
   }
-  GuardFromWheel(*control);
+  Guard(*control);
   return control;
 }
 
-void SettingControls::GuardFromWheel(QWidget& control) {
+void SettingControls::Guard(QWidget& control) {
   control.setFocusPolicy(Qt::StrongFocus);
-  control.installEventFilter(wheelGuard_);
+  control.installEventFilter(guard_);
 }
 
 QString SettingControls::Label(std::u16string_view key, std::u16string_view section) {

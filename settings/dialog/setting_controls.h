@@ -33,9 +33,9 @@ class SettingControls {
   // Adds the row's control to the form: a check box alone, any other with its label before it.
   void AddRow(QFormLayout& form, std::u16string_view key, std::u16string_view section = u"Basic");
 
-  // Lets the wheel change `control` only while it has the keyboard; otherwise the panel scrolls. What this
-  // object makes is so already.
-  void GuardFromWheel(QWidget& control);
+  // Lets the wheel change `control` only while it has the keyboard, otherwise the panel scrolls; and never
+  // Ctrl+Tab, which turns the tabs. What this object makes is so already.
+  void Guard(QWidget& control);
 
   // The keys of the panel for which no control was made; empty on a complete panel.
   std::vector<QString> Missing() const;
@@ -55,7 +55,7 @@ class SettingControls {
 
   OptionPanel panel_;
   QWidget& owner_;
-  QObject* wheelGuard_;
+  QObject* guard_;
   std::vector<Entry> entries_;
 };
 

@@ -12,17 +12,6 @@ class ConnectionTest : public WindowTest {
   void Open(const QString& address) { doc->Open({.address = address, .name = {}, .makeTransport = {}}); }
 };
 
-TEST_F(ConnectionTest, BeforeAnythingTheWindowOffersToConnect) {
-  EXPECT_TRUE(PanelSays(u"尚未連線"_qs));
-  int asked = 0;
-  frame->disconnect(&View());
-  View().disconnect(frame.get());
-  QObject::connect(&View(), &CQuillView::CommandRequested,
-                   [&](KeyCommand command) { asked += command == KeyCommand::kConnect; });
-  Enter();
-  EXPECT_EQ(asked, 1);
-}
-
 TEST_F(ConnectionTest, ARefusedConnectionIsToldAndEnterTriesAgain) {
   std::uint16_t port = 0;
   {

@@ -5,6 +5,8 @@
 
 #include <QCoreApplication>
 
+#include "bbs/page_flags.h"
+
 namespace quillet {
 namespace {
 
@@ -18,9 +20,11 @@ class Receiver : public QObject {
   int wakes = 0;
 };
 
-bool PostScreen(MessageTarget& target, int row, ScreenReason reason = ScreenReason::kUpdated) {
+bool PostScreen(MessageTarget& target, int row, ScreenReason reason = ScreenReason::kUpdated,
+                std::uint32_t flags = 0) {
   auto screen = std::make_unique<ScreenSnapshot>();
   screen->cursorRow = row;
+  screen->pageFlags = flags;
   const bool taken = target.Post(kMessageScreen, static_cast<std::uintptr_t>(reason),
                                  reinterpret_cast<std::uintptr_t>(screen.get()));
   if (taken) screen.release();
@@ -64,6 +68,28 @@ TEST(MessageTargetTest, WithoutAReceiverMessagesAreRefusedAndLeftoversFreed) {
   }
   EXPECT_FALSE(PostScreen(target, 2));
   EXPECT_EQ(target.Take().screen, nullptr);
+}
+
+TEST(MessageTargetTest, APushPromptLiesOverTheArticleThatNobodyTookInBetween) {
+  MessageTarget target;
+  Receiver receiver;
+  target.Attach(&receiver);
+  const auto post = [&](std::uint32_t flags) {
+    ASSERT_TRUE(PostScreen(target, 0, ScreenReason::kUpdated, flags));
+  };
+  const auto isOver = [&] { return (target.Take().screen->pageFlags & PF_PUSH_OVER_READER) != 0; };
+  post(PF_PUSH_LINE);
+  EXPECT_FALSE(isOver()) << "over a list";
+  post(PF_READING);
+  post(PF_PUSH_LINE);
+  EXPECT_TRUE(isOver());
+  post(PF_PUSH_LINE | PF_PUSH_CONFIRM);
+  post(PF_PUSH_LINE);
+  EXPECT_TRUE(isOver()) << "as long as it lasts";
+  post(0);
+  post(PF_PUSH_LINE);
+  EXPECT_FALSE(isOver());
+  target.Detach();
 }
 
 TEST(MessageTargetTest, AReceiverMayGoWhileAnotherThreadPosts) {

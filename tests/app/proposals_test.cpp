@@ -20,24 +20,66 @@ TEST_F(ProposalsTest, TheAddressUsedLastWhereItCanBeConnectedTo) {
   EXPECT_EQ(ProposedAddress("", ""), "");
 }
 
+TEST_F(ProposalsTest, TheWaysToLogInAreTheBbssOwnButForTheSiteInUse) {
+  Endpoints endpoints;
+  endpoints.mainHost = "bbs.example";
+  endpoints.webSocketHost = "ws.bbs.example";
+  const auto addresses = [&](const QString& preferred) {
+    QStringList all;
+    for (const LoginSites::Way& way : ProposedLogin(preferred, endpoints).ways)
+      all << way.address;
+    return all;
+  };
+  const QStringList own = {"telnet://bbs.example", "ssh://bbs.example", "wss://ws.bbs.example/bbs"};
+  for (const char* unfit : {"", "gopher://x", "telnet://"})
+    EXPECT_EQ(addresses(unfit), own) << unfit;
+  EXPECT_EQ(addresses("other.example:2323"), (QStringList{"other.example:2323", own[1], own[2]}));
+  EXPECT_EQ(addresses("wss://w.example/bbs"), (QStringList{own[0], own[1], "wss://w.example/bbs"}));
+  for (const LoginSites::Way& way : ProposedLogin({}, {}).ways)
+    EXPECT_FALSE(way.possible);
+  // The way in use is proposed where it can be gone, by telnet otherwise.
+  for (const char* preferred : {"ssh://bbs.example", "wss://w.example/bbs", "telnet://x"}) {
+    const LoginSites sites = ProposedLogin(preferred, endpoints);
+    const TransportKind kind = ParseSiteAddress(preferred).address.kind;
+    EXPECT_EQ(sites.proposed, sites.Of(kind).possible ? kind : TransportKind::kTelnet) << preferred;
+  }
+}
+
+TEST_F(ProposalsTest, TheNamesOfOneSiteAreOneKey) {
+  Endpoints endpoints;
+  endpoints.mainHost = "bbs.example";
+  endpoints.webSocketHost = "ws.bbs.example";
+  const auto key = [&](const QString& address) { return SiteKey(address, endpoints); };
+  for (const char* own :
+       {"BBS.example", "ssh://bbs.example:22", "wss://ws.bbs.example/bbs", "wss://ws.bbs.example:443/bbs"})
+    EXPECT_EQ(key(own), key("telnet://bbs.example")) << own;
+  for (const char* other : {"bbs.example.evil", "evilbbs.example", "wss://evil/bbs.example", "127.0.0.1"})
+    EXPECT_NE(key(other), key("telnet://bbs.example")) << other;
+  EXPECT_EQ(key("telnet://other:23"), key("ssh://OTHER"));
+  EXPECT_EQ(key("gopher://bbs.example"), u"");
+  EXPECT_EQ(key(""), u"");
+  EXPECT_EQ(SiteKey("", {}), u"") << "an unnamed host is no site";
+}
+
 TEST_F(ProposalsTest, TheAuthorUnderTheListsCursorOrOfTheOpenArticle) {
   ScreenBuilder list;
-  list.Put(5, 0, u"    12 + 3 1/02 kitten       □ 標題").Put(6, 0, u"    13   1/02 -            □ (已刪除)");
-  list.Put(7, 0, u"    14     1/02 twelveletter □ 標題").Cursor(5, 1);
-  EXPECT_EQ(AuthorAtCursor(list.screen), u"") << "not known as a list";
+  list.Put(5, 17, u"kitten      ").Put(6, 17, u"-           ").Put(7, 17, u"twelveletter").Cursor(5, 1);
+  EXPECT_EQ(AuthorAtCursor(list.screen, {}), u"") << "not known as a list";
   list.screen.pageFlags = PF_ARTICLE_LIST_CURSOR;
-  list.Put(5, 17, u"kitten      ").Put(6, 17, u"-           ").Put(7, 17, u"twelveletter");
-  EXPECT_EQ(AuthorAtCursor(list.screen), u"kitten");
-  EXPECT_EQ(AuthorAtCursor(list.Cursor(6, 1).screen), u"");
-  EXPECT_EQ(AuthorAtCursor(list.Cursor(7, 1).screen), u"twelveletter");
-  EXPECT_EQ(AuthorAtCursor(list.Cursor(-3, 200).screen), u"");
+  EXPECT_EQ(AuthorAtCursor(list.screen, {}), u"kitten");
+  EXPECT_EQ(AuthorAtCursor(list.Cursor(6, 1).screen, {}), u"");
+  EXPECT_EQ(AuthorAtCursor(list.Cursor(7, 1).screen, {}), u"twelveletter");
+  EXPECT_EQ(AuthorAtCursor(list.Cursor(-3, 200).screen, {}), u"");
 
   ScreenBuilder article;
-  article.Put(0, 0, u" 作者  kitten (喵) 看板  Cats");
-  article.screen.pageFlags = PF_READING | PF_READ_TOP;
-  EXPECT_EQ(AuthorAtCursor(article.screen), u"kitten");
+  article.Put(0, 0, u"the text, far down");
   article.screen.pageFlags = PF_READING;
-  EXPECT_EQ(AuthorAtCursor(article.screen), u"") << "further down row 0 is text";
+  ArticleInfo open;
+  EXPECT_EQ(AuthorAtCursor(article.screen, open), u"");
+  open.author = u"kitten";
+  EXPECT_EQ(AuthorAtCursor(article.screen, open), u"kitten");
+  open.author = u"no id.";
+  EXPECT_EQ(AuthorAtCursor(article.screen, open), u"");
 }
 
 }  // namespace

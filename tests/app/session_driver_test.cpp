@@ -20,7 +20,8 @@ class SessionDriverTest : public WithTables {
 
   std::shared_ptr<Script> script = std::make_shared<Script>();
   TermSession session{SessionOptions{}};
-  SignalSettings settings;
+  bool flash = true;
+  SignalSettings settings{.flash = [this] { return flash; }, .playSound = true};
   RecordingSignaller signaller;
   std::int64_t now = 1000000;
   SessionDriver driver{session, settings, signaller, [this] { return now; }};
@@ -42,13 +43,14 @@ TEST_F(SessionDriverTest, ABellIsTheUsersOwnEchoForThreeSecondsAfterAKey) {
 }
 
 TEST_F(SessionDriverTest, SignalsFollowTheSettingsAtOnce) {
-  settings.flash = false;
+  flash = false;
   driver.OnBell(false);
   EXPECT_EQ(signaller.flashes, 0);
   EXPECT_EQ(signaller.beeps, 1);
   driver.Signal(SignalSound::kUpdated);
   EXPECT_EQ(signaller.sounds, 1);
-  settings = {.flash = true, .playSound = false};
+  flash = true;
+  settings.playSound = false;
   driver.Signal(SignalSound::kUpdated);
   EXPECT_EQ(signaller.flashes, 1);
   EXPECT_EQ(signaller.beeps + signaller.sounds, 2);

@@ -218,9 +218,15 @@ TEST_F(SettingsWindowTest, WhatCannotBeSavedIsToldAndHoldsUntilTheEnd) {
                             dialog.accept();
                           },
                           Accept});
-  EXPECT_TRUE(PanelSays(u"設定無法存檔"_qs));
   EXPECT_TRUE(PanelLines().contains("black.txt")) << PanelLines().toStdString();
   EXPECT_NE(doc->Store().Names().Find(u"reader"), nullptr);
+}
+
+TEST_F(SettingsWindowTest, AFullDiskOrAFileThatMayNotBeWrittenIsTold) {
+  std::filesystem::permissions(ProgramHome() / "Quill.ini", std::filesystem::perms::owner_read);
+  doc->Change(u"Basic", u"DarkColor", u"1");
+  EXPECT_TRUE(PanelSays(u"設定無法存檔"_qs));
+  EXPECT_TRUE(doc->Fields().darkColor);
 }
 
 TEST_F(SettingsWindowTest, ListsThatHoldSomethingAreNewsUntilTheUserTypes) {
@@ -232,10 +238,21 @@ TEST_F(SettingsWindowTest, ListsThatHoldSomethingAreNewsUntilTheUserTypes) {
   TypeText("a");
   EXPECT_EQ(doc->Driver().Status(), ConnectionStatus::kQuiet);
   EXPECT_EQ(frame->windowTitle(), "script - Quillet");
-  doc->Change(u"Basic", u"TrackArticle", u"0");
   Start();
   OpenScript();
+  EXPECT_EQ(doc->Driver().Status(), ConnectionStatus::kSomethingNew);
+  doc->Change(u"Basic", u"TrackArticle", u"0");
   EXPECT_EQ(doc->Driver().Status(), ConnectionStatus::kQuiet) << "the user does not follow them";
+}
+
+TEST_F(SettingsWindowTest, WhatAnotherWindowSavedIsTakenInWithTheKeyboard) {
+  ASSERT_TRUE(Until([&] { return frame->isActiveWindow(); }));
+  const std::string file = ReadFile(ProgramHome() / kSettingsFile);
+  WriteFile(std::string(kSettingsFile), file + "[Basic]\nDarkColor=1\n");
+  QEvent activated(QEvent::ActivationChange);
+  QCoreApplication::sendEvent(frame.get(), &activated);
+  EXPECT_TRUE(doc->Fields().darkColor);
+  EXPECT_TRUE(doc->Display().darkColor);
 }
 
 TEST_F(SettingsWindowTest, TheEmbeddedBrowserIsSetUpAndTheVersionNoted) {

@@ -71,8 +71,8 @@ TEST_F(ArticleInfoTest, AnArticleIsReadAtItsTopAndKeptOnItsPages) {
   EXPECT_TRUE(Show(TopPage()));
   EXPECT_TRUE(tracker_->IsOpen() && Info().IsArticle());
   EXPECT_EQ(Info().author, u"kagami");
-  EXPECT_EQ(Info().board, u"Gossiping");
-  EXPECT_EQ(Info().title, u"[問卦] 鏡子裡是誰");
+  EXPECT_EQ(Info().board, u"Astronomy");
+  EXPECT_EQ(Info().title, u"[問題] 鏡子裡是誰");
   EXPECT_GT(Info().postTime, 1793800000);
   EXPECT_EQ(Info().page, 1);
   EXPECT_EQ(Info().lastLine, 22);
@@ -93,11 +93,11 @@ TEST_F(ArticleInfoTest, AnArticleIsReadAtItsTopAndKeptOnItsPages) {
 
 TEST_F(ArticleInfoTest, AnotherArticleReplacesTheRecord) {
   struct Header {
-    std::u16string_view author = u"kagami (鏡)", board = u"Gossiping", title = u"[問卦] 鏡子裡是誰",
+    std::u16string_view author = u"kagami (鏡)", board = u"Astronomy", title = u"[問題] 鏡子裡是誰",
                         time = u"Fri Nov  6 06:04:05 2026";
   };
   for (const Header& header :
-       {Header{.author = u"tsukasa"}, Header{.board = u"Joke"}, Header{.title = u"Re: [問卦]"},
+       {Header{.author = u"tsukasa"}, Header{.board = u"Joke"}, Header{.title = u"Re: [問題]"},
         Header{.time = u"Fri Nov  6 06:04:06 2026"}, Header{.time = u"garbage"}}) {
     tracker_->Drop();
     Show(TopPage());
@@ -199,7 +199,7 @@ TEST_F(ArticleInfoTest, TheBoxOverTheReaderTellsTheCode) {
         .Cursor(23, 79)
         .screen;
   };
-  constexpr std::u16string_view kLine = u"│ 文章代碼(AID): #1abC-_9Z (Gossiping) [bbs.example] x";
+  constexpr std::u16string_view kLine = u"│ 文章代碼(AID): #1abC-_9Z (Astronomy) [bbs.example] x";
   EXPECT_FALSE(Show(box(List(), kLine)));  // of no open article
   Show(TopPage());
   EXPECT_TRUE(Show(box(TopPage(), kLine)));

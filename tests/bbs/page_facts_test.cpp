@@ -73,8 +73,8 @@ TEST_F(PageFactsTest, HeaderOfAnArticle) {
   const PageFacts facts;
   const ScreenSnapshot page = ArticleHeader();
   EXPECT_EQ(facts.ParseHeaderAuthor(page), u"kagami");
-  EXPECT_EQ(facts.ParseHeaderBoard(page), u"Gossiping");
-  EXPECT_EQ(facts.ParseHeaderTitle(page), u"[問卦] 鏡子裡是誰");
+  EXPECT_EQ(facts.ParseHeaderBoard(page), u"Astronomy");
+  EXPECT_EQ(facts.ParseHeaderTitle(page), u"[問題] 鏡子裡是誰");
   EXPECT_EQ(facts.ParseHeaderTime(page, kNow), Local(2026, 11, 6, 6, 4, 5));
   const ScreenSnapshot empty = ScreenBuilder().screen;
   EXPECT_EQ(facts.ParseHeaderAuthor(empty), u"");
@@ -145,6 +145,12 @@ TEST_F(PageFactsTest, BoardFieldEndsAtColumn76) {
   }
 }
 
+TEST_F(PageFactsTest, ANicknameCutThroughACharacterHidesNoBoard) {
+  ScreenSnapshot page = ArticleHeader();
+  page.text[0][kBoardLabelCol - 1] = 0xC3;  // a lead byte, and the label's first blank behind it
+  EXPECT_EQ(PageFacts().ParseHeaderBoard(page), u"Astronomy");
+}
+
 TEST_F(PageFactsTest, TimesThatThereAreNotAreUnknown) {
   const PageFacts facts;
   const auto timeOf = [&](std::u16string_view row) {
@@ -198,13 +204,13 @@ TEST_F(PageFactsTest, ListLine) {
 TEST_F(PageFactsTest, InformationBox) {
   const auto box = [](int row, std::u16string_view title) {
     return ScreenBuilder()
-        .Put(row, 0, u"│ 文章代碼(AID): #1abC-_9Z (Gossiping) [bbs.example] ")
+        .Put(row, 0, u"│ 文章代碼(AID): #1abC-_9Z (Astronomy) [bbs.example] ")
         .Put(row, 54, title)
         .screen;
   };
   for (const int row : {19, 20}) {
     EXPECT_EQ(PageFacts::ParseInfoBoxAid(box(row, u"x")), u"1abC-_9Z");
-    EXPECT_EQ(PageFacts::ParseInfoBoxBoard(box(row, u"x")), u"Gossiping");
+    EXPECT_EQ(PageFacts::ParseInfoBoxBoard(box(row, u"x")), u"Astronomy");
   }
   EXPECT_EQ(PageFacts::ParseInfoBoxAid(box(18, u"x")), u"");
   EXPECT_EQ(PageFacts::ParseInfoBoxTitle(box(21, u"x")), u"");
@@ -219,7 +225,7 @@ TEST_F(PageFactsTest, InformationBox) {
       {u"fw:x", u"轉 x"},
       {u"Hello", u"□ Hello"},
       {u"Re Hello", u"□ Re Hello"},
-      {u"Re: [問卦] 鏡子", u"R: [問卦] 鏡子"},
+      {u"Re: [問題] 鏡子", u"R: [問題] 鏡子"},
       {u"ABCDEFGHIJKLMNOPQRST?UV", u"□ ABCDEFGHIJKLMNOPQRST"},
       {u"ABCDEFGHIJKLMNOPQRSTUVW", u"□ ABCDEFGHIJKLMNOPQRSTU"},
       {u"", u""},

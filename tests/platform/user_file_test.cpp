@@ -135,19 +135,70 @@ TEST_F(UserFileTest, MovingNeverReplaces) {
   EXPECT_EQ(Names(to.parent_path()), std::vector<std::string>{"Quill.ini"});
 }
 
-TEST_F(UserFileTest, KeptAsideUnderANewNameEachTimeAndNoMoreThanNine) {
+TEST_F(UserFileTest, EachContentIsKeptAsideOnceAndNoMoreThanNine) {
   Put(file_, "strange");
-  EXPECT_EQ(KeepAside(file_), scratch_.Path() / "Quill.ini.unreadable");
+  const fs::path first = scratch_.Path() / "Quill.ini.unreadable";
+  EXPECT_EQ(KeepAside(file_), first);
+  EXPECT_EQ(KeepAside(file_), first);
   EXPECT_EQ(Content(file_), "strange");
-  Put(file_, "stranger");
-  for (int number = 2; number <= 9; ++number)
-    EXPECT_EQ(KeepAside(file_), scratch_.Path() / ("Quill.ini.unreadable-" + std::to_string(number)));
-  EXPECT_EQ(Content(scratch_.Path() / "Quill.ini.unreadable"), "strange");
-  EXPECT_EQ(Content(scratch_.Path() / "Quill.ini.unreadable-2"), "stranger");
+  for (int number = 2; number <= 9; ++number) {
+    const std::string end = std::to_string(number);
+    Put(file_, "stranger " + end);
+    const fs::path next = scratch_.Path() / ("Quill.ini.unreadable-" + end);
+    EXPECT_EQ(KeepAside(file_), next);
+    EXPECT_EQ(Content(next), "stranger " + end);
+  }
+  EXPECT_EQ(Content(first), "strange");
+  EXPECT_EQ(KeepAside(file_), scratch_.Path() / "Quill.ini.unreadable-9");
+  Put(file_, "one too many");
   EXPECT_TRUE(KeepAside(file_).empty());
   EXPECT_TRUE(KeepAside(scratch_.Path() / "missing").empty());
   EXPECT_TRUE(KeepAside(scratch_.Path()).empty()) << "a folder";
   EXPECT_EQ(Names(scratch_.Path()).size(), 10U);
+}
+
+TEST_F(UserFileTest, ALargeFileIsKeptAsideWithoutACopyOfItsContent) {
+  constexpr std::uintmax_t kHuge = std::uintmax_t{40} << 30;  // a hole: it takes no room
+  const fs::path real = scratch_.Path() / "real";
+  Put(real, "beginning");
+  fs::resize_file(real, kHuge);
+  std::error_code error;
+  fs::create_symlink(real, file_, error);
+  if (error) fs::rename(real, file_);
+  const fs::path kept = KeepAside(file_);
+  ASSERT_EQ(kept, scratch_.Path() / "Quill.ini.unreadable");
+  EXPECT_EQ(KeepAside(file_), kept);
+  EXPECT_EQ(ReplaceFile(file_, "new"), "");
+  EXPECT_EQ(Content(file_), "new");
+  EXPECT_EQ(fs::file_size(kept), kHuge);
+  char beginning[9] = {};
+  std::ifstream(kept, std::ios::binary).read(beginning, sizeof(beginning));
+  EXPECT_EQ(std::string_view(beginning, sizeof(beginning)), "beginning");
+
+  // Another one of its size.
+  fs::resize_file(file_, kHuge);
+  EXPECT_EQ(KeepAside(file_), scratch_.Path() / "Quill.ini.unreadable-2");
+}
+
+TEST_F(UserFileTest, AFileThatCannotBeLinkedIsCopiedUnlessItIsHuge) {
+  // A disk of its own on most systems.
+  const fs::path otherDisk = "/dev/shm";
+  std::error_code error;
+  if (!fs::is_directory(otherDisk, error)) GTEST_SKIP() << "one disk only";
+  const fs::path real = otherDisk / scratch_.Path().filename();
+  Put(real, "beginning");
+  fs::create_hard_link(real, scratch_.Path() / "probe", error);
+  if (error == std::errc::cross_device_link) {
+    fs::create_symlink(real, file_);
+    fs::resize_file(real, (17U << 20));
+    const fs::path kept = KeepAside(file_);
+    EXPECT_EQ(kept, scratch_.Path() / "Quill.ini.unreadable");
+    EXPECT_EQ(Content(kept), Content(real));
+    fs::resize_file(real, std::uintmax_t{2} << 30);
+    EXPECT_TRUE(KeepAside(file_).empty());
+    EXPECT_EQ(Names(scratch_.Path()), (std::vector<std::string>{"Quill.ini", "Quill.ini.unreadable"}));
+  }
+  fs::remove(real);
 }
 
 TEST_F(UserFileTest, AFolderIsWritableOrNot) {

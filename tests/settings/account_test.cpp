@@ -130,5 +130,11 @@ TEST_F(AccountStoreTest, ASealThatDoesNotOpenHereIsForgottenAndTheAccountKept) {
   EXPECT_EQ(Open().Account(), u"mossgrov");
 }
 
+TEST_F(AccountStoreTest, AMachineThatDoesNotTellItsTagNowForgetsNothing) {
+  Open().Remember(u"mossgrov", u"secret");
+  EXPECT_EQ(Open("").Password(), u"");
+  EXPECT_EQ(Open().Password(), u"secret");
+}
+
 }  // namespace
 }  // namespace quillet

@@ -84,6 +84,98 @@ TEST(DataFilesTest, DataFolderIsUsedWhereTheProgramsCannotBe) {
   EXPECT_TRUE(fs::exists(user.data / kName));
 }
 
+TEST(DataFilesTest, RunWithMoreRightsFindsTheFilesOfTheDataFolder) {
+  UserFolders user;
+  fs::remove(user.working);
+  EXPECT_TRUE(DataFiles(user.registry, user.Both()).Write(kName, u"mine\n"));
+  EXPECT_EQ(user.registry.Text(kRegistryPath, u"UseAppDataLocalPath"), u"1");
+  fs::create_directories(user.working);
+  DataFiles later(user.registry, user.Both());
+  EXPECT_TRUE(later.CanChooseFolder());
+  EXPECT_EQ(later.Read(kName).lines, Lines{u"mine"});
+  EXPECT_TRUE(fs::exists(user.data / kName));
+
+  // A choice stays the user's, wherever files can be made.
+  fs::remove_all(user.working);
+  later.SetUsesDataFolder(false);
+  EXPECT_TRUE(DataFiles(user.registry, user.Both()).UsesDataFolder());
+  EXPECT_EQ(user.registry.Text(kRegistryPath, u"UseAppDataLocalPath"), u"0");
+}
+
+class LostRegistry : public MemoryRegistry {
+ public:
+  explicit LostRegistry(fs::path keptAs) : keptAs_(std::move(keptAs)) {}
+  std::optional<FileProblem> Problem() const override {
+    return FileProblem{Kind::kDamaged, "registry", {}, 1, keptAs_};
+  }
+
+ private:
+  fs::path keptAs_;
+};
+
+TEST(DataFilesTest, LostRegistryMovesNoFile) {
+  const struct {
+    bool inWorking, inData, usesData;
+  } cases[] = {{false, false, false}, {true, false, false}, {false, true, true}, {true, true, false}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.inWorking << c.inData);
+    UserFolders user;
+    fs::create_directories(user.data);
+    if (c.inWorking) PutFile(user.working / kName, "working\n");
+    if (c.inData) PutFile(user.data / kName, "data\n");
+    PutFile(user.working / "inWorking", "old\n");
+    PutFile(user.data / "inData", "old\n");
+    LostRegistry registry{{}};
+    DataFiles files(registry, user.Both());
+    EXPECT_EQ(files.UsesDataFolder(), c.usesData);
+    EXPECT_FALSE(registry.Text(kRegistryPath, u"UseAppDataLocalPath").has_value());
+    // As the options dialog does when nobody touched its box.
+    files.SetUsesDataFolder(c.usesData);
+    for (const auto& [name, folder] :
+         {std::pair("inWorking", user.working), std::pair("inData", user.data)}) {
+      EXPECT_EQ(files.Read(name).lines, Lines{u"old"});
+      EXPECT_TRUE(files.Write(name, u"new\n"));
+      EXPECT_EQ(FileAt(folder / name), EncodeText(u"new\n", kLineEnd));
+    }
+    EXPECT_TRUE(files.Write("fresh", u"a\n"));
+    EXPECT_TRUE(fs::exists((c.usesData ? user.data : user.working) / "fresh"));
+    EXPECT_FALSE(fs::exists(user.data / "inWorking") || fs::exists(user.working / "inData"));
+
+    files.SetUsesDataFolder(!c.usesData);
+    EXPECT_EQ(files.Locate("fresh"), (c.usesData ? user.working : user.data) / "fresh")
+        << "now it was chosen";
+    EXPECT_TRUE(fs::exists(files.Locate("fresh")));
+  }
+}
+
+TEST(DataFilesTest, GuessedFolderIsRecordedOnlyWhereTheLostRegistryWasKeptAside) {
+  for (const bool isKept : {false, true}) {
+    UserFolders user;
+    fs::create_directories(user.data);
+    PutFile(user.data / kName, "data\n");
+    LostRegistry registry(isKept ? "registry.unreadable" : "");
+    EXPECT_TRUE(DataFiles(registry, user.Both()).UsesDataFolder());
+    EXPECT_EQ(registry.Text(kRegistryPath, u"UseAppDataLocalPath").has_value(), isKept);
+  }
+}
+
+TEST(DataFilesTest, LostRegistryAndClosedProgramFolderLeaveTheFileWhereItIs) {
+  UserFolders user;
+  PutFile(user.working / kName, "old\n");
+  fs::permissions(user.working, fs::perms::owner_read | fs::perms::owner_exec);
+  LostRegistry registry{{}};
+  DataFiles files(registry, user.Both());
+  if (!files.CanChooseFolder()) {
+    EXPECT_EQ(files.Locate(kName), user.working / kName);
+    EXPECT_EQ(files.Read(kName).lines, Lines{u"old"});
+    EXPECT_FALSE(fs::exists(user.data / kName));
+    EXPECT_TRUE(files.Write(kName, u"new\n"));
+    EXPECT_EQ(files.Read(kName).lines, Lines{u"new"});
+    EXPECT_EQ(FileAt(user.working / kName), "old\n");
+  }
+  fs::permissions(user.working, fs::perms::owner_all);
+}
+
 TEST(DataFilesTest, FileThatCannotBeMovedIsReadWhereItIs) {
   UserFolders user;
   PutFile(user.working / kName, "kept\n");
@@ -207,6 +299,16 @@ TEST(DataFilesTest, RefusedWriteIsToldUntilOneSucceeds) {
   fs::permissions(user.working / kName, fs::perms::owner_write, fs::perm_options::add);
   EXPECT_TRUE(files.Write(kName, u"new\n"));
   EXPECT_TRUE(files.Problems().empty());
+}
+
+TEST(DataFilesTest, DataFolderRemovedMeanwhileIsMadeAgain) {
+  UserFolders user;
+  DataFiles files(user.registry, user.Both());
+  files.SetUsesDataFolder(true);
+  EXPECT_TRUE(files.Write(kName, u"a\n"));
+  fs::remove_all(user.data);
+  EXPECT_TRUE(files.Write(kName, u"b\n"));
+  EXPECT_EQ(FileAt(user.data / kName), EncodeText(u"b\n", kLineEnd));
 }
 
 TEST(DataFilesTest, SameTextIsNotWrittenAgain) {

@@ -128,7 +128,7 @@ TEST_F(SettingsStoreTest, OldListsStayUntilTheirFileCanBeWritten) {
   fs::create_directories(At(kNamesFile));
   Start();
   EXPECT_EQ(EntryOf(u"flag"), u"=B3:red");
-  EXPECT_TRUE(store_->Save());
+  EXPECT_FALSE(store_->Save());
   EXPECT_EQ(OnDisk().Text(u"Black", u"flag"), u"3:red");
   EXPECT_EQ(OnDisk().All().at(u"White").size(), 2U);
   fs::remove(At(kNamesFile));
@@ -150,6 +150,19 @@ TEST_F(SettingsStoreTest, RemovedOldEntryDoesNotReturn) {
   Start();
   EXPECT_EQ(EntryOf(u"flag"), u"none");
   EXPECT_EQ(EntryOf(u"marked"), u"=W1:y");
+}
+
+TEST_F(SettingsStoreTest, NamesThatCouldNotBeWrittenAreCaughtUpByTheNextSave) {
+  Put(kNamesFile, "old\n");
+  Start();
+  fs::permissions(At(kNamesFile), fs::perms::owner_read);
+  store_->Names().Set(u"new", ListEntry{});
+  EXPECT_FALSE(store_->SaveNames());
+  EXPECT_FALSE(store_->Save());
+  EXPECT_EQ(LinesOf(kNamesFile), Words{u"old"});
+  fs::permissions(At(kNamesFile), fs::perms::owner_write, fs::perm_options::add);
+  EXPECT_TRUE(store_->Save());
+  EXPECT_EQ(LinesOf(kNamesFile), (Words{u"old", u"new"}));
 }
 
 TEST_F(SettingsStoreTest, EndBetweenTheTwoFilesOfAConversionLosesNothing) {

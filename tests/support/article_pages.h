@@ -15,8 +15,8 @@ inline ScreenBuilder& PutBoardLabel(ScreenBuilder& builder, int col) {
 
 // The four rows over an article.
 inline ScreenSnapshot ArticleHeader(std::u16string_view author = u"kagami (鏡)",
-                                    std::u16string_view board = u"Gossiping",
-                                    std::u16string_view title = u"[問卦] 鏡子裡是誰",
+                                    std::u16string_view board = u"Astronomy",
+                                    std::u16string_view title = u"[問題] 鏡子裡是誰",
                                     std::u16string_view time = u"Fri Nov  6 06:04:05 2026") {
   ScreenBuilder builder;
   const std::u16string_view labels[] = {u" 作者 ", u" 標題 ", u" 時間 "};

@@ -10,6 +10,7 @@
 #include "app/toolkit.h"
 
 #include "tools/screenshots/dialogs.h"
+#include "tools/screenshots/login_pictures.h"
 
 namespace {
 
@@ -40,7 +41,7 @@ int MakePart(int argc, char** argv) {
   const QString folder = QApplication::arguments().last();
   if (part != kDialogs) return Walk(toolkit, folder, part == kHighDensity);
   quillet::PrepareToolkit();
-  if (quillet::SaveDialogPictures(folder)) return 0;
+  if (quillet::SaveDialogPictures(folder) && quillet::SaveLoginPictures(folder)) return 0;
   std::fputs(qPrintable(QStringLiteral("No picture can be written in \"%1\".\n").arg(folder)), stderr);
   return 1;
 }

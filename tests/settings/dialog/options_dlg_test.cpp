@@ -105,7 +105,8 @@ class OptionsDlgTest : public testing::Test, public LoadedStore {
   }
   std::string SettingsFile() { return FileAt(files.Locate(kSettingsFile)); }
   void PressFocused(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    QKeyEvent press(QEvent::KeyPress, key, modifiers);
+    const QString text = key == Qt::Key_Tab ? u"\t"_qs : QString();
+    QKeyEvent press(QEvent::KeyPress, key, modifiers, text);
     QApplication::sendEvent(dialog_->focusWidget(), &press);
   }
 
@@ -227,6 +228,19 @@ TEST_F(OptionsDlgTest, FolderChoiceMovesTheFile) {
   EXPECT_TRUE(std::filesystem::exists(files.Locate(kSettingsFile)));
 }
 
+TEST_F(OptionsDlgTest, AnOlderListInTheChosenFolderDoesNotComeBack) {
+  store.Names().Set(u"newer", ListEntry{});
+  store.SaveNames();
+  PutFile(Both().data / kNamesFile, "older\n");
+  Open();
+  Named<QCheckBox>("UseAppDataLocalPath").click();
+  dialog_->accept();
+  SettingsStore next(files, "bbs.example.org");
+  next.Load();
+  EXPECT_NE(next.Names().Find(u"newer"), nullptr);
+  EXPECT_EQ(next.Names().Find(u"older"), nullptr);
+}
+
 TEST_F(OptionsDlgTest, FolderCannotBeChosenWhereTheProgramsIsClosed) {
   // A file in the place of the folder refuses even a privileged user.
   const auto closed = Both().working / "no folder";
@@ -240,7 +254,7 @@ TEST_F(OptionsDlgTest, FolderCannotBeChosenWhereTheProgramsIsClosed) {
   EXPECT_TRUE(choice->isChecked());
   EXPECT_TRUE(choice->toolTip().contains(u"無法寫入"));
   dialog.accept();
-  EXPECT_FALSE(registry.Text(kRegistryPath, u"UseAppDataLocalPath").has_value());
+  EXPECT_EQ(registry.Text(kRegistryPath, u"UseAppDataLocalPath"), u"1");
 }
 
 TEST_F(OptionsDlgTest, WorksByKeyboardAlone) {

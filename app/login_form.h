@@ -1,0 +1,106 @@
+// The login form over the middle of the terminal: a part of the view, not a window of its own. Shows what it
+// is filled with and says what the user wants; keeps nothing once it is gone. User-interface thread.
+#pragma once
+
+#include <vector>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QWidget>
+
+#include "app/session_words.h"
+#include "app/site_choice.h"
+
+namespace quillet {
+
+// What stands in the form, when it opens and when it is sent off.
+struct LoginEntry {
+  TransportKind kind = TransportKind::kTelnet;
+  QString account;
+  QString password;
+  bool rememberAccount = false;
+  bool rememberPassword = false;  // never without the account
+  bool kickOthers = false;
+};
+
+class LoginForm : public QWidget {
+  Q_OBJECT
+
+ public:
+  struct Contents {
+    LoginSites sites;
+    // The name to show instead of an address; empty: the address itself.
+    QString siteName;
+    QString namedAddress;
+    LoginEntry entry;
+    LoginComplaint complaint;
+  };
+  LoginForm(const Contents& contents, QWidget* parent);
+
+  // Lays itself over the middle of its parent; `unit` is the height of the terminal's rows there, in widget
+  // units.
+  void Place(double unit);
+  void Complain(const LoginComplaint& complaint);
+  // A password that the user has not typed himself; it is never shown in clear.
+  void ProposePassword(const QString& password);
+  // The user has changed what was proposed.
+  bool PasswordTouched() const { return passwordTouched_; }
+  void RememberPassword(bool on) { rememberPassword_->setChecked(on); }
+
+  LoginEntry Entry() const;
+  const QString& Address() const;
+  // The field that has the keyboard, or will have it.
+  QWidget* FirstField() const;
+
+ signals:
+  void LoginRequested();
+  void ConnectRequested();  // without a login
+  void AddressRequested();
+  void DemoRequested();
+  void Dismissed();
+  // Which site or account it is about to be has changed.
+  void AimChanged();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
+
+ private:
+  void MakeControls(const Contents& contents);
+  void FillTransports();
+  void Arrange();
+  void Connect();
+  void ShowSite();
+  void Submit();
+  void SetPasswordShown(bool shown);
+
+  LoginSites sites_;
+  QString siteName_;
+  QString namedAddress_;
+  bool passwordTouched_ = false;
+  double unit_ = 0;
+  double accentHeight_ = 0;
+
+  QLabel* title_;
+  QLabel* site_;
+  QLabel* complaint_;
+  QLabel* detail_;
+  QComboBox* transport_;
+  QLineEdit* account_;
+  QLineEdit* password_;
+  QPushButton* showPassword_;
+  QCheckBox* rememberAccount_;
+  QCheckBox* rememberPassword_;
+  QCheckBox* kickOthers_;
+  QPushButton* logIn_;
+  QPushButton* connect_;
+  QPushButton* address_;
+  QPushButton* demo_;
+  std::vector<QWidget*> tabOrder_;
+};
+
+}  // namespace quillet

@@ -1,0 +1,469 @@
+// Logging in through the form, as a user does with the keyboard, at the demo BBS and at servers that fail.
+#include <QCheckBox>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QStandardItemModel>
+
+#include "demo/demo_server.h"
+#include "input/screen_text.h"
+#include "settings/data_files.h"
+#include "tests/app/dialog_answers.h"
+#include "tests/app/window_fixture.h"
+#include "tests/support/loopback_server.h"
+
+namespace quillet {
+namespace {
+
+constexpr const char* kIdPrompt = "\x1b[21;1H";
+constexpr char16_t kIdQuestion[] = u"請輸入代號，或以 guest 參觀，或以 new 註冊: ";
+
+class LoginTest : public WindowTest {
+ protected:
+  void TearDown() override {
+    frame.reset();
+    doc.reset();
+  }
+
+  void StartDemo() {
+    DemoOptions options;
+    options.contentFolder = QUILLET_SOURCE_DIR "/tests/demo/data";
+    demo = std::make_unique<DemoServer>(options);
+    ASSERT_EQ(demo->Error(), "");
+    UseSite(demo->Address());
+  }
+  void UseSite(const std::string& address) {
+    doc->Change(u"Basic", u"Site", QString::fromStdString(address).toStdU16String());
+  }
+
+  LoginForm* Form() { return View().Login().Form(); }
+  template <typename Control>
+  Control& Field(const QString& name) {
+    return Find<Control>(*Form(), name);
+  }
+  QString Text(const QString& field) { return Field<QLineEdit>(field).text(); }
+  QString Complaint() { return Form() == nullptr ? QString() : Field<QLabel>("complaint").text(); }
+  void Tab() { Press(Qt::Key_Tab, "\t"); }
+  void Fill(const QString& account, const QString& password) {
+    View().AskLogin();
+    Field<QLineEdit>("account").setFocus();
+    Field<QLineEdit>("account").selectAll();
+    TypeText(account);
+    Tab();
+    TypeText(password);
+  }
+  void LogIn(const QString& account, const QString& password) {
+    Fill(account, password);
+    Enter();
+  }
+  bool Shows(const QString& text) {
+    return Until([&] { return QString::fromStdU16String(ScreenAsText(View().Screen())).contains(text); });
+  }
+  bool IsBack() {
+    return Until([&] { return Form() != nullptr && doc->CurrentActivity() == Activity::kNone; });
+  }
+  bool IsIn() {
+    return Until([&] { return !doc->LoginId().empty(); }) && Shows(u"【主功能表】"_qs);
+  }
+
+  std::unique_ptr<DemoServer> demo;
+};
+
+TEST_F(LoginTest, ByTheKeyboardAloneTheReaderGetsToTheMenu) {
+  StartDemo();
+  View().AskLogin();
+  EXPECT_EQ(Text("account"), "");
+  TypeText("alice");
+  Tab();
+  TypeText("wonder");
+  EXPECT_EQ(Field<QLineEdit>("password").echoMode(), QLineEdit::Password);
+  Enter();
+  ASSERT_TRUE(IsIn()) << PanelLines().toStdString();
+  EXPECT_EQ(Form(), nullptr);
+  EXPECT_EQ(frame->focusWidget(), &View());
+  EXPECT_TRUE(frame->windowTitle().contains(u"（alice）"_qs)) << frame->windowTitle().toStdString();
+  EXPECT_FALSE(frame->windowTitle().contains("wonder"));
+  EXPECT_EQ(doc->Account().Account(), u"") << "nothing was to be remembered";
+  doc->Change(u"Basic", u"TitleShowID", u"0");
+  EXPECT_FALSE(frame->windowTitle().contains("alice"));
+  doc->Change(u"Basic", u"TitleShowID", u"1");
+  doc->Change(u"Basic", u"Work", u"1");
+  EXPECT_FALSE(frame->windowTitle().contains("alice"));
+}
+
+TEST_F(LoginTest, AnotherLoginOfTheAccountStaysOrGoesAsTheSwitchSays) {
+  StartDemo();
+  ScratchFolder otherHome;
+  MemoryRegistry otherRegistry;
+  for (const bool kick : {false, true}) {
+    CQuillDoc other({.endpoints = endpoints,
+                     .signaller = signaller,
+                     .registry = otherRegistry,
+                     .folders = {.working = otherHome.Path(), .data = otherHome.Path() / "data"}});
+    other.LogIn({.address = QString::fromStdString(demo->Address()), .name = {}},
+                MakeLoginOrder({.account = u"alice", .password = u"wonder"}));
+    ASSERT_TRUE(Until([&] { return other.LoginId() == u"alice"; }));
+    Fill("alice", "wonder");
+    Field<QCheckBox>("kickOthers").setChecked(kick);
+    Enter();
+    ASSERT_TRUE(IsIn());
+    EXPECT_EQ(doc->Fields().kickOthers, kick);
+    if (kick)
+      EXPECT_TRUE(Until([&] { return !other.IsConnected(); }));
+    else
+      EXPECT_TRUE(other.IsConnected());
+    doc->Disconnect();
+  }
+}
+
+TEST_F(LoginTest, ARefusalBringsTheFormBackWithTheReason) {
+  StartDemo();
+  LogIn("alice", "wrong");
+  ASSERT_TRUE(IsBack());
+  EXPECT_TRUE(Complaint().contains(u"不接受"_qs)) << Complaint().toStdString();
+  EXPECT_TRUE(Field<QLabel>("detail").text().contains(u"密碼不對"_qs));
+  EXPECT_EQ(Text("account"), "alice");
+  EXPECT_EQ(Text("password"), "");
+  EXPECT_EQ(frame->focusWidget(), &Field<QLineEdit>("password"));
+  EXPECT_FALSE(frame->windowTitle().contains("alice"));
+
+  LogIn("nobody", "x");
+  ASSERT_TRUE(IsBack());
+  EXPECT_TRUE(Field<QLabel>("detail").text().contains(u"這裡沒有"_qs))
+      << Field<QLabel>("detail").text().toStdString();
+
+  LogIn("alice", "wonder");
+  EXPECT_TRUE(IsIn());
+}
+
+TEST_F(LoginTest, WhatIsRememberedFillsTheFormAfterARestart) {
+  StartDemo();
+  Fill("keeper", "k-1");
+  Field<QCheckBox>("rememberPassword").setChecked(true);
+  EXPECT_TRUE(Field<QCheckBox>("rememberAccount").isChecked());
+  Enter();
+  ASSERT_TRUE(IsIn());
+
+  Start();
+  View().AskLogin();
+  EXPECT_EQ(Text("account"), "keeper");
+  EXPECT_EQ(Text("password"), "k-1");
+  EXPECT_FALSE(Field<QPushButton>("showPassword").isEnabled()) << "who sits here need not be who typed it";
+  Enter();
+  ASSERT_TRUE(IsIn());
+
+  // The account's password is nobody else's, and no other site's.
+  View().AskLogin();
+  Field<QLineEdit>("account").setFocus();
+  TypeText("x");
+  EXPECT_EQ(Text("password"), "");
+  Escape();
+  ASSERT_TRUE(Until([&] { return Form() == nullptr; }));
+  doc->Disconnect();
+  UseSite("telnet://elsewhere.example");
+  View().AskLogin();
+  EXPECT_EQ(Text("account"), "keeper");
+  EXPECT_EQ(Text("password"), "");
+  Escape();
+  ASSERT_TRUE(Until([&] { return Form() == nullptr; }));
+  UseSite(demo->Address());
+  View().AskLogin();
+  EXPECT_EQ(Text("password"), "k-1");
+  Field<QCheckBox>("rememberAccount").setChecked(false);
+  EXPECT_FALSE(Field<QCheckBox>("rememberPassword").isChecked());
+  Enter();
+  ASSERT_TRUE(IsIn());
+  Start();
+  View().AskLogin();
+  EXPECT_EQ(Text("account"), "");
+  EXPECT_EQ(Text("password"), "");
+}
+
+TEST_F(LoginTest, AnAccountOfAnOlderVersionBelongsToTheSiteThatWasSetUp) {
+  UseSite("telnet://old.example");
+  doc->Account().Remember(u"keeper", u"k-1");
+  Start();
+  UseSite("telnet://127.0.0.1");
+  View().AskLogin();
+  EXPECT_EQ(Text("account"), "keeper");
+  EXPECT_EQ(Text("password"), "") << "the site was changed since";
+  Escape();
+  ASSERT_TRUE(Until([&] { return Form() == nullptr; }));
+  UseSite("telnet://old.example:2323");
+  View().AskLogin();
+  EXPECT_EQ(Text("password"), "k-1");
+}
+
+TEST_F(LoginTest, AWrongOrUnsealablePasswordIsNotRemembered) {
+  StartDemo();
+  Fill("alice", "ten letters");
+  Field<QCheckBox>("rememberPassword").setChecked(true);
+  Enter();
+  ASSERT_TRUE(Until([&] { return !Complaint().isEmpty(); }));
+  EXPECT_TRUE(Complaint().contains(u"不能記住"_qs));
+  EXPECT_FALSE(Field<QCheckBox>("rememberPassword").isChecked());
+  EXPECT_EQ(doc->Session().state, kStateIdle) << "the user decides first";
+  Enter();
+  ASSERT_TRUE(Until([&] { return Complaint().contains(u"不接受"_qs); }));
+
+  Fill("alice", "wrong");
+  Field<QCheckBox>("rememberPassword").setChecked(true);
+  Enter();
+  ASSERT_TRUE(Until([&] { return Form() == nullptr; }));
+  ASSERT_TRUE(IsBack());
+  Start();
+  View().AskLogin();
+  EXPECT_EQ(Text("account"), "alice");
+  EXPECT_EQ(Text("password"), "");
+}
+
+TEST_F(LoginTest, AServerThatGoesInMidDialogueBringsTheFormBack) {
+  LoopbackServer server([](Socket& client, const StopSignal& stop) {
+    SendText(client, kIdPrompt + ToBig5(kIdQuestion), stop);
+    std::string typed;
+    while (typed.find("alice\r") == std::string::npos && !stop.IsSet()) {
+      const std::size_t before = typed.size();
+      ReceiveText(client, typed, before + 1, stop);
+      if (typed.size() == before) return;
+    }
+  });
+  UseSite(server.SiteAddress());
+  LogIn("alice", "wonder");
+  ASSERT_TRUE(IsBack());
+  EXPECT_TRUE(Complaint().contains(u"登入還沒完成"_qs)) << Complaint().toStdString();
+  EXPECT_EQ(Text("password"), "wonder") << "there was nothing wrong with it";
+}
+
+TEST_F(LoginTest, ASiteThatCannotBeReachedIsToldOnTheForm) {
+  std::uint16_t port = 0;
+  {
+    Listener listener;
+    ASSERT_TRUE(listener.Open(ResolvedAddress::Family::kIpv4, 0));
+    port = listener.Port();
+  }
+  UseSite("telnet://127.0.0.1:" + std::to_string(port));
+  LogIn("alice", "wonder");
+  ASSERT_TRUE(IsBack());
+  EXPECT_TRUE(Complaint().contains(u"連不上站台"_qs)) << Complaint().toStdString();
+  EXPECT_TRUE(Form()->isVisible());
+}
+
+// Keeps the connection, shows what it is told to, and notes what is typed.
+class QuietServer {
+ public:
+  QString Typed() {
+    const std::lock_guard guard(lock_);
+    return QString::fromStdString(typed_).remove("\x1b[3~");
+  }
+  void ShowPrompt() { show_.Set(); }
+  std::string Address() const { return server_.SiteAddress(); }
+
+ private:
+  void Serve(Socket& client, const StopSignal& stop) {
+    bool shown = false;
+    std::thread shower([&] {
+      while (!show_.WaitFor(10))
+        if (stop.IsSet() || gone_) return;
+      shown = SendText(client, kIdPrompt + ToBig5(kIdQuestion), stop);
+    });
+    std::string chunk;
+    do {
+      chunk.clear();
+      ReceiveText(client, chunk, 1, stop);
+      const std::lock_guard guard(lock_);
+      typed_ += chunk;
+    } while (!chunk.empty());
+    gone_ = true;
+    shower.join();
+  }
+
+  StopSignal show_;
+  std::atomic<bool> gone_{false};
+  std::mutex lock_;
+  std::string typed_;
+  LoopbackServer server_{[this](Socket& client, const StopSignal& stop) { Serve(client, stop); }};
+};
+
+TEST_F(LoginTest, TypingOrEscTakesOver) {
+  QuietServer server;
+  UseSite(server.Address());
+  LogIn("alice", "wonder");
+  ASSERT_TRUE(Until([&] { return doc->CurrentActivity() == Activity::kLogin; }));
+  EXPECT_TRUE(Until([&] { return View().Badge().IsShown(); }));
+  TypeText("x");
+  EXPECT_EQ(doc->CurrentActivity(), Activity::kNone);
+  EXPECT_TRUE(Until([&] { return !View().Badge().IsShown(); }));
+  EXPECT_TRUE(Until([&] { return server.Typed() == "x"; }));
+  server.ShowPrompt();
+  ASSERT_TRUE(Shows(u"請輸入代號"_qs));
+  TypeText("y");
+  ASSERT_TRUE(Until([&] { return server.Typed().size() >= 2; }));
+  EXPECT_EQ(server.Typed(), "xy") << "nobody types but the user";
+  EXPECT_EQ(Form(), nullptr);
+  EXPECT_TRUE(doc->IsConnected());
+}
+
+TEST_F(LoginTest, EscStopsTheLoginAndIsNotTyped) {
+  QuietServer server;
+  UseSite(server.Address());
+  LogIn("alice", "wonder");
+  ASSERT_TRUE(Until([&] { return doc->CurrentActivity() == Activity::kLogin; }));
+  Escape();
+  EXPECT_EQ(doc->CurrentActivity(), Activity::kNone);
+  TypeText("x");
+  ASSERT_TRUE(Until([&] { return !server.Typed().isEmpty(); }));
+  EXPECT_EQ(server.Typed(), "x");
+}
+
+TEST_F(LoginTest, ClosingTheWindowDuringALoginIsQuick) {
+  QuietServer server;
+  UseSite(server.Address());
+  LogIn("alice", "wonder");
+  ASSERT_TRUE(Until([&] { return doc->CurrentActivity() == Activity::kLogin; }));
+  QElapsedTimer sinceClose;
+  sinceClose.start();
+  frame->close();
+  frame.reset();
+  doc.reset();
+  EXPECT_LT(sinceClose.elapsed(), 2000);
+}
+
+TEST_F(LoginTest, ASiteThatTakesNothingHoldsUpNeitherTheUserNorTheClosing) {
+  script->StallWrites();
+  doc->LogIn({.address = "script",
+              .name = {},
+              .makeTransport = [this] { return std::make_unique<ScriptedTransport>(script); }},
+             MakeLoginOrder({.account = u"alice", .password = u"wonder"}));
+  script->Deliver(kIdPrompt + ToBig5(kIdQuestion));
+  ASSERT_TRUE(Shows(u"請輸入代號"_qs));
+  // The worker waits for its first answer to leave before it gives the second one.
+  script->Deliver("\x1b[22;1H" + ToBig5(u"請輸入您的密碼: "));
+  ASSERT_TRUE(Shows(u"請輸入您的密碼"_qs));
+  QElapsedTimer sinceKey;
+  sinceKey.start();
+  TypeText("x");
+  EXPECT_LT(sinceKey.elapsed(), 2000);
+  EXPECT_EQ(doc->CurrentActivity(), Activity::kNone);
+  frame->close();
+  frame.reset();
+  doc.reset();
+  EXPECT_LT(sinceKey.elapsed(), 2000);
+}
+
+TEST_F(LoginTest, AnotherConnectionDuringALoginTakesItsPlace) {
+  QuietServer server;
+  UseSite(server.Address());
+  LogIn("alice", "wonder");
+  ASSERT_TRUE(Until([&] { return doc->CurrentActivity() == Activity::kLogin; }));
+  OpenScript();
+  EXPECT_TRUE(doc->IsConnected());
+  EXPECT_EQ(doc->CurrentActivity(), Activity::kNone);
+  script->Deliver(kIdPrompt + ToBig5(kIdQuestion));
+  ASSERT_TRUE(Shows(u"請輸入代號"_qs));
+  TypeText("z");
+  ASSERT_TRUE(Until([&] { return !script->Written().empty(); }));
+  EXPECT_EQ(script->Written(), "z");
+}
+
+TEST_F(LoginTest, TheFormKeepsTheKeyboardAndEscGivesItBack) {
+  Enter();
+  ASSERT_NE(Form(), nullptr) << "Enter on the greeting";
+  QSet<QWidget*> visited;
+  for (int i = 0; i < 20; ++i) {
+    Tab();
+    ASSERT_TRUE(Form()->isAncestorOf(frame->focusWidget()));
+    visited.insert(frame->focusWidget());
+  }
+  EXPECT_GE(visited.size(), 9);
+  View().setFocus();
+  EXPECT_TRUE(Form()->isAncestorOf(frame->focusWidget())) << "a click beside the form";
+  Escape();
+  ASSERT_TRUE(Until([&] { return Form() == nullptr; }));
+  EXPECT_EQ(frame->focusWidget(), &View());
+  EXPECT_TRUE(PanelSays(u"尚未連線"_qs));
+}
+
+TEST_F(LoginTest, OnlyWaysThatTheBuildCanGoAreOffered) {
+  endpoints.mainHost = "bbs.example";
+  endpoints.webSocketHost = "ws.bbs.example";
+  Start();
+  View().AskLogin();
+  auto& transport = Field<QComboBox>("transport");
+  ASSERT_EQ(transport.count(), 3);
+  EXPECT_EQ(transport.currentText(), "Telnet");
+  EXPECT_EQ(Field<QLabel>("site").text(), "telnet://bbs.example");
+  const LoginSites sites = ProposedLogin({}, endpoints);
+  const auto* const items = qobject_cast<QStandardItemModel*>(transport.model());
+  ASSERT_NE(items, nullptr);
+  for (int i = 0; i < 3; ++i)
+    EXPECT_EQ(items->item(i)->isEnabled(), sites.ways[static_cast<std::size_t>(i)].possible) << i;
+}
+
+TEST_F(LoginTest, WithoutASiteTheFormPointsToTheAddress) {
+  View().AskLogin();
+  EXPECT_FALSE(Field<QPushButton>("logIn").isEnabled());
+  EXPECT_FALSE(Field<QPushButton>("connectOnly").isEnabled());
+  bool asked = false;
+  AnswerDialogs(
+      [&] {
+        Field<QPushButton>("otherAddress").click();
+        Until([&] { return asked; });
+      },
+      {[&](QDialog& dialog) {
+        asked = true;
+        dialog.reject();
+      }});
+  EXPECT_NE(Form(), nullptr);
+}
+
+TEST_F(LoginTest, ANoticeLiesBeforeTheForm) {
+  View().AskLogin();
+  View().ShowNotice({.title = "news", .lines = {}, .hint = {}, .onEnter = PanelAction::kDismiss});
+  EXPECT_FALSE(View().Login().IsShown());
+  Enter();
+  EXPECT_TRUE(View().Login().IsShown());
+  EXPECT_TRUE(Form()->isAncestorOf(frame->focusWidget()));
+}
+
+TEST_F(LoginTest, AConnectionThatIsMadeOtherwiseNeedsNoForm) {
+  int demos = 0;
+  QObject::connect(frame.get(), &CMainFrame::DemoRequested, [&] {
+    ++demos;
+    OpenScript();
+  });
+  View().AskLogin();
+  Field<QPushButton>("demo").click();
+  ASSERT_TRUE(Until([&] { return demos == 1; }));
+  EXPECT_EQ(Form(), nullptr);
+  EXPECT_EQ(frame->focusWidget(), &View());
+  TypeText("x");
+  EXPECT_TRUE(Until([&] { return script->Written() == "x"; }));
+}
+
+TEST_F(LoginTest, TheFormLeadsToTheSiteThatIsConnected) {
+  StartDemo();
+  UseSite("telnet://elsewhere.example");
+  doc->Open({.address = QString::fromStdString(demo->Address()), .name = "here", .isBbs = true});
+  LogIn("alice", "wonder");
+  ASSERT_TRUE(IsIn());
+  EXPECT_TRUE(doc->Session().isBbsSite) << "what is known of the site holds for the login too";
+  EXPECT_EQ(doc->Fields().site, u"telnet://elsewhere.example");
+}
+
+TEST_F(LoginTest, ConnectingWithoutALoginTypesNothing) {
+  StartDemo();
+  Fill("alice", "wonder");
+  Field<QPushButton>("connectOnly").click();
+  ASSERT_TRUE(Shows(u"請輸入代號"_qs));
+  EXPECT_EQ(Form(), nullptr);
+  EXPECT_FALSE(doc->Session().autoLogin);
+  TypeText("alice");
+  Enter();
+  ASSERT_TRUE(Shows(u"請輸入您的密碼"_qs));
+  TypeText("wonder");
+  Enter();
+  EXPECT_TRUE(Until([&] { return doc->LoginId() == u"alice"; })) << "read off the screen";
+}
+
+}  // namespace
+}  // namespace quillet
