@@ -135,7 +135,7 @@ void CQuillDoc::Begin(Attempt attempt) {
   }
   connecting_ = false;
   NoteStatus();
-  if (login) StartLogin(std::move(login));
+  if (login) StartLogin(login);
 }
 
 void CQuillDoc::RunConnect(bool autoLogin) {
@@ -177,7 +177,7 @@ void CQuillDoc::DisconnectAfterSending() {
 
 // ---- Automation
 
-void CQuillDoc::StartLogin(LoginOrder order) {
+void CQuillDoc::StartLogin(const LoginOrder& order) {
   if (!IsConnected()) {
     emit LoginEnded({.how = LoginEnd::How::kNotConnected, .said = {}});
     return;
@@ -192,8 +192,10 @@ void CQuillDoc::StartLogin(LoginOrder order) {
         return Outcome{result, RowAsText(waits.Seen(), kRefusalRow)};
       },
       [this, order](const Outcome& outcome) { OnLoginDone(order, outcome.result, outcome.said); });
-  activity_ = Activity::kLogin;
-  if (!started) emit LoginEnded({.how = LoginEnd::How::kTakenOver, .said = {}});
+  if (started)
+    activity_ = Activity::kLogin;
+  else
+    emit LoginEnded({.how = LoginEnd::How::kTakenOver, .said = {}});
   NoteStatus();
 }
 

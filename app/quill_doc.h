@@ -151,7 +151,7 @@ class CQuillDoc : public QObject {
   };
   void Begin(Attempt attempt);
   void RunConnect(bool autoLogin);
-  void StartLogin(LoginOrder order);
+  void StartLogin(const LoginOrder& order);
   void OnLoginDone(const LoginOrder& order, LoginResult result, const std::u16string& said);
   // Before the connection that it runs on is replaced or closed: nothing of it is left when this returns.
   void EndAutomation();

@@ -99,14 +99,13 @@ LineFlags FlagLines(const PageFacts& facts, const ScreenSnapshot& screen, const 
   constexpr std::uint32_t kArticlePages = PF_READING | PF_PUSH_OVER_READER;
   constexpr std::uint32_t kOtherPages = PF_LIST_CURSOR | PF_MAIL_MENU | PF_EDITOR;
   LineFlags flags{};
-  if ((screen.pageFlags & kArticlePages) != 0) {
+  const auto shows = [&](std::uint32_t pages) { return (screen.pageFlags & pages) != 0; };
+  // The lines of an article keep their look under a question drawn over it.
+  const bool isQuestion = shows(PF_INPUT_FIELD) && !shows(kOtherPages | PF_ARTICLE_LIST);
+  if (shows(kArticlePages) || isQuestion)
     FlagArticle(facts, screen, keywords, flags);
-  } else if ((screen.pageFlags & PF_ARTICLE_LIST) != 0) {
+  else if (shows(PF_ARTICLE_LIST))
     FlagList(screen, keywords, flags);
-  } else if ((screen.pageFlags & PF_INPUT_FIELD) != 0 && (screen.pageFlags & kOtherPages) == 0) {
-    // A question over an article: its lines keep their look.
-    FlagArticle(facts, screen, keywords, flags);
-  }
   return flags;
 }
 

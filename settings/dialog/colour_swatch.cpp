@@ -19,7 +19,7 @@ class SwatchEngine : public QIconEngine {
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(rim);
     painter->setBrush(colour_);
-    const qreal margin = rect.height() / 8 + 0.5;
+    const qreal margin = rect.height() / 8.0 + 0.5;
     painter->drawRoundedRect(QRectF(rect).adjusted(margin, margin, -margin, -margin), 2, 2);
     painter->restore();
   }

@@ -45,7 +45,9 @@ QPalette DarkPalette() {
 
 bool Save(QWidget& dialog, const QString& folder, const QString& name) {
   dialog.show();
-  QCoreApplication::processEvents();
+  // Widgets that are shown for the first time ask for another layout, which may ask once more.
+  for (int round = 0; round < 3; ++round)
+    QCoreApplication::processEvents();
   return dialog.grab().save(QDir(folder).filePath(name + ".png"));
 }
 
