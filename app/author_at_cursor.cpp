@@ -3,18 +3,14 @@
 #include <algorithm>
 
 #include "bbs/page_flags.h"
+#include "core/ascii.h"
 
 namespace quillet {
 namespace {
 
-bool IsLetter(char16_t c) {
-  return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
-}
-
 bool IsId(std::u16string_view text) {
-  return !text.empty() && IsLetter(text.front()) && std::all_of(text.begin(), text.end(), [](char16_t c) {
-    return IsLetter(c) || (c >= u'0' && c <= u'9');
-  });
+  return !text.empty() && IsAsciiLetter(text.front()) &&
+         std::all_of(text.begin(), text.end(), IsAsciiLetterOrDigit<char16_t>);
 }
 
 }  // namespace

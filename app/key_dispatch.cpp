@@ -1,8 +1,5 @@
 #include "app/key_dispatch.h"
 
-#include "core/charset.h"
-#include "core/wrap_text.h"
-
 namespace quillet {
 
 bool KeyDispatch::Perform(const KeyAction& action) {
@@ -31,22 +28,10 @@ bool KeyDispatch::Perform(const KeyAction& action) {
   return true;
 }
 
-void KeyDispatch::SendText(std::u16string_view text) {
+void KeyDispatch::SendText(std::u16string_view text, Wrap wrap) {
   if (!doc_.IsConnected()) return;
   doc_.OnUserActed();
-  doc_.Session().SendText(text);
-}
-
-void KeyDispatch::SendPaste(std::u16string_view text, LongLines longLines) {
-  if (longLines == LongLines::kKept || text.empty()) {
-    SendText(text);
-    return;
-  }
-  if (!doc_.IsConnected()) return;
-  doc_.OnUserActed();
-  std::string lines = WrapBig5(ToBig5(text));
-  if (text.back() != u'\r' && !lines.empty()) lines.pop_back();
-  doc_.Session().SendBytes(lines);
+  doc_.Session().SendText(text, wrap);
 }
 
 }  // namespace quillet

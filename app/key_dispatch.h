@@ -17,13 +17,8 @@ class KeyDispatch {
 
   // Returns false for kNone only; input without a connection is taken and dropped.
   bool Perform(const KeyAction& action);
-  // Typed or composed text.
-  void SendText(std::u16string_view text);
-
-  enum class LongLines { kKept, kBroken };
-  // Pasted text, cleaned. The BBS's editor does not wrap: kBroken puts a line break wherever a line outgrows
-  // the BBS's own, and none at the end.
-  void SendPaste(std::u16string_view text, LongLines longLines);
+  // Typed, composed or pasted text.
+  void SendText(std::u16string_view text, Wrap wrap = Wrap::kNone);
 
  private:
   CQuillDoc& doc_;

@@ -5,6 +5,7 @@
 
 #include "bbs/page_flags.h"
 #include "bbs/page_tests.h"
+#include "core/ascii.h"
 #include "core/charset.h"
 
 namespace quillet {
@@ -14,13 +15,6 @@ constexpr int kPromptRow = 20;
 // Pages that nobody sees before he is logged in.
 constexpr std::uint32_t kInside = PF_ANYKEY_BANNER | PF_LIST_CURSOR | PF_READING;
 
-bool IsLetter(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
 }  // namespace
 
 LoginIdWatch::LoginIdWatch() : prompt_(ToBig5(u"請輸入代號，或以 guest 參觀，或以 new 註冊:")) {}
@@ -29,8 +23,7 @@ bool LoginIdWatch::Look(const ScreenSnapshot& screen) {
   if (RowStartsWith(screen, kPromptRow, 0, std::string_view(prompt_))) {
     std::string_view field = screen.RowText(kPromptRow).substr(prompt_.size());
     field.remove_prefix(std::min(field.find_first_not_of(' '), field.size()));
-    const auto end =
-        std::find_if_not(field.begin(), field.end(), [](char c) { return IsLetter(c) || IsDigit(c); });
+    const auto end = std::find_if_not(field.begin(), field.end(), IsAsciiLetterOrDigit<char>);
     typed_.assign(field.begin(), end);
     return false;
   }

@@ -139,7 +139,6 @@ void CQuillDoc::Begin(Attempt attempt) {
 }
 
 void CQuillDoc::RunConnect(bool autoLogin) {
-  ++connections_;
   leaving_ = false;
   loginId_.Clear();
   bool told = false;
@@ -170,8 +169,8 @@ void CQuillDoc::Disconnect() {
 
 void CQuillDoc::DisconnectAfterSending() {
   leaving_ = true;
-  QTimer::singleShot(kFarewellMs, this, [this, connection = connections_] {
-    if (connection == connections_ && !connecting_) Disconnect();
+  QTimer::singleShot(kFarewellMs, this, [this, connection = session_.connectionNumber.load()] {
+    if (connection == session_.connectionNumber && !connecting_) Disconnect();
   });
 }
 

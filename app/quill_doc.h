@@ -181,8 +181,7 @@ class CQuillDoc : public QObject {
   bool emulatesBrowser_ = false;
   bool connecting_ = false;
   bool giveUp_ = false;
-  bool leaving_ = false;      // the user logged out: whoever hangs up first, he ended it
-  unsigned connections_ = 0;  // made so far; tells a late timer that its connection is gone
+  bool leaving_ = false;  // the user logged out: whoever hangs up first, he ended it
 };
 
 }  // namespace quillet

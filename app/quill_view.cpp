@@ -87,9 +87,10 @@ void CQuillView::ApplyDisplaySettings() {
 }
 
 void CQuillView::Paste() {
+  // The BBS's editor does not wrap.
   const bool breaks = doc_.Fields().pasteAutoChangeLine && (frame_.screen.pageFlags & PF_EDITOR) != 0;
-  keys_.SendPaste(CleanPaste(QGuiApplication::clipboard()->text().toStdU16String()),
-                  breaks ? KeyDispatch::LongLines::kBroken : KeyDispatch::LongLines::kKept);
+  keys_.SendText(CleanPaste(QGuiApplication::clipboard()->text().toStdU16String()),
+                 breaks ? Wrap::kAt78ColumnsLeftOpen : Wrap::kNone);
 }
 
 void CQuillView::CopyScreen() {

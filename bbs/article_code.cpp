@@ -4,6 +4,8 @@
 #include <array>
 #include <optional>
 
+#include "core/ascii.h"
+
 namespace quillet {
 namespace {
 
@@ -71,7 +73,7 @@ std::u16string HostName(std::string_view value) {
   for (const char c : value) {
     const auto byte = static_cast<unsigned char>(c);
     if (byte <= 0x20 || byte >= 0x7F) return {};
-    host += static_cast<char16_t>(byte >= 'A' && byte <= 'Z' ? byte - 'A' + 'a' : byte);
+    host += static_cast<char16_t>(AsciiLower(byte));
   }
   return host;
 }

@@ -5,6 +5,7 @@
 
 #include "bbs/page_flags.h"
 #include "bbs/screen_fields.h"
+#include "core/ascii.h"
 
 namespace quillet {
 namespace {
@@ -32,8 +33,7 @@ bool IsScrolled(const ScreenSnapshot& screen) {
   const std::optional<int> mark = FindCharacter(screen, kBottom, kLineRangeCol, kCols - 1, '~');
   if (!mark) return false;
   int col = *mark;
-  while (col > kLineRangeCol && screen.TextAt(kBottom, col - 1) >= '0' &&
-         screen.TextAt(kBottom, col - 1) <= '9')
+  while (col > kLineRangeCol && IsAsciiDigit(screen.TextAt(kBottom, col - 1)))
     --col;
   return FieldNumber(screen, kBottom, col, *mark - 1) > 1;
 }

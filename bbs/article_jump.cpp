@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "bbs/article_code.h"
+#include "core/ascii.h"
 #include "core/charset.h"
 #include "core/key_sequence.h"
 
@@ -12,8 +13,6 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr int kBottom = kRows - 1;
-// The reader's cursor is parked at this column or behind it.
-constexpr int kReaderCursorCol = 69;
 constexpr std::size_t kMostNameLength = 12;
 // A page that shows no reaction by then has none to the key.
 constexpr std::chrono::milliseconds kReaction = 3s;
@@ -23,16 +22,10 @@ constexpr int kMostPrompts = 6;
 constexpr std::string_view kLeaveKey = "q";
 constexpr std::string_view kCancelKey = "\x03";
 
-char16_t Lower(char16_t unit) {
-  return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
-}
-
 bool IsBoardName(std::u16string_view name) {
   return !name.empty() && name.size() <= kMostNameLength &&
          std::all_of(name.begin(), name.end(), [](char16_t unit) {
-           const char16_t lower = Lower(unit);
-           return (lower >= u'a' && lower <= u'z') || (unit >= u'0' && unit <= u'9') || unit == u'_' ||
-                  unit == u'-' || unit == u'.';
+           return IsAsciiLetterOrDigit(unit) || unit == u'_' || unit == u'-' || unit == u'.';
          });
 }
 
@@ -143,7 +136,7 @@ bool ArticleJump::IsInBoard(std::u16string_view board) const {
   const std::size_t start = found + kBefore.size();
   const std::u16string_view name = std::u16string_view(title).substr(start, title.find(u'》', start) - start);
   return std::equal(name.begin(), name.end(), board.begin(), board.end(),
-                    [](char16_t a, char16_t b) { return Lower(a) == Lower(b); });
+                    [](char16_t a, char16_t b) { return AsciiLower(a) == AsciiLower(b); });
 }
 
 JumpResult ArticleJump::FindCode(std::u16string_view code) {

@@ -17,16 +17,16 @@ constexpr std::u16string_view kPasswordPrompt = u"請輸入您的密碼";
 
 // What can follow the password.
 enum class Page {
-  kOtherLogins,     // shall other logins of the account end?
-  kBottomQuestion,  //
-  kTopQuestion,     //
-  kMailMenu,        //
-  kReader,          // a notice shown as an article
-  kMainMenu,        //
-  kFound,           // a search result line
-  kWrongPassword,   //
-  kAskAgain,        //
-  kWelcome          // waits for any key
+  kOtherLogins,  // shall other logins of the account end?
+  kBottomQuestion,
+  kTopQuestion,  //
+  kMailMenu,     //
+  kReader,       // a notice shown as an article
+  kMainMenu,     //
+  kFound,        // a search result line
+  kWrongPassword,
+  kAskAgain,
+  kWelcome  // waits for any key
 };
 
 struct PageMark {

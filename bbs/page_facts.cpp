@@ -7,6 +7,7 @@
 #include "bbs/page_flags.h"
 #include "bbs/page_tests.h"
 #include "bbs/screen_fields.h"
+#include "core/ascii.h"
 #include "core/charset.h"
 
 namespace quillet {
@@ -37,14 +38,6 @@ constexpr int kArrowNoteCol = 8;
 constexpr int kLineRangeCol = 36;
 constexpr int kMoneyRow = 1;
 constexpr int kMoneyFirstCol = 50;
-
-constexpr bool IsLetter(std::uint8_t byte) {
-  return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
-}
-
-constexpr bool IsLetterOrDigit(std::uint8_t byte) {
-  return IsLetter(byte) || (byte >= '0' && byte <= '9');
-}
 
 constexpr bool IsListRow(int row) {
   return row >= kListFirstRow && row <= kListLastRow;
@@ -202,7 +195,7 @@ std::u16string PageFacts::ParsePushAuthor(const ScreenSnapshot& screen, int row)
 std::optional<int> PageFacts::PushColon(const ScreenSnapshot& screen, int row) const {
   const auto starts = [&](std::string_view mark) { return RowStartsWith(screen, row, 0, mark); };
   if (!starts(push_) && !starts(boo_) && !starts(arrow_)) return std::nullopt;
-  if (screen.TextAt(row, kPushIdCol - 1) != ' ' || !IsLetter(screen.TextAt(row, kPushIdCol)))
+  if (screen.TextAt(row, kPushIdCol - 1) != ' ' || !IsAsciiLetter(screen.TextAt(row, kPushIdCol)))
     return std::nullopt;
   bool idEnded = false;
   for (int col = kPushIdCol + 1; col <= kPushColonLastCol; ++col) {
@@ -210,7 +203,7 @@ std::optional<int> PageFacts::PushColon(const ScreenSnapshot& screen, int row) c
     if (byte == ':') return col;
     if (byte == ' ')
       idEnded = true;
-    else if (idEnded || !IsLetterOrDigit(byte))
+    else if (idEnded || !IsAsciiLetterOrDigit(byte))
       return std::nullopt;
   }
   return std::nullopt;

@@ -12,6 +12,9 @@
 
 namespace quillet {
 
+// Behind its finished status line the reader parks the cursor at this column or further right.
+inline constexpr int kReaderCursorCol = 69;
+
 class PageTests {
  public:
   PageTests();

@@ -4,6 +4,7 @@
 #include <limits>
 #include <span>
 
+#include "core/ascii.h"
 #include "core/charset.h"
 
 namespace quillet {
@@ -11,10 +12,6 @@ namespace {
 
 constexpr bool IsRow(int row) {
   return row >= 0 && row < kRows;
-}
-
-constexpr bool IsDigit(std::uint8_t byte) {
-  return byte >= '0' && byte <= '9';
 }
 
 int Width(std::uint8_t firstByte) {
@@ -106,7 +103,7 @@ int FieldNumber(const ScreenSnapshot& screen, int row, int col, int last) {
   if (!IsRow(row) || col < 0) return 0;
   last = std::min(last, kCols - 1);
   int number = 0;
-  for (col = SkipBlanks(screen, row, col, last); col <= last && IsDigit(screen.TextAt(row, col)); ++col)
+  for (col = SkipBlanks(screen, row, col, last); col <= last && IsAsciiDigit(screen.TextAt(row, col)); ++col)
     number = AddDigit(number, screen.TextAt(row, col));
   return number;
 }
@@ -116,7 +113,7 @@ std::optional<int> WholeNumber(const ScreenSnapshot& screen, int row, int first,
   last = std::min(last, kCols - 1);
   const int begin = SkipBlanks(screen, row, first, last);
   int end = begin;
-  while (end <= last && IsDigit(screen.TextAt(row, end)))
+  while (end <= last && IsAsciiDigit(screen.TextAt(row, end)))
     ++end;
   if (end == begin || SkipBlanks(screen, row, end, last) <= last) return std::nullopt;
   return FieldNumber(screen, row, begin, end - 1);

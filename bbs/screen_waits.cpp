@@ -18,8 +18,6 @@ constexpr int kWhite = 7;
 constexpr std::uint8_t kFirstColouredBackground = 0x20;
 // So many cells before the cursor may belong to what is being typed at a prompt of the bottom row.
 constexpr int kPromptReach = 7;
-// The reader's cursor is parked at this column or behind it.
-constexpr int kReaderCursorCol = 69;
 // The digits typed at a list end before this column of the bottom row.
 constexpr int kEndOfDigits = 74;
 // Nothing is waited for longer than this in one piece, so that a run ends soon after it is told to.

@@ -5,6 +5,8 @@
 #include <fstream>
 #include <optional>
 
+#include "core/ascii.h"
+
 namespace quillet {
 namespace {
 
@@ -30,7 +32,7 @@ std::string_view Trimmed(std::string_view text) {
 std::string Lowered(std::string_view text) {
   std::string lower(text);
   for (char& c : lower)
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    c = AsciiLower(c);
   return lower;
 }
 

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "core/ascii.h"
+
 namespace quillet {
 namespace {
 
@@ -28,7 +30,7 @@ std::string_view Trimmed(std::string_view text) {
 std::string LowerCase(std::string_view text) {
   std::string lower(text);
   for (char& c : lower)
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    c = AsciiLower(c);
   return lower;
 }
 

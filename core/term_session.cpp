@@ -97,10 +97,9 @@ void TermSession::ConnectWith(std::unique_ptr<Transport> transport, const IdleHo
 
 void TermSession::ResetForAttempt(const SiteAddress& address, const ConnectTraits& traits) {
   ++connectionNumber;
-  userInterfaceThread_ = traits.byUser ? std::this_thread::get_id() : std::thread::id{};
+  userInterfaceThread_ = std::this_thread::get_id();
   autoLogin = traits.autoLogin;
   frozen = false;
-  watchMessages = false;
   kind = address.kind;
   host = address.host;
   port = address.port;
@@ -243,7 +242,6 @@ void TermSession::SendDeleteKeys() {
 void TermSession::OnReceived(std::span<const std::uint8_t> bytes) {
   live.BeginBatch();
   screen.frozen = frozen ? 1 : 0;
-  screen.msgWatch = watchMessages ? 1 : 0;
   screen.Feed(bytes);
   live.Publish(screen);
 }

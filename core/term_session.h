@@ -31,7 +31,7 @@ inline constexpr int kStateConnected = 2;
 inline constexpr int kStateClosed = 8;
 
 enum class ReactionWait { kNone, kUntilCursorMoves };
-enum class Wrap { kNone, kAt78Columns };
+enum class Wrap { kNone, kAt78Columns, kAt78ColumnsLeftOpen };
 
 class SessionLink;
 
@@ -54,8 +54,6 @@ struct SessionOptions {
 struct ConnectTraits {
   bool isBbs = false;      // the site is the BBS, whatever its name: the embedded demo's
   bool autoLogin = false;  // the login dialogue may be answered
-  // The calling thread is the user's own, which no send may hold up; false for a worker's background session.
-  bool byUser = true;
 };
 
 class TermSession : private TransportEvents {
@@ -88,7 +86,8 @@ class TermSession : private TransportEvents {
   // session are dropped.
   void SendBytes(std::string_view bytes, ReactionWait wait = ReactionWait::kNone);
   // Converts to Big5 (characters without a code vanish, all but ASCII when the table is missing) and sends.
-  // With kAt78Columns each piece of at most 78 columns is followed by a CR; a character is never cut.
+  // With kAt78Columns each piece of at most 78 columns is followed by a CR, with kAt78ColumnsLeftOpen each
+  // but the last; a character is never cut.
   void SendText(std::u16string_view text, Wrap wrap = Wrap::kNone);
   // Moves the BBS's cursor by keys from `start`, or from where the screen's cursor stands.
   void MoveCursorTo(int row, int col, std::optional<CellPosition> start = std::nullopt);
@@ -105,10 +104,8 @@ class TermSession : private TransportEvents {
   std::atomic<bool> isMainBbs{false};
   std::atomic<bool> autoLogin{false};         // the login dialogue may be answered on this connection
   std::atomic<unsigned> connectionNumber{0};  // one more with each attempt
-  // Written by automation, mirrored into the screen before its next batch: no classification meanwhile;
-  // pop-ups counted.
+  // Written by automation, mirrored into the screen before its next batch: no classification meanwhile.
   std::atomic<bool> frozen{false};
-  std::atomic<bool> watchMessages{false};
   std::atomic<bool> noSendWait{false};
   std::atomic<int> idleMark{0};               // 0 on every send; the view's idle logic writes other values
   std::atomic<std::int64_t> connectedAt{0};   // seconds since 1970

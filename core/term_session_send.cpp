@@ -99,7 +99,9 @@ void TermSession::WaitForReaction(const SessionLink& link, MenuMark before) {
 
 void TermSession::SendText(std::u16string_view text, Wrap wrap) {
   const std::string bytes = Sendable(text);
-  SendBytes(wrap == Wrap::kAt78Columns ? WrapBig5(bytes) : bytes);
+  if (wrap == Wrap::kNone) return SendBytes(bytes);
+  SendBytes(
+      WrapBig5(bytes, kWrapColumns, wrap == Wrap::kAt78Columns ? LastPiece::kEnded : LastPiece::kLeftOpen));
 }
 
 void TermSession::MoveCursorTo(int row, int col, std::optional<CellPosition> start) {

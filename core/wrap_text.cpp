@@ -16,7 +16,7 @@ bool IsLead(char byte) {
 
 }  // namespace
 
-std::string WrapBig5(std::string_view bytes, std::size_t columns) {
+std::string WrapBig5(std::string_view bytes, std::size_t columns, LastPiece last) {
   std::string wrapped;
   wrapped.reserve(bytes.size() + bytes.size() / columns + 1);
   std::size_t used = 0;
@@ -35,7 +35,7 @@ std::string WrapBig5(std::string_view bytes, std::size_t columns) {
     used += width;
     i += width;
   }
-  if (used > 0) wrapped += kCarriageReturn;
+  if (used > 0 && last == LastPiece::kEnded) wrapped += kCarriageReturn;
   return wrapped;
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/ascii.h"
 #include "settings/text_lines.h"
 
 namespace quillet {
@@ -30,10 +31,6 @@ bool TakeOldList(const SettingsMap& map, NameList& names, Words section, char16_
   for (const auto& [id, value] : keys->second)
     names.Set(id, ParseEntryText(EntryTextOf(value, kind)));
   return true;
-}
-
-char16_t LowerCase(char16_t unit) {
-  return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
 }
 
 // When `key` is 1, up to four of today's keys take a value.
@@ -88,7 +85,7 @@ void DropOldLists(SettingsMap& map, const SettingsMap& base) {
 void ConvertOldSite(SettingsMap& map) {
   std::u16string site = map.Text(kBasic, u"Site");
   if (site.find(u"://") != std::u16string::npos) return;
-  std::transform(site.begin(), site.end(), site.begin(), LowerCase);
+  std::transform(site.begin(), site.end(), site.begin(), AsciiLower<char16_t>);
   const std::size_t colon = site.rfind(u':');
   if (colon == std::u16string::npos || Trimmed(Words(site).substr(colon + 1)) != u"ssh") return;
   map.Set(kBasic, u"Site", std::u16string(u"ssh://").append(Trimmed(Words(site).substr(0, colon))));

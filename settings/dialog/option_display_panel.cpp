@@ -68,10 +68,9 @@ QLabel* MakePercentage(QSlider& slider) {
 OptionDisplayPanel::OptionDisplayPanel(QWidget* parent)
     : OptionPanelWidget(parent), controls_(OptionPanel::kDisplay, *this) {
   const auto [left, right] = MakeColumns();
-  AddGroup(*left, QStringLiteral("文章列表"), controls_, {u"DarkerReadArticle", u"DarkerUpdatedArticle"});
-  AddGroup(
-      *left, QStringLiteral("推文與id"), controls_,
-      {u"LighterPushLine", u"GrayBackgroundPush", u"MergePush", u"ColorMyId", u"IpDetectProxy", u"IpToName"});
+  AddGroup(*left, QStringLiteral("文章與推文"), controls_,
+           {u"DarkerReadArticle", u"DarkerUpdatedArticle", u"LighterPushLine", u"GrayBackgroundPush",
+            u"MergePush", u"ColorMyId", u"IpDetectProxy", u"IpToName"});
   AddBackground(*left);
   AddText(*right);
   AddGroup(*right, QStringLiteral("視窗"), controls_,

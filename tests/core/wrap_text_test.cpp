@@ -19,6 +19,8 @@ TEST(WrapTextTest, EachPieceIsFollowedByAReturnTheLastOneToo) {
   EXPECT_EQ(WrapBig5("ab\xA4\xA4", 3), "ab\r\xA4\xA4\r");
   EXPECT_EQ(WrapBig5("\xA4\xA4\xA4\xA4", 4), "\xA4\xA4\xA4\xA4\r");
   EXPECT_EQ(WrapBig5("ab\rcd\r", 3), "ab\rcd\r") << "a line break of the text's own ends the piece";
+  EXPECT_EQ(WrapBig5("abcd", 3, LastPiece::kLeftOpen), "abc\rd");
+  EXPECT_EQ(WrapBig5("ab\r", 3, LastPiece::kLeftOpen), "ab\r") << "the text's own line break stays";
 }
 
 // A trail byte may look like a letter or a lead byte; the pair stays whole wherever it falls.

@@ -1,3 +1,4 @@
+// The main of test programs whose widgets need an application: off-screen, whatever the surroundings say.
 #include <gtest/gtest.h>
 
 #include <QApplication>
