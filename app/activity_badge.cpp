@@ -4,12 +4,20 @@
 
 #include <QFontMetricsF>
 
-#include "app/panel_look.h"
-
 namespace quillet {
 namespace {
 
 constexpr qint64 kDelayMs = 300;
+
+// Of the panel's letters.
+constexpr double kTextSize = 0.9;
+// In the badge's letters.
+constexpr double kHeight = 1.9;
+constexpr double kPadding = 0.9;
+constexpr double kTextLeft = 1.5;
+constexpr double kDotRadius = 0.22;
+constexpr double kFromCorner = 0.6;
+constexpr double kCorner = 0.35;
 
 }  // namespace
 
@@ -24,25 +32,29 @@ bool ActivityBadge::IsShown() const {
   return !text_.isEmpty() && since_.elapsed() >= kDelayMs;
 }
 
-void ActivityBadge::Paint(QPainter& painter, const QRectF& area, qreal unit) const {
+void ActivityBadge::Paint(QPainter& painter, const QRectF& area, qreal unit,
+                          const panel_look::Colours& colours) const {
   if (!IsShown()) return;
-  const qreal size = panel_look::TextSize(unit) * 0.9;
+  const qreal size = panel_look::TextSize(unit) * kTextSize;
   painter.save();
   QFont font = painter.font();
   font.setPixelSize(qRound(size));
   painter.setFont(font);
   const QFontMetricsF metrics(font);
-  QRectF badge(0, 0, std::ceil(metrics.horizontalAdvance(text_)) + 2.4 * size, std::ceil(size * 1.9));
-  badge.moveTopRight(area.topRight() + QPointF(-std::round(size * 0.6), std::round(size * 0.6)));
+  QRectF badge(0, 0, std::ceil(metrics.horizontalAdvance(text_)) + (kTextLeft + kPadding) * size,
+               std::ceil(size * kHeight));
+  badge.moveTopRight(area.topRight() +
+                     QPointF(-std::round(size * kFromCorner), std::round(size * kFromCorner)));
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(panel_look::kBorder, 1));
-  painter.setBrush(panel_look::kFill);
-  painter.drawRoundedRect(badge.adjusted(0.5, 0.5, -0.5, -0.5), size * 0.35, size * 0.35);
+  painter.setPen(QPen(colours.border, 1));
+  painter.setBrush(colours.fill);
+  painter.drawRoundedRect(badge.adjusted(0.5, 0.5, -0.5, -0.5), size * kCorner, size * kCorner);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(panel_look::kBusy);
-  painter.drawEllipse(QPointF(badge.left() + size * 0.9, badge.center().y()), size * 0.22, size * 0.22);
-  painter.setPen(panel_look::kLine);
-  painter.drawText(badge.adjusted(size * 1.5, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, text_);
+  painter.setBrush(colours.busy);
+  painter.drawEllipse(QPointF(badge.left() + size * kPadding, badge.center().y()), size * kDotRadius,
+                      size * kDotRadius);
+  painter.setPen(colours.line);
+  painter.drawText(badge.adjusted(size * kTextLeft, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, text_);
   painter.restore();
 }
 

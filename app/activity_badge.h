@@ -7,6 +7,8 @@
 #include <QRectF>
 #include <QString>
 
+#include "app/panel_look.h"
+
 namespace quillet {
 
 class ActivityBadge {
@@ -18,7 +20,7 @@ class ActivityBadge {
   bool IsShown() const;
 
   // `area` is the whole client area, `unit` the height of its text rows, both in the painter's units.
-  void Paint(QPainter& painter, const QRectF& area, qreal unit) const;
+  void Paint(QPainter& painter, const QRectF& area, qreal unit, const panel_look::Colours& colours) const;
 
  private:
   QString text_;

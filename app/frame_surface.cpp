@@ -41,6 +41,11 @@ void FrameSurface::ApplySettings(const DisplaySettings& settings) {
   WarmUpSoon();
 }
 
+void FrameSurface::SetLayoutMode(LayoutMode mode) {
+  painter_.SetLayoutMode(mode);
+  WarmUpSoon();
+}
+
 bool FrameSurface::FollowWidget() {
   const qreal scale = widget_.devicePixelRatioF();
   const QSize size(qCeil(widget_.width() * scale), qCeil(widget_.height() * scale));
@@ -72,6 +77,16 @@ void FrameSurface::Paint(QPainter& painter, const QRect& dirty) const {
 QRectF FrameSurface::CellRect(int row, int col) const {
   const QRect cell = painter_.CellRect(row, col);
   return {cell.x() / scale_, cell.y() / scale_, cell.width() / scale_, cell.height() / scale_};
+}
+
+std::optional<QPoint> FrameSurface::CellAt(const QPointF& at) const {
+  const Layout& layout = CurrentLayout();
+  const int x = qFloor(at.x() * scale_) - layout.originX;
+  const int y = qFloor(at.y() * scale_) - layout.originY;
+  if (x < 0 || y < 0 || layout.rowHeight < 1) return std::nullopt;
+  const QPoint cell(x / layout.halfCell, y / layout.rowHeight);
+  if (cell.x() >= kCols || cell.y() >= kRows) return std::nullopt;
+  return cell;
 }
 
 }  // namespace quillet

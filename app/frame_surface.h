@@ -3,7 +3,11 @@
 // common characters, so that a page that is new is drawn as fast as one seen before. User-interface thread.
 #pragma once
 
+#include <optional>
+#include <utility>
+
 #include <QPainter>
+#include <QPoint>
 #include <QRectF>
 #include <QRegion>
 #include <QTimer>
@@ -18,6 +22,8 @@ class FrameSurface {
   explicit FrameSurface(QWidget& widget);
 
   void ApplySettings(const DisplaySettings& settings);
+  void SetLayoutMode(LayoutMode mode);
+  void SetBackdrop(Backdrop backdrop) { painter_.SetBackdrop(std::move(backdrop)); }
   // Follows the widget's size and scale. Returns whether either changed.
   bool FollowWidget();
   // Draws `frame` into the picture and asks the widget to repaint what became different.
@@ -32,6 +38,8 @@ class FrameSurface {
   qreal Scale() const { return scale_; }
   // A cell in widget units.
   QRectF CellRect(int row, int col) const;
+  // The column (x) and row (y) of the cell under a point in widget units, in a row of the ordinary size.
+  std::optional<QPoint> CellAt(const QPointF& at) const;
 
  private:
   void WarmUpSoon();

@@ -1,8 +1,8 @@
 #include "app/ime_adapter.h"
 
 #include <algorithm>
+#include <utility>
 
-#include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QInputMethod>
 
@@ -10,42 +10,67 @@
 #include "render/paint/font_chain.h"
 
 namespace quillet {
+namespace {
 
-QPoint CompositionPoint(const Layout& layout, int cursorRow, int cursorCol) {
-  const int row = std::clamp(cursorRow, 0, kRows - 1);
-  const int col = std::clamp(cursorCol, 0, kCols - 1);
-  const int width = layout.halfCell;
-  const int height = layout.rowHeight;
-  return {col * width + layout.originX, row * height + (height - 2 * width) / 2 + layout.originY};
+PaletteKind PaletteFor(const DisplaySettings& settings) {
+  if (settings.work) return PaletteKind::kDisguise;
+  return settings.darkColor ? PaletteKind::kDark : PaletteKind::kNormal;
 }
 
-void ImeAdapter::UpdatePosition(int cursorRow, int cursorCol, Move move) {
-  const QPoint point = CompositionPoint(surface_.CurrentLayout(), cursorRow, cursorCol);
-  if (point == point_ && move == Move::kIfChanged) return;
-  if (IsComposing()) widget_.update();
-  point_ = point;
+}  // namespace
+
+void ImeAdapter::ApplySettings(const DisplaySettings& settings) {
+  family_ = QString::fromStdU16String(settings.font);
+  palette_ = PaletteFor(settings);
+  painter_.SetFaces(family_, settings.smoothFont);
+}
+
+void ImeAdapter::UpdatePosition(int cursorRow, int cursorCol, Move move, RowSize size) {
+  const ImePlacement place = PlaceComposition(surface_.CurrentLayout(), size, cursorRow, cursorCol);
+  if (place == place_ && size == size_ && move == Move::kIfChanged) return;
+  UpdateBox();
+  place_ = place;
+  size_ = size;
   row_ = std::clamp(cursorRow, 0, kRows - 1);
   col_ = std::clamp(cursorCol, 0, kCols - 1);
-  QGuiApplication::inputMethod()->update(Qt::ImCursorRectangle | Qt::ImFont);
+  UpdateBox();
+  QGuiApplication::inputMethod()->update(Qt::ImCursorRectangle | Qt::ImAnchorRectangle | Qt::ImFont);
+}
+
+void ImeAdapter::SetEnabled(bool enabled) {
+  if (enabled == enabled_) return;
+  if (!enabled) End();
+  enabled_ = enabled;
+  QGuiApplication::inputMethod()->update(Qt::ImEnabled);
+}
+
+void ImeAdapter::End() {
+  if (!IsComposing()) return;
+  UpdateBox();
+  composition_ = {};
+  cells_ = {};
+  QGuiApplication::inputMethod()->reset();
 }
 
 QString ImeAdapter::Handle(const QInputMethodEvent& event) {
-  const bool wasComposing = IsComposing();
-  preedit_ = event.preeditString();
-  if (wasComposing || IsComposing()) widget_.update();
+  Composition composition = ReadComposition(event);
+  if (composition != composition_) {
+    UpdateBox();
+    composition_ = std::move(composition);
+    cells_ = LayOut(composition_);
+    UpdateBox();
+    QGuiApplication::inputMethod()->update(Qt::ImCursorRectangle | Qt::ImAnchorRectangle);
+  }
   return QString::fromStdU16String(CleanPaste(event.commitString().toStdU16String()));
 }
 
 std::optional<QVariant> ImeAdapter::Query(Qt::InputMethodQuery query) const {
   switch (query) {
     case Qt::ImEnabled:
-      return true;
-    case Qt::ImCursorRectangle: {
-      // The box of a double-width character: candidate windows then stand below the whole glyph.
-      const qreal scale = surface_.Scale();
-      const qreal size = surface_.CurrentLayout().fontSize / scale;
-      return QRectF(QPointF(point_) / scale, QSizeF(size, size)).toAlignedRect();
-    }
+      return enabled_;
+    case Qt::ImCursorRectangle:
+    case Qt::ImAnchorRectangle:
+      return CursorRectangle().toAlignedRect();
     case Qt::ImFont:
       return Font();
     case Qt::ImHints:
@@ -61,36 +86,62 @@ std::optional<QVariant> ImeAdapter::Query(Qt::InputMethodQuery query) const {
   }
 }
 
+CompositionFit ImeAdapter::Fit() const {
+  const ColumnRange visible = VisibleColumns(surface_.CurrentLayout(), size_, surface_.Picture().width());
+  return FitComposition(cells_.total, cells_.caret, col_, visible);
+}
+
+int ImeAdapter::CaretColumn() const {
+  if (!IsComposing()) return col_;
+  const CompositionFit fit = Fit();
+  return fit.col + cells_.caret - fit.skipped;
+}
+
+// As high as the whole row, so that candidate windows stand below it or above it but never on it.
+QRectF ImeAdapter::CursorRectangle() const {
+  const Layout& layout = surface_.CurrentLayout();
+  const ImePlacement place = PlaceComposition(layout, size_, row_, CaretColumn());
+  const int top = layout.originY + row_ * layout.rowHeight;
+  const QRect box =
+      QRect(place.x, place.y, place.size, place.size) | QRect(place.x, top, place.size, layout.rowHeight);
+  const qreal scale = surface_.Scale();
+  return {box.x() / scale, box.y() / scale, box.width() / scale, box.height() / scale};
+}
+
 QFont ImeAdapter::Font() const {
+  const ImePlacement place = PlaceComposition(surface_.CurrentLayout(), size_, row_, col_);
   QFont font;
   font.setFamilies(FaceFamilies(family_));
   font.setStyleHint(QFont::Monospace);
-  font.setPixelSize(std::max(1, qRound(surface_.CurrentLayout().fontSize / surface_.Scale())));
+  font.setPixelSize(std::max(1, qRound(place.size / surface_.Scale())));
   return font;
 }
 
-QRectF ImeAdapter::PreeditRect() const {
-  const qreal width = QFontMetricsF(Font()).horizontalAdvance(preedit_);
-  QRectF rect = surface_.CellRect(row_, col_);
-  rect.setWidth(width + 2);
-  // A long composition near the right edge moves left rather than out of sight.
-  rect.moveLeft(std::max(0.0, std::min(rect.left(), widget_.width() - rect.width())));
-  return rect;
+QRect ImeAdapter::Box() const {
+  const Layout& layout = surface_.CurrentLayout();
+  const CompositionFit fit = Fit();
+  const int half = PlaceComposition(layout, size_, row_, 0).size / 2;
+  return {layout.originX + fit.col * half, layout.originY + row_ * layout.rowHeight, fit.shown * half,
+          layout.rowHeight};
 }
 
-void ImeAdapter::Paint(QPainter& painter) const {
+void ImeAdapter::UpdateBox() {
   if (!IsComposing()) return;
-  constexpr QColor kBackground(0x2B, 0x33, 0x3E);
-  constexpr QColor kText(0xFF, 0xFF, 0xFF);
-  const QRectF rect = PreeditRect();
+  const QRectF box = Box();
+  const qreal scale = surface_.Scale();
+  widget_.update(QRectF(box.topLeft() / scale, box.size() / scale).toAlignedRect());
+}
+
+void ImeAdapter::Paint(QPainter& painter) {
+  if (!IsComposing()) return;
+  const QRect box = Box();
+  const Layout& layout = surface_.CurrentLayout();
+  const int em = PlaceComposition(layout, size_, row_, 0).size;
+  const QImage& picture = painter_.Draw({composition_, Fit(), {em, layout.rowHeight}, palette_});
   painter.save();
-  painter.fillRect(rect, kBackground);
-  painter.setPen(kText);
-  painter.setFont(Font());
-  painter.drawText(rect.adjusted(1, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                   preedit_);
-  const qreal thickness = std::max(1.0, rect.height() / 16);
-  painter.fillRect(QRectF(rect.left(), rect.bottom() - thickness, rect.width(), thickness), kText);
+  // In device pixels a copy is a copy, whatever the scale factor.
+  painter.scale(1 / surface_.Scale(), 1 / surface_.Scale());
+  painter.drawImage(box.topLeft(), picture);
   painter.restore();
 }
 

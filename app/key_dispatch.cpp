@@ -1,21 +1,47 @@
 #include "app/key_dispatch.h"
 
+#include <string>
+
 namespace quillet {
 
 bool KeyDispatch::Perform(const KeyAction& action) {
   if (action.kind == KeyActionKind::kNone) return false;
-  if (action.kind == KeyActionKind::kCommand) {
-    onCommand_(action.command);
-    return true;
+  if (action.kind == KeyActionKind::kCommand)
+    handlers_.command(action.command);
+  else
+    Take({.action = action});
+  return true;
+}
+
+void KeyDispatch::SendText(std::u16string_view text, Wrap wrap) {
+  Take({.action = {.kind = KeyActionKind::kSendText, .text = std::u16string(text)}, .wrap = wrap});
+}
+
+void KeyDispatch::Take(Input input) {
+  if (!doc_.IsConnected()) return;
+  handlers_.userTypes();
+  waiting_.push_back(std::move(input));
+  Flush();
+}
+
+void KeyDispatch::Flush() {
+  while (!waiting_.empty() && !handlers_.mustWait()) {
+    const Input input = std::move(waiting_.front());
+    waiting_.pop_front();
+    Send(input);
   }
-  if (!doc_.IsConnected()) return true;
+}
+
+void KeyDispatch::Send(const Input& input) {
+  if (!doc_.IsConnected()) return;
   doc_.OnUserActed();
+  const KeyAction& action = input.action;
   switch (action.kind) {
     case KeyActionKind::kSendKey:
       doc_.Session().SendKey(action.virtualKey);
       break;
     case KeyActionKind::kSendText:
-      doc_.Session().SendText(action.text);
+      doc_.Session().SendText(action.text, input.wrap);
       break;
     case KeyActionKind::kSendThenClose:
       doc_.Session().SendBytes(action.bytes);
@@ -25,13 +51,6 @@ bool KeyDispatch::Perform(const KeyAction& action) {
       doc_.Session().SendBytes(action.bytes);
       break;
   }
-  return true;
-}
-
-void KeyDispatch::SendText(std::u16string_view text, Wrap wrap) {
-  if (!doc_.IsConnected()) return;
-  doc_.OnUserActed();
-  doc_.Session().SendText(text, wrap);
 }
 
 }  // namespace quillet

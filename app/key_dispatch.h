@@ -1,7 +1,9 @@
-// Carries out what the key control decided: bytes to the session, commands to whoever handles them.
-// User-interface thread.
+// Carries out what the key control decided: bytes to the session, commands to whoever handles them. While the
+// client itself has led the BBS away from what the user sees, keys wait for its return. User-interface
+// thread.
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <utility>
 
@@ -12,17 +14,33 @@ namespace quillet {
 
 class KeyDispatch {
  public:
-  using CommandHandler = std::function<void(KeyCommand)>;
-  KeyDispatch(CQuillDoc& doc, CommandHandler onCommand) : doc_(doc), onCommand_(std::move(onCommand)) {}
+  struct Handlers {
+    std::function<void(KeyCommand)> command;
+    std::function<void()> userTypes;  // before anything of the user's goes, or waits to go, to the BBS
+    std::function<bool()> mustWait;   // it may not go yet
+  };
+  KeyDispatch(CQuillDoc& doc, Handlers handlers) : doc_(doc), handlers_(std::move(handlers)) {}
 
   // Returns false for kNone only; input without a connection is taken and dropped.
   bool Perform(const KeyAction& action);
   // Typed, composed or pasted text.
   void SendText(std::u16string_view text, Wrap wrap = Wrap::kNone);
+  // Sends what had to wait, as far as nothing has to wait any more.
+  void Flush();
+  // Forgets what waits: the connection has ended.
+  void DropWaiting() { waiting_.clear(); }
 
  private:
+  struct Input {
+    KeyAction action;
+    Wrap wrap = Wrap::kNone;
+  };
+  void Take(Input input);
+  void Send(const Input& input);
+
   CQuillDoc& doc_;
-  CommandHandler onCommand_;
+  Handlers handlers_;
+  std::deque<Input> waiting_;
 };
 
 }  // namespace quillet

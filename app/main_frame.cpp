@@ -1,5 +1,6 @@
 #include "app/main_frame.h"
 
+#include <QActionGroup>
 #include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
@@ -25,6 +26,9 @@ namespace {
 constexpr QSize kFirstSize(1280, 720);
 // Glyphs of 12 pixels, the smallest that the layout draws.
 constexpr QSize kSmallestView(480, 288);
+// The narrow layout: 33 characters of 12 pixels and four rows; at first eight rows of 17.
+constexpr QSize kSmallestNarrowView(396, 48);
+constexpr QSize kFirstNarrowView(528, 136);
 constexpr char kControlV = 0x16;
 
 QAction* Add(QMenu& menu, const QString& text, const QKeySequence& shortcut, std::function<void()> action) {
@@ -32,6 +36,18 @@ QAction* Add(QMenu& menu, const QString& text, const QKeySequence& shortcut, std
   item->setShortcut(shortcut);
   QObject::connect(item, &QAction::triggered, &menu, std::move(action));
   return item;
+}
+
+SideButton ButtonOf(ArticleListKind kind) {
+  switch (kind) {
+    case ArticleListKind::kHot:
+      return SideButton::kHotList;
+    case ArticleListKind::kTracked:
+      return SideButton::kTrackedList;
+    case ArticleListKind::kBookmarks:
+      break;
+  }
+  return SideButton::kBookmarkList;
 }
 
 }  // namespace
@@ -43,6 +59,7 @@ CMainFrame::CMainFrame(CQuillDoc& doc, QWidget* parent)
   setMinimumSize(kSmallestView + QSize(0, menuBar()->sizeHint().height()));
   connect(view_, &CQuillView::CommandRequested, this, &CMainFrame::OnCommand);
   connect(view_, &CQuillView::DemoRequested, this, &CMainFrame::DemoRequested);
+  connect(view_, &CQuillView::OptionsRequested, this, &CMainFrame::ShowOptions);
   connect(&doc_, &CQuillDoc::StatusChanged, this, &CMainFrame::OnStatusChanged);
   connect(&doc_, &CQuillDoc::SettingsChanged, this, &CMainFrame::OnSettingsChanged);
   OnStatusChanged();
@@ -70,13 +87,8 @@ int CMainFrame::MenuHeight() const {
 void CMainFrame::MakeMenus() {
   MakeConnectionMenu();
   MakeEditMenu();
-  QMenu* const look = menuBar()->addMenu(u"檢視(&V)"_qs);
-  fullScreen_ = Add(*look, u"全螢幕(&F)"_qs, Qt::Key_F11, [this] { ToggleFullScreen(); });
-  fullScreen_->setCheckable(true);
-  workMode_ = Add(*look, u"上班模式(&W)"_qs, Qt::ALT | Qt::Key_W, [this] { ToggleWorkMode(); });
-  workMode_->setCheckable(true);
-  look->addSeparator();
-  Add(*look, u"跳到文章代碼…(&J)"_qs, Qt::CTRL | Qt::SHIFT | Qt::Key_J, [this] { JumpToArticle(); });
+  MakeLookMenu();
+  MakeArticleMenu();
   MakeSettingsMenu();
   QMenu* const help = menuBar()->addMenu(u"說明(&H)"_qs);
   Add(*help, u"關於 Quillet(&A)"_qs, {}, [this] { ShowAbout(); });
@@ -102,9 +114,56 @@ void CMainFrame::MakeEditMenu() {
   Add(*menu, u"傳送 Ctrl+V 給站台(&V)"_qs, {}, [this] { view_->SendControl(kControlV); });
 }
 
+void CMainFrame::MakeLookMenu() {
+  QMenu* const menu = menuBar()->addMenu(u"檢視(&V)"_qs);
+  fullScreen_ = Add(*menu, u"全螢幕(&F)"_qs, Qt::Key_F11, [this] { ToggleFullScreen(); });
+  fullScreen_->setCheckable(true);
+  workMode_ = Add(*menu, u"上班模式(&W)"_qs, Qt::ALT | Qt::Key_W, [this] { ToggleWorkMode(); });
+  workMode_->setCheckable(true);
+  menu->addSeparator();
+  auto* const layouts = new QActionGroup(menu);
+  const auto addLayout = [&](const QString& text, LayoutMode mode) {
+    QAction* const item = Add(*menu, text, {}, [this, mode] { TakeLayout(mode); });
+    item->setCheckable(true);
+    item->setChecked(mode == LayoutMode::kOrdinary);
+    layouts->addAction(item);
+  };
+  addLayout(u"一般版面(&O)"_qs, LayoutMode::kOrdinary);
+  addLayout(u"填滿視窗(&L)"_qs, LayoutMode::kFitted);
+  addLayout(u"迷你視窗(&M)"_qs, LayoutMode::kNarrow);
+  menu->addSeparator();
+  Add(*menu, u"顯示名單描述(&D)"_qs, {}, [this] { view_->Reveal(); });
+}
+
+void CMainFrame::MakeArticleMenu() {
+  constexpr auto kShortcut = Qt::CTRL | Qt::SHIFT;
+  QMenu* const menu = menuBar()->addMenu(u"文章(&A)"_qs);
+  Add(*menu, u"跳到文章代碼…(&J)"_qs, kShortcut | Qt::Key_J, [this] { JumpToArticle(); });
+  menu->addSeparator();
+  const auto addCommand = [&](const QString& text, const QKeySequence& keys, ArticleCommand command) {
+    Add(*menu, text, keys, [this, command] { view_->PerformArticleCommand(command); });
+  };
+  addCommand(u"加入／移除書籤(&M)"_qs, kShortcut | Qt::Key_M, ArticleCommand::kBookmark);
+  addCommand(u"推文(&P)"_qs, kShortcut | Qt::Key_P, ArticleCommand::kPush);
+  addCommand(u"推文開頭(&F)"_qs, kShortcut | Qt::Key_F, ArticleCommand::kFirstPush);
+  menu->addSeparator();
+  const auto addList = [&](const QString& text, const QKeySequence& keys, ArticleListKind kind) {
+    Add(*menu, text, keys, [this, kind] { view_->SideList().Toggle(kind); });
+    view_->Buttons().SetShortcut(ButtonOf(kind), keys);
+  };
+  addList(u"熱門文章(&H)"_qs, kShortcut | Qt::Key_H, ArticleListKind::kHot);
+  addList(u"追蹤文章(&T)"_qs, kShortcut | Qt::Key_T, ArticleListKind::kTracked);
+  addList(u"書籤(&B)"_qs, kShortcut | Qt::Key_B, ArticleListKind::kBookmarks);
+  QAction* const compact = Add(*menu, u"清單每篇一行(&1)"_qs, {},
+                               [this] { view_->SideList().SetCompact(!view_->SideList().IsCompact()); });
+  compact->setCheckable(true);
+}
+
 void CMainFrame::MakeSettingsMenu() {
   QMenu* const menu = menuBar()->addMenu(u"設定(&S)"_qs);
-  Add(*menu, u"選項…(&O)"_qs, Qt::CTRL | Qt::SHIFT | Qt::Key_O, [this] { ShowOptions(); });
+  constexpr auto kOptions = Qt::CTRL | Qt::SHIFT | Qt::Key_O;
+  Add(*menu, u"選項…(&O)"_qs, kOptions, [this] { ShowOptions(); });
+  view_->Buttons().SetShortcut(SideButton::kOptions, kOptions);
   Add(*menu, u"加入名單…(&B)"_qs, {}, [this] { AddToNames(); });
 }
 
@@ -183,6 +242,22 @@ void CMainFrame::OnSettingsChanged() {
   setWindowIcon(work ? MakeDisguiseIcon() : QIcon());
   setWindowTitle(doc_.Title());
   ApplyTopmost();
+}
+
+void CMainFrame::TakeLayout(LayoutMode mode) {
+  if (mode == layout_) return;
+  const bool wasNarrow = layout_ == LayoutMode::kNarrow;
+  layout_ = mode;
+  const bool narrow = mode == LayoutMode::kNarrow;
+  setMinimumSize((narrow ? kSmallestNarrowView : kSmallestView) + QSize(0, menuBar()->sizeHint().height()));
+  // The small window and the usual one have sizes of their own.
+  if (narrow) {
+    usualSize_ = size();
+    if (!isMaximized() && !isFullScreen()) SizeForView(kFirstNarrowView);
+  } else if (wasNarrow && usualSize_.isValid() && !isMaximized() && !isFullScreen()) {
+    resize(usualSize_);
+  }
+  view_->SetLayoutMode(mode);
 }
 
 void CMainFrame::ToggleWorkMode() {

@@ -40,7 +40,10 @@ class CMainFrame : public QMainWindow {
   void MakeMenus();
   void MakeConnectionMenu();
   void MakeEditMenu();
+  void MakeLookMenu();
+  void MakeArticleMenu();
   void MakeSettingsMenu();
+  void TakeLayout(LayoutMode mode);
   void OnCommand(KeyCommand command);
   void OnStatusChanged();
   void ToggleFullScreen();
@@ -55,6 +58,8 @@ class CMainFrame : public QMainWindow {
   QAction* reconnect_ = nullptr;
   QAction* fullScreen_ = nullptr;
   QAction* workMode_ = nullptr;
+  LayoutMode layout_ = LayoutMode::kOrdinary;
+  QSize usualSize_;  // before the small window was chosen
 };
 
 }  // namespace quillet

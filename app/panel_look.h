@@ -1,5 +1,6 @@
-// The look of what lies over the terminal: the status panel, the login form, the badge of an automation.
-// Quieter than the BBS's own colours; every text keeps 4.5:1 on the panel. User-interface thread.
+// The look of what lies over the terminal: the status panel, the login form, the toast, the badge of an
+// automation. Quieter than the BBS's own colours; every text keeps 4.5:1 on the panel. In disguise they are
+// as black and white as the text editor that the window pretends to be. User-interface thread.
 #pragma once
 
 #include <algorithm>
@@ -20,6 +21,44 @@ inline constexpr QColor kCalm(0x7F, 0x8C, 0x9F);
 inline constexpr QColor kBusy(0x5A, 0xB0, 0xD6);
 inline constexpr QColor kEnded(0xD9, 0xA4, 0x41);
 inline constexpr QColor kProblem(0xE0, 0x7A, 0x6A);
+
+struct Colours {
+  QColor scrim = kScrim;          // over the terminal, around the panel
+  QColor calmScrim = kCalmScrim;  // where nothing is wrong
+  QColor fill = kFill;
+  QColor border = kBorder;
+  QColor title = kTitle;
+  QColor line = kLine;
+  QColor hint = kHint;
+  QColor calm = kCalm;  // the mark at the title's side, by tone
+  QColor busy = kBusy;
+  QColor ended = kEnded;
+  QColor problem = kProblem;
+};
+
+inline constexpr QColor kInk(0x00, 0x00, 0x00);
+inline constexpr QColor kGrey(0x60, 0x60, 0x60);
+inline constexpr QColor kPencil(0x90, 0x90, 0x90);
+inline constexpr QColor kPaper(0xFF, 0xFF, 0xFF);
+inline constexpr QColor kNoScrim(0, 0, 0, 0);
+
+inline constexpr Colours kUsualColours{};
+inline constexpr Colours kDisguiseColours{.scrim = kNoScrim,
+                                          .calmScrim = kNoScrim,
+                                          .fill = kPaper,
+                                          .border = kPencil,
+                                          .title = kInk,
+                                          .line = kInk,
+                                          .hint = kGrey,
+                                          .calm = kPencil,
+                                          .busy = kGrey,
+                                          .ended = kGrey,
+                                          .problem = kInk};
+
+// `work`: the window is in disguise.
+constexpr const Colours& ColoursFor(bool work) {
+  return work ? kDisguiseColours : kUsualColours;
+}
 
 // Letters' size over text rows of the height `unit`.
 inline double TextSize(double unit) {

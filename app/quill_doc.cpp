@@ -7,11 +7,24 @@
 #include <QTimer>
 
 #include "app/browser_emulation.h"
+#include "app/seconds_now.h"
+#include "bbs/article_code_question.h"
 #include "input/screen_text.h"
 #include "settings/article_list_file.h"
+#include "settings/bookmarks.h"
 
 namespace quillet {
 namespace {
+
+// The list's record of an article that is open.
+ArticleItem BookmarkOf(const ArticleInfo& article) {
+  ArticleItem item;
+  item.postTime = article.postTime;
+  item.board = article.board;
+  item.code = article.code;
+  item.title = article.title;
+  return item;
+}
 
 Q_LOGGING_CATEGORY(sessionLog, "quillet.session", QtWarningMsg)
 
@@ -24,11 +37,6 @@ constexpr std::chrono::milliseconds kTakeOverPatience{100};
 
 // Where the BBS says why it refuses a login.
 constexpr int kRefusalRow = 21;
-
-std::int64_t SecondsNow() {
-  using std::chrono::duration_cast, std::chrono::seconds, std::chrono::system_clock;
-  return duration_cast<seconds>(system_clock::now().time_since_epoch()).count();
-}
 
 SessionOptions OptionsOf(const Endpoints& endpoints, ScreenWatcher& watcher, NotifyTarget& notify) {
   return {
@@ -235,6 +243,52 @@ bool CQuillDoc::JumpTo(const ArticleReference& article) {
   activity_ = Activity::kJump;
   NoteStatus();
   return true;
+}
+
+bool CQuillDoc::IsOpenArticleBookmarked() const {
+  const ArticleInfo& article = OpenArticle();
+  return article.IsArticle() && IsBookmarked(articles_.Of(ArticleListKind::kBookmarks), BookmarkOf(article));
+}
+
+bool CQuillDoc::ToggleBookmark() {
+  ArticleInfo article = OpenArticle();
+  if (!article.IsArticle() || !IsConnected() || connecting_) return false;
+  // One that is there is found without its code.
+  if (!article.code.empty() || IsOpenArticleBookmarked()) {
+    ToggleBookmarkOf(article);
+    return true;
+  }
+  const bool started = automation_.Run([](ScreenWaits& waits) { return AskArticleCode(waits); },
+                                       [this, article](const std::u16string& code) mutable {
+                                         article.code = code;
+                                         NoteStatus();
+                                         ToggleBookmarkOf(article);
+                                       });
+  if (!started) return false;
+  activity_ = Activity::kAskCode;
+  NoteStatus();
+  return true;
+}
+
+void CQuillDoc::ToggleBookmarkOf(const ArticleInfo& article) {
+  bool added = false;
+  if (article.code.empty() && !IsOpenArticleBookmarked()) {
+    emit BookmarkEnded(BookmarkEnd::kNoCode);
+    return;
+  }
+  ChangeArticleList(ArticleListKind::kBookmarks,
+                    [&](ArticleFolder& root) { added = quillet::ToggleBookmark(root, BookmarkOf(article)); });
+  emit BookmarkEnded(added ? BookmarkEnd::kAdded : BookmarkEnd::kRemoved);
+}
+
+void CQuillDoc::ChangeArticleList(ArticleListKind kind, const std::function<void(ArticleFolder&)>& change) {
+  const std::string_view name = kArticleListFiles[static_cast<std::size_t>(kind)];
+  // A damaged file is kept aside, and the list as it was last read or written is the whole one.
+  if (const auto others = files_.ReadAgain(name); others && !others->isDamaged)
+    TakeArticleLines(others->now, kind, WebHostsOf(endpoints_), articles_);
+  change(articles_.Of(kind));
+  SaveArticleList(files_, articles_, kind);
+  emit ArticleListsChanged();
 }
 
 bool CQuillDoc::StopActivity() {

@@ -58,6 +58,13 @@ struct LoginEnd {
   QString said;  // the BBS's own words when it refused
 };
 
+// How the wish for a bookmark ended.
+enum class BookmarkEnd {
+  kAdded,
+  kRemoved,
+  kNoCode  // the BBS did not tell the article's code
+};
+
 class CQuillDoc : public QObject {
   Q_OBJECT
 
@@ -84,6 +91,11 @@ class CQuillDoc : public QObject {
   // Goes to an article and opens it; JumpEnded follows unless the user takes over. False, and nothing
   // happens, without a connection or while another automation is at work.
   bool JumpTo(const ArticleReference& article);
+  // Puts the open article among the bookmarks, or takes it out; BookmarkEnded follows. Asks the BBS for the
+  // article's code where it is not known. False, and nothing happens, without an open article or a
+  // connection, or while another automation is at work.
+  bool ToggleBookmark();
+  bool IsOpenArticleBookmarked() const;
   // What an automation is doing for the user now.
   Activity CurrentActivity() const { return automation_.IsRunning() ? activity_ : Activity::kNone; }
   // An automation has not ended, even if the user has taken over.
@@ -101,6 +113,7 @@ class CQuillDoc : public QObject {
   SessionDriver& Driver() { return driver_; }
   MessageTarget& Messages() { return messages_; }
   const PageTests& Pages() const { return classifier_.Pages(); }
+  const PageFacts& PageReader() const { return facts_; }
   const Endpoints& Hosts() const { return endpoints_; }
 
   // A dialog that changes it calls ApplySettings when it has done so; single values go through Change.
@@ -110,9 +123,13 @@ class CQuillDoc : public QObject {
   AccountStore& Account() { return account_; }
   Registry& UserRegistry() { return registry_; }
   const ArticleInfo& OpenArticle() const { return article_.Current(); }
+  // An article is open, even where its header has not been seen.
+  bool IsArticleOpen() const { return article_.IsOpen(); }
   // Empty while nobody is known to be logged in.
   const std::u16string& LoginId() const { return loginId_.Id(); }
-  ArticleLists& Articles() { return articles_; }
+  const ArticleLists& Articles() const { return articles_; }
+  // Takes in what another program has written to the list's file, changes the list and saves it.
+  void ChangeArticleList(ArticleListKind kind, const std::function<void(ArticleFolder&)>& change);
   BoardWeights& Boards() { return boards_; }
   // One value, applied and saved at once. Nothing when it stands there already.
   void Change(std::u16string_view section, std::u16string_view key, std::u16string_view value);
@@ -137,6 +154,9 @@ class CQuillDoc : public QObject {
   void ConnectionBegins();
   void LoginEnded(const LoginEnd& end);
   void JumpEnded(const ArticleReference& article, JumpResult result);
+  void BookmarkEnded(quillet::BookmarkEnd end);
+  // One of the lists of articles is different.
+  void ArticleListsChanged();
   // State, status or title are different from before.
   void StatusChanged();
   // A setting or a list is different, or could not be saved.
@@ -152,6 +172,7 @@ class CQuillDoc : public QObject {
   void Begin(Attempt attempt);
   void RunConnect(bool autoLogin);
   void StartLogin(const LoginOrder& order);
+  void ToggleBookmarkOf(const ArticleInfo& article);
   void OnLoginDone(const LoginOrder& order, LoginResult result, const std::u16string& said);
   // Before the connection that it runs on is replaced or closed: nothing of it is left when this returns.
   void EndAutomation();

@@ -1,38 +1,66 @@
 #include "app/quill_view.h"
 
+#include <algorithm>
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QtMath>
 
+#include "app/article_words.h"
 #include "app/key_adapter.h"
 #include "app/panel_look.h"
+#include "app/seconds_now.h"
 #include "bbs/page_flags.h"
 #include "input/screen_text.h"
 
 namespace quillet {
 
+namespace {
+
+// What ages keep away from at the right edge, in widget units: the article's scroll bar.
+constexpr qreal kRightInset = 10;
+// The rows that the buttons in the left margin lie beside.
+constexpr int kButtonRows = 5;
+
+bool HasFlagsAtTop(const Page& page) {
+  return std::any_of(page.begin(), page.begin() + kButtonRows,
+                     [](const PageRow& row) { return row.pennants != 0; });
+}
+
+}  // namespace
+
 CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
     : QWidget(parent),
       doc_(doc),
       surface_(*this),
+      toast_(images_, [this] { update(); }),
       login_(doc, *this),
+      article_(doc, *this),
+      composer_(doc, article_),
+      sideList_(doc, images_, this),
+      sideButtons_(images_, this),
       ime_(*this, surface_),
-      keys_(doc, [this](KeyCommand command) { OnCommand(command); }),
+      keys_(doc, {.command = [this](KeyCommand command) { OnCommand(command); },
+                  .userTypes = [this] { article_.OnUserKey(); },
+                  .mustWait = [this] { return article_.Reading().MustWait(); }}),
+      commands_(doc, article_, keys_, [this] { toast_.Show(DescribeNoCommand(doc_.IsConnected())); }),
+      pointer_(*this, surface_, composer_, article_,
+               {.perform = [this](ArticleCommand command) { commands_.Perform(command); },
+                .changed = [this] { RefreshFrame(); }}),
       timers_({.phaseTurned = [this] { RefreshFrame(); },
-               .tick =
-                   [this] {
-                     doc_.Driver().Tick();
-                     RefreshPanel();
-                   },
+               .tick = [this] { Tick(); },
                .animate = [this] { update(); }}) {
-  frame_.screen.Clear();
+  screen_.Clear();
   setAttribute(Qt::WA_OpaquePaintEvent);
   setAttribute(Qt::WA_InputMethodEnabled);
   setFocusPolicy(Qt::StrongFocus);
   connect(&doc_, &CQuillDoc::StatusChanged, this, &CQuillView::RefreshPanel);
   connect(&doc_, &CQuillDoc::SettingsChanged, this, &CQuillView::OnSettingsChanged);
   ConnectLogin();
+  ConnectArticle();
+  ConnectSideLists();
   doc_.Messages().Attach(this);
   ApplyDisplaySettings();
   NoteVersion();
@@ -62,12 +90,88 @@ void CQuillView::ConnectLogin() {
   });
 }
 
+void CQuillView::ConnectArticle() {
+  connect(&article_, &ArticleView::Changed, this, [this] {
+    keys_.Flush();
+    RefreshFrame();
+  });
+  connect(&article_, &ArticleView::NewsArrived, this, &CQuillView::TellNews);
+  connect(&article_, &ArticleView::BytesForBbs, this, [this](const QByteArray& bytes) {
+    keys_.Perform({.kind = KeyActionKind::kSendBytes, .bytes = bytes.toStdString()});
+  });
+  connect(&doc_, &CQuillDoc::BookmarkEnded, this,
+          [this](BookmarkEnd end) { toast_.Show(DescribeBookmarkEnd(end), EmbeddedImage::kBookmarkList); });
+}
+
+void CQuillView::ConnectSideLists() {
+  connect(&doc_, &CQuillDoc::ArticleListsChanged, this, [this] {
+    sideList_.Refresh();
+    TellFileProblems();
+    RefreshFrame();
+  });
+  connect(&sideList_, &SideListView::ArticleChosen, this, [this](const ArticleReference& article) {
+    sideList_.Close();
+    article_.OnUserKey();
+    if (!doc_.JumpTo(article)) ShowNotice(DescribeNoJump(doc_.IsConnected()));
+  });
+  connect(&sideList_, &SideListView::Closed, this, [this] { setFocus(); });
+  connect(&sideButtons_, &SideButtons::Clicked, this, &CQuillView::OnSideButton);
+  connect(&background_, &BackgroundPicture::Loaded, this, &CQuillView::ApplyBackground);
+  connect(&background_, &BackgroundPicture::Failed, this,
+          [this](const QString& source, const QString& reason) {
+            ShowNotice(DescribeNoBackground(source, reason));
+          });
+}
+
+void CQuillView::OnSideButton(SideButton button) {
+  switch (button) {
+    case SideButton::kHotList:
+      return sideList_.Toggle(ArticleListKind::kHot);
+    case SideButton::kTrackedList:
+      return sideList_.Toggle(ArticleListKind::kTracked);
+    case SideButton::kBookmarkList:
+      return sideList_.Toggle(ArticleListKind::kBookmarks);
+    case SideButton::kOptions:
+      emit OptionsRequested();
+      break;
+  }
+}
+
+void CQuillView::TellNews(const ArticleNews& news) {
+  toast_.Show(DescribeNews(news), news.edited ? EmbeddedImage::kEdited : EmbeddedImage::kNews);
+  // Who reads here sees it without a sound.
+  if (!isActiveWindow()) doc_.Driver().Signal(SignalSound::kUpdated);
+}
+
 void CQuillView::AskLogin() {
   login_.Show();
 }
 
-void CQuillView::PlaceLogin() {
-  login_.Place(surface_.CurrentLayout().rowHeight / surface_.Scale());
+void CQuillView::PlaceOverlays() {
+  const Layout& layout = surface_.CurrentLayout();
+  const qreal scale = surface_.Scale();
+  const qreal unit = layout.rowHeight / scale;
+  const bool work = doc_.Fields().work;
+  login_.Place(unit);
+  sideList_.Place(rect(), unit);
+  PlaceSideButtons();
+  article_.PlaceScrollBar(rect(), work);
+}
+
+void CQuillView::PlaceSideButtons() {
+  const Layout& layout = surface_.CurrentLayout();
+  const qreal scale = surface_.Scale();
+  const QRect margin(0, qFloor(layout.originY / scale), qMax(0, qFloor(layout.originX / scale)), height());
+  // The flags of listed ids stand in the margin too, and come first.
+  flagsAtTop_ = HasFlagsAtTop(frame_.page);
+  sideButtons_.Place(margin, !doc_.Fields().hideTopLeftIcons && !doc_.Fields().work && !flagsAtTop_);
+}
+
+void CQuillView::SetLayoutMode(LayoutMode mode) {
+  surface_.SetLayoutMode(mode);
+  RefreshFrame();
+  PlaceOverlays();
+  UpdateIme(ImeAdapter::Move::kForced);
 }
 
 void CQuillView::NoteVersion() {
@@ -80,21 +184,37 @@ void CQuillView::TellFileProblems() {
 
 void CQuillView::ApplyDisplaySettings() {
   surface_.ApplySettings(doc_.Display());
-  ime_.SetFont(QString::fromStdU16String(doc_.Display().font));
+  ime_.ApplySettings(doc_.Display());
+  background_.SetSource(QString::fromStdU16String(doc_.Fields().backgroundPicture));
+  ApplyBackground();
+  composer_.TakeRules();
+  sideList_.Refresh();
+  PlaceOverlays();
+  UpdateIme(ImeAdapter::Move::kForced);
+}
+
+void CQuillView::ApplyBackground() {
+  surface_.SetBackdrop({.picture = background_.Picture(),
+                        .style = static_cast<BackdropStyle>(doc_.Fields().backgroundPictureStyle),
+                        .opacityPercent = doc_.Fields().backPicOpacity});
   RefreshFrame();
-  PlaceLogin();
-  ime_.UpdatePosition(frame_.screen.cursorRow, frame_.screen.cursorCol, ImeAdapter::Move::kForced);
+}
+
+void CQuillView::UpdateIme(ImeAdapter::Move move) {
+  const int row = composer_.PageRowOf(screen_.cursorRow);
+  const RowSize size = row < 0 ? RowSize::kOrdinary : frame_.page[static_cast<std::size_t>(row)].size;
+  ime_.UpdatePosition(row < 0 ? screen_.cursorRow : row, screen_.cursorCol, move, size);
 }
 
 void CQuillView::Paste() {
   // The BBS's editor does not wrap.
-  const bool breaks = doc_.Fields().pasteAutoChangeLine && (frame_.screen.pageFlags & PF_EDITOR) != 0;
+  const bool breaks = doc_.Fields().pasteAutoChangeLine && (screen_.pageFlags & PF_EDITOR) != 0;
   keys_.SendText(CleanPaste(QGuiApplication::clipboard()->text().toStdU16String()),
                  breaks ? Wrap::kAt78ColumnsLeftOpen : Wrap::kNone);
 }
 
 void CQuillView::CopyScreen() {
-  QGuiApplication::clipboard()->setText(QString::fromStdU16String(ScreenAsText(frame_.screen)));
+  QGuiApplication::clipboard()->setText(QString::fromStdU16String(ScreenAsText(screen_)));
 }
 
 void CQuillView::SendControl(char code) {
@@ -125,16 +245,37 @@ void CQuillView::keyPressEvent(QKeyEvent* event) {
 }
 
 bool CQuillView::Claims(const QKeyEvent& event) const {
-  return DecideKey(ToKeyPress(event), frame_.screen).kind != KeyActionKind::kNone;
+  return DecideKey(ToKeyPress(event), screen_).kind != KeyActionKind::kNone;
 }
 
 bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
   const KeyPress press = ToKeyPress(event);
-  const KeyAction action = DecideKey(press, frame_.screen);
-  if (action.kind != KeyActionKind::kCommand && HandlePanelKey(press.virtualKey)) return true;
-  if (press.virtualKey == kKeyEscape && doc_.StopActivity()) return true;
+  const KeyAction action = DecideKey(press, screen_);
+  if (action.kind != KeyActionKind::kCommand) {
+    if (HandlePanelKey(press.virtualKey)) return true;
+    const bool plain = !press.control && !press.alt;
+    if (plain && sideList_.Shown() && sideList_.OnKey(press.virtualKey)) return true;
+    if (press.virtualKey == kKeyEscape && HandleEscape()) return true;
+    if (HandleArticleKey(press, event.isAutoRepeat())) return true;
+  }
   timers_.RestartCaret();
   return keys_.Perform(action);
+}
+
+bool CQuillView::HandleEscape() {
+  if (composer_.EndReveal()) {
+    RefreshFrame();
+    return true;
+  }
+  return doc_.StopActivity();
+}
+
+bool CQuillView::HandleArticleKey(const KeyPress& press, bool repeated) {
+  if (article_.IsShown() && article_.OnKey(press, repeated)) return true;
+  const ArticleCommand command = ArticleCommands::OfKey(press);
+  if (command == ArticleCommand::kNone || !composer_.Offers(command)) return false;
+  if (!repeated) commands_.Perform(command);
+  return true;
 }
 
 bool CQuillView::HandlePanelKey(int virtualKey) {
@@ -146,6 +287,14 @@ bool CQuillView::HandlePanelKey(int virtualKey) {
   else
     return false;
   return true;
+}
+
+void CQuillView::PerformArticleCommand(ArticleCommand command) {
+  const bool reading = (screen_.pageFlags & PF_READING) != 0 && doc_.OpenArticle().IsArticle();
+  if (article_.IsShown() || reading)
+    commands_.Perform(command);
+  else
+    toast_.Show(DescribeNoCommand(doc_.IsConnected()));
 }
 
 void CQuillView::PerformPanelAction(PanelAction action) {
@@ -178,20 +327,40 @@ void CQuillView::OnCommand(KeyCommand command) {
     Paste();
   else if (command == KeyCommand::kCopyScreen)
     CopyScreen();
+  else if (command == KeyCommand::kReveal)
+    Reveal();
   else
     emit CommandRequested(command);
+}
+
+void CQuillView::Reveal() {
+  composer_.PressReveal(SteadyMilliseconds());
+  RefreshFrame();
 }
 
 void CQuillView::TakeMessages() {
   MessageTarget::Messages messages = doc_.Messages().Take();
   if (messages.screen) {
-    frame_.screen = *messages.screen;
+    screen_ = *messages.screen;
     ++screenCount_;
-    doc_.OnScreen(frame_.screen, messages.reason);
+    if (messages.reason != ScreenReason::kUpdated) keys_.DropWaiting();
+    doc_.OnScreen(screen_, messages.reason);
+    if (doc_.IsAutomationBusy()) article_.OnUserKey();
+    article_.OnScreen(screen_);
+    composer_.OnScreen(screen_);
+    keys_.Flush();
     RefreshFrame();
-    ime_.UpdatePosition(frame_.screen.cursorRow, frame_.screen.cursorCol, ImeAdapter::Move::kIfChanged);
+    UpdateIme(ImeAdapter::Move::kIfChanged);
   }
   if (messages.bell) doc_.Driver().OnBell(doc_.IsAutomationBusy());
+}
+
+void CQuillView::Tick() {
+  doc_.Driver().Tick();
+  RefreshPanel();
+  const bool busy = doc_.IsAutomationBusy() || panel_.IsActive() || login_.IsOpen() || ime_.IsComposing();
+  article_.OnTick(!busy && isVisible());
+  keys_.Flush();
 }
 
 void CQuillView::RefreshPanel() {
@@ -199,6 +368,8 @@ void CQuillView::RefreshPanel() {
   const PanelText before = panel_.Text();
   panel_.SetSession(DescribeSession(doc_.Facts()));
   login_.SetCovered(panel_.HasNotice());
+  ime_.SetEnabled(!panel_.IsActive() && !login_.IsShown());
+  article_.SetHeld(doc_.CurrentActivity() == Activity::kAskCode);
   if (badge_.SetText(DescribeActivity(doc_.CurrentActivity())) || !badge_.Text().isEmpty()) update();
   if (panel_.IsShown() != wasShown || panel_.Text() != before) update();
   timers_.SetAnimating(panel_.IsBusy());
@@ -206,33 +377,38 @@ void CQuillView::RefreshPanel() {
 }
 
 void CQuillView::RefreshFrame() {
-  frame_.blinkOff = timers_.BlinkOff();
-  frame_.showCaret =
+  const bool caret =
       timers_.CaretOn() && hasFocus() && !login_.IsShown() && !panel_.IsActive() && doc_.IsConnected();
+  frame_.blinkOff = timers_.BlinkOff();
+  frame_.rightInset = qCeil(kRightInset * surface_.Scale());
+  composer_.Compose(screen_, caret, frame_);
   surface_.Refresh(frame_);
+  if (HasFlagsAtTop(frame_.page) != flagsAtTop_) PlaceSideButtons();
 }
 
 void CQuillView::paintEvent(QPaintEvent* event) {
   // The scale factor can change without any other event when the window moves to another screen.
   if (surface_.FollowWidget()) {
     surface_.Refresh(frame_);
-    QMetaObject::invokeMethod(this, &CQuillView::PlaceLogin, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, &CQuillView::PlaceOverlays, Qt::QueuedConnection);
   }
   const qreal unit = surface_.CurrentLayout().rowHeight / surface_.Scale();
   QPainter painter(this);
   surface_.Paint(painter, event->rect());
   ime_.Paint(painter);
-  badge_.Paint(painter, rect(), unit);
+  const panel_look::Colours& colours = panel_look::ColoursFor(doc_.Fields().work);
+  badge_.Paint(painter, rect(), unit, colours);
+  toast_.Paint(painter, rect(), unit, colours);
   if (login_.IsShown())
-    painter.fillRect(rect(), panel_look::kCalmScrim);
+    painter.fillRect(rect(), colours.calmScrim);
   else
-    panel_.Paint(painter, rect(), unit);
+    panel_.Paint(painter, rect(), unit, colours);
 }
 
 void CQuillView::resizeEvent(QResizeEvent* /*event*/) {
   RefreshFrame();
-  PlaceLogin();
-  ime_.UpdatePosition(frame_.screen.cursorRow, frame_.screen.cursorCol, ImeAdapter::Move::kForced);
+  PlaceOverlays();
+  UpdateIme(ImeAdapter::Move::kForced);
 }
 
 void CQuillView::inputMethodEvent(QInputMethodEvent* event) {
@@ -256,13 +432,27 @@ void CQuillView::focusInEvent(QFocusEvent* event) {
 
 void CQuillView::focusOutEvent(QFocusEvent* event) {
   timers_.SetFocused(false);
+  ime_.End();
   QWidget::focusOutEvent(event);
 }
 
 void CQuillView::mousePressEvent(QMouseEvent* event) {
+  if (!panel_.IsActive() && !login_.IsShown() && pointer_.OnPress(*event)) return;
   if (!panel_.IsActive()) panel_.Recall();
   RefreshPanel();
   QWidget::mousePressEvent(event);
+}
+
+void CQuillView::mouseMoveEvent(QMouseEvent* event) {
+  pointer_.OnMove(event->position());
+}
+
+void CQuillView::leaveEvent(QEvent* /*event*/) {
+  pointer_.OnLeave();
+}
+
+void CQuillView::wheelEvent(QWheelEvent* event) {
+  if (!pointer_.OnWheel(*event)) QWidget::wheelEvent(event);
 }
 
 bool CQuillView::focusNextPrevChild(bool /*next*/) {

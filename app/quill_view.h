@@ -5,13 +5,21 @@
 #include <QWidget>
 
 #include "app/activity_badge.h"
+#include "app/article_commands.h"
+#include "app/article_view.h"
+#include "app/background_picture.h"
 #include "app/file_words.h"
 #include "app/frame_surface.h"
 #include "app/ime_adapter.h"
 #include "app/key_dispatch.h"
 #include "app/login_desk.h"
+#include "app/page_composer.h"
+#include "app/pointer_control.h"
 #include "app/quill_doc.h"
+#include "app/side_buttons.h"
+#include "app/side_list_view.h"
 #include "app/status_panel.h"
+#include "app/toast.h"
 #include "app/view_timers.h"
 
 namespace quillet {
@@ -29,17 +37,28 @@ class CQuillView : public QWidget {
   void ApplyDisplaySettings();
   void Paste();
   void CopyScreen();
+  // What the Tab key does on pages with ids.
+  void Reveal();
   // A key that the client keeps for itself, for those who need it on the BBS.
   void SendControl(char code);
   void ShowNotice(const PanelText& notice);
   // Opens the login form.
   void AskLogin();
 
-  const ScreenSnapshot& Screen() const { return frame_.screen; }
+  void SetLayoutMode(LayoutMode mode);
+  // On the article that is open; says so when there is none.
+  void PerformArticleCommand(ArticleCommand command);
+  SideListView& SideList() { return sideList_; }
+  SideButtons& Buttons() { return sideButtons_; }
+
+  const ScreenSnapshot& Screen() const { return screen_; }
+  const FrameState& Frame() const { return frame_; }
+  const ArticleView& Article() const { return article_; }
   const StatusPanel& Panel() const { return panel_; }
   const FrameSurface& Surface() const { return surface_; }
   const LoginDesk& Login() const { return login_; }
   const ActivityBadge& Badge() const { return badge_; }
+  const Toast& LastToast() const { return toast_; }
   // Screens taken over so far; tells whether the picture has come to rest.
   unsigned ScreenCount() const { return screenCount_; }
   QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
@@ -48,6 +67,7 @@ class CQuillView : public QWidget {
   // The frame's business: the address dialog, full screen.
   void CommandRequested(KeyCommand command);
   void DemoRequested();
+  void OptionsRequested();
 
  protected:
   bool event(QEvent* event) override;
@@ -58,6 +78,9 @@ class CQuillView : public QWidget {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
   bool focusNextPrevChild(bool next) override;
 
  private:
@@ -66,26 +89,47 @@ class CQuillView : public QWidget {
   // Returns true when the key was consumed.
   bool PreTranslateMessage(const QKeyEvent& event);
   bool HandlePanelKey(int virtualKey);
+  bool HandleEscape();
+  bool HandleArticleKey(const KeyPress& press, bool repeated);
   void PerformPanelAction(PanelAction action);
   void OnCommand(KeyCommand command);
+  void OnSideButton(SideButton button);
   void TakeMessages();
+  void Tick();
   void TellFileProblems();
+  void TellNews(const ArticleNews& news);
   void NoteVersion();
   void ConnectLogin();
-  void PlaceLogin();
+  void ConnectArticle();
+  void ConnectSideLists();
+  void ApplyBackground();
+  void PlaceOverlays();
+  void PlaceSideButtons();
   void RefreshPanel();
   void RefreshFrame();
+  void UpdateIme(ImeAdapter::Move move);
 
   CQuillDoc& doc_;
+  ScreenSnapshot screen_;
   FrameState frame_;
   unsigned screenCount_ = 0;
+  bool flagsAtTop_ = false;  // in the picture; the side buttons leave them the margin
+  EmbeddedImages images_;
   FrameSurface surface_;
   StatusPanel panel_;
   ActivityBadge badge_;
+  Toast toast_;
   LoginDesk login_;
+  ArticleView article_;
+  PageComposer composer_;
+  SideListView sideList_;
+  SideButtons sideButtons_;
+  BackgroundPicture background_;
   ToldProblems toldProblems_;
   ImeAdapter ime_;
   KeyDispatch keys_;
+  ArticleCommands commands_;
+  PointerControl pointer_;
   ViewTimers timers_;
 };
 

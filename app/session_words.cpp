@@ -167,6 +167,8 @@ QString DescribeActivity(Activity activity) {
       return u"登入中　按 Esc 或直接輸入就自己來"_qs;
     case Activity::kJump:
       return u"前往文章　按 Esc 停止"_qs;
+    case Activity::kAskCode:
+      return u"查詢文章代碼"_qs;
     case Activity::kNone:
       break;
   }

@@ -65,7 +65,7 @@ LoginComplaint DescribeBrokenLogin(const SessionFacts& facts);
 LoginComplaint DescribeUnsealable(std::size_t longest);
 
 // What the client does for the user by itself.
-enum class Activity { kNone, kLogin, kJump };
+enum class Activity { kNone, kLogin, kJump, kAskCode };
 QString DescribeActivity(Activity activity);  // empty for none
 
 // Why a jump did not come about; no title when it did, or when the connection's own words say it.

@@ -8,27 +8,44 @@
 
 #include <QFontMetricsF>
 
-#include "app/panel_look.h"
-
 namespace quillet {
 namespace {
 
 constexpr qint64 kBusyDelayMs = 200;
 
-using namespace panel_look;
+using panel_look::Colours;
 
-QColor AccentOf(PanelTone tone) {
+// Of the panel's letters.
+constexpr qreal kTitleSize = 1.3;
+constexpr qreal kHintSize = 0.9;
+// In the panel's letters.
+constexpr qreal kPadding = 1.5;
+constexpr qreal kFirstLineGap = 0.7;
+constexpr qreal kLineGap = 0.35;
+constexpr qreal kHintGap = 1.1;
+constexpr qreal kNarrowest = 15;
+constexpr qreal kWidest = 34;
+constexpr qreal kLeastText = 8;  // even where the window is narrower
+constexpr qreal kCorner = 0.35;
+constexpr qreal kMark = 0.18;
+constexpr qreal kDotStep = 0.62;
+constexpr qreal kDotRadius = 0.15;
+constexpr qreal kDotsGap = 0.6;
+// Of the window's width.
+constexpr qreal kWidestShare = 0.8;
+
+QColor MarkOf(PanelTone tone, const Colours& colours) {
   switch (tone) {
     case PanelTone::kBusy:
-      return kBusy;
+      return colours.busy;
     case PanelTone::kEnded:
-      return kEnded;
+      return colours.ended;
     case PanelTone::kProblem:
-      return kProblem;
+      return colours.problem;
     case PanelTone::kCalm:
       break;
   }
-  return kCalm;
+  return colours.calm;
 }
 
 struct Block {
@@ -48,14 +65,18 @@ QFont Sized(const QFont& base, qreal pixels, QFont::Weight weight) {
   return font;
 }
 
-std::vector<Block> BlocksOf(const PanelText& text, const QFont& base, qreal size) {
+std::vector<Block> BlocksOf(const PanelText& text, const QFont& base, qreal size, const Colours& colours) {
   std::vector<Block> blocks;
-  blocks.push_back({text.title, Sized(base, size * 1.3, QFont::DemiBold), kTitle, 0, {}});
+  blocks.push_back({text.title, Sized(base, size * kTitleSize, QFont::DemiBold), colours.title, 0, {}});
   for (qsizetype i = 0; i < text.lines.size(); ++i)
-    blocks.push_back(
-        {text.lines[i], Sized(base, size, QFont::Normal), kLine, size * (i == 0 ? 0.7 : 0.35), {}});
+    blocks.push_back({text.lines[i],
+                      Sized(base, size, QFont::Normal),
+                      colours.line,
+                      size * (i == 0 ? kFirstLineGap : kLineGap),
+                      {}});
   if (!text.hint.isEmpty())
-    blocks.push_back({text.hint, Sized(base, size * 0.9, QFont::Normal), kHint, size * 1.1, {}});
+    blocks.push_back(
+        {text.hint, Sized(base, size * kHintSize, QFont::Normal), colours.hint, size * kHintGap, {}});
   return blocks;
 }
 
@@ -74,6 +95,14 @@ QSizeF StackBlocks(std::vector<Block>& blocks, qreal widest) {
   return {std::min(width, widest), bottom};
 }
 
+void PaintBlocks(QPainter& painter, const std::vector<Block>& blocks, const QPointF& corner) {
+  for (const Block& block : blocks) {
+    painter.setFont(block.font);
+    painter.setPen(block.colour);
+    painter.drawText(block.place.translated(corner), kWrap, block.text);
+  }
+}
+
 // Three dots that swell one after another.
 void PaintDots(QPainter& painter, QPointF at, qreal size, QColor colour, qint64 elapsedMs) {
   constexpr qreal kPeriodMs = 1400;
@@ -83,7 +112,7 @@ void PaintDots(QPainter& painter, QPointF at, qreal size, QColor colour, qint64 
     const qreal swell = 0.5 - 0.5 * std::cos(2 * std::numbers::pi * phase);
     colour.setAlphaF(static_cast<float>(0.3 + 0.7 * swell));
     painter.setBrush(colour);
-    painter.drawEllipse(at + QPointF(i * size * 0.62, 0), size * 0.15, size * 0.15);
+    painter.drawEllipse(at + QPointF(i * size * kDotStep, 0), size * kDotRadius, size * kDotRadius);
   }
 }
 
@@ -124,39 +153,36 @@ void StatusPanel::Dismiss() {
     notices_.removeFirst();
 }
 
-void StatusPanel::Paint(QPainter& painter, const QRectF& area, qreal unit) const {
+void StatusPanel::Paint(QPainter& painter, const QRectF& area, qreal unit, const Colours& colours) const {
   if (!IsShown()) return;
   const PanelText& text = Text();
-  const qreal size = TextSize(unit);
-  const qreal padding = std::round(size * 1.5);
-  std::vector<Block> blocks = BlocksOf(text, painter.font(), size);
-  const QSizeF content = StackBlocks(blocks, std::max(size * 8, std::min(size * 34, area.width() * 0.8)));
-  QRectF panel(0, 0, std::max(content.width(), size * 15) + 2 * padding, content.height() + 2 * padding);
+  const qreal size = panel_look::TextSize(unit);
+  const qreal padding = std::round(size * kPadding);
+  std::vector<Block> blocks = BlocksOf(text, painter.font(), size, colours);
+  const QSizeF content =
+      StackBlocks(blocks, std::max(size * kLeastText, std::min(size * kWidest, area.width() * kWidestShare)));
+  QRectF panel(0, 0, std::max(content.width(), size * kNarrowest) + 2 * padding,
+               content.height() + 2 * padding);
   panel.moveTo(std::round(area.center().x() - panel.width() / 2),
                std::round(area.center().y() - panel.height() / 2));
 
   painter.save();
-  painter.fillRect(area, text.tone == PanelTone::kCalm ? kCalmScrim : kScrim);
+  painter.fillRect(area, text.tone == PanelTone::kCalm ? colours.calmScrim : colours.scrim);
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(kBorder, 1));
-  painter.setBrush(kFill);
-  painter.drawRoundedRect(panel.adjusted(0.5, 0.5, -0.5, -0.5), size * 0.35, size * 0.35);
-  const QRectF accent(panel.left() + padding * 0.5, panel.top() + padding, std::round(size * 0.18),
-                      blocks.front().place.height());
-  painter.fillRect(accent, AccentOf(text.tone));
-  for (const Block& block : blocks) {
-    painter.setFont(block.font);
-    painter.setPen(block.colour);
-    painter.drawText(block.place.translated(panel.left() + padding, panel.top() + padding), kWrap,
-                     block.text);
-  }
+  painter.setPen(QPen(colours.border, 1));
+  painter.setBrush(colours.fill);
+  painter.drawRoundedRect(panel.adjusted(0.5, 0.5, -0.5, -0.5), size * kCorner, size * kCorner);
+  const QRectF mark(panel.left() + padding * 0.5, panel.top() + padding, std::round(size * kMark),
+                    blocks.front().place.height());
+  painter.fillRect(mark, MarkOf(text.tone, colours));
+  PaintBlocks(painter, blocks, panel.topLeft() + QPointF(padding, padding));
   if (text.tone == PanelTone::kBusy) {
     const Block& title = blocks.front();
     const qreal advance = QFontMetricsF(title.font).horizontalAdvance(title.text);
     PaintDots(
         painter,
-        panel.topLeft() + QPointF(padding + advance + size * 0.6, padding + title.place.height() * 0.55),
-        size, AccentOf(text.tone), sinceShown_.elapsed());
+        panel.topLeft() + QPointF(padding + advance + size * kDotsGap, padding + title.place.height() * 0.55),
+        size, MarkOf(text.tone, colours), sinceShown_.elapsed());
   }
   painter.restore();
 }

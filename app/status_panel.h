@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QRectF>
 
+#include "app/panel_look.h"
 #include "app/session_words.h"
 
 namespace quillet {
@@ -32,7 +33,7 @@ class StatusPanel {
   void Recall() { dismissed_ = false; }
 
   // `area` is the whole client area, `unit` the height of its text rows, both in the painter's units.
-  void Paint(QPainter& painter, const QRectF& area, qreal unit) const;
+  void Paint(QPainter& painter, const QRectF& area, qreal unit, const panel_look::Colours& colours) const;
 
  private:
   PanelText session_;

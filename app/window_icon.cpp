@@ -3,6 +3,8 @@
 #include <QPainter>
 #include <QPixmap>
 
+#include "render/paint/embedded_images.h"
+
 namespace quillet {
 namespace {
 
@@ -20,40 +22,31 @@ void DrawLetter(QPainter& painter) {
   painter.fillRect(QRectF(17, 23, 9, 3.6), kCaret);
 }
 
-// Ruled lines on a white page.
-void DrawPage(QPainter& painter) {
-  constexpr QColor kEdge(0x7A, 0x86, 0x94);
-  constexpr QColor kRule(0x5A, 0x9B, 0xD5);
-  painter.setPen(QPen(kEdge, 1.5));
-  painter.setBrush(Qt::white);
-  painter.drawRect(QRectF(6, 3, 20, 26));
-  for (int line = 0; line < 5; ++line)
-    painter.fillRect(QRectF(9.5, 8 + 4 * line, line == 4 ? 7 : 13, 1.6), kRule);
-}
+constexpr int kSizes[] = {16, 24, 32, 48, 64, 128, 256};
 
-QIcon AllSizes(void (*draw)(QPainter&)) {
+}  // namespace
+
+QIcon MakeWindowIcon() {
   QIcon icon;
-  for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
+  for (const int size : kSizes) {
     QPixmap picture(size, size);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(size / 32.0, size / 32.0);
-    draw(painter);
+    DrawLetter(painter);
     painter.end();
     icon.addPixmap(picture);
   }
   return icon;
 }
 
-}  // namespace
-
-QIcon MakeWindowIcon() {
-  return AllSizes(DrawLetter);
-}
-
 QIcon MakeDisguiseIcon() {
-  return AllSizes(DrawPage);
+  EmbeddedImages images;
+  QIcon icon;
+  for (const int size : kSizes)
+    icon.addPixmap(QPixmap::fromImage(images.At(EmbeddedImage::kTextEditor, QSize(size, size))));
+  return icon;
 }
 
 }  // namespace quillet

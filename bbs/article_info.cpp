@@ -5,7 +5,6 @@
 
 #include "bbs/page_flags.h"
 #include "bbs/screen_fields.h"
-#include "core/ascii.h"
 
 namespace quillet {
 namespace {
@@ -29,13 +28,8 @@ bool Take(T& known, T seen) {
 
 // The reader calls its first page the top even when it has been scrolled by a few lines.
 bool IsScrolled(const ScreenSnapshot& screen) {
-  constexpr int kLineRangeCol = 36;
-  const std::optional<int> mark = FindCharacter(screen, kBottom, kLineRangeCol, kCols - 1, '~');
-  if (!mark) return false;
-  int col = *mark;
-  while (col > kLineRangeCol && IsAsciiDigit(screen.TextAt(kBottom, col - 1)))
-    --col;
-  return FieldNumber(screen, kBottom, col, *mark - 1) > 1;
+  const std::optional<LineRange> lines = PageFacts::ParseReaderLines(screen);
+  return lines && lines->first > 1;
 }
 
 // Cleared, and not yet drawn down to its status line.

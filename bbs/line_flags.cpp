@@ -9,9 +9,6 @@ namespace quillet {
 namespace {
 
 constexpr int kBottom = kRows - 1;
-constexpr std::uint8_t kNoFlag = 0;
-constexpr std::uint8_t kListRead = LF_LIST_READ;
-constexpr std::uint8_t kKeyword = LF_KEYWORD;
 constexpr int kListFirstRow = 3;
 constexpr int kListLastRow = 22;
 constexpr int kStatusMarkCol = 8;
@@ -45,15 +42,16 @@ std::uint8_t ListMark(const ScreenSnapshot& screen, int row) {
       return LF_LIST_READ;
     case ' ':
       // A row below the last article, or one that is not drawn yet, is blank there too.
-      return IsBlankBetween(screen, row, kListAuthorCol, kListAuthorLastCol) ? kNoFlag : kListRead;
+      if (IsBlankBetween(screen, row, kListAuthorCol, kListAuthorLastCol)) return 0;
+      return LF_LIST_READ;
     default:
       return 0;
   }
 }
 
 std::uint8_t KeywordFlag(const ScreenSnapshot& screen, int row, const Keywords& keywords) {
-  if (keywords.Empty()) return 0;
-  return keywords.Contained(FieldText(screen, row, 0, kCols - 1, Trim::kNo)) ? kKeyword : kNoFlag;
+  if (keywords.Empty() || !keywords.Contained(FieldText(screen, row, 0, kCols - 1, Trim::kNo))) return 0;
+  return LF_KEYWORD;
 }
 
 void FlagList(const ScreenSnapshot& screen, const Keywords& keywords, LineFlags& flags) {
@@ -83,16 +81,21 @@ Keywords::Keywords(const std::vector<std::u16string>& words) {
     std::transform(lowered.begin(), lowered.end(), lowered.begin(), Lower);
     begins_.set(lowered.front() % begins_.size());
   }
+  std::sort(words_.begin(), words_.end(), [](const auto& a, const auto& b) { return a.size() > b.size(); });
 }
 
 bool Keywords::Contained(std::u16string_view text) const {
-  for (; !text.empty(); text.remove_prefix(1)) {
-    if (!begins_.test(Lower(text.front()) % begins_.size())) continue;
-    if (std::any_of(words_.begin(), words_.end(),
-                    [&](const std::u16string& word) { return StartsWithLowered(text, word); }))
-      return true;
-  }
+  for (; !text.empty(); text.remove_prefix(1))
+    if (LengthAtBegin(text) != 0) return true;
   return false;
+}
+
+std::size_t Keywords::LengthAtBegin(std::u16string_view text) const {
+  if (text.empty() || !begins_.test(Lower(text.front()) % begins_.size())) return 0;
+  const auto longest = std::find_if(words_.begin(), words_.end(), [&](const std::u16string& word) {
+    return StartsWithLowered(text, word);
+  });
+  return longest == words_.end() ? 0 : longest->size();
 }
 
 LineFlags FlagLines(const PageFacts& facts, const ScreenSnapshot& screen, const Keywords& keywords) {

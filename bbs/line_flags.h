@@ -6,6 +6,7 @@
 #include <bitset>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "bbs/page_facts.h"
@@ -30,9 +31,11 @@ class Keywords {
   explicit Keywords(const std::vector<std::u16string>& words);  // empty ones are left out
   bool Empty() const { return words_.empty(); }
   bool Contained(std::u16string_view text) const;
+  // The length of the longest one that `text` begins with, in UTF-16 units; 0 when it begins with none.
+  std::size_t LengthAtBegin(std::u16string_view text) const;
 
  private:
-  std::vector<std::u16string> words_;  // in lower case
+  std::vector<std::u16string> words_;  // in lower case, longer ones first
   std::bitset<256> begins_;            // by the low byte of their first characters
 };
 

@@ -1,6 +1,7 @@
 #include "bbs/page_facts.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "bbs/article_code.h"
 #include "bbs/header_time.h"
@@ -218,6 +219,20 @@ int PageFacts::ParseReaderLastLine(const ScreenSnapshot& screen) {
   const std::optional<int> mark = FindCharacter(screen, kBottom, kLineRangeCol, kCols - 1, '~');
   if (!mark) return kNoLine;
   return std::max(1, FieldNumber(screen, kBottom, *mark + 1, kCols - 1));
+}
+
+std::optional<LineRange> PageFacts::ParseReaderLines(const ScreenSnapshot& screen) {
+  constexpr int kTooLarge = std::numeric_limits<int>::max();
+  const std::optional<int> mark = FindCharacter(screen, kBottom, kLineRangeCol, kCols - 1, '~');
+  if (!mark) return std::nullopt;
+  int begin = *mark;
+  while (begin > 0 && IsAsciiDigit(screen.TextAt(kBottom, begin - 1)))
+    --begin;
+  const LineRange range{FieldNumber(screen, kBottom, begin, *mark - 1),
+                        FieldNumber(screen, kBottom, *mark + 1, kCols - 1)};
+  const bool alone = begin > 0 && screen.TextAt(kBottom, begin - 1) == ' ';
+  if (!alone || range.first < 1 || range.first > range.last || range.last == kTooLarge) return std::nullopt;
+  return range;
 }
 
 std::optional<int> PageFacts::ParseReaderPage(const ScreenSnapshot& screen) const {

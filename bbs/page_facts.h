@@ -17,6 +17,14 @@ namespace quillet {
 inline constexpr int kNoLine = -99;
 inline constexpr std::int32_t kNoMoney = -1;
 
+// The lines that the reader says it shows, counted from 1.
+struct LineRange {
+  int first = 0;
+  int last = 0;
+
+  bool operator==(const LineRange&) const = default;
+};
+
 class PageFacts {
  public:
   PageFacts();
@@ -51,6 +59,8 @@ class PageFacts {
   // ---- The reader's status line, and the money.
   // The last line shown; kNoLine when the line does not say, 1 when it says nothing readable.
   static int ParseReaderLastLine(const ScreenSnapshot& screen);
+  // Both ends; none unless they are numbers, 1 or more and in order, with a blank in front.
+  static std::optional<LineRange> ParseReaderLines(const ScreenSnapshot& screen);
   // The page shown, none when the line does not say.
   std::optional<int> ParseReaderPage(const ScreenSnapshot& screen) const;
   static std::int32_t ParseMoney(const ScreenSnapshot& screen);

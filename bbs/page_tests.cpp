@@ -139,16 +139,17 @@ bool PageTests::IsListCursor(const ScreenSnapshot& screen) const {
   return mark && !IsEditor(screen);
 }
 
+bool PageTests::IsParkedBehindReader(const ScreenSnapshot& screen) {
+  if (screen.cursorRow != kBottom || !screen.CursorInside() || screen.cursorCol < kReaderCursorCol ||
+      screen.curAttr != kAttrBlank)
+    return false;
+  const int col = screen.cursorCol;
+  return IsBlank(screen, kBottom, col - 1) && screen.AttrAt(kBottom, col - 1) >= kFirstColouredBackground &&
+         IsBlank(screen, kBottom, col) && screen.AttrAt(kBottom, col) == kAttrBlank;
+}
+
 bool PageTests::IsReader(const ScreenSnapshot& screen, ReaderForm form) const {
-  if (form == ReaderForm::kStrict) {
-    if (screen.cursorRow != kBottom || !screen.CursorInside() || screen.cursorCol < kReaderCursorCol ||
-        screen.curAttr != kAttrBlank)
-      return false;
-    const int col = screen.cursorCol;
-    if (!IsBlank(screen, kBottom, col - 1) || screen.AttrAt(kBottom, col - 1) < kFirstColouredBackground ||
-        !IsBlank(screen, kBottom, col) || screen.AttrAt(kBottom, col) != kAttrBlank)
-      return false;
-  }
+  if (form == ReaderForm::kStrict && !IsParkedBehindReader(screen)) return false;
   if (!Matches(screen, reader_)) return false;
   if (IsInputField(screen) && AnyMatches(screen, promptsOverReader_)) return false;
   return !IsDisputedNotice(screen);

@@ -24,6 +24,8 @@ class PageTests {
     kStrict  // and the cursor is parked behind it: the page is complete
   };
   bool IsReader(const ScreenSnapshot& screen, ReaderForm form) const;
+  // What the strict form asks of the cursor.
+  static bool IsParkedBehindReader(const ScreenSnapshot& screen);
   bool IsReaderWithHelpFooter(const ScreenSnapshot& screen) const;
   // Only meaningful on a reader page.
   bool IsReaderTop(const ScreenSnapshot& screen) const;

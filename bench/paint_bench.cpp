@@ -1,6 +1,7 @@
 // The frame painter against QPainter::drawText cell by cell, in one run: a settled screen of 900 double-width
 // characters drawn whole, one changed row, and the first frame with cold glyphs. Both ways run in turn inside
 // each iteration, and the ratios are those of the fastest passes, so that a busy machine does not blur them.
+// Then an article with all its decorations, scrolled from end to end a row at a time.
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
@@ -16,6 +17,7 @@
 
 #include "core/charset.h"
 #include "render/paint/frame_painter.h"
+#include "render/palette.h"
 
 namespace quillet {
 namespace {
@@ -47,6 +49,53 @@ ScreenSnapshot TextScreen(unsigned seed) {
   for (std::size_t row = 0; row < kRows; ++row)
     FillRow(screen, row, random);
   return screen;
+}
+
+constexpr std::size_t kArticleLines = 2000;
+
+// A line as an article's dressing leaves it: every third a push line of its own size and ground, with an age;
+// a flag, a tag, a link and the cursor bar here and there.
+PageRow DressedLine(std::size_t line, std::minstd_rand& random) {
+  ScreenSnapshot screen;
+  screen.Clear();
+  FillRow(screen, 0, random);
+  screen.text[0][78] = screen.text[0][79] = ' ';
+  PageRow row = PlainRow(screen.text[0], screen.attr[0]);
+  if (line % 3 == 0) {
+    row.size = RowSize::kPush;
+    row.age = line % 2 == 0 ? u"1個半小時前" : u"25分鐘前";
+    for (PageCell& cell : row.cells)
+      cell.back = 24;
+  }
+  if (line % 5 == 0) row.pennants = Byte(2u << random() % 7);
+  if (line % 17 == 0) {
+    row.tag = u"愛吵架的人";
+    row.tagCol = 20;
+  }
+  std::size_t style = 0;
+  if (line % 7 == 0) style |= CS_UNDERLINE;
+  if (line % 23 == 0) style |= CS_BAR;
+  for (std::size_t col = 4; col < 16; ++col)
+    row.cells[col].style = Byte(style);
+  return row;
+}
+
+std::vector<PageRow> DressedArticleLines() {
+  std::minstd_rand random(7);
+  std::vector<PageRow> lines;
+  for (std::size_t line = 0; line < kArticleLines; ++line)
+    lines.push_back(DressedLine(line, random));
+  return lines;
+}
+
+// A photograph is as uneven.
+QImage NoisyPicture(int width, int height) {
+  std::minstd_rand random(8);
+  QImage picture(width, height, QImage::Format_RGB32);
+  for (int y = 0; y < height; ++y)
+    for (int x = 0; x < width; ++x)
+      picture.setPixel(x, y, 0xFF000000u | static_cast<QRgb>(random()));
+  return picture;
 }
 
 QFont GridFont(int pixelSize) {
@@ -108,11 +157,12 @@ void BenchFrame(benchmark::State& state, int width, int height) {
   const DisplaySettings settings;
   FramePainter painter;
   painter.Resize(width, height);
-  FrameState frame;
-  frame.screen = TextScreen(1);
-  FrameState rowChanged = frame;
+  const ScreenSnapshot settled = TextScreen(1);
+  ScreenSnapshot screen = settled;
+  const FrameState frame{.page = PlainPage(screen)};
   std::minstd_rand random(2);
-  FillRow(rowChanged.screen, 12, random);
+  FillRow(screen, 12, random);
+  const FrameState rowChanged{.page = PlainPage(screen)};
   painter.Update(rowChanged);
   painter.Update(frame);
 
@@ -125,7 +175,7 @@ void BenchFrame(benchmark::State& state, int width, int height) {
     row.Time([&] { painter.Update(rowChanged); });
     row.Time([&] { painter.Update(frame); });
     nothing.Time([&] { painter.Update(frame); });
-    text.Time([&] { DrawPlain(plain, painter.CurrentLayout(), frame.screen); });
+    text.Time([&] { DrawPlain(plain, painter.CurrentLayout(), settled); });
     clear.Time([&] { std::memset(plain.bits(), 0, imageBytes); });
   }
   state.counters["drawText_over_full"] = text.Best() / full.Best();
@@ -140,8 +190,8 @@ void BenchFrame(benchmark::State& state, int width, int height) {
 
 // Sizes that nothing was drawn at yet, in turn for both ways.
 void BenchColdFrame(benchmark::State& state) {
-  FrameState frame;
-  frame.screen = TextScreen(3);
+  const ScreenSnapshot screen = TextScreen(3);
+  const FrameState frame{.page = PlainPage(screen)};
   double ours = 0;
   double plain = 0;
   double warmed = 0;
@@ -153,7 +203,7 @@ void BenchColdFrame(benchmark::State& state) {
       const double time = Seconds([&] { painter.Update(frame); });
       QImage image(width, height, QImage::Format_RGB32);
       ours += time;
-      plain += Seconds([&] { DrawPlain(image, painter.CurrentLayout(), frame.screen); });
+      plain += Seconds([&] { DrawPlain(image, painter.CurrentLayout(), screen); });
       FramePainter prepared;
       prepared.Resize(width, height);
       while (prepared.WarmUp(1000))
@@ -165,6 +215,72 @@ void BenchColdFrame(benchmark::State& state) {
   state.counters["of_plain"] = ours / plain;
   std::printf("first frame, cold glyphs: %.2f of drawText's; after WarmUp %.3f\n", ours / plain,
               warmed / plain);
+}
+
+struct Percentiles {
+  double median, most, highest;  // `most`: 99 of 100 are below
+};
+
+Percentiles Of(std::vector<double> times) {
+  std::sort(times.begin(), times.end());
+  return {times[times.size() / 2], times[times.size() * 99 / 100], times.back()};
+}
+
+// Scrolls the whole article, a row per step, top to bottom; `moving`: over a picture that moves along.
+void BenchScroll(benchmark::State& state, bool moving) {
+  const std::vector<PageRow> lines = DressedArticleLines();
+  FramePainter painter;
+  DisplaySettings settings;
+  settings.pushLineSpacing = 1;
+  painter.ApplySettings(settings);
+  if (moving) painter.SetBackdrop({NoisyPicture(1280, 1440), BackdropStyle::kMovingCrop, 40});
+  painter.Resize(1280, 720);
+  while (painter.WarmUp(1000))
+    continue;
+  const std::size_t steps = lines.size() - kRows;
+  FrameState frame{.page = {}, .rightInset = 14};
+  painter.Update(frame);  // the picture is scaled when the window gets its size
+  std::vector<double> times;
+  for (auto _ : state) {
+    times.clear();
+    double total = 0;
+    for (std::size_t top = 0; top <= steps; ++top) {
+      std::copy_n(lines.begin() + static_cast<std::ptrdiff_t>(top), kRows, frame.page.begin());
+      frame.progress = static_cast<double>(top) / static_cast<double>(steps);
+      times.push_back(1000 * Seconds([&] { painter.Update(frame); }));
+      total += times.back();
+    }
+    state.SetIterationTime(total / 1000);
+  }
+  const auto [median, most, highest] = Of(times);
+  state.counters["ms_per_step"] = median;
+  std::printf(
+      "scrolling %zu dressed lines by a row%s: %.2f ms a step, 99 of 100 below %.2f ms, the slowest %.2f "
+      "ms\n",
+      lines.size(), moving ? " over a moving picture" : "", median, most, highest);
+}
+
+// Every age is another one than in the frame before, as after a minute.
+void BenchAges(benchmark::State& state) {
+  const ScreenSnapshot screen = TextScreen(1);
+  FrameState frame{.page = PlainPage(screen), .rightInset = 14};
+  for (PageRow& row : frame.page)
+    row.cells[78].byte = row.cells[79].byte = ' ';
+  const FrameState without = frame;
+  FramePainter painter;
+  painter.Resize(1280, 720);
+  painter.Update(frame);
+  Fastest fresh, known;
+  int minute = 0;
+  for (auto _ : state) {
+    for (std::size_t row = 0; row + 1 < kRows; ++row)
+      frame.page[row].age = QStringLiteral("%1分鐘前").arg(minute++).toStdU16String();
+    state.SetIterationTime(fresh.Time([&] { painter.Update(frame); }));
+    painter.Update(without);
+    known.Time([&] { painter.Update(frame); });
+  }
+  std::printf("23 ages: %.2f ms when all are new, %.2f ms afterwards\n", 1000 * fresh.Best(),
+              1000 * known.Best());
 }
 
 void Register() {
@@ -180,6 +296,18 @@ void Register() {
       ->UseManualTime()
       ->Unit(benchmark::kMillisecond)
       ->Iterations(60);
+  benchmark::RegisterBenchmark("ages", BenchAges)
+      ->UseManualTime()
+      ->Unit(benchmark::kMillisecond)
+      ->Iterations(20);
+  benchmark::RegisterBenchmark("scroll", BenchScroll, false)
+      ->UseManualTime()
+      ->Unit(benchmark::kMillisecond)
+      ->Iterations(2);
+  benchmark::RegisterBenchmark("scroll/moving_picture", BenchScroll, true)
+      ->UseManualTime()
+      ->Unit(benchmark::kMillisecond)
+      ->Iterations(2);
 }
 
 }  // namespace

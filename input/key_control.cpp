@@ -4,6 +4,7 @@
 #include <array>
 #include <optional>
 
+#include "bbs/page_flags.h"
 #include "bbs/page_tests.h"
 #include "core/key_sequence.h"
 
@@ -108,6 +109,16 @@ std::optional<KeyAction> EditingKey(const KeyPress& press, const ScreenSnapshot&
   }
 }
 
+// On pages with ids, Tab shows what the user noted about them; the BBS's own Tab is on the back quote there.
+std::optional<KeyAction> TabOnPageWithIds(const KeyPress& press, const ScreenSnapshot& screen) {
+  constexpr std::uint32_t kTypingPages = PF_INPUT_FIELD | PF_EDITOR | PF_PUSH_LINE | PF_PUSH_OVER_READER;
+  if ((screen.pageFlags & PF_BROWSABLE) == 0 || (screen.pageFlags & kTypingPages) != 0) return std::nullopt;
+  if (press.virtualKey == kKeyTab && !press.shift && !press.control)
+    return KeyAction{.kind = KeyActionKind::kCommand, .command = KeyCommand::kReveal};
+  if (press.text == u"`") return SendBytes("\t");
+  return std::nullopt;
+}
+
 }  // namespace
 
 KeyAction DecideKey(const KeyPress& press, const ScreenSnapshot& screen) {
@@ -116,6 +127,7 @@ KeyAction DecideKey(const KeyPress& press, const ScreenSnapshot& screen) {
   if (!press.alt) {
     if (const KeyCommand command = CommandOf(press); command != KeyCommand::kNone)
       return {.kind = KeyActionKind::kCommand, .command = command};
+    if (auto action = TabOnPageWithIds(press, screen)) return *std::move(action);
     if (const auto action = EditingKey(press, screen)) return *action;
     if (!KeySequence(press.virtualKey).empty())
       return {.kind = KeyActionKind::kSendKey, .virtualKey = press.virtualKey};

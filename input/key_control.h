@@ -40,7 +40,7 @@ enum class KeyActionKind {
   kCommand
 };
 
-enum class KeyCommand { kNone, kPaste, kCopyScreen, kConnect, kFullScreen };
+enum class KeyCommand { kNone, kPaste, kCopyScreen, kConnect, kFullScreen, kReveal };
 
 struct KeyAction {
   KeyActionKind kind = KeyActionKind::kNone;

@@ -1,6 +1,6 @@
 // Puts a glyph's coverage into the picture: each pixel becomes background + (foreground - background) *
-// coverage. The innermost loop of drawing, so it has a vector form that is chosen once at run time. Called by
-// the frame painter. Pure.
+// coverage, where the background is one colour or what the picture shows already. The innermost loop of
+// drawing, so each has a vector form that is chosen once at run time. Called by the frame painter. Pure.
 #pragma once
 
 #include <cstddef>
@@ -19,7 +19,7 @@ struct BlendJob {
   int width = 0;
   int height = 0;
   std::uint32_t foreground = 0;  // 0xRRGGBB
-  std::uint32_t background = 0;
+  std::uint32_t background = 0;  // not used when blending over the picture
 };
 
 // Exactly round(background + (foreground - background) * coverage / 255) in each channel; alpha is 255.
@@ -27,6 +27,12 @@ void BlendCoverage(const BlendJob& job);
 
 // The same in plain C++, what BlendCoverage uses where the processor has no better.
 void BlendCoveragePortable(const BlendJob& job);
+
+// Exactly round(pixel + (foreground - pixel) * coverage / 255) in each channel; alpha is 255.
+void BlendCoverageOver(const BlendJob& job);
+
+// The same in plain C++.
+void BlendCoverageOverPortable(const BlendJob& job);
 
 // A rectangle of one colour.
 void FillPixels(std::uint32_t* target, std::ptrdiff_t targetStride, int width, int height,

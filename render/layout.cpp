@@ -6,9 +6,21 @@ namespace quillet {
 namespace {
 
 constexpr int kMinimumFontSize = 12;
-// A window no screen can show; keeps every product below within an int.
-constexpr int kMaximumSide = 1 << 20;
+constexpr int kScreenRows = 24;
+// A window no screen can show; bounds the growth of the row, and keeps every product below within an int.
+constexpr int kMaximumSide = 1 << 16;
 constexpr int kMaximumSpacing = 1000;
+
+// What sets the ordinary and the narrow layout apart: the first row height is twice the smaller of
+// width / widthDivisor and height / heightDivisor, and never more than twice the latter.
+struct Frame {
+  int widthDivisor;
+  int heightDivisor;
+  int wideCells;    // double-width characters that must fit the width
+  int sideMargins;  // on each side, in units of height / heightDivisor
+};
+constexpr Frame kOrdinaryFrame = {84, 48, 40, 2};
+constexpr Frame kNarrowFrame = {66, 4, 33, 0};
 
 // The width of a half-width cell as a share of the row height.
 double CellRatio(int spacing) {
@@ -23,27 +35,61 @@ int FontSizeOf(int rowHeight, int spacing) {
   return std::max(2 * HalfCellOf(rowHeight, spacing), kMinimumFontSize);
 }
 
+// The row grows as long as its double-width characters and the margins fit the width.
+int RowHeightOf(int width, int height, int lineSpacing, const Frame& frame) {
+  const int a = width / frame.widthDivisor;
+  const int b = height / frame.heightDivisor;
+  int row = 2 * std::min(a, b);
+  while (row < 2 * b &&
+         2 * (HalfCellOf(row + 1, lineSpacing) * frame.wideCells + frame.sideMargins * b) <= width)
+    ++row;
+  return std::min(row, 2 * b);
+}
+
+// Glyphs as high as their rows: the spacings have no say.
+void SizeFitted(Layout& layout, int width, int height) {
+  layout.rowHeight = 2 * std::min(width / 80, height / 48);
+  layout.fontSize = std::max(layout.rowHeight, kMinimumFontSize);
+  layout.pushFontSize = layout.fontSize;
+}
+
+void SizeSpaced(Layout& layout, int width, int height, const LayoutInput& input) {
+  const Frame& frame = input.mode == LayoutMode::kNarrow ? kNarrowFrame : kOrdinaryFrame;
+  layout.rowHeight = RowHeightOf(width, height, input.lineSpacing, frame);
+  layout.fontSize = FontSizeOf(layout.rowHeight, input.lineSpacing);
+  layout.pushFontSize = FontSizeOf(layout.rowHeight, input.pushLineSpacing);
+}
+
+void Place(Layout& layout, int width, int height, const LayoutInput& input) {
+  if (input.atTopLeft) return;
+  const int restHeight = height - kScreenRows * layout.rowHeight;
+  if (input.mode == LayoutMode::kNarrow) {
+    layout.originY = restHeight;
+    return;
+  }
+  layout.originX = (width - 40 * layout.fontSize) / 2;
+  layout.pushOriginX = std::min(layout.originX, (width - 40 * layout.pushFontSize) / 2);
+  layout.originY = restHeight / 2;
+}
+
 }  // namespace
 
 Layout RecalcLayout(const LayoutInput& input) {
   const int width = std::clamp(input.width, 1, kMaximumSide);
   const int height = std::clamp(input.height, 1, kMaximumSide);
-  const int a = width / 84;
-  const int b = height / 48;
-
-  int row = 2 * std::min(a, b);
-  // The row grows as long as 40 double-width characters and a margin of a row on each side fit the width.
-  while (row < 2 * b && 2 * (HalfCellOf(row + 1, input.lineSpacing) * 40 + 2 * b) <= width)
-    ++row;
-
   Layout layout;
-  layout.rowHeight = std::min(row, 2 * b);
-  layout.fontSize = FontSizeOf(layout.rowHeight, input.lineSpacing);
-  layout.pushFontSize = FontSizeOf(layout.rowHeight, input.pushLineSpacing);
+  if (input.mode == LayoutMode::kFitted)
+    SizeFitted(layout, width, height);
+  else
+    SizeSpaced(layout, width, height, input);
   layout.halfCell = layout.fontSize / 2;
-  layout.originX = (width - 40 * layout.fontSize) / 2;
-  layout.originY = (height - 24 * layout.rowHeight) / 2;
+  Place(layout, width, height, input);
   return layout;
+}
+
+RowGrid GridOf(const Layout& layout, RowSize size) {
+  if (size == RowSize::kPush) return {layout.pushOriginX, layout.pushFontSize / 2};
+  return {layout.originX, layout.halfCell};
 }
 
 }  // namespace quillet

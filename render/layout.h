@@ -2,13 +2,23 @@
 // settings. All lengths in device pixels, so that cell edges lie on pixels at every scale factor. Pure.
 #pragma once
 
+#include "render/page_row.h"
+
 namespace quillet {
+
+enum class LayoutMode {
+  kOrdinary,  // centred, with a margin on both sides where the width allows
+  kFitted,    // glyphs as high as their rows, as large as the window allows
+  kNarrow     // a small window that shows the lower left part of the screen, 33 double-width characters wide
+};
 
 struct LayoutInput {
   int width = 0;  // client area in device pixels
   int height = 0;
   int lineSpacing = 0;
   int pushLineSpacing = 0;
+  LayoutMode mode = LayoutMode::kOrdinary;
+  bool atTopLeft = false;  // the grid begins in the window's corner, as a text editor's does
 };
 
 struct Layout {
@@ -18,11 +28,23 @@ struct Layout {
   int pushFontSize = 12;  // the em size of push lines
   int originX = 0;        // the grid's top left corner; negative when the window is too small for it
   int originY = 0;
+  // Where push lines begin: at originX, or as far left of it as wider push lines need to be centred.
+  int pushOriginX = 0;
 
   bool operator==(const Layout&) const = default;
 };
 
-// Fits 24 rows and 40 double-width characters, centred, for any input (sizes below 1 count as 1).
+// For any input (sizes below 1 count as 1).
 Layout RecalcLayout(const LayoutInput& input);
+
+// Where the cells of a row lie from left to right, in device pixels.
+struct RowGrid {
+  int left = 0;  // of column 0
+  int halfCell = 6;
+
+  bool operator==(const RowGrid&) const = default;
+};
+
+RowGrid GridOf(const Layout& layout, RowSize size);
 
 }  // namespace quillet

@@ -22,12 +22,12 @@ char16_t UnitOfPair(unsigned lead, unsigned trail, const CharsetTables& tables) 
 
 }  // namespace
 
-RowCells DecodeRow(const ScreenRow& text, const CharsetTables& tables) {
+RowCells DecodeRow(const std::array<PageCell, kCols>& row, const CharsetTables& tables) {
   RowCells cells;
   for (std::size_t col = 0; col < kCols; ++col) {
-    const unsigned byte = text[col];
-    if (IsLead(byte) && col + 1 < kCols && IsTrail(text[col + 1])) {
-      const char16_t unit = UnitOfPair(byte, text[col + 1], tables);
+    const unsigned byte = row[col].byte;
+    if (IsLead(byte) && col + 1 < kCols && IsTrail(row[col + 1].byte)) {
+      const char16_t unit = UnitOfPair(byte, row[col + 1].byte, tables);
       cells[col] = {unit, CellPart::kLead};
       cells[++col] = {unit, CellPart::kTrail};
     } else if (IsPrintableAscii(byte)) {

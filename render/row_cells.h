@@ -1,4 +1,4 @@
-// One row of screen bytes taken apart into the characters that are drawn: the grid is kept whatever the bytes
+// One row of bytes taken apart into the characters that are drawn: the grid is kept whatever the bytes
 // are. Called by the frame painter for each row that changed. Pure.
 #pragma once
 
@@ -6,7 +6,7 @@
 #include <cstdint>
 
 #include "core/charset.h"
-#include "core/screen_snapshot.h"
+#include "render/page_row.h"
 
 namespace quillet {
 
@@ -30,6 +30,6 @@ using RowCells = std::array<RowCell, kCols>;
 
 // A lead byte (0x81-0xFE) pairs with a trail byte (0x40-0x7E, 0x80-0xFE) to its right. A byte that found no
 // partner, as when one half of a character was overwritten, and a control byte are drawn as blanks.
-RowCells DecodeRow(const ScreenRow& text, const CharsetTables& tables);
+RowCells DecodeRow(const std::array<PageCell, kCols>& row, const CharsetTables& tables);
 
 }  // namespace quillet

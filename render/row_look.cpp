@@ -1,19 +1,24 @@
 #include "render/row_look.h"
 
-#include <cmath>
+#include <algorithm>
 
+#include "render/contrast.h"
 #include "render/shape_glyphs.h"
 
 namespace quillet {
 namespace {
 
 constexpr char16_t kIdeographicSpace = 0x3000;
-constexpr int kBlue = 4;
-constexpr int kBrightBlue = 12;
-constexpr int kBlackBackground = 16;
+constexpr std::size_t kBlue = 4;
+constexpr std::size_t kBrightBlue = 12;
+constexpr std::size_t kPageGround = 16;
+constexpr std::size_t kPushGround = 24;
+constexpr std::size_t kCaptionGround = 25;
+constexpr std::size_t kBarTint = 38;
 // Contrast on black 4.8 and 8.0; still told apart from each other and from cyan.
 constexpr std::uint32_t kLighterBlue = 0x4C72E0;
 constexpr std::uint32_t kLighterBrightBlue = 0x7C9BFF;
+constexpr std::uint32_t kLightBar = 0xE0E0E0;
 // Below this contrast a bar in the character's own colour is easily missed.
 constexpr double kCaretContrast = 2.5;
 
@@ -21,31 +26,23 @@ bool IsBlank(char16_t unit) {
   return unit == u' ' || unit == kIdeographicSpace;
 }
 
-// Blocks keep their colour: in a picture they lie beside backgrounds of the same blue.
-std::uint32_t ForegroundColour(char16_t unit, std::uint8_t attr, const LookOptions& options) {
-  const int index = ForegroundIndex(attr);
-  if (options.lighterDarkBlue && BackgroundIndex(attr) == kBlackBackground && !IsFilledShape(unit)) {
-    if (index == kBlue) return kLighterBlue;
-    if (index == kBrightBlue) return kLighterBrightBlue;
-  }
-  return (*options.palette)[static_cast<std::size_t>(index)];
+bool IsDark(std::uint32_t colour) {
+  return Luminance(colour) < 0.18;
 }
 
-double LinearChannel(std::uint32_t byte) {
-  const double share = static_cast<double>(byte) / 255;
-  return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+Palette WithLighterBlue(Palette palette, std::uint32_t ground) {
+  if (!IsDark(ground)) return palette;
+  palette[kBlue] = ReadableOn(ground, kLighterBlue);
+  palette[kBrightBlue] = ReadableOn(ground, kLighterBrightBlue);
+  return palette;
 }
 
-double Luminance(std::uint32_t colour) {
-  return 0.2126 * LinearChannel(colour >> 16 & 0xFF) + 0.7152 * LinearChannel(colour >> 8 & 0xFF) +
-         0.0722 * LinearChannel(colour & 0xFF);
-}
-
-// WCAG 2 contrast ratio, 1 to 21.
-double Contrast(std::uint32_t one, std::uint32_t other) {
-  const double a = Luminance(one) + 0.05;
-  const double b = Luminance(other) + 0.05;
-  return a > b ? a / b : b / a;
+// What is written in the page's own ground colour is meant to be unseen, and stays so.
+Palette ReadableOnBar(const Palette& foregrounds, std::uint32_t page, std::uint32_t bar) {
+  Palette readable;
+  std::transform(foregrounds.begin(), foregrounds.end(), readable.begin(),
+                 [=](std::uint32_t colour) { return colour == page ? bar : ReadableOn(bar, colour); });
+  return readable;
 }
 
 void MarkCaret(int caretCol, RowLook& row) {
@@ -56,29 +53,82 @@ void MarkCaret(int caretCol, RowLook& row) {
   if (row[col].part == CellPart::kTrail) row[col - 1].caret = true;
 }
 
+bool UnderBar(const PageCell& cell) {
+  return (cell.style & CS_BAR) != 0 &&
+         (cell.back == kPageGround || cell.back == kPushGround || cell.back == kCaptionGround);
+}
+
+CellGround GroundOf(const PageCell& cell) {
+  if (UnderBar(cell)) return CellGround::kOpaque;
+  if (cell.back == kPageGround) return CellGround::kPage;
+  return cell.back == kPushGround || cell.back == kCaptionGround ? CellGround::kVeil : CellGround::kOpaque;
+}
+
 }  // namespace
 
-RowLook ResolveRow(const ScreenRow& text, const ScreenRow& attr, int caretCol, const CharsetTables& tables,
-                   const LookOptions& options) {
-  const RowCells cells = DecodeRow(text, tables);
+LookColours::LookColours(const Palette& palette, bool lighterDarkBlue)
+    : palette_(palette), onPage_(palette), onPush_(palette), onCaption_(palette) {
+  const std::uint32_t page = palette[kPageGround];
+  bar_ = IsDark(page) ? MixColours(page, palette[kBarTint], 128) : kLightBar;
+  readableBlue_ = IsDark(page) ? kLighterBlue : palette[kBlue];
+  if (lighterDarkBlue) {
+    onPage_ = WithLighterBlue(palette, page);
+    onPush_ = WithLighterBlue(palette, palette[kPushGround]);
+    onCaption_ = WithLighterBlue(palette, palette[kCaptionGround]);
+  }
+  onBar_ = ReadableOnBar(onPage_, page, bar_);
+}
+
+std::uint32_t LookColours::At(std::uint8_t index) const {
+  return palette_[std::min<std::size_t>(index, palette_.size() - 1)];
+}
+
+std::uint32_t LookColours::Background(const PageCell& cell) const {
+  return UnderBar(cell) ? bar_ : At(cell.back);
+}
+
+// Blocks keep their colour: in a picture they lie beside backgrounds of the same blue.
+std::uint32_t LookColours::Foreground(const PageCell& cell, char16_t unit) const {
+  if (cell.fore >= palette_.size() || IsFilledShape(unit)) return At(cell.fore);
+  if (UnderBar(cell)) return onBar_[cell.fore];
+  if (cell.back == kPageGround) return onPage_[cell.fore];
+  if (cell.back == kPushGround) return onPush_[cell.fore];
+  if (cell.back == kCaptionGround) return onCaption_[cell.fore];
+  return palette_[cell.fore];
+}
+
+RowLook ResolveRow(const PageRow& page, int caretCol, bool blinkOff, const CharsetTables& tables,
+                   const LookColours& colours) {
+  const RowCells cells = DecodeRow(page.cells, tables);
   RowLook row;
   for (std::size_t col = 0; col < kCols; ++col) {
-    const bool hidden = options.blinkOff && (attr[col] & kAttrBlink) != 0;
+    const PageCell& cell = page.cells[col];
+    const bool hidden = blinkOff && (cell.style & CS_BLINK) != 0;
     row[col].part = cells[col].part;
     row[col].unit = hidden || IsBlank(cells[col].unit) ? char16_t{0} : cells[col].unit;
-    row[col].background = (*options.palette)[static_cast<std::size_t>(BackgroundIndex(attr[col]))];
+    row[col].underline = (cell.style & CS_UNDERLINE) != 0;
+    row[col].ground = GroundOf(cell);
+    row[col].background = colours.Background(cell);
   }
   MarkCaret(caretCol, row);
   for (std::size_t col = 0; col < kCols; ++col) {
     CellLook& cell = row[col];
-    if (cell.unit != 0 || cell.caret) cell.foreground = ForegroundColour(cell.unit, attr[col], options);
+    if (cell.unit != 0 || cell.caret || cell.underline)
+      cell.foreground = colours.Foreground(page.cells[col], cell.unit);
   }
   return row;
 }
 
+CellLook ResolveMargin(const PageRow& page, const LookColours& colours) {
+  const PageCell& last = page.cells.back();
+  const bool spans = last.back == kPushGround || (UnderBar(last) && !page.age.empty());
+  const PageCell margin = spans ? last : PageCell{};
+  return {.ground = GroundOf(margin), .background = colours.Background(margin)};
+}
+
 std::uint32_t CaretColour(const CellLook& cell) {
   if (Contrast(cell.foreground, cell.background) >= kCaretContrast) return cell.foreground;
-  return Luminance(cell.background) > 0.18 ? 0x000000 : 0xFFFFFF;
+  return IsDark(cell.background) ? 0xFFFFFF : 0x000000;
 }
 
 }  // namespace quillet

@@ -1,21 +1,29 @@
-// What each cell of a row looks like: character, colours, caret. The frame painter draws a row from this
-// value alone and compares it with the one it drew last. Pure.
+// What each cell of a row looks like: character, colours, underline, caret. The frame painter draws a row
+// from this value alone and compares it with the one it drew last. Pure.
 #pragma once
 
 #include <array>
 #include <cstdint>
 
 #include "core/charset.h"
-#include "core/screen_snapshot.h"
+#include "render/page_row.h"
 #include "render/palette.h"
 #include "render/row_cells.h"
 
 namespace quillet {
 
+enum class CellGround : std::uint8_t {
+  kOpaque,
+  kPage,  // the page's own, which a background picture shows through
+  kVeil,  // the client's own under push lines and captions, which it shines through a little
+};
+
 struct CellLook {
   char16_t unit = 0;  // 0: nothing but the background
   CellPart part = CellPart::kSingle;
   bool caret = false;
+  bool underline = false;
+  CellGround ground = CellGround::kOpaque;
   std::uint32_t foreground = 0;  // 0xRRGGBB; 0 where nothing is drawn in it
   std::uint32_t background = 0;
 
@@ -24,16 +32,42 @@ struct CellLook {
 
 using RowLook = std::array<CellLook, kCols>;
 
-struct LookOptions {
-  const Palette* palette = nullptr;
-  bool lighterDarkBlue = true;  // blue on black in a shade that can be read
-  bool blinkOff = false;        // blinking characters are in their invisible half
+// The colours of a palette as they are drawn: what cannot be read on a ground of the client's own is lighter
+// there. Worked out once for a palette.
+class LookColours {
+ public:
+  // `lighterDarkBlue`: blue on the dark grounds comes in a shade that can be read.
+  explicit LookColours(const Palette& palette, bool lighterDarkBlue = true);
+
+  std::uint32_t Background(const PageCell& cell) const;
+  std::uint32_t Foreground(const PageCell& cell, char16_t unit) const;
+  // The ground under the cursor bar.
+  std::uint32_t Bar() const { return bar_; }
+  // A palette's index beyond the last counts as the last.
+  std::uint32_t At(std::uint8_t index) const;
+  // Blue that can be read on the page's ground, for marks.
+  std::uint32_t ReadableBlue() const { return readableBlue_; }
+
+ private:
+  Palette palette_;
+  std::uint32_t bar_ = 0;
+  std::uint32_t readableBlue_ = 0;
+  // Foregrounds on each ground.
+  Palette onPage_;
+  Palette onPush_;
+  Palette onCaption_;
+  Palette onBar_;
 };
 
 // `caretCol` is outside 0-79 when the caret is not in this row; on a double-width character it takes both
-// cells.
-RowLook ResolveRow(const ScreenRow& text, const ScreenRow& attr, int caretCol, const CharsetTables& tables,
-                   const LookOptions& options);
+// cells. `blinkOff`: blinking characters are in their invisible half.
+RowLook ResolveRow(const PageRow& page, int caretCol, bool blinkOff, const CharsetTables& tables,
+                   const LookColours& colours);
+
+// The row left and right of its cells: a blank of the page's ground, or of the ground of its last cell where
+// that is the client's own, so that it spans the window whatever the size of the cells. The bar spans rows
+// with an age as well, which stands half beside the cells.
+CellLook ResolveMargin(const PageRow& page, const LookColours& colours);
 
 // The caret bar's colour: the cell's foreground, or black or white where that is hard to see.
 std::uint32_t CaretColour(const CellLook& cell);

@@ -98,11 +98,12 @@ std::optional<DataFiles::OthersLines> DataFiles::ReadAgain(std::string_view name
   // The user was told, and a large file is not compared and copied at every save.
   if (!isRead && notToBeWritten_.contains(name)) return std::nullopt;
 
-  OthersLines others{ReadLines(known->second.bytes.value_or(std::string())).lines, {}};
+  OthersLines others{ReadLines(known->second.bytes.value_or(std::string())).lines, {}, false};
   TextLines lines = TakeIn(name, file, content);
   if (!isRead) return std::nullopt;
   // A line that was damaged was not removed by anybody.
-  if (lines.firstBadLine != 0) others.now = others.before;
+  others.isDamaged = lines.firstBadLine != 0;
+  if (others.isDamaged) others.now = others.before;
   std::move(lines.lines.begin(), lines.lines.end(), std::back_inserter(others.now));
   return others;
 }

@@ -59,6 +59,7 @@ class DataFiles {
   struct OthersLines {
     std::vector<std::u16string> before;  // as the file was last read or written here
     std::vector<std::u16string> now;     // with those before in front when the file is damaged
+    bool isDamaged = false;              // and has been kept aside
   };
   // Looks at the file again, before it is written. Nothing when it is as it was last read or written here,
   // also when it is gone. By the rules of Read, and a file that can be read by now may be written again.

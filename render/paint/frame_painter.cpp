@@ -1,10 +1,11 @@
 #include "render/paint/frame_painter.h"
 
 #include <algorithm>
-#include <cstring>
-#include <optional>
 
+#include "render/paint/canvas.h"
+#include "render/paint/drawn_row.h"
 #include "render/paint/glyph_cache.h"
+#include "render/paint/row_marks.h"
 #include "render/paint/row_painter.h"
 #include "render/paint/warm_up.h"
 
@@ -13,83 +14,65 @@ namespace {
 
 constexpr std::size_t kCacheBudget = 96u << 20;
 constexpr std::size_t kWarmUpBudget = kCacheBudget / 2;
-constexpr int kNoCaret = -1;
+constexpr std::uint8_t kGroundIndex = 16;
 
-// What a row is drawn from.
-struct RowInput {
-  ScreenRow text;
-  ScreenRow attr;
-  int caretCol = kNoCaret;
-  bool blinkOff = false;
-
-  bool Same(const RowInput& other) const {
-    return caretCol == other.caretCol && blinkOff == other.blinkOff &&
-           std::memcmp(text.data(), other.text.data(), kCols) == 0 &&
-           std::memcmp(attr.data(), other.attr.data(), kCols) == 0;
-  }
-};
-
-struct DrawnRow {
-  RowInput input;
-  RowLook look;
-};
-
-RowInput InputOf(const FrameState& frame, int row) {
-  const auto index = static_cast<std::size_t>(row);
-  const ScreenSnapshot& screen = frame.screen;
-  const bool caret = frame.showCaret && screen.CursorInside() && screen.cursorRow == row;
-  return {screen.text[index], screen.attr[index], caret ? screen.cursorCol : kNoCaret, frame.blinkOff};
+LookColours ColoursFor(const DisplaySettings& settings) {
+  const PaletteKind kind = settings.work        ? PaletteKind::kDisguise
+                           : settings.darkColor ? PaletteKind::kDark
+                                                : PaletteKind::kNormal;
+  return LookColours(PaletteOf(kind), settings.lighterDarkBlue);
 }
 
-// The smallest range of cells that holds every difference and cuts no double-width character.
-struct CellRange {
-  int first = kCols;
-  int last = 0;
-  bool Empty() const { return first >= last; }
-};
-
-CellRange Differences(const RowLook& before, const RowLook& now) {
-  CellRange range;
-  for (int col = 0; col < kCols; ++col) {
-    const auto index = static_cast<std::size_t>(col);
-    if (before[index] == now[index]) continue;
-    range.first = std::min(range.first, col);
-    range.last = col + 1;
-  }
-  if (range.Empty()) return range;
-  if (now[static_cast<std::size_t>(range.first)].part == CellPart::kTrail) --range.first;
-  if (now[static_cast<std::size_t>(range.last - 1)].part == CellPart::kLead) ++range.last;
-  return range;
+RowExtras ExtrasOf(const FrameState& frame, int row) {
+  const PageRow& page = frame.page[static_cast<std::size_t>(row)];
+  const bool marked = !page.age.empty() || !page.tag.empty();
+  return {.caretCol = frame.caretRow == row ? frame.caretCol : -1,
+          .blinkOff = frame.blinkOff,
+          .rightInset = marked ? std::max(frame.rightInset, 0) : 0};
 }
+
+// What one frame is drawn with.
+struct Brush {
+  Canvas canvas;
+  SheetPair sheets;
+
+  GlyphSheet& SheetOf(RowSize size) const { return size == RowSize::kPush ? sheets.push : sheets.ordinary; }
+};
 
 }  // namespace
 
 struct FramePainter::Impl {
   DisplaySettings settings;
-  QStringList families;
+  LayoutMode mode = LayoutMode::kOrdinary;
   GlyphCache cache{kCacheBudget};
+  LabelCache labels;
+  BackdropPainter backdrop;
   WarmUpRun warmUp;
+  WarmUpRun warmUpPush;
   Layout layout;
+  LookColours colours{PaletteOf(PaletteKind::kNormal)};
+  Ground ground;
   QImage image;
   bool everythingStale = true;
   std::array<DrawnRow, kRows> drawn;
 
+  void TakeFaces();
   void TakeLayout(int width, int height);
-  GlyphSheet& Sheet() { return cache.Select({layout.fontSize, std::max(layout.rowHeight, 1)}); }
-  const Palette& Colours() const {
-    if (settings.work) return PaletteOf(PaletteKind::kDisguise);
-    return PaletteOf(settings.darkColor ? PaletteKind::kDark : PaletteKind::kNormal);
-  }
-  LookOptions Look(bool blinkOff) const { return {&Colours(), settings.lighterDarkBlue, blinkOff}; }
-  QRect CellsRect(int row, int first, int last) const;
-  void PaintMargins(RowPainter& painter) const;
-  void PaintAll(RowPainter& painter, const FrameState& frame);
-  QRegion PaintChanges(RowPainter& painter, const FrameState& frame);
+  void TakeGround(double progress);
+  SheetPair Sheets();
+  RowPlace PlaceOf(int row, RowSize size) const;
+  QRect BandOf(int row) const;
+  bool IsDrawn(const FrameState& frame, int row) const;
+  int FirstStaleRow(const FrameState& frame) const;
+  DrawnRow Resolve(const FrameState& frame, int row) const;
+  void PaintAll(Brush& brush, const FrameState& frame);
+  QRegion PaintChanges(Brush& brush, const FrameState& frame, int first);
+  void PaintBand(Brush& brush, int row);
+  void PaintCells(Brush& brush, int row, const RowChange& change);
 };
 
 FramePainter::FramePainter() : impl_(std::make_unique<Impl>()) {
-  impl_->families = FaceFamilies(QString::fromStdU16String(impl_->settings.font));
-  impl_->cache.SetFaces(impl_->families, impl_->settings.smoothFont);
+  impl_->TakeFaces();
   impl_->TakeLayout(1, 1);
 }
 
@@ -99,11 +82,19 @@ void FramePainter::ApplySettings(const DisplaySettings& settings) {
   const bool facesChange =
       settings.font != impl_->settings.font || settings.smoothFont != impl_->settings.smoothFont;
   impl_->settings = settings;
-  if (facesChange) {
-    impl_->families = FaceFamilies(QString::fromStdU16String(settings.font));
-    impl_->cache.SetFaces(impl_->families, settings.smoothFont);
-  }
+  impl_->colours = ColoursFor(settings);
+  if (facesChange) impl_->TakeFaces();
   impl_->TakeLayout(impl_->image.width(), impl_->image.height());
+}
+
+void FramePainter::SetLayoutMode(LayoutMode mode) {
+  if (mode == impl_->mode) return;
+  impl_->mode = mode;
+  impl_->TakeLayout(impl_->image.width(), impl_->image.height());
+}
+
+void FramePainter::SetBackdrop(Backdrop backdrop) {
+  impl_->backdrop.Set(std::move(backdrop));
   impl_->everythingStale = true;
 }
 
@@ -113,75 +104,149 @@ void FramePainter::Resize(int width, int height) {
   if (impl_->image.size() != QSize(width, height)) impl_->TakeLayout(width, height);
 }
 
+void FramePainter::Impl::TakeFaces() {
+  const QStringList families = FaceFamilies(QString::fromStdU16String(settings.font));
+  cache.SetFaces(families, settings.smoothFont);
+  labels.SetFaces(families, settings.smoothFont);
+}
+
 void FramePainter::Impl::TakeLayout(int width, int height) {
-  layout = RecalcLayout({width, height, settings.lineSpacing, settings.pushLineSpacing});
+  layout = RecalcLayout({.width = width,
+                         .height = height,
+                         .lineSpacing = settings.lineSpacing,
+                         .pushLineSpacing = settings.pushLineSpacing,
+                         .mode = mode,
+                         .atTopLeft = settings.work});
   if (image.size() != QSize(width, height)) image = QImage(width, height, QImage::Format_RGB32);
   warmUp.Restart();
+  warmUpPush.Restart();
   everythingStale = true;
+}
+
+// A moving picture that has moved makes everything stale.
+void FramePainter::Impl::TakeGround(double progress) {
+  const std::uint32_t colour = colours.At(kGroundIndex);
+  const Ground wanted =
+      settings.work ? Ground{.colour = colour} : backdrop.Prepare(image.size(), progress, colour);
+  if (wanted == ground) return;
+  ground = wanted;
+  everythingStale = true;
+}
+
+SheetPair FramePainter::Impl::Sheets() {
+  const int height = std::max(layout.rowHeight, 1);
+  return cache.Select({layout.fontSize, height}, {layout.pushFontSize, height});
+}
+
+RowPlace FramePainter::Impl::PlaceOf(int row, RowSize size) const {
+  const RowGrid grid = GridOf(layout, size);
+  return {.left = grid.left,
+          .top = layout.originY + row * layout.rowHeight,
+          .halfCell = grid.halfCell,
+          .height = layout.rowHeight};
+}
+
+// The row's part of the window, margins included.
+QRect FramePainter::Impl::BandOf(int row) const {
+  return {0, layout.originY + row * layout.rowHeight, image.width(), layout.rowHeight};
+}
+
+bool FramePainter::Impl::IsDrawn(const FrameState& frame, int row) const {
+  const auto index = static_cast<std::size_t>(row);
+  return drawn[index].extras == ExtrasOf(frame, row) && SameRow(drawn[index].page, frame.page[index]);
+}
+
+int FramePainter::Impl::FirstStaleRow(const FrameState& frame) const {
+  int row = 0;
+  while (!everythingStale && row < kRows && IsDrawn(frame, row))
+    ++row;
+  return row;
+}
+
+DrawnRow FramePainter::Impl::Resolve(const FrameState& frame, int row) const {
+  const PageRow& page = frame.page[static_cast<std::size_t>(row)];
+  const RowExtras extras = ExtrasOf(frame, row);
+  return {page, extras, ResolveRow(page, extras.caretCol, extras.blinkOff, Charset(), colours),
+          ResolveMargin(page, colours)};
 }
 
 QRegion FramePainter::Update(const FrameState& frame) {
   Impl& impl = *impl_;
-  const bool all = impl.everythingStale;
-  if (!all) {
-    bool same = true;
-    for (int row = 0; row < kRows && same; ++row)
-      same = impl.drawn[static_cast<std::size_t>(row)].input.Same(InputOf(frame, row));
-    if (same) return {};
-  }
-  const Canvas canvas{reinterpret_cast<std::uint32_t*>(impl.image.bits()), impl.image.bytesPerLine() / 4,
-                      impl.image.width(), impl.image.height()};
-  RowPainter painter(canvas, impl.layout, impl.Sheet());
-  if (!all) return impl.PaintChanges(painter, frame);
-  impl.PaintAll(painter, frame);
+  impl.TakeGround(frame.progress);
+  const int first = impl.FirstStaleRow(frame);
+  if (first == kRows) return {};
+  Brush brush{Canvas(impl.image, impl.ground), impl.Sheets()};
+  if (!impl.everythingStale) return impl.PaintChanges(brush, frame, first);
+  impl.PaintAll(brush, frame);
   return QRegion(impl.image.rect());
 }
 
-void FramePainter::Impl::PaintAll(RowPainter& painter, const FrameState& frame) {
-  PaintMargins(painter);
+void FramePainter::Impl::PaintAll(Brush& brush, const FrameState& frame) {
+  const int gridBottom = layout.originY + kRows * layout.rowHeight;
+  brush.canvas.ShowGround({0, 0, image.width(), layout.originY});
+  brush.canvas.ShowGround({0, gridBottom, image.width(), image.height() - gridBottom});
   for (int row = 0; row < kRows; ++row) {
-    DrawnRow& line = drawn[static_cast<std::size_t>(row)];
-    line.input = InputOf(frame, row);
-    line.look =
-        ResolveRow(line.input.text, line.input.attr, line.input.caretCol, Charset(), Look(frame.blinkOff));
-    if (layout.rowHeight > 0) painter.Paint(row, line.look, 0, kCols);
+    drawn[static_cast<std::size_t>(row)] = Resolve(frame, row);
+    PaintBand(brush, row);
   }
   everythingStale = false;
 }
 
-QRegion FramePainter::Impl::PaintChanges(RowPainter& painter, const FrameState& frame) {
+QRegion FramePainter::Impl::PaintChanges(Brush& brush, const FrameState& frame, int first) {
   QRegion changed;
-  for (int row = 0; row < kRows; ++row) {
+  for (int row = first; row < kRows; ++row) {
+    if (IsDrawn(frame, row)) continue;
     DrawnRow& line = drawn[static_cast<std::size_t>(row)];
-    const RowInput input = InputOf(frame, row);
-    if (line.input.Same(input)) continue;
-    const RowLook look = ResolveRow(input.text, input.attr, input.caretCol, Charset(), Look(frame.blinkOff));
-    const CellRange range = Differences(line.look, look);
-    line = {input, look};
-    if (range.Empty() || layout.rowHeight == 0) continue;
-    painter.Paint(row, look, range.first, range.last);
-    changed += CellsRect(row, range.first, range.last) & image.rect();
+    DrawnRow wanted = Resolve(frame, row);
+    const int room = GridOf(layout, wanted.page.size).left;
+    const RowChange change = ChangeOf(line, wanted, !PennantsFit(wanted.page.pennants, room));
+    line = std::move(wanted);
+    if (change.Empty() || layout.rowHeight == 0) continue;
+    if (change.band)
+      PaintBand(brush, row);
+    else
+      PaintCells(brush, row, change);
+    const QRect part =
+        change.band ? BandOf(row) : PlaceOf(row, line.page.size).Cells(change.first, change.last);
+    changed += part & image.rect();
   }
   return changed;
 }
 
-void FramePainter::Impl::PaintMargins(RowPainter& painter) const {
-  const std::uint32_t colour = Colours()[16];
-  const int gridRight = layout.originX + kCols * layout.halfCell;
-  const int gridBottom = layout.originY + kRows * layout.rowHeight;
-  painter.Fill(0, 0, image.width(), layout.originY, colour);
-  painter.Fill(0, gridBottom, image.width(), image.height() - gridBottom, colour);
-  painter.Fill(0, layout.originY, layout.originX, gridBottom - layout.originY, colour);
-  painter.Fill(gridRight, layout.originY, image.width() - gridRight, gridBottom - layout.originY, colour);
+void FramePainter::Impl::PaintBand(Brush& brush, int row) {
+  if (layout.rowHeight == 0) return;
+  const DrawnRow& line = drawn[static_cast<std::size_t>(row)];
+  const RowPlace place = PlaceOf(row, line.page.size);
+  GlyphSheet& sheet = brush.SheetOf(line.page.size);
+  brush.canvas.ClipTo(BandOf(row));
+  RowPainter cells(brush.canvas, place, sheet);
+  cells.PaintMargins(line.margin);
+  cells.PaintCells(line.look, 0, kCols);
+  const MarkKit kit{brush.canvas, labels, colours, image.width() - line.extras.rightInset};
+  RowMarks marks(kit, place, line);
+  marks.PaintPennants();
+  cells.PaintCaret(line.look, 0, kCols);
+  marks.PaintAge(sheet.Baseline());
+  marks.PaintTag(cells);
 }
 
-QRect FramePainter::Impl::CellsRect(int row, int first, int last) const {
-  return {layout.originX + first * layout.halfCell, layout.originY + row * layout.rowHeight,
-          (last - first) * layout.halfCell, layout.rowHeight};
+void FramePainter::Impl::PaintCells(Brush& brush, int row, const RowChange& change) {
+  const DrawnRow& line = drawn[static_cast<std::size_t>(row)];
+  const RowPlace place = PlaceOf(row, line.page.size);
+  brush.canvas.ClipTo(BandOf(row));
+  RowPainter cells(brush.canvas, place, brush.SheetOf(line.page.size));
+  cells.PaintCells(line.look, change.first, change.last);
+  cells.PaintCaret(line.look, change.first, change.last);
 }
 
 bool FramePainter::WarmUp(int milliseconds) {
-  return impl_->layout.rowHeight > 0 && impl_->warmUp.Continue(impl_->Sheet(), milliseconds, kWarmUpBudget);
+  Impl& impl = *impl_;
+  if (impl.layout.rowHeight == 0) return false;
+  const SheetPair sheets = impl.Sheets();
+  if (&sheets.ordinary == &sheets.push)
+    return impl.warmUp.Continue(sheets.ordinary, milliseconds, kWarmUpBudget);
+  return impl.warmUp.Continue(sheets.ordinary, milliseconds, kWarmUpBudget / 2) ||
+         impl.warmUpPush.Continue(sheets.push, milliseconds, kWarmUpBudget / 2);
 }
 
 const QImage& FramePainter::Image() const {
@@ -193,7 +258,9 @@ const Layout& FramePainter::CurrentLayout() const {
 }
 
 QRect FramePainter::CellRect(int row, int col) const {
-  return impl_->CellsRect(row, col, col + 1);
+  const bool known = row >= 0 && row < kRows;
+  const RowSize size = known ? impl_->drawn[static_cast<std::size_t>(row)].page.size : RowSize::kOrdinary;
+  return impl_->PlaceOf(row, size).Cells(col, col + 1);
 }
 
 }  // namespace quillet

@@ -8,18 +8,21 @@
 #include <QRect>
 #include <QRegion>
 
-#include "core/screen_snapshot.h"
 #include "render/layout.h"
-#include "render/palette.h"
+#include "render/page_row.h"
+#include "render/paint/backdrop_painter.h"
 #include "settings/display_settings.h"
 
 namespace quillet {
 
 // What one frame looks like; a frame is a function of this value and the painter's settings alone.
 struct FrameState {
-  ScreenSnapshot screen;
-  bool showCaret = false;  // the caret is in its visible half and the window has the focus
-  bool blinkOff = false;   // blinking text is in its invisible half
+  Page page;
+  int caretRow = -1;  // outside 0-23: no caret
+  int caretCol = 0;
+  bool blinkOff = false;  // blinking text is in its invisible half
+  double progress = 0;    // 0 to 1: how far down the text is; moves the backdrop of kMovingCrop
+  int rightInset = 0;     // device pixels at the right edge that ages keep away from
 };
 
 class FramePainter {
@@ -29,6 +32,10 @@ class FramePainter {
 
   // Takes font, spacing, palette choice. The next Update draws everything.
   void ApplySettings(const DisplaySettings& settings);
+  // The next Update draws everything if it is another mode.
+  void SetLayoutMode(LayoutMode mode);
+  // Not drawn in disguise. The next Update draws everything.
+  void SetBackdrop(Backdrop backdrop);
   // The client area in device pixels; sizes below 1 count as 1. Recomputes the layout; the next Update draws
   // everything if it changed.
   void Resize(int width, int height);
@@ -45,7 +52,7 @@ class FramePainter {
   // The whole client area, origin margins included, opaque RGB32 without a device pixel ratio.
   const QImage& Image() const;
   const Layout& CurrentLayout() const;
-  // The cell's rectangle in device pixels.
+  // The cell's rectangle in device pixels, of the size that its row was drawn with last.
   QRect CellRect(int row, int col) const;
 
  private:

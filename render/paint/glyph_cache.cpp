@@ -72,20 +72,28 @@ void GlyphCache::SetFaces(const QStringList& families, bool smooth) {
   sheets_.clear();
 }
 
-GlyphSheet& GlyphCache::Select(CellSize cell) {
-  auto found = std::find_if(sheets_.begin(), sheets_.end(),
-                            [cell](const GlyphSheet& sheet) { return sheet.Cell() == cell; });
-  if (found != sheets_.end() && found->Bytes() > budget_) {
-    sheets_.erase(found);
-    found = sheets_.end();
-  }
+GlyphSheet& GlyphCache::BringToFront(CellSize cell) {
+  const auto found = std::find_if(sheets_.begin(), sheets_.end(),
+                                  [cell](const GlyphSheet& sheet) { return sheet.Cell() == cell; });
   if (found == sheets_.end())
     sheets_.emplace_front(families_, measures_, cell, smooth_);
   else
     sheets_.splice(sheets_.begin(), sheets_, found);
-  while (sheets_.size() > 1 && Bytes() > budget_)
-    sheets_.pop_back();
   return sheets_.front();
+}
+
+SheetPair GlyphCache::Select(CellSize ordinary, CellSize push) {
+  GlyphSheet* second = &BringToFront(push);
+  GlyphSheet* first = &BringToFront(ordinary);
+  const std::size_t used = first == second ? 1 : 2;
+  while (sheets_.size() > used && Bytes() > budget_)
+    sheets_.pop_back();
+  if (Bytes() <= budget_) return {*first, *second};
+  // What is in use alone has grown past the budget: begin anew.
+  sheets_.clear();
+  second = &BringToFront(push);
+  first = &BringToFront(ordinary);
+  return {*first, *second};
 }
 
 std::size_t GlyphCache::Bytes() const {

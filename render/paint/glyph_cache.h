@@ -23,6 +23,8 @@ class GlyphSheet {
 
   std::ptrdiff_t Stride(GlyphWidth width) const;
   CellSize Cell() const { return cell_; }
+  // Distance of the baseline from the row's top.
+  int Baseline() const { return rasterizer_.Baseline(); }
   std::size_t Bytes() const { return bytes_; }
 
  private:
@@ -40,21 +42,29 @@ class GlyphSheet {
   std::size_t bytes_ = 0;
 };
 
+// The sheets of the two sizes a frame is drawn with; they may be one and the same.
+struct SheetPair {
+  GlyphSheet& ordinary;
+  GlyphSheet& push;
+};
+
 class GlyphCache {
  public:
-  // `budget` in bytes; one size alone may pass it only between two calls of Select.
+  // `budget` in bytes; the sizes in use may pass it only between two calls of Select.
   explicit GlyphCache(std::size_t budget) : budget_(budget) {}
 
   // Forgets everything: other faces, or other edges.
   void SetFaces(const QStringList& families, bool smooth);
 
-  // The sheet of a size, made when there is none, and nothing else if the budget is used up. The reference is
-  // good until the next call.
-  GlyphSheet& Select(CellSize cell);
+  // The sheets of two sizes, made where there is none, and nothing else if the budget is used up. The
+  // references are good until the next call.
+  SheetPair Select(CellSize ordinary, CellSize push);
 
   std::size_t Bytes() const;
 
  private:
+  GlyphSheet& BringToFront(CellSize cell);
+
   std::size_t budget_;
   QStringList families_;
   FaceMeasures measures_;

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "render/coverage_blend.h"
-
 namespace quillet {
 namespace {
 
@@ -12,75 +10,93 @@ const CellLook& At(const RowLook& look, int col) {
 }
 
 bool SameColours(const CellLook& one, const CellLook& other) {
-  return one.foreground == other.foreground && one.background == other.background;
+  return one.foreground == other.foreground && one.background == other.background &&
+         one.ground == other.ground;
 }
 
 }  // namespace
 
-void RowPainter::Paint(int row, const RowLook& look, int first, int last) {
+void RowPainter::PaintCells(const RowLook& look, int first, int last) {
   int col = first;
   while (col < last)
-    col = At(look, col).unit == 0 ? PaintBlanks(row, look, col, last) : PaintCharacter(row, look, col);
-  for (col = first; col < last; ++col)
-    if (At(look, col).caret) PaintCaret(row, col, At(look, col));
+    col = At(look, col).unit == 0 ? PaintBlanks(look, col, last) : PaintCharacter(look, col);
+  PaintUnderlines(look, first, last);
 }
 
 // One rectangle for as many blank cells of one background as follow each other. Returns the next column.
-int RowPainter::PaintBlanks(int row, const RowLook& look, int col, int last) {
-  const std::uint32_t background = At(look, col).background;
+int RowPainter::PaintBlanks(const RowLook& look, int col, int last) {
+  const CellLook& cell = At(look, col);
   int end = col + 1;
-  while (end < last && At(look, end).unit == 0 && At(look, end).background == background)
+  while (end < last && At(look, end).unit == 0 && At(look, end).background == cell.background &&
+         At(look, end).ground == cell.ground)
     ++end;
-  Fill(X(col), Y(row), (end - col) * layout_.halfCell, layout_.rowHeight, background);
+  PaintBackground(cell, place_.Cells(col, end));
   return end;
+}
+
+void RowPainter::PaintBackground(const CellLook& cell, const QRect& rect) {
+  switch (cell.ground) {
+    case CellGround::kPage:
+      return canvas_.ShowGround(rect);
+    case CellGround::kVeil:
+      return canvas_.Veil(rect, cell.background);
+    case CellGround::kOpaque:
+      return canvas_.Fill(rect, cell.background);
+  }
+}
+
+void RowPainter::PaintMargins(const CellLook& margin) {
+  const int end = place_.X(kCols);
+  PaintBackground(margin, {0, place_.top, place_.left, place_.height});
+  PaintBackground(margin, {end, place_.top, canvas_.Width() - end, place_.height});
+}
+
+void RowPainter::PaintGround(const RowLook& look) {
+  for (int col = 0; col < kCols; ++col)
+    PaintBackground(At(look, col), place_.Cells(col, col + 1));
 }
 
 // Returns the column behind the character. The halves of a double-width character may differ in colour, and
 // one of them alone may blink.
-int RowPainter::PaintCharacter(int row, const RowLook& look, int col) {
+int RowPainter::PaintCharacter(const RowLook& look, int col) {
   const CellLook& cell = At(look, col);
   const GlyphWidth width = cell.part == CellPart::kSingle ? GlyphWidth::kHalf : GlyphWidth::kWide;
-  const std::uint8_t* tile = sheet_.Tile(cell.unit, width);
-  const std::ptrdiff_t stride = sheet_.Stride(width);
-  const int half = layout_.halfCell;
+  const int half = place_.halfCell;
+  Tile tile{sheet_.Tile(cell.unit, width), sheet_.Stride(width), half, place_.height};
   if (cell.part == CellPart::kLead && At(look, col + 1).unit != 0 && SameColours(cell, At(look, col + 1))) {
-    Blend(X(col), Y(row), 2 * half, tile, stride, cell);
+    tile.width = 2 * half;
+    Blend(col, tile, cell);
     return col + 2;
   }
-  Blend(X(col), Y(row), half, cell.part == CellPart::kTrail ? tile + half : tile, stride, cell);
+  if (cell.part == CellPart::kTrail) tile.bytes += half;
+  Blend(col, tile, cell);
   return col + 1;
 }
 
-void RowPainter::PaintCaret(int row, int col, const CellLook& cell) {
-  const int thickness = std::min(layout_.rowHeight, std::max(2, layout_.rowHeight / 10));
-  Fill(X(col), Y(row) + layout_.rowHeight - thickness, layout_.halfCell, thickness, CaretColour(cell));
+void RowPainter::Blend(int col, const Tile& tile, const CellLook& cell) {
+  const QPoint at(place_.X(col), place_.top);
+  if (cell.ground == CellGround::kOpaque || !canvas_.HasBackdrop()) {
+    canvas_.Blend(at, tile, cell.foreground, cell.background);
+    return;
+  }
+  PaintBackground(cell, {at, QSize(tile.width, tile.height)});
+  canvas_.BlendOver(at, tile, cell.foreground);
 }
 
-void RowPainter::Fill(int x, int y, int width, int height, std::uint32_t colour) {
-  const int left = std::max(x, 0);
-  const int top = std::max(y, 0);
-  const int right = std::min(x + width, canvas_.width);
-  const int bottom = std::min(y + height, canvas_.height);
-  if (left >= right || top >= bottom) return;
-  FillPixels(canvas_.pixels + top * canvas_.stride + left, canvas_.stride, right - left, bottom - top,
-             colour);
+void RowPainter::PaintUnderlines(const RowLook& look, int first, int last) {
+  const int thickness = std::max(1, place_.height / 14);
+  for (int col = first; col < last; ++col)
+    if (At(look, col).underline)
+      canvas_.Fill({place_.X(col), place_.top + place_.height - thickness, place_.halfCell, thickness},
+                   At(look, col).foreground);
 }
 
-void RowPainter::Blend(int x, int y, int width, const std::uint8_t* tile, std::ptrdiff_t stride,
-                       const CellLook& cell) {
-  const int left = std::max(x, 0);
-  const int top = std::max(y, 0);
-  const int right = std::min(x + width, canvas_.width);
-  const int bottom = std::min(y + layout_.rowHeight, canvas_.height);
-  if (left >= right || top >= bottom) return;
-  BlendCoverage({.target = canvas_.pixels + top * canvas_.stride + left,
-                 .targetStride = canvas_.stride,
-                 .coverage = tile + (top - y) * stride + (left - x),
-                 .coverageStride = stride,
-                 .width = right - left,
-                 .height = bottom - top,
-                 .foreground = cell.foreground,
-                 .background = cell.background});
+void RowPainter::PaintCaret(const RowLook& look, int first, int last) {
+  const int thickness = std::min(place_.height, std::max(2, place_.height / 10));
+  for (int col = first; col < last; ++col)
+    if (At(look, col).caret)
+      canvas_.Fill({place_.X(col), place_.top + place_.height - thickness, place_.halfCell, thickness},
+                   CaretColour(At(look, col)));
 }
 
 }  // namespace quillet

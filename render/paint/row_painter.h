@@ -1,43 +1,49 @@
-// Draws the cells of one row into the picture. What lies outside the picture is cut off. Used by the frame
-// painter. User-interface thread.
+// Draws the cells of one row into the picture. Used by the frame painter. User-interface thread.
 #pragma once
 
 #include <array>
 
-#include "render/layout.h"
+#include "render/paint/canvas.h"
 #include "render/paint/glyph_cache.h"
 #include "render/row_look.h"
 
 namespace quillet {
 
-// Pixels of the picture; 0xFFRRGGBB.
-struct Canvas {
-  std::uint32_t* pixels = nullptr;
-  std::ptrdiff_t stride = 0;  // in pixels
-  int width = 0;
-  int height = 0;
+// Where a row's cells lie, in device pixels.
+struct RowPlace {
+  int left = 0;  // of column 0
+  int top = 0;
+  int halfCell = 6;
+  int height = 12;
+
+  int X(int col) const { return left + col * halfCell; }
+  QRect Cells(int first, int last) const { return {X(first), top, (last - first) * halfCell, height}; }
 };
 
 class RowPainter {
  public:
-  RowPainter(const Canvas& canvas, const Layout& layout, GlyphSheet& sheet)
-      : canvas_(canvas), layout_(layout), sheet_(sheet) {}
+  // The sheet's cell has the row's size.
+  RowPainter(Canvas& canvas, const RowPlace& place, GlyphSheet& sheet)
+      : canvas_(canvas), place_(place), sheet_(sheet) {}
 
-  // Draws the cells first..last-1. Neither end may cut a double-width character.
-  void Paint(int row, const RowLook& look, int first, int last);
-
-  void Fill(int x, int y, int width, int height, std::uint32_t colour);
+  // Draws the cells first..last-1 without the caret. Neither end may cut a double-width character.
+  void PaintCells(const RowLook& look, int first, int last);
+  // What lies left and right of the cells.
+  void PaintMargins(const CellLook& margin);
+  // The cells' backgrounds alone.
+  void PaintGround(const RowLook& look);
+  // The caret, if it stands on one of these cells.
+  void PaintCaret(const RowLook& look, int first, int last);
 
  private:
-  int PaintBlanks(int row, const RowLook& look, int col, int last);
-  int PaintCharacter(int row, const RowLook& look, int col);
-  void PaintCaret(int row, int col, const CellLook& cell);
-  void Blend(int x, int y, int width, const std::uint8_t* tile, std::ptrdiff_t stride, const CellLook& cell);
-  int X(int col) const { return layout_.originX + col * layout_.halfCell; }
-  int Y(int row) const { return layout_.originY + row * layout_.rowHeight; }
+  int PaintBlanks(const RowLook& look, int col, int last);
+  void PaintBackground(const CellLook& cell, const QRect& rect);
+  int PaintCharacter(const RowLook& look, int col);
+  void PaintUnderlines(const RowLook& look, int first, int last);
+  void Blend(int col, const Tile& tile, const CellLook& cell);
 
-  const Canvas& canvas_;
-  const Layout& layout_;
+  Canvas& canvas_;
+  const RowPlace& place_;
   GlyphSheet& sheet_;
 };
 

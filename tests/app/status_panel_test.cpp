@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QImage>
+
+#include "app/activity_badge.h"
+#include "app/toast.h"
 #include "app/tour/tour.h"
 
 namespace quillet {
@@ -48,6 +52,40 @@ TEST(StatusPanelTest, ABusyPanelWaitsAMomentSoThatAQuickConnectionFlashesNothing
   EXPECT_TRUE(panel.IsBusy());
   EXPECT_FALSE(panel.IsShown());
   EXPECT_TRUE(HandleEventsUntil([&] { return panel.IsShown(); }, 5000));
+}
+
+TEST(StatusPanelTest, InDisguiseNothingOverThePageHasColourAndThePageStaysWhite) {
+  constexpr QSize kPage(640, 400);
+  constexpr double kUnit = 16;
+  EmbeddedImages images;
+  Toast toast(images, [] {});
+  toast.Show("bookmarked", EmbeddedImage::kBookmarkList);
+  ActivityBadge badge;
+  badge.SetText("busy");
+  ASSERT_TRUE(HandleEventsUntil([&] { return badge.IsShown(); }, 5000));
+  for (const PanelTone tone : {PanelTone::kCalm, PanelTone::kEnded, PanelTone::kProblem}) {
+    StatusPanel panel;
+    panel.SetSession({.title = "title", .lines = {"line"}, .hint = "hint", .tone = tone});
+    const auto page = [&](bool work) {
+      QImage paper(kPage, QImage::Format_RGB32);
+      paper.fill(Qt::white);
+      QPainter painter(&paper);
+      const panel_look::Colours& colours = panel_look::ColoursFor(work);
+      badge.Paint(painter, paper.rect(), kUnit, colours);
+      toast.Paint(painter, paper.rect(), kUnit, colours);
+      panel.Paint(painter, paper.rect(), kUnit, colours);
+      return paper;
+    };
+    const auto isColourless = [](const QImage& picture) {
+      for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+          if (QColor(picture.pixel(x, y)).saturation() > 0) return false;
+      return true;
+    };
+    EXPECT_TRUE(isColourless(page(true)));
+    EXPECT_FALSE(isColourless(page(false)));
+    EXPECT_EQ(page(true).pixelColor(1, 1), QColor(Qt::white));
+  }
 }
 
 }  // namespace

@@ -101,14 +101,31 @@ TEST_F(TypingTest, TheInputMethodIsToldTheCursorsCell) {
   EXPECT_TRUE(View().inputMethodQuery(Qt::ImEnabled).toBool());
 }
 
-TEST(CompositionPointTest, CentresTheGlyphBoxInTheRowAndStaysInside) {
-  const Layout roomy{
-      .rowHeight = 30, .fontSize = 24, .halfCell = 12, .pushFontSize = 24, .originX = 40, .originY = 2};
-  EXPECT_EQ(CompositionPoint(roomy, 3, 5), QPoint(5 * 12 + 40, 3 * 30 + 3 + 2));
-  const Layout tight{
-      .rowHeight = 11, .fontSize = 12, .halfCell = 6, .pushFontSize = 12, .originX = 0, .originY = 0};
-  EXPECT_EQ(CompositionPoint(tight, 0, 0), QPoint(0, 0)) << "(11 - 12) / 2 truncates toward zero";
-  EXPECT_EQ(CompositionPoint(roomy, -5, 200), CompositionPoint(roomy, 0, 79));
+TEST_F(TypingTest, TheInputMethodsTextMovesWithTheCursorAndEndsWithTheFocus) {
+  const auto rectangle = [&] { return View().inputMethodQuery(Qt::ImCursorRectangle).toRect(); };
+  const auto composedAt = [&](int row, int col) {
+    const QImage cell = View().grab(View().Surface().CellRect(row, col).toAlignedRect()).toImage();
+    return QColor(cell.pixel(cell.rect().center())) != QColor(Qt::black);
+  };
+  script->Deliver("\x1B[5;11H");
+  ASSERT_TRUE(Until([&] { return View().Screen().cursorRow == 4; }));
+  Commit({}, u"ㄓㄨ"_qs);
+  const QRect before = rectangle();
+  EXPECT_TRUE(composedAt(4, 10));
+  script->Deliver("\x1B[20;31H");
+  ASSERT_TRUE(Until([&] { return View().Screen().cursorRow == 19; }));
+  EXPECT_GT(rectangle().left(), before.left());
+  EXPECT_GT(rectangle().top(), before.bottom());
+  EXPECT_TRUE(composedAt(19, 30));
+  EXPECT_FALSE(composedAt(4, 10));
+  View().clearFocus();
+  EXPECT_FALSE(composedAt(19, 30));
+
+  View().setFocus();
+  Commit({}, u"ㄓㄨ"_qs);
+  script->End(EndReason::kClosedByPeer);
+  ASSERT_TRUE(Until([&] { return View().Panel().IsActive(); }));
+  EXPECT_FALSE(View().inputMethodQuery(Qt::ImEnabled).toBool()) << "nothing can be typed under the panel";
 }
 
 TEST_F(TypingTest, TheConfirmedLogOutSendsEnterAndThenCloses) {

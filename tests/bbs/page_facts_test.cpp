@@ -419,6 +419,13 @@ TEST_F(LineFlagsTest, KeywordsWithoutRegardToCase) {
     EXPECT_EQ(RowsWith(flags, LF_KEYWORD), entry.contained ? std::vector<int>{9} : std::vector<int>{});
   }
   EXPECT_TRUE(Keywords({u""}).Empty());
+  const Keywords nested({u"Apple", u"Apple Watch", u"x"});
+  const struct {
+    std::u16string_view text;
+    std::size_t length;
+  } begins[] = {{u"APPLE watches", 11}, {u"apple watc", 5}, {u"an apple", 0}, {u"x", 1}, {u"", 0}};
+  for (const auto& entry : begins)
+    EXPECT_EQ(nested.LengthAtBegin(entry.text), entry.length);
 
   ScreenBuilder list;
   list.Put(2, 30, u"moon").Put(4, 17, u"kagami       □ moon").Put(5, 17, u"-            □ moon");

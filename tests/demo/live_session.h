@@ -16,6 +16,8 @@ namespace quillet {
 
 class LiveSession {
  public:
+  // `notify`, which outlives it, gets what a view would get.
+  explicit LiveSession(NotifyTarget* notify = nullptr) : notify_(notify) {}
   ~LiveSession() {
     Cancel();
     session.Disconnect();
@@ -51,10 +53,15 @@ class LiveSession {
   }
   std::string Dump() { return DumpScreen(Screen()); }
 
+ private:
+  NotifyTarget* const notify_;  // given to `session` below
+
+ public:
   ScreenClassifier classifier;
   TermSession session{[this] {
     SessionOptions options;
     options.watcher = &classifier;
+    options.notify = notify_;
     return options;
   }()};
   std::atomic<bool> cancelled{false};

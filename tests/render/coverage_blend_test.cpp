@@ -42,7 +42,35 @@ TEST(CoverageBlendTest, ChosenFormEqualsThePortableOne) {
     BlendCoveragePortable(job);
     // Equal where it draws, untouched everywhere else.
     ASSERT_EQ(chosen, portable) << width << "x" << height;
+
+    for (std::size_t i = 0; i < chosen.size(); ++i)
+      chosen[i] = portable[i] = static_cast<std::uint32_t>(random()) << 3;
+    job.target = chosen.data() + 8;
+    BlendCoverageOver(job);
+    job.target = portable.data() + 8;
+    BlendCoverageOverPortable(job);
+    ASSERT_EQ(chosen, portable) << "over a picture, " << width << "x" << height;
   }
+}
+
+// Over a picture of one colour both come to the same.
+TEST(CoverageBlendTest, BlendingOverAColourEqualsBlendingWithIt) {
+  std::vector<std::uint8_t> coverage(256 + kCoverageSlack);
+  for (std::size_t i = 0; i < 256; ++i)
+    coverage[i] = static_cast<std::uint8_t>(i);
+  std::vector<std::uint32_t> with(256), over(256);
+  for (std::uint32_t from = 0; from < 256; ++from)
+    for (std::uint32_t to = 0; to < 256; ++to) {
+      const std::uint32_t background = from | to << 8;
+      BlendJob job{with.data(), 256, coverage.data(), 256, 256, 1, to | from << 8, background};
+      BlendCoveragePortable(job);
+      job.target = over.data();
+      for (const auto form : {BlendCoverageOver, BlendCoverageOverPortable}) {
+        std::fill(over.begin(), over.end(), background);
+        form(job);
+        ASSERT_EQ(over, with) << from << " " << to;
+      }
+    }
 }
 
 // Every coverage against every difference of colours, so that no product wraps unnoticed.

@@ -1,8 +1,9 @@
 #include "render/paint/frame_painter.h"
 
 #include <gtest/gtest.h>
-#include <random>
 
+#include "render/palette.h"
+#include "tests/render/random_page.h"
 #include "tests/render/with_application.h"
 #include "tests/support/screen_builder.h"
 
@@ -13,57 +14,78 @@ class FramePainterTest : public WithApplication {
  protected:
   static QRgb Pixel(const FramePainter& painter, QPoint at) { return painter.Image().pixel(at) & 0xFFFFFF; }
 
-  // A picture drawn whole by a painter that has drawn nothing before.
-  static QImage Whole(const DisplaySettings& settings, QSize size, const FrameState& frame) {
-    FramePainter painter;
+  static FrameState FrameOf(const ScreenBuilder& builder) { return {.page = PlainPage(builder.screen)}; }
+};
+
+// A picture in which no two places look alike.
+QImage Motley(QSize size) {
+  QImage picture(size, QImage::Format_RGB32);
+  for (int y = 0; y < size.height(); ++y)
+    for (int x = 0; x < size.width(); ++x)
+      picture.setPixel(x, y, qRgb(x * 255 / size.width(), y * 255 / size.height(), (x ^ y) & 0xFF));
+  return picture;
+}
+
+// The smallest rectangle that holds every pixel that differs.
+QRect Difference(const QImage& one, const QImage& other) {
+  QRect rect;
+  for (int y = 0; y < one.height(); ++y)
+    for (int x = 0; x < one.width(); ++x)
+      if (one.pixel(x, y) != other.pixel(x, y)) rect |= QRect(x, y, 1, 1);
+  return rect;
+}
+
+// All that decides about a frame beside the frame.
+struct Terms {
+  QSize size;
+  DisplaySettings settings = {};
+  LayoutMode mode = LayoutMode::kOrdinary;
+  Backdrop backdrop = {};
+
+  void Apply(FramePainter& painter) const {
     painter.ApplySettings(settings);
+    painter.SetLayoutMode(mode);
+    painter.SetBackdrop(backdrop);
     painter.Resize(size.width(), size.height());
+  }
+  // A picture drawn whole by a painter that has drawn nothing before.
+  QImage Whole(const FrameState& frame) const {
+    FramePainter painter;
+    Apply(painter);
     painter.Update(frame);
     return painter.Image();
   }
-
-  static FrameState FrameOf(ScreenBuilder& builder) { return {.screen = builder.screen}; }
 };
 
-// Any bytes, any attributes; now and then a whole character, so that pairs are frequent.
-void Scribble(ScreenSnapshot& screen, std::minstd_rand& random) {
-  const auto pick = [&](unsigned count) { return static_cast<unsigned>(random() >> 7) % count; };
-  for (unsigned changes = pick(60); changes > 0; --changes) {
-    const std::size_t row = pick(kRows);
-    const std::size_t col = pick(kCols);
-    screen.attr[row][col] = static_cast<std::uint8_t>(pick(256));
-    if (pick(3) == 0) {
-      screen.text[row][col] = static_cast<std::uint8_t>(pick(256));
-    } else if (col + 1 < kCols) {
-      screen.text[row][col] = static_cast<std::uint8_t>(0xA1 + pick(40));
-      screen.text[row][col + 1] = static_cast<std::uint8_t>(0x40 + pick(63));
-      screen.attr[row][col + 1] = static_cast<std::uint8_t>(pick(256));
-    }
-  }
-  screen.cursorRow = static_cast<int>(pick(26)) - 1;
-  screen.cursorCol = static_cast<int>(pick(84)) - 2;
+Terms RandomTerms(RandomPage& random, QSize size) {
+  Terms terms{.size = size};
+  terms.settings.lineSpacing = static_cast<int>(random.Pick(5)) - 1;
+  terms.settings.pushLineSpacing = static_cast<int>(random.Pick(5)) - 1;
+  terms.settings.smoothFont = random.Pick(4) != 0;
+  terms.settings.darkColor = random.Pick(2) == 0;
+  terms.settings.work = random.Pick(5) == 0;
+  terms.mode = static_cast<LayoutMode>(random.Pick(3));
+  terms.backdrop = {Motley({211, 97}), static_cast<BackdropStyle>(random.Pick(4)), 60};
+  return terms;
 }
 
 TEST_F(FramePainterTest, PartialRedrawGivesTheSamePixelsAsAWholeOne) {
-  std::minstd_rand random(5);
-  const QSize sizes[] = {{1280, 720}, {801, 599}, {500, 300}, {97, 61}};
+  // Another run with --gtest_random_seed=N.
+  RandomPage random(5 + static_cast<unsigned>(testing::UnitTest::GetInstance()->random_seed()));
+  const QSize sizes[] = {{1280, 720}, {1300, 720}, {801, 599}, {640, 900},
+                         {500, 300},  {700, 210},  {300, 720}, {97, 61}};
   for (const QSize size : sizes) {
-    DisplaySettings settings;
-    settings.lineSpacing = static_cast<int>(random() % 4);
-    settings.smoothFont = random() >> 9 & 1;
-    settings.darkColor = random() >> 9 & 1;
+    const Terms terms = RandomTerms(random, size);
     FramePainter painter;
-    painter.ApplySettings(settings);
-    painter.Resize(size.width(), size.height());
-    FrameState frame{.screen = ScreenBuilder().screen};
+    terms.Apply(painter);
+    FrameState frame;
     painter.Update(frame);
     for (int round = 0; round < 25; ++round) {
       const QImage before = painter.Image().copy();
-      Scribble(frame.screen, random);
-      frame.showCaret = random() >> 9 & 1;
-      frame.blinkOff = random() >> 9 & 1;
+      random.Scribble(frame);
       const QRegion changed = painter.Update(frame);
-      ASSERT_EQ(painter.Image(), Whole(settings, size, frame)) << size.width() << " round " << round;
+      ASSERT_EQ(Difference(painter.Image(), terms.Whole(frame)), QRect())
+          << size.width() << " round " << round;
       // What it does not report is as it was.
       EXPECT_TRUE(QRegion(painter.Image().rect()).contains(changed.boundingRect()) || changed.isEmpty());
       for (const QRect& rect : QRegion(before.rect()) - changed)
@@ -80,10 +102,12 @@ TEST_F(FramePainterTest, ReportsNothingWhenNothingCanBeSeenToChange) {
   FrameState frame = FrameOf(builder);
   EXPECT_EQ(painter.Update(frame), QRegion(0, 0, 1280, 720));
   EXPECT_TRUE(painter.Update(frame).isEmpty());
-  frame.blinkOff = true;  // nothing blinks
-  frame.screen.pageFlags = 1;
-  frame.screen.cursorCol = 40;   // the caret is not shown
-  frame.screen.attr[20][5] = 3;  // a blank in another colour
+  frame.blinkOff = true;             // nothing blinks
+  frame.caretCol = 40;               // the caret is not shown
+  frame.page[20].cells[5].fore = 3;  // a blank in another colour
+  frame.page[20].tagCol = 7;         // there is no tag
+  frame.progress = 0.5;              // nor a moving picture
+  frame.rightInset = 20;             // nor anything that keeps away
   EXPECT_TRUE(painter.Update(frame).isEmpty());
   painter.Resize(1280, 720);
   EXPECT_TRUE(painter.Update(frame).isEmpty());
@@ -141,15 +165,15 @@ TEST_F(FramePainterTest, CaretUnderlinesTheCharacterItStandsOn) {
   const auto bottom = [&](int row, int col) {
     return Pixel(painter, painter.CellRect(row, col).bottomLeft());
   };
-  FrameState frame = FrameOf(builder.Cursor(1, 0));
+  FrameState frame = FrameOf(builder);
   painter.Update(frame);
   EXPECT_EQ(bottom(1, 0), 0x000000u);
-  frame.showCaret = true;
+  frame.caretRow = 1;
   painter.Update(frame);
   EXPECT_EQ(bottom(1, 0), 0xC0C0C0u);
   EXPECT_EQ(bottom(1, 1), 0xC0C0C0u);
   EXPECT_EQ(bottom(1, 2), 0x000000u);
-  frame.screen.cursorRow = 2;
+  frame.caretRow = 2;
   painter.Update(frame);
   EXPECT_EQ(bottom(1, 0), 0x000000u);
   EXPECT_EQ(bottom(2, 0), 0x000000u);
@@ -169,20 +193,72 @@ TEST_F(FramePainterTest, BlinkingTextVanishesAndItsBackgroundStays) {
   EXPECT_EQ(Pixel(painter, painter.CellRect(0, 1).center()), 0x800000u);
 }
 
+TEST_F(FramePainterTest, RowsOfBothSizesStandOnOneScreen) {
+  ScreenBuilder builder;
+  builder.Fill(3, 0, 80, static_cast<std::uint8_t>(1 << kAttrBackgroundShift));
+  builder.Fill(4, 0, 80, static_cast<std::uint8_t>(2 << kAttrBackgroundShift));
+  for (const int spacing : {5, -3}) {
+    FramePainter painter;
+    DisplaySettings settings;
+    settings.pushLineSpacing = spacing;
+    painter.ApplySettings(settings);
+    painter.Resize(1280, 720);
+    FrameState frame = FrameOf(builder);
+    frame.page[4].size = RowSize::kPush;
+    painter.Update(frame);
+    const Layout& layout = painter.CurrentLayout();
+    ASSERT_NE(layout.fontSize, layout.pushFontSize);
+    EXPECT_EQ(painter.CellRect(3, 79).right() + 1, layout.originX + 40 * layout.fontSize);
+    const QRect last = painter.CellRect(4, 79);
+    EXPECT_EQ(last.right() + 1, layout.pushOriginX + 40 * layout.pushFontSize);
+    EXPECT_EQ(painter.CellRect(4, 0).topLeft(),
+              QPoint(layout.pushOriginX, painter.CellRect(3, 0).bottom() + 1));
+    const int end = std::min(last.right(), 1279);
+    EXPECT_EQ(Pixel(painter, {end, last.center().y()}), 0x008000u);
+    if (end < 1279) {
+      EXPECT_EQ(Pixel(painter, {end + 1, last.center().y()}), 0x000000u);
+    }
+    // Going back to the other size leaves nothing behind.
+    frame.page[4].size = RowSize::kOrdinary;
+    painter.Update(frame);
+    EXPECT_EQ(painter.Image(), (Terms{.size = {1280, 720}, .settings = settings}.Whole(frame)));
+  }
+}
+
+TEST_F(FramePainterTest, LayoutFollowsModeAndDisguise) {
+  FramePainter painter;
+  painter.Resize(1281, 723);
+  EXPECT_NE(painter.CurrentLayout().originX, 0);
+  painter.Update({});
+  painter.SetLayoutMode(LayoutMode::kNarrow);
+  EXPECT_EQ(painter.CurrentLayout(),
+            RecalcLayout({.width = 1281, .height = 723, .mode = LayoutMode::kNarrow}));
+  EXPECT_FALSE(painter.Update({}).isEmpty());
+  painter.SetLayoutMode(LayoutMode::kNarrow);
+  EXPECT_TRUE(painter.Update({}).isEmpty());
+  DisplaySettings settings;
+  settings.work = true;
+  painter.ApplySettings(settings);
+  painter.SetLayoutMode(LayoutMode::kOrdinary);
+  EXPECT_EQ(painter.CurrentLayout(), RecalcLayout({.width = 1281, .height = 723, .atTopLeft = true}));
+  painter.Update({});
+  EXPECT_EQ(Pixel(painter, {1280, 722}), 0xFFFFFFu);
+}
+
 TEST_F(FramePainterTest, AnySizeFontAndSpacingDrawsAFrame) {
-  std::minstd_rand random(9);
-  FrameState frame{.screen = ScreenBuilder().screen, .showCaret = true};
+  RandomPage random(9);
+  FrameState frame;
   FramePainter painter;
   const QSize sizes[] = {{1, 1},     {0, -3},     {3000, 1},    {1, 3000}, {47, 47},
                          {200, 720}, {1023, 767}, {7680, 4320}, {640, 400}};
   for (const QSize size : sizes) {
     for (int i = 0; i < 8; ++i)
-      Scribble(frame.screen, random);
-    DisplaySettings settings;
-    settings.font = u"No Such Face";
-    settings.lineSpacing = static_cast<int>(random() % 200) - 100;
-    painter.ApplySettings(settings);
-    painter.Resize(size.width(), size.height());
+      random.Scribble(frame);
+    Terms terms = RandomTerms(random, size);
+    terms.settings.font = u"No Such Face";
+    terms.settings.lineSpacing = static_cast<int>(random.Pick(200)) - 100;
+    terms.settings.pushLineSpacing = static_cast<int>(random.Pick(200)) - 100;
+    terms.Apply(painter);
     painter.Update(frame);
     EXPECT_EQ(painter.Image().size(), QSize(std::max(size.width(), 1), std::max(size.height(), 1)));
     EXPECT_EQ(painter.Image().pixel(0, 0) >> 24, 0xFFu);
@@ -199,7 +275,7 @@ TEST_F(FramePainterTest, WarmingUpEndsAndChangesNoPixel) {
     ++rounds;
   EXPECT_FALSE(painter.WarmUp(20));
   painter.Update(FrameOf(builder));
-  EXPECT_EQ(painter.Image(), Whole({}, {800, 600}, FrameOf(builder)));
+  EXPECT_EQ(painter.Image(), (Terms{.size = {800, 600}}.Whole(FrameOf(builder))));
 }
 
 }  // namespace

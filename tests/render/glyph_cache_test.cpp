@@ -38,7 +38,7 @@ TEST_F(GlyphTest, LettersStandOnOneBaselineAndNoneIsLost) {
   GlyphCache cache(64u << 20);
   cache.SetFaces(FaceFamilies(QStringLiteral("細明體")), true);
   for (const CellSize cell : kSizes) {
-    GlyphSheet& sheet = cache.Select(cell);
+    GlyphSheet& sheet = cache.Select(cell, cell).ordinary;
     const int foot = InkOf(sheet, u'H', GlyphWidth::kHalf).bottom;
     for (const char16_t unit : std::u16string_view(u"ABDEFHIKLMNPRTXZhiklmnrxz0123456789"))
       EXPECT_NEAR(InkOf(sheet, unit, GlyphWidth::kHalf).bottom, foot, 1)
@@ -54,7 +54,7 @@ TEST_F(GlyphTest, ChineseCharactersStandInTheMiddleOfTheirCell) {
   GlyphCache cache(64u << 20);
   cache.SetFaces(FaceFamilies(QStringLiteral("細明體")), true);
   for (const CellSize cell : kSizes) {
-    GlyphSheet& sheet = cache.Select(cell);
+    GlyphSheet& sheet = cache.Select(cell, cell).ordinary;
     for (const char16_t unit : std::u16string_view(u"國圖團※★□●")) {
       const Ink ink = InkOf(sheet, unit, GlyphWidth::kWide);
       ASSERT_FALSE(ink.Empty()) << int{unit};
@@ -67,7 +67,7 @@ TEST_F(GlyphTest, ChineseCharactersStandInTheMiddleOfTheirCell) {
 TEST_F(GlyphTest, CharacterThatNoFaceHasIsASmallMark) {
   GlyphCache cache(64u << 20);
   cache.SetFaces(FaceFamilies(QStringLiteral("細明體")), true);
-  GlyphSheet& sheet = cache.Select({30, 30});
+  GlyphSheet& sheet = cache.Select({30, 30}, {30, 30}).ordinary;
   const Ink ink = InkOf(sheet, 0xFFFD, GlyphWidth::kWide, 1);
   ASSERT_FALSE(ink.Empty());
   EXPECT_LE(ink.right - ink.left, 6);
@@ -77,7 +77,7 @@ TEST_F(GlyphTest, CharacterThatNoFaceHasIsASmallMark) {
 TEST_F(GlyphTest, RoughEdgesAreEitherCoveredOrNot) {
   GlyphCache cache(64u << 20);
   cache.SetFaces(FaceFamilies(QStringLiteral("細明體")), false);
-  GlyphSheet& sheet = cache.Select({30, 30});
+  GlyphSheet& sheet = cache.Select({30, 30}, {30, 30}).ordinary;
   const std::uint8_t* tile = sheet.Tile(u'國', GlyphWidth::kWide);
   int covered = 0;
   for (int y = 0; y < 30; ++y)
@@ -89,24 +89,31 @@ TEST_F(GlyphTest, RoughEdgesAreEitherCoveredOrNot) {
   EXPECT_GT(covered, 100);
 }
 
-TEST_F(GlyphTest, CacheKeepsToItsBudgetAndTheLastSize) {
+TEST_F(GlyphTest, CacheKeepsToItsBudgetAndTheSizesInUse) {
   constexpr std::size_t kBudget = 4u << 20;
   GlyphCache cache(kBudget);
   cache.SetFaces(FaceFamilies(QStringLiteral("細明體")), true);
   for (int round = 0; round < 3; ++round)
     for (int size = 12; size < 60; size += 2) {
-      GlyphSheet& sheet = cache.Select({size, size});
+      const SheetPair sheets = cache.Select({size, size}, {size + 20, size});
       EXPECT_LE(cache.Bytes(), kBudget);
-      sheet.Tile(u'國', GlyphWidth::kWide);
-      EXPECT_EQ(sheet.Tile(u'國', GlyphWidth::kWide),
-                cache.Select({size, size}).Tile(u'國', GlyphWidth::kWide));
+      EXPECT_NE(&sheets.ordinary, &sheets.push);
+      const std::uint8_t* ordinary = sheets.ordinary.Tile(u'國', GlyphWidth::kWide);
+      const std::uint8_t* push = sheets.push.Tile(u'國', GlyphWidth::kWide);
+      const SheetPair again = cache.Select({size, size}, {size + 20, size});
+      EXPECT_EQ(again.ordinary.Tile(u'國', GlyphWidth::kWide), ordinary);
+      EXPECT_EQ(again.push.Tile(u'國', GlyphWidth::kWide), push);
     }
-  // One size alone that has grown past the budget begins anew.
-  GlyphSheet& large = cache.Select({180, 180});
-  for (char16_t unit = 0x4E00; unit < 0x4E00 + 200; ++unit)
-    large.Tile(unit, GlyphWidth::kWide);
+  const SheetPair one = cache.Select({30, 30}, {30, 30});
+  EXPECT_EQ(&one.ordinary, &one.push);
+  // Sizes in use that have grown past the budget begin anew.
+  const SheetPair large = cache.Select({180, 180}, {170, 180});
+  for (char16_t unit = 0x4E00; unit < 0x4E00 + 100; ++unit) {
+    large.ordinary.Tile(unit, GlyphWidth::kWide);
+    large.push.Tile(unit, GlyphWidth::kWide);
+  }
   EXPECT_GT(cache.Bytes(), kBudget);
-  cache.Select({180, 180});
+  cache.Select({180, 180}, {170, 180});
   EXPECT_LE(cache.Bytes(), kBudget);
 }
 

@@ -5,6 +5,7 @@
 #include <random>
 #include <string_view>
 
+#include "render/contrast.h"
 #include "render/row_look.h"
 
 namespace quillet {
@@ -16,21 +17,24 @@ class RowCellsTest : public testing::Test {
     tables_->big5ToUnicode[0xA4 + 256 * 0xA4] = u'中';
     tables_->big5ToUnicode[0xA4 + 256 * 0x40] = u'一';
     tables_->big5ToUnicode[0xA1 + 256 * 0x40] = u'　';
-    text_.fill(' ');
-    attr_.fill(kAttrBlank);
   }
   RowCells Decode(std::string_view bytes, std::size_t at = 0) {
-    std::copy(bytes.begin(), bytes.end(), text_.begin() + static_cast<std::ptrdiff_t>(at));
-    return DecodeRow(text_, *tables_);
+    for (const char byte : bytes)
+      row_.cells[at++].byte = static_cast<std::uint8_t>(byte);
+    return DecodeRow(row_.cells, *tables_);
   }
-  RowLook Look(int caretCol = -1, bool blinkOff = false, bool lighter = true) const {
-    return ResolveRow(text_, attr_, caretCol, *tables_,
-                      {&PaletteOf(PaletteKind::kNormal), lighter, blinkOff});
+  RowLook Look(int caretCol = -1, bool blinkOff = false, bool lighter = true,
+               PaletteKind palette = PaletteKind::kNormal) const {
+    return ResolveRow(row_, caretCol, blinkOff, *tables_, LookColours(PaletteOf(palette), lighter));
+  }
+  void Colour(std::size_t col, int fore, int back = 16, int style = 0) {
+    row_.cells[col].fore = static_cast<std::uint8_t>(fore);
+    row_.cells[col].back = static_cast<std::uint8_t>(back);
+    row_.cells[col].style = static_cast<std::uint8_t>(style);
   }
 
   std::unique_ptr<CharsetTables> tables_ = std::make_unique<CharsetTables>();
-  ScreenRow text_;
-  ScreenRow attr_;
+  PageRow row_;
 };
 
 TEST_F(RowCellsTest, PairsBecomeOneCharacterInTwoCells) {
@@ -51,17 +55,16 @@ TEST_F(RowCellsTest, BytesWithoutAPartnerAreBlankAndLeaveTheirNeighboursAlone) {
     EXPECT_EQ(cells[col], blank) << col;
   EXPECT_EQ(cells[8].unit, u'1');
   EXPECT_EQ(cells[9].unit, u'q');
-  // The byte behind the last column is no trail.
-  text_[80] = 0xA4;
+  // Nothing follows the last column.
   EXPECT_EQ(Decode("\xA4", 79)[79], blank);
 }
 
 TEST_F(RowCellsTest, AnyBytesKeepTheGrid) {
   std::minstd_rand random(3);
   for (int round = 0; round < 2000; ++round) {
-    for (auto& byte : text_)
-      byte = static_cast<std::uint8_t>(random() >> 8);
-    const RowCells cells = DecodeRow(text_, *tables_);
+    for (auto& cell : row_.cells)
+      cell.byte = static_cast<std::uint8_t>(random() >> 8);
+    const RowCells cells = DecodeRow(row_.cells, *tables_);
     for (std::size_t col = 0; col < kCols; ++col) {
       const bool lead = cells[col].part == CellPart::kLead;
       const bool trailFollows = col + 1 < kCols && cells[col + 1].part == CellPart::kTrail;
@@ -75,8 +78,8 @@ TEST_F(RowCellsTest, AnyBytesKeepTheGrid) {
 
 TEST_F(RowCellsTest, HalvesOfACharacterHaveTheirOwnColoursAndBlink) {
   Decode("\xA4\xA4");
-  attr_[0] = 1 | kAttrBold;
-  attr_[1] = static_cast<std::uint8_t>(2 | 4 << kAttrBackgroundShift | kAttrBlink);
+  Colour(0, 9);
+  Colour(1, 2, 20, CS_BLINK);
   const RowLook look = Look();
   EXPECT_EQ(look[0].foreground, 0xFF0000u);
   EXPECT_EQ(look[1].foreground, 0x008000u);
@@ -89,9 +92,10 @@ TEST_F(RowCellsTest, HalvesOfACharacterHaveTheirOwnColoursAndBlink) {
 TEST_F(RowCellsTest, BlanksOfAnyForegroundLookTheSame) {
   Decode("\xA1\x40 ");
   const RowLook white = Look();
-  attr_[0] = attr_[1] = attr_[2] = 3;
+  for (const std::size_t col : {0u, 1u, 2u})
+    Colour(col, 3);
   EXPECT_EQ(Look(), white);
-  attr_[2] = 3 | 1 << kAttrBackgroundShift;
+  Colour(2, 3, 17);
   EXPECT_NE(Look(), white);
 }
 
@@ -107,42 +111,89 @@ TEST_F(RowCellsTest, CaretIsAsWideAsItsCharacter) {
   EXPECT_FALSE(Look(0)[1].caret);
 }
 
-TEST_F(RowCellsTest, DarkBlueIsLighterOnBlackOnly) {
-  Decode("abcd");
-  attr_[0] = 4;
-  attr_[1] = 4 | kAttrBold;
-  attr_[2] = 4 | 7 << kAttrBackgroundShift;
+TEST_F(RowCellsTest, DarkBlueIsLighterOnTheDarkGroundsOnly) {
+  Decode("abcdef");
+  Colour(0, 4);
+  Colour(1, 12);
+  Colour(2, 4, 23);
+  Colour(3, 4, 24);
+  Colour(4, 4, 25);
+  Colour(5, 4, 16, CS_BAR);
   const RowLook plain = Look(-1, false, false);
   EXPECT_EQ(plain[0].foreground, 0x000080u);
   EXPECT_EQ(plain[1].foreground, 0x0000FFu);
   const RowLook lighter = Look();
-  EXPECT_NE(lighter[0].foreground, plain[0].foreground);
-  EXPECT_NE(lighter[1].foreground, plain[1].foreground);
   EXPECT_NE(lighter[0].foreground, lighter[1].foreground);
   EXPECT_EQ(lighter[2].foreground, 0x000080u);
+  for (const std::size_t col : {0u, 1u, 3u, 4u, 5u})
+    EXPECT_GE(Contrast(lighter[col].foreground, lighter[col].background), kReadableContrast) << col;
+  EXPECT_EQ(Look(-1, false, true, PaletteKind::kDisguise)[0].foreground, 0x000000u);
 }
 
 TEST_F(RowCellsTest, BlueBlocksStayAsBlueAsTheBackgroundsBesideThem) {
   tables_->big5ToUnicode[0xF9 + 256 * 0xFE] = u'▓';
   Decode("\xF9\xFE");
-  attr_[0] = attr_[1] = 4;
-  attr_[2] = 4 << kAttrBackgroundShift;
+  Colour(0, 4);
+  Colour(1, 4);
+  Colour(2, 7, 20);
   const RowLook look = Look();
   EXPECT_EQ(look[0].foreground, look[2].background);
   EXPECT_EQ(look[1].foreground, look[2].background);
 }
 
-TEST_F(RowCellsTest, CaretCanBeSeenWhateverTheAttribute) {
-  for (unsigned attr = 0; attr < 256; ++attr) {
-    attr_[0] = static_cast<std::uint8_t>(attr);
-    const CellLook cell = Look(0)[0];
-    const std::uint32_t caret = CaretColour(cell);
-    int distance = 0;
-    for (const int shift : {0, 8, 16})
-      distance += std::abs(static_cast<int>(caret >> shift & 0xFF) -
-                           static_cast<int>(cell.background >> shift & 0xFF));
-    EXPECT_GE(distance, 96) << attr;
+TEST_F(RowCellsTest, BarIsAQuietGroundThatEverythingWrittenCanBeReadOn) {
+  Decode("ab c");
+  for (const PaletteKind kind : {PaletteKind::kNormal, PaletteKind::kDark, PaletteKind::kDisguise})
+    for (int fore = 0; fore < 48; ++fore) {
+      const Palette& palette = PaletteOf(kind);
+      Colour(0, fore, 16, CS_BAR);
+      Colour(1, fore, 17, CS_BAR);  // a colour of the BBS's own stays
+      Colour(2, fore, 24, CS_BAR);
+      const RowLook look = Look(-1, false, true, kind);
+      EXPECT_NE(look[0].background, palette[16]);
+      EXPECT_LT(Contrast(look[0].background, palette[16]), 2);
+      EXPECT_EQ(look[0].ground, CellGround::kOpaque);
+      EXPECT_EQ(look[1].background, palette[17]);
+      EXPECT_EQ(look[2].background, look[0].background);
+      EXPECT_EQ(look[3].background, palette[16]);
+      EXPECT_EQ(look[3].ground, CellGround::kPage);
+      // What is written in the ground's colour is hidden, and is not given away.
+      if (palette[static_cast<std::size_t>(fore)] == palette[16]) {
+        EXPECT_EQ(look[0].foreground, look[0].background) << fore;
+      } else {
+        EXPECT_GE(Contrast(look[0].foreground, look[0].background), kReadableContrast) << fore;
+      }
+    }
+}
+
+TEST_F(RowCellsTest, UnderlineHasTheForegroundOfItsCellOnBlanksToo) {
+  Decode("a b");
+  for (const std::size_t col : {0u, 1u, 2u})
+    Colour(col, 11, 16, col < 2 ? CS_UNDERLINE | CS_BLINK : 0);
+  const RowLook look = Look(-1, true);
+  EXPECT_TRUE(look[0].underline && look[1].underline);
+  EXPECT_FALSE(look[2].underline);
+  EXPECT_EQ(look[1].foreground, 0xFFFF00u);
+  EXPECT_EQ(look[0].unit, 0);
+}
+
+TEST_F(RowCellsTest, ColoursOutsideThePaletteAreSomeColour) {
+  Decode("ab");
+  for (int index = 48; index < 256; ++index) {
+    Colour(0, index, index, index);
+    Colour(1, index, 16, CS_BAR);
+    EXPECT_EQ(Look()[0].background, PaletteOf(PaletteKind::kNormal)[47]);
+    EXPECT_EQ(Look()[1].foreground, PaletteOf(PaletteKind::kNormal)[47]);
   }
+}
+
+TEST_F(RowCellsTest, CaretCanBeSeenWhateverTheColours) {
+  for (int fore = 0; fore < 48; ++fore)
+    for (int back = 16; back < 26; ++back) {
+      Colour(0, fore, back);
+      const CellLook cell = Look(0)[0];
+      EXPECT_GE(Contrast(CaretColour(cell), cell.background), 2.5) << fore << " on " << back;
+    }
 }
 
 }  // namespace

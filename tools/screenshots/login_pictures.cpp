@@ -1,84 +1,41 @@
 #include "tools/screenshots/login_pictures.h"
 
-#include <QCoreApplication>
-#include <QDir>
 #include <QLineEdit>
-
-#include "app/main_frame.h"
-#include "app/resources.h"
-#include "app/tour/tour.h"
-#include "app/user_places.h"
-#include "app/window_signaller.h"
-#include "demo/demo_server.h"
 
 namespace quillet {
 namespace {
 
-constexpr int kPatienceMs = 30000;
+constexpr QSize kUsual(1280, 720);
+constexpr QSize kSmall(480, 288);
 
-class LoginPictures {
- public:
-  LoginPictures(const QString& folder, const UserPlaces& places, const Endpoints& endpoints)
-      : folder_(folder),
-        doc_({.endpoints = endpoints,
-              .signaller = signaller_,
-              .registry = *places.registry,
-              .folders = places.folders}),
-        frame_(doc_) {}
+QLabel* Complaint(DemoRun& run) {
+  LoginForm* const form = run.View().Login().Form();
+  return form == nullptr ? nullptr : form->findChild<QLabel*>("complaint");
+}
 
-  bool Take(DemoServer& demo) {
-    frame_.SizeForView({1280, 720});
-    frame_.show();
-    doc_.Open({.address = QString::fromStdString(demo.Address()), .name = u"示範站台"_qs, .isBbs = true});
-    if (!HandleEventsUntil([&] { return View().Screen().cursorRow == 20; }, kPatienceMs)) return false;
-    View().AskLogin();
-    Fill(u"reader"_qs, u"quillet"_qs);
-    bool saved = Save("61-login-form");
-    frame_.SizeForView({480, 288});
-    saved = Save("63-login-form-small") && saved;
-    frame_.SizeForView({1280, 720});
-    Fill(u"reader"_qs, u"wrong"_qs);
-    View().Login().Form()->findChild<QPushButton*>("logIn")->click();
-    const auto isBack = [&] { return Complaint() && !Complaint()->text().isEmpty(); };
-    if (!HandleEventsUntil(isBack, kPatienceMs)) return false;
-    saved = Save("62-login-refused") && saved;
-    frame_.SizeForView({480, 288});
-    return Save("64-login-refused-small") && saved;
-  }
-
- private:
-  CQuillView& View() { return frame_.View(); }
-  QLabel* Complaint() {
-    LoginForm* const form = View().Login().Form();
-    return form == nullptr ? nullptr : form->findChild<QLabel*>("complaint");
-  }
-  void Fill(const QString& account, const QString& password) {
-    LoginForm* const form = View().Login().Form();
-    form->findChild<QLineEdit*>("account")->setText(account);
-    form->findChild<QLineEdit*>("password")->setText(password);
-  }
-  bool Save(const QString& name) {
-    QCoreApplication::processEvents();
-    return View().grab().save(QDir(folder_).filePath(name + ".png"));
-  }
-
-  const QString folder_;
-  WindowSignaller signaller_;
-  CQuillDoc doc_;
-  CMainFrame frame_;
-};
+void Fill(DemoRun& run, const QString& account, const QString& password) {
+  LoginForm* const form = run.View().Login().Form();
+  form->findChild<QLineEdit*>("account")->setText(account);
+  form->findChild<QLineEdit*>("password")->setText(password);
+}
 
 }  // namespace
 
-bool SaveLoginPictures(const QString& folder) {
-  const Resources resources = LoadResources();
-  DemoOptions options;
-  options.contentFolder = DefaultDemoContent();
-  options.TakeNames(resources.endpoints);
-  DemoServer demo(std::move(options));
-  if (!demo.Error().empty()) return false;
-  const UserPlaces places = PlacesForOneRun();
-  return LoginPictures(folder, places, resources.endpoints).Take(demo);
+void TakeLoginPictures(DemoRun& run) {
+  run.Await("the login page", [&] { return run.View().Screen().cursorRow == 20; });
+  if (!run.IsFine()) return;
+  run.View().AskLogin();
+  Fill(run, u"reader"_qs, u"quillet"_qs);
+  run.Save("61-login-form");
+  run.Resize(kSmall);
+  run.Save("63-login-form-small");
+  run.Resize(kUsual);
+  Fill(run, u"reader"_qs, u"wrong"_qs);
+  run.View().Login().Form()->findChild<QPushButton*>("logIn")->click();
+  run.Await("the refusal", [&] { return Complaint(run) && !Complaint(run)->text().isEmpty(); });
+  run.Save("62-login-refused");
+  run.Resize(kSmall);
+  run.Save("64-login-refused-small");
 }
 
 }  // namespace quillet

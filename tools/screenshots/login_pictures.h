@@ -2,12 +2,11 @@
 // User-interface thread.
 #pragma once
 
-#include <QString>
+#include "tools/screenshots/demo_run.h"
 
 namespace quillet {
 
-// "61-login-form.png" and so on into the folder, which exists. False when one could not be written or the
-// demo did not come up.
-bool SaveLoginPictures(const QString& folder);
+// "61-login-form" and so on.
+void TakeLoginPictures(DemoRun& run);
 
 }  // namespace quillet

@@ -1,6 +1,5 @@
-// quillet_screenshots FOLDER: the pictures of docs/, made off-screen: a walk through the demo with every page
-// at 1280x720, one article at 3840x2160 with two device pixels per unit, as a 4K screen shows it, and the
-// dialogs.
+// quillet_screenshots FOLDER: the pictures of docs/, made off-screen from the real program on its demo BBS.
+// With "--PART" before the folder, one part of them; with QT_SCALE_FACTOR at that scale.
 #include <cstdio>
 
 #include <QApplication>
@@ -9,17 +8,26 @@
 #include "app/quill_app.h"
 #include "app/toolkit.h"
 
+#include "tools/screenshots/art_pictures.h"
+#include "tools/screenshots/article_pictures.h"
+#include "tools/screenshots/backdrop_pictures.h"
 #include "tools/screenshots/dialogs.h"
+#include "tools/screenshots/layout_pictures.h"
 #include "tools/screenshots/login_pictures.h"
+#include "tools/screenshots/name_list_pictures.h"
+#include "tools/screenshots/palette_pictures.h"
+#include "tools/screenshots/side_list_pictures.h"
 
 namespace {
 
-// The scale factor is a process's own, and so is the end of an event loop: each part is made by a process of
-// its own.
-constexpr const char* kPages = "--pages";
-constexpr const char* kHighDensity = "--high-density";
-constexpr const char* kDialogs = "--dialogs";
+using quillet::DemoRun;
 
+int Complain(const QString& what) {
+  std::fputs(qPrintable(what + '\n'), stderr);
+  return 1;
+}
+
+// What the program's own "--tour" walks through, and one page of it as a 4K screen shows it.
 int Walk(QApplication& toolkit, const QString& folder, bool highDensity) {
   quillet::StartOptions options;
   options.demo = true;
@@ -34,31 +42,81 @@ int Walk(QApplication& toolkit, const QString& folder, bool highDensity) {
   return quillet::CQuillApp(toolkit, options, tour).Run();
 }
 
-int MakePart(int argc, char** argv) {
-  const std::string_view part = argv[1];
-  if (part == kHighDensity) qputenv("QT_SCALE_FACTOR", "2");
-  QApplication toolkit(argc, argv);
-  const QString folder = QApplication::arguments().last();
-  if (part != kDialogs) return Walk(toolkit, folder, part == kHighDensity);
+int TakePages(QApplication& toolkit, const QString& folder) {
+  return Walk(toolkit, folder, false);
+}
+
+int TakeHighDensity(QApplication& toolkit, const QString& folder) {
+  return Walk(toolkit, folder, true);
+}
+
+int TakeDialogs(QApplication& /*toolkit*/, const QString& folder) {
   quillet::PrepareToolkit();
-  if (quillet::SaveDialogPictures(folder) && quillet::SaveLoginPictures(folder)) return 0;
-  std::fputs(qPrintable(QStringLiteral("No picture can be written in \"%1\".\n").arg(folder)), stderr);
-  return 1;
+  return quillet::SaveDialogPictures(folder)
+             ? 0
+             : Complain(QStringLiteral("No picture can be written in \"%1\".").arg(folder));
+}
+
+template <void (*kTake)(DemoRun&)>
+int Take(QApplication& /*toolkit*/, const QString& folder) {
+  quillet::PrepareToolkit();
+  DemoRun run(folder);
+  kTake(run);
+  return run.IsFine() ? 0 : Complain(run.Complaint());
+}
+
+// The scale factor is a process's own, and so is the end of an event loop: each row is made by a process of
+// its own.
+struct Part {
+  const char* name;
+  int (*take)(QApplication&, const QString& folder);
+  const char* scaleFactor = "1";
+};
+
+constexpr Part kParts[] = {
+    {"--pages", TakePages},
+    {"--high-density", TakeHighDensity, "2"},
+    {"--dialogs", TakeDialogs},
+    {"--login", Take<quillet::TakeLoginPictures>},
+    {"--dim", Take<quillet::TakeDimPictures>},
+    {"--disguise", Take<quillet::TakeDisguisePictures>},
+    {"--article", Take<quillet::TakeArticlePictures>},
+    {"--side-lists", Take<quillet::TakeSideListPictures>},
+    {"--name-lists", Take<quillet::TakeNameListPictures>},
+    {"--backdrop", Take<quillet::TakeBackdropPictures>},
+    {"--layouts", Take<quillet::TakeLayoutPictures>},
+    {"--art", Take<quillet::TakeArtPictures>},
+    {"--art", Take<quillet::TakeArtPictures>, "1.25"},
+    {"--art", Take<quillet::TakeArtPictures>, "1.5"},
+    {"--art", Take<quillet::TakeArtPictures>, "2"},
+};
+
+int TakePart(int argc, char** argv) {
+  for (const Part& part : kParts) {
+    if (std::string_view(argv[1]) != part.name) continue;
+    QApplication toolkit(argc, argv);
+    return part.take(toolkit, QApplication::arguments().last());
+  }
+  return Complain(QStringLiteral("There is no part %1.").arg(QString::fromLocal8Bit(argv[1])));
+}
+
+int TakeAll(const char* program, const char* folder) {
+  for (const Part& part : kParts) {
+    qputenv("QT_SCALE_FACTOR", part.scaleFactor);
+    const QStringList arguments = {part.name, QString::fromLocal8Bit(folder)};
+    if (const int code = QProcess::execute(QString::fromLocal8Bit(program), arguments); code != 0)
+      return Complain(QStringLiteral("The part %1 failed.").arg(part.name));
+  }
+  return 0;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   if (argc != 2 && argc != 3) {
-    std::fputs("usage: quillet_screenshots FOLDER\n", stderr);
+    std::fputs("usage: quillet_screenshots [--PART] FOLDER\n", stderr);
     return 2;
   }
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  if (argc == 3) return MakePart(argc, argv);
-  for (const char* part : {kPages, kHighDensity, kDialogs})
-    if (const int code =
-            QProcess::execute(QString::fromLocal8Bit(argv[0]), {part, QString::fromLocal8Bit(argv[1])});
-        code != 0)
-      return code;
-  return 0;
+  return argc == 3 ? TakePart(argc, argv) : TakeAll(argv[0], argv[1]);
 }

@@ -1,0 +1,267 @@
+#include "app/article_view.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "app/seconds_now.h"
+#include "bbs/page_flags.h"
+#include "core/key_sequence.h"
+#include "render/scroll_motion.h"
+
+namespace quillet {
+namespace {
+
+constexpr int kFrameMs = 16;
+constexpr std::int64_t kLongestWaitMs = 60'000;
+constexpr int kBottomRow = kRows - 1;
+constexpr const char* kPreviousArticle = "b";
+
+// A header's rows and its rule.
+constexpr int kOpeningLines = 4;
+
+}  // namespace
+
+ArticleView::ArticleView(CQuillDoc& doc, QWidget& parent)
+    : doc_(doc),
+      rules_{.settings = &doc.Fields(),
+             .names = &doc.Store().Names(),
+             .titleWords = &doc.Store().TitleWords(),
+             .keywords = {},
+             .myId = {}},
+      reading_({.send = [this](std::string_view keys) { doc_.Session().SendBytes(keys); },
+                .news = [this](const ArticleNews& news) { emit NewsArrived(news); }}),
+      dressed_(doc.PageReader()),
+      scrollBar_(std::make_unique<ArticleScrollBar>(&parent)) {
+  animation_.setInterval(kFrameMs);
+  animation_.setTimerType(Qt::PreciseTimer);
+  connect(&animation_, &QTimer::timeout, this, [this] {
+    Step();
+    Review();
+    emit Changed();
+  });
+  readOn_.setSingleShot(true);
+  connect(&readOn_, &QTimer::timeout, this, [this] { OnTick(mayRefresh_); });
+  connect(scrollBar_.get(), &ArticleScrollBar::Wanted, this, [this](int value, bool dragged) {
+    MoveTo(value, dragged ? Motion::kAtOnce : Motion::kEased, Stay::kAtLine);
+  });
+  connect(&doc_, &CQuillDoc::ArticleListsChanged, this, [this] {
+    bookmarked_ = doc_.IsOpenArticleBookmarked();
+    Review();
+    emit Changed();
+  });
+}
+
+ArticleView::~ArticleView() = default;
+
+// ---- What comes in
+
+void ArticleView::SetRules(const DressRules& rules) {
+  rules_ = rules;
+  reading_.SetOptions({.fetchAll = rules_.settings->webArticle,
+                       .refreshPush = rules_.settings->autoRefreshPush,
+                       .tellChanges = rules_.settings->notifyArticleChanged});
+  Follow();
+  Review();
+}
+
+void ArticleView::OnScreen(const ScreenSnapshot& screen) {
+  reading_.OnScreen(screen, doc_.OpenArticle(), doc_.IsArticleOpen(), SteadyMilliseconds());
+  rules_.now = SecondsNow();
+  atBbsEnd_ = (screen.pageFlags & PF_READING) != 0 && (screen.pageFlags & PF_READ_END) != 0;
+  bookmarked_ = doc_.IsOpenArticleBookmarked();
+
+  const bool another = IsAnotherArticle();
+  if (another) dressed_.Clear();
+  Follow();
+  std::optional<int> line = reading_.TakeMovedTo();
+  if (held_) line.reset();  // an automation's doing
+  if (another && !line) line = 0;
+  if (line) StandAt(*line);
+  Review();
+  ReadOnInTime();
+}
+
+void ArticleView::OnTick(bool mayRefresh) {
+  mayRefresh_ = mayRefresh;
+  rules_.now = SecondsNow();
+  const bool wasShown = IsShown();
+  reading_.OnTick(SteadyMilliseconds(), mayRefresh);
+  ReadOnInTime();
+  if (IsShown() == wasShown) return;
+  Review();
+  emit Changed();
+}
+
+void ArticleView::ReadOnInTime() {
+  if (const auto at = reading_.NextTick())
+    readOn_.start(static_cast<int>(std::clamp<std::int64_t>(*at - SteadyMilliseconds(), 0, kLongestWaitMs)));
+  else
+    readOn_.stop();
+}
+
+void ArticleView::OnUserKey() {
+  reading_.OnUserKey(SteadyMilliseconds());
+  // He has something else in mind than the end that he was waiting for.
+  if (!reading_.Lines().IsComplete()) stay_ = Stay::kAtLine;
+}
+
+void ArticleView::SetHeld(bool held) {
+  const bool now = held && IsShown();
+  if (std::exchange(held_, now) == now) return;
+  Review();
+  emit Changed();
+}
+
+bool ArticleView::IsAnotherArticle() {
+  const ArticleLines& lines = reading_.Lines();
+  std::vector<ScreenRow> opening;
+  for (int i = 0; i < std::min(lines.Count(), kOpeningLines); ++i)
+    opening.push_back(lines.At(i).text);
+  return std::exchange(opening_, opening) != opening;
+}
+
+void ArticleView::Follow() {
+  const bool resting = top_ == target_;
+  const int topLine = dressed_.Count() > 0 ? dressed_.LineOf(top_) : 0;
+  dressed_.Follow(reading_.Lines(), doc_.OpenArticle().postTime, rules_);
+  target_ = TopOf(anchor_);
+  top_ = resting ? target_ : TopOf(topLine);
+  if (stay_ == Stay::kAtEnd) GoTo(LastTopLine(), Motion::kEased, Stay::kAtEnd);
+}
+
+int ArticleView::TopOf(int line) const {
+  return std::clamp(dressed_.IndexOf(line), 0, LastTopLine());
+}
+
+// ---- Where it stands
+
+bool ArticleView::IsShown() const {
+  const ArticleLines& lines = reading_.Lines();
+  return rules_.settings->webArticle && (held_ || reading_.StandsForScreen()) &&
+         (lines.Count() >= kLinesShown || lines.IsComplete()) && dressed_.Count() > 0;
+}
+
+void ArticleView::StandAt(int line) {
+  GoTo(dressed_.IndexOf(line), Motion::kAtOnce, Stay::kAtLine);
+  // It may lie beyond what is known yet.
+  anchor_ = line;
+}
+
+void ArticleView::GoTo(int top, Motion motion, Stay stay) {
+  target_ = std::clamp(top, 0, LastTopLine());
+  anchor_ = dressed_.Count() > 0 ? dressed_.LineOf(target_) : 0;
+  const bool atEnd = target_ == LastTopLine() && reading_.Lines().IsComplete();
+  stay_ = atEnd ? Stay::kAtEnd : stay;
+  if (motion == Motion::kAtOnce || rules_.settings->noScrollAnimation) top_ = target_;
+  if (top_ == target_ || animation_.isActive()) return;
+  Step();
+  animation_.start();
+}
+
+void ArticleView::Step() {
+  top_ = std::clamp(ScrollAnimationStep(top_, target_), 0, LastTopLine());
+  if (top_ == target_) animation_.stop();
+}
+
+void ArticleView::MoveTo(int top, Motion motion, Stay stay) {
+  if (!IsShown()) return;
+  GoTo(top, motion, stay);
+  const bool nearEnd = target_ + 2 * kLinesShown > dressed_.Count();
+  if (nearEnd && !reading_.Lines().IsComplete()) reading_.WantMore(SteadyMilliseconds());
+  ReadOnInTime();
+  Review();
+  emit Changed();
+}
+
+bool ArticleView::OnKey(const KeyPress& press, bool repeated) {
+  if (!IsShown()) return false;
+  const PagingAction action = DecidePaging(press, repeated,
+                                           {.top = target_,
+                                            .count = dressed_.Count(),
+                                            .complete = reading_.Lines().IsComplete(),
+                                            .keepArticle = rules_.settings->preventUpDownChangeArticle});
+  switch (action.kind) {
+    case PagingAction::Kind::kToBbs:
+      return false;
+    case PagingAction::Kind::kNext:
+      // There the key means the next article; elsewhere the BBS would only turn the page.
+      if (!atBbsEnd_) emit BytesForBbs(QByteArray::fromStdString(std::string(KeySequence(kKeyEnd))));
+      return false;
+    case PagingAction::Kind::kPrevious:
+      emit BytesForBbs(kPreviousArticle);
+      return true;
+    case PagingAction::Kind::kScrollTo:
+    case PagingAction::Kind::kNothing:
+      MoveTo(action.top, Motion::kEased, Stay::kAtLine);
+      return true;
+    case PagingAction::Kind::kToEnd:
+      MoveTo(action.top, Motion::kEased, Stay::kAtEnd);
+      return true;
+  }
+  return false;
+}
+
+bool ArticleView::ScrollBy(int lines) {
+  if (!IsShown() || LastTopLine() == 0) return false;
+  MoveTo(std::clamp(lines, -dressed_.Count(), dressed_.Count()) + target_, Motion::kEased, Stay::kAtLine);
+  return true;
+}
+
+void ArticleView::ScrollTo(int top) {
+  MoveTo(top, Motion::kEased, Stay::kAtLine);
+}
+
+void ArticleView::GoToFirstPush() {
+  if (const int first = dressed_.FirstPush(); first >= 0) ScrollTo(first);
+}
+
+// ---- What it looks like
+
+void ArticleView::Review() {
+  const bool shown = IsShown();
+  if (!shown) {
+    animation_.stop();
+    top_ = target_;
+  }
+  bar_ = shown ? MakeArticleBar(BarInput()) : ArticleBar{};
+  scrollBar_->Follow(target_, LastTopLine(), shown && LastTopLine() > 0);
+}
+
+ArticleBarInput ArticleView::BarInput() const {
+  ArticleBarInput input{.line = std::min(top_ + kLinesShown, dressed_.Count()),
+                        .lines = dressed_.Count(),
+                        .stillReading = !reading_.Lines().IsComplete(),
+                        .bookmarked = bookmarked_,
+                        .hasPushes = dressed_.FirstPush() >= 0,
+                        .controlCodes = dressed_.HasControlCodes(),
+                        .offers = {},
+                        .hovered = hovered_};
+  if (!rules_.settings->hideTopLeftIcons)
+    input.offers = {ArticleCommand::kBookmark, ArticleCommand::kPush, ArticleCommand::kFirstPush};
+  return input;
+}
+
+void ArticleView::SetHovered(ArticleCommand command) {
+  if (command == std::exchange(hovered_, command)) return;
+  Review();
+  emit Changed();
+}
+
+void ArticleView::Compose(FrameState& frame) const {
+  for (int row = 0; row < kLinesShown; ++row) {
+    const int index = top_ + row;
+    frame.page[static_cast<std::size_t>(row)] =
+        index < dressed_.Count() ? dressed_.Row(reading_.Lines(), index, rules_) : PageRow{};
+  }
+  frame.page[kBottomRow] = bar_.row;
+  frame.caretRow = -1;
+  frame.progress = LastTopLine() > 0 ? static_cast<double>(top_) / LastTopLine() : 0;
+}
+
+void ArticleView::PlaceScrollBar(const QRect& area, bool plain) {
+  scrollBar_->SetPlain(plain);
+  scrollBar_->PlaceIn(area);
+  Review();
+}
+
+}  // namespace quillet

@@ -1,0 +1,127 @@
+// The open article as a whole, scrolled in the window: keeps its lines current, moves through them, and says
+// what the picture shows. The view asks it first for keys and wheel turns, and draws its page in place of the
+// BBS's screen while it is shown. User-interface thread.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <QByteArray>
+#include <QObject>
+#include <QTimer>
+
+#include "app/article_scroll_bar.h"
+#include "app/quill_doc.h"
+#include "bbs/article_reading.h"
+#include "input/article_paging.h"
+#include "render/article_bar.h"
+#include "render/dressed_article.h"
+#include "render/paint/frame_painter.h"
+
+namespace quillet {
+
+class ArticleView : public QObject {
+  Q_OBJECT
+
+ public:
+  // Both outlive the view; the scroll bar lies in `parent`.
+  ArticleView(CQuillDoc& doc, QWidget& parent);
+  ~ArticleView() override;
+
+  // Settings, lists or the Tab key's state are different.
+  void SetRules(const DressRules& rules);
+  // The document has seen the screen before.
+  void OnScreen(const ScreenSnapshot& screen);
+  // A few times a second.
+  void OnTick(bool mayRefresh);
+  // Before anything of the user's or of an automation's goes to the BBS.
+  void OnUserKey();
+  // An automation of the client's own works under the article: a page that is shown stays meanwhile.
+  void SetHeld(bool held);
+
+  // The local page stands in the picture.
+  bool IsShown() const;
+  // Fills page, caret and progress of `frame`. Only while shown.
+  void Compose(FrameState& frame) const;
+  // What the bottom row's captions do. Empty while not shown.
+  const std::vector<CaptionArea>& Captions() const { return bar_.areas; }
+
+  // True when the key moved the article, or was taken; false: it is the BBS's.
+  bool OnKey(const KeyPress& press, bool repeated);
+  // Lines to move by, positive down. False when there is nothing to move: no article is shown, or it fits the
+  // page.
+  bool ScrollBy(int lines);
+  void ScrollTo(int top);
+  void GoToFirstPush();
+  // The pointer is over this command's caption.
+  void SetHovered(ArticleCommand command);
+
+  // The scroll bar goes to the right edge of `area`, in widget units; the window is wide enough or it lies
+  // over the right margin. `plain`: in disguise.
+  void PlaceScrollBar(const QRect& area, bool plain);
+  // In widget units; 0 while there is none.
+  int ScrollBarWidth() const { return scrollBar_->isHidden() ? 0 : scrollBar_->width(); }
+  int TopLine() const { return top_; }
+  int TargetLine() const { return target_; }
+  int LineCount() const { return dressed_.Count(); }
+  const ArticleReading& Reading() const { return reading_; }
+
+ signals:
+  // The picture is different. Not sent by SetRules and OnScreen: who calls them draws anyway.
+  void Changed();
+  // New push lines, or a changed text, as AutoRefreshPush found them.
+  void NewsArrived(const quillet::ArticleNews& news);
+  // "b" and the like, decided by the keys, for the BBS.
+  void BytesForBbs(const QByteArray& bytes);
+
+ private:
+  // What stays when the article grows or the list of its shown lines changes.
+  enum class Stay {
+    kAtLine,  // the line at the top
+    kAtEnd    // the end, which moves on with the article
+  };
+  enum class Motion { kEased, kAtOnce };
+
+  // Takes in what the reading knows.
+  void Follow();
+  // Whether the lines are another article's than at the last call.
+  bool IsAnotherArticle();
+
+  int LastTopLine() const { return LastTop(dressed_.Count()); }
+  // The top that brings a line of the article there, as far as lines are known.
+  int TopOf(int line) const;
+  void StandAt(int line);
+  void GoTo(int top, Motion motion, Stay stay);
+  void Step();
+  // The user's wish.
+  void MoveTo(int top, Motion motion, Stay stay);
+
+  // Sees to it that the reading goes on no later than it may.
+  void ReadOnInTime();
+  // Brings both bars to the state of now.
+  void Review();
+  ArticleBarInput BarInput() const;
+
+  CQuillDoc& doc_;
+  DressRules rules_;
+  ArticleReading reading_;
+  DressedArticle dressed_;
+  std::vector<ScreenRow> opening_;  // the first lines; they tell one article from another
+  std::unique_ptr<ArticleScrollBar> scrollBar_;
+  QTimer animation_;
+  QTimer readOn_;
+
+  int top_ = 0;
+  int target_ = 0;
+  int anchor_ = 0;  // the line of the article that stands, or is to stand, at the top
+  Stay stay_ = Stay::kAtLine;
+
+  bool held_ = false;
+  bool atBbsEnd_ = false;  // the BBS's reader shows the last page
+  bool mayRefresh_ = false;
+  bool bookmarked_ = false;
+  ArticleCommand hovered_ = ArticleCommand::kNone;
+  ArticleBar bar_;
+};
+
+}  // namespace quillet

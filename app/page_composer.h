@@ -1,0 +1,64 @@
+// Puts together what the picture shows: the BBS's screen dressed by the user's settings and lists, or the
+// page of the local article, with the captions of the commands that a click gives. User-interface thread.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "app/article_view.h"
+#include "app/quill_doc.h"
+#include "render/article_bar.h"
+#include "render/dress_rules.h"
+#include "render/paint/frame_painter.h"
+#include "render/reveal_state.h"
+
+namespace quillet {
+
+class PageComposer {
+ public:
+  // Both outlive the composer.
+  PageComposer(CQuillDoc& doc, ArticleView& article);
+
+  // Settings, lists or the login are different.
+  void TakeRules();
+  // The Tab key. `now` in milliseconds.
+  void PressReveal(std::int64_t now);
+  // Whether anything was revealed.
+  bool EndReveal();
+
+  // Before the next Compose: another screen has come.
+  void OnScreen(const ScreenSnapshot& screen);
+  // Fills everything of `frame` that the screen or the article decides; the caret too where `caretShown`.
+  void Compose(const ScreenSnapshot& screen, bool caretShown, FrameState& frame);
+
+  // Its caption stands in the picture.
+  bool Offers(ArticleCommand command) const;
+  // What a click on the cell does.
+  ArticleCommand CommandAt(int row, int col) const;
+  // Returns whether the picture is different.
+  bool SetHovered(ArticleCommand command);
+  // The row of the picture that shows the screen's row; -1: none.
+  int PageRowOf(int screenRow) const;
+  bool ShowsArticle() const { return article_.IsShown(); }
+
+ private:
+  void ComposeScreen(const ScreenSnapshot& screen, FrameState& frame);
+  // The BBS asks something on its last rows and has left the article's page above them as it was.
+  bool IsPromptOverArticle(const ScreenSnapshot& screen) const;
+  void KeepArticleAbovePrompt(const ScreenSnapshot& screen, FrameState& frame);
+  bool OffersCommands(const ScreenSnapshot& screen) const;
+
+  CQuillDoc& doc_;
+  ArticleView& article_;
+  DressRules rules_;
+  RevealState reveal_;
+  std::array<int, kRows> rowOf_{};
+  std::vector<CaptionArea> captions_;
+  ArticleCommand hovered_ = ArticleCommand::kNone;
+  std::uint32_t pageKind_ = 0;
+  // What the BBS showed last of the article that is shown in its place.
+  std::optional<ScreenSnapshot> covered_;
+};
+
+}  // namespace quillet

@@ -1,0 +1,20 @@
+// What is new in an article that has been read before. Pure; any thread.
+#pragma once
+
+#include "bbs/article_lines.h"
+#include "bbs/page_facts.h"
+
+namespace quillet {
+
+struct ArticleNews {
+  int newPushes = 0;    // push lines more than before
+  bool edited = false;  // the author has changed the text
+
+  bool operator==(const ArticleNews&) const = default;
+};
+
+// `edited`: the lines above the first push line read differently, or there are more lines that begin with
+// "※ 編輯: " than before.
+ArticleNews CompareArticle(const ArticleLines& before, const ArticleLines& now, const PageFacts& facts);
+
+}  // namespace quillet

@@ -1,0 +1,45 @@
+#include "bbs/article_reopening.h"
+
+#include <utility>
+
+#include "bbs/article_lines.h"
+#include "bbs/page_facts.h"
+#include "bbs/page_flags.h"
+
+namespace quillet {
+namespace {
+
+// Pages on which the keys of the way would do something else.
+constexpr std::uint32_t kUnexpected = PF_PUSH_LINE | PF_MAIL_MENU | PF_ANIMATION_PROMPT | PF_PAUSE |
+                                      PF_INPUT_FIELD | PF_STAR_LINE | PF_EDITOR | PF_ANYKEY_BANNER |
+                                      PF_DISPUTED_NOTICE;
+
+}  // namespace
+
+void ArticleReopening::Begin(std::u16string author, std::int64_t now) {
+  state_ = State::kLeaving;
+  author_ = std::move(author);
+  since_ = now;
+}
+
+ArticleReopening::Step ArticleReopening::OnScreen(const ScreenSnapshot& screen, std::int64_t now) {
+  const auto end = [this](Step step) {
+    Stop();
+    return step;
+  };
+  if ((screen.pageFlags & kUnexpected) != 0) return end(Step::kFailed);
+  if (state_ == State::kOpening) return IsWholeReaderPage(screen) ? end(Step::kArrived) : OnTick(now);
+  if ((screen.pageFlags & PF_ARTICLE_LIST_CURSOR) == 0) return OnTick(now);
+  if (PageFacts::ParseListAuthor(screen, screen.cursorRow) != author_) return end(Step::kFailed);
+  state_ = State::kOpening;
+  since_ = now;
+  return Step::kOpen;
+}
+
+ArticleReopening::Step ArticleReopening::OnTick(std::int64_t now) {
+  if (now - since_ < kNoAnswer) return Step::kWait;
+  Stop();
+  return Step::kFailed;
+}
+
+}  // namespace quillet

@@ -1,0 +1,349 @@
+// The open article as a whole, in the window over the demo BBS: gathered, moved through, left.
+#include <algorithm>
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QStyle>
+#include <QStyleOptionSlider>
+#include <QWheelEvent>
+
+#include "app/article_scroll_bar.h"
+#include "core/charset.h"
+#include "demo/content_loader.h"
+#include "demo/demo_server.h"
+#include "input/screen_text.h"
+#include "tests/app/window_fixture.h"
+
+namespace quillet {
+namespace {
+
+constexpr std::size_t kBottomRow = kRows - 1;
+
+std::string TextOf(const PageRow& row) {
+  std::string text;
+  for (const PageCell& cell : row.cells)
+    text += static_cast<char>(cell.byte);
+  return text;
+}
+
+std::string TextOf(const ArticleLine& line) {
+  return {line.text.begin(), line.text.begin() + kCols};
+}
+
+// Of a line such as "推 somebody: ...".
+std::u16string PushWriter(const std::string& line) {
+  const std::u16string text = FromBig5(line);
+  if (text.empty() || std::u16string_view(u"推噓→").find(text.front()) == std::u16string_view::npos)
+    return {};
+  const std::size_t colon = text.find(u':');
+  return colon == std::u16string::npos ? std::u16string() : text.substr(2, colon - 2);
+}
+
+class ArticleViewTest : public WindowTest {
+ protected:
+  void SetUp() override {
+    WindowTest::SetUp();
+    const std::filesystem::path content = QUILLET_SOURCE_DIR "/demo/content";
+    DemoOptions options;
+    options.contentFolder = content;
+    demo = std::make_unique<DemoServer>(options);
+    ASSERT_EQ(demo->Error(), "");
+    for (const demo::Board& board : demo::LoadContent(content).boards)
+      for (const demo::ArticlePtr& article : board.articles)
+        Consider(board, *article);
+    doc->LogIn({.address = QString::fromStdString(demo->Address()), .name = {}, .isBbs = true},
+               MakeLoginOrder({.account = u"reader", .password = u"quillet"}));
+    ASSERT_TRUE(
+        Until([&] { return doc->LoginId() == u"reader" && doc->CurrentActivity() == Activity::kNone; }));
+  }
+  void TearDown() override {
+    frame.reset();
+    doc.reset();
+  }
+
+  void Consider(const demo::Board& board, const demo::Article& article) {
+    if (article.kind != demo::ArticleKind::kPlain) return;
+    const ArticleReference here{.board = FromBig5(board.info.name), .code = FromBig5(article.code)};
+    const bool isLast = &article == board.articles.back().get();
+    if (article.body.size() > longestBody) {
+      longestBody = article.body.size();
+      longest = here;
+    }
+    if (!isLast && article.pushes.size() > mostPushes) {
+      mostPushes = article.pushes.size();
+      talkative = here;
+    }
+    if (article.body.size() + article.pushes.size() < fewestLines) {
+      fewestLines = article.body.size() + article.pushes.size();
+      shortest = here;
+    }
+  }
+
+  const ArticleView& Article() { return View().Article(); }
+  ArticleScrollBar& ScrollBar() { return *View().findChild<ArticleScrollBar*>(); }
+  const ArticleLines& Lines() { return Article().Reading().Lines(); }
+  int Last() { return LastTop(Article().LineCount()); }
+  std::string Row(std::size_t row) { return TextOf(View().Frame().page[row]); }
+  bool AtRest(int top) {
+    return Until([&] { return Article().TargetLine() == top && Article().TopLine() == top; });
+  }
+
+  void Open(const ArticleReference& article) {
+    ASSERT_FALSE(article.code.empty());
+    ASSERT_TRUE(doc->JumpTo(article));
+    ASSERT_TRUE(Until([&] { return Article().IsShown() && doc->CurrentActivity() == Activity::kNone; }));
+  }
+  void OpenWhole(const ArticleReference& article) {
+    Open(article);
+    ASSERT_TRUE(Until([&] { return Lines().IsComplete(); }));
+    ASSERT_GT(Article().LineCount(), 3 * kLinesShown);
+    ASSERT_EQ(Article().TopLine(), 0);
+  }
+
+  std::string ScreenAsUtf8() {
+    return QString::fromStdU16String(ScreenAsText(View().Screen())).toStdString();
+  }
+  // Who has pushed above the page, but not in the row `top`.
+  std::u16string SomebodyAbove(const std::string& top) {
+    for (int line = 0; line < Article().TopLine(); ++line) {
+      const std::u16string id = PushWriter(TextOf(Lines().At(line)));
+      if (!id.empty() && id != PushWriter(top)) return id;
+    }
+    return {};
+  }
+
+  void Wheel(int notches) {
+    const QPointF at(View().rect().center());
+    QWheelEvent event(at, View().mapToGlobal(at), {}, QPoint(0, notches * 120), Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&View(), &event);
+  }
+  void Mouse(QEvent::Type type, QPoint at) {
+    const bool up = type == QEvent::MouseButtonRelease;
+    QMouseEvent event(type, at, ScrollBar().mapToGlobal(at),
+                      type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
+                      up ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&ScrollBar(), &event);
+  }
+  QRect Handle() {
+    QStyleOptionSlider option;
+    option.initFrom(&ScrollBar());
+    option.orientation = Qt::Vertical;
+    option.minimum = ScrollBar().minimum();
+    option.maximum = ScrollBar().maximum();
+    option.pageStep = ScrollBar().pageStep();
+    option.singleStep = 1;
+    option.sliderPosition = option.sliderValue = ScrollBar().value();
+    return ScrollBar().style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider,
+                                               &ScrollBar());
+  }
+
+  std::unique_ptr<DemoServer> demo;
+  ArticleReference longest, talkative, shortest;
+  std::size_t longestBody = 0;
+  std::size_t mostPushes = 0;
+  std::size_t fewestLines = 1000;
+};
+
+TEST_F(ArticleViewTest, TheKeysMoveThroughTheWholeArticle) {
+  OpenWhole(talkative);
+  EXPECT_EQ(Row(0), TextOf(Lines().At(0)));
+  Press(Qt::Key_PageDown);
+  ASSERT_TRUE(AtRest(kPageStep));
+  EXPECT_EQ(Row(0), TextOf(Lines().At(kPageStep)));
+  EXPECT_EQ(Row(22), TextOf(Lines().At(kPageStep + 22)));
+  Press(Qt::Key_Down);
+  TypeText("j");
+  Press(Qt::Key_Up);
+  ASSERT_TRUE(AtRest(kPageStep + 1));
+  const double middle = View().Frame().progress;
+  Press(Qt::Key_End);
+  ASSERT_TRUE(AtRest(Last()));
+  EXPECT_EQ(Row(22), TextOf(Lines().At(Lines().Count() - 1)));
+  EXPECT_GT(View().Frame().progress, middle);
+  EXPECT_EQ(View().Frame().progress, 1);
+  const QString position = QStringLiteral("%1 / %1").arg(Article().LineCount());
+  EXPECT_NE(Row(kBottomRow).find(position.toStdString()), std::string::npos) << Row(kBottomRow);
+  Press(Qt::Key_PageDown);
+  ASSERT_TRUE(AtRest(Last())) << "it stays";
+  Press(Qt::Key_Home);
+  ASSERT_TRUE(AtRest(0));
+  EXPECT_TRUE(Article().IsShown());
+}
+
+TEST_F(ArticleViewTest, TheWheelMovesItAndNeverLeavesIt) {
+  OpenWhole(talkative);
+  const std::u16string title = doc->OpenArticle().title;
+  const int notch = QApplication::wheelScrollLines();
+  Wheel(-2);
+  ASSERT_TRUE(AtRest(2 * notch));
+  Wheel(1);
+  ASSERT_TRUE(AtRest(notch));
+  Wheel(1000);
+  ASSERT_TRUE(AtRest(0));
+  Wheel(-1000);
+  ASSERT_TRUE(AtRest(Last()));
+  Wheel(-1);
+  ASSERT_TRUE(AtRest(Last()));
+  EXPECT_EQ(doc->OpenArticle().title, title);
+}
+
+TEST_F(ArticleViewTest, TheScrollBarMovesItAndFollowsIt) {
+  EXPECT_TRUE(ScrollBar().isHidden());
+  OpenWhole(talkative);
+  ASSERT_TRUE(ScrollBar().isVisible());
+  EXPECT_EQ(ScrollBar().geometry().right(), View().rect().right());
+  EXPECT_EQ(ScrollBar().maximum(), Last());
+  Press(Qt::Key_PageDown);
+  ASSERT_TRUE(AtRest(kPageStep));
+  EXPECT_EQ(ScrollBar().value(), kPageStep);
+
+  Mouse(QEvent::MouseButtonPress, Handle().center());
+  Mouse(QEvent::MouseMove, Handle().center() + QPoint(0, View().height() / 4));
+  EXPECT_GT(Article().TopLine(), 2 * kPageStep) << "a dragged article does not lag behind";
+  EXPECT_EQ(Article().TopLine(), ScrollBar().value());
+  Mouse(QEvent::MouseMove, QPoint(Handle().center().x(), View().height() * 2));
+  Mouse(QEvent::MouseButtonRelease, Handle().center());
+  EXPECT_EQ(Article().TopLine(), Last());
+
+  Mouse(QEvent::MouseButtonPress, QPoint(Handle().center().x(), 2));
+  Mouse(QEvent::MouseButtonRelease, QPoint(Handle().center().x(), 2));
+  ASSERT_TRUE(AtRest(Last() - kPageStep));
+  EXPECT_FALSE(ScrollBar().hasFocus());
+  EXPECT_TRUE(View().hasFocus()) << "the keyboard stays with the terminal";
+
+  Press(Qt::Key_Left, {});
+  ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_ARTICLE_LIST) != 0; }));
+  EXPECT_FALSE(Article().IsShown());
+  EXPECT_TRUE(ScrollBar().isHidden());
+}
+
+TEST_F(ArticleViewTest, InDisguiseTheScrollBarIsAlwaysThereAndPlain) {
+  doc->Change(u"Basic", u"Work", u"1");
+  EXPECT_TRUE(ScrollBar().isVisible());
+  EXPECT_FALSE(ScrollBar().isEnabled());
+  EXPECT_EQ(ScrollBar().styleSheet(), "");
+  OpenWhole(talkative);
+  EXPECT_TRUE(ScrollBar().isEnabled());
+  doc->Change(u"Basic", u"Work", u"0");
+  EXPECT_NE(ScrollBar().styleSheet(), "");
+  EXPECT_TRUE(ScrollBar().isVisible());
+}
+
+TEST_F(ArticleViewTest, RightOnTheLastPageGoesToTheNextArticleWhereverTheBbsStands) {
+  OpenWhole(talkative);
+  const std::u16string title = doc->OpenArticle().title;
+  Press(Qt::Key_B, "\x02", Qt::ControlModifier);  // the BBS's own Page Up
+  ASSERT_TRUE(AtRest(Last() - kPageStep)) << "the view goes where the user sent the BBS";
+  Press(Qt::Key_Home);
+  Press(Qt::Key_End);
+  ASSERT_TRUE(AtRest(Last()));
+  Press(Qt::Key_Right);
+  EXPECT_TRUE(Until(
+      [&] { return doc->OpenArticle().title != title && Article().IsShown() && Article().TopLine() == 0; }));
+}
+
+TEST_F(ArticleViewTest, UpAtTheTopGoesToTheArticleBeforeUnlessArticlesAreKept) {
+  OpenWhole(talkative);
+  const std::u16string title = doc->OpenArticle().title;
+  doc->Change(u"Keyboard", u"PreventUpDownChangeArticle", u"1");
+  Press(Qt::Key_Up);
+  Press(Qt::Key_End);
+  Enter();
+  ASSERT_TRUE(AtRest(Last()));
+  EXPECT_EQ(doc->OpenArticle().title, title);
+  doc->Change(u"Keyboard", u"PreventUpDownChangeArticle", u"0");
+  Press(Qt::Key_Home);
+  Press(Qt::Key_Up);
+  EXPECT_TRUE(Until([&] { return doc->OpenArticle().title != title; }));
+}
+
+TEST_F(ArticleViewTest, TypingStopsTheReadingAndEndWaitsForIt) {
+  Open(longest);
+  ASSERT_FALSE(Lines().IsComplete());
+  Press(Qt::Key_End);
+  ASSERT_TRUE(Until([&] { return Article().TopLine() > 3 * kLinesShown; })) << "it goes along";
+  TypeText("/");
+  ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_INPUT_FIELD) != 0; }));
+  ASSERT_FALSE(Lines().IsComplete());
+  const int known = Lines().Count();
+  TypeText("12");
+  ASSERT_TRUE(Until([&] { return View().Screen().RowText(22).find(":12") != std::string_view::npos; }))
+      << View().Screen().RowText(22);
+  EXPECT_EQ(Lines().Count(), known) << "no key of the reading's own came between";
+  EXPECT_FALSE(Article().IsShown());
+  Press(Qt::Key_Backspace, "\b");
+  Press(Qt::Key_Backspace, "\b");
+  Enter();
+  ASSERT_TRUE(Until([&] { return Article().IsShown(); }));
+  Press(Qt::Key_End);
+  ASSERT_TRUE(Until([&] { return Lines().IsComplete(); }));
+  EXPECT_GT(Article().LineCount(), static_cast<int>(longestBody));
+  EXPECT_TRUE(AtRest(Last()));
+}
+
+TEST_F(ArticleViewTest, TheLineAtTheTopStaysWhenOthersAreTakenOut) {
+  OpenWhole(talkative);
+  Press(Qt::Key_End);
+  Press(Qt::Key_PageUp);
+  ASSERT_TRUE(AtRest(Last() - kPageStep));
+  const int before = Article().LineCount();
+  const std::string top = Row(0);
+  doc->Store().Names().Set(SomebodyAbove(top), {});
+  doc->Change(u"Basic", u"BlackPush", u"4");
+  ASSERT_LT(Article().LineCount(), before);
+  EXPECT_EQ(Row(0), top);
+  doc->Change(u"Basic", u"BlackPush", u"0");
+  EXPECT_EQ(Article().LineCount(), before);
+  EXPECT_EQ(Row(0), top);
+}
+
+TEST_F(ArticleViewTest, WhoStandsAtTheEndGoesAlongWithNewPushes) {
+  OpenWhole(talkative);
+  Press(Qt::Key_End);
+  ASSERT_TRUE(AtRest(Last()));
+  const int before = Article().LineCount();
+  TypeText("X");
+  ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_PUSH_LINE) != 0; }));
+  TypeText("1");
+  TypeText("new");
+  Enter();
+  TypeText("y");
+  ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_PUSH_CONFIRM) != 0; })) << ScreenAsUtf8();
+  EXPECT_FALSE(Article().IsShown()) << "what is asked is seen";
+  Enter();
+  ASSERT_TRUE(Until([&] { return Article().LineCount() == before + 1; }));
+  ASSERT_TRUE(AtRest(Last()));
+  EXPECT_NE(Row(22).find("new"), std::string::npos);
+}
+
+TEST_F(ArticleViewTest, SettingsAct) {
+  OpenWhole(talkative);
+  doc->Change(u"Basic", u"NoScrollAnimation", u"1");
+  Press(Qt::Key_End);
+  EXPECT_EQ(Article().TopLine(), Last()) << "without any step between";
+  ASSERT_FALSE(Article().Captions().empty());
+  doc->Change(u"Basic", u"HideTopLeftIcons", u"1");
+  EXPECT_TRUE(Article().Captions().empty());
+  EXPECT_NE(Row(kBottomRow).find(ToBig5(u"行")), std::string::npos) << "the position stays";
+
+  doc->Change(u"Basic", u"WebArticle", u"0");
+  EXPECT_FALSE(Article().IsShown());
+  EXPECT_TRUE(ScrollBar().isHidden());
+  Press(Qt::Key_Home);
+  ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_READ_TOP) != 0; }));
+  EXPECT_EQ(Row(0), std::string(View().Screen().RowText(0)));
+}
+
+TEST_F(ArticleViewTest, AShortArticleIsShownWithoutAScrollBar) {
+  Open(shortest);
+  ASSERT_TRUE(Until([&] { return Lines().IsComplete(); }));
+  ASSERT_LT(Article().LineCount(), kLinesShown);
+  EXPECT_TRUE(ScrollBar().isHidden());
+  EXPECT_EQ(Row(22), std::string(kCols, ' '));
+  Wheel(-3);
+  EXPECT_EQ(Article().TargetLine(), 0);
+}
+
+}  // namespace
+}  // namespace quillet

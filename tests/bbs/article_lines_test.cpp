@@ -1,0 +1,247 @@
+#include "bbs/article_lines.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+#include "bbs/page_flags.h"
+#include "tests/bbs/article_bbs.h"
+#include "tests/support/tables.h"
+
+namespace quillet {
+namespace {
+
+using Taken = ArticleLines::Taken;
+
+std::vector<std::string> TextOf(const ArticleLines& lines) {
+  std::vector<std::string> rows;
+  for (int index = 0; index < lines.Count(); ++index)
+    rows.emplace_back(reinterpret_cast<const char*>(lines.At(index).text.data()), kCols);
+  return rows;
+}
+
+class ArticleLinesTest : public WithTables {
+ protected:
+  void SetUp() override {
+    WithTables::SetUp();
+    bbs_ = std::make_unique<ArticleBbs>();
+    bbs_->reading = true;
+    lines_ = std::make_unique<ArticleLines>();
+  }
+  void Fill(int rows) { bbs_->articles[0] = ArticleOf(rows); }
+  Taken TakeAt(int top) {
+    bbs_->top = std::min(top, bbs_->LastTop());
+    return lines_->Take(bbs_->Screen());
+  }
+  void TakeAll() {
+    for (int top = 0; !lines_->IsComplete(); top += ArticleBbs::kPage - 1)
+      ASSERT_EQ(TakeAt(top), Taken::kMore) << top;
+    ASSERT_EQ(TextOf(*lines_), bbs_->Whole());
+  }
+  // A text without a header in the same reader.
+  ScreenSnapshot Plain(std::u16string_view footer, std::uint8_t attr, std::u16string_view word) const {
+    ScreenBuilder builder;
+    for (int row = 0; row < ArticleBbs::kPage; ++row)
+      if (row % 22 != 0) builder.Put(row, 0, std::u16string(word) + static_cast<char16_t>(u'a' + row));
+    return bbs_->Classified(WithReaderFooter(builder.screen, footer, attr));
+  }
+
+  std::unique_ptr<ArticleBbs> bbs_;
+  std::unique_ptr<ArticleLines> lines_;
+};
+
+TEST_F(ArticleLinesTest, ArticlesOfEveryLengthAreGatheredWhole) {
+  for (int rows = 1; rows < 120; ++rows) {
+    SCOPED_TRACE(rows);
+    Fill(rows);
+    lines_->Clear();
+    TakeAll();
+    EXPECT_EQ(lines_->Take(bbs_->Screen()), Taken::kNothing);
+  }
+}
+
+TEST_F(ArticleLinesTest, APageIsPlacedByItsNumbersWhereverItBegins) {
+  Fill(1200);
+  EXPECT_EQ(TakeAt(0), Taken::kMore);
+  for (int top = 0; top <= bbs_->LastTop(); ++top) {
+    bbs_->top = top;
+    ASSERT_EQ(lines_->TopOf(bbs_->Screen()), top);
+  }
+  for (int top = 1; top <= bbs_->LastTop(); ++top)
+    TakeAt(top);
+  EXPECT_EQ(TextOf(*lines_), bbs_->Whole());
+  EXPECT_TRUE(lines_->IsComplete());
+}
+
+TEST_F(ArticleLinesTest, ATextWithoutAHeaderCountsEachRow) {
+  const auto first = Plain(u"  瀏覽 第 1/2 頁 ( 50%)  目前顯示: 第 01~23 行", 0xAB, u"字");
+  const auto last = Plain(u"  瀏覽 第 2/2 頁 (100%)  目前顯示: 第 23~45 行", 0x8F, u"字");
+  EXPECT_EQ(lines_->TopOf(last), std::nullopt);
+  EXPECT_EQ(lines_->Take(last), Taken::kNothing);
+  EXPECT_EQ(lines_->Take(first), Taken::kMore);
+  EXPECT_EQ(lines_->TopOf(last), 22);
+  EXPECT_EQ(lines_->Take(last), Taken::kMore);
+  EXPECT_EQ(lines_->Count(), 45);
+  EXPECT_TRUE(lines_->IsComplete());
+}
+
+TEST_F(ArticleLinesTest, AGapIsNotTakenAndDoesNoHarm) {
+  TakeAt(0);
+  EXPECT_EQ(TakeAt(1000), Taken::kNothing);
+  EXPECT_EQ(lines_->Count(), 23);
+  EXPECT_FALSE(lines_->IsComplete());
+  EXPECT_EQ(TakeAt(24), Taken::kNothing);  // one line is missing
+  EXPECT_EQ(TakeAt(23), Taken::kMore);     // none
+  for (int top = 45; !lines_->IsComplete(); top += 22)
+    TakeAt(top);
+  EXPECT_EQ(TextOf(*lines_), bbs_->Whole());
+}
+
+TEST_F(ArticleLinesTest, NewLinesAtTheEndAreAddedAndReopenTheArticle) {
+  for (const int rows : {5, 18, 19, 20, 60}) {
+    SCOPED_TRACE(rows);
+    Fill(rows);
+    lines_->Clear();
+    TakeAll();
+    bbs_->articles[0].rows.push_back(PushLine(1));
+    EXPECT_EQ(TakeAt(1000), Taken::kMore);
+    EXPECT_TRUE(lines_->IsComplete());
+    EXPECT_EQ(TextOf(*lines_), bbs_->Whole());
+
+    // A page that is not the last one any more, and one beyond what is known.
+    for (int push = 0; push < 60; ++push)
+      bbs_->articles[0].rows.push_back(PushLine(push));
+    const unsigned version = lines_->Version();
+    EXPECT_EQ(TakeAt(1000), Taken::kNothing);
+    EXPECT_FALSE(lines_->IsComplete());
+    EXPECT_NE(lines_->Version(), version);
+    for (int top = lines_->Count() - 1; !lines_->IsComplete(); top += 22)
+      ASSERT_EQ(TakeAt(top), Taken::kMore);
+    EXPECT_EQ(TextOf(*lines_), bbs_->Whole());
+  }
+}
+
+TEST_F(ArticleLinesTest, ChangedTextReplacesWhatWasKnownFromThereOn) {
+  TakeAll();
+  bbs_->articles[0].rows[30] = u"改過了";
+  EXPECT_EQ(TakeAt(22), Taken::kChanged);
+  EXPECT_EQ(lines_->Count(), 45);
+  EXPECT_FALSE(lines_->IsComplete());
+  for (int top = 44; !lines_->IsComplete(); top += 22)
+    TakeAt(top);
+  EXPECT_EQ(TextOf(*lines_), bbs_->Whole());
+
+  bbs_->articles[0].rows.resize(90);
+  EXPECT_EQ(TakeAt(1000), Taken::kChanged);
+  EXPECT_EQ(TextOf(*lines_), bbs_->Whole());
+  EXPECT_TRUE(lines_->IsComplete());
+}
+
+TEST_F(ArticleLinesTest, ColoursFollowTheScreenWithoutBeingAChange) {
+  TakeAll();
+  ScreenSnapshot screen = bbs_->Screen();
+  screen.attr[5][3] = 0x21;
+  const unsigned version = lines_->Version();
+  EXPECT_EQ(lines_->Take(screen), Taken::kNothing);
+  EXPECT_NE(lines_->Version(), version);
+  EXPECT_EQ(lines_->At(*lines_->TopOf(screen) + 5).attr[3], 0x21);
+  EXPECT_TRUE(lines_->IsComplete());
+}
+
+TEST_F(ArticleLinesTest, PagesOfAnotherTextAreNotTaken) {
+  TakeAt(0);
+  const std::vector<std::string> before = TextOf(*lines_);
+  // The second page of help begins on a blank row, as the last one known here is.
+  bbs_->articles[0].rows[18] = u"";
+  lines_->Clear();
+  TakeAt(0);
+  EXPECT_EQ(lines_->Take(Plain(u"  瀏覽 第 1/2 頁 ( 50%)  目前顯示: 第 01~23 行", 0xAB, u"說明")),
+            Taken::kOther);
+  EXPECT_EQ(lines_->Take(Plain(u"  瀏覽 第 2/2 頁 (100%)  目前顯示: 第 22~44 行", 0x8F, u"說明")),
+            Taken::kOther);
+  EXPECT_EQ(lines_->Take(Plain(u"  瀏覽 第 2/2 頁 (100%)  目前顯示: 第 23~45 行", 0x8F, u"說明")),
+            Taken::kOther);
+  bbs_->selected = 1;
+  bbs_->articles[1].title = u"另一篇";
+  EXPECT_EQ(TakeAt(0), Taken::kOther);
+  EXPECT_EQ(lines_->Count(), 23);
+
+  bbs_->selected = 0;
+  EXPECT_EQ(TakeAt(0), Taken::kNothing);
+  EXPECT_EQ(TakeAt(22), Taken::kMore);
+}
+
+TEST_F(ArticleLinesTest, OnlyWholePagesOfAReaderAreLookedAt) {
+  const auto ignored = [&](const std::function<void(ScreenBuilder&)>& spoil) {
+    ScreenBuilder builder;
+    builder.screen = bbs_->Screen();
+    spoil(builder);
+    const Taken taken = lines_->Take(bbs_->Classified(builder.screen));
+    return taken == Taken::kNothing && lines_->Count() == 0;
+  };
+  EXPECT_TRUE(ignored([](ScreenBuilder& builder) { builder.Cursor(7, 0); }));
+  EXPECT_TRUE(ignored([](ScreenBuilder& builder) { builder.screen.curAttr = 0x2F; }));
+  EXPECT_TRUE(ignored([](ScreenBuilder& builder) { builder.Put(23, 2, u"看到"); }));
+  EXPECT_TRUE(ignored([](ScreenBuilder& builder) {
+    builder.screen.BlankRow(22, 0);
+    builder.Put(22, 0, u"★someone", 0xCB).Put(22, 9, u" hello ", 0xAF).Cursor(22, 16);
+  }));
+  // Numbers that cannot be.
+  for (const auto range : {u"00~22", u"22~01", u"01~30", u"01~21", u"~22", u"01~", u"-1~22", u"1 ~22",
+                           u"99999999999~99999999999", u"2147483620~2147483642", u"01~2147483647"}) {
+    SCOPED_TRACE(std::string(range, range + std::char_traits<char16_t>::length(range)));
+    EXPECT_TRUE(ignored([&](ScreenBuilder& builder) {
+      builder.Put(23, 39, std::u16string(40, u' '), 0xAB).Put(23, 39, range, 0xAB);
+      builder.Cursor(23, 79);
+    }));
+  }
+  EXPECT_FALSE(ignored([](ScreenBuilder&) {}));
+}
+
+TEST_F(ArticleLinesTest, AnEndlessArticleIsKeptUpToALimit) {
+  Fill(ArticleLines::kMostLines + 500);
+  for (int top = 0; top < bbs_->LastTop() + 22; top += 22)
+    TakeAt(top);
+  EXPECT_EQ(lines_->Count(), ArticleLines::kMostLines);
+  EXPECT_FALSE(lines_->IsComplete());
+}
+
+// Whatever comes: what is known stays consistent, and the article itself is always recovered from its top.
+TEST_F(ArticleLinesTest, AnyBytesLeaveALineStoreThatTheArticleFindsItsWayBackInto) {
+  std::mt19937 random(5);
+  const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+  for (int round = 0; round < 20'000; ++round) {
+    bbs_->top = below(bbs_->LastTop() + 1);
+    ScreenSnapshot screen = bbs_->Screen();
+    for (int spoiled = below(60); spoiled > 0; --spoiled)
+      screen.text[static_cast<std::size_t>(below(kRows))][static_cast<std::size_t>(below(kRowStride))] =
+          static_cast<std::uint8_t>(random());
+    for (int digit = below(12); digit > 0; --digit)
+      screen.text[kRows - 1][static_cast<std::size_t>(36 + below(20))] =
+          static_cast<std::uint8_t>("0123456789~ "[below(12)]);
+    screen.pageFlags = PF_READING | (random() & (PF_READ_TOP | PF_READ_END));
+    const unsigned version = lines_->Version();
+    const Taken taken = lines_->Take(screen);
+    EXPECT_LE(lines_->Count(), ArticleLines::kMostLines);
+    if (taken == Taken::kMore || taken == Taken::kChanged) {
+      EXPECT_NE(lines_->Version(), version);
+      const auto place = lines_->PlaceOf(screen);
+      ASSERT_TRUE(place && place->top >= 0 && place->rows >= 1 && place->rows <= ArticleLines::kPageRows);
+      EXPECT_GE(lines_->Count(), place->End());
+    }
+    if (round % 1000 != 999) continue;
+    if (TakeAt(0) == Taken::kOther) {
+      lines_->Clear();
+      TakeAt(0);
+    }
+    for (int top = 22; top < bbs_->LastTop() + 22; top += 22)
+      if (TakeAt(top) == Taken::kOther) {
+        lines_->ForgetFrom(top);
+        TakeAt(top);
+      }
+    EXPECT_EQ(TextOf(*lines_), bbs_->Whole());
+    EXPECT_TRUE(lines_->IsComplete());
+  }
+}
+
+}  // namespace
+}  // namespace quillet

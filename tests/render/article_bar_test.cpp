@@ -1,0 +1,221 @@
+#include "render/article_bar.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <limits>
+#include <random>
+
+#include "core/charset.h"
+#include "render/contrast.h"
+#include "render/palette.h"
+#include "tests/support/tables.h"
+
+namespace quillet {
+namespace {
+
+const std::vector<ArticleCommand> kAllOffers = {ArticleCommand::kBookmark, ArticleCommand::kGiveMoney,
+                                                ArticleCommand::kPush, ArticleCommand::kPushOn,
+                                                ArticleCommand::kFirstPush};
+
+std::string BytesOf(const PageRow& row, int first = 0, int last = kCols) {
+  std::string bytes;
+  for (int col = first; col < last; ++col)
+    bytes += static_cast<char>(row.cells[static_cast<std::size_t>(col)].byte);
+  return bytes;
+}
+
+std::u16string TextOf(const PageRow& row, int first = 0, int last = kCols) {
+  return FromBig5(BytesOf(row, first, last));
+}
+
+std::u16string CaptionOf(const ArticleBar& bar, ArticleCommand command) {
+  for (const CaptionArea& area : bar.areas)
+    if (area.command == command) return TextOf(bar.row, area.first, area.last);
+  return {};
+}
+
+std::vector<ArticleCommand> CommandsOf(const ArticleBar& bar) {
+  std::vector<ArticleCommand> commands;
+  for (const CaptionArea& area : bar.areas)
+    commands.push_back(area.command);
+  return commands;
+}
+
+// Like the footer of the BBS's reader.
+PageRow StatusLine(std::u16string_view text) {
+  PageRow row;
+  std::size_t col = 0;
+  for (const char byte : ToBig5(text))
+    row.cells[col++] = {static_cast<std::uint8_t>(byte), 4, 23, 0};
+  return row;
+}
+
+class ArticleBarTest : public WithTables {
+ protected:
+  ArticleBarInput input_{.line = 23, .lines = 120, .hasPushes = true, .offers = kAllOffers};
+};
+
+TEST_F(ArticleBarTest, TellsThePlaceAndOffersItsCommands) {
+  const ArticleBar bar = MakeArticleBar(input_);
+  EXPECT_EQ(TextOf(bar.row).substr(0, 14), u"  23 / 120 行  ");
+  EXPECT_EQ(CommandsOf(bar), kAllOffers);
+  EXPECT_EQ(CaptionOf(bar, ArticleCommand::kBookmark), u" (m)加入書籤");
+  EXPECT_EQ(CaptionOf(bar, ArticleCommand::kGiveMoney), u" (g)自動發P幣");
+  EXPECT_EQ(CaptionOf(bar, ArticleCommand::kPush), u" (p)推!");
+  EXPECT_EQ(CaptionOf(bar, ArticleCommand::kPushOn), u" (x)連續推文");
+  EXPECT_EQ(CaptionOf(bar, ArticleCommand::kFirstPush), u" 推文開頭");
+  EXPECT_EQ(TextOf(bar.row).find(u"控制碼"), std::u16string::npos);
+}
+
+TEST_F(ArticleBarTest, CaptionsFollowTheArticle) {
+  input_.bookmarked = true;
+  input_.hasPushes = false;
+  input_.controlCodes = true;
+  const ArticleBar bar = MakeArticleBar(input_);
+  EXPECT_EQ(CaptionOf(bar, ArticleCommand::kBookmark), u" (m)移除書籤");
+  EXPECT_EQ(CaptionOf(bar, ArticleCommand::kFirstPush), u"");
+  EXPECT_TRUE(TextOf(bar.row).ends_with(u" 此篇有控制碼 "));
+
+  input_.offers = {ArticleCommand::kPush, ArticleCommand::kNone};
+  EXPECT_EQ(CommandsOf(MakeArticleBar(input_)), std::vector{ArticleCommand::kPush});
+}
+
+TEST_F(ArticleBarTest, CaptionsStayInPlaceWhileTheArticleScrollsAndGrows) {
+  const std::vector<CaptionArea> settled = MakeArticleBar(input_).areas;
+  const auto expectSettled = [&](int line, int lines, bool stillReading) {
+    input_.line = line;
+    input_.lines = lines;
+    input_.stillReading = stillReading;
+    const ArticleBar bar = MakeArticleBar(input_);
+    EXPECT_EQ(bar.areas.front().first, settled.front().first);
+    EXPECT_EQ(bar.areas.back().last, settled.back().last);
+    EXPECT_NE(TextOf(bar.row).find(stillReading ? u"+ 行 " : u" 行 "), std::u16string::npos);
+  };
+  expectSettled(1, 22, true);
+  expectSettled(120, 120, false);
+  expectSettled(44, 999, true);
+}
+
+TEST_F(ArticleBarTest, LastOffersGoFirstWhereTheRowIsFullAndTheNoticeStays) {
+  input_.controlCodes = true;
+  input_.line = 1234;
+  input_.lines = 5678;
+  const ArticleBar bar = MakeArticleBar(input_);
+  EXPECT_EQ(CommandsOf(bar), std::vector(kAllOffers.begin(), kAllOffers.end() - 1));
+  EXPECT_TRUE(TextOf(bar.row).ends_with(u" 此篇有控制碼 "));
+}
+
+TEST_F(ArticleBarTest, HoveredCaptionStandsOutAndNothingElseChanges) {
+  const ArticleBar calm = MakeArticleBar(input_);
+  input_.hovered = ArticleCommand::kPushOn;
+  const ArticleBar lit = MakeArticleBar(input_);
+  EXPECT_EQ(BytesOf(lit.row), BytesOf(calm.row));
+  for (int col = 0; col < kCols; ++col) {
+    const auto at = static_cast<std::size_t>(col);
+    // All of the caption but the blank before it.
+    const bool inside = CommandAt(lit.areas, col) == ArticleCommand::kPushOn &&
+                        CommandAt(lit.areas, col - 1) == ArticleCommand::kPushOn;
+    EXPECT_EQ(lit.row.cells[at] != calm.row.cells[at], inside) << col;
+    EXPECT_EQ((lit.row.cells[at].style & CS_UNDERLINE) != 0, inside) << col;
+  }
+}
+
+TEST_F(ArticleBarTest, EveryCellIsReadableInEveryPalette) {
+  input_.controlCodes = true;
+  for (const ArticleCommand hovered : {ArticleCommand::kNone, ArticleCommand::kBookmark}) {
+    input_.hovered = hovered;
+    const PageRow row = MakeArticleBar(input_).row;
+    for (const PaletteKind kind : {PaletteKind::kNormal, PaletteKind::kDark, PaletteKind::kDisguise})
+      for (const PageCell& cell : row.cells) {
+        ASSERT_LT(std::max(cell.fore, cell.back), PaletteOf(kind).size());
+        EXPECT_GE(Contrast(PaletteOf(kind)[cell.fore], PaletteOf(kind)[cell.back]), kReadableContrast)
+            << static_cast<int>(cell.fore) << " on " << static_cast<int>(cell.back);
+      }
+  }
+}
+
+TEST_F(ArticleBarTest, AreasCoverTheirColumnsOnly) {
+  const std::vector<CaptionArea> areas = {{10, 14, ArticleCommand::kPush}, {14, 20, ArticleCommand::kPushOn}};
+  EXPECT_EQ(CommandAt(areas, 9), ArticleCommand::kNone);
+  EXPECT_EQ(CommandAt(areas, 10), ArticleCommand::kPush);
+  EXPECT_EQ(CommandAt(areas, 13), ArticleCommand::kPush);
+  EXPECT_EQ(CommandAt(areas, 14), ArticleCommand::kPushOn);
+  EXPECT_EQ(CommandAt(areas, 20), ArticleCommand::kNone);
+  EXPECT_EQ(CommandAt(areas, -1), ArticleCommand::kNone);
+}
+
+TEST_F(ArticleBarTest, StatusLineKeepsItsPartUpToTheLineRange) {
+  const std::u16string kept = u"  瀏覽 第 1/7 頁 ( 13%)  目前顯示: 第 01~22 行";
+  const PageRow status = StatusLine(kept + u"  (y)回應(X%)推文(h)說明(←)離開 ");
+  const int end = static_cast<int>(ToBig5(kept).size());
+  const ArticleBar bar = MakeArticleBarOver(status, input_);
+  for (int col = 0; col < end; ++col)
+    EXPECT_EQ(bar.row.cells[static_cast<std::size_t>(col)], status.cells[static_cast<std::size_t>(col)]);
+  ASSERT_FALSE(bar.areas.empty());
+  EXPECT_EQ(bar.areas.front().first, end);
+  EXPECT_EQ(CaptionOf(bar, ArticleCommand::kBookmark), u" (m)加入書籤");
+  EXPECT_EQ(CommandsOf(bar), std::vector(kAllOffers.begin(), kAllOffers.begin() + 3));
+  EXPECT_EQ(TextOf(bar.row).find(u"離開"), std::u16string::npos);
+
+  // A short caption never stands for a longer one that matters more.
+  input_.offers = {ArticleCommand::kBookmark, ArticleCommand::kGiveMoney, ArticleCommand::kPushOn,
+                   ArticleCommand::kPush};
+  EXPECT_EQ(CommandsOf(MakeArticleBarOver(status, input_)),
+            std::vector(input_.offers.begin(), input_.offers.begin() + 2));
+}
+
+TEST_F(ArticleBarTest, RowWithoutALineRangeStaysAsItIs) {
+  // No range; the word without a number before it.
+  for (const std::u16string_view text : {u"", u"▼ (h)說明 (q)離開", u"第一行詩 不行"}) {
+    const ArticleBar bar = MakeArticleBarOver(StatusLine(text), input_);
+    EXPECT_EQ(bar.row, StatusLine(text));
+    EXPECT_TRUE(bar.areas.empty());
+  }
+  // The word's bytes as the second half of one character and the first of the next.
+  PageRow shifted = StatusLine(u"第 01~22 ");
+  const std::string wanted = ToBig5(u"行");
+  const unsigned char bytes[] = {0xA4, static_cast<unsigned char>(wanted[0]),
+                                 static_cast<unsigned char>(wanted[1]), 0x41};
+  for (std::size_t i = 0; i < sizeof bytes; ++i)
+    shifted.cells[9 + i].byte = bytes[i];
+  EXPECT_EQ(MakeArticleBarOver(shifted, input_).row, shifted);
+}
+
+TEST_F(ArticleBarTest, AnyInputGivesAWholeRowWithAreasInOrder) {
+  std::minstd_rand random(5);
+  const int extremes[] = {std::numeric_limits<int>::min(), -1, 0, 1, 99999, std::numeric_limits<int>::max()};
+  for (int round = 0; round < 3000; ++round) {
+    ArticleBarInput input;
+    input.line = extremes[random() % 6];
+    input.lines = extremes[random() % 6];
+    input.stillReading = random() % 2 == 0;
+    input.bookmarked = random() % 2 == 0;
+    input.hasPushes = random() % 2 == 0;
+    input.controlCodes = random() % 2 == 0;
+    for (unsigned count = static_cast<unsigned>(random() % 20); count > 0; --count)
+      input.offers.push_back(static_cast<ArticleCommand>(random() % 9));
+    PageRow status = StatusLine(u"第 01~22 行");
+    for (int i = 0; i < 6; ++i)
+      status.cells[random() % kCols].byte = static_cast<std::uint8_t>(random());
+    for (const ArticleBar& bar : {MakeArticleBar(input), MakeArticleBarOver(status, input)}) {
+      int last = 0;
+      for (const CaptionArea& area : bar.areas) {
+        EXPECT_GE(area.first, last);
+        EXPECT_GT(area.last, area.first);
+        last = area.last;
+      }
+      EXPECT_LE(last, kCols);
+    }
+  }
+}
+
+TEST_F(ArticleBarTest, NoticeFindsNoRoomBehindAStatusLineThatIsFull) {
+  input_.controlCodes = true;
+  const std::u16string kept = std::u16string(70, u' ') + u"第 22 行";
+  const ArticleBar bar = MakeArticleBarOver(StatusLine(kept), input_);
+  EXPECT_TRUE(bar.areas.empty());
+  EXPECT_EQ(TextOf(bar.row), kept + u"  ");
+}
+
+}  // namespace
+}  // namespace quillet

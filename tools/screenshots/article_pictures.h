@@ -1,0 +1,12 @@
+// Pictures of a long article scrolled, with the spacings and with the options of its push lines.
+// User-interface thread.
+#pragma once
+
+#include "tools/screenshots/demo_run.h"
+
+namespace quillet {
+
+// "article-middle" and so on.
+void TakeArticlePictures(DemoRun& run);
+
+}  // namespace quillet

@@ -1,0 +1,70 @@
+// A run of the demo for pictures: a demo server, a document with settings of its own, and the real window,
+// led by key presses. The first thing that goes wrong ends it: what follows does nothing, and Complaint says
+// what it was. So whoever takes pictures writes down one step after the other and asks at the end. User-
+// interface thread.
+#pragma once
+
+#include <functional>
+
+#include <QString>
+
+#include "app/main_frame.h"
+#include "app/resources.h"
+#include "app/tour/tour_steps.h"
+#include "app/user_places.h"
+#include "app/window_signaller.h"
+#include "demo/demo_server.h"
+
+namespace quillet {
+
+class DemoRun {
+ public:
+  // The window is up, 1280x720 units large, and connecting. `folder` exists.
+  explicit DemoRun(const QString& folder);
+
+  bool IsFine() const { return complaint_.isEmpty(); }
+  const QString& Complaint() const { return complaint_; }
+  void Fail(const QString& complaint);
+
+  CMainFrame& Frame() { return frame_; }
+  CQuillView& View() { return frame_.View(); }
+  CQuillDoc& Doc() { return doc_; }
+  // Of this run only.
+  QString ScratchFolder() const { return places_.scratch->path(); }
+
+  // "Basic", applied as the options dialog does.
+  void Set(std::u16string_view key, std::u16string_view value) { doc_.Change(u"Basic", key, value); }
+  // Of the view, in widget units.
+  void Resize(QSize view);
+  void LogIn();
+  void GoToBoard(const QString& board);
+  // In the list of the board.
+  void Read(const QString& titleWords);
+  void LeaveArticle();
+  // Presses `keys`; the page must come.
+  void Press(const std::vector<TourKey>& keys, const Arrived& arrived);
+  // With pictures of the steps that have names: PREFIX01-NAME.png.
+  void Walk(const std::vector<TourStep>& steps, const QString& prefix = {});
+  // Handles events until `done` holds. `what` names it in a complaint.
+  void Await(const QString& what, const std::function<bool()>& done);
+
+  // The view as NAME.png.
+  void Save(const QString& name);
+  // The window without the system's frame.
+  void SaveWindow(const QString& name);
+
+ private:
+  void Write(const QPixmap& picture, const QString& name);
+
+  const QString folder_;
+  const Resources resources_;
+  DemoServer demo_;
+  const UserPlaces places_;
+  WindowSignaller signaller_;
+  CQuillDoc doc_;
+  CMainFrame frame_;
+  QSize view_;
+  QString complaint_;
+};
+
+}  // namespace quillet

@@ -1,0 +1,17 @@
+#include "tools/screenshots/palette_pictures.h"
+
+namespace quillet {
+
+void TakeDimPictures(DemoRun& run) {
+  run.Set(u"DarkColor", u"1");
+  run.Walk(DemoTour(), "dim-");
+}
+
+void TakeDisguisePictures(DemoRun& run) {
+  run.Set(u"Work", u"1");
+  run.Await("the first page", [&] { return run.View().ScreenCount() > 0; });
+  run.SaveWindow("work-window");
+  run.Walk(DemoTour(), "work-");
+}
+
+}  // namespace quillet
