@@ -84,7 +84,6 @@ TEST_F(DressedArticleTest, LinesLookAsTheyDoOnTheBbssOwnScreen) {
   wishes_.Note(u"kagami", ListKind::kBlack, u"鏡", 0x06, true);
   wishes_.Note(u"troll", ListKind::kSuperBlack);
   wishes_.settings.superBlackPush = 4;
-  wishes_.settings.blackPush = 2;
   wishes_.reveal = Reveal::kDescriptions;
   wishes_.keywords = {u"月"};
   wishes_.myId = u"miko";
@@ -93,13 +92,17 @@ TEST_F(DressedArticleTest, LinesLookAsTheyDoOnTheBbssOwnScreen) {
     body.push_back(Push(id, u"月亮"));
   const Text text = ArticleOf(body);
   Take(text);
-  Follow();
-
-  const DressedScreen screen = DressScreen(facts_, PageOf(text, 0), wishes_.Rules(), postTime_);
-  ASSERT_EQ(article_.Count(), ArticleLines::kPageRows - 2);
-  for (int index = 0; index < article_.Count(); ++index) {
-    EXPECT_EQ(Row(index), screen.page[static_cast<std::size_t>(index)]) << index;
-    EXPECT_EQ(article_.LineOf(index), screen.rowOf[static_cast<std::size_t>(index)]) << index;
+  for (const int level : {2, 3}) {
+    wishes_.settings.blackPush = level;
+    Follow();
+    const DressedScreen screen = DressScreen(facts_, PageOf(text, 0), wishes_.Rules(), postTime_);
+    ASSERT_EQ(article_.Count(), ArticleLines::kPageRows - 2);
+    for (int index = 0; index < article_.Count(); ++index) {
+      EXPECT_EQ(Row(index), screen.page[static_cast<std::size_t>(index)]) << index;
+      EXPECT_EQ(article_.LineOf(index), screen.rowOf[static_cast<std::size_t>(index)]) << index;
+    }
+    // What lies between them and is not shown does not part the lines of one id.
+    EXPECT_EQ(Reads(Row(7)).substr(0, 10), u"         :");
   }
 }
 
