@@ -72,8 +72,12 @@ TEST_F(FrameBackdropTest, ShinesALittleThroughTheGroundOfPushLinesAndCaptions) {
   ExpectNear(Pixel(painter_.CellRect(5, 5).center()), mixed(0x1A1A1A));
   ExpectNear(Pixel({0, painter_.CellRect(5, 0).top()}), mixed(0x1A1A1A));
   ExpectNear(Pixel(painter_.CellRect(5, 6).topLeft()), mixed(0x1A1A1A));  // beside the letter's stroke
-  // Words do not let it through.
-  EXPECT_EQ(Pixel(painter_.CellRect(5, 6).center()) & 0xFFu, 0xC0u);
+  // Words do not let it through: the picture has no blue of its own.
+  const QRect letter = painter_.CellRect(5, 6);
+  unsigned blue = 0;
+  for (int x = letter.left(); x <= letter.right(); ++x)
+    blue = std::max(blue, Pixel({x, letter.center().y()}) & 0xFFu);
+  EXPECT_GT(blue, 0xA0u);
 }
 
 TEST_F(FrameBackdropTest, OpacityStylesAndDisguise) {

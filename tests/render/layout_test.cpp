@@ -132,7 +132,7 @@ TEST(LayoutTest, HoldsItsPromisesForAnyWindowAndSpacing) {
     }
     // Push lines never end further right than the grid or the window, as far as the window is wide enough.
     EXPECT_LE(layout.pushOriginX, layout.originX);
-    if (layout.pushOriginX >= 0) {
+    if (40 * layout.pushFontSize <= input.width) {
       EXPECT_LE(layout.pushOriginX + 40 * layout.pushFontSize, input.width);
     }
     // Centred: both margins are equal up to the odd pixel.
