@@ -169,7 +169,9 @@ int Run(TimedApplication& application) {
     return 1;
   }
   DemoRun run(scratch.path());
-  const DemoServer site({.contentFolder = folder});
+  DemoOptions options;
+  options.contentFolder = folder;
+  const DemoServer site(options);
   if (!site.Error().empty()) run.Fail(QString::fromStdString(site.Error()));
   Scrolling scrolling(application, run);
   scrolling.OpenLongArticle(site);

@@ -166,7 +166,9 @@ TEST_F(CardPainterTest, TheScoresOfAllCardsEndAtOneLine) {
     bare.score.text.clear();
     const std::optional<Span> pill = Differing(Card(Texts(u"t", score), {}, look), Card(bare, {}, look));
     ASSERT_TRUE(pill) << score;
-    if (edge) EXPECT_EQ(pill->last, *edge) << score;
+    if (edge) {
+      EXPECT_EQ(pill->last, *edge) << score;
+    }
     edge = pill->last;
   }
 }

@@ -136,7 +136,7 @@ TEST_F(FrameMarksTest, GroundOfPushLinesSpansTheWindowWhateverTheSizeOfTheirCell
 
 TEST_F(FrameMarksTest, AgesCanBeReadUnderTheBarWhichThenReachesToTheWindowsEdge) {
   for (const PaletteKind kind : {PaletteKind::kNormal, PaletteKind::kDark})
-    for (const std::uint8_t back : {16, 24}) {
+    for (const std::uint8_t back : {std::uint8_t{16}, std::uint8_t{24}}) {
       Use(kind);
       for (PageCell& cell : frame_.page[5].cells)
         cell = {' ', 7, back, CS_BAR};
