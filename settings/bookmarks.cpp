@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -45,10 +46,9 @@ bool IsBookmarked(const ArticleFolder& root, const ArticleItem& article) {
   });
 }
 
-bool ToggleBookmark(ArticleFolder& root, const ArticleItem& article) {
-  const ArticleItem copy = article;  // it may be one of those that are removed
-  if (RemoveAll(root, copy)) return false;
-  root.children.insert(root.children.begin(), copy);
+bool ToggleBookmark(ArticleFolder& root, ArticleItem article) {
+  if (RemoveAll(root, article)) return false;
+  root.children.insert(root.children.begin(), std::move(article));
   return true;
 }
 

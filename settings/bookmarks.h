@@ -10,6 +10,6 @@ namespace quillet {
 bool IsBookmarked(const ArticleFolder& root, const ArticleItem& article);
 // Puts a bookmark for the article before all others at the root, or removes every one that there is, in
 // folders too. Returns whether it is bookmarked now.
-bool ToggleBookmark(ArticleFolder& root, const ArticleItem& article);
+bool ToggleBookmark(ArticleFolder& root, ArticleItem article);
 
 }  // namespace quillet

@@ -74,7 +74,7 @@ std::uint32_t GroundOf(const CardLook& look) {
 void PaintText(QPainter& painter, const QRectF& area, Qt::Alignment side, const QString& text,
                const QFont& font, std::uint32_t colour) {
   painter.setFont(font);
-  painter.setPen(QColor(colour));
+  painter.setPen(QColor::fromRgb(colour));
   painter.drawText(area, kText | side, QFontMetricsF(font).elidedText(text, Qt::ElideRight, area.width()));
 }
 

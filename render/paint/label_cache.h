@@ -67,7 +67,10 @@ class LabelCache {
     int room;
     bool elided;
     double opacity;
-    auto operator<=>(const Key&) const = default;
+    bool operator<(const Key& other) const {
+      return std::tie(text, em, room, elided, opacity) <
+             std::tie(other.text, other.em, other.room, other.elided, other.opacity);
+    }
   };
 
   QFont FontOf(int em) const;
