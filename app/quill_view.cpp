@@ -161,7 +161,8 @@ void CQuillView::PlaceOverlays() {
 void CQuillView::PlaceSideButtons() {
   const Layout& layout = surface_.CurrentLayout();
   const qreal scale = surface_.Scale();
-  const QRect margin(0, qFloor(layout.originY / scale), qMax(0, qFloor(layout.originX / scale)), height());
+  const int left = std::min(layout.originX, layout.pushOriginX);
+  const QRect margin(0, qFloor(layout.originY / scale), qMax(0, qFloor(left / scale)), height());
   // The flags of listed ids stand in the margin too, and come first.
   flagsAtTop_ = HasFlagsAtTop(frame_.page);
   sideButtons_.Place(margin, !doc_.Fields().hideTopLeftIcons && !doc_.Fields().work && !flagsAtTop_);

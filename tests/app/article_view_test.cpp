@@ -8,6 +8,7 @@
 #include <QWheelEvent>
 
 #include "app/article_scroll_bar.h"
+#include "bbs/page_flags.h"
 #include "core/charset.h"
 #include "demo/content_loader.h"
 #include "demo/demo_server.h"
@@ -343,6 +344,86 @@ TEST_F(ArticleViewTest, AShortArticleIsShownWithoutAScrollBar) {
   EXPECT_EQ(Row(22), std::string(kCols, ' '));
   Wheel(-3);
   EXPECT_EQ(Article().TargetLine(), 0);
+}
+
+TEST_F(ArticleViewTest, ABookmarkAsksTheBbsForTheCodeAndThePageStaysMeanwhile) {
+  OpenWhole(talkative);
+  // Opened as from a list: the code is not known then.
+  Press(Qt::Key_Left);
+  ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_ARTICLE_LIST_CURSOR) != 0; }));
+  Press(Qt::Key_Right);
+  ASSERT_TRUE(Until([&] { return Article().IsShown() && Lines().IsComplete(); }));
+  ASSERT_EQ(doc->OpenArticle().code, u"");
+  Press(Qt::Key_PageDown);
+  ASSERT_TRUE(AtRest(kPageStep));
+  const auto& bookmarks = doc->Articles().Of(ArticleListKind::kBookmarks).children;
+  bool stayed = true;
+  TypeText("m");
+  ASSERT_TRUE(Until([&] {
+    stayed = stayed && Article().IsShown();
+    return !bookmarks.empty();
+  }));
+  EXPECT_TRUE(stayed);
+  EXPECT_EQ(Article().TopLine(), kPageStep);
+  const auto& item = std::get<ArticleItem>(bookmarks.front());
+  EXPECT_EQ(item.code, talkative.code);
+  EXPECT_EQ(item.board, talkative.board);
+  ASSERT_TRUE(Until([&] { return doc->CurrentActivity() == Activity::kNone; }));
+  EXPECT_NE(FromBig5(Row(kBottomRow)).find(u"移除書籤"), std::u16string::npos);
+  EXPECT_FALSE(View().LastToast().Text().isEmpty());
+
+  TypeText("m");
+  ASSERT_TRUE(Until([&] { return bookmarks.empty(); }));
+  EXPECT_NE(FromBig5(Row(kBottomRow)).find(u"加入書籤"), std::u16string::npos);
+}
+
+TEST_F(ArticleViewTest, APromptLeavesTheLocalPageAboveIt) {
+  OpenWhole(talkative);
+  const std::string first = Row(0);
+  TypeText("p");
+  ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_PUSH_LINE) != 0; }));
+  EXPECT_EQ(Row(0), first);
+  EXPECT_NE(FromBig5(Row(kBottomRow)).find(u"您覺得這篇文章"), std::u16string::npos);
+  View().setFocus();
+  EXPECT_TRUE(Until([&] { return View().Frame().caretRow == View().Screen().cursorRow; }));
+}
+
+TEST_F(ArticleViewTest, ACaptionGivesItsCommandOnAClick) {
+  OpenWhole(talkative);
+  const auto& captions = Article().Captions();
+  const auto push = std::find_if(captions.begin(), captions.end(), [](const CaptionArea& area) {
+    return area.command == ArticleCommand::kFirstPush;
+  });
+  ASSERT_NE(push, captions.end());
+  const QPointF at = View().Surface().CellRect(kRows - 1, push->first + 1).center();
+  QMouseEvent click(QEvent::MouseButtonPress, at, View().mapToGlobal(at), Qt::LeftButton, Qt::LeftButton,
+                    Qt::NoModifier);
+  QCoreApplication::sendEvent(&View(), &click);
+  ASSERT_TRUE(
+      Until([&] { return Article().TopLine() > 0 && Article().TopLine() == Article().TargetLine(); }));
+  EXPECT_NE(PushWriter(TextOf(Lines().At(Article().TopLine()))), u"");
+}
+
+TEST_F(ArticleViewTest, TabShowsDescriptionsAndTwiceWhatIsHidden) {
+  doc->Change(u"Basic", u"BlackPush", u"2");
+  OpenWhole(talkative);
+  Press(Qt::Key_End);
+  ASSERT_TRUE(AtRest(Last()));
+  const std::string plain = Row(22);
+  const std::u16string id = PushWriter(plain);
+  ASSERT_NE(id, u"");
+  doc->Store().Names().Set(id, {.description = u"愛吵架"});
+  doc->ApplySettings();
+  EXPECT_NE(Row(22), plain) << "its words are hidden";
+  EXPECT_TRUE(View().Frame().page[22].tag.empty());
+  Press(Qt::Key_Tab, "\t");
+  EXPECT_EQ(View().Frame().page[22].tag, u"愛吵架");
+  EXPECT_NE(Row(22), plain);
+  Press(Qt::Key_Tab, "\t");
+  EXPECT_EQ(Row(22), plain);
+  Escape();
+  EXPECT_TRUE(View().Frame().page[22].tag.empty());
+  EXPECT_NE(Row(22), plain);
 }
 
 }  // namespace
