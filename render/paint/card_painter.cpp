@@ -75,7 +75,8 @@ void PaintText(QPainter& painter, const QRectF& area, Qt::Alignment side, const 
                const QFont& font, std::uint32_t colour) {
   painter.setFont(font);
   painter.setPen(QColor::fromRgb(colour));
-  painter.drawText(area, kText | side, QFontMetricsF(font).elidedText(text, Qt::ElideRight, area.width()));
+  painter.drawText(area, kText | static_cast<int>(side),
+                   QFontMetricsF(font).elidedText(text, Qt::ElideRight, area.width()));
 }
 
 void PaintGround(QPainter& painter, const QRectF& area, const CardLook& look) {
