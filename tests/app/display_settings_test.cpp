@@ -1,0 +1,187 @@
+// Every setting of the picture acts at once: the picture is another one before the next event, and the same
+// one again when the setting is set back.
+#include "tests/app/demo_article_fixture.h"
+
+namespace quillet {
+namespace {
+
+struct Switch {
+  std::u16string key;
+  std::u16string other;
+  std::u16string usual;
+};
+
+class DisplaySettingsTest : public DemoArticleTest {
+ protected:
+  QImage Picture() { return View().Surface().Picture().copy(); }
+  QRgb Pixel(QPoint at) { return View().Surface().Picture().pixel(at) & 0xFFFFFF; }
+  void Set(const std::u16string& key, const std::u16string& value) { doc->Change(u"Basic", key, value); }
+
+  void ExpectEachToAct(const std::vector<Switch>& switches) {
+    const QImage usual = Picture();
+    for (const Switch& one : switches) {
+      SCOPED_TRACE(QString::fromStdU16String(one.key).toStdString());
+      Set(one.key, one.other);
+      EXPECT_NE(Picture(), usual);
+      Set(one.key, one.usual);
+      EXPECT_EQ(Picture(), usual);
+    }
+  }
+  void GoToList() {
+    Press(Qt::Key_Left);
+    ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_ARTICLE_LIST_CURSOR) != 0; }));
+  }
+  std::u16string PictureFile(QColor colour) {
+    QImage image(64, 48, QImage::Format_RGB32);
+    image.fill(colour);
+    const QString file = QString::fromStdString((home.Path() / "ground.png").string());
+    EXPECT_TRUE(image.save(file));
+    return file.toStdU16String();
+  }
+};
+
+TEST_F(DisplaySettingsTest, ThePictureOfAnArticleFollowsEachSwitch) {
+  OpenWhole(talkative);
+  Press(Qt::Key_End);
+  ASSERT_TRUE(AtRest(Last()));
+  ExpectEachToAct({{u"LineSpacing", u"3", u"0"},
+                   {u"PushLineSpacing", u"3", u"0"},
+                   {u"SmoothFont", u"0", u"1"},
+                   {u"DarkColor", u"1", u"0"},
+                   {u"Work", u"1", u"0"},
+                   {u"GrayBackgroundPush", u"0", u"1"},
+                   {u"LighterPushLine", u"0", u"1"},
+                   {u"HideTopLeftIcons", u"1", u"0"},
+                   {u"WebArticle", u"0", u"1"}});
+  // A face that is not installed changes nothing, and leaves no boxes.
+  const QImage usual = Picture();
+  Set(u"Font", u"No Such Face At All");
+  EXPECT_EQ(Picture(), usual);
+}
+
+TEST_F(DisplaySettingsTest, PushLinesFollowTheirs) {
+  OpenWhole(talkative);
+  TypeText("p");
+  ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_PUSH_LINE) != 0; }));
+  TypeText("1");
+  TypeText("abc");
+  ASSERT_TRUE(Until([&] { return ScreenAsUtf8().find("abc") != std::string::npos; }));
+  Enter();
+  TypeText("y");
+  Enter();
+  ASSERT_TRUE(Until([&] { return Article().IsShown() && Lines().IsComplete(); }));
+  Press(Qt::Key_End);
+  ASSERT_TRUE(AtRest(Last()));
+  ASSERT_EQ(PushWriter(Row(22)), u"reader");
+  ExpectEachToAct({{u"ColorMyId", u"0", u"1"}});
+
+  // Two in a row by the same id are one, as the option says.
+  Press(Qt::Key_Home);
+  ASSERT_TRUE(AtRest(0));
+  View().PerformArticleCommand(ArticleCommand::kFirstPush);
+  ASSERT_TRUE(
+      Until([&] { return Article().TopLine() > 0 && Article().TopLine() == Article().TargetLine(); }));
+  std::size_t merged = 0;
+  for (std::size_t row = 1; row < kBottomRow; ++row)
+    if (PushWriter(Row(row)).empty()) merged = row;
+  ASSERT_GT(merged, 0u) << "the page has none";
+  Set(u"MergePush", u"0");
+  EXPECT_NE(PushWriter(Row(merged)), u"");
+}
+
+TEST_F(DisplaySettingsTest, ListsFollowTheirs) {
+  OpenWhole(talkative);
+  GoToList();
+  ExpectEachToAct({{u"ShowHighlight", u"0", u"1"}, {u"DarkerReadArticle", u"0", u"1"}});
+
+  const std::u16string author = PageFacts::ParseListAuthor(View().Screen(), View().Screen().cursorRow);
+  const auto row = static_cast<std::size_t>(View().Screen().cursorRow);
+  doc->Store().Names().Set(author, {});
+  const std::string plain = Row(row);
+  Set(u"BlackTitle", u"2");
+  const std::u16string masked = FromBig5(Row(row));
+  EXPECT_EQ(masked.find(author), std::u16string::npos);
+  EXPECT_NE(masked.find(u"＊"), std::u16string::npos);
+  Set(u"HideCharShowStar", u"0");
+  EXPECT_EQ(FromBig5(Row(row)).find(u"＊"), std::u16string::npos);
+  Set(u"BlackTitle", u"0");
+  EXPECT_EQ(Row(row), plain);
+}
+
+TEST_F(DisplaySettingsTest, DarkBlueIsLighterWhereTheUserWantsIt) {
+  OpenScript();
+  script->Deliver("\x1B[2J\x1B[34mdark blue words");
+  ASSERT_TRUE(Until([&] { return View().Screen().TextAt(0, 0) == 'd'; }));
+  ExpectEachToAct({{u"LighterDarkBlue", u"0", u"1"}});
+}
+
+TEST_F(DisplaySettingsTest, DisguiseLooksLikeATextEditorAndGoesAgain) {
+  OpenWhole(talkative);
+  const QString title = frame->windowTitle();
+  const Layout usual = View().Surface().CurrentLayout();
+  Set(u"Work", u"1");
+  EXPECT_EQ(frame->windowTitle(), u"新文字文件.txt - 記事本"_qs);
+  EXPECT_FALSE(frame->windowIcon().isNull());
+  EXPECT_EQ(View().Surface().CurrentLayout().originX, 0);
+  EXPECT_EQ(View().Surface().CurrentLayout().originY, 0);
+  EXPECT_TRUE(ScrollBar().isVisible());
+  const QRectF blank = View().Surface().CellRect(4, 40);
+  EXPECT_EQ(Pixel((blank.center() * View().Surface().Scale()).toPoint()), 0xFFFFFFu);
+  GoToList();
+  EXPECT_TRUE(ScrollBar().isVisible()) << "a text editor always has one";
+  Set(u"Work", u"0");
+  EXPECT_FALSE(ScrollBar().isVisible());
+  EXPECT_EQ(frame->windowTitle(), title);
+  EXPECT_EQ(View().Surface().CurrentLayout(), usual);
+}
+
+TEST_F(DisplaySettingsTest, MotionCanBeSwitchedOff) {
+  OpenWhole(talkative);
+  Set(u"NoScrollAnimation", u"1");
+  Press(Qt::Key_End);
+  EXPECT_EQ(Article().TopLine(), Last());
+  Set(u"NoScrollAnimation", u"0");
+  Press(Qt::Key_Home);
+  EXPECT_GT(Article().TopLine(), 0);
+  EXPECT_TRUE(AtRest(0));
+}
+
+TEST_F(DisplaySettingsTest, ABackgroundPictureShinesThroughAndItsStyleAndOpacityActAtOnce) {
+  OpenWhole(talkative);
+  const QRgb ground = Pixel({2, 2});
+  Set(u"BackPicOpacity", u"100");
+  Set(u"BackgroundPicture", PictureFile(Qt::red));
+  ASSERT_TRUE(Until([&] { return Pixel({2, 2}) != ground; }));
+  EXPECT_EQ(Pixel({2, 2}), 0xFF0000u);
+  Set(u"BackPicOpacity", u"0");
+  EXPECT_EQ(Pixel({2, 2}), ground);
+  Set(u"BackPicOpacity", u"100");
+  for (const auto* const style : {u"1", u"2", u"3"}) {
+    Set(u"BackgroundPictureStyle", style);
+    EXPECT_EQ(Pixel({2, 2}), 0xFF0000u);
+  }
+  Set(u"BackgroundPictureStyle", u"0");
+  EXPECT_EQ(Pixel({2, 2}), ground);
+  Set(u"BackgroundPictureStyle", u"3");
+  Set(u"Work", u"1");
+  EXPECT_EQ(Pixel({2, View().height() - 2}), 0xFFFFFFu) << "not in disguise";
+  Set(u"Work", u"0");
+  Set(u"BackgroundPicture", u"/no/such/picture.png");
+  EXPECT_TRUE(Until([&] { return PanelSays(u"背景圖片無法顯示"_qs); }));
+  EXPECT_EQ(Pixel({2, 2}), ground);
+}
+
+TEST_F(DisplaySettingsTest, LayoutsOfTheMenu) {
+  OpenWhole(talkative);
+  const Layout usual = View().Surface().CurrentLayout();
+  View().SetLayoutMode(LayoutMode::kFitted);
+  EXPECT_EQ(View().Surface().CurrentLayout().fontSize, View().Surface().CurrentLayout().rowHeight);
+  View().SetLayoutMode(LayoutMode::kNarrow);
+  EXPECT_EQ(View().Surface().CurrentLayout().originX, 0);
+  EXPECT_LT(View().Surface().CurrentLayout().originY, 0);
+  View().SetLayoutMode(LayoutMode::kOrdinary);
+  EXPECT_EQ(View().Surface().CurrentLayout(), usual);
+}
+
+}  // namespace
+}  // namespace quillet
