@@ -10,7 +10,7 @@ namespace quillet {
 inline constexpr const char* kLongBoard = "Endless";
 
 // Copies `content` to `folder`, which does not exist yet, with the board kLongBoard in place of its boards.
-// The reader shows its article in `lines` rows, header, origin and push lines counted: three quarters are
+// The reader shows its article in `lines` rows, or a few more where it wraps long ones: three quarters are
 // text, colours and all, the rest push lines. False when a file cannot be read or written, or when there is
 // no text.
 bool WriteLongArticle(const std::filesystem::path& content, const std::filesystem::path& folder,

@@ -61,6 +61,7 @@ void MarkId(PageRow& row, const IdPlace& place, std::u16string_view id, const Dr
   if (rules.reveal == Reveal::kNothing || entry == nullptr || entry->description.empty()) return;
   row.tag = entry->description;
   row.tagCol = TagColumn(row, place);
+  row.tagEnd = static_cast<std::uint8_t>(std::clamp(place.text.last, 0, kCols));
 }
 
 }  // namespace quillet

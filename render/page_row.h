@@ -32,10 +32,11 @@ enum class RowSize : std::uint8_t { kOrdinary, kPush };
 struct PageRow {
   std::array<PageCell, kCols> cells;
   RowSize size = RowSize::kOrdinary;
-  std::uint8_t pennants = 0;  // bit n, 1 to 7: a flag of this colour stands before the row
-  std::uint8_t tagCol = 0;    // where the tag begins
-  std::u16string tag;         // drawn small and opaque over the cells from tagCol on; empty: none
-  std::u16string age;         // drawn small in the room right of the text; empty: none
+  std::uint8_t pennants = 0;    // bit n, 1 to 7: a flag of this colour stands before the row
+  std::uint8_t tagCol = 0;      // where the tag begins
+  std::uint8_t tagEnd = kCols;  // the first column that it must not cover; it is cut before
+  std::u16string tag;           // drawn small and opaque over the cells from tagCol on; empty: none
+  std::u16string age;           // drawn small in the room right of the text; empty: none
 
   bool operator==(const PageRow&) const = default;
 };

@@ -27,7 +27,8 @@ bool SameMarks(const DrawnRow& before, const DrawnRow& now) {
   const PageRow& a = before.page;
   const PageRow& b = now.page;
   return a.pennants == b.pennants && a.tag == b.tag && a.age == b.age &&
-         (a.age.empty() || AgeColumn(a) == AgeColumn(b)) && (a.tag.empty() || a.tagCol == b.tagCol) &&
+         (a.age.empty() || AgeColumn(a) == AgeColumn(b)) &&
+         (a.tag.empty() || (a.tagCol == b.tagCol && a.tagEnd == b.tagEnd)) &&
          before.extras.rightInset == now.extras.rightInset;
 }
 
@@ -42,8 +43,8 @@ bool TouchesMark(const RowChange& change, const PageRow& page, bool pennantsOnCe
 bool SameRow(const PageRow& one, const PageRow& other) {
   static_assert(std::has_unique_object_representations_v<PageCell>);
   return std::memcmp(one.cells.data(), other.cells.data(), sizeof one.cells) == 0 && one.size == other.size &&
-         one.pennants == other.pennants && one.tagCol == other.tagCol && one.tag == other.tag &&
-         one.age == other.age;
+         one.pennants == other.pennants && one.tagCol == other.tagCol && one.tagEnd == other.tagEnd &&
+         one.tag == other.tag && one.age == other.age;
 }
 
 int AgeColumn(const PageRow& page) {

@@ -139,7 +139,9 @@ void RowMarks::PaintTag(RowPainter& cells) {
   if (em < kSmallestTag) return;
   const int padding = (em + 2) / 3;
   const int left = std::max(place_.X(col), 0);
-  const Label* label = kit_.labels.Elided(row_.page.tag, em, kit_.rightEdge - left - 2 * padding, 1);
+  const int end = row_.page.tagEnd;
+  const int right = end >= kCols ? kit_.rightEdge : std::min(kit_.rightEdge, place_.X(std::max(end, col)));
+  const Label* label = kit_.labels.Elided(row_.page.tag, em, right - left - 2 * padding, 1);
   if (label == nullptr) return;
 
   const std::uint32_t page = kit_.colours.At(16);

@@ -52,6 +52,7 @@ class RandomPage {
     row.pennants = static_cast<std::uint8_t>(Pick(3) == 0 ? Pick(256) : 0);
     row.tag = tags[Pick(4)];
     row.tagCol = static_cast<std::uint8_t>(Pick(90));
+    row.tagEnd = static_cast<std::uint8_t>(Pick(2) == 0 ? kCols : Pick(90));
     row.age = ages[Pick(4)];
   }
 
