@@ -71,7 +71,10 @@ void ArticleView::OnScreen(const ScreenSnapshot& screen) {
   bookmarked_ = doc_.IsOpenArticleBookmarked();
 
   const bool another = IsAnotherArticle();
-  if (another) dressed_.Clear();
+  if (another) {
+    dressed_.Clear();
+    postTime_ = 0;
+  }
   Follow();
   std::optional<int> line = reading_.TakeMovedTo();
   if (held_) line.reset();  // an automation's doing
@@ -123,7 +126,9 @@ bool ArticleView::IsAnotherArticle() {
 void ArticleView::Follow() {
   const bool resting = top_ == target_;
   const int topLine = dressed_.Count() > 0 ? dressed_.LineOf(top_) : 0;
-  dressed_.Follow(reading_.Lines(), doc_.OpenArticle().postTime, rules_);
+  // It is not known while the article is away to be opened anew.
+  if (doc_.OpenArticle().postTime != 0) postTime_ = doc_.OpenArticle().postTime;
+  dressed_.Follow(reading_.Lines(), postTime_, rules_);
   target_ = TopOf(anchor_);
   top_ = resting ? target_ : TopOf(topLine);
   if (stay_ == Stay::kAtEnd) GoTo(LastTopLine(), Motion::kEased, Stay::kAtEnd);

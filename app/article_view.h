@@ -106,6 +106,7 @@ class ArticleView : public QObject {
   DressRules rules_;
   ArticleReading reading_;
   DressedArticle dressed_;
+  std::int64_t postTime_ = 0;       // of the article that the lines are of; 0 not known
   std::vector<ScreenRow> opening_;  // the first lines; they tell one article from another
   std::unique_ptr<ArticleScrollBar> scrollBar_;
   QTimer animation_;

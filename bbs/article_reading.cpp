@@ -283,8 +283,9 @@ void ArticleReading::StopSeeking() {
 
 void ArticleReading::TellNews() {
   if (!before_) return;
-  ArticleNews news = CompareArticle(*before_, lines_, facts_);
-  before_.reset();
+  const std::optional<ArticleLines> before = std::exchange(before_, std::nullopt);
+  if (before->Version() == lines_.Version()) return;
+  ArticleNews news = CompareArticle(*before, lines_, facts_);
   news.edited = news.edited && options_.tellChanges;
   if (news != ArticleNews{}) handlers_.news(news);
 }
