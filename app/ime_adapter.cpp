@@ -10,18 +10,9 @@
 #include "render/paint/font_chain.h"
 
 namespace quillet {
-namespace {
-
-PaletteKind PaletteFor(const DisplaySettings& settings) {
-  if (settings.work) return PaletteKind::kDisguise;
-  return settings.darkColor ? PaletteKind::kDark : PaletteKind::kNormal;
-}
-
-}  // namespace
-
 void ImeAdapter::ApplySettings(const DisplaySettings& settings) {
   family_ = QString::fromStdU16String(settings.font);
-  palette_ = PaletteFor(settings);
+  palette_ = PaletteKindFor(settings);
   painter_.SetFaces(family_, settings.smoothFont);
 }
 

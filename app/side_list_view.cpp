@@ -80,11 +80,6 @@ std::vector<SideListFrame::Hint> HintsFor(ArticleListKind kind, const SideListEn
   return hints;
 }
 
-const Palette& PaletteFor(const DisplaySettings& display) {
-  if (display.work) return PaletteOf(PaletteKind::kDisguise);
-  return PaletteOf(display.darkColor ? PaletteKind::kDark : PaletteKind::kNormal);
-}
-
 }  // namespace
 
 SideListView::SideListView(CQuillDoc& doc, EmbeddedImages& images, QWidget* parent)
@@ -389,7 +384,7 @@ void SideListView::wheelEvent(QWheelEvent* event) {
 // ---- Drawing
 
 CardLook SideListView::Look() const {
-  return {.palette = &PaletteFor(doc_.Display()),
+  return {.palette = &PaletteOf(PaletteKindFor(doc_.Display())),
           .font = frame_.Font(),
           .compact = compact_,
           .plain = doc_.Display().work};

@@ -185,12 +185,11 @@ class Scrolling {
     const Percentiles clock = StepPercentiles(steps, &Work::clock);
     const auto over = std::count_if(steps.begin(), steps.end(),
                                     [](const Work& step) { return step.processor > kMostStepMs; });
-    std::printf(
-        "%s, %zu steps: %.2f ms of work a step (median, %.1f full repaints), 99 of 100 below %.2f ms, the "
-        "most "
-        "%.2f ms, %d above %.0f ms; by the clock %.2f, %.2f and %.2f ms\n",
-        name, steps.size(), median, median / fullRepaint_, most, highest, static_cast<int>(over), kMostStepMs,
-        clock.median, clock.most, clock.highest);
+    std::printf("%s, %zu steps: %.2f ms of work a step (median, %.1f full repaints), ", name, steps.size(),
+                median, median / fullRepaint_);
+    std::printf("99 of 100 below %.2f ms, the most %.2f ms, %d above %.0f ms; ", most, highest,
+                static_cast<int>(over), kMostStepMs);
+    std::printf("by the clock %.2f, %.2f and %.2f ms\n", clock.median, clock.most, clock.highest);
   }
 
   TimedApplication& application_;

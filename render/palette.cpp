@@ -79,6 +79,11 @@ constexpr Palette kDisguise = {
 
 }  // namespace
 
+PaletteKind PaletteKindFor(const DisplaySettings& settings) {
+  if (settings.work) return PaletteKind::kDisguise;
+  return settings.darkColor ? PaletteKind::kDark : PaletteKind::kNormal;
+}
+
 const Palette& PaletteOf(PaletteKind kind) {
   switch (kind) {
     case PaletteKind::kDark:

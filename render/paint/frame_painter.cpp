@@ -17,10 +17,7 @@ constexpr std::size_t kWarmUpBudget = kCacheBudget / 2;
 constexpr std::uint8_t kGroundIndex = 16;
 
 LookColours ColoursFor(const DisplaySettings& settings) {
-  const PaletteKind kind = settings.work        ? PaletteKind::kDisguise
-                           : settings.darkColor ? PaletteKind::kDark
-                                                : PaletteKind::kNormal;
-  return LookColours(PaletteOf(kind), settings.lighterDarkBlue);
+  return LookColours(PaletteOf(PaletteKindFor(settings)), settings.lighterDarkBlue);
 }
 
 RowExtras ExtrasOf(const FrameState& frame, int row) {
