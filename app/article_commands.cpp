@@ -8,18 +8,11 @@ constexpr std::string_view kPushKey = "X";
 
 }  // namespace
 
-ArticleCommand ArticleCommands::OfKey(const KeyPress& press) {
-  if (press.control || press.alt) return ArticleCommand::kNone;
-  if (press.text == u"m") return ArticleCommand::kBookmark;
-  if (press.text == u"p") return ArticleCommand::kPush;
-  return ArticleCommand::kNone;
-}
-
 void ArticleCommands::Perform(ArticleCommand command) {
   switch (command) {
     case ArticleCommand::kBookmark:
       article_.OnUserKey();
-      if (!doc_.ToggleBookmark()) refused_();
+      if (!doc_.ToggleBookmark()) handlers_.refused();
       break;
     case ArticleCommand::kPush:
       keys_.Perform({.kind = KeyActionKind::kSendBytes, .bytes = std::string(kPushKey)});
@@ -27,8 +20,12 @@ void ArticleCommands::Perform(ArticleCommand command) {
     case ArticleCommand::kFirstPush:
       article_.GoToFirstPush();
       break;
-    case ArticleCommand::kGiveMoney:
     case ArticleCommand::kPushOn:
+      handlers_.pushOn();
+      break;
+    case ArticleCommand::kGiveMoney:
+      handlers_.giveMoney();
+      break;
     case ArticleCommand::kNone:
       break;
   }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <utility>
 
 #include "app/article_view.h"
 #include "app/key_dispatch.h"
@@ -12,19 +13,23 @@ namespace quillet {
 
 class ArticleCommands {
  public:
-  // All outlive the object. `refused` is called when a command is of no use now.
-  ArticleCommands(CQuillDoc& doc, ArticleView& article, KeyDispatch& keys, std::function<void()> refused)
-      : doc_(doc), article_(article), keys_(keys), refused_(std::move(refused)) {}
+  // What needs a window of its own. All must be set.
+  struct Handlers {
+    std::function<void()> refused;    // a command is of no use now
+    std::function<void()> pushOn;     // asks for a longer text to push
+    std::function<void()> giveMoney;  // asks for whom to give money to
+  };
+  // All outlive the object.
+  ArticleCommands(CQuillDoc& doc, ArticleView& article, KeyDispatch& keys, Handlers handlers)
+      : doc_(doc), article_(article), keys_(keys), handlers_(std::move(handlers)) {}
 
   void Perform(ArticleCommand command);
-  // The command whose caption names the key; kNone for another key.
-  static ArticleCommand OfKey(const KeyPress& press);
 
  private:
   CQuillDoc& doc_;
   ArticleView& article_;
   KeyDispatch& keys_;
-  std::function<void()> refused_;
+  Handlers handlers_;
 };
 
 }  // namespace quillet

@@ -44,6 +44,7 @@ ArticleView::ArticleView(CQuillDoc& doc, QWidget& parent)
   connect(scrollBar_.get(), &ArticleScrollBar::Wanted, this, [this](int value, bool dragged) {
     MoveTo(value, dragged ? Motion::kAtOnce : Motion::kEased, Stay::kAtLine);
   });
+  connect(&doc_, &CQuillDoc::ArticlePushed, this, [this] { reading_.WantRefresh(); });
   connect(&doc_, &CQuillDoc::ArticleListsChanged, this, [this] {
     bookmarked_ = doc_.IsOpenArticleBookmarked();
     Review();
@@ -86,9 +87,11 @@ void ArticleView::OnScreen(const ScreenSnapshot& screen) {
 
 void ArticleView::OnTick(bool mayRefresh) {
   mayRefresh_ = mayRefresh;
+  // No key of the reading's own comes between those of an automation.
+  if (doc_.IsAutomationBusy()) OnUserKey();
   rules_.now = SecondsNow();
   const bool wasShown = IsShown();
-  reading_.OnTick(SteadyMilliseconds(), mayRefresh);
+  reading_.OnTick(SteadyMilliseconds(), mayRefresh && !IsMoving());
   ReadOnInTime();
   if (IsShown() == wasShown) return;
   Review();
@@ -170,21 +173,25 @@ void ArticleView::Step() {
 
 void ArticleView::MoveTo(int top, Motion motion, Stay stay) {
   if (!IsShown()) return;
+  reading_.OnLocalMove(SteadyMilliseconds());
   GoTo(top, motion, stay);
   const bool nearEnd = target_ + 2 * kLinesShown > dressed_.Count();
-  if (nearEnd && !reading_.Lines().IsComplete()) reading_.WantMore(SteadyMilliseconds());
+  if (nearEnd && !reading_.Lines().IsComplete() && !doc_.IsAutomationBusy())
+    reading_.WantMore(SteadyMilliseconds());
   ReadOnInTime();
   Review();
   emit Changed();
 }
 
-bool ArticleView::OnKey(const KeyPress& press, bool repeated) {
+PagingState ArticleView::Paging() const {
+  return {.top = target_,
+          .count = dressed_.Count(),
+          .complete = reading_.Lines().IsComplete(),
+          .keepArticle = rules_.settings->preventUpDownChangeArticle};
+}
+
+bool ArticleView::TakePaging(const PagingAction& action) {
   if (!IsShown()) return false;
-  const PagingAction action = DecidePaging(press, repeated,
-                                           {.top = target_,
-                                            .count = dressed_.Count(),
-                                            .complete = reading_.Lines().IsComplete(),
-                                            .keepArticle = rules_.settings->preventUpDownChangeArticle});
   switch (action.kind) {
     case PagingAction::Kind::kToBbs:
       return false;
@@ -242,7 +249,8 @@ ArticleBarInput ArticleView::BarInput() const {
                         .offers = {},
                         .hovered = hovered_};
   if (!rules_.settings->hideTopLeftIcons)
-    input.offers = {ArticleCommand::kBookmark, ArticleCommand::kPush, ArticleCommand::kFirstPush};
+    input.offers = {ArticleCommand::kBookmark, ArticleCommand::kPush, ArticleCommand::kPushOn,
+                    ArticleCommand::kFirstPush, ArticleCommand::kGiveMoney};
   return input;
 }
 
@@ -261,6 +269,11 @@ void ArticleView::Compose(FrameState& frame) const {
   frame.page[kBottomRow] = bar_.row;
   frame.caretRow = -1;
   frame.progress = LastTopLine() > 0 ? static_cast<double>(top_) / LastTopLine() : 0;
+}
+
+const ArticleLine* ArticleView::ShownLine(int index) const {
+  const int line = dressed_.LineOf(index);
+  return line < 0 || line >= reading_.Lines().Count() ? nullptr : &reading_.Lines().At(line);
 }
 
 void ArticleView::PlaceScrollBar(const QRect& area, bool plain) {

@@ -32,7 +32,7 @@ class ArticleView : public QObject {
   void SetRules(const DressRules& rules);
   // The document has seen the screen before.
   void OnScreen(const ScreenSnapshot& screen);
-  // A few times a second.
+  // A few times a second. `mayRefresh`: as for the reading, whether the article moves or not.
   void OnTick(bool mayRefresh);
   // Before anything of the user's or of an automation's goes to the BBS.
   void OnUserKey();
@@ -46,8 +46,10 @@ class ArticleView : public QObject {
   // What the bottom row's captions do. Empty while not shown.
   const std::vector<CaptionArea>& Captions() const { return bar_.areas; }
 
-  // True when the key moved the article, or was taken; false: it is the BBS's.
-  bool OnKey(const KeyPress& press, bool repeated);
+  // Where it stands, for deciding about a key.
+  PagingState Paging() const;
+  // Carries out what a key was decided to mean. False: the key is to go to the BBS.
+  bool TakePaging(const PagingAction& action);
   // Lines to move by, positive down. False when there is nothing to move: no article is shown, or it fits the
   // page.
   bool ScrollBy(int lines);
@@ -64,6 +66,8 @@ class ArticleView : public QObject {
   int TopLine() const { return top_; }
   int TargetLine() const { return target_; }
   int LineCount() const { return dressed_.Count(); }
+  // The article's line behind a shown one; null where there is none, or while it is read anew.
+  const ArticleLine* ShownLine(int index) const;
   const ArticleReading& Reading() const { return reading_; }
 
  signals:
@@ -93,6 +97,8 @@ class ArticleView : public QObject {
   void StandAt(int line);
   void GoTo(int top, Motion motion, Stay stay);
   void Step();
+  // It scrolls, or the user holds the scroll bar.
+  bool IsMoving() const { return top_ != target_ || scrollBar_->isSliderDown(); }
   // The user's wish.
   void MoveTo(int top, Motion motion, Stay stay);
 

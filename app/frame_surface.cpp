@@ -79,14 +79,34 @@ QRectF FrameSurface::CellRect(int row, int col) const {
   return {cell.x() / scale_, cell.y() / scale_, cell.width() / scale_, cell.height() / scale_};
 }
 
-std::optional<QPoint> FrameSurface::CellAt(const QPointF& at) const {
+int FrameSurface::RowAt(qreal y) const {
   const Layout& layout = CurrentLayout();
-  const int x = qFloor(at.x() * scale_) - layout.originX;
-  const int y = qFloor(at.y() * scale_) - layout.originY;
-  if (x < 0 || y < 0 || layout.rowHeight < 1) return std::nullopt;
-  const QPoint cell(x / layout.halfCell, y / layout.rowHeight);
-  if (cell.x() >= kCols || cell.y() >= kRows) return std::nullopt;
-  return cell;
+  return qFloor((qFloor(y * scale_) - layout.originY) / qreal(qMax(1, layout.rowHeight)));
+}
+
+int FrameSurface::OffsetInRow(int row, qreal x) const {
+  return qFloor(x * scale_) - painter_.CellRect(row, 0).left();
+}
+
+std::optional<QPoint> FrameSurface::CellAt(const QPointF& at) const {
+  const int row = RowAt(at.y());
+  if (row < 0 || row >= kRows) return std::nullopt;
+  const int offset = OffsetInRow(row, at.x());
+  const int col = offset / qMax(1, painter_.CellRect(row, 0).width());
+  if (offset < 0 || col >= kCols) return std::nullopt;
+  return QPoint(col, row);
+}
+
+FrameSurface::Slot FrameSurface::SlotAt(const QPointF& at) const {
+  const int wanted = RowAt(at.y());
+  const int row = qBound(0, wanted, kRows - 1);
+  const int cell = qMax(1, painter_.CellRect(row, 0).width());
+  const int slot = qFloor((OffsetInRow(row, at.x()) + cell / 2.0) / cell);
+  return {.row = row, .slot = qBound(0, slot, kCols), .rowsOutside = wanted - row};
+}
+
+bool FrameSurface::IsLeftOfPage(const QPointF& at) const {
+  return OffsetInRow(qBound(0, RowAt(at.y()), kRows - 1), at.x()) < 0;
 }
 
 }  // namespace quillet

@@ -38,11 +38,25 @@ class FrameSurface {
   qreal Scale() const { return scale_; }
   // A cell in widget units.
   QRectF CellRect(int row, int col) const;
-  // The column (x) and row (y) of the cell under a point in widget units, in a row of the ordinary size.
+  // The column (x) and row (y) of the cell under a point in widget units, by the size that the row was drawn
+  // with last; none outside the page.
   std::optional<QPoint> CellAt(const QPointF& at) const;
+  // The place between cells that is nearest to a point in widget units, wherever it is.
+  struct Slot {
+    int row = 0;
+    int slot = 0;         // 0 before the first cell, kCols behind the last
+    int rowsOutside = 0;  // how far the point is above (negative) or below the page; the row is the nearest
+  };
+  Slot SlotAt(const QPointF& at) const;
+  // Whether a point in widget units lies left of the row's first cell; above and below the page as beside it.
+  bool IsLeftOfPage(const QPointF& at) const;
 
  private:
   void WarmUpSoon();
+  // Counted from the page's top, beyond it too.
+  int RowAt(qreal y) const;
+  // In device pixels from the row's first cell.
+  int OffsetInRow(int row, qreal x) const;
 
   QWidget& widget_;
   FramePainter painter_;

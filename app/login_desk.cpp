@@ -26,6 +26,7 @@ LoginDesk::LoginDesk(CQuillDoc& doc, QWidget& view) : doc_(doc), view_(view) {
   // However it came about, it needs no form any more.
   connect(&doc_, &CQuillDoc::ConnectionBegins, this, &LoginDesk::Close);
   connect(&doc_, &CQuillDoc::LoginEnded, this, &LoginDesk::OnLoginEnded);
+  connect(&doc_, &CQuillDoc::SettingsChanged, this, &LoginDesk::Dress);
   // An account that an older version kept belongs to the site that is set up now, whatever is chosen later.
   if (!doc_.Account().Account().empty() && !doc_.UserRegistry().Text(kRegistryPath, kAccountSiteName))
     doc_.UserRegistry().SetText(kRegistryPath, kAccountSiteName,
@@ -67,10 +68,15 @@ void LoginDesk::Open(const LoginEntry& entry, const LoginComplaint& complaint) {
   connect(form_, &LoginForm::DemoRequested, this, &LoginDesk::DemoRequested, Qt::QueuedConnection);
   connect(form_, &LoginForm::Dismissed, this, &LoginDesk::Close, Qt::QueuedConnection);
   connect(form_, &LoginForm::AimChanged, this, &LoginDesk::ReviewPassword);
+  Dress();
   if (unit_ > 0) form_->Place(unit_);
   form_->setVisible(!covered_);
   GiveKeyboard();
   emit Changed();
+}
+
+void LoginDesk::Dress() {
+  if (form_) form_->Wear(LoginFormColoursFor(doc_.Fields().work));
 }
 
 void LoginDesk::Discard() {

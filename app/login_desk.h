@@ -41,6 +41,8 @@ class LoginDesk : public QObject {
 
  private:
   void Open(const LoginEntry& entry, const LoginComplaint& complaint);
+  // In the colours of the settings.
+  void Dress();
   void Discard();
   void GiveKeyboard();
 

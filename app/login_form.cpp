@@ -9,7 +9,6 @@
 #include <QStandardItemModel>
 #include <QVBoxLayout>
 
-#include "app/login_form_style.h"
 #include "app/panel_look.h"
 
 namespace quillet {
@@ -22,11 +21,8 @@ struct WayRow {
 constexpr WayRow kWays[] = {
     {TransportKind::kTelnet, "Telnet"}, {TransportKind::kSsh, "SSH"}, {TransportKind::kWebSocket, "WSS"}};
 
-QLabel* Label(const QColor& colour) {
+QLabel* Label() {
   auto* const label = new QLabel;
-  QPalette palette = LoginFormPalette();
-  palette.setColor(QPalette::WindowText, colour);
-  label->setPalette(palette);
   label->setWordWrap(true);
   return label;
 }
@@ -35,9 +31,6 @@ QLabel* Label(const QColor& colour) {
 QPushButton* Link(const QString& text) {
   auto* const button = new QPushButton(text);
   button->setFlat(true);
-  QPalette palette = LoginFormPalette();
-  palette.setColor(QPalette::ButtonText, panel_look::kHint);
-  button->setPalette(palette);
   return button;
 }
 
@@ -52,25 +45,27 @@ LoginForm::LoginForm(const Contents& contents, QWidget* parent)
     : QWidget(parent),
       sites_(contents.sites),
       siteName_(contents.siteName),
-      namedAddress_(contents.namedAddress) {
+      namedAddress_(contents.namedAddress),
+      colours_(&LoginFormColoursFor(false)) {
   setAttribute(Qt::WA_NoMousePropagation);
-  setPalette(LoginFormPalette());
   MakeControls(contents);
+  NameControls();
   FillTransports();
   Arrange();
   ShowSite();
   Complain(contents.complaint);
   Connect();
+  Wear(*colours_);
 }
 
 void LoginForm::MakeControls(const Contents& contents) {
-  title_ = Label(panel_look::kTitle);
+  title_ = Label();
   title_->setWordWrap(false);
   title_->setText(u"登入"_qs);
-  site_ = Label(panel_look::kHint);
+  site_ = Label();
   site_->setTextFormat(Qt::PlainText);
-  complaint_ = Label(panel_look::kProblem);
-  detail_ = Label(panel_look::kLine);
+  complaint_ = Label();
+  detail_ = Label();
   detail_->setTextFormat(Qt::PlainText);
   transport_ = new QComboBox;
   account_ = new QLineEdit(contents.entry.account);
@@ -92,7 +87,11 @@ void LoginForm::MakeControls(const Contents& contents) {
   connect_ = Link(u"只連線不登入"_qs);
   address_ = Link(u"連線到…"_qs);
   demo_ = Link(u"示範站台"_qs);
-  // Names by which tests and accessibility tools know them.
+  ProposePassword(contents.entry.password);
+}
+
+// By these names tests and accessibility tools know them.
+void LoginForm::NameControls() {
   transport_->setObjectName("transport");
   account_->setObjectName("account");
   password_->setObjectName("password");
@@ -107,10 +106,32 @@ void LoginForm::MakeControls(const Contents& contents) {
   complaint_->setObjectName("complaint");
   detail_->setObjectName("detail");
   site_->setObjectName("site");
-  QPalette accented = LoginFormPalette();
-  accented.setColor(QPalette::Button, QColor(0x1F, 0x5F, 0x85));
-  logIn_->setPalette(accented);
-  ProposePassword(contents.entry.password);
+}
+
+void LoginForm::Wear(const LoginFormColours& colours) {
+  colours_ = &colours;
+  const QPalette base = LoginFormPalette(colours);
+  const auto give = [&](QWidget* control, QPalette::ColorRole role, const QColor& colour) {
+    QPalette palette = base;
+    palette.setColor(QPalette::Active, role, colour);
+    palette.setColor(QPalette::Inactive, role, colour);
+    control->setPalette(palette);
+  };
+  setPalette(base);
+  give(title_, QPalette::WindowText, colours.panel.title);
+  give(site_, QPalette::WindowText, colours.panel.hint);
+  give(complaint_, QPalette::WindowText, colours.panel.problem);
+  give(detail_, QPalette::WindowText, colours.panel.line);
+  for (QPushButton* link : {connect_, address_, demo_})
+    give(link, QPalette::ButtonText, colours.panel.hint);
+  give(logIn_, QPalette::Button, colours.mainButton);
+  if (unit_ > 0) StyleControls();
+  update();
+}
+
+void LoginForm::StyleControls() {
+  for (QWidget* control : tabOrder_)
+    StyleLoginControl(*control, panel_look::TextSize(unit_), *colours_);
 }
 
 void LoginForm::FillTransports() {
@@ -265,8 +286,7 @@ void LoginForm::Place(double unit) {
     title_->setFont(large);
     letters.setWeight(QFont::DemiBold);
     complaint_->setFont(letters);
-    for (QWidget* control : tabOrder_)
-      StyleLoginControl(*control, size);
+    StyleControls();
     const int indent = qRound(size * 0.25);
     for (QLineEdit* field : {account_, password_})
       field->setTextMargins(indent, 0, indent, 0);
@@ -287,14 +307,15 @@ void LoginForm::Place(double unit) {
 void LoginForm::paintEvent(QPaintEvent* /*event*/) {
   const double size = panel_look::TextSize(unit_);
   const double padding = qRound(size * 1.5);
+  const panel_look::Colours& panel = colours_->panel;
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(panel_look::kBorder, 1));
-  painter.setBrush(panel_look::kFill);
+  painter.setPen(QPen(panel.border, 1));
+  painter.setBrush(panel.fill);
   painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), size * 0.35, size * 0.35);
   const bool problem = !complaint_->text().isEmpty();
   painter.fillRect(QRectF(padding * 0.5, padding, qRound(size * 0.18), accentHeight_),
-                   problem ? panel_look::kProblem : panel_look::kBusy);
+                   problem ? panel.problem : panel.busy);
 }
 
 void LoginForm::keyPressEvent(QKeyEvent* event) {

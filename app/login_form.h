@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QWidget>
 
+#include "app/login_form_style.h"
 #include "app/session_words.h"
 #include "app/site_choice.h"
 
@@ -38,11 +39,14 @@ class LoginForm : public QWidget {
     LoginEntry entry;
     LoginComplaint complaint;
   };
+  // In the usual colours; Wear changes them.
   LoginForm(const Contents& contents, QWidget* parent);
 
   // Lays itself over the middle of its parent; `unit` is the height of the terminal's rows there, in widget
   // units.
   void Place(double unit);
+  // The form looks like the panel of the window, which may be in disguise.
+  void Wear(const LoginFormColours& colours);
   void Complain(const LoginComplaint& complaint);
   // A password that the user has not typed himself; it is never shown in clear.
   void ProposePassword(const QString& password);
@@ -72,7 +76,9 @@ class LoginForm : public QWidget {
  private:
   void MakeControls(const Contents& contents);
   void FillTransports();
+  void NameControls();
   void Arrange();
+  void StyleControls();
   void Connect();
   void ShowSite();
   void Submit();
@@ -82,6 +88,7 @@ class LoginForm : public QWidget {
   QString siteName_;
   QString namedAddress_;
   bool passwordTouched_ = false;
+  const LoginFormColours* colours_;
   double unit_ = 0;
   double accentHeight_ = 0;
 

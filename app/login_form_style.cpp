@@ -6,22 +6,32 @@
 #include <QProxyStyle>
 #include <QStyleOption>
 
-#include "app/panel_look.h"
-
 namespace quillet {
 namespace {
 
-constexpr QColor kField(0x12, 0x15, 0x1A);
-constexpr QColor kEdge(0x5B, 0x66, 0x75);
-constexpr QColor kButton(0x2C, 0x33, 0x3D);
-constexpr QColor kSelection(0x2F, 0x6F, 0x95);
-constexpr QColor kFaint(0x86, 0x90, 0x9F);
+constexpr LoginFormColours kUsual{.panel = panel_look::kUsualColours,
+                                  .field = QColor(0x12, 0x15, 0x1A),
+                                  .edge = QColor(0x5B, 0x66, 0x75),
+                                  .button = QColor(0x2C, 0x33, 0x3D),
+                                  .mainButton = QColor(0x1F, 0x5F, 0x85),
+                                  .selection = QColor(0x2F, 0x6F, 0x95),
+                                  .onSelection = QColor(0xFF, 0xFF, 0xFF),
+                                  .faint = QColor(0x6B, 0x73, 0x7F)};
+constexpr LoginFormColours kDisguise{.panel = panel_look::kDisguiseColours,
+                                     .field = panel_look::kPaper,
+                                     .edge = panel_look::kPencil,
+                                     .button = QColor(0xF0, 0xF0, 0xF0),
+                                     .mainButton = QColor(0xDC, 0xDC, 0xDC),
+                                     .selection = QColor(0xC8, 0xC8, 0xC8),
+                                     .onSelection = panel_look::kInk,
+                                     .faint = panel_look::kPencil};
 
-// The toolkit's own style with flat fields and buttons, whose edges are seen on a dark ground, and boxes that
-// grow with the letters.
+// The toolkit's own style with flat fields and buttons, whose edges are seen on the panel's ground, and boxes
+// that grow with the letters.
 class FormStyle : public QProxyStyle {
  public:
-  explicit FormStyle(double textSize) : QProxyStyle(QStringLiteral("Fusion")), textSize_(textSize) {}
+  FormStyle(double textSize, const LoginFormColours& colours)
+      : QProxyStyle(QStringLiteral("Fusion")), textSize_(textSize), colours_(colours) {}
 
   int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
     if (metric == PM_IndicatorWidth || metric == PM_IndicatorHeight) return qRound(textSize_);
@@ -33,13 +43,13 @@ class FormStyle : public QProxyStyle {
                      const QWidget* widget) const override {
     switch (element) {
       case PE_PanelLineEdit:
-        PaintBox(*painter, *option, kField);
+        PaintBox(*painter, *option, colours_.field);
         break;
       case PE_PanelButtonCommand:
         PaintButton(*painter, *option);
         break;
       case PE_IndicatorCheckBox:
-        PaintBox(*painter, *option, kField);
+        PaintBox(*painter, *option, colours_.field);
         if (option->state.testFlag(State_On)) PaintTick(*painter, option->rect);
         break;
       case PE_FrameFocusRect:
@@ -51,16 +61,16 @@ class FormStyle : public QProxyStyle {
   }
 
  private:
-  static void PaintBox(QPainter& painter, const QStyleOption& option, const QColor& fill) {
+  void PaintBox(QPainter& painter, const QStyleOption& option, const QColor& fill) const {
     const bool focused = option.state.testFlag(State_HasFocus);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(focused ? panel_look::kBusy : kEdge, 1));
+    painter.setPen(QPen(focused ? colours_.panel.busy : colours_.edge, 1));
     painter.setBrush(fill);
     painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
     painter.restore();
   }
-  static void PaintButton(QPainter& painter, const QStyleOption& option) {
+  void PaintButton(QPainter& painter, const QStyleOption& option) const {
     const auto* const button = qstyleoption_cast<const QStyleOptionButton*>(&option);
     const bool flat = button != nullptr && button->features.testFlag(QStyleOptionButton::Flat);
     const bool under = option.state.testFlag(State_MouseOver) && option.state.testFlag(State_Enabled);
@@ -72,7 +82,7 @@ class FormStyle : public QProxyStyle {
   void PaintTick(QPainter& painter, const QRectF& box) const {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(panel_look::kBusy, textSize_ * 0.14, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(QPen(colours_.panel.busy, textSize_ * 0.14, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     const auto at = [&](double x, double y) {
       return QPointF(box.left() + x * box.width(), box.top() + y * box.height());
     };
@@ -80,40 +90,48 @@ class FormStyle : public QProxyStyle {
     painter.restore();
   }
   // Fields and buttons have their edge in the accent's colour instead; a check box's text is underlined.
-  static void PaintFocus(QPainter& painter, const QStyleOption& option) {
+  void PaintFocus(QPainter& painter, const QStyleOption& option) const {
     const auto* const focus = qstyleoption_cast<const QStyleOptionFocusRect*>(&option);
     if (focus == nullptr) return;
     painter.fillRect(QRect(option.rect.left(), option.rect.bottom(), option.rect.width(), 1),
-                     panel_look::kBusy);
+                     colours_.panel.busy);
   }
 
   double textSize_;
+  const LoginFormColours& colours_;
 };
 
 }  // namespace
 
-QPalette LoginFormPalette() {
-  QPalette palette(panel_look::kLine, kButton, kButton.lighter(130), panel_look::kBorder, kButton.darker(120),
-                   panel_look::kTitle, Qt::white, kField, panel_look::kFill);
-  palette.setColor(QPalette::ButtonText, panel_look::kTitle);
-  palette.setColor(QPalette::Highlight, kSelection);
-  palette.setColor(QPalette::HighlightedText, Qt::white);
-  palette.setColor(QPalette::PlaceholderText, kFaint);
-  palette.setColor(QPalette::ToolTipBase, kField);
-  palette.setColor(QPalette::ToolTipText, panel_look::kTitle);
+const LoginFormColours& LoginFormColoursFor(bool work) {
+  return work ? kDisguise : kUsual;
+}
+
+QPalette LoginFormPalette(const LoginFormColours& colours) {
+  const panel_look::Colours& panel = colours.panel;
+  QPalette palette(panel.line, colours.button, colours.button.lighter(130), panel.border,
+                   colours.button.darker(120), panel.title, Qt::white, colours.field, panel.fill);
+  palette.setColor(QPalette::ButtonText, panel.title);
+  palette.setColor(QPalette::Highlight, colours.selection);
+  palette.setColor(QPalette::HighlightedText, colours.onSelection);
+  palette.setColor(QPalette::PlaceholderText, colours.faint);
+  palette.setColor(QPalette::ToolTipBase, colours.field);
+  palette.setColor(QPalette::ToolTipText, panel.title);
   for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-    palette.setColor(QPalette::Disabled, role, kFaint.darker(125));
+    palette.setColor(QPalette::Disabled, role, colours.faint);
   return palette;
 }
 
-void StyleLoginControl(QWidget& control, double textSize) {
-  auto* const style = new FormStyle(textSize);
+void StyleLoginControl(QWidget& control, double textSize, const LoginFormColours& colours) {
+  QStyle* const former = control.style();
+  auto* const style = new FormStyle(textSize, colours);
   style->setParent(&control);
   control.setStyle(style);
   if (auto* const combo = qobject_cast<QComboBox*>(&control)) {
     combo->view()->setStyle(style);
-    combo->view()->setPalette(LoginFormPalette());
+    combo->view()->setPalette(LoginFormPalette(colours));
   }
+  if (former->parent() == &control) delete former;
 }
 
 }  // namespace quillet

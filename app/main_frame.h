@@ -25,7 +25,11 @@ class CMainFrame : public QMainWindow {
   // Asks for an article and goes there.
   void JumpToArticle();
   // Asks for an id and lets the user note it in the black and white lists.
-  void AddToNames();
+  void AskForName();
+  // The same for an id that is known.
+  void AddToNames(const QString& id);
+  // Asks for an id and opens its user's page on the web.
+  void OpenUserPage();
 
  signals:
   void DemoRequested();
@@ -40,6 +44,7 @@ class CMainFrame : public QMainWindow {
   void MakeMenus();
   void MakeConnectionMenu();
   void MakeEditMenu();
+  void AddSearch(QMenu& menu, SearchEngine engine, const QKeySequence& keys);
   void MakeLookMenu();
   void MakeArticleMenu();
   void MakeSettingsMenu();

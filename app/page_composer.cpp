@@ -88,7 +88,8 @@ void PageComposer::ComposeScreen(const ScreenSnapshot& screen, FrameState& frame
   if (!OffersCommands(screen)) return;
   ArticleBar bar = MakeArticleBarOver(frame.page[kStatusRow],
                                       {.bookmarked = doc_.IsOpenArticleBookmarked(),
-                                       .offers = {ArticleCommand::kBookmark, ArticleCommand::kPush},
+                                       .offers = {ArticleCommand::kBookmark, ArticleCommand::kPush,
+                                                  ArticleCommand::kPushOn, ArticleCommand::kGiveMoney},
                                        .hovered = hovered_});
   frame.page[kStatusRow] = std::move(bar.row);
   captions_ = std::move(bar.areas);

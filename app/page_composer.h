@@ -24,6 +24,7 @@ class PageComposer {
   void TakeRules();
   // The Tab key. `now` in milliseconds.
   void PressReveal(std::int64_t now);
+  bool IsRevealing() const { return reveal_.Shown() != Reveal::kNothing; }
   // Whether anything was revealed.
   bool EndReveal();
 
@@ -40,12 +41,15 @@ class PageComposer {
   bool SetHovered(ArticleCommand command);
   // The row of the picture that shows the screen's row; -1: none.
   int PageRowOf(int screenRow) const;
+  // The screen's row that a row of the picture shows; -1: none, as where the local article is.
+  int ScreenRowAt(int pageRow) const { return rowOf_[static_cast<std::size_t>(pageRow)]; }
+  // The BBS asks something on its last rows and has left the article's page above them as it was: the local
+  // article stays in the picture above the question.
+  bool IsPromptOverArticle(const ScreenSnapshot& screen) const;
   bool ShowsArticle() const { return article_.IsShown(); }
 
  private:
   void ComposeScreen(const ScreenSnapshot& screen, FrameState& frame);
-  // The BBS asks something on its last rows and has left the article's page above them as it was.
-  bool IsPromptOverArticle(const ScreenSnapshot& screen) const;
   void KeepArticleAbovePrompt(const ScreenSnapshot& screen, FrameState& frame);
   bool OffersCommands(const ScreenSnapshot& screen) const;
 

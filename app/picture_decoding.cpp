@@ -1,13 +1,13 @@
 #include "app/picture_decoding.h"
 
 #include <algorithm>
-#include <array>
-#include <string_view>
 
 #include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
+
+#include "settings/picture_formats.h"
 
 namespace quillet {
 namespace {
@@ -17,10 +17,6 @@ constexpr qint64 kMostPixels = 100'000'000;
 constexpr int kMostDecodedMegabytes = 256;
 constexpr qint64 kMostDecodedBytes = qint64{kMostDecodedMegabytes} << 20;
 constexpr qint64 kChunk = 1 << 20;
-
-// Pixel pictures only: drawings in a language of their own can read other files and take for ever.
-constexpr std::array<std::string_view, 11> kFormats = {"png",  "jpeg", "jpg", "gif", "bmp", "webp",
-                                                       "tiff", "ico",  "ppm", "pgm", "pbm"};
 
 DecodedPicture Problem(QString text) {
   return {{}, std::move(text)};
@@ -87,8 +83,7 @@ DecodedPicture DecodePictureBytes(const QByteArray& bytes, const std::atomic<boo
   QImageReader reader(&device);
   reader.setDecideFormatFromContent(true);
   reader.setAutoTransform(true);
-  const QByteArray format = reader.format();
-  if (std::find(kFormats.begin(), kFormats.end(), std::string_view(format)) == kFormats.end())
+  if (!IsPictureFormat(reader.format().toStdString()))
     return Problem(u"這不是圖片，或是不支援的圖片格式。"_qs);
   const QSize size = reader.size();
   if (size.isEmpty()) return Problem(u"圖片的內容已經損壞。"_qs);

@@ -1,46 +1,139 @@
-// What the mouse does on the terminal: captions light up under the pointer and give their command on a click,
-// the wheel moves the open article. User-interface thread.
+// What the mouse does on the terminal: captions and links light up under the pointer and give their command
+// on a click, text is selected by dragging, and everything else is what the user has chosen for his buttons
+// and his wheel. The view passes it the mouse events while nothing lies over the terminal. User-interface
+// thread.
 #pragma once
 
 #include <functional>
+#include <optional>
 
+#include <QCursor>
+#include <QElapsedTimer>
 #include <QMouseEvent>
+#include <QPoint>
 #include <QWheelEvent>
 #include <QWidget>
 
 #include "app/article_view.h"
 #include "app/frame_surface.h"
+#include "app/link_hover.h"
 #include "app/page_composer.h"
+#include "app/quill_doc.h"
+#include "app/selection_control.h"
+#include "input/answer_gate.h"
+#include "input/mouse_scheme.h"
+#include "input/wheel_steps.h"
 
 namespace quillet {
 
 class PointerControl {
  public:
+  // All outlive the object.
+  struct Parts {
+    QWidget& widget;
+    const FrameSurface& surface;
+    PageComposer& composer;
+    ArticleView& article;
+    SelectionControl& selection;
+    LinkHover& links;
+    CQuillDoc& doc;
+    const ScreenSnapshot& screen;
+  };
   struct Handlers {
     std::function<void(ArticleCommand)> perform;
+    std::function<void(const TextLink&)> open;
+    // kSend and kMoveCursor only; what moves the local article is done here.
+    std::function<void(const MouseAction&)> act;
+    // Nothing happens where the system has no clipboard of the selection.
+    std::function<void()> pastePrimary;
+    // The cell (x: column, y: row of the picture) is absent outside the page.
+    std::function<void(QPoint globalPos, std::optional<QPoint> cell)> contextMenu;
     std::function<void()> changed;  // the picture is different
   };
-  // All outlive the object.
-  PointerControl(QWidget& widget, const FrameSurface& surface, PageComposer& composer, ArticleView& article,
-                 Handlers handlers);
+  PointerControl(Parts parts, Handlers handlers);
 
-  void OnMove(const QPointF& at);
+  void OnMove(const QMouseEvent& event);
   void OnLeave();
-  // True when the press was a command's.
+  // Of any button. False for a button that has no meaning here.
   bool OnPress(const QMouseEvent& event);
-  // True when the wheel moved something.
+  // False when a click of the left button meant nothing where it was.
+  bool OnRelease(const QMouseEvent& event);
+  // The toolkit's second press.
+  bool OnDoubleClick(const QMouseEvent& event);
+  // True when the wheel is ours, even if it moved nothing.
   bool OnWheel(const QWheelEvent& event);
 
- private:
-  void Hover(ArticleCommand command);
-  ArticleCommand CommandUnder(const QPointF& at) const;
+  // Another picture lies under the pointer; to be called after each.
+  void OnPictureChanged();
+  // What is held down means nothing any more: something has come over the terminal, or the focus is gone.
+  void Cancel();
+  // The cell (x: column, y: row of the picture) that the pointer is over.
+  std::optional<QPoint> CellUnderPointer() const;
 
-  QWidget& widget_;
-  const FrameSurface& surface_;
-  PageComposer& composer_;
-  ArticleView& article_;
+ private:
+  // What a click of the left button would do at a place; at most one of the three.
+  struct Target {
+    ArticleCommand command = ArticleCommand::kNone;
+    std::optional<TextLink> link;
+    MouseAction action;
+
+    bool IsNothing() const {
+      return command == ArticleCommand::kNone && !link && action.kind == MouseActionKind::kNone;
+    }
+    bool operator==(const Target&) const = default;
+  };
+  // A button of the mouse from its press to its release.
+  struct Held {
+    bool down = false;
+    bool isVoid = false;  // its release means nothing
+    QPointF at;           // where it was pressed
+  };
+
+  bool MayAct() const { return parts_.doc.IsConnected(); }
+  Picture PictureNow() const;
+  PointerPlace PlaceAt(const QPointF& at) const;
+  Target TargetAt(const QPointF& at) const;
+  static bool IsSame(const Target& one, const Target& other);
+
+  void Hover();
+  void SetHovered(ArticleCommand command, std::optional<QPoint> linkCell);
+  void SetShape(PointerShape shape);
+
+  // `presses`: how many follow one another at one place, this one included.
+  bool Press(const QMouseEvent& event, int presses);
+  bool ContinuesClicks(const QMouseEvent& event) const;
+  void PressLeft(const QMouseEvent& event, int presses);
+  void PressCaption(ArticleCommand command);
+  void BeginSelection(const QMouseEvent& event);
+  void Drag(const QPointF& at);
+  bool ReleaseLeft(const QPointF& at);
+  bool Click(const Target& target);
+  void ReleaseMiddle(const QPointF& at);
+  void PressSide(SideButtonPressed button);
+
+  HeldButton HeldFor(const QWheelEvent& event) const;
+  void VoidHeld(HeldButton held);
+  void TurnWhileSelecting(const WheelTurn& turn);
+  void Carry(const MouseAction& action);
+  void ScrollArticle(const MouseAction& action);
+
+  Parts parts_;
   Handlers handlers_;
-  double wheelRest_ = 0;  // of a line, from high-resolution wheels
+  std::optional<QPointF> pointer_;  // while it is over the widget
+  PointerShape shape_ = PointerShape::kOrdinary;
+
+  Held left_, middle_, right_;
+  Target pressed_;           // under the left button when it was pressed
+  bool hovers_ = false;      // it has moved since something lay over the terminal
+  bool acts_ = false;        // the left button's click is more than the putting away of a selection
+  bool drags_ = false;       // it selects
+  bool swallows_ = false;    // a click has acted; further presses that belong to it do not
+  QElapsedTimer lastPress_;  // of the left button
+  int presses_ = 0;          // that belong together, 1 to 3
+
+  const int linesPerNotch_;
+  WheelSteps wheel_;
+  AnswerGate gate_;
 };
 
 }  // namespace quillet

@@ -60,6 +60,7 @@ void CQuillApp::InitInstance() {
   doc_ = std::make_unique<CQuillDoc>(DocumentParts{.endpoints = std::move(resources.endpoints),
                                                    .signaller = *signaller,
                                                    .registry = *places_.registry,
+                                                   .opener = opener_,
                                                    .folders = places_.folders});
   frame_ = std::make_unique<CMainFrame>(*doc_);
   signaller->SetWindow(frame_.get());

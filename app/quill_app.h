@@ -11,6 +11,7 @@
 #include "app/tour/tour.h"
 #include "app/user_places.h"
 #include "demo/demo_server.h"
+#include "platform/opener.h"
 
 namespace quillet {
 
@@ -38,6 +39,7 @@ class CQuillApp {
   std::unique_ptr<DemoServer> demo_;
   UserPlaces places_;
   std::unique_ptr<Signaller> signaller_;
+  SystemOpener opener_;
   std::unique_ptr<CQuillDoc> doc_;
   std::unique_ptr<CMainFrame> frame_;
 };

@@ -50,6 +50,7 @@ SessionOptions OptionsOf(const Endpoints& endpoints, ScreenWatcher& watcher, Not
 CQuillDoc::CQuillDoc(DocumentParts parts)
     : endpoints_(std::move(parts.endpoints)),
       registry_(parts.registry),
+      opener_(parts.opener),
       files_(registry_, std::move(parts.folders)),
       store_(files_, endpoints_.mainHost),
       account_(registry_, std::move(parts.machineTag)),
@@ -281,6 +282,101 @@ void CQuillDoc::ToggleBookmarkOf(const ArticleInfo& article) {
   emit BookmarkEnded(added ? BookmarkEnd::kAdded : BookmarkEnd::kRemoved);
 }
 
+bool CQuillDoc::AddBookmark(const ArticleInfo& article) {
+  const ArticleItem item = BookmarkOf(article);
+  if (article.code.empty() || IsBookmarked(articles_.Of(ArticleListKind::kBookmarks), item)) return false;
+  ChangeArticleList(ArticleListKind::kBookmarks, [&](ArticleFolder& root) {
+    // Another program may have added it meanwhile.
+    if (!IsBookmarked(root, item)) quillet::ToggleBookmark(root, item);
+  });
+  return true;
+}
+
+// ---- Pushing
+
+bool CQuillDoc::PushOn(PushOrder order) {
+  const ArticleInfo article = OpenArticle();
+  if (!article.IsArticle() || !IsConnected() || connecting_) return false;
+  order.author = article.author;
+  const bool asksCode = Fields().markAfterPush && article.code.empty() && !IsOpenArticleBookmarked();
+  auto ledger = std::make_shared<PushLedger>();
+  ledger->Note({.outcome = PushOutcome::kTakenOver, .rest = order.text});
+  struct Outcome {
+    PushRunResult result;
+    std::u16string code;
+  };
+  const auto note = [ledger](PushRunResult now) {
+    now.outcome = PushOutcome::kTakenOver;
+    ledger->Note(std::move(now));
+  };
+  const bool started = automation_.Run(
+      [order = std::move(order), asksCode, ledger, note](ScreenWaits& waits) {
+        Outcome outcome{PushInPieces(waits, order, note), {}};
+        ledger->Note(outcome.result);
+        if (asksCode && outcome.result.pushed > 0) outcome.code = AskArticleCode(waits);
+        return outcome;
+      },
+      [this, article = article](Outcome outcome) mutable {
+        if (!outcome.code.empty()) article.code = outcome.code;
+        OnPushesDone(outcome.result, article);
+      });
+  if (!started) return false;
+  pushes_ = std::move(ledger);
+  activity_ = Activity::kPush;
+  NoteStatus();
+  return true;
+}
+
+void CQuillDoc::OnPushesDone(const PushRunResult& result, const ArticleInfo& article) {
+  NoteStatus();
+  // The screen that shows the article again may come later than this.
+  pushWatch_.Forget();
+  if (result.pushed > 0) {
+    if (Fields().markAfterPush) AddBookmark(article);
+    emit ArticlePushed();
+  }
+  emit PushesEnded(result);
+}
+
+void CQuillDoc::BookmarkAfterPush() {
+  ArticleInfo article = OpenArticle();
+  if (!Fields().markAfterPush || !article.IsArticle() || IsOpenArticleBookmarked()) return;
+  const auto add = [this](const ArticleInfo& pushed) {
+    if (AddBookmark(pushed)) emit BookmarkEnded(BookmarkEnd::kAdded);
+  };
+  if (!article.code.empty()) return add(article);
+  const bool started = automation_.Run([](ScreenWaits& waits) { return AskArticleCode(waits); },
+                                       [this, article, add](const std::u16string& code) mutable {
+                                         article.code = code;
+                                         NoteStatus();
+                                         add(article);
+                                       });
+  if (!started) return;
+  activity_ = Activity::kAskCode;
+  NoteStatus();
+}
+
+// ---- Money and lists
+
+bool CQuillDoc::GiveMoney(MoneyOrder order) {
+  if (!IsConnected() || connecting_) return false;
+  auto ledger = std::make_shared<MoneyLedger>(order.gifts);
+  const bool started = automation_.Run(
+      [order = std::move(order), ledger](ScreenWaits& waits) {
+        RunMoneyOrder(waits, order, *ledger);
+        return ledger->Result();
+      },
+      [this](const MoneyRunResult& result) {
+        NoteStatus();
+        emit MoneyEnded(result);
+      });
+  if (!started) return false;
+  money_ = std::move(ledger);
+  activity_ = Activity::kGiveMoney;
+  NoteStatus();
+  return true;
+}
+
 void CQuillDoc::ChangeArticleList(ArticleListKind kind, const std::function<void(ArticleFolder&)>& change) {
   const std::string_view name = kArticleListFiles[static_cast<std::size_t>(kind)];
   // A damaged file is kept aside, and the list as it was last read or written is the whole one.
@@ -296,7 +392,26 @@ bool CQuillDoc::StopActivity() {
   automation_.WaitEnded(kTakeOverPatience);
   NoteStatus();
   if (activity_ == Activity::kLogin) emit LoginEnded({.how = LoginEnd::How::kTakenOver, .said = {}});
+  if (activity_ == Activity::kPush) {
+    PushRunResult result = pushes_->Result();
+    if (result.outcome == PushOutcome::kClosed) result.outcome = PushOutcome::kTakenOver;
+    OnPushesDone(result, OpenArticle());
+  }
+  if (activity_ == Activity::kGiveMoney) emit MoneyEnded(money_->Result());
   return true;
+}
+
+ActivityProgress CQuillDoc::CurrentProgress() const {
+  switch (CurrentActivity()) {
+    case Activity::kGiveMoney:
+      return {.done = money_->Tried(), .total = money_->Total()};
+    case Activity::kPush: {
+      const PushRunResult result = pushes_->Result();
+      return {.done = result.pushed, .total = result.total, .waitSeconds = result.waitSeconds};
+    }
+    default:
+      return {};
+  }
 }
 
 void CQuillDoc::EndAutomation() {
@@ -344,9 +459,15 @@ void CQuillDoc::OnScreen(const ScreenSnapshot& screen, ScreenReason reason) {
   if (another) {
     article_.Drop();
     loginId_.Clear();
+    pushWatch_.Forget();
   }
   if (session_.state == kStateConnected) article_.Look(screen, SecondsNow());
   if (loginId_.Look(screen) || another) NoteStatus();
+  // What an automation pushes it tells of itself.
+  if (pushWatch_.Look(screen) && !automation_.IsBusy()) {
+    emit ArticlePushed();
+    BookmarkAfterPush();
+  }
 }
 
 void CQuillDoc::NoteStatus() {

@@ -18,9 +18,13 @@
 #include "app/wiped_text.h"
 #include "bbs/article_info.h"
 #include "bbs/article_jump.h"
+#include "bbs/money_run.h"
+#include "bbs/push_run.h"
+#include "bbs/push_watch.h"
 #include "bbs/screen_classifier.h"
 #include "core/term_session.h"
 #include "platform/machine_tag.h"
+#include "platform/opener.h"
 #include "settings/account_store.h"
 #include "settings/article_lists.h"
 #include "settings/settings_store.h"
@@ -43,6 +47,7 @@ struct DocumentParts {
   Endpoints endpoints;
   Signaller& signaller;
   Registry& registry;
+  Opener& opener;
   DataFiles::Folders folders;
   std::function<std::string()> machineTag = MachineTag;
 };
@@ -96,8 +101,18 @@ class CQuillDoc : public QObject {
   // connection, or while another automation is at work.
   bool ToggleBookmark();
   bool IsOpenArticleBookmarked() const;
+  // Gives money to one user after another, then goes back to the article; MoneyEnded follows in any case,
+  // also when the user takes over. False, and nothing happens, without a connection or while another
+  // automation is at work.
+  bool GiveMoney(MoneyOrder order);
+  // Pushes a longer text piece by piece onto the open article, whose author the order need not name;
+  // PushesEnded follows in any case, also when the user takes over. False, and nothing happens, without an
+  // open article or a connection, or while another automation is at work.
+  bool PushOn(PushOrder order);
   // What an automation is doing for the user now.
   Activity CurrentActivity() const { return automation_.IsRunning() ? activity_ : Activity::kNone; }
+  // How far it is, where it counts.
+  ActivityProgress CurrentProgress() const;
   // An automation has not ended, even if the user has taken over.
   bool IsAutomationBusy() const { return automation_.IsBusy(); }
   // The user takes over. False when there was nothing to take over.
@@ -115,6 +130,8 @@ class CQuillDoc : public QObject {
   const PageTests& Pages() const { return classifier_.Pages(); }
   const PageFacts& PageReader() const { return facts_; }
   const Endpoints& Hosts() const { return endpoints_; }
+  // What web addresses are opened with.
+  Opener& WebOpener() { return opener_; }
 
   // A dialog that changes it calls ApplySettings when it has done so; single values go through Change.
   SettingsStore& Store() { return store_; }
@@ -155,6 +172,10 @@ class CQuillDoc : public QObject {
   void LoginEnded(const LoginEnd& end);
   void JumpEnded(const ArticleReference& article, JumpResult result);
   void BookmarkEnded(quillet::BookmarkEnd end);
+  void MoneyEnded(const quillet::MoneyRunResult& result);
+  void PushesEnded(const quillet::PushRunResult& result);
+  // The user, or an automation of his, has pushed the article that is open.
+  void ArticlePushed();
   // One of the lists of articles is different.
   void ArticleListsChanged();
   // State, status or title are different from before.
@@ -173,6 +194,11 @@ class CQuillDoc : public QObject {
   void RunConnect(bool autoLogin);
   void StartLogin(const LoginOrder& order);
   void ToggleBookmarkOf(const ArticleInfo& article);
+  // Among the bookmarks unless it is there already, or its code is not known; whether it is new there.
+  bool AddBookmark(const ArticleInfo& article);
+  // "MarkAfterPush", for a push made by hand.
+  void BookmarkAfterPush();
+  void OnPushesDone(const PushRunResult& result, const ArticleInfo& article);
   void OnLoginDone(const LoginOrder& order, LoginResult result, const std::u16string& said);
   // Before the connection that it runs on is replaced or closed: nothing of it is left when this returns.
   void EndAutomation();
@@ -180,6 +206,7 @@ class CQuillDoc : public QObject {
 
   Endpoints endpoints_;
   Registry& registry_;
+  Opener& opener_;
   DataFiles files_;
   SettingsStore store_;
   AccountStore account_;
@@ -194,6 +221,9 @@ class CQuillDoc : public QObject {
   SessionDriver driver_;
   Automation automation_;
   Activity activity_ = Activity::kNone;  // of the last automation
+  std::shared_ptr<MoneyLedger> money_;   // of the last order
+  std::shared_ptr<PushLedger> pushes_;   // of the last order
+  PushWatch pushWatch_;
   PageFacts facts_;
   ArticleTracker article_{facts_};
   LoginIdWatch loginId_;

@@ -2,18 +2,13 @@
 
 #include <algorithm>
 
-#include <QClipboard>
-#include <QGuiApplication>
+#include <QApplication>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QtMath>
 
 #include "app/article_words.h"
-#include "app/key_adapter.h"
 #include "app/panel_look.h"
-#include "app/seconds_now.h"
-#include "bbs/page_flags.h"
-#include "input/screen_text.h"
 
 namespace quillet {
 
@@ -45,10 +40,35 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       keys_(doc, {.command = [this](KeyCommand command) { OnCommand(command); },
                   .userTypes = [this] { article_.OnUserKey(); },
                   .mustWait = [this] { return article_.Reading().MustWait(); }}),
-      commands_(doc, article_, keys_, [this] { toast_.Show(DescribeNoCommand(doc_.IsConnected())); }),
-      pointer_(*this, surface_, composer_, article_,
-               {.perform = [this](ArticleCommand command) { commands_.Perform(command); },
-                .changed = [this] { RefreshFrame(); }}),
+      commands_(doc, article_, keys_,
+                {.refused = [this] { toast_.Show(DescribeNoCommand(doc_.IsConnected())); },
+                 .pushOn = [this] { push_.Open(); },
+                 .giveMoney = [this] { money_.Open(); }}),
+      shown_(screen_, composer_, article_),
+      selection_(shown_, {.changed = [this] { RefreshFrame(); },
+                          .scrollBy = [this](int lines) { article_.ScrollBy(lines); },
+                          .finished = [this] { edit_.OnSelected(); }}),
+      links_(shown_, WebHostsOf(doc.Hosts())),
+      clipboard_(doc, *this,
+                 {.send = [this](std::u16string_view text, Wrap wrap) { keys_.SendText(text, wrap); },
+                  .screen = [this]() -> const ScreenSnapshot& { return screen_; }}),
+      web_(doc, {.beforeJump = [this] { article_.OnUserKey(); },
+                 .tell = [this](const PanelText& notice) { ShowNotice(notice); }}),
+      edit_({.doc = doc, .text = shown_, .selection = selection_, .clipboard = clipboard_, .web = web_},
+            {.tell = [this](const QString& words) { toast_.Show(words); },
+             .askForNames = [this](const QString& id) { emit NamesRequested(id); }}),
+      nameKeys_(doc),
+      money_(doc, article_, *this),
+      push_(doc, article_, *this),
+      pointer_({.widget = *this,
+                .surface = surface_,
+                .composer = composer_,
+                .article = article_,
+                .selection = selection_,
+                .links = links_,
+                .doc = doc,
+                .screen = screen_},
+               PointerHandlers()),
       timers_({.phaseTurned = [this] { RefreshFrame(); },
                .tick = [this] { Tick(); },
                .animate = [this] { update(); }}) {
@@ -56,6 +76,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
   setAttribute(Qt::WA_OpaquePaintEvent);
   setAttribute(Qt::WA_InputMethodEnabled);
   setFocusPolicy(Qt::StrongFocus);
+  setContextMenuPolicy(Qt::PreventContextMenu);  // the right button is released for it
   connect(&doc_, &CQuillDoc::StatusChanged, this, &CQuillView::RefreshPanel);
   connect(&doc_, &CQuillDoc::SettingsChanged, this, &CQuillView::OnSettingsChanged);
   ConnectLogin();
@@ -92,13 +113,24 @@ void CQuillView::ConnectLogin() {
 
 void CQuillView::ConnectArticle() {
   connect(&article_, &ArticleView::Changed, this, [this] {
+    selection_.OnTextChanged();
     keys_.Flush();
     RefreshFrame();
+    if (!IsCovered()) pointer_.OnPictureChanged();
   });
   connect(&article_, &ArticleView::NewsArrived, this, &CQuillView::TellNews);
   connect(&article_, &ArticleView::BytesForBbs, this, [this](const QByteArray& bytes) {
     keys_.Perform({.kind = KeyActionKind::kSendBytes, .bytes = bytes.toStdString()});
   });
+  connect(&clipboard_, &ClipboardDesk::Working, this, [this](bool working) {
+    if (working)
+      toast_.Show(u"正在取得短網址…"_qs);
+    else
+      toast_.Hide();
+  });
+  connect(&push_, &PushDesk::Said, this, [this](const QString& words) { toast_.Show(words); });
+  connect(&push_, &PushDesk::Notice, this, &CQuillView::ShowNotice);
+  connect(&money_, &MoneyDesk::Notice, this, &CQuillView::ShowNotice);
   connect(&doc_, &CQuillDoc::BookmarkEnded, this,
           [this](BookmarkEnd end) { toast_.Show(DescribeBookmarkEnd(end), EmbeddedImage::kBookmarkList); });
 }
@@ -207,21 +239,6 @@ void CQuillView::UpdateIme(ImeAdapter::Move move) {
   ime_.UpdatePosition(row < 0 ? screen_.cursorRow : row, screen_.cursorCol, move, size);
 }
 
-void CQuillView::Paste() {
-  // The BBS's editor does not wrap.
-  const bool breaks = doc_.Fields().pasteAutoChangeLine && (screen_.pageFlags & PF_EDITOR) != 0;
-  keys_.SendText(CleanPaste(QGuiApplication::clipboard()->text().toStdU16String()),
-                 breaks ? Wrap::kAt78ColumnsLeftOpen : Wrap::kNone);
-}
-
-void CQuillView::CopyScreen() {
-  QGuiApplication::clipboard()->setText(QString::fromStdU16String(ScreenAsText(screen_)));
-}
-
-void CQuillView::SendControl(char code) {
-  keys_.Perform({.kind = KeyActionKind::kSendBytes, .bytes = std::string(1, code)});
-}
-
 void CQuillView::ShowNotice(const PanelText& notice) {
   panel_.AddNotice(notice);
   RefreshPanel();
@@ -234,109 +251,11 @@ bool CQuillView::event(QEvent* event) {
   }
   // What the login form does not take is a menu's.
   if (event->type() == QEvent::ShortcutOverride && !login_.IsShown() &&
-      Claims(*static_cast<QKeyEvent*>(event))) {
+      Decide(*static_cast<QKeyEvent*>(event)).road != Road::kToolkit) {
     event->accept();
     return true;
   }
   return QWidget::event(event);
-}
-
-void CQuillView::keyPressEvent(QKeyEvent* event) {
-  if (!PreTranslateMessage(*event)) QWidget::keyPressEvent(event);
-}
-
-bool CQuillView::Claims(const QKeyEvent& event) const {
-  return DecideKey(ToKeyPress(event), screen_).kind != KeyActionKind::kNone;
-}
-
-bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
-  const KeyPress press = ToKeyPress(event);
-  const KeyAction action = DecideKey(press, screen_);
-  if (action.kind != KeyActionKind::kCommand) {
-    if (HandlePanelKey(press.virtualKey)) return true;
-    const bool plain = !press.control && !press.alt;
-    if (plain && sideList_.Shown() && sideList_.OnKey(press.virtualKey)) return true;
-    if (press.virtualKey == kKeyEscape && HandleEscape()) return true;
-    if (HandleArticleKey(press, event.isAutoRepeat())) return true;
-  }
-  timers_.RestartCaret();
-  return keys_.Perform(action);
-}
-
-bool CQuillView::HandleEscape() {
-  if (composer_.EndReveal()) {
-    RefreshFrame();
-    return true;
-  }
-  return doc_.StopActivity();
-}
-
-bool CQuillView::HandleArticleKey(const KeyPress& press, bool repeated) {
-  if (article_.IsShown() && article_.OnKey(press, repeated)) return true;
-  const ArticleCommand command = ArticleCommands::OfKey(press);
-  if (command == ArticleCommand::kNone || !composer_.Offers(command)) return false;
-  if (!repeated) commands_.Perform(command);
-  return true;
-}
-
-bool CQuillView::HandlePanelKey(int virtualKey) {
-  if (panel_.Text().title.isEmpty()) return false;
-  if (virtualKey == kKeyEnter)
-    PerformPanelAction(panel_.Text().onEnter);
-  else if (virtualKey == kKeyEscape)
-    PerformPanelAction(panel_.IsActive() ? panel_.Text().onEscape : PanelAction::kNone);
-  else
-    return false;
-  return true;
-}
-
-void CQuillView::PerformArticleCommand(ArticleCommand command) {
-  const bool reading = (screen_.pageFlags & PF_READING) != 0 && doc_.OpenArticle().IsArticle();
-  if (article_.IsShown() || reading)
-    commands_.Perform(command);
-  else
-    toast_.Show(DescribeNoCommand(doc_.IsConnected()));
-}
-
-void CQuillView::PerformPanelAction(PanelAction action) {
-  switch (action) {
-    case PanelAction::kReconnect:
-      doc_.Reconnect();
-      break;
-    case PanelAction::kAskAddress:
-      emit CommandRequested(KeyCommand::kConnect);
-      break;
-    case PanelAction::kAskLogin:
-      AskLogin();
-      break;
-    case PanelAction::kCancel:
-      doc_.Disconnect();
-      break;
-    case PanelAction::kDismiss:
-      panel_.Dismiss();
-      break;
-    case PanelAction::kNone:
-      panel_.Recall();
-      break;
-  }
-  update();
-  RefreshPanel();
-}
-
-void CQuillView::OnCommand(KeyCommand command) {
-  if (command == KeyCommand::kPaste)
-    Paste();
-  else if (command == KeyCommand::kCopyScreen)
-    CopyScreen();
-  else if (command == KeyCommand::kReveal)
-    Reveal();
-  else
-    emit CommandRequested(command);
-}
-
-void CQuillView::Reveal() {
-  composer_.PressReveal(SteadyMilliseconds());
-  RefreshFrame();
 }
 
 void CQuillView::TakeMessages() {
@@ -349,8 +268,11 @@ void CQuillView::TakeMessages() {
     if (doc_.IsAutomationBusy()) article_.OnUserKey();
     article_.OnScreen(screen_);
     composer_.OnScreen(screen_);
+    selection_.OnTextChanged();
     keys_.Flush();
     RefreshFrame();
+    if (!IsCovered()) pointer_.OnPictureChanged();
+    clipboard_.OnScreen();
     UpdateIme(ImeAdapter::Move::kIfChanged);
   }
   if (messages.bell) doc_.Driver().OnBell(doc_.IsAutomationBusy());
@@ -359,7 +281,8 @@ void CQuillView::TakeMessages() {
 void CQuillView::Tick() {
   doc_.Driver().Tick();
   RefreshPanel();
-  const bool busy = doc_.IsAutomationBusy() || panel_.IsActive() || login_.IsOpen() || ime_.IsComposing();
+  const bool busy = doc_.IsAutomationBusy() || panel_.IsActive() || login_.IsOpen() || ime_.IsComposing() ||
+                    QApplication::activeModalWidget() != nullptr;
   article_.OnTick(!busy && isVisible());
   keys_.Flush();
 }
@@ -370,10 +293,13 @@ void CQuillView::RefreshPanel() {
   panel_.SetSession(DescribeSession(doc_.Facts()));
   login_.SetCovered(panel_.HasNotice());
   ime_.SetEnabled(!panel_.IsActive() && !login_.IsShown());
-  article_.SetHeld(doc_.CurrentActivity() == Activity::kAskCode);
-  if (badge_.SetText(DescribeActivity(doc_.CurrentActivity())) || !badge_.Text().isEmpty()) update();
+  const Activity activity = doc_.CurrentActivity();
+  article_.SetHeld(activity == Activity::kAskCode || activity == Activity::kPush);
+  if (badge_.SetText(DescribeActivity(activity, doc_.CurrentProgress())) || !badge_.Text().isEmpty())
+    update();
   if (panel_.IsShown() != wasShown || panel_.Text() != before) update();
   timers_.SetAnimating(panel_.IsBusy());
+  if (IsCovered()) pointer_.Cancel();
   RefreshFrame();
 }
 
@@ -383,6 +309,8 @@ void CQuillView::RefreshFrame() {
   frame_.blinkOff = timers_.BlinkOff();
   frame_.rightInset = qCeil(kRightInset * surface_.Scale());
   composer_.Compose(screen_, caret, frame_);
+  links_.Decorate(frame_.page);
+  selection_.Decorate(frame_.page);
   surface_.Refresh(frame_);
   if (HasFlagsAtTop(frame_.page) != flagsAtTop_) PlaceSideButtons();
 }
@@ -400,6 +328,7 @@ void CQuillView::paintEvent(QPaintEvent* event) {
   const panel_look::Colours& colours = panel_look::ColoursFor(doc_.Fields().work);
   badge_.Paint(painter, rect(), unit, colours);
   toast_.Paint(painter, rect(), unit, colours);
+  links_.Paint(painter, rect(), unit, colours);
   if (login_.IsShown())
     painter.fillRect(rect(), colours.calmScrim);
   else
@@ -412,20 +341,6 @@ void CQuillView::resizeEvent(QResizeEvent* /*event*/) {
   UpdateIme(ImeAdapter::Move::kForced);
 }
 
-void CQuillView::inputMethodEvent(QInputMethodEvent* event) {
-  const QString text = ime_.Handle(*event);
-  if (!text.isEmpty()) {
-    timers_.RestartCaret();
-    keys_.SendText(text.toStdU16String());
-  }
-  event->accept();
-}
-
-QVariant CQuillView::inputMethodQuery(Qt::InputMethodQuery query) const {
-  const std::optional<QVariant> answer = ime_.Query(query);
-  return answer ? *answer : QWidget::inputMethodQuery(query);
-}
-
 void CQuillView::focusInEvent(QFocusEvent* event) {
   timers_.SetFocused(true);
   QWidget::focusInEvent(event);
@@ -433,31 +348,9 @@ void CQuillView::focusInEvent(QFocusEvent* event) {
 
 void CQuillView::focusOutEvent(QFocusEvent* event) {
   timers_.SetFocused(false);
+  pointer_.Cancel();
   ime_.End();
   QWidget::focusOutEvent(event);
-}
-
-void CQuillView::mousePressEvent(QMouseEvent* event) {
-  if (!panel_.IsActive() && !login_.IsShown() && pointer_.OnPress(*event)) return;
-  if (!panel_.IsActive()) panel_.Recall();
-  RefreshPanel();
-  QWidget::mousePressEvent(event);
-}
-
-void CQuillView::mouseMoveEvent(QMouseEvent* event) {
-  pointer_.OnMove(event->position());
-}
-
-void CQuillView::leaveEvent(QEvent* /*event*/) {
-  pointer_.OnLeave();
-}
-
-void CQuillView::wheelEvent(QWheelEvent* event) {
-  if (!pointer_.OnWheel(*event)) QWidget::wheelEvent(event);
-}
-
-bool CQuillView::focusNextPrevChild(bool /*next*/) {
-  return false;  // Tab is a key of the BBS
 }
 
 }  // namespace quillet

@@ -8,19 +8,29 @@
 #include "app/article_commands.h"
 #include "app/article_view.h"
 #include "app/background_picture.h"
+#include "app/clipboard_desk.h"
+#include "app/edit_commands.h"
 #include "app/file_words.h"
 #include "app/frame_surface.h"
 #include "app/ime_adapter.h"
 #include "app/key_dispatch.h"
+#include "app/link_hover.h"
 #include "app/login_desk.h"
+#include "app/money_desk.h"
+#include "app/name_keys.h"
 #include "app/page_composer.h"
 #include "app/pointer_control.h"
+#include "app/push_desk.h"
 #include "app/quill_doc.h"
+#include "app/selection_control.h"
+#include "app/shown_text.h"
 #include "app/side_buttons.h"
 #include "app/side_list_view.h"
 #include "app/status_panel.h"
 #include "app/toast.h"
 #include "app/view_timers.h"
+#include "app/web_desk.h"
+#include "input/pre_translation.h"
 
 namespace quillet {
 
@@ -35,8 +45,17 @@ class CQuillView : public QWidget {
   // The document's settings are different, or could not be saved.
   void OnSettingsChanged();
   void ApplyDisplaySettings();
-  void Paste();
-  void CopyScreen();
+  // On what is selected, or on what lies under the pointer or the BBS's cursor.
+  void Edit(EditCommand command);
+  // All links in sight, to choose one of.
+  void ShowLinks();
+  // The user id under the pointer, else the one at the BBS's cursor; empty when there is none.
+  QString IdInQuestion() const;
+  void OpenUserPage(const QString& id) { web_.OpenUserPage(id.toStdU16String()); }
+  // Shows or hides the places of push addresses.
+  void TogglePlaces();
+  // An entry of the lists has been made in a dialog.
+  void NoteAddedName(const QString& id) { nameKeys_.NoteAdded(id.toStdU16String()); }
   // What the Tab key does on pages with ids.
   void Reveal();
   // A key that the client keeps for itself, for those who need it on the BBS.
@@ -59,6 +78,11 @@ class CQuillView : public QWidget {
   const LoginDesk& Login() const { return login_; }
   const ActivityBadge& Badge() const { return badge_; }
   const Toast& LastToast() const { return toast_; }
+  const SelectionControl& Selected() const { return selection_; }
+  const LinkHover& Links() const { return links_; }
+  const WebDesk& Web() const { return web_; }
+  const MoneyDesk& Money() const { return money_; }
+  const PushDesk& Push() const { return push_; }
   // Screens taken over so far; tells whether the picture has come to rest.
   unsigned ScreenCount() const { return screenCount_; }
   QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
@@ -68,6 +92,8 @@ class CQuillView : public QWidget {
   void CommandRequested(KeyCommand command);
   void DemoRequested();
   void OptionsRequested();
+  // The dialog of the black and white lists, for an id that may be empty.
+  void NamesRequested(const QString& id);
 
  protected:
   bool event(QEvent* event) override;
@@ -78,19 +104,21 @@ class CQuillView : public QWidget {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   bool focusNextPrevChild(bool next) override;
 
  private:
-  // Whether the view, rather than the toolkit, decides about the key.
-  bool Claims(const QKeyEvent& event) const;
+  WindowState StateForKeys() const;
+  KeyDecision Decide(const QKeyEvent& event) const;
   // Returns true when the key was consumed.
   bool PreTranslateMessage(const QKeyEvent& event);
-  bool HandlePanelKey(int virtualKey);
-  bool HandleEscape();
-  bool HandleArticleKey(const KeyPress& press, bool repeated);
+  void OnNoticeKey(int virtualKey);
+  void SelectByKey(SelectStep step);
+  void ChangeName(NameKey key, int colour);
   void PerformPanelAction(PanelAction action);
   void OnCommand(KeyCommand command);
   void OnSideButton(SideButton button);
@@ -102,6 +130,14 @@ class CQuillView : public QWidget {
   void ConnectLogin();
   void ConnectArticle();
   void ConnectSideLists();
+  PointerControl::Handlers PointerHandlers();
+  // Bytes for the BBS.
+  void ActOnMouse(const MouseAction& action);
+  void ShowMenuOfPlace(const QPoint& at, const std::optional<QPoint>& cell);
+  EditTarget TargetAt(const QPoint& cell) const;
+  std::u16string IdAtCell(int row, int col) const;
+  // Something lies over the terminal that keeps the mouse away from it.
+  bool IsCovered() const { return panel_.IsActive() || login_.IsShown(); }
   void ApplyBackground();
   void PlaceOverlays();
   void PlaceSideButtons();
@@ -129,6 +165,15 @@ class CQuillView : public QWidget {
   ImeAdapter ime_;
   KeyDispatch keys_;
   ArticleCommands commands_;
+  ShownText shown_;
+  SelectionControl selection_;
+  LinkHover links_;
+  ClipboardDesk clipboard_;
+  WebDesk web_;
+  EditCommands edit_;
+  NameKeys nameKeys_;
+  MoneyDesk money_;
+  PushDesk push_;
   PointerControl pointer_;
   ViewTimers timers_;
 };

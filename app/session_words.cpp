@@ -1,5 +1,7 @@
 #include "app/session_words.h"
 
+#include <algorithm>
+
 #include <QDir>
 #include <QStringDecoder>
 
@@ -161,7 +163,19 @@ LoginComplaint DescribeUnsealable(std::size_t longest) {
                   .arg(longest)};
 }
 
-QString DescribeActivity(Activity activity) {
+namespace {
+
+// The piece that is on its way counts.
+QString DescribePushing(const ActivityProgress& progress) {
+  const int piece = std::min(progress.done + 1, progress.total);
+  const QString wait =
+      progress.waitSeconds > 0 ? u"　站台要求等 %1 秒"_qs.arg(progress.waitSeconds) : QString();
+  return u"連續推文 %1/%2%3　按 Esc 停止"_qs.arg(piece).arg(progress.total).arg(wait);
+}
+
+}  // namespace
+
+QString DescribeActivity(Activity activity, ActivityProgress progress) {
   switch (activity) {
     case Activity::kLogin:
       return u"登入中　按 Esc 或直接輸入就自己來"_qs;
@@ -169,6 +183,10 @@ QString DescribeActivity(Activity activity) {
       return u"前往文章　按 Esc 停止"_qs;
     case Activity::kAskCode:
       return u"查詢文章代碼"_qs;
+    case Activity::kGiveMoney:
+      return u"發P幣 %1/%2　按 Esc 停止"_qs.arg(progress.done).arg(progress.total);
+    case Activity::kPush:
+      return DescribePushing(progress);
     case Activity::kNone:
       break;
   }

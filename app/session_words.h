@@ -65,8 +65,14 @@ LoginComplaint DescribeBrokenLogin(const SessionFacts& facts);
 LoginComplaint DescribeUnsealable(std::size_t longest);
 
 // What the client does for the user by itself.
-enum class Activity { kNone, kLogin, kJump, kAskCode };
-QString DescribeActivity(Activity activity);  // empty for none
+enum class Activity { kNone, kLogin, kJump, kAskCode, kGiveMoney, kPush };
+// How far it is; no total where it does not count.
+struct ActivityProgress {
+  int done = 0;
+  int total = 0;
+  int waitSeconds = 0;  // so long the BBS has asked to wait; 0: it has not
+};
+QString DescribeActivity(Activity activity, ActivityProgress progress = {});  // empty for none
 
 // Why a jump did not come about; no title when it did, or when the connection's own words say it.
 PanelText DescribeJump(const ArticleReference& article, JumpResult result);

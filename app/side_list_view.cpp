@@ -8,7 +8,7 @@
 #include <QPainter>
 #include <QWheelEvent>
 
-#include "app/seconds_now.h"
+#include "app/side_list_painter.h"
 #include "bbs/article_code.h"
 #include "render/scroll_motion.h"
 
@@ -23,22 +23,10 @@ constexpr double kWidthShare = 0.45;
 constexpr double kLeastWidth = 17;
 // One notch of a wheel, in eighths of a degree.
 constexpr int kNotch = 120;
-// In titles' heights.
-constexpr double kFolderIndent = 1.2;
-constexpr int kDeepestIndent = 6;
 
 // The BBS could find it.
 bool CanBeOpened(const ArticleItem& item) {
   return !item.board.empty() && !AidToFileName(item.code).empty();
-}
-
-int ArticlesIn(const ArticleFolder& folder) {
-  int count = 0;
-  for (const ArticleFolder::Child& child : folder.children) {
-    const auto* const inner = std::get_if<ArticleFolder>(&child);
-    count += inner != nullptr ? ArticlesIn(*inner) : 1;
-  }
-  return count;
 }
 
 // Tells entries apart, wherever they stand.
@@ -46,18 +34,6 @@ std::u16string NameOf(const SideListEntry* entry) {
   if (entry == nullptr) return {};
   if (entry->item == nullptr) return u'/' + entry->folderName;
   return entry->item->board + u' ' + entry->item->code + u' ' + entry->item->title;
-}
-
-QString EmptyText(ArticleListKind kind) {
-  switch (kind) {
-    case ArticleListKind::kHot:
-      return QStringLiteral("目前沒有熱門文章");
-    case ArticleListKind::kTracked:
-      return QStringLiteral("目前沒有追蹤中的文章");
-    case ArticleListKind::kBookmarks:
-      break;
-  }
-  return QStringLiteral("還沒有書籤\n閱讀文章時選「加入書籤 (m)」，就會收在這裡");
 }
 
 QString RemovalQuestion(const ArticleFolder& folder) {
@@ -395,52 +371,19 @@ void SideListView::paintEvent(QPaintEvent* /*event*/) {
   if (!shown_) return;
   const ListColours colours = ListColoursOf(*Look().palette, compact_);
   painter.fillRect(rect(), QColor(colours.ground));
-  if (entries_.empty())
-    PaintEmpty(painter, colours);
-  else
-    PaintEntries(painter);
+  PaintSideList(painter,
+                {.kind = *shown_,
+                 .root = Root(),
+                 .entries = entries_,
+                 .state = state_,
+                 .top = top_,
+                 .frame = frame_,
+                 .look = Look()},
+                images_);
   frame_.PaintScrollMark(painter, frame_.ScrollMark(top_, state_), held_.has_value(), colours);
   frame_.PaintTitle(painter, {.kind = *shown_, .articles = ArticlesIn(Root())}, colours, images_);
   frame_.PaintHints(painter, colours);
   painter.fillRect(QRect(0, 0, 1, height()), QColor(colours.edge));
-}
-
-// One more than there is room for, so that the list is seen to go on.
-void SideListView::PaintEntries(QPainter& painter) {
-  const QRectF& list = frame_.List();
-  painter.save();
-  painter.setClipRect(list);
-  const int end = std::min(state_.count, top_ + state_.shown + 1);
-  for (int index = top_; index < end; ++index) {
-    const double y = list.top() + (index - top_) * frame_.RowHeight();
-    PaintEntry(painter, QRectF(list.left(), y, list.width(), frame_.RowHeight()), index);
-  }
-  painter.restore();
-}
-
-void SideListView::PaintEntry(QPainter& painter, const QRectF& place, int index) {
-  const SideListEntry& entry = entries_[static_cast<std::size_t>(index)];
-  CardLook look = Look();
-  look.selected = index == state_.selected;
-  look.indent = std::round(std::min(entry.depth, kDeepestIndent) * kFolderIndent * look.font.pixelSize());
-  if (entry.item != nullptr) {
-    look.keepBoard = entry.item->title.empty();
-    const CardColours colours = compact_ ? CardColours::kAlternative : CardColours::kUsual;
-    PaintCard(painter, place, DescribeCard(*entry.item, colours, SecondsNow()),
-              QString::fromStdU16String(entry.item->board), look, images_);
-    return;
-  }
-  const auto* const folder = std::get_if<ArticleFolder>(EntryAt(Root(), entry.path));
-  PaintFolder(painter, place, QString::fromStdU16String(entry.folderName), ArticlesIn(*folder), look,
-              images_);
-}
-
-void SideListView::PaintEmpty(QPainter& painter, const ListColours& colours) const {
-  painter.setFont(frame_.Font());
-  painter.setPen(QColor(colours.quiet));
-  const double margin = frame_.Font().pixelSize();
-  painter.drawText(frame_.List().adjusted(margin, margin, -margin, -margin),
-                   Qt::AlignCenter | Qt::TextWordWrap | Qt::TextWrapAnywhere, EmptyText(*shown_));
 }
 
 }  // namespace quillet

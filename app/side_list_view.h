@@ -85,9 +85,6 @@ class SideListView : public QWidget {
   void StepMotion();
 
   CardLook Look() const;
-  void PaintEntries(QPainter& painter);
-  void PaintEntry(QPainter& painter, const QRectF& place, int index);
-  void PaintEmpty(QPainter& painter, const ListColours& colours) const;
 
   CQuillDoc& doc_;
   EmbeddedImages& images_;

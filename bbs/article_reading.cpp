@@ -176,6 +176,7 @@ void ArticleReading::ForgetArticle() {
   fruitlessKeys_ = 0;
   reopening_.Stop();
   mayReopen_ = true;
+  refreshWanted_ = false;
   seekingEnd_ = false;
   before_.reset();
 }
@@ -236,14 +237,15 @@ void ArticleReading::StopAsking() {
 
 bool ArticleReading::MayReopen(std::int64_t now) const {
   const bool quiet = !request_.IsPending() && !reopening_.IsOn() && !seekingEnd_ && page_ && standing_;
-  return options_.fetchAll && options_.refreshPush && mayReopen_ && fromList_ && quiet &&
-         lines_.IsComplete() && now - typing_.LastKey() >= kRefreshCalm &&
-         now - refreshedAt_ >= kRefreshInterval;
+  const bool isTime =
+      options_.refreshPush && now - LastUse() >= kRefreshCalm && now - refreshedAt_ >= kRefreshInterval;
+  const bool isWanted = refreshWanted_ && now - LastUse() >= kCalm && now >= typing_.Until(now);
+  return options_.fetchAll && mayReopen_ && fromList_ && quiet && lines_.IsComplete() && (isTime || isWanted);
 }
 
 void ArticleReading::Reopen(std::int64_t now) {
   refreshedAt_ = now;
-  before_ = lines_;
+  if (!std::exchange(refreshWanted_, false)) before_ = lines_;
   reopening_.Begin(author_, now);
   handlers_.send(KeySequence(kKeyLeft));
 }

@@ -13,18 +13,20 @@
 // pressed End) is left where it is: going back for the lines between would take the user away from it.
 //
 // Refreshing. New push lines show only when the article is opened anew. When it is known to its end, was
-// opened from an article list and no key has come for kRefreshCalm, it is left and opened again every
-// kRefreshInterval (article_reopening.h); then End shows whether there is more, and Page Up, Home and Page
-// Down bring the lines between. A change of the text between the first and the last page that moves no line
-// stays unnoticed. While the article is not on the screen (two answers of the BBS, each awaited kNoAnswer at
-// most) a key of the user's would act on the list: MustWait says so, and the view holds keys back until it
-// does not. The paging afterwards needs no such care: a key stops it like any fetching. What a stopped
-// refresh has not seen, the next one sees. After a reopening that failed there is none until the next
-// article.
+// opened from an article list and the user has neither typed nor moved through it for kRefreshCalm, it is
+// left and opened again every kRefreshInterval (article_reopening.h); then End shows whether there is more,
+// and Page Up, Home and Page Down bring the lines between. A change of the text between the first and the
+// last page that moves no line stays unnoticed. While the article is not on the screen (two answers of the
+// BBS, each awaited kNoAnswer at most) a key of the user's would act on the list: MustWait says so, and the
+// view holds keys back until it does not. The paging afterwards needs no such care: a key stops it like any
+// fetching. WantRefresh brings it forward. What a stopped refresh has not seen, the next one sees. After a
+// reopening that failed there is none until the next article.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <optional>
 #include <string_view>
 
@@ -56,15 +58,21 @@ class ArticleReading {
   // Each screen the view takes over, classified; `article` and `open` are the tracker's after its look at it.
   void OnScreen(const ScreenSnapshot& screen, const ArticleInfo& article, bool open, std::int64_t now);
   // A few times a second, and at NextTick. `mayRefresh`: the user could see news (the window is up, no
-  // dialog, nothing typed).
+  // dialog, nothing typed), and the article stands still.
   void OnTick(std::int64_t now, bool mayRefresh);
   // When a fetch waits for nothing but time: the moment at which OnTick would send its next key. Without
   // being asked for, a page comes with each ordinary tick.
   std::optional<std::int64_t> NextTick() const;
   // Before a key of the user's, or an automation's, goes to the BBS: stops at once.
   void OnUserKey(std::int64_t now);
+  // The user moves through the article without the BBS: no refresh shall begin under his eyes, but fetching
+  // goes on.
+  void OnLocalMove(std::int64_t now) { lastLocalMove_ = now; }
   // The user scrolls towards the end of what is known: go on where a key has stopped it, without kCalm.
   void WantMore(std::int64_t now);
+  // The user has added to the article: it is opened anew as soon as he leaves the keys alone, whatever the
+  // options say of refreshing, and his own lines are no news. Until then the wish is kept.
+  void WantRefresh() { refreshWanted_ = true; }
   // Forgets the article; for a connection that begins or ends.
   void Drop();
 
@@ -80,6 +88,8 @@ class ArticleReading {
   bool IsFetching() const { return request_.IsPending(); }
   // From the key that leaves the article until its end has been seen anew.
   bool IsRefreshing() const { return reopening_.IsOn() || seekingEnd_; }
+  // When the user has last typed or moved through the article; long ago when he never has.
+  std::int64_t LastUse() const { return std::max(typing_.LastKey(), lastLocalMove_); }
   // Keys for the BBS must be held back: the article has been left and is being opened again. Ends within
   // twice kNoAnswer, given ticks.
   bool MustWait() const { return reopening_.IsOn(); }
@@ -140,6 +150,8 @@ class ArticleReading {
 
   ArticleReopening reopening_;
   bool mayReopen_ = true;
+  bool refreshWanted_ = false;
+  std::int64_t lastLocalMove_ = std::numeric_limits<std::int64_t>::min() / 2;
   std::int64_t refreshedAt_ = 0;
   bool seekingEnd_ = false;  // reopened, and the end not seen yet
   bool endAsked_ = false;

@@ -142,7 +142,7 @@ TransferResult World::Transfer(std::string_view fromId, std::string_view toId, l
   if (!from || !to || to->id == kGuestId || to == from) return TransferResult::kNoSuchUser;
   if (amount < 1 || from->money < amount) return TransferResult::kNotEnough;
   from->money -= amount;
-  to->money += amount;
+  to->money += AfterTax(amount);
   return TransferResult::kDone;
 }
 

@@ -27,6 +27,11 @@ enum class PushResult { kDone, kTooLong, kArticleGone };
 
 enum class TransferResult { kDone, kNoSuchUser, kNotEnough };
 
+// The BBS keeps a tenth of what one user gives to another.
+constexpr long AfterTax(long amount) {
+  return amount - amount / 10;
+}
+
 class World {
  public:
   explicit World(Content content);
@@ -47,7 +52,7 @@ class World {
   bool DeleteArticle(std::string_view board, std::string_view fileName, std::string_view userId);
 
   std::optional<User> FindUser(std::string_view id) const;
-  // Moves money from one user to another; `amount` is at least 1.
+  // Takes `amount`, at least 1, from one user and gives another what is left of it after the tax.
   TransferResult Transfer(std::string_view fromId, std::string_view toId, long amount);
   std::vector<Mail> Mails(std::string_view userId) const;
   void MarkMailRead(std::string_view userId, std::size_t index);

@@ -4,7 +4,6 @@
 #include <array>
 #include <optional>
 
-#include "bbs/page_flags.h"
 #include "bbs/page_tests.h"
 #include "core/key_sequence.h"
 
@@ -14,7 +13,7 @@ namespace {
 constexpr int kQuestionRow = 22;
 constexpr std::u16string_view kLogOutConfirmed = u"您確定要離開【 奧拉拉文藝坊 】嗎(Y/N)？[N] y";
 
-enum class Modifier { kNone, kShift, kControl, kControlShift };
+enum class Modifier { kNone, kShift, kControl, kControlShift, kAlt, kOther };
 
 struct CommandKey {
   int virtualKey;
@@ -29,10 +28,11 @@ constexpr std::array kCommandKeys = {
     CommandKey{kKeyInsert, Modifier::kShift, KeyCommand::kPaste},
     CommandKey{'V', Modifier::kControl, KeyCommand::kPaste},
     CommandKey{'V', Modifier::kControlShift, KeyCommand::kPaste},
-    CommandKey{kKeyInsert, Modifier::kControl, KeyCommand::kCopyScreen},
-    CommandKey{'C', Modifier::kControlShift, KeyCommand::kCopyScreen},
+    CommandKey{kKeyInsert, Modifier::kControl, KeyCommand::kCopy},
+    CommandKey{'C', Modifier::kControlShift, KeyCommand::kCopy},
     CommandKey{'N', Modifier::kControlShift, KeyCommand::kConnect},
     CommandKey{kKeyF11, Modifier::kNone, KeyCommand::kFullScreen},
+    CommandKey{'W', Modifier::kAlt, KeyCommand::kWorkMode},
 };
 
 struct ControlKey {
@@ -49,6 +49,7 @@ constexpr std::array kControlKeys = {
 };
 
 Modifier ModifierOf(const KeyPress& press) {
+  if (press.alt) return press.control || press.shift ? Modifier::kOther : Modifier::kAlt;
   if (press.control) return press.shift ? Modifier::kControlShift : Modifier::kControl;
   return press.shift ? Modifier::kShift : Modifier::kNone;
 }
@@ -109,25 +110,14 @@ std::optional<KeyAction> EditingKey(const KeyPress& press, const ScreenSnapshot&
   }
 }
 
-// On pages with ids, Tab shows what the user noted about them; the BBS's own Tab is on the back quote there.
-std::optional<KeyAction> TabOnPageWithIds(const KeyPress& press, const ScreenSnapshot& screen) {
-  constexpr std::uint32_t kTypingPages = PF_INPUT_FIELD | PF_EDITOR | PF_PUSH_LINE | PF_PUSH_OVER_READER;
-  if ((screen.pageFlags & PF_BROWSABLE) == 0 || (screen.pageFlags & kTypingPages) != 0) return std::nullopt;
-  if (press.virtualKey == kKeyTab && !press.shift && !press.control)
-    return KeyAction{.kind = KeyActionKind::kCommand, .command = KeyCommand::kReveal};
-  if (press.text == u"`") return SendBytes("\t");
-  return std::nullopt;
-}
-
 }  // namespace
 
 KeyAction DecideKey(const KeyPress& press, const ScreenSnapshot& screen) {
+  if (const KeyCommand command = CommandOf(press); command != KeyCommand::kNone)
+    return {.kind = KeyActionKind::kCommand, .command = command};
   // Ctrl and Alt together are the AltGr of many layouts: what matters then is the character that it makes.
-  const bool altGr = press.control && press.alt;
+  if (press.alt && !press.control) return {};
   if (!press.alt) {
-    if (const KeyCommand command = CommandOf(press); command != KeyCommand::kNone)
-      return {.kind = KeyActionKind::kCommand, .command = command};
-    if (auto action = TabOnPageWithIds(press, screen)) return *std::move(action);
     if (const auto action = EditingKey(press, screen)) return *action;
     if (!KeySequence(press.virtualKey).empty())
       return {.kind = KeyActionKind::kSendKey, .virtualKey = press.virtualKey};
@@ -135,8 +125,6 @@ KeyAction DecideKey(const KeyPress& press, const ScreenSnapshot& screen) {
       if (const auto code = ControlCodeOf(press)) return SendBytes(std::string(1, *code));
       return {};
     }
-  } else if (!altGr) {
-    return {};
   }
   std::u16string text = Printable(press.text);
   if (text.empty()) return {};
@@ -161,6 +149,11 @@ std::u16string CleanPaste(std::u16string_view text) {
       result += unit;
   }
   return result;
+}
+
+int PastedLines(std::u16string_view clean) {
+  const bool open = !clean.empty() && clean.back() != u'\r';
+  return static_cast<int>(std::count(clean.begin(), clean.end(), u'\r')) + (open ? 1 : 0);
 }
 
 }  // namespace quillet

@@ -1,6 +1,6 @@
-// Which key goes where: a pure function from a key press to what is to be done about it, so that it can be
-// read and tested without a window. The view's adapter turns toolkit events into KeyPress and carries the
-// action out.
+// What a key means where nothing else claims it: a command of the client's own or bytes for the BBS; and what
+// becomes of a pasted text. Pure. DecideKeyMessage, which decides what else claims a key, asks it; the view
+// carries the action out. User-interface thread.
 #pragma once
 
 #include <string>
@@ -40,7 +40,20 @@ enum class KeyActionKind {
   kCommand
 };
 
-enum class KeyCommand { kNone, kPaste, kCopyScreen, kConnect, kFullScreen, kReveal };
+enum class KeyCommand {
+  kNone,
+  kPaste,
+  kCopy,  // the selection, else the screen
+  kConnect,
+  kFullScreen,
+  kReveal,
+  kWorkMode,
+  kBookmark,  // these five: of the article that is open
+  kPush,
+  kPushOn,
+  kGiveMoney,
+  kTogglePlaces  // shows or hides the places of push addresses
+};
 
 struct KeyAction {
   KeyActionKind kind = KeyActionKind::kNone;
@@ -59,5 +72,8 @@ KeyAction DecideKey(const KeyPress& press, const ScreenSnapshot& screen);
 // What may be pasted: CR LF, LF and the Unicode line ends become the BBS's Enter (CR), other control
 // characters except TAB go.
 std::u16string CleanPaste(std::u16string_view text);
+// How many lines a paste of a text that CleanPaste made sends: each Enter ends one, and what follows the last
+// Enter is one more. 0 for nothing.
+int PastedLines(std::u16string_view clean);
 
 }  // namespace quillet

@@ -147,6 +147,15 @@ bool RemoveEntry(ArticleFolder& root, const std::vector<int>& path, const Articl
   return elsewhere && RemoveEntry(root, *elsewhere);
 }
 
+int ArticlesIn(const ArticleFolder& folder) {
+  int count = 0;
+  for (const ArticleFolder::Child& child : folder.children) {
+    const auto* const inner = std::get_if<ArticleFolder>(&child);
+    count += inner != nullptr ? ArticlesIn(*inner) : 1;
+  }
+  return count;
+}
+
 void ClampSideList(SideListState& state) {
   state.first = std::clamp(state.first, 0, LastFirst(state));
   state.selected = std::clamp(state.selected, 0, std::max(0, state.count - 1));

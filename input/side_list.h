@@ -37,6 +37,9 @@ bool RemoveEntry(ArticleFolder& root, const std::vector<int>& path);
 // nothing happens, when there is no such child any more. A child's `flag` makes no difference.
 bool RemoveEntry(ArticleFolder& root, const std::vector<int>& path, const ArticleFolder::Child& what);
 
+// Articles in the folder and in those inside it.
+int ArticlesIn(const ArticleFolder& folder);
+
 struct SideListState {
   int selected = 0;
   int first = 0;  // shown first, where the motion is to end

@@ -19,6 +19,10 @@ constexpr std::size_t kBarTint = 38;
 constexpr std::uint32_t kLighterBlue = 0x4C72E0;
 constexpr std::uint32_t kLighterBrightBlue = 0x7C9BFF;
 constexpr std::uint32_t kLightBar = 0xE0E0E0;
+// Of selected text on a dark page; on a light one it is black on what plain editors use.
+constexpr std::size_t kSelectedGround = 32;
+constexpr std::size_t kSelectedText = 42;
+constexpr std::uint32_t kLightSelection = 0xA9C7EE;
 // Below this contrast a bar in the character's own colour is easily missed.
 constexpr double kCaretContrast = 2.5;
 
@@ -53,13 +57,17 @@ void MarkCaret(int caretCol, RowLook& row) {
   if (row[col].part == CellPart::kTrail) row[col - 1].caret = true;
 }
 
+bool IsSelected(const PageCell& cell) {
+  return (cell.style & CS_SELECTED) != 0;
+}
+
 bool UnderBar(const PageCell& cell) {
   return (cell.style & CS_BAR) != 0 &&
          (cell.back == kPageGround || cell.back == kPushGround || cell.back == kCaptionGround);
 }
 
 CellGround GroundOf(const PageCell& cell) {
-  if (UnderBar(cell)) return CellGround::kOpaque;
+  if (IsSelected(cell) || UnderBar(cell)) return CellGround::kOpaque;
   if (cell.back == kPageGround) return CellGround::kPage;
   return cell.back == kPushGround || cell.back == kCaptionGround ? CellGround::kVeil : CellGround::kOpaque;
 }
@@ -71,6 +79,8 @@ LookColours::LookColours(const Palette& palette, bool lighterDarkBlue)
   const std::uint32_t page = palette[kPageGround];
   bar_ = IsDark(page) ? MixColours(page, palette[kBarTint], 128) : kLightBar;
   readableBlue_ = IsDark(page) ? kLighterBlue : palette[kBlue];
+  selectedGround_ = IsDark(page) ? palette[kSelectedGround] : kLightSelection;
+  selectedText_ = IsDark(page) ? palette[kSelectedText] : 0x000000;
   if (lighterDarkBlue) {
     onPage_ = WithLighterBlue(palette, page);
     onPush_ = WithLighterBlue(palette, palette[kPushGround]);
@@ -84,11 +94,13 @@ std::uint32_t LookColours::At(std::uint8_t index) const {
 }
 
 std::uint32_t LookColours::Background(const PageCell& cell) const {
+  if (IsSelected(cell)) return selectedGround_;
   return UnderBar(cell) ? bar_ : At(cell.back);
 }
 
 // Blocks keep their colour: in a picture they lie beside backgrounds of the same blue.
 std::uint32_t LookColours::Foreground(const PageCell& cell, char16_t unit) const {
+  if (IsSelected(cell)) return selectedText_;
   if (cell.fore >= palette_.size() || IsFilledShape(unit)) return At(cell.fore);
   if (UnderBar(cell)) return onBar_[cell.fore];
   if (cell.back == kPageGround) return onPage_[cell.fore];
@@ -120,7 +132,8 @@ RowLook ResolveRow(const PageRow& page, int caretCol, bool blinkOff, const Chars
 }
 
 CellLook ResolveMargin(const PageRow& page, const LookColours& colours) {
-  const PageCell& last = page.cells.back();
+  PageCell last = page.cells.back();
+  last.style &= static_cast<std::uint8_t>(~CS_SELECTED);
   const bool spans = last.back == kPushGround || (UnderBar(last) && !page.age.empty());
   const PageCell margin = spans ? last : PageCell{};
   return {.ground = GroundOf(margin), .background = colours.Background(margin)};

@@ -43,6 +43,10 @@ class LookColours {
   std::uint32_t Foreground(const PageCell& cell, char16_t unit) const;
   // The ground under the cursor bar.
   std::uint32_t Bar() const { return bar_; }
+  // Selected text, alike over push lines, the cursor bar, headers and coloured text, so that also what is
+  // written in the colour of its ground can be read.
+  std::uint32_t SelectedGround() const { return selectedGround_; }
+  std::uint32_t SelectedText() const { return selectedText_; }
   // A palette's index beyond the last counts as the last.
   std::uint32_t At(std::uint8_t index) const;
   // Blue that can be read on the page's ground, for marks.
@@ -52,6 +56,8 @@ class LookColours {
   Palette palette_;
   std::uint32_t bar_ = 0;
   std::uint32_t readableBlue_ = 0;
+  std::uint32_t selectedGround_ = 0;
+  std::uint32_t selectedText_ = 0;
   // Foregrounds on each ground.
   Palette onPage_;
   Palette onPush_;

@@ -12,6 +12,7 @@ namespace {
 
 constexpr int kReceiverRow = 3;
 constexpr int kAmountRow = 5;
+constexpr int kAfterTaxRow = 6;
 constexpr int kConfirmRow = 7;
 constexpr int kAmountDigits = 8;
 // Clients read the money of row 1 from here on: "$", the number, ")".
@@ -32,6 +33,7 @@ void MoneyPage::Draw(Canvas& canvas) {
   if (step_ == Step::kReceiver) return;
   amount_.Draw(canvas, kAmountRow, canvas.Put(kAmountRow, 4, u"送多少: "));
   if (step_ == Step::kAmount) return;
+  canvas.Put(kAfterTaxRow, 4, ToBig5(u"扣稅後對方實收: ") + std::to_string(AfterTax(Amount())));
   answer_.Draw(canvas, kConfirmRow, canvas.Put(kConfirmRow, 4, u"確定要送嗎[y/N]: "));
 }
 

@@ -3,13 +3,14 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <thread>
 #include <unistd.h>
 #include <vector>
+
+#include "platform/linux/spawn_settings.h"
 
 namespace quillet {
 namespace {
@@ -22,38 +23,6 @@ struct PlayerProgram {
 // PipeWire's, PulseAudio's, ALSA's: from the newest sound system to the one below all.
 constexpr std::array<PlayerProgram, 3> kPrograms{
     {{"pw-play", nullptr}, {"paplay", nullptr}, {"aplay", "-q"}}};
-
-// Nothing to read, nothing to say, and no signal setting of ours.
-class SpawnSettings {
- public:
-  SpawnSettings() {
-    posix_spawn_file_actions_init(&files_);
-    posix_spawn_file_actions_addopen(&files_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_addopen(&files_, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_addopen(&files_, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    posix_spawnattr_init(&attributes_);
-    posix_spawnattr_setflags(&attributes_,
-                             POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-    posix_spawnattr_setpgroup(&attributes_, 0);
-    sigset_t signals;
-    sigemptyset(&signals);
-    posix_spawnattr_setsigmask(&attributes_, &signals);
-    sigfillset(&signals);
-    posix_spawnattr_setsigdefault(&attributes_, &signals);
-  }
-  SpawnSettings(const SpawnSettings&) = delete;
-  SpawnSettings& operator=(const SpawnSettings&) = delete;
-  ~SpawnSettings() {
-    posix_spawn_file_actions_destroy(&files_);
-    posix_spawnattr_destroy(&attributes_);
-  }
-  const posix_spawn_file_actions_t* Files() const { return &files_; }
-  const posix_spawnattr_t* Attributes() const { return &attributes_; }
-
- private:
-  posix_spawn_file_actions_t files_;
-  posix_spawnattr_t attributes_;
-};
 
 // The process number; 0 when the program cannot be started, most often because it is not installed.
 pid_t Spawn(const PlayerProgram& program, std::string file) {

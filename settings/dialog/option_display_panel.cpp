@@ -14,6 +14,8 @@
 #include <QSlider>
 #include <QToolButton>
 
+#include "settings/picture_formats.h"
+
 namespace quillet {
 namespace {
 
@@ -29,10 +31,12 @@ QStringList ScreenFonts() {
   return fonts;
 }
 
+// What both the loader and this system's toolkit take.
 QString PictureFilter() {
   QStringList patterns;
   for (const QByteArray& format : QImageReader::supportedImageFormats())
-    patterns.append(QStringLiteral("*.") + QString::fromLatin1(format));
+    if (IsPictureFormat(format.toStdString()))
+      patterns.append(QStringLiteral("*.") + QString::fromLatin1(format));
   return QStringLiteral("圖片 (%1);;所有檔案 (*)").arg(patterns.join(u' '));
 }
 

@@ -1,4 +1,5 @@
 // The open article as a whole, in the window over the demo BBS: gathered, moved through, left.
+#include "app/seconds_now.h"
 #include "tests/app/demo_article_fixture.h"
 
 namespace quillet {
@@ -89,6 +90,24 @@ TEST_F(ArticleViewTest, InDisguiseTheScrollBarIsAlwaysThereAndPlain) {
   doc->Change(u"Basic", u"Work", u"0");
   EXPECT_NE(ScrollBar().styleSheet(), "");
   EXPECT_TRUE(ScrollBar().isVisible());
+}
+
+TEST_F(ArticleViewTest, EveryWayOfMovingCountsAsUseSoThatNoRefreshComesBetween) {
+  OpenWhole(talkative);
+  const auto isUse = [&](const std::function<void()>& move) {
+    const std::int64_t before = Article().Reading().LastUse();
+    const bool clockWentOn = Until([&] { return SteadyMilliseconds() > before; });
+    move();
+    return clockWentOn && Article().Reading().LastUse() > before;
+  };
+  EXPECT_TRUE(isUse([&] { Press(Qt::Key_PageDown); }));
+  EXPECT_TRUE(isUse([&] { Wheel(-1); }));
+  EXPECT_TRUE(isUse([&] {
+    Mouse(QEvent::MouseButtonPress, Handle().center());
+    Mouse(QEvent::MouseMove, Handle().center() + QPoint(0, View().height() / 4));
+    Mouse(QEvent::MouseButtonRelease, Handle().center());
+  }));
+  EXPECT_FALSE(isUse([&] { View().update(); }));
 }
 
 TEST_F(ArticleViewTest, RightOnTheLastPageGoesToTheNextArticleWhereverTheBbsStands) {

@@ -45,7 +45,7 @@ class DemoArticleTest : public WindowTest {
  protected:
   void SetUp() override {
     WindowTest::SetUp();
-    const std::filesystem::path content = QUILLET_SOURCE_DIR "/demo/content";
+    const std::filesystem::path content = Content();
     DemoOptions options;
     options.contentFolder = content;
     demo = std::make_unique<DemoServer>(options);
@@ -62,6 +62,9 @@ class DemoArticleTest : public WindowTest {
     frame.reset();
     doc.reset();
   }
+
+  // The folder that the BBS shows.
+  virtual std::filesystem::path Content() { return QUILLET_SOURCE_DIR "/demo/content"; }
 
   void Consider(const demo::Board& board, const demo::Article& article) {
     if (article.kind != demo::ArticleKind::kPlain) return;

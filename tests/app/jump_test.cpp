@@ -64,7 +64,7 @@ TEST_F(JumpTest, ACopiedLinkOpensItsArticle) {
   ASSERT_FALSE(author.empty());
   Press(Qt::Key_PageDown);
   Press(Qt::Key_End);
-  AnswerDialogs([&] { frame->AddToNames(); }, {[&](QDialog& dialog) {
+  AnswerDialogs([&] { frame->AskForName(); }, {[&](QDialog& dialog) {
                   EXPECT_EQ(dialog.findChild<QLineEdit*>()->text().toStdU16String(), author);
                   dialog.reject();
                 }});

@@ -99,6 +99,7 @@ TEST_F(LoginTest, AnotherLoginOfTheAccountStaysOrGoesAsTheSwitchSays) {
     CQuillDoc other({.endpoints = endpoints,
                      .signaller = signaller,
                      .registry = otherRegistry,
+                     .opener = opener,
                      .folders = {.working = otherHome.Path(), .data = otherHome.Path() / "data"}});
     other.LogIn({.address = QString::fromStdString(demo->Address()), .name = {}},
                 MakeLoginOrder({.account = u"alice", .password = u"wonder"}));
@@ -414,6 +415,33 @@ TEST_F(LoginTest, WithoutASiteTheFormPointsToTheAddress) {
         dialog.reject();
       }});
   EXPECT_NE(Form(), nullptr);
+}
+
+// The form, its fields and its buttons, without what is written on them.
+TEST_F(LoginTest, InDisguiseTheFormIsWhiteAndSwitchesAtOnce) {
+  View().AskLogin();
+  const auto grounds = [&] {
+    const QImage picture = Form()->grab().toImage();
+    const auto at = [&](const QPoint& point) {
+      return picture.pixelColor(point * picture.devicePixelRatio()).lightness();
+    };
+    std::vector<int> found{at(QPoint(Form()->width() / 2, 4))};
+    for (const char* name :
+         {"account", "password", "transport", "rememberPassword", "logIn", "showPassword"}) {
+      const QRect place = Field<QWidget>(name).geometry();
+      found.push_back(at(QPoint(place.left() + 4, place.center().y())));
+    }
+    return found;
+  };
+  const auto all = [](const std::vector<int>& found, const std::function<bool(int)>& is) {
+    return std::all_of(found.begin(), found.end(), is);
+  };
+  EXPECT_TRUE(all(grounds(), [](int lightness) { return lightness < 100; }));
+  doc->Change(u"Basic", u"Work", u"1");
+  EXPECT_TRUE(all(grounds(), [](int lightness) { return lightness > 200; }));
+  EXPECT_LT(Field<QLineEdit>("account").palette().color(QPalette::Text).lightness(), 40);
+  doc->Change(u"Basic", u"Work", u"0");
+  EXPECT_TRUE(all(grounds(), [](int lightness) { return lightness < 100; }));
 }
 
 TEST_F(LoginTest, ANoticeLiesBeforeTheForm) {

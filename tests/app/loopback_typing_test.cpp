@@ -5,6 +5,8 @@
 #include <QElapsedTimer>
 #include <QGuiApplication>
 
+#include "bbs/page_flags.h"
+#include "core/charset.h"
 #include "core/key_sequence.h"
 #include "platform/socket.h"
 #include "tests/app/window_fixture.h"
@@ -12,7 +14,7 @@
 namespace quillet {
 namespace {
 
-// Accepts one client, and begins to read when told.
+// Accepts one client, shows it the editor, and begins to read when told: a little at a time.
 class SlowReader {
  public:
   SlowReader() {
@@ -35,6 +37,7 @@ class SlowReader {
  private:
   void Serve() {
     const std::unique_ptr<Socket> client = listener_.Accept(stop_);
+    if (client) ShowEditor(*client);
     while (client && !begin_.WaitFor(1000))
       if (stop_.IsSet()) return;
     std::array<std::uint8_t, 700> buffer;
@@ -43,6 +46,13 @@ class SlowReader {
       const std::lock_guard guard(lock_);
       read_.append(buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(count));
     }
+  }
+
+  void ShowEditor(Socket& client) {
+    const std::string page = "\x1B[24;1H" + ToBig5(u" 編輯文章") + "\x1B[1;1H";
+    std::size_t count = 0;
+    client.Send({reinterpret_cast<const std::uint8_t*>(page.data()), page.size()}, count, stop_);
+    EXPECT_EQ(count, page.size());
   }
 
   Listener listener_;
@@ -55,44 +65,102 @@ class SlowReader {
 
 class LoopbackTypingTest : public WindowTest {
  protected:
+  void SetUp() override {
+    WindowTest::SetUp();
+    doc->Open({.address = server.Address(), .name = {}, .makeTransport = {}});
+    ASSERT_TRUE(doc->IsConnected());
+    ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_EDITOR) != 0; }));
+  }
+
+  void Commit(const std::u16string& text) {
+    QInputMethodEvent event(u"ㄅ"_qs, {});
+    event.setCommitString(QString::fromStdU16String(text));
+    QCoreApplication::sendEvent(&View(), &event);
+  }
+
   // Everything up to `end`, without the Delete keys with which the session opens; they may come between.
   std::string Typed(const std::string& end) {
     const auto typed = [&] {
       std::string bytes = server.Read();
       const std::string deleteKey(KeySequence(kKeyDelete));
-      for (std::size_t at = bytes.find(deleteKey); at != std::string::npos; at = bytes.find(deleteKey, at))
-        bytes.erase(at, deleteKey.size());
-      return bytes;
+      std::string rest;
+      std::size_t from = 0;
+      for (std::size_t at = 0; (at = bytes.find(deleteKey, from)) != std::string::npos;
+           from = at + deleteKey.size())
+        rest.append(bytes, from, at - from);
+      return rest.append(bytes, from);
     };
-    Until([&] { return typed().ends_with(end); });
+    Until([&] { return server.Read().ends_with(end); });
     return typed();
   }
 
   SlowReader server;
 };
 
-TEST_F(LoopbackTypingTest, AStalledServerNeitherFreezesThePasteNorLosesOrder) {
-  doc->Open({.address = server.Address(), .name = {}, .makeTransport = {}});
-  ASSERT_TRUE(doc->IsConnected());
-  // Larger than what the system buffers for a peer that does not read.
+// So many different Chinese characters, all of which the BBS has.
+std::u16string Characters(std::size_t count) {
   std::u16string text;
-  for (int line = 0; text.size() < 4000000; ++line)
+  for (char16_t unit = u'一'; text.size() < count;
+       unit = unit == u'龥' ? u'一' : static_cast<char16_t>(unit + 1))
+    if (Charset().unicodeToBig5[unit] != 0) text += unit;
+  return text;
+}
+
+TEST_F(LoopbackTypingTest, AStalledServerNeitherFreezesThePasteNorLosesOrder) {
+  // Together larger than what the system buffers for a peer that does not read.
+  constexpr int kPastes = 5;
+  std::u16string text;
+  for (int line = 0; text.size() < 800'000; ++line)
     text += QStringLiteral("第%1行，奧拉拉文藝坊\r").arg(line).toStdU16String();
   QGuiApplication::clipboard()->setText(QString::fromStdU16String(text));
   QElapsedTimer pasting;
   pasting.start();
-  View().Paste();
-  std::string after;
+  std::string expected;
+  for (int i = 0; i < kPastes; ++i) {
+    Press(Qt::Key_V, "\x16", Qt::ControlModifier);
+    expected += ToBig5(text);
+  }
   for (int i = 0; i < 2000; ++i) {
     const char letter = static_cast<char>('a' + i % 26);
     Press(0, QString(QChar(letter)));
-    after += letter;
+    expected += letter;
   }
-  after += "THE END";
   TypeText("THE END");
   EXPECT_LT(pasting.elapsed(), kPatienceMs) << "the window is frozen by a server that does not read";
   server.Begin();
-  EXPECT_TRUE(Typed("THE END") == ToBig5(text) + after);
+  EXPECT_TRUE(Typed("THE END") == expected + "THE END");
+}
+
+TEST_F(LoopbackTypingTest, ALongCommitArrivesWhole) {
+  const std::u16string text = Characters(20'000);
+  ASSERT_GT(text.size() * 2, TermSession::kSendChunk * 10);
+  Commit(text);
+  TypeText("THE END");
+  server.Begin();
+  EXPECT_TRUE(Typed("THE END") == ToBig5(text) + "THE END");
+}
+
+// The reader begins in the middle: the queue is met full, draining and empty.
+TEST_F(LoopbackTypingTest, CommitsAndKeysArriveInTheOrderOfTheHands) {
+  constexpr std::array kKeys = {std::pair{Qt::Key_Left, kKeyLeft}, std::pair{Qt::Key_Up, kKeyUp},
+                                std::pair{Qt::Key_Right, kKeyRight}, std::pair{Qt::Key_Home, kKeyHome}};
+  const std::u16string characters = Characters(5'000);
+  std::string expected;
+  for (std::size_t i = 0; i < 3'000; ++i) {
+    // Now and then a whole paragraph at once.
+    const std::u16string text = characters.substr(i, i % 100 == 7 ? 2'000 : 1 + i % 4);
+    Commit(text);
+    const auto& [key, sequence] = kKeys[i % kKeys.size()];
+    Press(key);
+    const QString letter(QChar(static_cast<char16_t>(u'a' + i % 26)));
+    Press(0, letter);
+    expected += ToBig5(text);
+    expected += KeySequence(sequence);
+    expected += letter.toStdString();
+    if (i == 1'500) server.Begin();
+  }
+  TypeText("THE END");
+  EXPECT_TRUE(Typed("THE END") == expected + "THE END");
 }
 
 }  // namespace

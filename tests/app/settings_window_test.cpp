@@ -113,9 +113,9 @@ TEST_F(SettingsWindowTest, SignalsAndLineBreaksFollowTheirSwitches) {
   script->Deliver(ToBig5(u"\x1B[24;1H 編輯文章  "));
   ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_EDITOR) != 0; }));
   QGuiApplication::clipboard()->setText(QString(100, 'a'));
-  View().Paste();
+  View().Edit(EditCommand::kPaste);
   doc->Change(u"Basic", u"PasteAutoChangeLine", u"0");
-  View().Paste();
+  View().Edit(EditCommand::kPaste);
   std::string expected(78, 'a');
   expected += '\r';
   expected.append(22 + 100, 'a');

@@ -42,6 +42,7 @@ class SideListViewTest : public WithTables {
         DocumentParts{.endpoints = endpoints,
                       .signaller = signaller,
                       .registry = registry,
+                      .opener = opener,
                       .folders = {.working = Home(), .data = scratch.Path() / "data"},
                       .machineTag = [] { return std::string("TEST-01"); }});
     list = new SideListView(*doc, images, &window);
@@ -91,6 +92,7 @@ class SideListViewTest : public WithTables {
   MemoryRegistry registry;
   Endpoints endpoints;
   RecordingSignaller signaller;
+  RecordingOpener opener;
   EmbeddedImages images;
   std::unique_ptr<CQuillDoc> doc;
   QWidget window;

@@ -1,6 +1,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 
+#include "bbs/page_flags.h"
 #include "tests/app/window_fixture.h"
 
 namespace quillet {
@@ -16,6 +17,10 @@ class TypingTest : public WindowTest {
   ::testing::AssertionResult Arrived(const std::string& bytes) {
     if (Until([&] { return script->Written() == bytes; })) return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure() << "written: " << testing::PrintToString(script->Written());
+  }
+  void ShowEditor() {
+    script->Deliver("\x1B[24;1H" + ToBig5(u" 編輯文章") + "\x1B[1;1H");
+    ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_EDITOR) != 0; }));
   }
   void Commit(const QString& text, const QString& preedit = {}) {
     QInputMethodEvent event(preedit, {});
@@ -62,6 +67,7 @@ TEST_F(TypingTest, KeysAreClaimedBeforeAnyShortcut) {
 }
 
 TEST_F(TypingTest, PastesAreCleanedAndKeepTheirPlaceAmongKeys) {
+  ShowEditor();
   QGuiApplication::clipboard()->setText(u"第一行\r\n\x1B[31m第二行\n"_qs);
   TypeText("a");
   Press(Qt::Key_V, "\x16", Qt::ControlModifier);
@@ -70,11 +76,12 @@ TEST_F(TypingTest, PastesAreCleanedAndKeepTheirPlaceAmongKeys) {
 }
 
 TEST_F(TypingTest, ALongPasteArrivesWhole) {
+  ShowEditor();
   QString text;
   for (int line = 0; line < 3000; ++line)
     text += u"第 %1 行：奧拉拉文藝坊\n"_qs.arg(line);
   QGuiApplication::clipboard()->setText(text);
-  View().Paste();
+  Press(Qt::Key_V, "\x16", Qt::ControlModifier);
   EXPECT_TRUE(Arrived(ToBig5(text.replace('\n', '\r').toStdU16String())));
 }
 
@@ -141,7 +148,7 @@ TEST_F(TypingTest, CopyTakesTheScreenAsText) {
   script->Deliver(ToBig5(u"\x1B[1;31m看板\x1B[m 一覽"));
   ASSERT_TRUE(Until([&] { return View().Screen().TextAt(0, 0) != ' '; }));
   Press(Qt::Key_C, "\x03", Qt::ControlModifier | Qt::ShiftModifier);
-  EXPECT_EQ(QGuiApplication::clipboard()->text(), u"看板 一覽\n"_qs);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), u"看板 一覽"_qs);
   EXPECT_EQ(script->Written(), "");
 }
 

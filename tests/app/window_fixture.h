@@ -26,6 +26,18 @@ class RecordingSignaller : public Signaller {
   int sounds = 0;
 };
 
+// Remembers what it should have opened.
+class RecordingOpener : public Opener {
+ public:
+  bool Open(std::u16string_view address) override {
+    opened.emplace_back(address);
+    return opens;
+  }
+
+  std::vector<std::u16string> opened;
+  bool opens = true;
+};
+
 inline constexpr int kPatienceMs = 20000;
 
 class WindowTest : public WithTables {
@@ -44,6 +56,7 @@ class WindowTest : public WithTables {
         DocumentParts{.endpoints = endpoints,
                       .signaller = signaller,
                       .registry = registry,
+                      .opener = opener,
                       .folders = {.working = ProgramHome(), .data = home.Path() / "data"},
                       .machineTag = [] { return std::string("TEST-01"); }});
     frame = std::make_unique<CMainFrame>(*doc);
@@ -84,6 +97,7 @@ class WindowTest : public WithTables {
   MemoryRegistry registry;
   Endpoints endpoints;
   RecordingSignaller signaller;
+  RecordingOpener opener;
   std::shared_ptr<Script> script = std::make_shared<Script>();
   std::unique_ptr<CQuillDoc> doc;
   std::unique_ptr<CMainFrame> frame;

@@ -424,6 +424,41 @@ TEST_F(ArticleReadingTest, ARefreshWaitsForItsTime) {
   EXPECT_EQ(own_, "");
 }
 
+TEST_F(ArticleReadingTest, WhatTheUserHasAddedShowsSoonAndIsNoNews) {
+  ReadWhole();
+  reading_->SetOptions({.refreshPush = false});
+  AddPushes(3);
+  UserTypes(kKeyHome);
+  reading_->WantRefresh();
+  Pass(ArticleReading::kCalm - kTick, true);
+  EXPECT_EQ(own_, "");
+  Pass(2000, true);
+  ExpectWhole();
+  EXPECT_TRUE(news_.empty());
+  own_.clear();
+  Pass(100'000, true);
+  EXPECT_EQ(own_, "") << "once";
+}
+
+TEST_F(ArticleReadingTest, WhoMovesThroughTheArticleIsNotDisturbedButFetchingGoesOn) {
+  Open();
+  while (!reading_->Lines().IsComplete() && now_ < 1'100'000) {
+    reading_->OnLocalMove(now_);
+    Pass(kTick);
+  }
+  ASSERT_TRUE(reading_->Lines().IsComplete()) << "moving asks the BBS for nothing and holds nothing up";
+  own_.clear();
+  for (int move = 0; move < 100; ++move) {
+    reading_->OnLocalMove(now_);
+    Pass(1000, true);
+  }
+  EXPECT_EQ(own_, "");
+  Pass(ArticleReading::kRefreshCalm - 1000 - kTick, true);
+  EXPECT_EQ(own_, "");
+  Pass(2 * kTick, true);
+  EXPECT_EQ(own_, Keys(kKeyLeft, 1));
+}
+
 TEST_F(ArticleReadingTest, AnEditedTextIsReadAgainAndTold) {
   struct Edit {
     const char* name;

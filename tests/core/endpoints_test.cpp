@@ -29,13 +29,15 @@ bool IsReserved(std::string_view host) {
   return host.ends_with(".example") || host.ends_with(".invalid");
 }
 
-TEST_F(EndpointsTest, ShippedFileNamesEveryAddressAndOnlyReservedOnes) {
+TEST_F(EndpointsTest, ShippedFileNamesEveryAddressAndOnlyReservedOnesOfTheBbs) {
   ASSERT_TRUE(LoadEndpoints(QUILLET_SOURCE_DIR "/Data/endpoints.ini", endpoints_));
   EXPECT_TRUE(IsReserved(endpoints_.mainHost)) << endpoints_.mainHost;
   EXPECT_TRUE(IsReserved(endpoints_.secondaryHost)) << endpoints_.secondaryHost;
   EXPECT_TRUE(IsReserved(endpoints_.webSocketHost)) << endpoints_.webSocketHost;
-  for (const char* name : {"web/host", "web/mirror_1", "web/mirror_2"})
+  for (const char* name : {"web/host", "web/mirror_1", "web/mirror_2", "web/user_pages"})
     EXPECT_TRUE(IsReserved(endpoints_.Value(name))) << name;
+  for (const char* name : {"search/engine_1", "search/engine_2", "shortener/host"})
+    EXPECT_NE(endpoints_.Value(name), "") << name;
   // 203.0.113.0/24 is reserved for documentation.
   EXPECT_EQ(endpoints_.serverNetwork, 0xCB007100u);
   EXPECT_EQ(endpoints_.secondaryHost.find(endpoints_.mainHost), std::string::npos)

@@ -141,7 +141,7 @@ TEST_F(DemoTalkingTest, MoneyGoesFromOneUserToAnother) {
   const auto bob = Client("bob", "builder");
   bob->Send("x\rp\r");
   ASSERT_TRUE(bob->WaitForText(0, 0, u"【送人文藝幣】"));
-  EXPECT_NE(bob->Screen().RowText(1).find("$240)"), std::string_view::npos) << bob->Dump();
+  EXPECT_NE(bob->Screen().RowText(1).find("$236)"), std::string_view::npos) << bob->Dump();
 }
 
 TEST_F(DemoTalkingTest, ALetterRingsAndIsRead) {

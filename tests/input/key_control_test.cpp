@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "core/key_sequence.h"
 #include "tests/support/screen_builder.h"
@@ -45,42 +45,55 @@ TEST_F(KeyControlTest, CursorKeysGoOutWhateverElseIsHeldButAlt) {
 }
 
 TEST_F(KeyControlTest, EditingKeysAndControlCodes) {
+  enum Held { kNothing, kShift, kControl, kBoth };
   struct Row {
-    KeyPress press;
-    KeyAction expected;
+    int virtualKey;
+    Held held;
+    std::u16string_view text;
+    std::string_view bytes;  // empty: not the BBS's
   };
-  const std::vector<Row> rows = {
-      {{.virtualKey = kKeyEnter, .text = u"\r"}, Bytes("\r")},
-      {{.virtualKey = kKeyEnter, .keypad = true, .text = u"\r"}, Bytes("\r")},
-      {{.virtualKey = kKeyEnter, .shift = true}, Bytes("\r")},
-      {{.virtualKey = kKeyBackspace, .text = u"\b"}, Bytes("\b")},
-      {{.virtualKey = kKeyBackspace, .control = true, .text = u"\x7F"}, Bytes("\b")},
-      {{.virtualKey = kKeyTab, .text = u"\t"}, Bytes("\t")},
-      {{.virtualKey = kKeyTab, .shift = true}, {}},
-      {{.virtualKey = kKeyTab, .control = true, .text = u"\t"}, {}},
-      {{.virtualKey = kKeyEscape, .text = u"\x1B"}, Bytes("\x1B")},
-      {{.virtualKey = 'A', .control = true, .text = u"\x01"}, Bytes("\x01")},
-      {{.virtualKey = 'C', .control = true, .text = u"\x03"}, Bytes("\x03")},
-      {{.virtualKey = 'Z', .control = true, .text = u"\x1A"}, Bytes("\x1A")},
-      {{.virtualKey = kKeyOpenBracket, .control = true}, Bytes("\x1B")},
-      {{.virtualKey = kKeyBackslash, .control = true}, Bytes("\x1C")},
-      {{.virtualKey = kKeyCloseBracket, .control = true}, Bytes("\x1D")},
-      {{.virtualKey = '6', .control = true, .shift = true}, Bytes("\x1E")},
-      {{.virtualKey = kKeyMinus, .control = true, .shift = true}, Bytes("\x1F")},
-      {{.virtualKey = '6', .control = true}, {}},
-      {{.virtualKey = 'A', .control = true, .shift = true}, {}},
+  constexpr Row kExpected[] = {
+      {kKeyEnter, kNothing, u"\r", "\r"},
+      {kKeyEnter, kShift, {}, "\r"},
+      {kKeyBackspace, kNothing, u"\b", "\b"},
+      {kKeyBackspace, kControl, u"\x7F", "\b"},
+      {kKeyTab, kNothing, u"\t", "\t"},
+      {kKeyTab, kShift, {}, {}},
+      {kKeyTab, kControl, u"\t", {}},
+      {kKeyEscape, kNothing, u"\x1B", "\x1B"},
+      {'A', kControl, u"\x01", "\x01"},
+      {'C', kControl, u"\x03", "\x03"},
+      {'Z', kControl, u"\x1A", "\x1A"},
+      {kKeyOpenBracket, kControl, {}, "\x1B"},
+      {kKeyBackslash, kControl, {}, "\x1C"},
+      {kKeyCloseBracket, kControl, {}, "\x1D"},
+      {'6', kBoth, {}, "\x1E"},
+      {kKeyMinus, kBoth, {}, "\x1F"},
+      {'6', kControl, {}, {}},
+      {'A', kBoth, {}, {}},
   };
-  for (const Row& row : rows)
-    EXPECT_EQ(Decide(row.press), row.expected) << row.press.virtualKey << " ctrl " << row.press.control;
+  for (const Row& row : kExpected) {
+    const KeyPress press{.virtualKey = row.virtualKey,
+                         .control = row.held == kControl || row.held == kBoth,
+                         .shift = row.held == kShift || row.held == kBoth,
+                         .text = std::u16string(row.text)};
+    EXPECT_EQ(Decide(press), row.bytes.empty() ? KeyAction{} : Bytes(std::string(row.bytes)))
+        << row.virtualKey << " held " << row.held;
+  }
+  EXPECT_EQ(Decide({.virtualKey = kKeyEnter, .keypad = true, .text = u"\r"}), Bytes("\r"));
 }
 
 TEST_F(KeyControlTest, ClientCommands) {
   EXPECT_EQ(Decide({.virtualKey = 'V', .control = true, .text = u"\x16"}), Command(KeyCommand::kPaste));
   EXPECT_EQ(Decide({.virtualKey = 'V', .control = true, .shift = true}), Command(KeyCommand::kPaste));
   EXPECT_EQ(Decide({.virtualKey = kKeyInsert, .shift = true}), Command(KeyCommand::kPaste));
-  EXPECT_EQ(Decide({.virtualKey = kKeyInsert, .control = true}), Command(KeyCommand::kCopyScreen));
-  EXPECT_EQ(Decide({.virtualKey = 'C', .control = true, .shift = true}), Command(KeyCommand::kCopyScreen));
+  EXPECT_EQ(Decide({.virtualKey = kKeyInsert, .control = true}), Command(KeyCommand::kCopy));
+  EXPECT_EQ(Decide({.virtualKey = 'C', .control = true, .shift = true}), Command(KeyCommand::kCopy));
   EXPECT_EQ(Decide({.virtualKey = kKeyF11}), Command(KeyCommand::kFullScreen));
+  EXPECT_EQ(Decide({.virtualKey = 'W', .alt = true, .text = u"w"}), Command(KeyCommand::kWorkMode));
+  EXPECT_EQ(Decide({.virtualKey = 'W', .shift = true, .alt = true, .text = u"W"}), KeyAction{});
+  EXPECT_EQ(Decide({.virtualKey = 'W', .control = true, .alt = true, .text = u"ŵ"}), Text(u"ŵ")) << "AltGr";
+  EXPECT_EQ(Decide({.virtualKey = 'V', .control = true, .alt = true, .text = u"“"}), Text(u"“")) << "AltGr";
 }
 
 TEST_F(KeyControlTest, CharactersGoOutAsTheLayoutMakesThem) {
@@ -115,6 +128,15 @@ TEST(CleanPasteTest, LineEndsBecomeEnterAndControlsGo) {
   EXPECT_EQ(CleanPaste(u"\x1B[31m紅\x07\x08\x7F\x9B\tx"), u"[31m紅\tx");
   EXPECT_EQ(CleanPaste(std::u16string_view(u"\0a\0", 3)), u"a");
   EXPECT_EQ(CleanPaste(u""), u"");
+}
+
+TEST(CleanPasteTest, LinesAreCountedAsTheyAreSent) {
+  EXPECT_EQ(PastedLines(u""), 0);
+  EXPECT_EQ(PastedLines(u"一行"), 1);
+  EXPECT_EQ(PastedLines(u"一行\r"), 1);
+  EXPECT_EQ(PastedLines(u"一行\r兩行"), 2);
+  EXPECT_EQ(PastedLines(u"\r\r\r"), 3) << "empty lines are lines";
+  EXPECT_EQ(PastedLines(CleanPaste(u"a\r\nb\nc\u2028")), 3);
 }
 
 }  // namespace

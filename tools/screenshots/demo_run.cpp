@@ -25,6 +25,7 @@ DemoRun::DemoRun(const QString& folder)
       doc_({.endpoints = resources_.endpoints,
             .signaller = signaller_,
             .registry = *places_.registry,
+            .opener = opener_,
             .folders = places_.folders}),
       frame_(doc_) {
   complaint_ = QString::fromStdString(demo_.Error());

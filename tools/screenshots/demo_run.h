@@ -61,6 +61,7 @@ class DemoRun {
   DemoServer demo_;
   const UserPlaces places_;
   WindowSignaller signaller_;
+  SystemOpener opener_;
   CQuillDoc doc_;
   CMainFrame frame_;
   QSize view_;

@@ -467,6 +467,11 @@ TEST_F(OptionsDlgTest, ButtonsDoWhatTheySay) {
   QTimer::singleShot(0, dialog_.get(), [&] {
     auto* browser = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
     ASSERT_NE(browser, nullptr);
+    const QString pictures = browser->nameFilters().value(0);
+    for (const char* taken : {"*.png", "*.jpg", "*.gif", "*.bmp"})
+      EXPECT_TRUE(pictures.contains(QString::fromLatin1(taken))) << taken;
+    for (const char* refused : {"*.svg", "*.xpm", "*.xbm"})
+      EXPECT_FALSE(pictures.contains(QString::fromLatin1(refused))) << refused;
     browser->findChild<QLineEdit*>()->setText(path);
     static_cast<QDialog*>(browser)->accept();
   });

@@ -1,0 +1,70 @@
+// What can be done with selected text, links, ids and the clipboard: the commands of the edit menu and of the
+// right mouse button's. User-interface thread.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "app/clipboard_desk.h"
+#include "app/quill_doc.h"
+#include "app/selection_control.h"
+#include "app/shown_text.h"
+#include "app/web_desk.h"
+#include "input/link_finder.h"
+
+namespace quillet {
+
+enum class EditCommand {
+  kCopy,
+  kCopyHtml,
+  kCopyAnsi,
+  kSearchFirst,
+  kSearchSecond,
+  kOpenLink,
+  kCopyLink,
+  kAddToNames,
+  kUserPage,
+  kPaste,
+  kPasteShortLink,
+  kSelectAll
+};
+
+// What the command is about, where it is not the selection.
+struct EditTarget {
+  std::optional<TextLink> link;
+  std::u16string id;  // of a user; empty: none
+};
+
+class EditCommands {
+ public:
+  // All outlive the object.
+  struct Parts {
+    CQuillDoc& doc;
+    const ShownText& text;
+    SelectionControl& selection;
+    ClipboardDesk& clipboard;
+    WebDesk& web;
+  };
+  struct Handlers {
+    std::function<void(const QString&)> tell;            // in a line, what has been done
+    std::function<void(const QString& id)> askForNames;  // opens the dialog for the lists
+  };
+  EditCommands(const Parts& parts, Handlers handlers) : parts_(parts), handlers_(std::move(handlers)) {}
+
+  // Copying without a selection takes what is in sight. Commands without their target do nothing.
+  void Perform(EditCommand command, const EditTarget& target);
+  // The user has let go of a selection.
+  void OnSelected();
+
+ private:
+  enum class Form { kText, kHtml, kAnsi };
+  void Copy(Form form);
+  Selection SelectedOrInSight() const;
+  CopyColours Colours() const;
+
+  Parts parts_;
+  Handlers handlers_;
+};
+
+}  // namespace quillet

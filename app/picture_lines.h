@@ -1,0 +1,19 @@
+// Lines of text of which the picture shows some in its rows. What selects them knows no more of the window
+// than this. User-interface thread.
+#pragma once
+
+#include "input/selectable_text.h"
+
+namespace quillet {
+
+class PictureLines : public SelectableText {
+ public:
+  // The line in a row of the picture; -1: none.
+  virtual int LineAtRow(int row) const = 0;
+  // Where a line is in the picture; -1: not now.
+  virtual int RowOfLine(int line) const = 0;
+  // The lines are an article's, which the picture can be moved over, not those of the BBS's screen.
+  virtual bool IsArticle() const = 0;
+};
+
+}  // namespace quillet

@@ -1,0 +1,34 @@
+// What stands in the picture as lines of text: the BBS's screen, row by row, or the whole local article; and
+// which row of the picture shows which line. What is selected and where links are is told in these lines.
+// They read as the BBS has sent them, also where the picture hides or merges something. User-interface
+// thread.
+#pragma once
+
+#include <array>
+
+#include "app/page_composer.h"
+#include "app/picture_lines.h"
+
+namespace quillet {
+
+class ShownText : public PictureLines {
+ public:
+  // All outlive the object.
+  ShownText(const ScreenSnapshot& screen, const PageComposer& composer, const ArticleView& article);
+
+  int Count() const override;
+  const ArticleLine& Line(int index) const override;
+  // By the picture that was composed last. None in the bottom row of the local article, and in the rows of a
+  // prompt below it.
+  int LineAtRow(int row) const override;
+  int RowOfLine(int line) const override;
+  bool IsArticle() const override;
+
+ private:
+  const ScreenSnapshot& screen_;
+  const PageComposer& composer_;
+  const ArticleView& article_;
+  mutable std::array<ArticleLine, kRows> rows_{};  // of the screen, as they were asked for
+};
+
+}  // namespace quillet

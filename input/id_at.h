@@ -1,0 +1,32 @@
+// The user id at a place of the picture: the author in a line of an article list and in an article's header,
+// the writer of a push line. Whom a right click adds to the lists, and whose entry the list keys change.
+// Pure; user-interface thread.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "bbs/article_lines.h"
+#include "bbs/page_facts.h"
+
+namespace quillet {
+
+struct PlacedId {
+  int first = 0;  // columns first to last-1
+  int last = 0;
+  std::u16string id;
+
+  bool operator==(const PlacedId&) const = default;
+};
+
+// On a classified screen of the BBS. Nothing beside an id, on pages that show none, outside the screen.
+std::optional<PlacedId> PlacedIdAt(const PageFacts& facts, const ScreenSnapshot& screen, int row, int col);
+// On a line of an article, the one with its author being 0.
+std::optional<PlacedId> PlacedIdInArticle(const PageFacts& facts, const ArticleLine& line, int lineIndex,
+                                          int col);
+
+// Only the id; empty: none.
+std::u16string IdAt(const PageFacts& facts, const ScreenSnapshot& screen, int row, int col);
+std::u16string IdInArticle(const PageFacts& facts, const ArticleLine& line, int lineIndex, int col);
+
+}  // namespace quillet

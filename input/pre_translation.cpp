@@ -1,0 +1,269 @@
+#include "input/pre_translation.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
+
+#include "bbs/page_flags.h"
+#include "core/key_sequence.h"
+#include "input/page_kind.h"
+
+namespace quillet {
+namespace {
+
+// ---- What the client keeps of the keys, page by page
+
+enum class Whose { kBbs, kOurs };
+
+struct PageKeys {
+  PageKind kind;
+  Whose tab;        // Tab shows what is noted about the ids
+  Whose backQuote;  // sends the BBS's own Tab in its place, and is no character there
+  Whose select;     // Shift with an arrow, Home or End begins a selection; one that is shown always grows
+  Whose names;      // ` 0-7 u ~ are about the id under the pointer
+  Whose article;    // m p x g i, and "PreventUpDownChangeArticle"
+};
+
+constexpr Whose kBbs = Whose::kBbs;
+constexpr Whose kOurs = Whose::kOurs;
+
+// Where something is typed every character is the BBS's, and so it is on a page that nothing is known of.
+// clang-format off
+constexpr std::array kPageKeys = {
+    //       page                    Tab    `      select names  article
+    PageKeys{PageKind::kOther,       kBbs,  kBbs,  kOurs, kBbs,  kBbs},
+    PageKeys{PageKind::kMenu,        kBbs,  kBbs,  kOurs, kOurs, kBbs},
+    PageKeys{PageKind::kList,        kBbs,  kOurs, kOurs, kOurs, kBbs},
+    PageKeys{PageKind::kArticleList, kOurs, kOurs, kOurs, kOurs, kBbs},
+    PageKeys{PageKind::kReader,      kOurs, kOurs, kOurs, kOurs, kOurs},
+    PageKeys{PageKind::kEditor,      kBbs,  kBbs,  kOurs, kBbs,  kBbs},
+    PageKeys{PageKind::kTyping,      kBbs,  kBbs,  kBbs,  kBbs,  kBbs},
+    PageKeys{PageKind::kPause,       kBbs,  kBbs,  kOurs, kOurs, kBbs},
+};
+// clang-format on
+
+constexpr bool HasRowPerKind() {
+  for (std::size_t i = 0; i < kPageKeys.size(); ++i)
+    if (static_cast<std::size_t>(kPageKeys[i].kind) != i) return false;
+  return kPageKeys.size() == kPageKinds;
+}
+static_assert(HasRowPerKind());
+
+struct SelectKey {
+  int virtualKey;
+  SelectStep step;
+};
+
+// With Shift; the BBS knows none of them.
+constexpr std::array kSelectKeys = {
+    SelectKey{kKeyLeft, SelectStep::kLeft},      SelectKey{kKeyRight, SelectStep::kRight},
+    SelectKey{kKeyUp, SelectStep::kUp},          SelectKey{kKeyDown, SelectStep::kDown},
+    SelectKey{kKeyHome, SelectStep::kLineStart}, SelectKey{kKeyEnd, SelectStep::kLineEnd},
+};
+
+struct ArticleKey {
+  char16_t character;
+  KeyCommand command;
+};
+
+// As the captions name them.
+constexpr std::array kCaptionKeys = {
+    ArticleKey{u'm', KeyCommand::kBookmark},
+    ArticleKey{u'p', KeyCommand::kPush},
+    ArticleKey{u'x', KeyCommand::kPushOn},
+    ArticleKey{u'g', KeyCommand::kGiveMoney},
+};
+constexpr ArticleKey kPlacesKey = {u'i', KeyCommand::kTogglePlaces};
+
+// ---- Decisions
+
+KeyDecision On(Road road) {
+  return {.road = road};
+}
+
+KeyDecision OnKey(Road road, int virtualKey) {
+  return {.road = road, .action = {.virtualKey = virtualKey}};
+}
+
+KeyDecision Command(KeyCommand command) {
+  return {.road = Road::kCommand, .action = {.kind = KeyActionKind::kCommand, .command = command}};
+}
+
+KeyDecision Select(SelectStep step) {
+  return {.road = Road::kSelection, .select = step};
+}
+
+// Doing it once more would undo it, or would do what nobody asked for.
+KeyDecision Once(KeyPhase phase, KeyDecision decision) {
+  return phase == KeyPhase::kRepeat ? On(Road::kSwallowed) : std::move(decision);
+}
+
+// ---- One key message: each step claims the key or leaves it to the next
+
+class KeyMessage {
+ public:
+  KeyMessage(const KeyPress& press, KeyPhase phase, const ScreenSnapshot& screen, const WindowState& window)
+      : press_(press),
+        phase_(phase),
+        screen_(screen),
+        window_(window),
+        // What people see counts, whatever an automation does under the article meanwhile.
+        keys_(kPageKeys[static_cast<std::size_t>(window.articleShown ? PageKind::kReader : KindOf(screen))]),
+        meaning_(DecideKey(press, screen)) {}
+
+  KeyDecision Decide() const {
+    using Step = std::optional<KeyDecision> (KeyMessage::*)() const;
+    constexpr std::array<Step, 11> kSteps = {
+        &KeyMessage::ForNotice,     // over everything
+        &KeyMessage::ForCommand,    //
+        &KeyMessage::ForSideList,   //
+        &KeyMessage::ForEscape,     // the selection, the reveal, the automation
+        &KeyMessage::ForSelection,  //
+        &KeyMessage::ForNames,      //
+        &KeyMessage::ForTab,        //
+        &KeyMessage::ForPaging,     // the local article
+        &KeyMessage::ForCaptions,   //
+        &KeyMessage::ForPlaces,     //
+        &KeyMessage::ForEdge        // of the BBS's own reader
+    };
+    // A modifier alone, or a key that the client does not know.
+    if (press_.virtualKey == 0 && press_.text.empty()) return {};
+    for (const Step step : kSteps)
+      if (auto decision = (this->*step)()) return *std::move(decision);
+    return ForBbs();
+  }
+
+ private:
+  std::optional<KeyDecision> ForNotice() const;
+  std::optional<KeyDecision> ForCommand() const;
+  std::optional<KeyDecision> ForSideList() const;
+  std::optional<KeyDecision> ForEscape() const;
+  std::optional<KeyDecision> ForSelection() const;
+  std::optional<KeyDecision> ForNames() const;
+  std::optional<KeyDecision> ForTab() const;
+  std::optional<KeyDecision> ForPaging() const;
+  std::optional<KeyDecision> ForCaptions() const;
+  std::optional<KeyDecision> ForPlaces() const;
+  std::optional<KeyDecision> ForEdge() const;
+  KeyDecision ForBbs() const;
+
+  bool IsPlain() const { return !press_.control && !press_.alt; }
+  bool Types(char16_t character) const {
+    return IsPlain() && press_.text.size() == 1 && press_.text.front() == character;
+  }
+  bool Has(std::uint32_t flags) const { return (screen_.pageFlags & flags) != 0; }
+
+  const KeyPress& press_;
+  const KeyPhase phase_;
+  const ScreenSnapshot& screen_;
+  const WindowState& window_;
+  const PageKeys& keys_;
+  const KeyAction meaning_;
+};
+
+std::optional<KeyDecision> KeyMessage::ForNotice() const {
+  const bool its = press_.virtualKey == kKeyEnter || press_.virtualKey == kKeyEscape;
+  if (!window_.noticeShown || !its || press_.alt) return std::nullopt;
+  // A key that was held down before the panel came is no answer to it.
+  return Once(phase_, OnKey(Road::kNotice, press_.virtualKey));
+}
+
+std::optional<KeyDecision> KeyMessage::ForCommand() const {
+  if (meaning_.kind == KeyActionKind::kCommand) return Once(phase_, Command(meaning_.command));
+  // What everybody's hands do when something is selected; without a selection it is the BBS's.
+  const bool copies = press_.virtualKey == 'C' && press_.control && !press_.alt && !press_.shift;
+  if (copies && window_.selectionShown) return Once(phase_, Command(KeyCommand::kCopy));
+  return std::nullopt;
+}
+
+std::optional<KeyDecision> KeyMessage::ForSideList() const {
+  if (!window_.sideListShown || !IsPlain() || press_.virtualKey == kKeyTab) return std::nullopt;
+  return OnKey(Road::kSideList, press_.virtualKey);
+}
+
+std::optional<KeyDecision> KeyMessage::ForEscape() const {
+  if (press_.virtualKey != kKeyEscape || !IsPlain()) return std::nullopt;
+  // Held a little long, it would end one thing after the other.
+  if (phase_ == KeyPhase::kRepeat) return On(Road::kSwallowed);
+  if (window_.selectionShown) return Select(SelectStep::kClear);
+  if (window_.revealShown) return On(Road::kReveal);
+  if (window_.activityRuns) return On(Road::kActivity);
+  return std::nullopt;
+}
+
+std::optional<KeyDecision> KeyMessage::ForSelection() const {
+  if (!press_.shift || !IsPlain()) return std::nullopt;
+  if (keys_.select == kBbs && !window_.selectionShown) return std::nullopt;
+  const auto* const key = std::find_if(kSelectKeys.begin(), kSelectKeys.end(), [this](const SelectKey& row) {
+    return row.virtualKey == press_.virtualKey;
+  });
+  if (key == kSelectKeys.end()) return std::nullopt;
+  return Select(key->step);
+}
+
+std::optional<KeyDecision> KeyMessage::ForNames() const {
+  if (!window_.addBlackHotKey || !window_.idUnderPointer || keys_.names == kBbs) return std::nullopt;
+  KeyDecision decision = On(Road::kNames);
+  decision.name = NameKeyOf(press_, decision.flagColour);
+  if (decision.name == NameKey::kNone) return std::nullopt;
+  return Once(phase_, std::move(decision));
+}
+
+// Only the known BBS has ids that are recognised, and a Tab of its own.
+std::optional<KeyDecision> KeyMessage::ForTab() const {
+  if (!window_.articleShown && !Has(PF_BROWSABLE)) return std::nullopt;
+  if (keys_.tab == kOurs && press_.virtualKey == kKeyTab && IsPlain() && !press_.shift)
+    return Once(phase_, Command(KeyCommand::kReveal));
+  if (keys_.backQuote == kOurs && Types(u'`'))
+    return KeyDecision{.road = Road::kBbs, .action = {.kind = KeyActionKind::kSendBytes, .bytes = "\t"}};
+  return std::nullopt;
+}
+
+std::optional<KeyDecision> KeyMessage::ForPaging() const {
+  if (!window_.articleShown) return std::nullopt;
+  PagingState state = window_.article;
+  state.keepArticle |= window_.preventArticleChange;
+  const PagingAction paging = DecidePaging(press_, phase_ == KeyPhase::kRepeat, state);
+  if (paging.kind == PagingAction::Kind::kToBbs) return std::nullopt;
+  KeyDecision decision{.road = Road::kArticle, .paging = paging};
+  if (paging.kind == PagingAction::Kind::kNext) decision.action = meaning_;
+  return decision;
+}
+
+std::optional<KeyDecision> KeyMessage::ForCaptions() const {
+  if (!window_.commandsOffered || keys_.article == kBbs) return std::nullopt;
+  const auto* const key = std::find_if(kCaptionKeys.begin(), kCaptionKeys.end(),
+                                       [this](const ArticleKey& row) { return Types(row.character); });
+  if (key == kCaptionKeys.end()) return std::nullopt;
+  return Once(phase_, Command(key->command));
+}
+
+std::optional<KeyDecision> KeyMessage::ForPlaces() const {
+  if (!window_.articleOpen || keys_.article == kBbs || !Types(kPlacesKey.character)) return std::nullopt;
+  return Once(phase_, Command(kPlacesKey.command));
+}
+
+// The BBS's own reader goes to another article beyond either end; the local one has been asked before.
+std::optional<KeyDecision> KeyMessage::ForEdge() const {
+  if (!window_.preventArticleChange || !window_.articleOpen || keys_.article == kBbs || !IsPlain())
+    return std::nullopt;
+  const bool back = press_.virtualKey == kKeyUp;
+  const bool on = press_.virtualKey == kKeyDown || press_.virtualKey == kKeyEnter || Types(u' ');
+  if ((back && Has(PF_READ_TOP)) || (on && Has(PF_READ_END))) return On(Road::kSwallowed);
+  return std::nullopt;
+}
+
+KeyDecision KeyMessage::ForBbs() const {
+  if (meaning_.kind == KeyActionKind::kNone) return {};
+  return {.road = Road::kBbs, .action = meaning_};
+}
+
+}  // namespace
+
+KeyDecision DecideKeyMessage(const KeyPress& press, KeyPhase phase, const ScreenSnapshot& screen,
+                             const WindowState& window) {
+  return KeyMessage(press, phase, screen, window).Decide();
+}
+
+}  // namespace quillet

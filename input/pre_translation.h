@@ -1,0 +1,64 @@
+// The one road of every key: whether it belongs to something that lies over the screen, to a command of the
+// client's own, or to the BBS. A pure function over the key, the page and what the window shows, so that the
+// whole order of precedence can be read here and tested without a window. The view carries the answer out.
+// User-interface thread.
+#pragma once
+
+#include "core/screen_snapshot.h"
+#include "input/article_paging.h"
+#include "input/key_control.h"
+#include "input/list_hot_keys.h"
+
+namespace quillet {
+
+// What of the window and the settings decides about a key.
+struct WindowState {
+  bool noticeShown = false;           // a panel with something to say: Enter and Esc are its
+  bool sideListShown = false;         //
+  bool selectionShown = false;        //
+  bool revealShown = false;           // Tab has shown descriptions or hidden lines
+  bool activityRuns = false;          // an automation works for the user: Esc stops it
+  bool articleShown = false;          // the local article alone is in the picture, as `article` says
+  PagingState article{};              //
+  bool articleOpen = false;           // an article of the BBS's is open, local or not
+  bool commandsOffered = false;       // the captions over the article's last row are shown
+  bool idUnderPointer = false;        // the pointer lies on a user id
+  bool addBlackHotKey = false;        // "AddBlackHotKey"
+  bool preventArticleChange = false;  // "PreventUpDownChangeArticle"
+};
+
+enum class Road {
+  kToolkit,    // not ours: menus and shortcuts
+  kNotice,     // `action.virtualKey`: Enter or Esc for the panel
+  kSideList,   // `action.virtualKey`, 0 for a key that it does not know: the open side list takes it
+  kSelection,  // clears or extends the selection, as `select` says
+  kReveal,     // ends what Tab has shown
+  kActivity,   // stops the automation
+  kArticle,    // moves the local article, as `paging` says; on PagingAction::kNext, `action` follows for the
+               // BBS
+  kNames,      // changes the entry of the id under the pointer, as `name` says
+  kCommand,    // `action.command`
+  kBbs,        // `action` says what is sent
+  kSwallowed   // taken, without effect
+};
+
+enum class SelectStep { kNone, kClear, kLeft, kRight, kUp, kDown, kLineStart, kLineEnd };
+
+struct KeyDecision {
+  Road road = Road::kToolkit;
+  KeyAction action{};
+  PagingAction paging{};
+  NameKey name = NameKey::kNone;
+  int flagColour = 0;  // of NameKey::kColour
+  SelectStep select = SelectStep::kNone;
+
+  bool operator==(const KeyDecision&) const = default;
+};
+
+enum class KeyPhase { kFirst, kRepeat };
+
+// `kRepeat`: the key is held down. It goes on scrolling and typing, and does nothing else twice.
+KeyDecision DecideKeyMessage(const KeyPress& press, KeyPhase phase, const ScreenSnapshot& screen,
+                             const WindowState& window);
+
+}  // namespace quillet

@@ -1,0 +1,130 @@
+#include "bbs/push_run.h"
+
+#include "bbs/auto_login.h"
+#include "core/charset.h"
+#include "tests/demo/demo_fixture.h"
+#include "tests/demo/live_session.h"
+#include "tests/support/wait_until.h"
+
+namespace quillet {
+namespace {
+
+class DemoPushRunTest : public DemoTest {
+ protected:
+  template <typename Automation>
+  auto Run(Automation automation) {
+    decltype(automation(*static_cast<ScreenWaits*>(nullptr))) result{};
+    live_.Start([&](ScreenWaits& waits) { result = automation(waits); });
+    EXPECT_TRUE(WaitUntil([&] { return live_.ended.load(); })) << live_.Dump();
+    live_.Cancel();
+    return result;
+  }
+  // Logged in, with the second article of the sandbox open, which is bob's.
+  void OpenArticle(const std::u16string& id, const std::u16string& password) {
+    ASSERT_TRUE(live_.Connect(server->Address()));
+    ASSERT_EQ(Run([&](ScreenWaits& waits) {
+                return AutoLogin(waits, {id, password});
+              }),
+              LoginResult::kFinished);
+    ASSERT_TRUE(Run([](ScreenWaits& waits) {
+      waits.Send("s");
+      if (!waits.WaitUntil([&](const ScreenSnapshot& screen) { return waits.Pages().IsInputField(screen); }))
+        return false;
+      waits.SendText(u"SandBox");
+      if (!waits.EnterBoardFromPrompt(ScreenWaits::BoardName::kAtPrompt)) return false;
+      waits.Send("2\r");
+      return waits.WaitForListCursor() && waits.OpenArticleUnderCursor(ArticlePart::kTop);
+    })) << live_.Dump();
+  }
+  PushRunResult Push(const PushOrder& order) {
+    return Run([&](ScreenWaits& waits) { return PushInPieces(waits, order, progress_); });
+  }
+  // What has been pushed to the article by this user, mark and words.
+  std::vector<std::u16string> PushesBy(const std::string& id) {
+    const auto reader = Client("bob", "builder", "SandBox");
+    reader->Send("2\rl$");
+    EXPECT_TRUE(reader->WaitForFlags(PF_READING | PF_READ_END)) << reader->Dump();
+    std::vector<std::u16string> pushes;
+    for (int row = 0; row < kRows - 1; ++row) {
+      const std::string text(reader->Screen().RowText(row));
+      const std::string prefix = id + ": ";
+      if (text.compare(3, prefix.size(), prefix) != 0) continue;
+      const std::string words = text.substr(3 + prefix.size(), 45 - id.size());
+      pushes.push_back(FromBig5(text.substr(0, 3) + words.substr(0, words.find_last_not_of(' ') + 1)));
+    }
+    return pushes;
+  }
+
+  std::function<void(const PushRunResult&)> progress_;
+  LiveSession live_;
+};
+
+TEST_F(DemoPushRunTest, ALongTextStandsThereInPiecesAndInOrder) {
+  OpenArticle(u"alice", u"wonder");
+  const std::u16string text =
+      u"這是一段比一則推文還要長的話，所以要分成好幾則才推得完，每一則都不能少一個字，也不能多。\n\n"
+      u"網址 https://www.bbs.example/SandBox/M.1.html 在這裡";
+  const PushRunResult result = Push({.text = text, .author = u"bob"});
+  EXPECT_EQ(result.outcome, PushOutcome::kDone) << live_.Dump();
+  EXPECT_EQ(result.columns, 40);
+  const std::vector<std::u16string> pushes = PushesBy("alice");
+  ASSERT_EQ(std::ssize(pushes), result.pushed);
+  ASSERT_EQ(result.pushed, result.total);
+  std::u16string joined;
+  for (const std::u16string& push : pushes) {
+    EXPECT_EQ(push.substr(0, 2), u"推 ");
+    joined += push.substr(2);
+  }
+  EXPECT_EQ(joined,
+            u"這是一段比一則推文還要長的話，所以要分成好幾則才推得完，每一則都不能少一個字，也不能多。"
+            u"網址https://www.bbs.example/SandBox/M.1.html在這裡");
+  EXPECT_TRUE(live_.classifier.Pages().IsReader(live_.Screen(), PageTests::ReaderForm::kStrict));
+}
+
+TEST_F(DemoPushRunTest, AHastyUserWaitsForEachPieceAndPushesItOnce) {
+  OpenArticle(u"hasty", u"h");
+  int longestWait = 0;
+  progress_ = [&](const PushRunResult& now) { longestWait = std::max(longestWait, now.waitSeconds); };
+  const PushRunResult result = Push({.text = u"快\n慢", .kind = PushKind::kBad});
+  EXPECT_EQ(result.outcome, PushOutcome::kDone) << live_.Dump();
+  EXPECT_GT(longestWait, 1);
+  EXPECT_EQ(PushesBy("hasty"), (std::vector<std::u16string>{u"噓 快", u"噓 慢"}));
+}
+
+TEST_F(DemoPushRunTest, ASilentUserIsToldWhyAndKeepsTheText) {
+  OpenArticle(u"hush", u"h");
+  const PushRunResult result = Push({.text = u"一\n二"});
+  EXPECT_EQ(result.outcome, PushOutcome::kRefused);
+  EXPECT_EQ(result.said, u"無法推文: 使用者不可發言");
+  EXPECT_EQ(result.rest, u"一\n二");
+  EXPECT_TRUE(live_.classifier.Pages().IsReader(live_.Screen(), PageTests::ReaderForm::kStrict));
+}
+
+// Whatever moment the user takes over at: each piece stands there once at most, and only the one on its way
+// is in doubt.
+TEST_F(DemoPushRunTest, ARunThatIsTakenOverHasCountedWhatItPushed) {
+  OpenArticle(u"alice", u"wonder");
+  for (int round = 0; round < 8; ++round) {
+    const std::size_t before = PushesBy("alice").size();
+    PushRunResult last;
+    const PushOrder order{.text = u"一\n二\n三\n四\n五\n六\n七\n八", .kind = PushKind::kNote};
+    live_.Start([&](ScreenWaits& waits) { last = PushInPieces(waits, order, {}); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(3 + round * 4));  // a random moment of the run
+    live_.Cancel();
+    if (last.outcome == PushOutcome::kDone) break;
+    EXPECT_EQ(last.outcome, PushOutcome::kClosed);
+    EXPECT_EQ(last.total, 8);
+    EXPECT_EQ(last.rest.size(), static_cast<std::size_t>(2 * (8 - last.pushed) - 1));
+    live_.session.SendBytes("\x03");
+    ASSERT_TRUE(WaitUntil([&] {
+      return live_.classifier.Pages().IsReader(live_.Screen(), PageTests::ReaderForm::kStrict);
+    })) << live_.Dump();
+    const int more = static_cast<int>(PushesBy("alice").size() - before);
+    EXPECT_GE(more, last.pushed);
+    EXPECT_LE(more, last.pushed + (last.unsure ? 1 : 0));
+    if (more + before > 12) break;  // they must stay on one page to be counted
+  }
+}
+
+}  // namespace
+}  // namespace quillet

@@ -1,0 +1,94 @@
+#include "input/id_at.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+#include "bbs/page_flags.h"
+#include "tests/support/article_pages.h"
+#include "tests/support/screen_builder.h"
+#include "tests/support/tables.h"
+
+namespace quillet {
+namespace {
+
+class IdAtTest : public WithTables {
+ protected:
+  // The id at each column of the row, told once for each run of columns: "3-9 someone".
+  std::string IdsIn(const ScreenSnapshot& screen, int row) const {
+    std::string all;
+    for (int col = -1; col <= kCols; ++col)
+      if (const auto placed = PlacedIdAt(facts_, screen, row, col)) {
+        EXPECT_EQ(IdAt(facts_, screen, row, col), placed->id);
+        if (col == placed->first)
+          all += std::to_string(placed->first) + "-" + std::to_string(placed->last) + " " +
+                 std::string(placed->id.begin(), placed->id.end()) + ";";
+        EXPECT_TRUE(col >= placed->first && col < placed->last);
+      }
+    return all;
+  }
+
+  PageFacts facts_;
+};
+
+TEST_F(IdAtTest, AListLineHasItsAuthor) {
+  ScreenBuilder page;
+  page.Put(5, 3, u"1234 + 12 6/07").Put(5, 17, u"SomeBody12").Put(5, 30, u"□ Title");
+  page.Put(6, 17, u"-").Put(6, 30, u"(本文已被刪除)");
+  page.Put(7, 17, u"中文abc");
+  page.Put(2, 17, u"heading");
+  page.screen.pageFlags = PF_ARTICLE_LIST;
+  EXPECT_EQ(IdsIn(page.screen, 5), "17-27 SomeBody12;");
+  for (const int row : {-1, 2, 6, 7, 8, 23, 24})
+    EXPECT_EQ(IdsIn(page.screen, row), "") << row;
+  page.screen.pageFlags = PF_LIST_CURSOR;
+  EXPECT_EQ(IdsIn(page.screen, 5), "");
+}
+
+TEST_F(IdAtTest, AnArticleHasItsAuthorAndWhoPushed) {
+  ScreenBuilder page;
+  page.screen = ArticleHeader(u"author99 (暱稱)");
+  page.Put(8, 0, u"推 pusher      : good http://a.example 06/07 12:00").Put(9, 0, u"他說 nobody: 不好");
+  page.Put(23, 0, u"推 bottom: x");
+  for (const std::uint32_t flags :
+       {std::uint32_t{PF_READING}, std::uint32_t{PF_PUSH_OVER_READER | PF_ARTICLE_LIST}}) {
+    page.screen.pageFlags = flags;
+    EXPECT_EQ(IdsIn(page.screen, 0), "7-15 author99;");
+    EXPECT_EQ(IdsIn(page.screen, 8), "3-9 pusher;");
+    for (const int row : {-1, 1, 9, 23, 24})
+      EXPECT_EQ(IdsIn(page.screen, row), "") << row;
+  }
+}
+
+TEST_F(IdAtTest, ALineOfTheLocalArticleHasTheSame) {
+  ScreenBuilder page;
+  page.screen = ArticleHeader(u"author99 (暱稱)");
+  page.Put(5, 0, u"→ pusher: so");
+  const auto line = [&](std::size_t row) {
+    return ArticleLine{page.screen.text[row], page.screen.attr[row]};
+  };
+  EXPECT_EQ(PlacedIdInArticle(facts_, line(0), 0, 14), (PlacedId{7, 15, u"author99"}));
+  EXPECT_EQ(IdInArticle(facts_, line(0), 0, 15), u"");
+  EXPECT_EQ(IdInArticle(facts_, line(0), 7, 10), u"") << "a header that the text quotes";
+  EXPECT_EQ(PlacedIdInArticle(facts_, line(5), 500, 3), (PlacedId{3, 9, u"pusher"}));
+  EXPECT_EQ(IdInArticle(facts_, line(5), 500, 2), u"");
+}
+
+TEST_F(IdAtTest, AnyBytesAreLookedAtWithoutHarm) {
+  std::minstd_rand random(5);
+  ScreenBuilder page;
+  for (int round = 0; round < 300; ++round) {
+    for (auto* grid : {&page.screen.text, &page.screen.attr})
+      for (ScreenRow& row : *grid)
+        for (std::uint8_t& byte : row)
+          byte = static_cast<std::uint8_t>(random());
+    for (int row = 3; row < 12; ++row)
+      for (std::size_t col = 15; col < 30; ++col)
+        page.screen.text[static_cast<std::size_t>(row)][col] = "a9 \xA4"[random() % 4];
+    page.screen.pageFlags = round % 2 == 0 ? PF_ARTICLE_LIST : PF_READING;
+    for (int row = -1; row <= kRows; ++row)
+      IdsIn(page.screen, row);
+  }
+}
+
+}  // namespace
+}  // namespace quillet

@@ -1,0 +1,353 @@
+#include "input/mouse_scheme.h"
+
+#include <gtest/gtest.h>
+
+#include "bbs/page_flags.h"
+#include "bbs/screen_classifier.h"
+#include "input/answer_gate.h"
+#include "tests/support/screen_builder.h"
+#include "tests/support/tables.h"
+
+namespace quillet {
+namespace {
+
+const std::string kUp = "\x1B[A", kDown = "\x1B[B", kRight = "\x1B[C", kLeft = "\x1B[D";
+const std::string kPageUp = "\x1B[5~", kPageDown = "\x1B[6~", kHome = "\x1B[1~", kEnd = "\x1B[4~";
+
+std::string Times(int count, const std::string& keys) {
+  std::string result;
+  for (int i = 0; i < count; ++i)
+    result += keys;
+  return result;
+}
+
+class MouseSchemeTest : public WithTables {
+ protected:
+  enum LeftButton { kClickNothing, kClickUpDown, kClickWeb };
+  enum Wheel { kWheelNothing, kWheelWeb, kWheelUpDown, kWheelPages };
+  // Of a button with the wheel, and of the side buttons.
+  enum Button { kNothing, kStillOrNeighbour, kUpDown, kPages, kEnds, kBF, kThread, kAuthor, kRead };
+
+  static ScreenSnapshot Classified(const ScreenBuilder& page) {
+    const PageTests tests;
+    ScreenSnapshot screen = page.screen;
+    screen.sessionState = 2;
+    screen.isBbsSite = 1;
+    ClassifyScreen(tests, screen, ScreenReason::kUpdated);
+    return screen;
+  }
+
+  // Entries in the rows 3 to `last`, the cursor at `cursor`.
+  static ScreenBuilder ListPage(int cursor, int last, std::u16string_view bottom) {
+    ScreenBuilder page;
+    page.Put(0, 0, u"【板主:kagami】").Put(1, 0, u"[←]離開").Put(2, 0, u"   編號    日 期 作  者");
+    for (int row = 3; row <= last; ++row)
+      page.Put(row, 3, u"1234 + 11/06 kagami       □ [問題] 鏡子裡是誰");
+    page.Put(cursor, 0, u"●").Cursor(cursor, 1).Put(23, 0, bottom);
+    return page;
+  }
+  static ScreenSnapshot ArticleList(int cursor, int last) {
+    return Classified(ListPage(cursor, last, u" 文章選讀 "));
+  }
+  static ScreenSnapshot BoardList(int cursor, int last) {
+    return Classified(ListPage(cursor, last, u" 選擇看板 "));
+  }
+  static ScreenSnapshot Menu(int cursor) {
+    ScreenBuilder page;
+    page.Put(3, 28, u"(o)(o) 一隻貓");
+    const std::u16string_view items[] = {u"(A)nnounce    【 精華公佈欄 】", u"(F)avorite    【 我的最愛區 】",
+                                         u"(C)lass       【 分組討論區 】"};
+    for (int i = 0; i < 3; ++i)
+      page.Put(12 + i, 28, items[i]);
+    page.Put(cursor, 24, u"●").Cursor(cursor, 25).Put(23, 0, u"[11/06 (s)選看板");
+    return Classified(page);
+  }
+  static ScreenSnapshot Reader(std::u16string_view footer, std::uint8_t colour) {
+    ScreenBuilder page;
+    for (int row = 0; row < 23; ++row)
+      page.Put(row, 0, u"一行字");
+    page.Fill(23, 0, 79, colour).Put(23, 0, footer, colour).Cursor(23, 79);
+    return Classified(page);
+  }
+  static constexpr std::uint8_t kMiddle = 0xCF, kFirst = 0xAB, kLast = 0x8F;
+  static ScreenSnapshot ReaderMiddle() {
+    return Reader(u"  瀏覽 第 2/9 頁 ( 40%)  目前顯示: 第 81~103 行", kMiddle);
+  }
+  static ScreenSnapshot ReaderEnd() {
+    return Reader(u"  瀏覽 第 9/9 頁 (100%)  目前顯示: 第 181~203 行", kLast);
+  }
+  static ScreenSnapshot ReaderTop() {
+    return Reader(u"  瀏覽 第 1/9 頁 ( 11%)  目前顯示: 第 01~22 行", kFirst);
+  }
+  static ScreenSnapshot Editor() {
+    return Classified(ScreenBuilder().Put(0, 0, u"哈囉").Put(23, 0, u" 編輯文章 ").Cursor(2, 4));
+  }
+  static ScreenSnapshot Typing() {
+    return Classified(ScreenBuilder().Put(20, 0, u"代號: ").Fill(20, 6, 20, kAttrInputField).Cursor(20, 6));
+  }
+  static ScreenSnapshot Pause() {
+    return Classified(ScreenBuilder().Put(23, 0, u" ◆ 沒有符合的文章").Cursor(23, 79));
+  }
+  static ScreenSnapshot StarLine(ScreenSnapshot screen) {
+    screen.pageFlags |= PF_STAR_LINE;
+    screen.cursorRow = 22;
+    screen.cursorCol = 40;
+    return screen;
+  }
+
+  MouseAction Click(int row, int col, const ScreenSnapshot& screen) const {
+    return DecideClick({.row = row, .col = col, .upperHalf = row < 12}, screen, settings);
+  }
+  MouseAction Turn(int notches, const ScreenSnapshot& screen, HeldButton held = HeldButton::kNone,
+                   Picture picture = Picture::kScreen) const {
+    return DecideWheel({.notches = notches, .lines = 3 * notches}, held, picture, screen, settings);
+  }
+  MouseAction Side(SideButtonPressed button, const ScreenSnapshot& screen,
+                   Picture picture = Picture::kScreen) const {
+    return DecideSideButton(button, picture, screen, settings);
+  }
+  static constexpr HeldButton kWithRight = HeldButton::kRight;
+  static constexpr SideButtonPressed kBack = SideButtonPressed::kBack, kForward = SideButtonPressed::kForward;
+
+  Settings settings;
+};
+
+// ---- Clicks
+
+TEST_F(MouseSchemeTest, AClickOpensTheLineOfAList) {
+  for (const ScreenSnapshot& list : {ArticleList(10, 22), BoardList(10, 22)}) {
+    EXPECT_EQ(Click(13, 40, list).bytes, Times(3, kDown) + kRight);
+    EXPECT_EQ(Click(3, 0, list).bytes, Times(7, kUp) + kRight);
+    EXPECT_EQ(Click(10, 79, list).bytes, kRight);
+  }
+}
+
+TEST_F(MouseSchemeTest, AClickBesideTheEntriesOfAListDoesNothing) {
+  ScreenSnapshot list = ArticleList(5, 9);
+  for (const int row : {0, 1, 2, 10, 22, 23, -1})
+    EXPECT_EQ(Click(row, 20, list), MouseAction()) << row;
+  EXPECT_EQ(Click(6, -1, list), MouseAction());
+  EXPECT_EQ(Click(6, kCols, list), MouseAction());
+  const ScreenSnapshot empty = Classified(ListPage(3, 2, u" 選擇看板 ").Put(5, 10, u"信箱是空的。"));
+  EXPECT_EQ(Click(5, 12, empty), MouseAction()) << "a remark is no entry";
+}
+
+TEST_F(MouseSchemeTest, AClickOpensAMenusItemByItsLetter) {
+  const ScreenSnapshot menu = Menu(12);
+  EXPECT_EQ(Click(14, 60, menu).bytes, "C\r");
+  EXPECT_EQ(Click(12, 30, menu).bytes, "\r") << "some menus open an item when its letter comes again";
+  for (const int row : {3, 11, 15, 23})
+    EXPECT_EQ(Click(row, 29, menu), MouseAction()) << row;
+}
+
+TEST_F(MouseSchemeTest, AClickMovesTheEditorsCursor) {
+  EXPECT_EQ(Click(7, 33, Editor()), (MouseAction{.kind = MouseActionKind::kMoveCursor, .row = 7, .col = 33}));
+  EXPECT_EQ(Click(23, 33, Editor()), MouseAction());
+}
+
+TEST_F(MouseSchemeTest, AClickGoesOnWhereAnyKeyDoes) {
+  EXPECT_EQ(Click(12, 12, Pause()).bytes, " ");
+  EXPECT_EQ(Click(12, 12, StarLine(ArticleList(5, 22))).bytes, "\n");
+  EXPECT_EQ(Click(12, 12, StarLine(Editor())), MouseAction());
+}
+
+TEST_F(MouseSchemeTest, TheLeftMarginGoesBackButNotOutOfWhatIsWritten) {
+  const auto margin = [&](const ScreenSnapshot& screen, Picture picture = Picture::kScreen) {
+    const PointerPlace place{.picture = picture, .row = 5, .col = 0, .leftMargin = true};
+    if (ShapeAt(place, screen, settings) == PointerShape::kBack)
+      return DecideClick(place, screen, settings).bytes;
+    return std::string();
+  };
+  for (const ScreenSnapshot& screen : {ArticleList(5, 22), BoardList(5, 22), Menu(13), ReaderMiddle()})
+    EXPECT_EQ(margin(screen), kLeft);
+  EXPECT_EQ(margin(Pause(), Picture::kArticle), kLeft) << "the client's own errands do not count";
+  EXPECT_EQ(margin(Editor()), "");
+  EXPECT_EQ(margin(Typing()), "");
+}
+
+TEST_F(MouseSchemeTest, TheHalvesOfTheWindowMoveUpAndDown) {
+  settings.leftButton = kClickUpDown;
+  for (const ScreenSnapshot& screen : {ArticleList(5, 22), BoardList(5, 22), Menu(13), ReaderMiddle()}) {
+    EXPECT_EQ(Click(2, 40, screen).bytes, kUp);
+    EXPECT_EQ(Click(20, 40, screen).bytes, kDown);
+  }
+  EXPECT_EQ(Click(2, 40, ReaderTop()), MouseAction());
+  EXPECT_EQ(Click(20, 40, ReaderEnd()), MouseAction());
+  EXPECT_EQ(DecideClick({.picture = Picture::kArticle, .row = 20}, ReaderEnd(), settings),
+            (MouseAction{.kind = MouseActionKind::kScrollLines, .lines = 1}));
+}
+
+TEST_F(MouseSchemeTest, NoChoiceClicksIntoWhatIsTyped) {
+  for (settings.leftButton = -1; settings.leftButton < 5; ++settings.leftButton) {
+    EXPECT_EQ(Click(2, 40, Typing()), MouseAction());
+    EXPECT_EQ(Click(20, 6, Typing()), MouseAction());
+  }
+  settings.leftButton = kClickNothing;
+  for (const ScreenSnapshot& screen : {ArticleList(5, 22), Menu(13), ReaderMiddle(), Editor(), Pause()})
+    EXPECT_EQ(Click(6, 3, screen), MouseAction());
+}
+
+TEST_F(MouseSchemeTest, TheShapeTellsWhatAClickWillDo) {
+  const auto shape = [&](int row, const ScreenSnapshot& screen, Picture picture = Picture::kScreen) {
+    return ShapeAt({.picture = picture, .row = row, .col = 30, .upperHalf = row < 12}, screen, settings);
+  };
+  EXPECT_EQ(shape(8, ArticleList(5, 9)), PointerShape::kHand);
+  EXPECT_EQ(shape(10, ArticleList(5, 9)), PointerShape::kOrdinary);
+  EXPECT_EQ(shape(13, Menu(12)), PointerShape::kHand);
+  EXPECT_EQ(shape(8, ReaderMiddle()), PointerShape::kText);
+  EXPECT_EQ(shape(23, ReaderMiddle()), PointerShape::kOrdinary);
+  EXPECT_EQ(shape(8, ReaderMiddle(), Picture::kArticle), PointerShape::kText);
+  EXPECT_EQ(shape(8, Editor()), PointerShape::kText);
+  EXPECT_EQ(shape(8, Typing()), PointerShape::kOrdinary);
+  settings.leftButton = kClickUpDown;
+  EXPECT_EQ(shape(8, ReaderMiddle()), PointerShape::kUp);
+  EXPECT_EQ(shape(20, ReaderMiddle()), PointerShape::kDown);
+  EXPECT_EQ(shape(20, ReaderEnd()), PointerShape::kText);
+}
+
+// ---- The wheel
+
+TEST_F(MouseSchemeTest, TheWheelScrollsAsAWebPageDoes) {
+  EXPECT_EQ(Turn(-2, ReaderMiddle(), HeldButton::kNone, Picture::kArticle),
+            (MouseAction{.kind = MouseActionKind::kScrollLines, .lines = 6}));
+  EXPECT_EQ(Turn(1, ArticleList(5, 22)).bytes, kPageUp);
+  EXPECT_EQ(Turn(-2, BoardList(5, 22)).bytes, kPageDown + kPageDown);
+  EXPECT_EQ(Turn(-1, Menu(12)).bytes, kDown);
+  EXPECT_EQ(Turn(1, ReaderMiddle()).bytes, Times(3, kUp));
+  EXPECT_EQ(Turn(-1, Editor()).bytes, Times(3, kDown));
+}
+
+TEST_F(MouseSchemeTest, FineTurnsScrollLinesButChooseNothing) {
+  const auto fine = [&](const ScreenSnapshot& screen, Picture picture) {
+    return DecideWheel({.notches = 0, .lines = -1}, HeldButton::kNone, picture, screen, settings);
+  };
+  EXPECT_EQ(fine(ReaderMiddle(), Picture::kArticle).lines, 1);
+  EXPECT_EQ(fine(ReaderMiddle(), Picture::kScreen).bytes, kDown);
+  EXPECT_EQ(fine(ArticleList(5, 22), Picture::kScreen), MouseAction());
+}
+
+TEST_F(MouseSchemeTest, TheOtherChoicesOfTheWheelMoveByLineAndPage) {
+  settings.wheel = kWheelUpDown;
+  EXPECT_EQ(Turn(2, ArticleList(5, 22)).bytes, kUp + kUp);
+  EXPECT_EQ(Turn(-1, ReaderMiddle(), HeldButton::kNone, Picture::kArticle).lines, 1);
+  settings.wheel = kWheelPages;
+  EXPECT_EQ(Turn(-1, ReaderMiddle()).bytes, kPageDown);
+  EXPECT_EQ(Turn(2, ReaderMiddle(), HeldButton::kNone, Picture::kArticle),
+            (MouseAction{.kind = MouseActionKind::kScrollPages, .lines = -2}));
+}
+
+TEST_F(MouseSchemeTest, TheWheelNeverLeavesTheArticle) {
+  for (settings.wheel = -1; settings.wheel < 6; ++settings.wheel) {
+    EXPECT_EQ(Turn(5, ReaderTop()), MouseAction()) << settings.wheel;
+    EXPECT_EQ(Turn(-5, ReaderEnd()), MouseAction()) << settings.wheel;
+  }
+  settings.wheel = kWheelWeb;
+  const std::u16string_view nearEnd = u"  瀏覽 第 8/9 頁 ( 96%)  目前顯示: 第 27~48 行";
+  EXPECT_EQ(Turn(-3, Reader(nearEnd, kMiddle)).bytes, Times(2, kDown)) << "50 lines in all";
+  const std::u16string_view nearTop = u"  瀏覽 第 1/9 頁 ( 12%)  目前顯示: 第 03~24 行";
+  EXPECT_EQ(Turn(3, Reader(nearTop, kMiddle)).bytes, Times(2, kUp));
+  EXPECT_EQ(Turn(-3, Reader(u"  瀏覽 第 1 頁", kMiddle)).bytes, kDown) << "what is not told is not risked";
+  settings.wheel = kWheelPages;
+  EXPECT_EQ(Turn(-3, Reader(nearEnd, kMiddle)).bytes, kPageDown);
+  EXPECT_EQ(Turn(1, ReaderMiddle()).repeat, Repeat::kAfterAnswer);
+}
+
+TEST_F(MouseSchemeTest, TheLastLinesOfAnyArticleAreReachedAndNotPassed) {
+  for (int count = 24; count < 400; ++count) {
+    int last = 23;
+    for (int turns = 0; last < count; ++turns) {
+      ASSERT_LT(turns, 400) << "stuck in " << count << " lines";
+      std::u16string footer = u"  瀏覽 第 2/9 頁 (";
+      for (const char c : std::to_string(last * 100 / count) + "%) : " + std::to_string(last - 22) + "~" +
+                              std::to_string(last))
+        footer += static_cast<char16_t>(c);
+      const std::string keys = Turn(-1, Reader(footer, kMiddle)).bytes;
+      last += static_cast<int>(keys.size() / kDown.size());
+      ASSERT_LE(last, count);
+    }
+  }
+}
+
+TEST_F(MouseSchemeTest, NoWheelAndNoSideButtonActsOnWhatIsTypedOrAsked) {
+  for (int choice = -1; choice < 12; ++choice) {
+    settings.wheel = settings.leftButtonWheel = settings.rightButtonWheel = settings.sideButton = choice;
+    for (const ScreenSnapshot& screen :
+         {Typing(), Pause(), StarLine(ArticleList(5, 22)), Classified(ScreenBuilder().Put(3, 3, u"歡迎"))}) {
+      for (const HeldButton held : {HeldButton::kNone, HeldButton::kLeft, HeldButton::kRight})
+        for (const int notches : {-1, 0, 1})
+          EXPECT_EQ(Turn(notches, screen, held), MouseAction()) << choice;
+      EXPECT_EQ(Side(kBack, screen), MouseAction()) << choice;
+      EXPECT_EQ(Side(kForward, screen), MouseAction()) << choice;
+    }
+  }
+}
+
+TEST_F(MouseSchemeTest, AnUnheardOfTurnSendsABoundedNumberOfKeys) {
+  const WheelTurn huge{.notches = -9000, .lines = -27000};
+  for (const ScreenSnapshot& screen : {ArticleList(5, 22), Menu(12), Editor(), ReaderMiddle()})
+    EXPECT_LT(DecideWheel(huge, HeldButton::kNone, Picture::kScreen, screen, settings).bytes.size(), 500u);
+}
+
+// ---- The wheel with a button, and the side buttons
+
+TEST_F(MouseSchemeTest, LettersGoToTheArticlesPagesOnly) {
+  const std::pair<int, std::string> pairs[] = {{kThread, "[]"}, {kAuthor, "Aa"}, {kRead, "{}"}};
+  for (const auto& [choice, letters] : pairs) {
+    settings.rightButtonWheel = settings.sideButton = choice;
+    for (const ScreenSnapshot& screen : {ArticleList(5, 22), ReaderMiddle()}) {
+      EXPECT_EQ(Turn(1, screen, kWithRight).bytes, letters.substr(0, 1));
+      EXPECT_EQ(Turn(-1, screen, kWithRight).bytes, letters.substr(1));
+      EXPECT_EQ(Side(kBack, screen).bytes, letters.substr(0, 1));
+      EXPECT_EQ(Side(kForward, screen).bytes, letters.substr(1));
+    }
+    EXPECT_EQ(Turn(-1, ReaderMiddle(), kWithRight, Picture::kArticle).bytes, letters.substr(1));
+    for (const ScreenSnapshot& screen : {BoardList(5, 22), Menu(12), Editor()})
+      EXPECT_EQ(Turn(1, screen, kWithRight), MouseAction());
+  }
+  EXPECT_EQ(Turn(-3, ArticleList(5, 22), kWithRight).bytes, "}}}");
+  EXPECT_EQ(Turn(-3, ReaderMiddle(), kWithRight).bytes, "}") << "one article at a time";
+}
+
+TEST_F(MouseSchemeTest, TheArticlesBeforeAndAfterAreReachedFromListAndReader) {
+  settings.rightButtonWheel = kBF;
+  EXPECT_EQ(Turn(1, ReaderMiddle(), kWithRight).bytes, "b");
+  EXPECT_EQ(Turn(-1, ReaderEnd(), kWithRight).bytes, "f");
+  EXPECT_EQ(Turn(1, ArticleList(5, 22), kWithRight).bytes, kUp) << "b shows the board's notes there";
+  settings.sideButton = kStillOrNeighbour;
+  EXPECT_EQ(Side(kBack, ReaderTop(), Picture::kArticle).bytes, "b");
+  EXPECT_EQ(Side(kForward, ReaderMiddle()).bytes, "f");
+  EXPECT_EQ(Side(kBack, ArticleList(5, 22)).bytes, kUp + kRight);
+  EXPECT_EQ(Side(kForward, ArticleList(5, 22)).bytes, kDown + kRight);
+  EXPECT_EQ(Side(kForward, BoardList(5, 22)), MouseAction());
+}
+
+TEST_F(MouseSchemeTest, AHeldButtonCanLeaveTheWheelAsItIs) {
+  settings.rightButtonWheel = kStillOrNeighbour;
+  for (settings.wheel = 0; settings.wheel < 4; ++settings.wheel)
+    for (const ScreenSnapshot& screen : {ArticleList(5, 22), ReaderMiddle(), Editor()})
+      EXPECT_EQ(Turn(-1, screen, kWithRight), Turn(-1, screen));
+}
+
+TEST_F(MouseSchemeTest, EndsAreReachedHereAndThere) {
+  settings.leftButtonWheel = settings.sideButton = kEnds;
+  EXPECT_EQ(Turn(2, ArticleList(5, 22), HeldButton::kLeft).bytes, kHome);
+  EXPECT_EQ(Side(kForward, ReaderEnd()).bytes, kEnd);
+  EXPECT_EQ(Turn(-2, ReaderEnd(), HeldButton::kLeft, Picture::kArticle),
+            (MouseAction{.kind = MouseActionKind::kScrollToEnd, .lines = 1}));
+}
+
+// ---- Waiting for the answer
+
+TEST_F(MouseSchemeTest, WhatIsAskedAgainWaitsForTheAnswerButNotForEver) {
+  AnswerGate gate;
+  const ScreenSnapshot list = ArticleList(5, 22);
+  EXPECT_FALSE(gate.IsWaiting(list, 0));
+  gate.Sent(list, 100);
+  EXPECT_TRUE(gate.IsWaiting(list, 500));
+  EXPECT_FALSE(gate.IsWaiting(ReaderTop(), 500));
+  EXPECT_FALSE(gate.IsWaiting(ArticleList(6, 22), 500));
+  EXPECT_FALSE(gate.IsWaiting(list, 1100));
+}
+
+}  // namespace
+}  // namespace quillet

@@ -1,0 +1,93 @@
+#include "input/paste_plan.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+namespace quillet {
+namespace {
+
+PastePlan Elsewhere(std::u16string_view text) {
+  return PlanPaste(text, PastePlace::kElsewhere, Wrap::kAt78ColumnsLeftOpen);
+}
+
+PastePlan InEditor(std::u16string_view text) {
+  return PlanPaste(text, PastePlace::kEditor, Wrap::kAt78ColumnsLeftOpen);
+}
+
+TEST(PastePlanTest, TheEditorTakesEveryLineAtOnce) {
+  EXPECT_EQ(InEditor(u"一\r\n\x1B[1m二\n"),
+            (PastePlan{PasteWay::kSend, u"一\r[1m二\r", Wrap::kAt78ColumnsLeftOpen}));
+  EXPECT_EQ(PlanPaste(u"a", PastePlace::kEditor, Wrap::kNone), (PastePlan{PasteWay::kSend, u"a"}));
+}
+
+TEST(PastePlanTest, ElsewhereASingleLineGoesWithoutEnter) {
+  for (const std::u16string_view text : {u"一行", u"一行\n", u"一行\r\n", u"一行\r\n\r\n"})
+    EXPECT_EQ(Elsewhere(text), (PastePlan{PasteWay::kSend, u"一行"}));
+}
+
+TEST(PastePlanTest, ElsewhereSeveralLinesAreAskedAbout) {
+  EXPECT_EQ(Elsewhere(u"y\ny"), (PastePlan{PasteWay::kAsk, u"y\ry"}));
+  EXPECT_EQ(Elsewhere(u"y\r\ny\r\n"), (PastePlan{PasteWay::kAsk, u"y\ry"}));
+  EXPECT_EQ(Elsewhere(u"\nd"), (PastePlan{PasteWay::kAsk, u"\rd"}));
+  EXPECT_EQ(Elsewhere(u"a\u2028b").way, PasteWay::kAsk) << "the clean text counts";
+}
+
+TEST(PastePlanTest, WhatHoldsNothingToSendIsNothing) {
+  for (const std::u16string_view text :
+       {std::u16string_view(), std::u16string_view(u"\x1B\x07"), std::u16string_view(u"\0\0", 2)}) {
+    EXPECT_EQ(InEditor(text), PastePlan{});
+    EXPECT_EQ(Elsewhere(text), PastePlan{});
+  }
+  EXPECT_EQ(Elsewhere(u"\r\n\r\n"), PastePlan{}) << "only Enters";
+}
+
+TEST(PastePlanTest, HugeTextsAreRefusedEverywhere) {
+  const std::u16string most(kLongestPaste, u'x');
+  EXPECT_EQ(Elsewhere(most).text.size(), kLongestPaste);
+  EXPECT_EQ(Elsewhere(most + u"x"), PastePlan{PasteWay::kTooLong});
+  EXPECT_EQ(InEditor(most + u"x"), PastePlan{PasteWay::kTooLong});
+}
+
+// Whatever is on the clipboard, an Enter leaves for a page other than the editor only by the user's word.
+TEST(PastePlanTest, NoEnterGoesElsewhereUnasked) {
+  std::mt19937 random(7);
+  constexpr char16_t kUnits[] = {u'\r', u'\n', u'a', u'\x1B', u'\0', u'中', 0xD83D, 0x2029, 0x85, u'\t'};
+  for (int round = 0; round < 20000; ++round) {
+    std::u16string text;
+    for (auto length = random() % 8; length > 0; --length)
+      text += kUnits[random() % std::size(kUnits)];
+    const PastePlan plan = Elsewhere(text);
+    const bool hasEnter = plan.text.find(u'\r') != std::u16string::npos;
+    EXPECT_EQ(hasEnter, plan.way == PasteWay::kAsk);
+    EXPECT_EQ(plan.text.find_first_of(std::u16string_view(u"\n\x1B\0", 3)), std::u16string::npos);
+    EXPECT_EQ(FirstLine(plan.text).find(u'\r'), std::u16string::npos);
+    EXPECT_EQ(FirstLine(plan.text).empty(), plan.way == PasteWay::kNothing);
+  }
+}
+
+TEST(PastePlanTest, TheFirstLineIsTheFirstThatSaysSomething) {
+  EXPECT_EQ(FirstLine(u"\r\r一\r二"), u"一");
+  EXPECT_EQ(FirstLine(u"\r\r"), u"");
+}
+
+TEST(PastePlanTest, ThePreviewShowsAFewShortLines) {
+  EXPECT_EQ(PastePreview(u"一\r\r三"), u"一\n\n三\n");
+  EXPECT_EQ(PastePreview(u"1\r2\r3\r4\r5"), u"1\n2\n3\n…\n");
+  const std::u16string line(35, u'字');
+  EXPECT_EQ(PastePreview(line + u"末"), line + u"末\n");
+  EXPECT_EQ(PastePreview(line + u"末尾"), line + u"末…\n");
+  EXPECT_EQ(PastePreview(line + u"😀尾"), line + u"…\n") << "no half of a pair";
+}
+
+TEST(PastePlanTest, OnlyASingleLineMayBeALink) {
+  EXPECT_TRUE(MayBeLink(u"https://a.example/x y"));
+  EXPECT_TRUE(MayBeLink(u"https://a.example/\r\n"));
+  EXPECT_TRUE(MayBeLink(std::u16string(8192, u'x')));
+  EXPECT_FALSE(MayBeLink(std::u16string(8193, u'x')));
+  for (const std::u16string_view text :
+       {u"", u"\n", u"  ", u"https://a.example/\nhttps://b.example/", u"\na"})
+    EXPECT_FALSE(MayBeLink(text));
+}
+
+}  // namespace
+}  // namespace quillet
