@@ -88,12 +88,12 @@ void ShowContextMenu(QWidget& parent, const QPoint& at, const ContextFacts& fact
 }
 
 void ShowLinkMenu(QWidget& parent, const QPoint& at, const std::vector<TextLink>& links,
-                  std::function<void(const TextLink&)> open) {
+                  std::function<void(const TextLink&)> take) {
   QMenu* const menu = NewMenu(parent);
   if (links.empty()) menu->addAction(u"這個畫面上沒有連結"_qs)->setEnabled(false);
   for (const TextLink& link : links) {
     QAction* const item = menu->addAction(AsEntry(LinkHover::TargetOf(link), kLongestTarget));
-    QObject::connect(item, &QAction::triggered, menu, [open, link] { open(link); });
+    QObject::connect(item, &QAction::triggered, menu, [take, link] { take(link); });
   }
   menu->popup(at);
   if (!links.empty()) menu->setActiveAction(menu->actions().front());

@@ -28,9 +28,9 @@ void EditCommands::Perform(EditCommand command, const EditTarget& target) {
     case EditCommand::kCopyAnsi:
       return Copy(Form::kAnsi);
     case EditCommand::kSearchFirst:
-      return parts_.web.Search(SearchEngine::kFirst, parts_.selection.Text());
+      return SearchSelection(SearchEngine::kFirst);
     case EditCommand::kSearchSecond:
-      return parts_.web.Search(SearchEngine::kSecond, parts_.selection.Text());
+      return SearchSelection(SearchEngine::kSecond);
     case EditCommand::kOpenLink:
       if (target.link) parts_.web.Open(*target.link);
       return;
@@ -48,6 +48,10 @@ void EditCommands::Perform(EditCommand command, const EditTarget& target) {
     case EditCommand::kSelectAll:
       return parts_.selection.SelectAll();
   }
+}
+
+void EditCommands::SearchSelection(SearchEngine engine) {
+  parts_.web.Search(engine, parts_.selection.Text());
 }
 
 void EditCommands::OnSelected() {

@@ -60,6 +60,7 @@ class EditCommands {
  private:
   enum class Form { kText, kHtml, kAnsi };
   void Copy(Form form);
+  void SearchSelection(SearchEngine engine);
   Selection SelectedOrInSight() const;
   CopyColours Colours() const;
 

@@ -72,7 +72,10 @@ void CMainFrame::MakeEditMenu() {
   menu->addSeparator();
   AddSearch(*menu, SearchEngine::kFirst, kClientKeys | Qt::Key_S);
   AddSearch(*menu, SearchEngine::kSecond, kClientKeys | Qt::Key_E);
-  Add(*menu, u"開啟畫面上的連結…(&O)"_qs, kClientKeys | Qt::Key_U, [this] { view_->ShowLinks(); });
+  Add(*menu, u"開啟畫面上的連結…(&O)"_qs, kClientKeys | Qt::Key_U,
+      [this] { view_->ShowLinks(EditCommand::kOpenLink); });
+  Add(*menu, u"複製畫面上的連結…(&L)"_qs, Qt::ALT | Qt::Key_U,
+      [this] { view_->ShowLinks(EditCommand::kCopyLink); });
   Add(*menu, u"使用者的網頁…(&U)"_qs, kClientKeys | Qt::Key_I, [this] { OpenUserPage(); });
   menu->addSeparator();
   Add(*menu, u"傳送 Ctrl+V 給站台(&V)"_qs, Qt::CTRL | Qt::ALT | Qt::Key_V,

@@ -47,8 +47,8 @@ class CQuillView : public QWidget {
   void ApplyDisplaySettings();
   // On what is selected, or on what lies under the pointer or the BBS's cursor.
   void Edit(EditCommand command);
-  // All links in sight, to choose one of.
-  void ShowLinks();
+  // All links in sight, to choose one of for kOpenLink or kCopyLink.
+  void ShowLinks(EditCommand use);
   // The user id under the pointer, else the one at the BBS's cursor; empty when there is none.
   QString IdInQuestion() const;
   void OpenUserPage(const QString& id) { web_.OpenUserPage(id.toStdU16String()); }

@@ -266,10 +266,10 @@ void CQuillView::Edit(EditCommand command) {
   edit_.Perform(command, target);
 }
 
-void CQuillView::ShowLinks() {
+void CQuillView::ShowLinks(EditCommand use) {
   const QPointF at = surface_.CellRect(1, 1).topLeft();
   ShowLinkMenu(*this, mapToGlobal(at.toPoint()), links_.LinksInSight(),
-               [this](const TextLink& link) { web_.Open(link); });
+               [this, use](const TextLink& link) { edit_.Perform(use, {.link = link, .id = {}}); });
 }
 
 void CQuillView::SendControl(char code) {

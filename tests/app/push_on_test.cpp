@@ -97,8 +97,12 @@ TEST_F(PushOnTest, ATextIsCutAsItIsTypedPushedAndShownInTheArticle) {
   EXPECT_TRUE(StartButton().isEnabled());
   PressIn(Field(), Qt::Key_Return, "\r", Qt::ControlModifier);
   ASSERT_EQ(doc->CurrentActivity(), Activity::kPush);
-  EXPECT_TRUE(DescribeActivity(Activity::kPush, doc->CurrentProgress()).startsWith(u"連續推文 1/"_qs));
-  ASSERT_TRUE(Until([&] { return !said.isEmpty(); })) << noticed.lines.join('\n').toStdString();
+  bool tellsProgress = false;
+  ASSERT_TRUE(Until([&] {
+    tellsProgress |= DescribeActivity(doc->CurrentActivity(), doc->CurrentProgress()).contains(u"/3"_qs);
+    return !said.isEmpty();
+  })) << noticed.lines.join('\n').toStdString();
+  EXPECT_TRUE(tellsProgress);
   EXPECT_EQ(said, u"已推出 3 則推文"_qs);
   EXPECT_TRUE(Until([&] { return Lines().IsComplete() && PushesBy(u"reader").size() == before + 3; }));
   EXPECT_EQ(PushesBy(u"reader").back(), u"x"_qs);
