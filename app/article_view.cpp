@@ -18,6 +18,8 @@ constexpr const char* kPreviousArticle = "b";
 
 // A header's rows and its rule.
 constexpr int kOpeningLines = 4;
+// Of lines that are yet to come: as far as one sees ahead when one presses a key a few times.
+constexpr int kMostBeyond = 3 * kPageStep;
 
 }  // namespace
 
@@ -75,6 +77,7 @@ void ArticleView::OnScreen(const ScreenSnapshot& screen) {
   if (another) {
     dressed_.Clear();
     postTime_ = 0;
+    beyond_ = 0;
   }
   Follow();
   std::optional<int> line = reading_.TakeMovedTo();
@@ -109,6 +112,7 @@ void ArticleView::OnUserKey() {
   reading_.OnUserKey(SteadyMilliseconds());
   // He has something else in mind than the end that he was waiting for.
   if (!reading_.Lines().IsComplete()) stay_ = Stay::kAtLine;
+  beyond_ = 0;
 }
 
 void ArticleView::SetHeld(bool held) {
@@ -135,6 +139,12 @@ void ArticleView::Follow() {
   target_ = TopOf(anchor_);
   top_ = resting ? target_ : TopOf(topLine);
   if (stay_ == Stay::kAtEnd) GoTo(LastTopLine(), Motion::kEased, Stay::kAtEnd);
+  if (beyond_ > 0) GoBeyond(target_ + beyond_);
+}
+
+void ArticleView::GoBeyond(int top) {
+  GoTo(top, Motion::kEased, Stay::kAtLine);
+  beyond_ = reading_.Lines().IsComplete() ? 0 : std::clamp(top - LastTopLine(), 0, kMostBeyond);
 }
 
 int ArticleView::TopOf(int line) const {
@@ -150,6 +160,7 @@ bool ArticleView::IsShown() const {
 }
 
 void ArticleView::StandAt(int line) {
+  beyond_ = 0;
   GoTo(dressed_.IndexOf(line), Motion::kAtOnce, Stay::kAtLine);
   // It may lie beyond what is known yet.
   anchor_ = line;
@@ -174,7 +185,11 @@ void ArticleView::Step() {
 void ArticleView::MoveTo(int top, Motion motion, Stay stay) {
   if (!IsShown()) return;
   reading_.OnLocalMove(SteadyMilliseconds());
-  GoTo(top, motion, stay);
+  beyond_ = 0;
+  if (stay == Stay::kAtLine && motion == Motion::kEased)
+    GoBeyond(top);
+  else
+    GoTo(top, motion, stay);
   const bool nearEnd = target_ + 2 * kLinesShown > dressed_.Count();
   if (nearEnd && !reading_.Lines().IsComplete() && !doc_.IsAutomationBusy())
     reading_.WantMore(SteadyMilliseconds());
@@ -184,7 +199,7 @@ void ArticleView::MoveTo(int top, Motion motion, Stay stay) {
 }
 
 PagingState ArticleView::Paging() const {
-  return {.top = target_,
+  return {.top = target_ + beyond_,
           .count = dressed_.Count(),
           .complete = reading_.Lines().IsComplete(),
           .keepArticle = rules_.settings->preventUpDownChangeArticle};
@@ -214,8 +229,9 @@ bool ArticleView::TakePaging(const PagingAction& action) {
 }
 
 bool ArticleView::ScrollBy(int lines) {
-  if (!IsShown() || LastTopLine() == 0) return false;
-  MoveTo(std::clamp(lines, -dressed_.Count(), dressed_.Count()) + target_, Motion::kEased, Stay::kAtLine);
+  if (!IsShown() || (LastTopLine() == 0 && reading_.Lines().IsComplete())) return false;
+  const int top = target_ + beyond_ + std::clamp(lines, -dressed_.Count(), dressed_.Count());
+  MoveTo(top, Motion::kEased, Stay::kAtLine);
   return true;
 }
 

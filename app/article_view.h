@@ -96,6 +96,8 @@ class ArticleView : public QObject {
   int TopOf(int line) const;
   void StandAt(int line);
   void GoTo(int top, Motion motion, Stay stay);
+  // As far as lines are known; the rest of the way as they come.
+  void GoBeyond(int top);
   void Step();
   // It scrolls, or the user holds the scroll bar.
   bool IsMoving() const { return top_ != target_ || scrollBar_->isSliderDown(); }
@@ -121,6 +123,7 @@ class ArticleView : public QObject {
   int top_ = 0;
   int target_ = 0;
   int anchor_ = 0;  // the line of the article that stands, or is to stand, at the top
+  int beyond_ = 0;  // lines past the target that the user has asked for and that are yet to come
   Stay stay_ = Stay::kAtLine;
 
   bool held_ = false;

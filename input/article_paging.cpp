@@ -55,18 +55,18 @@ PagingAction DecidePaging(const KeyPress& press, bool repeated, const PagingStat
   using Kind = PagingAction::Kind;
   const PagingKey* const key = Find(press);
   if (!key) return {};
-  const int last = LastTop(state.count);
-  if (key->lines == kWholeWay) return {Kind::kToEnd, last};
-  const int top = std::clamp(state.top, 0, last);
-  const int wanted =
-      static_cast<int>(std::clamp<std::int64_t>(std::int64_t{top} + key->lines, 0, std::int64_t{last}));
-  if (wanted != top) return {Kind::kScrollTo, wanted};
+  const std::int64_t last = LastTop(state.count);
+  if (key->lines == kWholeWay) return {Kind::kToEnd, static_cast<int>(last)};
   const bool forward = key->lines > 0;
+  const std::int64_t known = state.complete ? last : std::max<std::int64_t>(last, state.top);
+  const std::int64_t top = std::clamp<std::int64_t>(state.top, 0, known);
+  const std::int64_t most = forward && !state.complete ? top + key->lines : known;
+  const std::int64_t wanted = std::clamp<std::int64_t>(top + key->lines, 0, most);
+  if (wanted != top) return {Kind::kScrollTo, static_cast<int>(std::min<std::int64_t>(wanted, kWholeWay))};
   const bool kept = key->atEdge == AtEdge::kStays ||
-                    (key->atEdge == AtEdge::kLeavesUnlessKept && state.keepArticle) || repeated ||
-                    (forward && !state.complete);
-  if (kept) return {Kind::kNothing, top};
-  return {forward ? Kind::kNext : Kind::kPrevious, top};
+                    (key->atEdge == AtEdge::kLeavesUnlessKept && state.keepArticle) || repeated;
+  const Kind kind = kept ? Kind::kNothing : forward ? Kind::kNext : Kind::kPrevious;
+  return {kind, static_cast<int>(top)};
 }
 
 }  // namespace quillet

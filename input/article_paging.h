@@ -6,7 +6,7 @@
 namespace quillet {
 
 struct PagingState {
-  int top = 0;    // the first shown line's index, where the motion is to end
+  int top = 0;    // the first shown line's index, where the motion is to end, with lines yet to come
   int count = 0;  // lines shown in all
   bool complete = true;
   bool keepArticle = false;  // "PreventUpDownChangeArticle"
@@ -25,7 +25,7 @@ constexpr int LastTop(int count) {
 struct PagingAction {
   enum class Kind {
     kToBbs,     // the key is the BBS's, whatever the article shows
-    kScrollTo,  // move so that line `top` comes first
+    kScrollTo,  // move so that line `top` comes first; it may be one that is yet to come
     kToEnd,     // the same; and on with the end while the article is still being read
     kPrevious,  // "b" to the BBS: the article before
     kNext,      // the key is the BBS's, as pressed on the article's last page

@@ -305,5 +305,14 @@ TEST_F(ArticleViewTest, TabShowsDescriptionsAndTwiceWhatIsHidden) {
   EXPECT_NE(Row(22), plain);
 }
 
+TEST_F(ArticleViewTest, PagesAskedForBeforeTheyHaveComeAreShownWhenTheyCome) {
+  Open(longest);
+  for (int i = 0; i < 3; ++i)
+    Press(Qt::Key_PageDown);
+  EXPECT_TRUE(AtRest(3 * kPageStep)) << Article().TopLine();
+  Press(Qt::Key_Home);
+  EXPECT_TRUE(AtRest(0));
+}
+
 }  // namespace
 }  // namespace quillet

@@ -90,7 +90,7 @@ TEST(ArticlePagingTest, EachKeyAtTheEndsOfTheArticle) {
     EXPECT_EQ(decide(false, true, true), row.kept) << key;
     EXPECT_EQ(decide(true, false, true), Kind::kNothing) << "held " << key;
     if (row.top == kLast) {
-      EXPECT_EQ(decide(false, false, false), Kind::kNothing) << "more comes " << key;
+      EXPECT_EQ(decide(false, false, false), Kind::kScrollTo) << "more comes " << key;
     }
   }
 }
@@ -129,6 +129,15 @@ TEST(ArticlePagingTest, NoStateLeadsOutOfTheArticle) {
       }
     }
   }
+}
+
+TEST(ArticlePagingTest, WhileMoreLinesComeKeysLeadBeyondTheKnownOnes) {
+  const PagingState early{.top = 0, .count = kLinesShown, .complete = false};
+  EXPECT_EQ(DecidePaging(Key(kKeyPageDown), false, early), (PagingAction{Kind::kScrollTo, kPageStep}));
+  const PagingState waiting{.top = kPageStep, .count = kLinesShown, .complete = false};
+  EXPECT_EQ(DecidePaging(Key(kKeyDown), false, waiting), (PagingAction{Kind::kScrollTo, kPageStep + 1}));
+  EXPECT_EQ(DecidePaging(Key(kKeyUp), false, waiting), (PagingAction{Kind::kScrollTo, kPageStep - 1}));
+  EXPECT_EQ(DecidePaging(Key(kKeyHome), false, waiting), (PagingAction{Kind::kScrollTo, 0}));
 }
 
 }  // namespace
