@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QPainter>
 
 namespace quillet {
 namespace {
@@ -89,6 +90,17 @@ void DemoRun::Await(const QString& what, const std::function<bool()>& done) {
 void DemoRun::Save(const QString& name) {
   QCoreApplication::processEvents();
   Write(View().grab(), name);
+}
+
+void DemoRun::SaveWith(QWidget* over, const QString& name) {
+  if (over == nullptr) return;
+  QCoreApplication::processEvents();
+  QPixmap picture = View().grab();
+  // No window manager puts a dialog in its place here.
+  QRect place(View().mapFromGlobal(over->mapToGlobal(QPoint(0, 0))), over->size());
+  if (over->isModal()) place.moveCenter(View().rect().center());
+  QPainter(&picture).drawPixmap(place.topLeft(), over->grab());
+  Write(picture, name);
 }
 
 void DemoRun::SaveWindow(const QString& name) {

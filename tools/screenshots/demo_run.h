@@ -50,6 +50,8 @@ class DemoRun {
 
   // The view as NAME.png.
   void Save(const QString& name);
+  // The view with what lies over it in a window of its own: a menu, a dialog.
+  void SaveWith(QWidget* over, const QString& name);
   // The window without the system's frame.
   void SaveWindow(const QString& name);
 

@@ -12,6 +12,7 @@
 #include "tools/screenshots/article_pictures.h"
 #include "tools/screenshots/backdrop_pictures.h"
 #include "tools/screenshots/dialogs.h"
+#include "tools/screenshots/hands_pictures.h"
 #include "tools/screenshots/layout_pictures.h"
 #include "tools/screenshots/login_pictures.h"
 #include "tools/screenshots/name_list_pictures.h"
@@ -84,6 +85,7 @@ constexpr Part kParts[] = {
     {"--side-lists", Take<quillet::TakeSideListPictures>},
     {"--name-lists", Take<quillet::TakeNameListPictures>},
     {"--backdrop", Take<quillet::TakeBackdropPictures>},
+    {"--hands", Take<quillet::TakeHandsPictures>},
     {"--layouts", Take<quillet::TakeLayoutPictures>},
     {"--art", Take<quillet::TakeArtPictures>},
     {"--art", Take<quillet::TakeArtPictures>, "1.25"},
