@@ -88,7 +88,7 @@ void ShowContextMenu(QWidget& parent, const QPoint& at, const ContextFacts& fact
 }
 
 void ShowLinkMenu(QWidget& parent, const QPoint& at, const std::vector<TextLink>& links,
-                  std::function<void(const TextLink&)> take) {
+                  const std::function<void(const TextLink&)>& take) {
   QMenu* const menu = NewMenu(parent);
   if (links.empty()) menu->addAction(u"這個畫面上沒有連結"_qs)->setEnabled(false);
   for (const TextLink& link : links) {

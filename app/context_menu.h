@@ -30,6 +30,6 @@ void ShowContextMenu(QWidget& parent, const QPoint& at, const ContextFacts& fact
 
 // All links in sight, for choosing one with the keyboard. Says so when there is none.
 void ShowLinkMenu(QWidget& parent, const QPoint& at, const std::vector<TextLink>& links,
-                  std::function<void(const TextLink&)> take);
+                  const std::function<void(const TextLink&)>& take);
 
 }  // namespace quillet

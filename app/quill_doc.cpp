@@ -316,7 +316,7 @@ bool CQuillDoc::PushOn(PushOrder order) {
         if (asksCode && outcome.result.pushed > 0) outcome.code = AskArticleCode(waits);
         return outcome;
       },
-      [this, article = article](Outcome outcome) mutable {
+      [this, article = article](const Outcome& outcome) mutable {
         if (!outcome.code.empty()) article.code = outcome.code;
         OnPushesDone(outcome.result, article);
       });
