@@ -186,6 +186,8 @@ void ArticleView::MoveTo(int top, Motion motion, Stay stay) {
   if (!IsShown()) return;
   reading_.OnLocalMove(SteadyMilliseconds());
   beyond_ = 0;
+  // Who is on his way to an end that is yet to come goes there with any step forward.
+  if (stay_ == Stay::kAtEnd && motion == Motion::kEased && top >= target_) stay = Stay::kAtEnd;
   if (stay == Stay::kAtLine && motion == Motion::kEased)
     GoBeyond(top);
   else
@@ -290,6 +292,11 @@ void ArticleView::Compose(FrameState& frame) const {
 const ArticleLine* ArticleView::ShownLine(int index) const {
   const int line = dressed_.LineOf(index);
   return line < 0 || line >= reading_.Lines().Count() ? nullptr : &reading_.Lines().At(line);
+}
+
+std::optional<PageRow> ArticleView::RowWithHidden(int index) const {
+  if (!dressed_.HidesIn(index, rules_)) return std::nullopt;
+  return dressed_.Row(reading_.Lines(), index, rules_);
 }
 
 void ArticleView::PlaceScrollBar(const QRect& area, bool plain) {

@@ -19,6 +19,19 @@ std::u16string TextOf(const TextLink& link) {
 
 }  // namespace
 
+bool IsAboutSelection(EditCommand command) {
+  switch (command) {
+    case EditCommand::kCopy:
+    case EditCommand::kCopyHtml:
+    case EditCommand::kCopyAnsi:
+    case EditCommand::kSearchFirst:
+    case EditCommand::kSearchSecond:
+      return true;
+    default:
+      return false;
+  }
+}
+
 void EditCommands::Perform(EditCommand command, const EditTarget& target) {
   switch (command) {
     case EditCommand::kCopy:

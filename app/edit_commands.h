@@ -30,6 +30,8 @@ enum class EditCommand {
   kSelectAll
 };
 
+bool IsAboutSelection(EditCommand command);
+
 // What the command is about, where it is not the selection.
 struct EditTarget {
   std::optional<TextLink> link;

@@ -14,6 +14,7 @@ constexpr auto kClientKeys = Qt::CTRL | Qt::SHIFT;
 QAction* Add(QMenu& menu, const QString& text, const QKeySequence& shortcut, std::function<void()> action) {
   QAction* const item = menu.addAction(text);
   item->setShortcut(shortcut);
+  item->setAutoRepeat(false);  // held a little long, it would undo what it has done
   QObject::connect(item, &QAction::triggered, &menu, std::move(action));
   return item;
 }
@@ -49,7 +50,8 @@ void CMainFrame::MakeConnectionMenu() {
   QMenu* const menu = menuBar()->addMenu(u"連線(&C)"_qs);
   Add(*menu, u"登入…(&L)"_qs, kClientKeys | Qt::Key_L, [this] { view_->AskLogin(); });
   Add(*menu, u"連線到…(&N)"_qs, kClientKeys | Qt::Key_N, [this] { AskAddress(); });
-  Add(*menu, u"示範站台(&D)"_qs, kClientKeys | Qt::Key_Z, [this] { emit DemoRequested(); });
+  // Not with Ctrl, Shift and Z, which hands press to do again what they have undone: it would leave the site.
+  Add(*menu, u"示範站台(&D)"_qs, Qt::ALT | Qt::Key_D, [this] { emit DemoRequested(); });
   menu->addSeparator();
   reconnect_ = Add(*menu, u"重新連線(&R)"_qs, kClientKeys | Qt::Key_R, [this] { doc_.Reconnect(); });
   disconnect_ = Add(*menu, u"中斷連線(&K)"_qs, kClientKeys | Qt::Key_D, [this] { doc_.Disconnect(); });

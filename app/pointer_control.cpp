@@ -70,8 +70,22 @@ PointerControl::Target PointerControl::TargetAt(const QPointF& at) const {
     target.link = parts_.links.LinkAt(cell->y(), cell->x());
     if (target.link) return target;
   }
-  if (MayAct()) target.action = DecideClick(PlaceAt(at), parts_.screen, parts_.doc.Fields());
+  if (!MayAct()) return target;
+  const PointerPlace place = PlaceAt(at);
+  target.action = DecideClick(place, parts_.screen, parts_.doc.Fields());
+  if (target.action.repeat == Repeat::kByNewGesture) target.page = SignOfPage(place);
   return target;
+}
+
+// The same keys may open another line, or leave another page. An article is left as a whole, wherever it is.
+std::string PointerControl::SignOfPage(const PointerPlace& place) const {
+  const PageKind kind = place.picture == Picture::kArticle ? PageKind::kReader : KindOf(parts_.screen);
+  if (kind == PageKind::kReader) return {};
+  std::string sign(parts_.screen.RowText(0));
+  sign += parts_.screen.RowText(kBarRow);
+  const bool isLine = kind == PageKind::kList || kind == PageKind::kArticleList || kind == PageKind::kMenu;
+  if (isLine && place.row >= 0) sign += parts_.screen.RowText(place.row);
+  return sign;
 }
 
 // A hand trembles: cells are smaller than what they belong to.

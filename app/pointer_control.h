@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 
 #include <QCursor>
 #include <QElapsedTimer>
@@ -76,6 +77,7 @@ class PointerControl {
     ArticleCommand command = ArticleCommand::kNone;
     std::optional<TextLink> link;
     MouseAction action;
+    std::string page{};  // what tells the page that it acts upon from the next one
 
     bool IsNothing() const {
       return command == ArticleCommand::kNone && !link && action.kind == MouseActionKind::kNone;
@@ -93,6 +95,7 @@ class PointerControl {
   Picture PictureNow() const;
   PointerPlace PlaceAt(const QPointF& at) const;
   Target TargetAt(const QPointF& at) const;
+  std::string SignOfPage(const PointerPlace& place) const;
   static bool IsSame(const Target& one, const Target& other);
 
   void Hover();

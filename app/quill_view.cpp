@@ -44,9 +44,9 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
                 {.refused = [this] { toast_.Show(DescribeNoCommand(doc_.IsConnected())); },
                  .pushOn = [this] { push_.Open(); },
                  .giveMoney = [this] { money_.Open(); }}),
-      shown_(screen_, composer_, article_),
+      shown_(screen_, frame_.page, composer_, article_),
       selection_(shown_, {.changed = [this] { RefreshFrame(); },
-                          .scrollBy = [this](int lines) { article_.ScrollBy(lines); },
+                          .scrollBy = [this](int lines) { ScrollSelecting(lines); },
                           .finished = [this] { edit_.OnSelected(); }}),
       links_(shown_, WebHostsOf(doc.Hosts())),
       clipboard_(doc, *this,
@@ -113,10 +113,8 @@ void CQuillView::ConnectLogin() {
 
 void CQuillView::ConnectArticle() {
   connect(&article_, &ArticleView::Changed, this, [this] {
-    selection_.OnTextChanged();
     keys_.Flush();
-    RefreshFrame();
-    if (!IsCovered()) pointer_.OnPictureChanged();
+    ShowOtherLines();
   });
   connect(&article_, &ArticleView::NewsArrived, this, &CQuillView::TellNews);
   connect(&article_, &ArticleView::BytesForBbs, this, [this](const QByteArray& bytes) {
@@ -218,9 +216,10 @@ void CQuillView::TellFileProblems() {
 void CQuillView::ApplyDisplaySettings() {
   surface_.ApplySettings(doc_.Display());
   ime_.ApplySettings(doc_.Display());
+  composer_.TakeRules();
   background_.SetSource(QString::fromStdU16String(doc_.Fields().backgroundPicture));
   ApplyBackground();
-  composer_.TakeRules();
+  ShowOtherLines();
   sideList_.Refresh();
   PlaceOverlays();
   UpdateIme(ImeAdapter::Move::kForced);
@@ -268,10 +267,8 @@ void CQuillView::TakeMessages() {
     if (doc_.IsAutomationBusy()) article_.OnUserKey();
     article_.OnScreen(screen_);
     composer_.OnScreen(screen_);
-    selection_.OnTextChanged();
     keys_.Flush();
-    RefreshFrame();
-    if (!IsCovered()) pointer_.OnPictureChanged();
+    ShowOtherLines();
     clipboard_.OnScreen();
     UpdateIme(ImeAdapter::Move::kIfChanged);
   }
@@ -301,6 +298,18 @@ void CQuillView::RefreshPanel() {
   timers_.SetAnimating(panel_.IsBusy());
   if (IsCovered()) pointer_.Cancel();
   RefreshFrame();
+}
+
+// What is selected, and what lies under the pointer, is told by the picture's lines.
+void CQuillView::ShowOtherLines() {
+  RefreshFrame();
+  selection_.OnTextChanged();
+  if (!IsCovered()) pointer_.OnPictureChanged();
+}
+
+// Lines that are yet to come are selected as they come, and not after the button has been let go.
+void CQuillView::ScrollSelecting(int lines) {
+  article_.ScrollTo(std::clamp(article_.TargetLine() + lines, 0, LastTop(article_.LineCount())));
 }
 
 void CQuillView::RefreshFrame() {

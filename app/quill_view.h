@@ -143,6 +143,9 @@ class CQuillView : public QWidget {
   void PlaceSideButtons();
   void RefreshPanel();
   void RefreshFrame();
+  // The picture shows other lines than before, or the same ones elsewhere or otherwise.
+  void ShowOtherLines();
+  void ScrollSelecting(int lines);
   void UpdateIme(ImeAdapter::Move move);
 
   CQuillDoc& doc_;

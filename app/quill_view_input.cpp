@@ -52,7 +52,7 @@ bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
       return true;
     case Road::kReveal:
       composer_.EndReveal();
-      RefreshFrame();
+      ShowOtherLines();
       return true;
     case Road::kActivity:
       return doc_.StopActivity();
@@ -163,14 +163,16 @@ void CQuillView::TogglePlaces() {
 
 void CQuillView::Reveal() {
   composer_.PressReveal(SteadyMilliseconds());
-  RefreshFrame();
+  ShowOtherLines();
 }
 
 void CQuillView::inputMethodEvent(QInputMethodEvent* event) {
   const QString text = ime_.Handle(*event);
-  if (!text.isEmpty()) {
+  // A side list takes what is typed, however it is typed.
+  if (!text.isEmpty() && !sideList_.Shown()) {
     timers_.RestartCaret();
     keys_.SendText(text.toStdU16String());
+    selection_.Clear();
   }
   event->accept();
 }
@@ -236,8 +238,10 @@ void CQuillView::ActOnMouse(const MouseAction& action) {
 std::u16string CQuillView::IdAtCell(int row, int col) const {
   const int line = shown_.LineAtRow(row);
   if (line < 0) return {};
-  if (shown_.IsArticle()) return IdInArticle(doc_.PageReader(), shown_.Line(line), line, col);
-  return IdAt(doc_.PageReader(), screen_, line, col);
+  // As the BBS has sent it: who has masked an id must be able to take it out of his lists again.
+  if (!shown_.IsArticle()) return IdAt(doc_.PageReader(), screen_, composer_.ScreenRowAt(row), col);
+  const ArticleLine* const sent = article_.ShownLine(line);
+  return sent == nullptr ? std::u16string() : IdInArticle(doc_.PageReader(), *sent, line, col);
 }
 
 QString CQuillView::IdInQuestion() const {
@@ -258,7 +262,14 @@ void CQuillView::ShowMenuOfPlace(const QPoint& at, const std::optional<QPoint>& 
                            .connected = doc_.IsConnected(),
                            .firstEngine = web_.EngineName(SearchEngine::kFirst),
                            .secondEngine = web_.EngineName(SearchEngine::kSecond)};
-  ShowContextMenu(*this, at, facts, [this, target](EditCommand command) { edit_.Perform(command, target); });
+  // What was selected may have gone while the menu was open.
+  const bool wasSelected = selection_.IsShown();
+  ShowContextMenu(*this, at, facts, [this, target, wasSelected](EditCommand command) {
+    if (wasSelected && !selection_.IsShown() && IsAboutSelection(command))
+      toast_.Show(u"選取的文字已經不在畫面上"_qs);
+    else
+      edit_.Perform(command, target);
+  });
 }
 
 void CQuillView::Edit(EditCommand command) {

@@ -1,6 +1,6 @@
 #include "app/shown_text.h"
 
-#include <algorithm>
+#include <optional>
 
 namespace quillet {
 namespace {
@@ -12,10 +12,17 @@ ArticleLine BlankLine() {
   return line;
 }
 
+ArticleLine AsSeen(ArticleLine line, const PageRow& look) {
+  for (std::size_t col = 0; col < kCols; ++col)
+    if ((look.cells[col].style & CS_HIDDEN) != 0) line.text[col] = look.cells[col].byte;
+  return line;
+}
+
 }  // namespace
 
-ShownText::ShownText(const ScreenSnapshot& screen, const PageComposer& composer, const ArticleView& article)
-    : screen_(screen), composer_(composer), article_(article) {}
+ShownText::ShownText(const ScreenSnapshot& screen, const Page& page, const PageComposer& composer,
+                     const ArticleView& article)
+    : screen_(screen), page_(page), composer_(composer), article_(article) {}
 
 bool ShownText::IsArticle() const {
   return composer_.ShowsArticle() || composer_.IsPromptOverArticle(screen_);
@@ -29,26 +36,32 @@ const ArticleLine& ShownText::Line(int index) const {
   static const ArticleLine kBlank = BlankLine();
   if (IsArticle()) {
     const ArticleLine* const line = article_.ShownLine(index);
-    return line == nullptr ? kBlank : *line;
+    if (line == nullptr) return kBlank;
+    const std::optional<PageRow> look = article_.RowWithHidden(index);
+    return look ? Keep(index, AsSeen(*line, *look)) : *line;
   }
-  if (index < 0 || index >= kRows) return kBlank;
-  const auto row = static_cast<std::size_t>(index);
-  rows_[row] = {screen_.text[row], screen_.attr[row]};
-  return rows_[row];
+  const int screenRow = index >= 0 && index < kRows ? composer_.ScreenRowAt(index) : -1;
+  if (screenRow < 0) return kBlank;
+  const auto from = static_cast<std::size_t>(screenRow);
+  const PageRow& look = page_[static_cast<std::size_t>(index)];
+  return Keep(index, AsSeen({screen_.text[from], screen_.attr[from]}, look));
+}
+
+const ArticleLine& ShownText::Keep(int index, const ArticleLine& line) const {
+  return kept_[static_cast<std::size_t>(index % kRows)] = line;
 }
 
 int ShownText::LineAtRow(int row) const {
   if (row < 0 || row >= kRows) return -1;
   const int screenRow = composer_.ScreenRowAt(row);
-  if (!IsArticle()) return screenRow;
+  if (!IsArticle()) return screenRow < 0 ? -1 : row;
   const int line = article_.TopLine() + row;
   return screenRow < 0 && row < kLinesShown && line < article_.LineCount() ? line : -1;
 }
 
 int ShownText::RowOfLine(int line) const {
   if (line < 0) return -1;
-  if (!IsArticle()) return composer_.PageRowOf(line);
-  const int row = line - article_.TopLine();
+  const int row = IsArticle() ? line - article_.TopLine() : line;
   return LineAtRow(row) == line ? row : -1;
 }
 

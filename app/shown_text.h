@@ -1,7 +1,7 @@
 // What stands in the picture as lines of text: the BBS's screen, row by row, or the whole local article; and
 // which row of the picture shows which line. What is selected and where links are is told in these lines.
-// They read as the BBS has sent them, also where the picture hides or merges something. User-interface
-// thread.
+// They read as the BBS has sent them, also where the picture merges something; what the user's lists hide is
+// not in them. User-interface thread.
 #pragma once
 
 #include <array>
@@ -13,8 +13,10 @@ namespace quillet {
 
 class ShownText : public PictureLines {
  public:
-  // All outlive the object.
-  ShownText(const ScreenSnapshot& screen, const PageComposer& composer, const ArticleView& article);
+  // All outlive the object. `page` is the picture that `composer` has composed last; the rows of the BBS's
+  // screen are those that it shows.
+  ShownText(const ScreenSnapshot& screen, const Page& page, const PageComposer& composer,
+            const ArticleView& article);
 
   int Count() const override;
   const ArticleLine& Line(int index) const override;
@@ -25,10 +27,14 @@ class ShownText : public PictureLines {
   bool IsArticle() const override;
 
  private:
+  const ArticleLine& Keep(int index, const ArticleLine& line) const;
+
   const ScreenSnapshot& screen_;
+  const Page& page_;
   const PageComposer& composer_;
   const ArticleView& article_;
-  mutable std::array<ArticleLine, kRows> rows_{};  // of the screen, as they were asked for
+  // Lines that are kept nowhere as they read here. A page of them is more than anybody holds at once.
+  mutable std::array<ArticleLine, kRows> kept_{};
 };
 
 }  // namespace quillet

@@ -31,6 +31,7 @@ enum class KeyKind {
 struct Key {
   KeyKind kind = KeyKind::kText;
   std::string text;
+  bool atOnce = false;  // it came together with the key before it
 
   bool Is(KeyKind other) const { return kind == other; }
   bool Is(char c) const { return kind == KeyKind::kText && text.size() == 1 && text[0] == c; }
@@ -60,7 +61,7 @@ class KeyDecoder {
   void TakeGround(std::uint8_t byte);
   void TakeSequence(std::uint8_t byte);
   bool TakeTelnet(std::uint8_t byte);
-  void Emit(KeyKind kind, std::string text = {}) { keys_.push_back({kind, std::move(text)}); }
+  void Emit(KeyKind kind, std::string text = {}) { keys_.push_back({kind, std::move(text), !keys_.empty()}); }
 
   State state_ = State::kGround;
   char lead_ = 0;

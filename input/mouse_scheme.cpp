@@ -9,6 +9,7 @@
 #include "bbs/page_flags.h"
 #include "core/key_sequence.h"
 #include "input/article_paging.h"
+#include "input/line_characters.h"
 #include "input/line_keys.h"
 #include "input/reader_reach.h"
 
@@ -264,6 +265,14 @@ std::string GoOnKey(const ScreenSnapshot& screen) {
   return HasMessage(screen) ? "\n" : " ";
 }
 
+// Where a character begins, and no farther than behind the text: from there the cursor would go on to the
+// next line.
+int CursorColumn(const ScreenSnapshot& screen, int row, int col) {
+  const auto at = static_cast<std::size_t>(row);
+  const ArticleLine line{screen.text[at], screen.attr[at]};
+  return std::min(BoundaryBefore(line.text, col + 1), EndOfText(line));
+}
+
 MouseAction WebClick(const PointerPlace& place, const Situation& at) {
   if (IsBackStrip(place, at.kind)) return Send(std::string(KeySequence(kKeyLeft)), Repeat::kByNewGesture);
   if (at.kind == PageKind::kPause) return Send(GoOnKey(at.screen), Repeat::kByNewGesture);
@@ -275,7 +284,9 @@ MouseAction WebClick(const PointerPlace& place, const Situation& at) {
     case PageKind::kMenu:
       return Send(KeysToOpenItem(at.screen, place.row), Repeat::kByNewGesture);
     case PageKind::kEditor:
-      return {.kind = MouseActionKind::kMoveCursor, .row = place.row, .col = place.col};
+      return {.kind = MouseActionKind::kMoveCursor,
+              .row = place.row,
+              .col = CursorColumn(at.screen, place.row, place.col)};
     default:
       return {};
   }

@@ -97,6 +97,14 @@ PageRow DressedArticle::Row(const ArticleLines& lines, int index, const DressRul
   return row;
 }
 
+bool DressedArticle::HidesIn(int index, const DressRules& rules) const {
+  const int line = LineOf(index);
+  if (line < 0 || !IsPush(static_cast<std::size_t>(line))) return false;
+  const int writer = lines_[static_cast<std::size_t>(line)].writer;
+  const std::u16string& id = writers_[static_cast<std::size_t>(writer)].id;
+  return PushTreatmentOf(rules, id) >= PushTreatment::kHideText;
+}
+
 int DressedArticle::LineOf(int index) const {
   return index >= 0 && index < Count() ? shown_[static_cast<std::size_t>(index)] : -1;
 }

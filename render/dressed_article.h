@@ -31,6 +31,8 @@ class DressedArticle {
   int Count() const { return static_cast<int>(shown_.size()); }
   // The look of the shown line `index` by the rules of now; an empty row outside 0 to Count() - 1.
   PageRow Row(const ArticleLines& lines, int index, const DressRules& rules) const;
+  // Whether the lists hide words or an id in the shown line `index`.
+  bool HidesIn(int index, const DressRules& rules) const;
   // The article's line behind a shown one, -1 outside 0 to Count() - 1; and the shown one at or behind an
   // article's line, Count() when there is none.
   int LineOf(int index) const;

@@ -64,14 +64,15 @@ int ColumnsOf(std::u16string_view text) {
 void DressPushLine(PageRow& row, const PushInPage& push, const DressRules& rules) {
   const Settings& settings = *rules.settings;
   const PushTreatment treatment = PushTreatmentOf(rules, push.id);
+  const bool isMasked = treatment >= PushTreatment::kMaskId;
   LayPushGround(row, rules);
   if (settings.lighterPushLine) Recolour(row, {push.line.id.last, kCols}, kPushTextFore, kLighterPushText);
   if (treatment >= PushTreatment::kHideText) HideText(row, push.line.words, FormOf(rules));
   if (settings.mergePush && push.followsOwnId) {
-    HideText(row, push.line.id, HiddenForm::kBlanks);
-    if (push.line.isNote) HideText(row, kPushMark, HiddenForm::kBlanks);
+    if (isMasked) HideText(row, push.line.id, HiddenForm::kBlanks);
+    LeaveOut(row, push.line.id);
+    if (push.line.isNote) LeaveOut(row, kPushMark);
   } else {
-    const bool isMasked = treatment >= PushTreatment::kMaskId;
     if (isMasked) HideText(row, push.line.id, FormOf(rules));
     MarkId(row, {push.line.id, push.line.words, isMasked}, push.id, rules);
   }

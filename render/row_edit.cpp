@@ -45,21 +45,34 @@ void ColourOnDarkGround(PageRow& row, CellRange range) {
   }
 }
 
+bool IsHidable(const PageRow& row, const RowCells& cells, std::size_t col) {
+  if (cells[col].part == CellPart::kLead) return !IsWideBlank(row, col);
+  return cells[col].part == CellPart::kSingle && cells[col].unit != u' ';
+}
+
+void ReplaceText(PageRow& row, CellRange range, HiddenForm form, std::uint8_t style) {
+  const RowCells cells = DecodeRow(row.cells, Charset());
+  const bool stars = form == HiddenForm::kStars;
+  const auto last = static_cast<std::size_t>(std::clamp(range.last, 0, kCols));
+  for (auto col = static_cast<std::size_t>(std::max(range.first, 0)); col < last; ++col) {
+    if (!IsHidable(row, cells, col)) continue;
+    const bool wide = cells[col].part == CellPart::kLead;
+    row.cells[col].byte = !stars ? std::uint8_t{' '} : wide ? kWideStar[0] : std::uint8_t{'*'};
+    row.cells[col].style |= style;
+    if (!wide) continue;
+    row.cells[col + 1].byte = stars ? kWideStar[1] : std::uint8_t{' '};
+    row.cells[col + 1].style |= style;
+  }
+}
+
 }  // namespace
 
 void HideText(PageRow& row, CellRange range, HiddenForm form) {
-  const RowCells cells = DecodeRow(row.cells, Charset());
-  const auto last = static_cast<std::size_t>(std::clamp(range.last, 0, kCols));
-  for (auto col = static_cast<std::size_t>(std::max(range.first, 0)); col < last; ++col) {
-    if (cells[col].part == CellPart::kLead) {
-      if (IsWideBlank(row, col)) continue;
-      row.cells[col].byte = form == HiddenForm::kStars ? kWideStar[0] : std::uint8_t{' '};
-      row.cells[col + 1].byte = form == HiddenForm::kStars ? kWideStar[1] : std::uint8_t{' '};
-    } else if (cells[col].part == CellPart::kSingle) {
-      const bool star = form == HiddenForm::kStars && cells[col].unit != u' ';
-      row.cells[col].byte = star ? std::uint8_t{'*'} : std::uint8_t{' '};
-    }
-  }
+  ReplaceText(row, range, form, CS_HIDDEN);
+}
+
+void LeaveOut(PageRow& row, CellRange range) {
+  ReplaceText(row, range, HiddenForm::kBlanks, 0);
 }
 
 bool ColourKeywords(PageRow& row, const Keywords& keywords) {

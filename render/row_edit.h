@@ -18,8 +18,11 @@ struct CellRange {
 // What stands in place of a hidden character.
 enum class HiddenForm { kStars, kBlanks };
 
-// Characters that begin within the range; blanks stay what they are.
+// Characters that begin within the range; blanks stay what they are. The cells are marked as hidden.
 void HideText(PageRow& row, CellRange range, HiddenForm form);
+
+// The same with blanks for what need not be repeated, but is no secret: without the mark.
+void LeaveOut(PageRow& row, CellRange range);
 
 // Gives the keywords in the row their colour, on grounds where it can be read; those that overlap are
 // coloured from the first one's begin to the last one's end. Returns whether there was any.

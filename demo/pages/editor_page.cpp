@@ -1,6 +1,7 @@
 #include "demo/pages/editor_page.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/charset.h"
 #include "demo/big5_text.h"
@@ -46,7 +47,9 @@ void EditorPage::Draw(Canvas& canvas) {
 }
 
 void EditorPage::OnKey(const Key& key) {
-  if (Move(key)) return;
+  // Clients that count columns send an arrow for each half of a wide character.
+  const bool isSecondHalf = std::exchange(passed_, std::nullopt) == key.kind && key.atOnce;
+  if (isSecondHalf || Move(key)) return;
   if (key.Is(KeyKind::kText))
     Insert(key.text);
   else if (key.Is(KeyKind::kEnter))
@@ -139,7 +142,8 @@ bool EditorPage::Move(const Key& key) {
       return true;
     case KeyKind::kLeft:
       if (at_ > 0) {
-        at_ = PreviousCharacter(Line(), at_);
+        const std::size_t end = std::exchange(at_, PreviousCharacter(Line(), at_));
+        if (end - at_ > 1) passed_ = key.kind;
       } else if (line_ > 0) {
         --line_;
         at_ = Line().size();
@@ -147,7 +151,9 @@ bool EditorPage::Move(const Key& key) {
       return true;
     case KeyKind::kRight:
       if (at_ < Line().size()) {
-        at_ += CharacterLength(Line(), at_);
+        const std::size_t length = CharacterLength(Line(), at_);
+        if (length > 1) passed_ = key.kind;
+        at_ += length;
       } else if (line_ + 1 < lines_.size()) {
         ++line_;
         at_ = 0;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,8 +34,9 @@ class EditorPage : public Page {
   std::vector<std::string> lines_;
   Saved saved_;
   std::size_t line_ = 0;
-  std::size_t at_ = 0;   // byte in the line; always the start of a character
-  std::size_t top_ = 0;  // first line shown
+  std::size_t at_ = 0;             // byte in the line; always the start of a character
+  std::size_t top_ = 0;            // first line shown
+  std::optional<KeyKind> passed_;  // the arrow that has just passed a wide character
 };
 
 }  // namespace quillet::demo

@@ -103,7 +103,9 @@ QWidget* OptionDisplayPanel::MakeFontBox() {
   // completed.
   box->completer()->setCompletionMode(QCompleter::PopupCompletion);
   box->completer()->setFilterMode(Qt::MatchContains);
+  // As wide as the column, however long the longest name is.
   box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   controls_.Guard(*box);
   return box;
 }

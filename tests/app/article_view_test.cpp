@@ -314,5 +314,14 @@ TEST_F(ArticleViewTest, PagesAskedForBeforeTheyHaveComeAreShownWhenTheyCome) {
   EXPECT_TRUE(AtRest(0));
 }
 
+TEST_F(ArticleViewTest, TheEndThatIsYetToComeIsReachedWhateverGoesForwardMeanwhile) {
+  Open(longest);
+  Press(Qt::Key_End);
+  Press(Qt::Key_PageDown);
+  Press(Qt::Key_Down);
+  ASSERT_TRUE(Until([&] { return Lines().IsComplete(); }));
+  EXPECT_TRUE(AtRest(Last())) << Article().TopLine();
+}
+
 }  // namespace
 }  // namespace quillet

@@ -17,6 +17,7 @@ inline const std::u16string kFoxLine = u"The quick brown fox 跳過了那隻懶�
 inline const std::u16string kCatLine = u"貓咪喜歡曬太陽，也喜歡看雨";
 inline const std::u16string kLetterLines[] = {u"abcdefghij", u"klmnopqrst", u"uvwxyzABCD"};
 inline const std::u16string kWebLink = u"https://www.example.com/handbook/first-post";
+inline const std::u16string kSecretLink = u"https://www.example.com/jabberwocky";
 inline const std::u16string kTextTitle = u"文字與連結";
 inline const std::u16string kThreadTitle = u"接龍";
 inline const std::u16string kAuthor = u"hatter";
@@ -63,7 +64,9 @@ class HandsTest : public DemoArticleTest {
     std::ofstream(folder / name.toStdString())
         << "Author: " << Utf8(kAuthor) << " (帽匠)\nTitle: " << title << "\nDate: " << date.toStdString()
         << "\nFrom: 203.0.113.5\n\n"
-        << body << "----- pushes\n推|dormouse|好|203.0.113.9|10/03 21:20\n";
+        << body << "----- pushes\n推|dormouse|好|203.0.113.9|10/03 21:20\n"
+        << "噓|jabber|" << Utf8(kSecretLink) << "|203.0.113.9|10/03 21:25\n"
+        << "→|jabber|又來了|203.0.113.9|10/03 21:26\n";
   }
   std::string Text() const {
     std::u16string text = kFoxLine + u'\n' + kCatLine + u'\n';

@@ -2,6 +2,8 @@
 // selecting, copying, pasting, links and lists of names.
 #include <set>
 
+#include <QMenu>
+
 #include "tests/app/hands_fixture.h"
 
 namespace quillet {
@@ -171,6 +173,128 @@ TEST_F(HandsTest, ASelectionOfTheArticleGoesOnAsItScrolls) {
   Press(Qt::Key_Left);
   ASSERT_TRUE(AtList());
   EXPECT_FALSE(View().Selected().IsShown()) << "the text is gone";
+}
+
+TEST_F(HandsTest, ASelectionScrollsOnlyWhileTheButtonIsDown) {
+  Open(longest);
+  MouseDown(At(5, 10));
+  PointAt(At(kRows - 1, 10) + QPointF(0, 400), Qt::LeftButton);
+  ASSERT_TRUE(Until([&] { return Article().TargetLine() > 0; }));
+  MouseUp(At(kRows - 1, 10) + QPointF(0, 400));
+  const int target = Article().TargetLine();
+  ASSERT_TRUE(Until([&] { return Lines().IsComplete(); }));
+  EXPECT_TRUE(AtRest(target)) << Article().TargetLine();
+}
+
+TEST_F(HandsTest, TheMenuDoesNotCopyWhatIsNoLongerSelected) {
+  GoToBoard();
+  const Spot spot = Find(kTextTitle);
+  ASSERT_GE(spot.row, 0);
+  Drag(At(spot.row, spot.col), At(spot.row, spot.col + 4.0));
+  ASSERT_EQ(Selected(), kTextTitle.substr(0, 2));
+  Click(At(spot.row, spot.col + 1.5), Qt::NoModifier, Qt::RightButton);
+  auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  ASSERT_TRUE(menu);
+  doc->Session().SendBytes("\x1B[D");
+  ASSERT_TRUE(AtMainMenu());
+  for (QAction* item : menu->actions())
+    if (item->text().startsWith(u"複製(")) item->trigger();
+  EXPECT_EQ(Clipboard(), u"");
+  menu->close();
+}
+
+// ---- What the lists hide
+
+TEST_F(HandsTest, HiddenPushesAreNeitherCopiedNorFollowed) {
+  ReadText();
+  Press(Qt::Key_End);
+  ASSERT_TRUE(AtRest(Last()));
+  const Spot link = Find(kSecretLink);
+  ASSERT_GE(link.row, 0);
+  const auto copied = [&] {
+    View().Edit(EditCommand::kSelectAll);
+    return Copied();
+  };
+  const std::u16string all = copied();
+  EXPECT_NE(all.find(u"噓 jabber: " + kSecretLink), all.npos);
+  EXPECT_NE(all.find(u"→ jabber: 又來了"), all.npos) << "the id is merged, but no secret";
+  const QPointF onLink = At(link.row, link.col + 3.5);
+  TripleClick(At(link.row, 50.5));
+  PointAt(onLink);
+  ASSERT_TRUE(View().Links().Current());
+
+  doc->Store().Names().Set(u"jabber", {.description = u"吵"});
+  doc->Change(u"Basic", u"BlackPush", u"2");
+  EXPECT_FALSE(View().Selected().IsShown()) << "it would read differently";
+  EXPECT_FALSE(View().Links().Current());
+  Click(onLink);
+  EXPECT_TRUE(opener.opened.empty());
+  const std::u16string hidden = copied();
+  EXPECT_EQ(hidden.find(u"example.com/jabber"), hidden.npos);
+  EXPECT_NE(hidden.find(u"→ jabber: ＊＊＊"), hidden.npos);
+
+  doc->Change(u"Basic", u"BlackPush", u"3");
+  EXPECT_EQ(copied().find(u"jabber"), std::u16string::npos);
+  PointAt(At(link.row, 5.5));
+  EXPECT_EQ(View().IdInQuestion(), "jabber") << "who masks an id can also take it out of the lists";
+
+  doc->Change(u"Basic", u"BlackPush", u"4");
+  const std::u16string removed = copied();
+  EXPECT_EQ(removed.find(u"jabber"), removed.npos);
+  EXPECT_EQ(removed.find(u"***"), removed.npos);
+  EXPECT_NE(removed.find(u"推 dormouse: 好"), removed.npos);
+}
+
+TEST_F(HandsTest, TheBbssOwnPagesAreCopiedAsTheyAreShown) {
+  doc->Store().Names().Set(u"jabber", {.description = u"吵"});
+  doc->Change(u"Basic", u"BlackPush", u"4");
+  doc->Change(u"Basic", u"WebArticle", u"0");
+  GoToBoard();
+  TypeText(u"/filler 40"_qs);
+  Enter();
+  ASSERT_TRUE(Until([&] { return Is(PF_ARTICLE_LIST_CURSOR); }));
+  Press(Qt::Key_Right);
+  ASSERT_TRUE(Until([&] { return Is(PF_READING) && ScreenHolds(u"jabber"); })) << ScreenAsUtf8();
+  const std::u16string page = Copied();
+  EXPECT_NE(page.find(u"推 dormouse: 好"), page.npos);
+  EXPECT_EQ(page.find(u"jabber"), page.npos);
+  Press(Qt::Key_Left);
+  ASSERT_TRUE(AtList());
+
+  EXPECT_NE(Copied().find(u"filler 40"), std::u16string::npos);
+  doc->Store().Names().Set(kAuthor, {.description = u"吵"});
+  doc->Change(u"Basic", u"BlackTitle", u"2");
+  const std::u16string list = Copied();
+  EXPECT_EQ(list.find(u"filler"), list.npos);
+  EXPECT_EQ(list.find(kAuthor), list.npos);
+}
+
+// ---- Writing
+
+TEST_F(HandsTest, AClickInTheEditorGoesToTheCharacter) {
+  GoToBoard();
+  PressWith(Qt::ControlModifier, Qt::Key_P);
+  ASSERT_TRUE(Shows(u"標題："));
+  TypeText("clicked");
+  Enter();
+  ASSERT_TRUE(Until([&] { return Is(PF_EDITOR); })) << ScreenAsUtf8();
+  TypeText(u"甲乙丙丁戊"_qs);
+  Enter();
+  TypeText("second");
+  ASSERT_TRUE(Shows(u"second"));
+  const auto cursorAt = [&](int row, int col) {
+    return Until([&] { return View().Screen().cursorRow == row && View().Screen().cursorCol == col; });
+  };
+  Click(At(0, 5.5));
+  ASSERT_TRUE(cursorAt(0, 4)) << ScreenAsUtf8();
+  TypeText("x");
+  ASSERT_TRUE(Shows(u"甲乙x丙丁戊"));
+  Click(At(0, 60.5));
+  ASSERT_TRUE(cursorAt(0, 11)) << "behind the text, not in the next line";
+  Click(At(0, 2.5));
+  ASSERT_TRUE(cursorAt(0, 2));
+  Click(At(1, 3.5));
+  ASSERT_TRUE(cursorAt(1, 3));
 }
 
 // ---- Pasting

@@ -99,10 +99,10 @@ class PointerControlTest : public WindowTest {
     ClassifyScreen(tests, page.screen, ScreenReason::kUpdated);
     return page.screen;
   }
-  static ScreenSnapshot List(int cursor) {
+  static ScreenSnapshot List(int cursor, std::u16string_view title = u"[問題] 鏡子裡是誰") {
     ScreenBuilder page;
     for (int row = 3; row <= 12; ++row)
-      page.Put(row, 3, u"1234 + 11/06 kagami       □ [問題] 鏡子裡是誰");
+      page.Put(row, 3, u"1234 + 11/06 kagami       □ " + std::u16string(title));
     return Classified(page.Put(cursor, 0, u"●").Cursor(cursor, 1).Put(23, 0, u" 文章選讀 "));
   }
   static ScreenSnapshot Reader() {
@@ -255,6 +255,21 @@ TEST_F(PointerControlTest, APageThatComesWhileTheButtonIsDownIsNotClicked) {
   terminal->Show(List(9));
   Up(At(7, 30));
   EXPECT_TRUE(sent.empty());
+}
+
+TEST_F(PointerControlTest, APageWithItsCursorInTheSamePlaceIsAnotherOneToo) {
+  const QPointF margin(1, 300);
+  for (const QPointF& place : {At(7, 30), margin}) {
+    Down(place);
+    terminal->Show(place == margin ? Reader() : List(5, u"[心得] 下一頁"));
+    Up(place);
+    EXPECT_TRUE(sent.empty());
+    terminal->Show(List(5));
+  }
+  Down(margin);
+  terminal->Show(List(6));
+  Up(margin);
+  EXPECT_EQ(sent, std::vector<std::string>{"\x1B[D"}) << "only the cursor has moved";
 }
 
 TEST_F(PointerControlTest, QuickClicksUpAndDownAllCount) {

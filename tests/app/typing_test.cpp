@@ -94,6 +94,21 @@ TEST_F(TypingTest, TheInputMethodCommitsChineseAndShowsWhatItComposes) {
   EXPECT_TRUE(Arrived(ToBig5(u"中文\rx")));
 }
 
+TEST_F(TypingTest, WhatTheInputMethodGivesIsTypedLikeAnyKey) {
+  script->Deliver("\x1B[3;1Hhello");
+  ASSERT_TRUE(Until([&] { return View().Screen().cursorCol == 5; }));
+  View().Edit(EditCommand::kSelectAll);
+  ASSERT_TRUE(View().Selected().IsShown());
+  Commit(u"中"_qs);
+  EXPECT_FALSE(View().Selected().IsShown());
+  View().SideList().Open(ArticleListKind::kBookmarks);
+  TypeText("z");
+  Commit(u"間"_qs);
+  View().SideList().Close();
+  Commit(u"文"_qs);
+  EXPECT_TRUE(Arrived(ToBig5(u"中文"))) << "a side list keeps what is typed";
+}
+
 TEST_F(TypingTest, TheInputMethodIsToldTheCursorsCell) {
   const auto rectangle = [&] { return View().inputMethodQuery(Qt::ImCursorRectangle).toRect(); };
   script->Deliver("\x1B[5;11H");

@@ -75,6 +75,17 @@ TEST_F(DemoTalkingTest, AnArticleWrittenInTheEditorAppearsInTheList) {
   // Typed with a mistake of a wide character, and a line that is joined again.
   alice->Send(ToBig5(u"今天錯") + "\x7f" + ToBig5(u"好") + "\rA\x1b[D\x7f\x1b[4~B");
   ASSERT_TRUE(alice->WaitForText(0, 0, u"今天好AB")) << alice->Dump();
+  const auto isAt = [&](int col) {
+    return alice->WaitFor(
+        [&](const ScreenSnapshot& screen) { return screen.cursorRow == 0 && screen.cursorCol == col; });
+  };
+  // Four columns to the right by as many keys at once, and then two characters by one key each.
+  alice->Send("\x1b[1~\x1b[C\x1b[C\x1b[C\x1b[C");
+  ASSERT_TRUE(isAt(4)) << alice->Dump();
+  alice->Send("\x1b[D");
+  ASSERT_TRUE(isAt(2)) << alice->Dump();
+  alice->Send("\x1b[D");
+  ASSERT_TRUE(isAt(0)) << alice->Dump();
   alice->Send("\x18");
   ASSERT_TRUE(alice->WaitForFlags(PF_INPUT_FIELD));
   alice->Send("s\r");

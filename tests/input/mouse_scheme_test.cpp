@@ -141,8 +141,20 @@ TEST_F(MouseSchemeTest, AClickOpensAMenusItemByItsLetter) {
 }
 
 TEST_F(MouseSchemeTest, AClickMovesTheEditorsCursor) {
-  EXPECT_EQ(Click(7, 33, Editor()), (MouseAction{.kind = MouseActionKind::kMoveCursor, .row = 7, .col = 33}));
-  EXPECT_EQ(Click(23, 33, Editor()), MouseAction());
+  ScreenBuilder page;
+  page.screen = Editor();
+  const ScreenSnapshot editor = Classified(page.Put(7, 0, u"到底是誰 asked?"));
+  const auto column = [&](int row, int col) {
+    const MouseAction action = Click(row, col, editor);
+    EXPECT_EQ(action, (MouseAction{.kind = MouseActionKind::kMoveCursor, .row = row, .col = action.col}));
+    return action.col;
+  };
+  EXPECT_EQ(column(7, 4), 4);
+  EXPECT_EQ(column(7, 5), 4) << "in front of the character";
+  EXPECT_EQ(column(7, 10), 10);
+  EXPECT_EQ(column(7, 79), 15) << "behind the text, and not on into the next line";
+  EXPECT_EQ(column(9, 33), 0);
+  EXPECT_EQ(Click(23, 33, editor), MouseAction());
 }
 
 TEST_F(MouseSchemeTest, AClickGoesOnWhereAnyKeyDoes) {

@@ -103,6 +103,25 @@ TEST_F(DressedScreenTest, LinesMergeWithWhatIsShownAboveThem) {
   EXPECT_EQ(begins()[5], u"推 *****: ");
 }
 
+TEST_F(DressedScreenTest, WhatTheListsHideIsMarkedAndWhatIsMergedIsNot) {
+  ScreenBuilder builder;
+  for (const int row : {0, 1})
+    PutPush(builder, row, u"推", u"troll", u"說 話");
+  const auto hidden = [&](int row) { return WhereStyle(DressedRow(builder, row), CS_HIDDEN); };
+  EXPECT_EQ(hidden(0), "");
+  EXPECT_EQ(hidden(1), "") << "the id is merged";
+  wishes_.Note(u"troll", ListKind::kBlack);
+  for (const bool stars : {true, false}) {
+    wishes_.settings.hideCharShowStar = stars;
+    wishes_.settings.blackPush = 2;
+    EXPECT_EQ(hidden(0), "..........xx.xx");
+    EXPECT_EQ(hidden(1), "..........xx.xx");
+    wishes_.settings.blackPush = 3;
+    EXPECT_EQ(hidden(0), "...xxxxx..xx.xx");
+    EXPECT_EQ(hidden(1), "...xxxxx..xx.xx") << "merged and masked";
+  }
+}
+
 TEST_F(DressedScreenTest, AgesComeFromTheStampAndTheArticlesYear) {
   ScreenBuilder builder;
   const std::u16string_view tails[] = {
