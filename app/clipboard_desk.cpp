@@ -120,7 +120,11 @@ ClipboardDesk::ClipboardDesk(CQuillDoc& doc, QWidget& window, Handlers handlers,
   connect(&impl_->shortLink, &ShortLink::Done, this, [this](const QString& link) {
     emit Working(false);
     const std::u16string original = std::exchange(impl_->toShorten, {});
-    if (impl_->IsStill(impl_->shortenedAt)) impl_->PasteText(link.isEmpty() ? original : View(link));
+    // Among the keys of an automation it would stop it, or be typed into its prompts.
+    if (impl_->IsStill(impl_->shortenedAt) && !impl_->doc.IsAutomationBusy())
+      impl_->PasteText(link.isEmpty() ? original : View(link));
+    else
+      emit Said(u"畫面已經不同，短網址沒有貼上"_qs);
   });
 }
 

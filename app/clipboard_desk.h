@@ -45,7 +45,8 @@ class ClipboardDesk : public QObject {
   // without a connection or when the clipboard holds no text.
   void Paste(QClipboard::Mode mode = QClipboard::Clipboard);
   // Asks the link shortener and pastes its link, or the clipboard's text when none comes. Other keys may go
-  // out meanwhile. Dropped when another kind of page or another connection has come instead.
+  // out meanwhile. Dropped when another kind of page or another connection has come instead, or an automation
+  // is at work.
   void PasteShortLink();
   // A question is on the screen.
   bool IsAsking() const;
@@ -55,6 +56,8 @@ class ClipboardDesk : public QObject {
  signals:
   // The link shortener is being asked, or no longer.
   void Working(bool working);
+  // For a line over the terminal that goes by itself.
+  void Said(const QString& words);
 
  private:
   bool Put(std::span<const ClipboardBlock> blocks);

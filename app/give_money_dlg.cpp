@@ -1,5 +1,6 @@
 #include "app/give_money_dlg.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QAbstractTableModel>
@@ -22,6 +23,20 @@ QHBoxLayout* RowOf(std::initializer_list<QWidget*> widgets) {
   return row;
 }
 
+// The fields of all groups begin at one place.
+void AlignFields(const QList<QFormLayout*>& forms) {
+  QWidgetList labels;
+  int widest = 0;
+  for (QFormLayout* const form : forms)
+    for (int row = 0; row < form->rowCount(); ++row)
+      if (QLayoutItem* const item = form->itemAt(row, QFormLayout::LabelRole)) {
+        labels << item->widget();
+        widest = qMax(widest, item->sizeHint().width());
+      }
+  for (QWidget* const label : labels)
+    label->setMinimumWidth(widest);
+}
+
 }  // namespace
 
 // The gifts as rows: floor, id, amount.
@@ -39,19 +54,20 @@ class GiftTable : public QAbstractTableModel {
   }
   int columnCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : kColumns; }
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+    if (orientation != Qt::Horizontal) return {};
+    if (role == Qt::TextAlignmentRole) return AlignmentOf(section);
+    if (role != Qt::DisplayRole) return {};
     const QStringList names{u"樓層"_qs, u"id"_qs, u"送出"_qs};
     return names.value(section);
   }
   QVariant data(const QModelIndex& index, int role) const override {
     if (!index.isValid() || index.row() >= rowCount()) return {};
-    if (role == Qt::TextAlignmentRole && index.column() != kId)
-      return QVariant(Qt::AlignRight | Qt::AlignVCenter);
+    if (role == Qt::TextAlignmentRole) return AlignmentOf(index.column());
     if (role != Qt::DisplayRole) return {};
     const FloorGift& gift = gifts_[static_cast<std::size_t>(index.row())];
     switch (index.column()) {
       case kFloor:
-        return gift.floor;
+        return u"%1 樓"_qs.arg(gift.floor);
       case kId:
         return QString::fromStdU16String(gift.id);
       default:
@@ -59,8 +75,13 @@ class GiftTable : public QAbstractTableModel {
     }
   }
 
- private:
   enum Column { kFloor, kId, kAmount, kColumns };
+
+ private:
+  static QVariant AlignmentOf(int column) {
+    return QVariant((column == kId ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
+  }
+
   std::vector<FloorGift> gifts_;
 };
 
@@ -78,12 +99,12 @@ GiveMoneyDlg::GiveMoneyDlg(const MoneyChoices& choices, MoneyPeople people, std:
   note_ = new QLabel;
   note_->setObjectName("note");
   note_->setTextFormat(Qt::PlainText);
-  note_->setMinimumHeight(note_->fontMetrics().lineSpacing());
   auto* const layout = new QVBoxLayout(this);
   layout->addLayout(columns, 1);
   layout->addWidget(note_);
   layout->addLayout(MakeButtons());
 
+  AlignFields(findChildren<QFormLayout*>());
   connect(random_, &QCheckBox::toggled, drawAgain_, &QPushButton::setEnabled);
   drawAgain_->setEnabled(random_->isChecked());
   connect(drawAgain_, &QPushButton::clicked, this, [this] {
@@ -137,7 +158,7 @@ QWidget* GiveMoneyDlg::MakeReceivers(const MoneyChoices& choices) {
   auto* const form = new QFormLayout(group);
   form->addRow(u"種類"_qs, RowOf({push_, boo_, arrow_}));
   form->addRow(u"樓層"_qs, RowOf({fromFloor_, new QLabel(u"到"_qs), toFloor_}));
-  form->addRow(u"間隔"_qs, RowOf({new QLabel(u"每"_qs), floorInterval_, new QLabel(u"樓發一份"_qs)}));
+  form->addRow(u"每"_qs, RowOf({floorInterval_, new QLabel(u"樓發一份"_qs)}));
   form->addRow(u"內容包含"_qs, contentInclude_);
   form->addRow(QString(), matchCase_);
   form->addRow(u"最多"_qs, RowOf({number_, new QLabel(u"份"_qs), random_, drawAgain_}));
@@ -170,8 +191,14 @@ QWidget* GiveMoneyDlg::MakeList() {
   view->setAlternatingRowColors(true);
   view->setShowGrid(false);
   view->verticalHeader()->hide();
-  view->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-  view->setMinimumWidth(view->fontMetrics().averageCharWidth() * 44);
+  view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().lineSpacing() * 3 / 2);
+  const auto width = [view](int characters) { return view->fontMetrics().averageCharWidth() * characters; };
+  view->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  view->horizontalHeader()->setSectionResizeMode(GiftTable::kId, QHeaderView::Stretch);
+  view->setColumnWidth(GiftTable::kFloor, width(9));
+  view->setColumnWidth(GiftTable::kAmount, width(14));
+  view->setMinimumWidth(width(44));
   return view;
 }
 
@@ -230,7 +257,8 @@ void GiveMoneyDlg::Review() {
   gifts_ = ChooseReceivers(floors_, choices, people_, random);
   table_->Show(gifts_);
   const std::int32_t amount = AmountToSend(choices.moneyForEach, choices.afterTax);
-  tax_->setText(choices.afterTax ? u"每份送出 $%1，對方拿到 $%2"_qs.arg(amount).arg(choices.moneyForEach)
+  const std::int32_t arrives = std::min(choices.moneyForEach, LeastThatArrives(amount));
+  tax_->setText(choices.afterTax ? u"每份送出 $%1，對方拿到 $%2"_qs.arg(amount).arg(arrives)
                                  : u"每份送出 $%1，站台再從中抽稅"_qs.arg(amount));
   send_->setText(u"送出 %1 份，共 $%2"_qs.arg(gifts_.size()).arg(TotalOf(gifts_)));
   send_->setEnabled(complete_ && !gifts_.empty());

@@ -34,7 +34,7 @@ void KeyDispatch::Flush() {
 
 void KeyDispatch::Send(const Input& input) {
   if (!doc_.IsConnected()) return;
-  doc_.OnUserActed();
+  if (!doc_.OnUserActed()) return;
   const KeyAction& action = input.action;
   switch (action.kind) {
     case KeyActionKind::kSendKey:

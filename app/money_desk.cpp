@@ -47,8 +47,10 @@ void MoneyDesk::Open() {
     return;
   }
   if (!doc_.IsConnected()) return emit Notice(DescribeNoMoney(NoMoneyReason::kNotConnected));
+  // The latter for a moment only: the article is being opened anew.
+  if (doc_.IsAutomationBusy() || article_.Reading().MustWait())
+    return emit Notice(DescribeNoMoney(NoMoneyReason::kBusy));
   if (!doc_.OpenArticle().IsArticle()) return emit Notice(DescribeNoMoney(NoMoneyReason::kNoArticle));
-  if (doc_.IsAutomationBusy()) return emit Notice(DescribeNoMoney(NoMoneyReason::kBusy));
   doc_.TakeInSettings();
   asked_ = doc_.OpenArticle();
   dialog_ = new GiveMoneyDlg(MoneyChoicesOf(doc_.Fields()), PeopleOf(doc_, doc_.Store().Names()),

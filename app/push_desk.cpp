@@ -25,7 +25,8 @@ std::u16string PushDesk::KeyOf(const ArticleInfo& article) {
 
 std::optional<NoPushReason> PushDesk::Obstacle() const {
   if (!doc_.IsConnected()) return NoPushReason::kNotConnected;
-  if (doc_.IsAutomationBusy()) return NoPushReason::kBusy;
+  // The latter for a moment only: the article is being opened anew.
+  if (doc_.IsAutomationBusy() || article_.Reading().MustWait()) return NoPushReason::kBusy;
   if (!doc_.OpenArticle().IsArticle()) return NoPushReason::kNoArticle;
   return std::nullopt;
 }
@@ -79,8 +80,6 @@ void PushDesk::KeepDraft() {
 void PushDesk::Start() {
   std::optional<NoPushReason> obstacle = Obstacle();
   if (!obstacle && KeyOf(doc_.OpenArticle()) != asked_) obstacle = NoPushReason::kOtherArticle;
-  // For a moment only: the article is being opened anew.
-  if (!obstacle && article_.Reading().MustWait()) obstacle = NoPushReason::kBusy;
   if (obstacle == NoPushReason::kNoArticle) obstacle = NoPushReason::kOtherArticle;
   if (obstacle) return dialog_->Complain(DescribeNoPush(*obstacle));
   KeepDraft();

@@ -17,7 +17,7 @@ namespace {
 // In characters of the dialog's font, and lines.
 constexpr int kWidth = 72;
 constexpr int kTextLines = 7;
-constexpr int kPieceLines = 5;
+constexpr int kPieceLines = 6;  // the header among them
 
 enum Column { kNumberColumn, kWordsColumn, kWidthColumn };
 
@@ -62,10 +62,13 @@ PushOnDlg::PushOnDlg(const Contents& contents, QWidget* parent)
 
 void PushOnDlg::Arrange(const Contents& contents) {
   const QFontMetrics metrics = fontMetrics();
-  text_->setMinimumHeight(metrics.lineSpacing() * kTextLines);
-  pieces_->setMinimumHeight(metrics.lineSpacing() * kPieceLines);
+  // The font's own letters may be lower than the Chinese ones that another font lends it.
+  const int lineHeight = QLabel(u"推"_qs).sizeHint().height();
+  text_->setMinimumHeight(lineHeight * kTextLines);
+  pieces_->setMinimumHeight(lineHeight * kPieceLines);
   pieces_->setColumnCount(3);
   pieces_->setHeaderLabels({u"順序"_qs, u"內容"_qs, u"欄數"_qs});
+  pieces_->headerItem()->setTextAlignment(kWidthColumn, Qt::AlignRight | Qt::AlignVCenter);
   pieces_->setRootIsDecorated(false);
   pieces_->setUniformRowHeights(true);
   pieces_->setSelectionMode(QAbstractItemView::NoSelection);

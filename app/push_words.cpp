@@ -22,7 +22,7 @@ QString Reason(const PushRunResult& result) {
     case PushOutcome::kNoAnswer:
       return u"站台沒有回應，或顯示了不認得的畫面。"_qs;
     case PushOutcome::kTakenOver:
-      return u"您按了鍵，所以停下來讓您自己操作。"_qs;
+      return u"您中途停下了推文。"_qs;
     case PushOutcome::kClosed:
       return u"連線中斷了。"_qs;
   }

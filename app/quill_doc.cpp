@@ -107,11 +107,14 @@ bool CQuillDoc::ListsHoldSomething() const {
          (Fields().bookmarkUpdate && holds(ArticleListKind::kBookmarks));
 }
 
-void CQuillDoc::OnUserActed() {
+bool CQuillDoc::OnUserActed() {
+  const Activity stopped = CurrentActivity();
   StopActivity();
-  if (!driver_.ListHit()) return;
-  driver_.SetListHit(false);
-  NoteStatus();
+  if (driver_.ListHit()) {
+    driver_.SetListHit(false);
+    NoteStatus();
+  }
+  return stopped != Activity::kPush && stopped != Activity::kGiveMoney;
 }
 
 // ---- Connecting
@@ -298,28 +301,11 @@ bool CQuillDoc::PushOn(PushOrder order) {
   const ArticleInfo article = OpenArticle();
   if (!article.IsArticle() || !IsConnected() || connecting_) return false;
   order.author = article.author;
-  const bool asksCode = Fields().markAfterPush && article.code.empty() && !IsOpenArticleBookmarked();
-  auto ledger = std::make_shared<PushLedger>();
-  ledger->Note({.outcome = PushOutcome::kTakenOver, .rest = order.text});
-  struct Outcome {
-    PushRunResult result;
-    std::u16string code;
-  };
-  const auto note = [ledger](PushRunResult now) {
-    now.outcome = PushOutcome::kTakenOver;
-    ledger->Note(std::move(now));
-  };
+  order.asksCode = Fields().markAfterPush && article.code.empty() && !IsOpenArticleBookmarked();
+  auto ledger = std::make_shared<PushLedger>(order);
   const bool started = automation_.Run(
-      [order = std::move(order), asksCode, ledger, note](ScreenWaits& waits) {
-        Outcome outcome{PushInPieces(waits, order, note), {}};
-        ledger->Note(outcome.result);
-        if (asksCode && outcome.result.pushed > 0) outcome.code = AskArticleCode(waits);
-        return outcome;
-      },
-      [this, article = article](const Outcome& outcome) mutable {
-        if (!outcome.code.empty()) article.code = outcome.code;
-        OnPushesDone(outcome.result, article);
-      });
+      [order = std::move(order), ledger](ScreenWaits& waits) { return RunPushOrder(waits, order, *ledger); },
+      [this, article](const PushRunResult& result) { OnPushesDone(result, article); });
   if (!started) return false;
   pushes_ = std::move(ledger);
   activity_ = Activity::kPush;
@@ -327,7 +313,8 @@ bool CQuillDoc::PushOn(PushOrder order) {
   return true;
 }
 
-void CQuillDoc::OnPushesDone(const PushRunResult& result, const ArticleInfo& article) {
+void CQuillDoc::OnPushesDone(const PushRunResult& result, ArticleInfo article) {
+  if (!result.code.empty()) article.code = result.code;
   NoteStatus();
   // The screen that shows the article again may come later than this.
   pushWatch_.Forget();
@@ -392,11 +379,7 @@ bool CQuillDoc::StopActivity() {
   automation_.WaitEnded(kTakeOverPatience);
   NoteStatus();
   if (activity_ == Activity::kLogin) emit LoginEnded({.how = LoginEnd::How::kTakenOver, .said = {}});
-  if (activity_ == Activity::kPush) {
-    PushRunResult result = pushes_->Result();
-    if (result.outcome == PushOutcome::kClosed) result.outcome = PushOutcome::kTakenOver;
-    OnPushesDone(result, OpenArticle());
-  }
+  if (activity_ == Activity::kPush) OnPushesDone(pushes_->Result(), OpenArticle());
   if (activity_ == Activity::kGiveMoney) emit MoneyEnded(money_->Result());
   return true;
 }

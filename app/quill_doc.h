@@ -163,8 +163,9 @@ class CQuillDoc : public QObject {
   // A screen with this reason has reached the view.
   void OnScreen(const ScreenSnapshot& screen, ScreenReason reason);
   // The user is about to type to the site: he has seen that his lists hold something, and no automation types
-  // between his keys.
-  void OnUserActed();
+  // between his keys. False when that has stopped one that was filling in prompts: what he types was meant
+  // for another page, and must not go out.
+  [[nodiscard]] bool OnUserActed();
 
  signals:
   // A connection is about to be made.
@@ -198,7 +199,7 @@ class CQuillDoc : public QObject {
   bool AddBookmark(const ArticleInfo& article);
   // "MarkAfterPush", for a push made by hand.
   void BookmarkAfterPush();
-  void OnPushesDone(const PushRunResult& result, const ArticleInfo& article);
+  void OnPushesDone(const PushRunResult& result, ArticleInfo article);
   void OnLoginDone(const LoginOrder& order, LoginResult result, const std::u16string& said);
   // Before the connection that it runs on is replaced or closed: nothing of it is left when this returns.
   void EndAutomation();

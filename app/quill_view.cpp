@@ -126,6 +126,7 @@ void CQuillView::ConnectArticle() {
     else
       toast_.Hide();
   });
+  connect(&clipboard_, &ClipboardDesk::Said, this, [this](const QString& words) { toast_.Show(words); });
   connect(&push_, &PushDesk::Said, this, [this](const QString& words) { toast_.Show(words); });
   connect(&push_, &PushDesk::Notice, this, &CQuillView::ShowNotice);
   connect(&money_, &MoneyDesk::Notice, this, &CQuillView::ShowNotice);

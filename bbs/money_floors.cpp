@@ -154,6 +154,10 @@ std::int32_t AmountToSend(int each, bool afterTax) {
   return static_cast<std::int32_t>(std::clamp<std::int64_t>(amount, 1, kMostMoney));
 }
 
+std::int32_t LeastThatArrives(std::int32_t amount) {
+  return static_cast<std::int32_t>(std::int64_t{amount} * (100 - kMoneyTaxPercent) / 100);
+}
+
 std::int64_t TotalOf(const std::vector<FloorGift>& gifts) {
   std::int64_t total = 0;
   for (const FloorGift& gift : gifts)

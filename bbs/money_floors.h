@@ -74,8 +74,12 @@ inline constexpr int kMoneyTaxPercent = 10;
 // The largest amount that the field of that page holds.
 inline constexpr std::int32_t kMostMoney = 99'999'999;
 
-// What must be sent so that at least `each` arrives, or `each` itself; 1 to kMostMoney.
+// What must be sent so that at least `each` arrives, or `each` itself; 1 to kMostMoney, even where more would
+// be needed.
 std::int32_t AmountToSend(int each, bool afterTax);
+
+// What the receiver of such a gift gets at least.
+std::int32_t LeastThatArrives(std::int32_t amount);
 
 std::int64_t TotalOf(const std::vector<FloorGift>& gifts);
 

@@ -441,7 +441,9 @@ void RunMoneyOrder(ScreenWaits& waits, const MoneyOrder& order, MoneyLedger& led
   if (end != MoneyRunEnd::kClosed || waits.Session().state != kStateConnected)
     ledger.NoteEnd(end, run.Said());
   // The user's own prompt is left alone.
-  if (end != MoneyRunEnd::kBusy && waits.IsAlive()) run.GoBackTo(article);
+  if (end == MoneyRunEnd::kBusy || !waits.IsAlive()) return;
+  waits.EndAfter(order.wayBack);
+  run.GoBackTo(article);
 }
 
 }  // namespace quillet

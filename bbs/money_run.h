@@ -29,6 +29,8 @@ struct MoneyOrder {
   // A page that shows no reaction by then has none to the key; a gift is a matter of the BBS's disk.
   std::chrono::milliseconds reaction{3'000};
   std::chrono::milliseconds answer{10'000};
+  // For the way back to the article: the user waits for what came of the gifts.
+  std::chrono::milliseconds wayBack{30'000};
 };
 
 enum class GiftState {

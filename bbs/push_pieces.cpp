@@ -1,6 +1,7 @@
 #include "bbs/push_pieces.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "core/charset.h"
 
@@ -239,10 +240,11 @@ int CountPushes(std::u16string_view text, int columns) {
 
 std::u16string UnpushableIn(std::u16string_view text) {
   std::u16string found;
+  std::unordered_set<std::u16string_view> seen;
   for (std::size_t at = 0; at < text.size();) {
     const Character character = CharacterAt(text, at);
     const std::u16string_view units = text.substr(at, character.units);
-    if (character.kind == Kind::kUnknown && found.find(units) == found.npos) found += units;
+    if (character.kind == Kind::kUnknown && seen.insert(units).second) found += units;
     at += character.units;
   }
   return found;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "bbs/article_code_question.h"
 #include "bbs/page_facts.h"
 #include "bbs/push_pieces.h"
 #include "core/charset.h"
@@ -100,7 +101,7 @@ PushRunResult PushRun::Run() {
     if (step == Step::kTaken) waitsOfPiece_ = interruptions_ = 0;
   }
   if (step != Step::kEnded) result_.rest.clear();
-  if (result_.pushed > 0) ReturnToArticle();
+  if (reading) ReturnToArticle();
   return result_;
 }
 
@@ -278,9 +279,9 @@ bool PushRun::IsHome(const ScreenSnapshot& screen) const {
          PageFacts::ParseListAuthor(screen, screen.cursorRow) == order_.author;
 }
 
-// The user was reading.
+// The user was reading. Another list than the article's is none to open things from.
 void PushRun::ReturnToArticle() {
-  if (!pages_.IsListCursor(waits_.Seen())) return;
+  if (IsReader(waits_.Seen()) || !IsHome(waits_.Seen())) return;
   Press(
       kOpenKey, [this](const ScreenSnapshot& screen) { return IsReader(screen); },
       [this](const ScreenSnapshot& screen) { return pages_.IsListCursor(screen); });
@@ -288,9 +289,42 @@ void PushRun::ReturnToArticle() {
 
 }  // namespace
 
+// ---- The ledger
+
+PushLedger::PushLedger(const PushOrder& order) {
+  result_.outcome = PushOutcome::kTakenOver;
+  result_.rest = order.text;
+}
+
+void PushLedger::Note(PushRunResult result) {
+  const std::lock_guard guard(lock_);
+  result_ = std::move(result);
+}
+
+PushRunResult PushLedger::Result() const {
+  const std::lock_guard guard(lock_);
+  return result_;
+}
+
 PushRunResult PushInPieces(ScreenWaits& waits, const PushOrder& order,
                            const std::function<void(const PushRunResult&)>& progress) {
   return PushRun(waits, order, progress).Run();
+}
+
+PushRunResult RunPushOrder(ScreenWaits& waits, const PushOrder& order, PushLedger& ledger) {
+  PushRunResult result = PushInPieces(waits, order, [&ledger](PushRunResult now) {
+    now.outcome = PushOutcome::kTakenOver;
+    ledger.Note(std::move(now));
+  });
+  // A run that the user has stopped looks like one whose connection has ended.
+  if (result.outcome == PushOutcome::kClosed && waits.Session().state == kStateConnected)
+    result.outcome = PushOutcome::kTakenOver;
+  ledger.Note(result);
+  if (order.asksCode && result.pushed > 0) {
+    result.code = AskArticleCode(waits);
+    ledger.Note(result);
+  }
+  return result;
 }
 
 }  // namespace quillet

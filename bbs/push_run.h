@@ -22,8 +22,9 @@ struct PushOrder {
   std::u16string text{};
   PushKind kind = PushKind::kGood;
   std::u16string
-      author{};      // of the article, as the list prints it; tells its line when the BBS shows the list
-  int columns = 33;  // that a push is likely to have; the BBS's own field says it surely
+      author{};           // of the article, as the list prints it; tells its line when the BBS shows the list
+  int columns = 33;       // that a push is likely to have; the BBS's own field says it surely
+  bool asksCode = false;  // of the article, once something has been pushed to it
   std::chrono::milliseconds patience{10'000};  // for each answer of the BBS
 };
 
@@ -33,7 +34,7 @@ enum class PushOutcome {
   kNotOffered,  // the BBS lets nobody push in the wanted way here
   kNoReader,    // no article was showing
   kNoAnswer,    // none, or none that is known, within the patience
-  kTakenOver,   // by the user: whoever cancels a run says so, the run itself does not
+  kTakenOver,   // by the user; only the ledger says so
   kClosed       // the connection ended, or the run was cancelled
 };
 
@@ -46,20 +47,17 @@ struct PushRunResult {
   bool unsure = false;    // the first piece of the rest may have been taken
   int columns = 0;        // of the BBS's field; 0 when none has been seen
   int waitSeconds = 0;    // while the run goes on: the BBS has asked to wait so long
+  std::u16string code{};  // of the article, where the order asks for it
 };
 
 // What has become of an order so far; outlives the run and tells of one that was cancelled, too. Any thread.
 class PushLedger {
  public:
+  explicit PushLedger(const PushOrder& order);
+
+  void Note(PushRunResult result);
   // As long as the run goes on: what holds if the user takes over now.
-  void Note(PushRunResult now) {
-    const std::lock_guard guard(lock_);
-    result_ = std::move(now);
-  }
-  PushRunResult Result() const {
-    const std::lock_guard guard(lock_);
-    return result_;
-  }
+  PushRunResult Result() const;
 
  private:
   mutable std::mutex lock_;
@@ -69,5 +67,8 @@ class PushLedger {
 // `progress` is called on the run's thread with what holds so far, each time that it changes.
 PushRunResult PushInPieces(ScreenWaits& waits, const PushOrder& order,
                            const std::function<void(const PushRunResult&)>& progress = {});
+// The same, noted in the ledger, which was made of the order; asks for the article's code afterwards where
+// the order wants it.
+PushRunResult RunPushOrder(ScreenWaits& waits, const PushOrder& order, PushLedger& ledger);
 
 }  // namespace quillet

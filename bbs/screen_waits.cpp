@@ -79,7 +79,12 @@ ScreenWaits::ScreenWaits(TermSession& session, const PageTests& pages, const std
 }
 
 bool ScreenWaits::IsAlive() const {
-  return !cancelled_ && session_.state == kStateConnected && session_.connectionNumber == connection_;
+  return !cancelled_ && session_.state == kStateConnected && session_.connectionNumber == connection_ &&
+         (!end_ || std::chrono::steady_clock::now() < *end_);
+}
+
+void ScreenWaits::EndAfter(std::chrono::milliseconds limit) {
+  end_ = std::chrono::steady_clock::now() + limit;
 }
 
 void ScreenWaits::Disconnect() {

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -52,8 +53,10 @@ class ScreenWaits {
   TermSession& Session() { return session_; }
   const PageTests& Pages() const { return pages_; }
 
-  // The run goes on: it is not cancelled, and its own connection is up.
+  // The run goes on: it is not cancelled, has time left, and its own connection is up.
   bool IsAlive() const;
+  // From now on the run has only so much time left, whatever it waits for.
+  void EndAfter(std::chrono::milliseconds limit);
   // Ends the run's own connection without waiting for it.
   void Disconnect();
   // Sleeps in small steps; false when the run ended meanwhile.
@@ -114,6 +117,7 @@ class ScreenWaits {
   const PageTests& pages_;
   const std::atomic<bool>& cancelled_;
   const unsigned connection_;  // TermSession::connectionNumber of its own connection
+  std::optional<std::chrono::steady_clock::time_point> end_;
   LiveScreen::Copy copy_;
   bool dismissed_ = false;              // a star line was dismissed,
   std::uint32_t dismissedVersion_ = 0;  // on this screen

@@ -104,12 +104,11 @@ bool IsArticleCode(std::u16string_view code) {
          AidToValue(code) >> kKindShift <= kHighestKind;
 }
 
-// "#code (board)"; the blank may be missing.
-std::optional<TextLink> CodeLinkAt(std::string_view cells, int col) {
+// "#code (board)"; the blank may be missing. `before` is the character in front of `col`, a blank where that
+// is a double-width one, whose second byte may look like a letter.
+std::optional<TextLink> CodeLinkAt(std::string_view cells, int col, char before) {
   const std::string_view rest = cells.substr(static_cast<std::size_t>(col));
-  const bool withinWord =
-      col > 0 && IsOfCode(static_cast<unsigned char>(cells[static_cast<std::size_t>(col) - 1]));
-  if (!rest.starts_with('#') || withinWord) return std::nullopt;
+  if (!rest.starts_with('#') || IsOfCode(static_cast<unsigned char>(before))) return std::nullopt;
   std::u16string code = Widened(rest.substr(1, kAidLength));
   if (!IsArticleCode(code)) return std::nullopt;
   std::size_t open = 1 + kAidLength;
@@ -130,14 +129,18 @@ std::optional<TextLink> CodeLinkAt(std::string_view cells, int col) {
 std::vector<TextLink> FindLinks(const ScreenRow& text, const WebHosts& hosts) {
   const std::string_view cells = Cells(text);
   std::vector<TextLink> links;
+  char before = ' ';
   for (int col = 0; col < kCols;) {
     std::optional<TextLink> link = WebLinkAt(cells, col, hosts);
-    if (!link) link = CodeLinkAt(cells, col);
+    if (!link) link = CodeLinkAt(cells, col, before);
+    const char byte = cells[static_cast<std::size_t>(col)];
     if (link) {
       col = link->last;
+      before = cells[static_cast<std::size_t>(col) - 1];
       links.push_back(*std::move(link));
     } else {
-      col += IsWide(cells[static_cast<std::size_t>(col)]) ? 2 : 1;
+      col += IsWide(byte) ? 2 : 1;
+      before = IsWide(byte) ? ' ' : byte;
     }
   }
   return links;

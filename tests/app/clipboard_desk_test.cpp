@@ -56,6 +56,7 @@ class ClipboardDeskTest : public WithTables {
     screen.Clear();
     Connect();
     QObject::connect(&desk, &ClipboardDesk::Working, [this](bool now) { working.push_back(now); });
+    QObject::connect(&desk, &ClipboardDesk::Said, [this](const QString& words) { said = words; });
     window.show();
   }
 
@@ -119,6 +120,7 @@ class ClipboardDeskTest : public WithTables {
   QByteArray answer = "https://s.test/a\n";
   QPointer<QTcpSocket> held;  // a question that waits for its answer
   bool holds = false;
+  QString said;
   PictureServer server{[this](QTcpSocket& client, const QByteArray& path) {
     asked = path;
     held = &client;
@@ -337,6 +339,7 @@ TEST_F(ClipboardDeskTest, AShortLinkThatComesTooLateIsDropped) {
   PictureServer::Answer(*held, "200 OK", {}, answer);
   ASSERT_TRUE(Worked());
   EXPECT_TRUE(sent.empty()) << "its letters would be commands here";
+  EXPECT_EQ(said, u"畫面已經不同，短網址沒有貼上"_qs);
 
   working.clear();
   PasteShortLink(u"https://a.example/"_qs);
@@ -349,6 +352,19 @@ TEST_F(ClipboardDeskTest, AShortLinkThatComesTooLateIsDropped) {
   PasteShortLink(u"https://c.example/"_qs);
   ASSERT_TRUE(Worked());
   EXPECT_EQ(sent.size(), 1U) << "only what was asked for on this connection";
+}
+
+TEST_F(ClipboardDeskTest, AShortLinkDoesNotComeBetweenTheKeysOfAnAutomation) {
+  holds = true;
+  ShowPage(PF_PUSH_LINE);
+  PasteShortLink(u"https://a.example/"_qs);
+  ASSERT_TRUE(Until([&] { return !held.isNull(); }));
+  ASSERT_TRUE(doc.JumpTo({.board = u"Test", .code = u"1a2B3c4_"}));
+  PictureServer::Answer(*held, "200 OK", {}, answer);
+  ASSERT_TRUE(Worked());
+  EXPECT_TRUE(sent.empty());
+  EXPECT_EQ(doc.CurrentActivity(), Activity::kJump);
+  EXPECT_FALSE(said.isEmpty());
 }
 
 }  // namespace

@@ -138,6 +138,10 @@ TEST_F(GiveMoneyTest, TheBlackListIsHeededAndALotIsDrawnAgain) {
   EXPECT_TRUE(another);
   Number("fromFloor", 99999);
   EXPECT_FALSE(Send().isEnabled());
+  Check("afterTax", true);
+  Number("moneyForEach", kMostMoney);
+  EXPECT_EQ(Find<QLabel>(dialog, "tax").text(), u"每份送出 $99999999，對方拿到 $89999999"_qs)
+      << "nobody is promised more than the BBS's field can send";
   dialog.reject();
 }
 

@@ -151,6 +151,23 @@ TEST_F(PushOnTest, WhoTakesOverWhileTheBbsAsksToWaitFindsTheRestInTheDialog) {
   EXPECT_EQ(Field().toPlainText(), u"二\n三"_qs);
 }
 
+TEST_F(PushOnTest, AKeyThatStopsItDoesNotGoWhereTheRunWasTyping) {
+  LogInAs(u"hasty");
+  OpenWhole(talkative);
+  Push(u"一\n二\n三"_qs);
+  ASSERT_TRUE(Until([&] { return doc->CurrentProgress().waitSeconds > 0; }));
+  TypeText("q");
+  EXPECT_EQ(doc->CurrentActivity(), Activity::kNone);
+  EXPECT_EQ(noticed.title, u"推文沒有全部推出"_qs);
+  ASSERT_TRUE(Until([&] { return !doc->IsAutomationBusy(); }));
+  TypeText("X");
+  const auto answers = [&](std::u16string_view words) {
+    return View().Screen().RowText(kBottomRow).find(ToBig5(words)) != std::string_view::npos;
+  };
+  ASSERT_TRUE(Until([&] { return answers(u"請再等") || answers(u"您覺得這篇文章"); })) << ScreenAsUtf8();
+  EXPECT_FALSE(RowStartsWith(View().Screen(), 0, 0, u"【板主:")) << "the article has not been left";
+}
+
 TEST_F(PushOnTest, ARefusalIsToldInTheBbssWords) {
   LogInAs(u"hush");
   OpenWhole(talkative);

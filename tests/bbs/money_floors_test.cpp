@@ -119,9 +119,11 @@ TEST_F(MoneyFloorsTest, WhatArrivesAfterTaxIsAtLeastWhatWasPromised) {
     const auto arrives = [](std::int32_t amount) { return amount * 9 / 10; };  // of whole coins
     const std::int32_t amount = AmountToSend(each, true);
     ASSERT_GE(arrives(amount), each);
+    ASSERT_EQ(LeastThatArrives(amount), arrives(amount));
     ASSERT_LT(arrives(amount - 1), each) << "and no coin more than it takes";
   }
   EXPECT_EQ(AmountToSend(2'000'000'000, true), kMostMoney);
+  EXPECT_EQ(LeastThatArrives(kMostMoney), 89'999'999);
   EXPECT_EQ(AmountToSend(-5, false), 1);
   EXPECT_EQ(TotalOf({{1, u"a", kMostMoney}, {2, u"b", kMostMoney}, {3, u"c", 1'999'999'999}}), 2'199'999'997);
 }

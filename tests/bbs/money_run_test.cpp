@@ -38,11 +38,12 @@ class MoneyRunTest : public AutomationTest {
   }
   // The BBS is known to have answered all that it will by then.
   static constexpr std::chrono::milliseconds kPatience{800};
-  MoneyRunResult Give(const std::vector<Turn>& turns, int gifts) {
-    const MoneyOrder order{.article = {},
+  MoneyRunResult Give(const std::vector<Turn>& turns, int gifts, ArticleReference article = {}) {
+    const MoneyOrder order{.article = std::move(article),
                            .gifts = std::vector<MoneyGift>(static_cast<std::size_t>(gifts), {u"bob", 5}),
                            .reaction = kPatience,
-                           .answer = kPatience};
+                           .answer = kPatience,
+                           .wayBack = 2 * kPatience};
     MoneyLedger ledger(order.gifts);
     Connect(PlayTurns(turns, 5));
     return Await([&](ScreenWaits& waits) {
@@ -111,6 +112,18 @@ TEST_F(MoneyRunTest, AGiftWithoutAnAnswerIsNotRepeated) {
   EXPECT_EQ(result.gifts[1].state, GiftState::kNotYet);
   const std::string typed = Typed().substr(TypedIn(turns).size());
   EXPECT_EQ(typed.find_first_not_of('\x03'), std::string::npos) << "it only tries to leave";
+}
+
+TEST_F(MoneyRunTest, ABbsThatHangsOnTheWayBackDoesNotKeepTheResult) {
+  std::vector<Turn> turns = Begin();
+  Add(turns, Gift(u"20", Message(u"文藝幣已經送到對方手上")));
+  Add(turns, {{"\n", SystemMenu()}, {"s", kClearScreen + BoardPrompt()}, {"Test", "Test"}, {"\r", ""}});
+  const auto start = std::chrono::steady_clock::now();
+  const MoneyRunResult result = Give(turns, 1, {.board = u"Test", .code = u"1a2B3c4_"});
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+  EXPECT_EQ(result.end, MoneyRunEnd::kFinished);
+  EXPECT_EQ(result.gifts[0].state, GiftState::kGiven);
+  EXPECT_TRUE(Typed().starts_with(TypedIn(turns))) << Typed();
 }
 
 }  // namespace

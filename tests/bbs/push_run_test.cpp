@@ -149,10 +149,50 @@ TEST_F(PushRunTest, TheListIsFollowedOnlyOnTheArticlesLine) {
 
   patience = std::chrono::milliseconds(400);
   turns = {{"", Reader()}, {"X", Field(u"→")}};
-  AddPiece(turns, u"→", u"一", List(u"somebody    "));
+  AddPiece(turns, u"→", u"一");
+  turns.push_back({"X", Field(u"→")});
+  AddPiece(turns, u"→", u"二", List(u"somebody    "));
   const PushRunResult result = Run(turns, {.text = u"一\n二"});
   EXPECT_EQ(result.outcome, PushOutcome::kNoAnswer);
+  EXPECT_EQ(result.pushed, 1);
   EXPECT_TRUE(result.unsure);
+}
+
+TEST_F(PushRunTest, TheArticleIsOpenAgainAfterARefusalToo) {
+  const std::vector<Turn> turns = {{"", Reader()},
+                                   {"X", Message(u"無法推文: 使用者不可發言")},
+                                   {"\n", List(u"author      ")},
+                                   {"l", Reader()}};
+  EXPECT_EQ(Run(turns, {.text = u"一"}).outcome, PushOutcome::kRefused);
+}
+
+TEST_F(PushRunTest, TheLedgerTellsOfARunThatEndedAndOfOneThatWasStopped) {
+  const auto order = [](std::chrono::milliseconds limit) {
+    return PushOrder{.text = u"一", .author = u"author", .asksCode = true, .patience = limit};
+  };
+  std::vector<Turn> turns = {{"", Reader()}, {"X", Field(u"→")}};
+  AddPiece(turns, u"→", u"一");
+  turns.push_back({"Q", Message(u"文章代碼")});
+  const PushOrder whole = order(patience);
+  PushLedger ledger(whole);
+  Follow(turns, [&](ScreenWaits& waits) { return RunPushOrder(waits, whole, ledger); });
+  EXPECT_EQ(ledger.Result().outcome, PushOutcome::kDone);
+  EXPECT_EQ(ledger.Result().pushed, 1);
+
+  const PushOrder stopped = order(std::chrono::milliseconds(20'000));
+  PushLedger ofStopped(stopped);
+  Connect(PlayTurns({{"", Reader()}, {"X", Field(u"→")}, {ToBig5(u"一"), Field(u"→", u"一")}}));
+  std::thread user([&] {
+    EXPECT_TRUE(WaitUntil([&] { return Typed().ends_with('\r'); })) << "the confirmation, which never comes";
+    EXPECT_EQ(ofStopped.Result().outcome, PushOutcome::kTakenOver) << "while it goes on, too";
+    cancelled_ = true;
+  });
+  const PushRunResult result =
+      Await([&](ScreenWaits& waits) { return RunPushOrder(waits, stopped, ofStopped); });
+  user.join();
+  EXPECT_EQ(result.outcome, PushOutcome::kTakenOver);
+  EXPECT_TRUE(ofStopped.Result().unsure);
+  EXPECT_EQ(ofStopped.Result().rest, u"一");
 }
 
 TEST_F(PushRunTest, AnInstantMessageInterruptsWithoutASecondPush) {

@@ -100,6 +100,11 @@ bool TestClient::LogIn(const std::string& id, const std::string& password) {
     if (!WaitForText(21, 0, u"請輸入您的密碼")) return false;
     Send(password + "\r");
   }
+  // The server may not have noticed yet that the user's client before this one is gone.
+  const auto isAsked = [this] { return Has(22, 0, u"您想刪除其他重複登入"); };
+  const auto isGreeted = [this] { return (seen_.pageFlags & PF_ANYKEY_BANNER) != 0; };
+  if (!WaitFor([&](const ScreenSnapshot&) { return isAsked() || isGreeted(); })) return false;
+  if (!isGreeted()) Send("n\r");
   if (!WaitForFlags(PF_ANYKEY_BANNER)) return false;
   Send("\n");
   return WaitForText(0, 2, u"主") && WaitForFlags(PF_LIST_CURSOR);

@@ -112,6 +112,7 @@ TEST_F(LinkFinderTest, ACodeWithItsBoardIsAnArticle) {
   EXPECT_EQ(Find(u"  │ 文章代碼(AID): #1a2B3c4_ (C_Chat) [bbs.example] 標題"),
             (std::vector<TextLink>{{20, 38, {}, article}}));
   EXPECT_EQ(ArticleIn(u"見#1a2B3c4_(C_Chat)。"), article);
+  EXPECT_EQ(ArticleIn(u"乙#1a2B3c4_(C_Chat)。"), article) << "the first character's second byte is an A";
   EXPECT_EQ(Find(u"#1a2B3c4_ (A) #1a2B3c4_ (B)").size(), 2U);
   for (const std::u16string_view text :
        {u"#1a2B3c4 (A)", u"#1a2B3c4_5 (A)", u"#1a2B3c4_  (A)", u"#1a2B3c4_ ()", u"#1a2B3c4_ (A", u"#1a2B3c4_",
