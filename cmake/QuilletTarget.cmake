@@ -46,6 +46,22 @@ function(quillet_options target)
   endif()
 endfunction()
 
+# What nearly every source includes, read once. Targets that say the same headers with the same options share
+# what the first of them has made.
+set(QUILLET_STD_HEADERS <algorithm> <array> <atomic> <chrono> <cstdint> <functional> <map> <memory> <mutex>
+  <optional> <span> <string> <string_view> <thread> <unordered_map> <utility> <vector>)
+
+# quillet_precompile(target kind header...): the headers of a kind are those of the first target of that kind.
+function(quillet_precompile target kind)
+  get_property(first GLOBAL PROPERTY QUILLET_PRECOMPILED_${kind})
+  if(first)
+    target_precompile_headers(${target} REUSE_FROM ${first})
+  else()
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+    set_property(GLOBAL PROPERTY QUILLET_PRECOMPILED_${kind} ${target})
+  endif()
+endfunction()
+
 # quillet_library(core SOURCES a.cpp ... USES quillet_platform ...): the library quillet_core of folder core/.
 function(quillet_library folder)
   cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
@@ -54,6 +70,7 @@ function(quillet_library folder)
   if(ARG_SOURCES)
     add_library(${target} STATIC ${ARG_SOURCES})
     quillet_options(${target})
+    quillet_precompile(${target} library ${QUILLET_STD_HEADERS})
     target_link_libraries(${target} PUBLIC ${ARG_USES})
   else()
     add_library(${target} INTERFACE)
