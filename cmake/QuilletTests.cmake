@@ -11,7 +11,7 @@ else()
   find_package(GTest REQUIRED)
 endif()
 
-# quillet_test(core [TOOLKIT <QtWidgets>] SOURCES a_test.cpp ... USES quillet_core ...): the program core_tests,
+# quillet_test(core [TOOLKIT widgets|paint] SOURCES a_test.cpp ... USES quillet_core ...): the program core_tests,
 # one CTest entry per test; TOOLKIT names what it uses of Qt. Tests run from <build>/bin, where Data/ and
 # demo/content/ lie.
 function(quillet_test folder)
@@ -20,7 +20,13 @@ function(quillet_test folder)
   set(target ${name}_tests)
   add_executable(${target} ${ARG_SOURCES})
   quillet_options(${target})
-  quillet_precompile(${target} "test${ARG_TOOLKIT}" ${ARG_TOOLKIT} <gtest/gtest.h> ${QUILLET_STD_HEADERS})
+  set(toolkit_headers)
+  if(ARG_TOOLKIT STREQUAL "widgets")
+    set(toolkit_headers ${QUILLET_WIDGET_HEADERS})
+  elseif(ARG_TOOLKIT STREQUAL "paint")
+    set(toolkit_headers ${QUILLET_PAINT_HEADERS})
+  endif()
+  quillet_precompile(${target} "test_${ARG_TOOLKIT}" ${toolkit_headers} <gtest/gtest.h> ${QUILLET_STD_HEADERS})
   if(NOT MSVC)
     # The programs under test are as fast as ever; their tests need not be, and compile in half the time.
     target_compile_options(${target} PRIVATE -O0)

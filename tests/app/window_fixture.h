@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QInputMethodEvent>
+#include <QWindow>
 
 #include "app/main_frame.h"
 #include "app/tour/tour.h"
