@@ -1,5 +1,6 @@
 #include "settings/dialog/add_black_dlg.h"
 
+#include <algorithm>
 #include <array>
 #include <gtest/gtest.h>
 #include <map>
@@ -170,6 +171,32 @@ TEST_F(AddBlackDlgTest, WhateverIsAcceptedComesBackFromTheFile) {
     ASSERT_NE(read, nullptr) << QString::fromStdU16String(id).toStdString();
     EXPECT_EQ(*read, entry) << QString::fromStdU16String(id).toStdString();
   }
+}
+
+TEST_F(AddBlackDlgTest, WhatIsDoneToTheKindIsSaidAndCanBeChosen) {
+  OpenDialog open(store, u"troll");
+  const auto box = [&](const char* key) {
+    return open.dialog.findChild<QComboBox*>(QString::fromLatin1(key));
+  };
+  const auto says = [&](const QString& words) {
+    const auto labels = open.dialog.findChildren<QLabel*>();
+    return std::ranges::any_of(
+        labels, [&](const QLabel* label) { return label->isVisible() && label->text().contains(words); });
+  };
+  EXPECT_TRUE(says(u"目前黑名單的標題和推文照常顯示"_qs));
+  box("BlackPush")->setCurrentText(u"整行移除"_qs);
+  EXPECT_TRUE(says(u"黑名單裡所有的id都有效"_qs));
+  open.Kind().setCurrentText(u"白名單"_qs);
+  EXPECT_TRUE(says(u"這種名單"_qs));
+  open.Kind().setCurrentText(u"超黑名單"_qs);
+  EXPECT_TRUE(says(u"目前超黑名單的標題和推文照常顯示"_qs));
+  EXPECT_TRUE(box("SBlackTitle")->isVisible() && !box("BlackTitle")->isVisible());
+  open.Ok().click();
+  EXPECT_EQ(store.Fields().blackPush, 4);
+  EXPECT_EQ(store.Map().Find(u"Basic", u"SBlackTitle"), nullptr) << "what was left alone is not written";
+  SettingsStore later(files, "bbs.example.org");
+  later.Load();
+  EXPECT_EQ(later.Fields().blackPush, 4);
 }
 
 TEST_F(AddBlackDlgTest, LayoutFollowsTheEyeAndCutsNothing) {
