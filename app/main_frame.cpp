@@ -143,7 +143,10 @@ void CMainFrame::OnStatusChanged() {
 void CMainFrame::ToggleFullScreen() {
   const bool full = !isFullScreen();
   menuBar()->setVisible(!full);
-  setWindowState(windowState().setFlag(Qt::WindowFullScreen, full));
+  // Not every window manager keeps both.
+  if (full) wasMaximized_ = isMaximized();
+  setWindowState(
+      windowState().setFlag(Qt::WindowFullScreen, full).setFlag(Qt::WindowMaximized, wasMaximized_));
   fullScreen_->setChecked(full);
   view_->setFocus();
 }

@@ -69,8 +69,9 @@ class CMainFrame : public QMainWindow {
   QAction* workMode_ = nullptr;
   QActionGroup* layouts_ = nullptr;  // by mode
   LayoutMode layout_ = LayoutMode::kOrdinary;
-  QSize usualSize_;  // before the small window was chosen
-  QSize smallSize_;  // before the small window was left
+  QSize usualSize_;            // before the small window was chosen
+  QSize smallSize_;            // before the small window was left
+  bool wasMaximized_ = false;  // before full screen
 };
 
 }  // namespace quillet

@@ -36,7 +36,7 @@ void CMainFrame::RememberPlace() {
   const WindowPlace place{.window = normalGeometry(),
                           .layout = layout_,
                           .otherSize = layout_ == LayoutMode::kNarrow ? usualSize_ : smallSize_,
-                          .maximized = isMaximized(),
+                          .maximized = isFullScreen() ? wasMaximized_ : isMaximized(),
                           .fullScreen = isFullScreen()};
   doc_.UserRegistry().SetText(kRegistryPath, kWindowName, ToText(place).toStdU16String());
 }
