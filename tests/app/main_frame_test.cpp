@@ -81,16 +81,6 @@ TEST_F(MainFrameTest, TheMenuSendsTheControlKeyThatPastingTook) {
   EXPECT_TRUE(Until([&] { return script->Written() == "\x16"; }));
 }
 
-TEST_F(MainFrameTest, FullScreenHidesTheMenuAndComesBack) {
-  Press(Qt::Key_F11);
-  EXPECT_TRUE(frame->isFullScreen());
-  EXPECT_FALSE(frame->menuBar()->isVisible());
-  EXPECT_EQ(frame->focusWidget(), &View());
-  Press(Qt::Key_F11);
-  EXPECT_FALSE(frame->isFullScreen());
-  EXPECT_TRUE(frame->menuBar()->isVisible());
-}
-
 // The terminal itself takes those that are its own; everything else must come to its menu item, and only
 // there.
 TEST_F(MainFrameTest, EveryShortcutWorksInTheWindowAndInFullScreen) {
@@ -156,10 +146,14 @@ TEST_F(MainFrameTest, TheWindowIsAtTheNextStartAsItWasAtTheEnd) {
   EXPECT_EQ(frame->size(), QSize(700, 500)) << "the usual window's size";
   frame->showMaximized();
   Press(Qt::Key_F11);
+  EXPECT_TRUE(frame->isFullScreen() && !frame->menuBar()->isVisible());
+  EXPECT_EQ(frame->focusWidget(), &View());
   frame->close();
   Start();
   EXPECT_TRUE(frame->isFullScreen() && frame->isMaximized() && !frame->menuBar()->isVisible());
   EXPECT_TRUE(FindItem(*frame, u"填滿視窗"_qs)->isChecked());
+  Press(Qt::Key_F11);
+  EXPECT_TRUE(!frame->isFullScreen() && frame->isMaximized() && frame->menuBar()->isVisible());
   frame->setWindowState(Qt::WindowNoState);
   FindItem(*frame, u"迷你視窗"_qs)->trigger();
   EXPECT_EQ(frame->size(), QSize(600, 180)) << "the small window's";

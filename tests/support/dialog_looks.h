@@ -33,9 +33,9 @@ inline void ExpectNothingCut(QWidget& window) {
 // Text of the application larger than usual while it lives.
 class LargeText {
  public:
-  explicit LargeText(double factor = 1.5, const QString& family = {}) {
+  LargeText(double factor, const QString& family) {
     QFont large = before_;
-    if (!family.isEmpty()) large.setFamilies({family});
+    large.setFamilies({family});
     large.setPointSizeF(before_.pointSizeF() * factor);
     QApplication::setFont(large);
   }
