@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "core/site_address.h"
+#include "settings/dialog/dialog_room.h"
 
 namespace quillet {
 namespace {
@@ -53,7 +54,7 @@ ConnectDlg::ConnectDlg(const QString& address, QWidget* parent)
   layout->addLayout(form);
   layout->addStretch();
   layout->addWidget(buttons);
-  setMinimumWidth(fontMetrics().averageCharWidth() * 70);
+  setMinimumWidth(LettersWide(*this, 70));
 
   connect(field_, &QLineEdit::textChanged, this, &ConnectDlg::Check);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

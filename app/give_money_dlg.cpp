@@ -10,6 +10,8 @@
 #include <QHeaderView>
 #include <QVBoxLayout>
 
+#include "settings/dialog/dialog_room.h"
+
 namespace quillet {
 namespace {
 
@@ -89,12 +91,14 @@ GiveMoneyDlg::GiveMoneyDlg(const MoneyChoices& choices, MoneyPeople people, std:
                            QWidget* parent)
     : QDialog(parent), people_(std::move(people)), lot_(lot), table_(new GiftTable(this)) {
   setWindowTitle(u"自動發P幣"_qs);
-  auto* const left = new QVBoxLayout;
+  auto* const asked = new QWidget;
+  auto* const left = new QVBoxLayout(asked);
+  left->setContentsMargins(0, 0, 0, 0);
   left->addWidget(MakeReceivers(choices));
   left->addWidget(MakeAmount(choices));
   left->addStretch();
   auto* const columns = new QHBoxLayout;
-  columns->addLayout(left);
+  columns->addWidget(new ContentScroll(asked, Sideways::kNever));
   columns->addWidget(MakeList(), 1);
   note_ = new QLabel;
   note_->setObjectName("note");
@@ -117,6 +121,7 @@ GiveMoneyDlg::GiveMoneyDlg(const MoneyChoices& choices, MoneyPeople people, std:
     connect(box, &QSpinBox::valueChanged, this, &GiveMoneyDlg::Review);
   connect(contentInclude_, &QLineEdit::textChanged, this, &GiveMoneyDlg::Review);
   Review();
+  FitToScreen(*this);
 }
 
 QSpinBox* GiveMoneyDlg::MakeNumber(const char* name, int least, int most, int value) {
@@ -193,12 +198,12 @@ QWidget* GiveMoneyDlg::MakeList() {
   view->verticalHeader()->hide();
   view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().lineSpacing() * 3 / 2);
-  const auto width = [view](int characters) { return view->fontMetrics().averageCharWidth() * characters; };
+  const auto width = [view](int letters) { return LettersWide(*view, letters); };
   view->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   view->horizontalHeader()->setSectionResizeMode(GiftTable::kId, QHeaderView::Stretch);
   view->setColumnWidth(GiftTable::kFloor, width(9));
-  view->setColumnWidth(GiftTable::kAmount, width(14));
-  view->setMinimumWidth(width(44));
+  view->setColumnWidth(GiftTable::kAmount, width(12));
+  view->setMinimumWidth(width(38));
   return view;
 }
 

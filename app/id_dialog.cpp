@@ -6,6 +6,8 @@
 #include <QRegularExpressionValidator>
 #include <QVBoxLayout>
 
+#include "settings/dialog/dialog_room.h"
+
 namespace quillet {
 
 IdDlg::IdDlg(const QString& proposed, QWidget* parent) : QDialog(parent), field_(new QLineEdit(proposed)) {
@@ -24,7 +26,7 @@ IdDlg::IdDlg(const QString& proposed, QWidget* parent) : QDialog(parent), field_
   layout->addLayout(form);
   layout->addStretch();
   layout->addWidget(buttons);
-  setMinimumWidth(fontMetrics().averageCharWidth() * 44);
+  setMinimumWidth(LettersWide(*this, 44));
 
   connect(field_, &QLineEdit::textChanged, this, [this] { ok_->setEnabled(field_->hasAcceptableInput()); });
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);

@@ -6,6 +6,8 @@
 #include <QFormLayout>
 #include <QVBoxLayout>
 
+#include "settings/dialog/dialog_room.h"
+
 namespace quillet {
 namespace {
 
@@ -41,7 +43,7 @@ JumpDlg::JumpDlg(WebHosts hosts, const QString& board, const QString& clipboard,
   layout->addLayout(form);
   layout->addStretch();
   layout->addWidget(buttons);
-  setMinimumWidth(fontMetrics().averageCharWidth() * 64);
+  setMinimumWidth(LettersWide(*this, 64));
 
   connect(link_, &QLineEdit::textChanged, this, &JumpDlg::TakeLink);
   for (QLineEdit* field : {board_, code_})

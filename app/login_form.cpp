@@ -293,6 +293,8 @@ void LoginForm::Place(double unit) {
     const int padding = qRound(size * 1.5);
     layout()->setContentsMargins(padding, padding, padding, padding);
     layout()->setSpacing(qRound(size * 0.6));
+    // The rows within it still go by the controls' sizes before.
+    layout()->activate();
   }
   const QRect room = parentWidget()->rect();
   const int width = std::min(room.width(), std::max(qRound(size * 28), layout()->minimumSize().width()));

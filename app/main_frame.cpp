@@ -46,6 +46,7 @@ CMainFrame::CMainFrame(CQuillDoc& doc, QWidget* parent)
   const QSize room = LargestView();
   const bool fits = kFirstSize.width() <= room.width() && kFirstSize.height() <= room.height();
   SizeForView(fits ? kFirstSize : kFirstSize.scaled(room, Qt::KeepAspectRatio));
+  RestorePlace();
   view_->setFocus();
 }
 
@@ -142,7 +143,10 @@ void CMainFrame::OnStatusChanged() {
 void CMainFrame::ToggleFullScreen() {
   const bool full = !isFullScreen();
   menuBar()->setVisible(!full);
-  setWindowState(windowState().setFlag(Qt::WindowFullScreen, full));
+  // Not every window manager keeps both.
+  if (full) wasMaximized_ = isMaximized();
+  setWindowState(
+      windowState().setFlag(Qt::WindowFullScreen, full).setFlag(Qt::WindowMaximized, wasMaximized_));
   fullScreen_->setChecked(full);
   view_->setFocus();
 }
@@ -150,7 +154,8 @@ void CMainFrame::ToggleFullScreen() {
 void CMainFrame::OnSettingsChanged() {
   const bool work = doc_.Fields().work;
   workMode_->setChecked(work);
-  setWindowIcon(work ? MakeDisguiseIcon() : QIcon());
+  // None at all would hide the application's own.
+  setWindowIcon(work ? MakeDisguiseIcon() : MakeWindowIcon());
   setWindowTitle(doc_.Title());
   ApplyTopmost();
 }
@@ -160,13 +165,17 @@ void CMainFrame::TakeLayout(LayoutMode mode) {
   const bool wasNarrow = layout_ == LayoutMode::kNarrow;
   layout_ = mode;
   const bool narrow = mode == LayoutMode::kNarrow;
+  const QSize before = normalGeometry().size();
   setMinimumSize((narrow ? kSmallestNarrowView : kSmallestView) + QSize(0, menuBar()->sizeHint().height()));
   // The small window and the usual one have sizes of their own.
+  const bool resizes = !isMaximized() && !isFullScreen();
   if (narrow) {
-    usualSize_ = size();
-    if (!isMaximized() && !isFullScreen()) SizeForView(kFirstNarrowView);
-  } else if (wasNarrow && usualSize_.isValid() && !isMaximized() && !isFullScreen()) {
-    resize(usualSize_);
+    usualSize_ = before;
+    if (resizes && smallSize_.isEmpty()) SizeForView(kFirstNarrowView);
+    if (resizes && !smallSize_.isEmpty()) resize(smallSize_);
+  } else if (wasNarrow) {
+    smallSize_ = before;
+    if (resizes && !usualSize_.isEmpty()) resize(usualSize_);
   }
   view_->SetLayoutMode(mode);
 }
@@ -196,6 +205,7 @@ void CMainFrame::ShowAbout() {
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
+  RememberPlace();
   doc_.Disconnect();
   event->accept();
 }

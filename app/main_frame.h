@@ -3,6 +3,7 @@
 
 #include <functional>
 
+#include <QActionGroup>
 #include <QMainWindow>
 
 #include "app/quill_view.h"
@@ -49,6 +50,9 @@ class CMainFrame : public QMainWindow {
   void MakeArticleMenu();
   void MakeSettingsMenu();
   void TakeLayout(LayoutMode mode);
+  // Where the window was when the program ended, and how, if that is known.
+  void RestorePlace();
+  void RememberPlace();
   void OnCommand(KeyCommand command);
   void OnStatusChanged();
   void ToggleFullScreen();
@@ -63,8 +67,11 @@ class CMainFrame : public QMainWindow {
   QAction* reconnect_ = nullptr;
   QAction* fullScreen_ = nullptr;
   QAction* workMode_ = nullptr;
+  QActionGroup* layouts_ = nullptr;  // by mode
   LayoutMode layout_ = LayoutMode::kOrdinary;
-  QSize usualSize_;  // before the small window was chosen
+  QSize usualSize_;            // before the small window was chosen
+  QSize smallSize_;            // before the small window was left
+  bool wasMaximized_ = false;  // before full screen
 };
 
 }  // namespace quillet

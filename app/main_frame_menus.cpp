@@ -1,5 +1,4 @@
 // The menus of the main window: every command of the client's, with its shortcut.
-#include <QActionGroup>
 #include <QMenuBar>
 
 #include "app/main_frame.h"
@@ -101,12 +100,12 @@ void CMainFrame::MakeLookMenu() {
   workMode_ = Add(*menu, u"上班模式(&W)"_qs, Qt::ALT | Qt::Key_W, [this] { ToggleWorkMode(); });
   workMode_->setCheckable(true);
   menu->addSeparator();
-  auto* const layouts = new QActionGroup(menu);
+  layouts_ = new QActionGroup(menu);
   const auto addLayout = [&](const QString& text, const QKeySequence& keys, LayoutMode mode) {
     QAction* const item = Add(*menu, text, keys, [this, mode] { TakeLayout(mode); });
     item->setCheckable(true);
     item->setChecked(mode == LayoutMode::kOrdinary);
-    layouts->addAction(item);
+    layouts_->addAction(item);
   };
   addLayout(u"一般版面(&O)"_qs, Qt::ALT | Qt::Key_1, LayoutMode::kOrdinary);
   addLayout(u"填滿視窗(&L)"_qs, Qt::ALT | Qt::Key_2, LayoutMode::kFitted);

@@ -10,11 +10,12 @@
 
 #include "app/push_words.h"
 #include "bbs/push_pieces.h"
+#include "settings/dialog/dialog_room.h"
 
 namespace quillet {
 namespace {
 
-// In characters of the dialog's font, and lines.
+// In Latin letters, and lines.
 constexpr int kWidth = 72;
 constexpr int kTextLines = 7;
 constexpr int kPieceLines = 6;  // the header among them
@@ -61,7 +62,6 @@ PushOnDlg::PushOnDlg(const Contents& contents, QWidget* parent)
 }
 
 void PushOnDlg::Arrange(const Contents& contents) {
-  const QFontMetrics metrics = fontMetrics();
   // The font's own letters may be lower than the Chinese ones that another font lends it.
   const int lineHeight = QLabel(u"推"_qs).sizeHint().height();
   text_->setMinimumHeight(lineHeight * kTextLines);
@@ -95,7 +95,8 @@ void PushOnDlg::Arrange(const Contents& contents) {
   layout->addWidget(complaint_);
   layout->addWidget(buttons);
   complaint_->hide();
-  setMinimumWidth(metrics.averageCharWidth() * kWidth);
+  setMinimumWidth(LettersWide(*this, kWidth));
+  FitToScreen(*this);
 }
 
 QWidget* PushOnDlg::KindButtons(const Contents& contents) {

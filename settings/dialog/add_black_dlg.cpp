@@ -11,8 +11,11 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "settings/dialog/black_treatment.h"
 #include "settings/dialog/colour_swatch.h"
+#include "settings/dialog/dialog_room.h"
 #include "settings/dialog/lines_edit.h"
+#include "settings/dialog/mnemonics.h"
 #include "settings/dialog/option_panel.h"
 
 namespace quillet {
@@ -115,10 +118,15 @@ AddBlackDlg::AddBlackDlg(SettingsStore& store, const QString& id, QWidget* paren
       kind_(new QComboBox),
       description_(new QLineEdit),
       complaint_(new QLabel),
-      underline_(new QCheckBox(u"畫底線"_qs)) {
+      underline_(new QCheckBox(u"畫底線"_qs)),
+      treatment_(new BlackTreatment(store)) {
   setWindowTitle(u"加入名單"_qs);
   kind_->addItems(KindNames());
+  kind_->setObjectName("Kind");
+  description_->setObjectName("Description");
+  underline_->setObjectName("Underline");
   LayOut();
+  GiveMnemonics({this});
   const ListEntry* const listed = store_.Names().Find(id_);
   Show(listed != nullptr ? *listed : ListEntry{});
 
@@ -129,6 +137,7 @@ AddBlackDlg::AddBlackDlg(SettingsStore& store, const QString& id, QWidget* paren
   for (QCheckBox* const colour : colours_)
     connect(colour, &QCheckBox::toggled, this, &AddBlackDlg::Check);
   Check();
+  FitToScreen(*this);
   description_->setFocus();
 }
 
@@ -136,6 +145,9 @@ void AddBlackDlg::LayOut() {
   complaint_->setTextFormat(Qt::PlainText);
   // Its room is kept, so that nothing jumps when there is something to complain about.
   complaint_->setMinimumSize(LineSize(complaint_->fontMetrics()));
+  auto* const content = new QWidget;
+  auto* const parts = new QVBoxLayout(content);
+  parts->setContentsMargins(0, 0, 0, 0);
   auto* const form = new QFormLayout;
   form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
   form->addRow(u"id"_qs, MakeIdLabel(QString::fromStdU16String(id_)));
@@ -144,12 +156,14 @@ void AddBlackDlg::LayOut() {
   form->addRow(QString(), complaint_);
   form->addRow(QString(), underline_);
 
-  auto* const layout = new QVBoxLayout(this);
-  layout->addLayout(form);
-  layout->addWidget(MakeColours());
-  layout->addWidget(new NoteLabel(
+  parts->addLayout(form);
+  parts->addWidget(MakeColours());
+  parts->addWidget(treatment_);
+  parts->addWidget(new NoteLabel(
       u"按Tab可顯示所有id的描述 (原Qor Tab功能改為按 ` )\n雙擊Tab可顯示所有黑名單被隱藏的推文/標題"_qs));
-  layout->addStretch();
+  parts->addStretch();
+  auto* const layout = new QVBoxLayout(this);
+  layout->addWidget(new ContentScroll(content, Sideways::kNever));
   layout->addWidget(MakeButtons());
 }
 
@@ -159,6 +173,8 @@ QWidget* AddBlackDlg::MakeColours() {
   for (int i = 0; i < kFlagColours; ++i) {
     const FlagColour& colour = kColours[static_cast<std::size_t>(i)];
     auto* const box = new QCheckBox(QString::fromUtf16(colour.name));
+    // The key that switches it on the BBS's pages, too.
+    box->setObjectName(QString::number(i + 1));
     const int side = box->fontMetrics().height();
     box->setIconSize({side, side});
     box->setIcon(ColourSwatch(colour.shown));
@@ -198,6 +214,7 @@ ListEntry AddBlackDlg::Entered() const {
 }
 
 void AddBlackDlg::Check() {
+  treatment_->SetKind(Entered().kind);
   const QString fault = FaultOf(id_, Entered(), description_->text().toStdU16String());
   complaint_->setText(fault);
   description_->setAccessibleDescription(fault);
@@ -209,6 +226,7 @@ void AddBlackDlg::accept() {
   if (!ok_->isEnabled()) return;
   store_.Names().Set(id_, Entered());
   store_.SaveNames();
+  treatment_->Store();
   QDialog::accept();
 }
 

@@ -1,5 +1,5 @@
 // Adds one user id to the black and white lists, or edits its entry: kind, description, underline, flag
-// colours. User-interface thread.
+// colours. Shows, too, what is done to ids of its kind. User-interface thread.
 #pragma once
 
 #include <array>
@@ -17,6 +17,8 @@ class QPushButton;
 
 namespace quillet {
 
+class BlackTreatment;
+
 class AddBlackDlg : public QDialog {
   Q_OBJECT
 
@@ -25,7 +27,7 @@ class AddBlackDlg : public QDialog {
   // What the file could not hold is said below the description while it is entered, and keeps OK disabled.
   AddBlackDlg(SettingsStore& store, const QString& id, QWidget* parent = nullptr);
 
-  // Writes the entry to the list and the list to disk.
+  // Writes the entry to the list and the list to disk, and what was chosen for all ids of its kind.
   void accept() override;
 
  private:
@@ -43,6 +45,7 @@ class AddBlackDlg : public QDialog {
   QLabel* complaint_;
   QCheckBox* underline_;
   std::array<QCheckBox*, kFlagColours> colours_{};
+  BlackTreatment* treatment_;
   QPushButton* ok_ = nullptr;
 };
 

@@ -8,12 +8,11 @@
 #include <QHBoxLayout>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QScreen>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "settings/dialog/dialog_room.h"
+#include "settings/dialog/mnemonics.h"
 #include "settings/dialog/option_behavior_panel.h"
 #include "settings/dialog/option_control_panel.h"
 #include "settings/dialog/option_display_panel.h"
@@ -21,33 +20,6 @@
 #include "settings/dialog/option_list_panel.h"
 
 namespace quillet {
-namespace {
-
-// What a window's frame and title bar take of the screen, in pixels, on the systems we know.
-constexpr QSize kFrame(16, 48);
-
-// Holds one panel, and scrolls it only where the screen is too small for it.
-class PanelPage : public QScrollArea {
- public:
-  explicit PanelPage(OptionPanelWidget* panel) {
-    setFrameShape(QFrame::NoFrame);
-    setFocusPolicy(Qt::NoFocus);
-    setWidgetResizable(true);
-    setWidget(panel);
-    // The page of the tab shows through.
-    panel->setAutoFillBackground(false);
-    viewport()->setAutoFillBackground(false);
-  }
-
-  // The panel's whole, which the base class caps at a few lines of text; with room for the scroll bar, so
-  // that scrolling one way does not make it scroll the other.
-  QSize sizeHint() const override {
-    return widget()->sizeHint().expandedTo(widget()->minimumSizeHint()) +
-           QSize(verticalScrollBar()->sizeHint().width(), 0);
-  }
-};
-
-}  // namespace
 
 CQuillOptionDlg::CQuillOptionDlg(SettingsStore& store, OptionActions actions, QWidget* parent)
     : QDialog(parent), store_(store), tabs_(new QTabWidget(this)) {
@@ -63,12 +35,14 @@ CQuillOptionDlg::CQuillOptionDlg(SettingsStore& store, OptionActions actions, QW
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(tabs_);
   layout->addLayout(MakeBottomLine());
+  for (OptionPanelWidget* const panel : panels_)
+    GiveMnemonics({useDataFolder_, panel});
   TakeFittingSize();
 }
 
 void CQuillOptionDlg::AddPanel(const QString& title, OptionPanelWidget* panel) {
   panel->Open(store_);
-  tabs_->addTab(new PanelPage(panel), title);
+  tabs_->addTab(new ContentScroll(panel, Sideways::kScrolls), title);
   panels_.push_back(panel);
 }
 
@@ -98,14 +72,7 @@ QHBoxLayout* CQuillOptionDlg::MakeBottomLine() {
 }
 
 void CQuillOptionDlg::TakeFittingSize() {
-  // Hidden tabs too and from the inside out, so that a tab is not laid out once more after it is first shown.
-  const QList<QWidget*> widgets = findChildren<QWidget*>();
-  for (QWidget* widget : widgets)
-    widget->ensurePolished();
-  std::for_each(widgets.rbegin(), widgets.rend(), [](const QWidget* widget) {
-    if (widget->layout() != nullptr) widget->layout()->activate();
-  });
-  resize(layout()->totalSizeHint().boundedTo(screen()->availableSize() - kFrame));
+  FitToScreen(*this);
   // The first control rather than the tabs, which Ctrl+Tab turns from anywhere.
   for (QWidget* next = panels_.front()->nextInFocusChain(); next != this; next = next->nextInFocusChain()) {
     if (!panels_.front()->isAncestorOf(next) || (next->focusPolicy() & Qt::TabFocus) == 0) continue;

@@ -81,16 +81,6 @@ TEST_F(MainFrameTest, TheMenuSendsTheControlKeyThatPastingTook) {
   EXPECT_TRUE(Until([&] { return script->Written() == "\x16"; }));
 }
 
-TEST_F(MainFrameTest, FullScreenHidesTheMenuAndComesBack) {
-  Press(Qt::Key_F11);
-  EXPECT_TRUE(frame->isFullScreen());
-  EXPECT_FALSE(frame->menuBar()->isVisible());
-  EXPECT_EQ(frame->focusWidget(), &View());
-  Press(Qt::Key_F11);
-  EXPECT_FALSE(frame->isFullScreen());
-  EXPECT_TRUE(frame->menuBar()->isVisible());
-}
-
 // The terminal itself takes those that are its own; everything else must come to its menu item, and only
 // there.
 TEST_F(MainFrameTest, EveryShortcutWorksInTheWindowAndInFullScreen) {
@@ -142,6 +132,48 @@ TEST_F(MainFrameTest, TheFirstSizeGivesTheViewItsProportionsWithinTheScreen) {
   frame->SizeForView({640, 400});
   QCoreApplication::processEvents();
   EXPECT_EQ(View().size(), QSize(640, 400));
+}
+
+TEST_F(MainFrameTest, TheWindowIsAtTheNextStartAsItWasAtTheEnd) {
+  frame->setGeometry(40, 60, 700, 500);
+  FindItem(*frame, u"迷你視窗"_qs)->trigger();
+  frame->setGeometry(70, 90, 600, 180);
+  frame->close();
+  Start();
+  EXPECT_EQ(frame->geometry(), QRect(70, 90, 600, 180));
+  EXPECT_TRUE(FindItem(*frame, u"迷你視窗"_qs)->isChecked());
+  FindItem(*frame, u"填滿視窗"_qs)->trigger();
+  EXPECT_EQ(frame->size(), QSize(700, 500)) << "the usual window's size";
+  frame->showMaximized();
+  Press(Qt::Key_F11);
+  EXPECT_TRUE(frame->isFullScreen() && !frame->menuBar()->isVisible());
+  EXPECT_EQ(frame->focusWidget(), &View());
+  frame->close();
+  Start();
+  EXPECT_TRUE(frame->isFullScreen() && frame->isMaximized() && !frame->menuBar()->isVisible());
+  EXPECT_TRUE(FindItem(*frame, u"填滿視窗"_qs)->isChecked());
+  Press(Qt::Key_F11);
+  EXPECT_TRUE(!frame->isFullScreen() && frame->isMaximized() && frame->menuBar()->isVisible());
+  frame->setWindowState(Qt::WindowNoState);
+  FindItem(*frame, u"迷你視窗"_qs)->trigger();
+  EXPECT_EQ(frame->size(), QSize(600, 180)) << "the small window's";
+  const QSize first = QSize(1280, 720).scaled(frame->screen()->availableSize(), Qt::KeepAspectRatio);
+  for (const char16_t* bad : {u"", u"40 60", u"0 0 100000 100000 0 0 7 0 0"}) {
+    registry.SetText(kRegistryPath, u"Window", bad);
+    Start();
+    EXPECT_NEAR(frame->width(), first.width(), 20);
+  }
+}
+
+TEST_F(MainFrameTest, TheProgramsIconStandsOnEveryWindow) {
+  const auto picture = [&](const QWidget& window) { return window.windowIcon().pixmap(32).toImage(); };
+  const QImage usual = picture(*frame);
+  ASSERT_FALSE(usual.isNull());
+  EXPECT_EQ(picture(ConnectDlg({}, frame.get())), usual);
+  doc->Change(u"Basic", u"Work", u"1");
+  EXPECT_NE(picture(*frame), usual);
+  doc->Change(u"Basic", u"Work", u"0");
+  EXPECT_EQ(picture(*frame), usual);
 }
 
 TEST_F(MainFrameTest, TheAddressDialogAcceptsOnlyWhatCanBeAnAddress) {

@@ -31,7 +31,7 @@ struct OpenDialog {
   }
   bool Says(const QString& words) {
     for (auto* const label : dialog.findChildren<QLabel*>())
-      if (label->text().contains(words)) return true;
+      if (label->isVisible() && label->text().contains(words)) return true;
     return false;
   }
 
@@ -172,22 +172,37 @@ TEST_F(AddBlackDlgTest, WhateverIsAcceptedComesBackFromTheFile) {
   }
 }
 
-TEST_F(AddBlackDlgTest, LayoutFollowsTheEyeAndCutsNothing) {
-  const auto check = [this] {
-    OpenDialog open(store, u"Mossgrov1234");
-    ExpectTabOrderByEye(open.dialog);
-    ExpectNothingCut(open.dialog);
-    const QSize before = open.dialog.size();
-    open.Description().setText(u"長"_qs.repeated(490) + u"\t"_qs);
-    open.Description().setText(u"長"_qs.repeated(998));
-    QApplication::processEvents();
-    EXPECT_TRUE(open.Says(u"太長"_qs));
-    ExpectNothingCut(open.dialog);
-    EXPECT_EQ(open.dialog.size(), before) << "nothing jumps";
+TEST_F(AddBlackDlgTest, WhatIsDoneToTheKindIsSaidAndCanBeChosen) {
+  OpenDialog open(store, u"troll");
+  const auto box = [&](const char* key) {
+    return open.dialog.findChild<QComboBox*>(QString::fromLatin1(key));
   };
-  check();
-  const LargeText large;
-  check();
+  EXPECT_TRUE(open.Says(u"目前黑名單的標題和推文照常顯示"_qs));
+  box("BlackPush")->setCurrentText(u"整行移除"_qs);
+  EXPECT_TRUE(open.Says(u"黑名單裡所有的id都有效"_qs));
+  open.Kind().setCurrentText(u"白名單"_qs);
+  EXPECT_TRUE(open.Says(u"這種名單"_qs));
+  open.Kind().setCurrentText(u"超黑名單"_qs);
+  EXPECT_TRUE(open.Says(u"目前超黑名單的標題和推文照常顯示"_qs));
+  EXPECT_TRUE(box("SBlackTitle")->isVisible() && !box("BlackTitle")->isVisible());
+  open.Ok().click();
+  EXPECT_EQ(store.Fields().blackPush, 4);
+  EXPECT_EQ(store.Map().Find(u"Basic", u"SBlackTitle"), nullptr) << "what was left alone is not written";
+  SettingsStore later(files, "bbs.example.org");
+  later.Load();
+  EXPECT_EQ(later.Fields().blackPush, 4);
+}
+
+TEST_F(AddBlackDlgTest, LayoutFollowsTheEyeAndNothingJumps) {
+  OpenDialog open(store, u"Mossgrov1234");
+  ExpectTabOrderByEye(open.dialog);
+  const QSize before = open.dialog.size();
+  open.Description().setText(u"長"_qs.repeated(490) + u"\t"_qs);
+  open.Description().setText(u"長"_qs.repeated(998));
+  QApplication::processEvents();
+  EXPECT_TRUE(open.Says(u"太長"_qs));
+  ExpectNothingCut(open.dialog);
+  EXPECT_EQ(open.dialog.size(), before);
 }
 
 }  // namespace

@@ -1,20 +1,17 @@
-// A store with empty files behind it, and what every dialog over it has to keep: a tab order by eye and
-// nothing cut.
+// A store with empty files behind it, and what every dialog over it has to keep: a tab order by eye.
 #pragma once
 
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <vector>
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QComboBox>
 #include <QKeyEvent>
-#include <QLabel>
+#include <QRegularExpression>
 #include <QStyle>
 
 #include "settings/settings_store.h"
 #include "tests/settings/user_folders.h"
+#include "tests/support/dialog_looks.h"
 
 namespace quillet {
 
@@ -30,9 +27,15 @@ inline void Press(QWidget& widget, int key, const QString& text = {}) {
   QApplication::sendEvent(&widget, &press);
 }
 
+// Without the key at their end.
+inline QString PlainWords(QString words) {
+  static const QRegularExpression key(u"\\(&.\\)$"_qs);
+  return words.remove(key);
+}
+
 inline QAbstractButton* ButtonOf(QWidget& window, const QString& text) {
   for (auto* const button : window.findChildren<QAbstractButton*>())
-    if (button->text() == text) return button;
+    if (PlainWords(button->text()) == text) return button;
   ADD_FAILURE() << "no button " << text.toStdString();
   return nullptr;
 }
@@ -57,37 +60,5 @@ inline void ExpectTabOrderByEye(QWidget& window) {
     EXPECT_GE(after.y(), before.y() - 8) << i;
   }
 }
-
-inline void ExpectNothingCut(QWidget& window) {
-  for (auto* const label : window.findChildren<QLabel*>()) {
-    const QSize text = label->fontMetrics().size(0, label->text());
-    EXPECT_GE(label->width(), text.width()) << label->text().toStdString();
-    EXPECT_GE(label->height(), text.height()) << label->text().toStdString();
-  }
-  const auto fits = [](QWidget* control, const QString& name) {
-    EXPECT_GE(control->width(), control->sizeHint().width()) << name.toStdString();
-    EXPECT_GE(control->height(), control->sizeHint().height()) << name.toStdString();
-  };
-  for (auto* const button : window.findChildren<QAbstractButton*>())
-    fits(button, button->text());
-  for (auto* const box : window.findChildren<QComboBox*>())
-    fits(box, box->currentText());
-}
-
-// Text of the application at 150% while it lives.
-class LargeText {
- public:
-  LargeText() {
-    QFont large = before_;
-    large.setPointSizeF(before_.pointSizeF() * 1.5);
-    QApplication::setFont(large);
-  }
-  LargeText(const LargeText&) = delete;
-  LargeText& operator=(const LargeText&) = delete;
-  ~LargeText() { QApplication::setFont(before_); }
-
- private:
-  QFont before_ = QApplication::font();
-};
 
 }  // namespace quillet

@@ -16,13 +16,6 @@ QString Chars(int count) {
   return QString(count, u'長');
 }
 
-std::vector<QString> TabOrderNames(QWidget& window) {
-  std::vector<QString> names;
-  for (QWidget* const widget : TabOrder(window))
-    names.push_back(widget->objectName());
-  return names;
-}
-
 // A panel over a store of its own, as the options dialog has it.
 template <typename Panel>
 class PanelTest : public testing::Test, public LoadedStore {
@@ -147,18 +140,6 @@ TEST_F(OptionListPanelTest, FiftyThousandEntriesAreEditedInPlace) {
   EXPECT_EQ(changed, 1);
 }
 
-TEST_F(OptionListPanelTest, TabWalksThroughAllControlsInOrder) {
-  Open();
-  EXPECT_EQ(
-      TabOrderNames(panel),
-      (std::vector<QString>{u"BlackTitle"_qs, u"BlackPush"_qs, u"SBlackTitle"_qs, u"SBlackPush"_qs,
-                            u"HideCharShowStar"_qs, u"AddBlackHotKey"_qs, u"names"_qs, u"titleWords"_qs}));
-  Edit(u"names"_qs).setFocus();
-  Press(Edit(u"names"_qs), Qt::Key_Tab, u"\t"_qs);
-  EXPECT_EQ(panel.focusWidget(), &Edit(u"titleWords"_qs));
-  EXPECT_EQ(Edit(u"names"_qs).toPlainText(), QString());
-}
-
 using OptionHotTrackPanelTest = PanelTest<OptionHotTrackPanel>;
 
 TEST_F(OptionHotTrackPanelTest, RulesAreStoredOnceInTodaysSpelling) {
@@ -208,26 +189,6 @@ TEST_F(OptionHotTrackPanelTest, TheExamplesAreRules) {
   examples[0].remove(u"範例: "_qs);
   Type(u"rules"_qs, examples.join(u'\n'));
   EXPECT_EQ(panel.Complaint(), QString());
-}
-
-TEST(ListPanelsTest, NothingIsCutAtLargeText) {
-  LoadedStore loaded;
-  const auto check = [&](OptionPanelWidget&& panel) {
-    panel.Open(loaded.store);
-    panel.show();
-    QApplication::processEvents();
-    ExpectNothingCut(panel);
-    EXPECT_LT(panel.width(), 1300);
-    EXPECT_LT(panel.height(), 640);
-    panel.resize(panel.minimumSizeHint());
-    QApplication::processEvents();
-    ExpectNothingCut(panel);
-  };
-  check(OptionListPanel());
-  check(OptionHotTrackPanel());
-  const LargeText large;
-  check(OptionListPanel());
-  check(OptionHotTrackPanel());
 }
 
 }  // namespace
