@@ -150,6 +150,7 @@ void CMainFrame::ToggleFullScreen() {
 void CMainFrame::OnSettingsChanged() {
   const bool work = doc_.Fields().work;
   workMode_->setChecked(work);
+  workMenus_->Show(work ? MenuFace::kEditor : MenuFace::kOwn);
   setWindowIcon(work ? MakeDisguiseIcon() : QIcon());
   setWindowTitle(doc_.Title());
   ApplyTopmost();
@@ -185,6 +186,7 @@ void CMainFrame::ApplyTopmost() {
 }
 
 void CMainFrame::ShowAbout() {
+  if (doc_.Fields().work) return ShowEditorAbout(*this);
   QMessageBox box(QMessageBox::NoIcon, u"關於 Quillet"_qs,
                   u"<b>Quillet %1</b>"_qs.arg(QCoreApplication::applicationVersion()), QMessageBox::NoButton,
                   this);

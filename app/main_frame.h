@@ -2,10 +2,12 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include <QMainWindow>
 
 #include "app/quill_view.h"
+#include "app/work_menus.h"
 
 namespace quillet {
 
@@ -46,6 +48,7 @@ class CMainFrame : public QMainWindow {
   void MakeEditMenu();
   void AddSearch(QMenu& menu, SearchEngine engine, const QKeySequence& keys);
   void MakeLookMenu();
+  void AddPlaces(QMenu& menu);
   void MakeArticleMenu();
   void MakeSettingsMenu();
   void TakeLayout(LayoutMode mode);
@@ -63,6 +66,11 @@ class CMainFrame : public QMainWindow {
   QAction* reconnect_ = nullptr;
   QAction* fullScreen_ = nullptr;
   QAction* workMode_ = nullptr;
+  QAction* quit_ = nullptr;
+  QAction* copy_ = nullptr;
+  QAction* paste_ = nullptr;
+  QAction* selectAll_ = nullptr;
+  std::unique_ptr<WorkMenus> workMenus_;
   LayoutMode layout_ = LayoutMode::kOrdinary;
   QSize usualSize_;  // before the small window was chosen
 };
