@@ -18,8 +18,8 @@ constexpr int kNarrowestFlag = 5;
 constexpr int kSmallestAge = 10;    // em in device pixels
 constexpr double kAgeSize = 0.625;  // of the row's letters: rounded, still six tenths of their height
 // What is left of its width at least when an age is pushed together: of the em, and in device pixels.
-constexpr double kAgeCondensed = 0.42;
-constexpr double kNarrowestAge = 7;
+constexpr double kAgeCondensed = 0.44;
+constexpr double kNarrowestAge = 8;
 // The first of these with which an age can be read.
 constexpr double kAgeOpacities[] = {0.7, 0.8, 0.9, 1};
 constexpr std::uint8_t kAgeFore = 14;
