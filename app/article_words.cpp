@@ -1,5 +1,7 @@
 #include "app/article_words.h"
 
+#include "settings/setting_table.h"
+
 namespace quillet {
 
 QString DescribeNews(const ArticleNews& news) {
@@ -24,6 +26,10 @@ QString DescribeBookmarkEnd(BookmarkEnd end) {
 
 QString DescribeNoCommand(bool connected) {
   return connected ? u"現在無法使用這個功能"_qs : u"尚未連線"_qs;
+}
+
+QString DescribeActsNotYet(const QString& name) {
+  return u"%1：%2"_qs.arg(name, QStringView(kActsNotYet));
 }
 
 PanelText DescribeNoBackground(const QString& source, const QString& reason) {

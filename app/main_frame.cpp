@@ -154,6 +154,7 @@ void CMainFrame::ToggleFullScreen() {
 void CMainFrame::OnSettingsChanged() {
   const bool work = doc_.Fields().work;
   workMode_->setChecked(work);
+  workMenus_->Show(work ? MenuFace::kEditor : MenuFace::kOwn);
   // None at all would hide the application's own.
   setWindowIcon(work ? MakeDisguiseIcon() : MakeWindowIcon());
   setWindowTitle(doc_.Title());
@@ -194,6 +195,7 @@ void CMainFrame::ApplyTopmost() {
 }
 
 void CMainFrame::ShowAbout() {
+  if (doc_.Fields().work) return ShowEditorAbout(*this);
   QMessageBox box(QMessageBox::NoIcon, u"關於 Quillet"_qs,
                   u"<b>Quillet %1</b>"_qs.arg(QCoreApplication::applicationVersion()), QMessageBox::NoButton,
                   this);

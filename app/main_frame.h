@@ -2,11 +2,13 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include <QActionGroup>
 #include <QMainWindow>
 
 #include "app/quill_view.h"
+#include "app/work_menus.h"
 
 namespace quillet {
 
@@ -47,6 +49,7 @@ class CMainFrame : public QMainWindow {
   void MakeEditMenu();
   void AddSearch(QMenu& menu, SearchEngine engine, const QKeySequence& keys);
   void MakeLookMenu();
+  void AddPlaces(QMenu& menu);
   void MakeArticleMenu();
   void MakeSettingsMenu();
   void TakeLayout(LayoutMode mode);
@@ -68,6 +71,11 @@ class CMainFrame : public QMainWindow {
   QAction* fullScreen_ = nullptr;
   QAction* workMode_ = nullptr;
   QActionGroup* layouts_ = nullptr;  // by mode
+  QAction* quit_ = nullptr;
+  QAction* copy_ = nullptr;
+  QAction* paste_ = nullptr;
+  QAction* selectAll_ = nullptr;
+  std::unique_ptr<WorkMenus> workMenus_;
   LayoutMode layout_ = LayoutMode::kOrdinary;
   QSize usualSize_;            // before the small window was chosen
   QSize smallSize_;            // before the small window was left

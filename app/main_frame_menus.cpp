@@ -1,7 +1,9 @@
 // The menus of the main window: every command of the client's, with its shortcut.
 #include <QMenuBar>
+#include <QShortcut>
 
 #include "app/main_frame.h"
+#include "settings/setting_table.h"
 
 namespace quillet {
 namespace {
@@ -43,6 +45,13 @@ void CMainFrame::MakeMenus() {
   // The shortcuts of a menu bar that is hidden in full screen are dead, those of the window are not.
   for (const QMenu* const menu : menuBar()->findChildren<QMenu*>())
     addActions(menu->actions());
+  workMenus_ = std::make_unique<WorkMenus>(*menuBar(), WorkMenus::Items{.quit = quit_,
+                                                                        .copy = copy_,
+                                                                        .paste = paste_,
+                                                                        .selectAll = selectAll_,
+                                                                        .fullScreen = fullScreen_,
+                                                                        .leave = [this] { ToggleWorkMode(); },
+                                                                        .about = [this] { ShowAbout(); }});
 }
 
 void CMainFrame::MakeConnectionMenu() {
@@ -55,7 +64,7 @@ void CMainFrame::MakeConnectionMenu() {
   reconnect_ = Add(*menu, u"重新連線(&R)"_qs, kClientKeys | Qt::Key_R, [this] { doc_.Reconnect(); });
   disconnect_ = Add(*menu, u"中斷連線(&K)"_qs, kClientKeys | Qt::Key_D, [this] { doc_.Disconnect(); });
   menu->addSeparator();
-  Add(*menu, u"離開(&X)"_qs, Qt::ALT | Qt::Key_F4, [this] { close(); });
+  quit_ = Add(*menu, u"離開(&X)"_qs, Qt::ALT | Qt::Key_F4, [this] { close(); });
 }
 
 void CMainFrame::MakeEditMenu() {
@@ -63,12 +72,12 @@ void CMainFrame::MakeEditMenu() {
   const auto addEdit = [&](const QString& text, const QKeySequence& keys, EditCommand command) {
     return Add(*menu, text, keys, [this, command] { view_->Edit(command); });
   };
-  addEdit(u"複製(&C)"_qs, kClientKeys | Qt::Key_C, EditCommand::kCopy);
+  copy_ = addEdit(u"複製(&C)"_qs, kClientKeys | Qt::Key_C, EditCommand::kCopy);
   addEdit(u"複製成 HTML（含色彩）(&H)"_qs, kClientKeys | Qt::Key_W, EditCommand::kCopyHtml);
   addEdit(u"複製成 ANSI 色碼(&N)"_qs, kClientKeys | Qt::Key_Q, EditCommand::kCopyAnsi);
-  addEdit(u"全選(&A)"_qs, kClientKeys | Qt::Key_A, EditCommand::kSelectAll);
+  selectAll_ = addEdit(u"全選(&A)"_qs, kClientKeys | Qt::Key_A, EditCommand::kSelectAll);
   menu->addSeparator();
-  addEdit(u"貼上(&P)"_qs, kClientKeys | Qt::Key_V, EditCommand::kPaste);
+  paste_ = addEdit(u"貼上(&P)"_qs, kClientKeys | Qt::Key_V, EditCommand::kPaste);
   addEdit(u"貼上短網址(&S)"_qs, kClientKeys | Qt::Key_K, EditCommand::kPasteShortLink);
   menu->addSeparator();
   AddSearch(*menu, SearchEngine::kFirst, kClientKeys | Qt::Key_S);
@@ -112,7 +121,23 @@ void CMainFrame::MakeLookMenu() {
   addLayout(u"迷你視窗(&M)"_qs, Qt::ALT | Qt::Key_3, LayoutMode::kNarrow);
   menu->addSeparator();
   Add(*menu, u"顯示名單描述(&D)"_qs, Qt::CTRL | Qt::Key_Tab, [this] { view_->Reveal(); });
-  Add(*menu, u"推文IP轉地理位置(&I)"_qs, kClientKeys | Qt::Key_G, [this] { view_->TogglePlaces(); });
+  AddPlaces(*menu);
+}
+
+// While nothing acts on it, it is grey and says why; its keys are not left to the BBS but say the same.
+void CMainFrame::AddPlaces(QMenu& menu) {
+  const QString text = u"推文IP轉地理位置"_qs;
+  const QKeySequence keys(kClientKeys | Qt::Key_G);
+  if (Acts(u"Basic", u"IpToName")) {
+    Add(menu, text + u"(&I)"_qs, keys, [this] { view_->TogglePlaces(); });
+    return;
+  }
+  const QString why = QStringView(kActsNotYet).toString();
+  menu.addAction(u"%1（%2）(&I)\t%3"_qs.arg(text, why, keys.toString(QKeySequence::NativeText)))
+      ->setEnabled(false);
+  auto* const shortcut = new QShortcut(keys, this);
+  shortcut->setAutoRepeat(false);
+  connect(shortcut, &QShortcut::activated, view_, &CQuillView::TogglePlaces);
 }
 
 void CMainFrame::MakeArticleMenu() {
@@ -138,6 +163,7 @@ void CMainFrame::MakeArticleMenu() {
   QAction* const compact = Add(*menu, u"清單每篇一行(&1)"_qs, Qt::ALT | Qt::Key_L,
                                [this] { view_->SideList().SetCompact(!view_->SideList().IsCompact()); });
   compact->setCheckable(true);
+  connect(&view_->SideList(), &SideListView::CompactChanged, compact, &QAction::setChecked);
 }
 
 void CMainFrame::MakeSettingsMenu() {

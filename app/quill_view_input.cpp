@@ -7,6 +7,7 @@
 #include "app/seconds_now.h"
 #include "bbs/page_flags.h"
 #include "input/id_at.h"
+#include "settings/setting_table.h"
 
 namespace quillet {
 
@@ -156,6 +157,7 @@ void CQuillView::OnCommand(KeyCommand command) {
 }
 
 void CQuillView::TogglePlaces() {
+  if (!Acts(u"Basic", u"IpToName")) return toast_.Show(DescribeActsNotYet(u"推文IP轉地理位置"_qs));
   const bool on = !doc_.Fields().ipToName;
   doc_.Change(u"Basic", u"IpToName", on ? u"1" : u"0");
   toast_.Show(on ? u"推文IP轉地理位置：開"_qs : u"推文IP轉地理位置：關"_qs);

@@ -115,8 +115,10 @@ void SideListView::Toggle(ArticleListKind kind) {
 }
 
 void SideListView::SetCompact(bool compact) {
+  if (compact == compact_) return;
   compact_ = compact;
   Arrange();
+  emit CompactChanged(compact);
 }
 
 // ---- State

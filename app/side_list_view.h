@@ -49,6 +49,7 @@ class SideListView : public QWidget {
   // The list closes itself behind it.
   void ArticleChosen(const quillet::ArticleReference& article);
   void Closed();
+  void CompactChanged(bool compact);
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <fstream>
+#include <set>
 #include <sstream>
 
+#include "core/ascii.h"
 #include "demo/article_code.h"
 #include "demo/big5_text.h"
 
@@ -191,6 +193,30 @@ void LoadUsers(const fs::path& file, Content& content) {
   }
 }
 
+// Whoever writes here has an account: money and letters can be sent to everybody that one reads of. Without a
+// password nobody logs in with it.
+void AddWriters(Content& content) {
+  const auto lower = [](std::string id) {
+    std::transform(id.begin(), id.end(), id.begin(), AsciiLower<char>);
+    return id;
+  };
+  if (content.users.empty()) return;  // nobody could log in at all, which the server says
+  std::set<std::string> known;
+  for (const User& user : content.users)
+    known.insert(lower(user.id));
+  const auto add = [&](const std::string& id, const std::string& nickname) {
+    if (known.insert(lower(id)).second) content.users.push_back({id, {}, nickname, 0, {}});
+  };
+  // Authors first, whose nicknames are known.
+  for (const Board& board : content.boards)
+    for (const ArticlePtr& article : board.articles)
+      add(article->authorId, article->nickname);
+  for (const Board& board : content.boards)
+    for (const ArticlePtr& article : board.articles)
+      for (const Push& push : article->pushes)
+        add(push.userId, {});
+}
+
 }  // namespace
 
 int Article::Score() const {
@@ -243,6 +269,7 @@ Content LoadContent(const fs::path& folder) {
   std::sort(content.boards.begin(), content.boards.end(), [](const Board& a, const Board& b) {
     return std::tie(a.info.order, a.info.name) < std::tie(b.info.order, b.info.name);
   });
+  AddWriters(content);
   return content;
 }
 

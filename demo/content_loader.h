@@ -15,7 +15,7 @@ inline constexpr const char* kFrameSeparator = "\f";
 
 struct Content {
   std::vector<Board> boards;  // in the order of the board list
-  std::vector<User> users;
+  std::vector<User> users;    // those of users.txt, then everybody else who writes
   // Every complaint as "file: what"; a file that cannot be used is left out.
   std::vector<std::string> problems;
 };

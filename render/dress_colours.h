@@ -8,11 +8,14 @@ namespace quillet {
 inline constexpr std::uint8_t kPlainFore = 7;
 inline constexpr std::uint8_t kPlainGround = 16;
 inline constexpr std::uint8_t kPushTextFore = 3;      // the BBS's own for the words of a push line
-inline constexpr std::uint8_t kReadTitle = 8;         // of an article that has been read
 inline constexpr std::uint8_t kPushGround = 24;       // under push lines
 inline constexpr std::uint8_t kMyId = 26;             // the user's own id
 inline constexpr std::uint8_t kKeywordColour = 28;    // a word that the user wants to be told of
 inline constexpr std::uint8_t kLighterPushText = 44;  // instead of kPushTextFore
+// Of an article that has been read. No colour of the tables: that of kReadTitleTint, or as much lighter as it
+// takes to be read on its ground.
+inline constexpr std::uint8_t kReadTitle = 47;
+inline constexpr std::uint8_t kReadTitleTint = 8;
 
 // Grounds on which the client's own colours can be read: black, the push lines' and the header's blue.
 constexpr bool IsDarkGround(std::uint8_t back) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "render/contrast.h"
+#include "render/dress_colours.h"
 #include "render/shape_glyphs.h"
 
 namespace quillet {
@@ -11,8 +12,8 @@ namespace {
 constexpr char16_t kIdeographicSpace = 0x3000;
 constexpr std::size_t kBlue = 4;
 constexpr std::size_t kBrightBlue = 12;
-constexpr std::size_t kPageGround = 16;
-constexpr std::size_t kPushGround = 24;
+constexpr std::size_t kPageGround = kPlainGround;
+constexpr std::size_t kHeaderGround = 20;
 constexpr std::size_t kCaptionGround = 25;
 constexpr std::size_t kBarTint = 38;
 // Contrast on black 4.8 and 8.0; still told apart from each other and from cyan.
@@ -39,6 +40,13 @@ Palette WithLighterBlue(Palette palette, std::uint32_t ground) {
   palette[kBlue] = ReadableOn(ground, kLighterBlue);
   palette[kBrightBlue] = ReadableOn(ground, kLighterBrightBlue);
   return palette;
+}
+
+// What lines are dressed in is the client's own doing, so it must not cost anyone the text.
+void MakeDressReadable(Palette& foregrounds, std::uint32_t ground) {
+  foregrounds[kReadTitle] = foregrounds[kReadTitleTint];
+  for (const std::uint8_t index : {kMyId, kKeywordColour, kLighterPushText, kReadTitle})
+    foregrounds[index] = ReadableOn(ground, foregrounds[index]);
 }
 
 // What is written in the page's own ground colour is meant to be unseen, and stays so.
@@ -75,7 +83,7 @@ CellGround GroundOf(const PageCell& cell) {
 }  // namespace
 
 LookColours::LookColours(const Palette& palette, bool lighterDarkBlue)
-    : palette_(palette), onPage_(palette), onPush_(palette), onCaption_(palette) {
+    : palette_(palette), onPage_(palette), onPush_(palette), onCaption_(palette), onHeader_(palette) {
   const std::uint32_t page = palette[kPageGround];
   bar_ = IsDark(page) ? MixColours(page, palette[kBarTint], 128) : kLightBar;
   readableBlue_ = IsDark(page) ? kLighterBlue : palette[kBlue];
@@ -86,6 +94,10 @@ LookColours::LookColours(const Palette& palette, bool lighterDarkBlue)
     onPush_ = WithLighterBlue(palette, palette[kPushGround]);
     onCaption_ = WithLighterBlue(palette, palette[kCaptionGround]);
   }
+  MakeDressReadable(onPage_, page);
+  MakeDressReadable(onPush_, palette[kPushGround]);
+  MakeDressReadable(onCaption_, palette[kCaptionGround]);
+  MakeDressReadable(onHeader_, palette[kHeaderGround]);
   onBar_ = ReadableOnBar(onPage_, page, bar_);
 }
 
@@ -106,6 +118,7 @@ std::uint32_t LookColours::Foreground(const PageCell& cell, char16_t unit) const
   if (cell.back == kPageGround) return onPage_[cell.fore];
   if (cell.back == kPushGround) return onPush_[cell.fore];
   if (cell.back == kCaptionGround) return onCaption_[cell.fore];
+  if (cell.back == kHeaderGround) return onHeader_[cell.fore];
   return palette_[cell.fore];
 }
 

@@ -62,6 +62,7 @@ class LookColours {
   Palette onPage_;
   Palette onPush_;
   Palette onCaption_;
+  Palette onHeader_;
   Palette onBar_;
 };
 

@@ -63,22 +63,27 @@ constexpr SettingRow Text(Words section, Words key, std::u16string S::*field, Wo
           panel,   panel == P::kNone ? C::kNone : C::kTextBox,
           label,   {}};
 }
+// Kept and shown, but nothing acts on it.
+constexpr SettingRow NotYet(SettingRow row) {
+  row.acts = false;
+  return row;
+}
 
 // clang-format off
 constexpr SettingRow kRows[] = {
   Text(kBasic, u"Site", &S::site, u"", kAbsent, P::kNone, u""),
-  Choice(kBasic, u"DownloadEngine", &S::downloadEngine, u"1", kAbsent, P::kBehavior, C::kRadioButtons, u"圖片下載引擎", kDownloadEngines),
-  Choice(kBasic, u"ShowPicMode", &S::showPicMode, u"1", kInMap, P::kBehavior, C::kComboBox, u"自動開圖範圍", kPictureScopes),
-  Choice(kBasic, u"QuotePic", &S::quotePic, u"0", kAbsent, P::kBehavior, C::kComboBox, u"引言", kPictureSizes),
-  Choice(kBasic, u"ContentPic", &S::contentPic, u"3", kInMap, P::kBehavior, C::kComboBox, u"本文", kPictureSizes),
-  Choice(kBasic, u"SignPic", &S::signPic, u"1", kInMap, P::kBehavior, C::kComboBox, u"簽名檔", kPictureSizes),
-  Choice(kBasic, u"PushPic", &S::pushPic, u"2", kInMap, P::kBehavior, C::kComboBox, u"推文", kPictureSizes),
-  Check(kBasic, u"OpenPicAfterDownload", &S::openPicAfterDownload, u"1", kInMap, P::kBehavior, u"下載完成後才顯示圖片"),
-  Check(kBasic, u"AutoPlayGif", &S::autoPlayGif, u"1", kInMap, P::kBehavior, u"自動播放gif"),
+  NotYet(Choice(kBasic, u"DownloadEngine", &S::downloadEngine, u"1", kAbsent, P::kBehavior, C::kRadioButtons, u"圖片下載引擎", kDownloadEngines)),
+  NotYet(Choice(kBasic, u"ShowPicMode", &S::showPicMode, u"1", kInMap, P::kBehavior, C::kComboBox, u"自動開圖範圍", kPictureScopes)),
+  NotYet(Choice(kBasic, u"QuotePic", &S::quotePic, u"0", kAbsent, P::kBehavior, C::kComboBox, u"引言", kPictureSizes)),
+  NotYet(Choice(kBasic, u"ContentPic", &S::contentPic, u"3", kInMap, P::kBehavior, C::kComboBox, u"本文", kPictureSizes)),
+  NotYet(Choice(kBasic, u"SignPic", &S::signPic, u"1", kInMap, P::kBehavior, C::kComboBox, u"簽名檔", kPictureSizes)),
+  NotYet(Choice(kBasic, u"PushPic", &S::pushPic, u"2", kInMap, P::kBehavior, C::kComboBox, u"推文", kPictureSizes)),
+  NotYet(Check(kBasic, u"OpenPicAfterDownload", &S::openPicAfterDownload, u"1", kInMap, P::kBehavior, u"下載完成後才顯示圖片")),
+  NotYet(Check(kBasic, u"AutoPlayGif", &S::autoPlayGif, u"1", kInMap, P::kBehavior, u"自動播放gif")),
   Check(kBasic, u"WebArticle", &S::webArticle, u"1", kInMap, P::kBehavior, u"網頁式文章 (圖片上按右鍵可存圖)"),
   Check(kBasic, u"AutoRefreshPush", &S::autoRefreshPush, u"1", kInMap, P::kBehavior, u"自動更新推文"),
   Check(kBasic, u"NotifyArticleChanged", &S::notifyArticleChanged, u"1", kInMap, P::kBehavior, u"文章被作者修改時發出通知"),
-  Check(kBasic, u"AutoCheckUpdate", &S::autoCheckUpdate, u"1", kInMap, P::kBehavior, u"自動檢查版本更新"),
+  NotYet(Check(kBasic, u"AutoCheckUpdate", &S::autoCheckUpdate, u"1", kInMap, P::kBehavior, u"自動檢查版本更新")),
   Check(kBasic, u"MarkAfterPush", &S::markAfterPush, u"0", kAbsent, P::kBehavior, u"推文後自動將文章加入書籤"),
   Check(kBasic, u"CopyWhenSelect", &S::copyWhenSelect, u"0", kAbsent, P::kBehavior, u"選取文字時自動複製文字"),
   Check(kBasic, u"PasteAutoChangeLine", &S::pasteAutoChangeLine, u"1", kInMap, P::kBehavior, u"貼上文字時自動換行"),
@@ -95,8 +100,8 @@ constexpr SettingRow kRows[] = {
   Check(kBasic, u"ColorMyId", &S::colorMyId, u"1", kInMap, P::kDisplay, u"自己的id變亮藍色"),
   Check(kBasic, u"MergePush", &S::mergePush, u"1", kInMap, P::kDisplay, u"推文合併相同id"),
   Check(kBasic, u"GrayBackgroundPush", &S::grayBackgroundPush, u"1", kInMap, P::kDisplay, u"推文灰底"),
-  Check(kBasic, u"IpDetectProxy", &S::ipDetectProxy, u"1", kInMap, P::kDisplay, u"推文IP自動偵測跳板"),
-  Check(kBasic, u"IpToName", &S::ipToName, u"1", kInMap, P::kDisplay, u"推文IP轉地理位置 (快捷鍵 i )"),
+  NotYet(Check(kBasic, u"IpDetectProxy", &S::ipDetectProxy, u"1", kInMap, P::kDisplay, u"推文IP自動偵測跳板")),
+  NotYet(Check(kBasic, u"IpToName", &S::ipToName, u"1", kInMap, P::kDisplay, u"推文IP轉地理位置 (快捷鍵 i )")),
   Check(kBasic, u"TitleShowID", &S::titleShowId, u"1", kInMap, P::kDisplay, u"標題列顯示登入id"),
   Check(kBasic, u"Topmost", &S::topmost, u"0", kAbsent, P::kDisplay, u"最上層顯示"),
   Check(kBasic, u"HideTopLeftIcons", &S::hideTopLeftIcons, u"0", kAbsent, P::kDisplay, u"隱藏畫面兩邊的按鈕"),
@@ -140,7 +145,7 @@ constexpr SettingRow kRows[] = {
   Hidden(kGive, u"NoSBlack", &S::autoGiveNoSBlack, u"0", kAbsent),
   Hidden(kGive, u"Random", &S::autoGiveRandom, u"0", kAbsent),
   Hidden(kGive, u"AfterTax", &S::autoGiveAfterTax, u"0", kAbsent),
-  Hidden(kGive, u"Donate", &S::autoGiveDonate, u"0", kAbsent),
+  NotYet(Hidden(kGive, u"Donate", &S::autoGiveDonate, u"0", kAbsent)),
   Text(kGive, u"ContentInclude", &S::autoGiveContentInclude, u"", kAbsent, P::kNone, u""),
 };
 // clang-format on
@@ -155,6 +160,11 @@ const SettingRow* FindSetting(std::u16string_view section, std::u16string_view k
   for (const SettingRow& row : kRows)
     if (row.section == section && row.key == key) return &row;
   return nullptr;
+}
+
+bool Acts(std::u16string_view section, std::u16string_view key) {
+  const SettingRow* const row = FindSetting(section, key);
+  return row != nullptr && row->acts;
 }
 
 }  // namespace quillet

@@ -36,11 +36,18 @@ struct SettingRow {
   OptionControl control;
   std::u16string_view label;
   std::span<const std::u16string_view> choices;  // combo box and radio buttons, by value
+  bool acts = true;                              // something in this version acts on it
 };
 
 std::span<const SettingRow> SettingTable();
 
+// What is said of a setting that nothing acts on.
+inline constexpr std::u16string_view kActsNotYet = u"這個版本還沒有作用";
+
 // Null when there is none.
 const SettingRow* FindSetting(std::u16string_view section, std::u16string_view key);
+
+// Whether something acts on the setting; false when there is none.
+bool Acts(std::u16string_view section, std::u16string_view key);
 
 }  // namespace quillet

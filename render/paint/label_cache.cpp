@@ -15,9 +15,6 @@ namespace {
 constexpr std::size_t kMostLabels = 1024;
 constexpr std::size_t kMostShapes = 128;
 constexpr int kMeasureEm = 256;
-constexpr int kLargestEm = 1000;
-// A text may be drawn in this share of its natural width.
-constexpr double kMostSqueezed = 0.85;
 // Longer texts are not worth measuring: no window shows them.
 constexpr qsizetype kLongestText = 512;
 
@@ -73,11 +70,6 @@ double LabelCache::WidthPerEm(std::u16string_view text) {
   return widths_[std::u16string(text)] = width;
 }
 
-int LabelCache::FittingEm(std::u16string_view text, int room) {
-  const double narrowest = std::max(WidthPerEm(text), 0.01) * kMostSqueezed;
-  return static_cast<int>(std::clamp(room / narrowest, 0.0, static_cast<double>(kLargestEm)));
-}
-
 const Label* LabelCache::Elided(const std::u16string& text, int em, int room, double opacity) {
   if (text.empty() || em < 1 || room < em) return nullptr;
   const Key key{text, em, room, true, opacity};
@@ -85,13 +77,12 @@ const Label* LabelCache::Elided(const std::u16string& text, int em, int room, do
   return Keep(key, QFontMetricsF(FontOf(em)).elidedText(ToLine(text), Qt::ElideRight, room), em);
 }
 
-const Label* LabelCache::Fitted(const std::u16string& text, int em, int smallest, int room, double opacity) {
-  if (text.empty() || room < 1) return nullptr;
-  const int fitting = std::min(em, FittingEm(text, room));
-  if (fitting < smallest) return nullptr;
-  const Key key{text, fitting, room, false, opacity};
+const Label* LabelCache::Condensed(const std::u16string& text, int em, double narrowest, int room,
+                                   double opacity) {
+  if (text.empty() || em < 1 || room < 1 || WidthPerEm(text) * narrowest > room) return nullptr;
+  const Key key{text, em, room, false, opacity};
   if (const auto found = labels_.find(key); found != labels_.end()) return &found->second;
-  return Keep(key, ToLine(text), fitting);
+  return Keep(key, ToLine(text), em);
 }
 
 const Label* LabelCache::Keep(const Key& key, const QString& text, int em) {

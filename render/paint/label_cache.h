@@ -51,14 +51,11 @@ class LabelCache {
   // The text in `em` pixels, at most `room` pixels wide: what is too long ends in "…". Null when there is no
   // room for anything, or no text. Good until the next call.
   const Label* Elided(const std::u16string& text, int em, int room, double opacity);
-  // The text in `em` pixels or as much less, down to `smallest`, as it needs to fit `room`, pushed together a
-  // little before it is made smaller; null when it does not fit.
-  const Label* Fitted(const std::u16string& text, int em, int smallest, int room, double opacity);
+  // The text in `em` pixels, pushed together to fit `room`, each em of it to no less than `narrowest` pixels;
+  // null when it does not fit.
+  const Label* Condensed(const std::u16string& text, int em, double narrowest, int room, double opacity);
   // Neither side is below 1. Good until the next call.
   const OwnedTile& Shape(MarkShape shape, QSize size);
-
-  // The largest em that Fitted could give the text.
-  int FittingEm(std::u16string_view text, int room);
 
  private:
   struct Key {

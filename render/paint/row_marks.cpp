@@ -15,12 +15,15 @@ constexpr std::uint8_t kPennantFore[kPennants] = {9, 10, 11, 12, 13, 14, 15};
 constexpr int kBlueFlag = 4;
 constexpr int kNarrowestFlag = 5;
 
-constexpr int kSmallestAge = 10;  // em in device pixels
+constexpr int kSmallestAge = 10;    // em in device pixels
+constexpr double kAgeSize = 0.625;  // of the row's letters: rounded, still six tenths of their height
+// What is left of its width at least when an age is pushed together: of the em, and in device pixels.
+constexpr double kAgeCondensed = 0.44;
+constexpr double kNarrowestAge = 8;
 // The first of these with which an age can be read.
 constexpr double kAgeOpacities[] = {0.7, 0.8, 0.9, 1};
 constexpr std::uint8_t kAgeFore = 14;
-constexpr double kAgeEms = 5;  // that many characters of an age fit its room; longer ones are squeezed
-constexpr int kAgeEnd = 2;     // device pixels that stay free before the right edge
+constexpr int kAgeEnd = 2;  // device pixels that stay free before the right edge
 
 constexpr std::uint8_t kTagGround = 41;
 constexpr std::uint8_t kTagFore = 15;
@@ -119,13 +122,14 @@ void RowMarks::PaintSquares() {
 
 void RowMarks::PaintAge(int baseline) {
   if (row_.page.age.empty()) return;
-  const int gap = std::max(2, place_.halfCell / 4);
+  const int gap = (place_.halfCell + 1) / 2;
   const int left = std::max(place_.X(AgeColumn(row_.page)), 0) + gap;
   const int room = kit_.rightEdge - kAgeEnd - left;
-  const int em = std::min((place_.height + 1) / 2, static_cast<int>(std::lround(room / kAgeEms)));
+  const int em = std::max(static_cast<int>(std::ceil(kAgeSize * 2 * place_.halfCell)), kSmallestAge);
   const std::uint32_t colour = kit_.colours.At(kAgeFore);
-  const Label* label = kit_.labels.Fitted(row_.page.age, std::max(em, kSmallestAge), kSmallestAge, room,
-                                          AgeOpacity(row_.margin.background, colour));
+  const double narrowest = std::max(kAgeCondensed * em, kNarrowestAge);
+  const Label* label =
+      kit_.labels.Condensed(row_.page.age, em, narrowest, room, AgeOpacity(row_.margin.background, colour));
   if (label == nullptr) return;
   kit_.canvas.BlendOver({left, place_.top + baseline - label->baseline}, label->ink.View(), colour);
 }

@@ -37,7 +37,7 @@ void OptionBehaviorPanel::AddProgram(QVBoxLayout& column, std::function<void()> 
     connect(button, &QPushButton::clicked, this, std::move(becomeDefaultBrowser));
   } else {
     button->setEnabled(false);
-    button->setToolTip(QStringLiteral("這個系統不支援從這裡設定預設瀏覽器"));
+    button->setToolTip(QStringLiteral("這個版本還不能從這裡設定預設瀏覽器"));
   }
 }
 

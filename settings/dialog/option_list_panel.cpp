@@ -67,7 +67,8 @@ OptionListPanel::OptionListPanel(QWidget* parent)
   options->addLayout(left, 1);
   options->addLayout(right, 1);
   AddGroup(*left, u"id黑名單等級(高等級包含低等級效果)"_qs, controls_,
-           {u"BlackTitle", u"BlackPush", u"SBlackTitle", u"SBlackPush"});
+           {u"BlackTitle", u"BlackPush", u"SBlackTitle", u"SBlackPush"})
+      ->addRow(new NoteLabel(u"(「不自動開圖」%1)"_qs.arg(QStringView(kActsNotYet))));
   QFormLayout* const switches =
       AddGroup(*right, u"顯示與快捷鍵"_qs, controls_, {u"HideCharShowStar", u"AddBlackHotKey"});
   switches->addRow(

@@ -1,5 +1,7 @@
 #include "settings/dialog/option_panel.h"
 
+#include <algorithm>
+
 #include <QBoxLayout>
 #include <QEvent>
 #include <QFormLayout>
@@ -40,6 +42,9 @@ QFormLayout* OptionPanelWidget::AddGroup(QBoxLayout& column, const QString& titl
   QFormLayout* group = AddGroup(column, title);
   for (const std::u16string_view key : keys)
     controls.AddRow(*group, key, section);
+  const auto acts = [section](std::u16string_view key) { return SettingControls::Acts(key, section); };
+  if (!std::all_of(keys.begin(), keys.end(), acts))
+    group->addRow(new NoteLabel(QStringLiteral("(灰色的選項%1)").arg(QStringView(kActsNotYet)), this));
   return group;
 }
 

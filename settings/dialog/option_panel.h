@@ -42,7 +42,7 @@ class OptionPanelWidget : public QWidget {
   Columns MakeColumns();
   // A titled group at the end of `column`, laid out as a form.
   QFormLayout* AddGroup(QBoxLayout& column, const QString& title);
-  // The same with the controls of these keys in it.
+  // The same with the controls of these keys in it, and a word about those that are grey.
   QFormLayout* AddGroup(QBoxLayout& column, const QString& title, SettingControls& controls,
                         std::initializer_list<std::u16string_view> keys,
                         std::u16string_view section = u"Basic");

@@ -57,6 +57,11 @@ const SettingRow& RowOf(std::u16string_view key, std::u16string_view section) {
   return *row;
 }
 
+void GreyOut(QWidget& widget) {
+  widget.setEnabled(false);
+  widget.setToolTip(Words(kActsNotYet));
+}
+
 QWidget* MakeComboBox(const SettingRow& row, QWidget& owner) {
   auto* box = new QComboBox(&owner);
   box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
@@ -167,6 +172,7 @@ QWidget* SettingControls::Control(std::u16string_view key, std::u16string_view s
   QWidget* control = Make(row);
   control->setObjectName(Words(row.key));
   control->setAccessibleName(Words(row.label).simplified());
+  if (!row.acts) GreyOut(*control);
   entries_.push_back({&row, control});
   return control;
 }
@@ -201,6 +207,10 @@ void SettingControls::Guard(QWidget& control) {
   control.installEventFilter(guard_);
 }
 
+bool SettingControls::Acts(std::u16string_view key, std::u16string_view section) {
+  return RowOf(key, section).acts;
+}
+
 QString SettingControls::Label(std::u16string_view key, std::u16string_view section) {
   return Words(RowOf(key, section).label);
 }
@@ -208,6 +218,7 @@ QString SettingControls::Label(std::u16string_view key, std::u16string_view sect
 QLabel* SettingControls::LabelOf(std::u16string_view key, std::u16string_view section) {
   auto* label = new QLabel(Label(key, section), &owner_);
   label->setBuddy(Control(key, section));
+  if (!Acts(key, section)) GreyOut(*label);
   return label;
 }
 

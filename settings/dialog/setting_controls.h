@@ -25,6 +25,8 @@ class SettingControls {
   // QSlider, QSpinBox, QLineEdit, or for radio buttons a QWidget with a row of them. A key that is not of the
   // panel is a mistake in the program and ends it.
   QWidget* Control(std::u16string_view key, std::u16string_view section = u"Basic");
+  // Whether something acts on the row's setting; its control is grey otherwise, and says why.
+  static bool Acts(std::u16string_view key, std::u16string_view section = u"Basic");
   // The row's label as text.
   static QString Label(std::u16string_view key, std::u16string_view section = u"Basic");
   // A new label with the row's words, belonging to the row's control.

@@ -4,6 +4,7 @@
 #include <QMenuBar>
 
 #include "app/connect_dialog.h"
+#include "settings/setting_table.h"
 #include "tests/app/dialog_answers.h"
 #include "tests/app/window_fixture.h"
 
@@ -114,14 +115,49 @@ TEST_F(MainFrameTest, EveryShortcutWorksInTheWindowAndInFullScreen) {
 }
 
 TEST_F(MainFrameTest, AShortcutThatIsHeldActsOnce) {
-  const auto strike = [&](HowLong how) { Strike(Qt::Key_G, Qt::ControlModifier | Qt::ShiftModifier, how); };
-  const bool before = doc->Fields().ipToName;
+  const auto strike = [&](HowLong how) { Strike(Qt::Key_L, Qt::AltModifier, how); };
+  const QAction* const item = FindItem(*frame, u"清單每篇一行"_qs);
   strike(HowLong::kShort);
-  EXPECT_NE(doc->Fields().ipToName, before);
+  EXPECT_TRUE(View().SideList().IsCompact() && item->isChecked());
   strike(HowLong::kHeld);
-  EXPECT_NE(doc->Fields().ipToName, before);
+  EXPECT_TRUE(View().SideList().IsCompact());
+  // The list has a button for it.
+  View().SideList().SetCompact(false);
+  EXPECT_FALSE(item->isChecked());
   strike(HowLong::kShort);
+  EXPECT_TRUE(View().SideList().IsCompact() && item->isChecked());
+}
+
+TEST_F(MainFrameTest, WhatNothingActsOnIsGreyAndItsKeysSayWhy) {
+  const QAction* const item = FindItem(*frame, u"推文IP轉地理位置"_qs);
+  const QString why = QStringView(kActsNotYet).toString();
+  EXPECT_FALSE(item->isEnabled());
+  EXPECT_TRUE(item->text().contains(why));
+  const bool before = doc->Fields().ipToName;
+  EXPECT_TRUE(Strike(Qt::Key_G, Qt::ControlModifier | Qt::ShiftModifier)) << "it is not the BBS's";
+  EXPECT_TRUE(View().LastToast().Text().contains(why));
   EXPECT_EQ(doc->Fields().ipToName, before);
+}
+
+TEST_F(MainFrameTest, WorkModeHasTheMenusOfAnEditorAndEveryShortcut) {
+  const auto shown = [&] {
+    QStringList titles;
+    for (const QAction* const menu : frame->menuBar()->actions())
+      if (menu->isVisible()) titles.append(menu->text().section(u'(', 0, 0));
+    return titles;
+  };
+  const QStringList own = shown();
+  Strike(Qt::Key_W, Qt::AltModifier);
+  EXPECT_EQ(shown(), (QStringList{u"檔案"_qs, u"編輯"_qs, u"檢視"_qs, u"說明"_qs}));
+  for (const QAction* const menu : frame->menuBar()->actions())
+    for (const QAction* const item : menu->isVisible() ? menu->menu()->actions() : QList<QAction*>())
+      for (const QString& word : {u"推文"_qs, u"文章"_qs, u"站台"_qs, u"上班"_qs, u"名單"_qs, u"Quillet"_qs})
+        EXPECT_FALSE(item->text().contains(word)) << item->text().toStdString();
+  Strike(Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(View().SideList().Shown(), ArticleListKind::kBookmarks);
+  FindItem(*frame, u"一般檢視"_qs)->trigger();
+  EXPECT_FALSE(doc->Fields().work);
+  EXPECT_EQ(shown(), own);
 }
 
 TEST_F(MainFrameTest, TheFirstSizeGivesTheViewItsProportionsWithinTheScreen) {

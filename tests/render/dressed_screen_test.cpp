@@ -6,6 +6,7 @@
 
 #include "bbs/push_over_reader.h"
 #include "render/age_text.h"
+#include "render/dress_colours.h"
 #include "render/row_cells.h"
 #include "tests/render/dressing.h"
 #include "tests/support/tables.h"
@@ -374,17 +375,17 @@ TEST_F(DressedListTest, TitlesOfReadArticlesAreDarker) {
   builder_.Fill(6, 33, 35, 0x0B);
   PutListLine(builder_, 7, u' ', u"-", u"(本文已被刪除)");
   const std::string title = Cells(30, 50);
-  EXPECT_EQ(WhereFore(ListRow(3), 8), title);
-  EXPECT_EQ(WhereFore(ListRow(4), 8), title);
-  EXPECT_EQ(WhereFore(ListRow(5), 8), "");
-  EXPECT_EQ(WhereFore(ListRow(6), 8), Cells(30, 3) + Cells(2, 45));
-  EXPECT_EQ(WhereFore(ListRow(7), 8), "");
-  EXPECT_EQ(WhereFore(ListRow(15), 8), "");
+  EXPECT_EQ(WhereFore(ListRow(3), kReadTitle), title);
+  EXPECT_EQ(WhereFore(ListRow(4), kReadTitle), title);
+  EXPECT_EQ(WhereFore(ListRow(5), kReadTitle), "");
+  EXPECT_EQ(WhereFore(ListRow(6), kReadTitle), Cells(30, 3) + Cells(2, 45));
+  EXPECT_EQ(WhereFore(ListRow(7), kReadTitle), "");
+  EXPECT_EQ(WhereFore(ListRow(15), kReadTitle), "");
   wishes_.settings.darkerReadArticle = false;
-  EXPECT_EQ(WhereFore(ListRow(3), 8), "");
-  EXPECT_EQ(WhereFore(ListRow(4), 8), title);
+  EXPECT_EQ(WhereFore(ListRow(3), kReadTitle), "");
+  EXPECT_EQ(WhereFore(ListRow(4), kReadTitle), title);
   wishes_.settings.darkerUpdatedArticle = false;
-  EXPECT_EQ(WhereFore(ListRow(4), 8), "");
+  EXPECT_EQ(WhereFore(ListRow(4), kReadTitle), "");
 }
 
 TEST_F(DressedListTest, KeywordsAreColouredAndNotDarkened) {
@@ -392,7 +393,7 @@ TEST_F(DressedListTest, KeywordsAreColouredAndNotDarkened) {
   PutListLine(builder_, 3, u' ', u"kagami", u"□ MOON與鏡子moon");
   PutListLine(builder_, 4, u' ', u"-", u"(鏡子)");
   EXPECT_EQ(WhereFore(ListRow(3), 28), Cells(33, 4) + ".." + std::string(8, 'x'));
-  EXPECT_EQ(WhereFore(ListRow(3), 8), "");
+  EXPECT_EQ(WhereFore(ListRow(3), kReadTitle), "");
   EXPECT_EQ(WhereFore(ListRow(4), 28), "");
 
   ScreenBuilder reader;
@@ -428,7 +429,7 @@ TEST_F(DressedListTest, TitlesOfBlackListedAuthorsByLevel) {
     EXPECT_EQ(shown(), u"troll        □ 壞話");
     level = 1;
     EXPECT_EQ(shown(), u"troll        ＊ ＊＊");
-    EXPECT_EQ(WhereFore(ListRow(3), 8), "");
+    EXPECT_EQ(WhereFore(ListRow(3), kReadTitle), "");
     EXPECT_EQ(WhereFore(ListRow(3), 28), "");
     level = 2;
     EXPECT_EQ(shown(), u"*****        ＊ ＊＊");

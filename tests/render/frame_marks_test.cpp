@@ -155,6 +155,9 @@ TEST_F(FrameMarksTest, AgesCanBeReadUnderTheBarWhichThenReachesToTheWindowsEdge)
 TEST_F(FrameMarksTest, AgesStandBesideTheTextAndKeepAwayFromTheRightEdge) {
   for (const PaletteKind kind : {PaletteKind::kNormal, PaletteKind::kDark, PaletteKind::kDisguise}) {
     Use(kind);
+    ScreenBuilder builder;
+    builder.Put(7, 0, u"前", kAttrBlank);
+    frame_.page = PlainPage(builder.screen);
     for (const std::u16string age : {u"5分鐘前", u"1個半小時前", u"快23小時前"})
       for (const int inset : {0, 14}) {
         frame_.page[5].age = age;
@@ -162,7 +165,8 @@ TEST_F(FrameMarksTest, AgesStandBesideTheTextAndKeepAwayFromTheRightEdge) {
         painter_.Update(frame_);
         const QRect ink = InkIn(RowFrom(5, -1));
         ASSERT_FALSE(ink.isEmpty());
-        EXPECT_GT(ink.left(), painter_.CellRect(5, 77).right());
+        EXPECT_GE(ink.left(), painter_.CellRect(5, 78).left() + painter_.CellRect(5, 78).width() / 2);
+        EXPECT_GE(ink.height(), 0.6 * InkIn(RowFrom(7, -1)).height());
         EXPECT_LT(ink.right(), kWindow.width() - inset);
         EXPECT_TRUE(RowFrom(5, 78).contains(ink));
         // Seven tenths of the palette's colour where a stroke covers a pixel.

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "render/contrast.h"
+#include "render/dress_colours.h"
 #include "render/row_look.h"
 
 namespace quillet {
@@ -130,6 +131,24 @@ TEST_F(RowCellsTest, DarkBlueIsLighterOnTheDarkGroundsOnly) {
   EXPECT_EQ(Look(-1, false, true, PaletteKind::kDisguise)[0].foreground, 0x000000u);
 }
 
+TEST_F(RowCellsTest, WhatLinesAreDressedInCanBeReadAndReadTitlesAreNoBrighterThanOthers) {
+  Decode("ab");
+  for (const PaletteKind kind : {PaletteKind::kNormal, PaletteKind::kDark, PaletteKind::kDisguise})
+    for (const int back : {16, 20, 24, 25})
+      for (const int style : {0, int{CS_BAR}})
+        for (const std::uint8_t fore : {kReadTitle, kMyId, kKeywordColour, kLighterPushText}) {
+          Colour(0, fore, back, style);
+          Colour(1, kPlainFore, back, style);
+          const RowLook look = Look(-1, false, true, kind);
+          const double contrast = Contrast(look[0].foreground, look[0].background);
+          EXPECT_GE(contrast, kReadableContrast) << static_cast<int>(kind) << " " << +fore << " on " << back;
+          const double others = Contrast(look[1].foreground, look[1].background);
+          EXPECT_TRUE(fore != kReadTitle || contrast <= others) << static_cast<int>(kind) << " on " << back;
+        }
+  Colour(0, kReadTitle);
+  EXPECT_EQ(Look()[0].foreground, 0x808080u);
+}
+
 TEST_F(RowCellsTest, BlueBlocksStayAsBlueAsTheBackgroundsBesideThem) {
   tables_->big5ToUnicode[0xF9 + 256 * 0xFE] = u'▓';
   Decode("\xF9\xFE");
@@ -144,7 +163,7 @@ TEST_F(RowCellsTest, BlueBlocksStayAsBlueAsTheBackgroundsBesideThem) {
 TEST_F(RowCellsTest, BarIsAQuietGroundThatEverythingWrittenCanBeReadOn) {
   Decode("ab c");
   for (const PaletteKind kind : {PaletteKind::kNormal, PaletteKind::kDark, PaletteKind::kDisguise})
-    for (int fore = 0; fore < 48; ++fore) {
+    for (int fore = 0; fore < 45; ++fore) {
       const Palette& palette = PaletteOf(kind);
       Colour(0, fore, 16, CS_BAR);
       Colour(1, fore, 17, CS_BAR);  // a colour of the BBS's own stays
