@@ -18,6 +18,7 @@ constexpr ProblemWords kWords[] = {
     {FileProblem::Kind::kUnreadable, u"讀不了 {file}，這次不會改動它；相關的更動只保留到程式結束。"},
     {FileProblem::Kind::kTooLarge, u"{file} 太大了，不像是設定檔，沒有讀取。"},
     {FileProblem::Kind::kDamaged, u"{file} 有些內容不是文字，已略過，其餘照常使用。"},
+    {FileProblem::Kind::kConverted, u"{file} 是舊版的格式，已照新的格式讀取。"},
     {FileProblem::Kind::kNotWritten, u"{file} 寫不進去，目前的設定只保留到程式結束。"},
 };
 
@@ -53,10 +54,14 @@ bool SameMatter(const FileProblem& one, const FileProblem& other) {
 PanelText DescribeFileProblems(const std::vector<FileProblem>& problems) {
   if (problems.empty()) return {};
   PanelText text;
-  const bool onlyWriting = std::all_of(problems.begin(), problems.end(), [](const FileProblem& problem) {
-    return problem.kind == FileProblem::Kind::kNotWritten;
-  });
-  text.title = onlyWriting ? u"設定無法存檔"_qs : u"有檔案讀取不完整"_qs;
+  const auto areAll = [&](FileProblem::Kind kind) {
+    return std::all_of(problems.begin(), problems.end(),
+                       [kind](const FileProblem& problem) { return problem.kind == kind; });
+  };
+  const bool isNews = areAll(FileProblem::Kind::kConverted);
+  text.title = u"有檔案讀取不完整"_qs;
+  if (areAll(FileProblem::Kind::kNotWritten)) text.title = u"設定無法存檔"_qs;
+  if (isNews) text.title = u"舊版的設定已轉換"_qs;
   for (std::size_t i = 0; i < problems.size(); ++i) {
     AddLines(problems[i], text.lines);
     // Below the last of the files that lie in it.
@@ -65,7 +70,7 @@ PanelText DescribeFileProblems(const std::vector<FileProblem>& problems) {
       text.lines << u"資料夾：%1"_qs.arg(Shown(folder));
   }
   text.hint = u"Enter 繼續"_qs;
-  text.tone = PanelTone::kProblem;
+  text.tone = isNews ? PanelTone::kCalm : PanelTone::kProblem;
   text.onEnter = PanelAction::kDismiss;
   text.onEscape = PanelAction::kDismiss;
   return text;

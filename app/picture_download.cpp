@@ -29,6 +29,18 @@ QString TooSlow() {
   return u"等太久了，圖片沒有送完。"_qs;
 }
 
+QString CutShort() {
+  return u"連線在圖片送完以前就斷了。"_qs;
+}
+
+// Where the peer closes in the middle, the toolkit may say that all is well. What comes in chunks has no
+// length to hold it against; nothing unpacks itself, see RequestFor.
+bool IsCutShort(const QNetworkReply& reply, qint64 count) {
+  if (reply.hasRawHeader("Transfer-Encoding")) return false;
+  const QVariant announced = reply.header(QNetworkRequest::ContentLengthHeader);
+  return announced.isValid() && count < announced.toLongLong();
+}
+
 QString ReasonOf(const QNetworkReply& reply, int status) {
   switch (reply.error()) {
     case QNetworkReply::HostNotFoundError:
@@ -36,7 +48,7 @@ QString ReasonOf(const QNetworkReply& reply, int status) {
     case QNetworkReply::ConnectionRefusedError:
       return u"主機拒絕連線。"_qs;
     case QNetworkReply::RemoteHostClosedError:
-      return u"連線在圖片送完以前就斷了。"_qs;
+      return CutShort();
     case QNetworkReply::TimeoutError:
     case QNetworkReply::OperationCanceledError:
       return TooSlow();
@@ -91,6 +103,8 @@ void PictureDownload::Finish() {
     Stop(ReasonOf(*reply_, status));
   else if (reply_->header(QNetworkRequest::ContentTypeHeader).toString().startsWith(u"text/html"))
     Stop(u"這是網頁的網址，不是圖片的網址。"_qs);
+  else if (IsCutShort(*reply_, bytes_.size()))
+    Stop(CutShort());
   else if (bytes_.isEmpty())
     Stop(u"主機沒有送來圖片。"_qs);
   else

@@ -275,14 +275,17 @@ bool CQuillDoc::ToggleBookmark() {
 }
 
 void CQuillDoc::ToggleBookmarkOf(const ArticleInfo& article) {
-  bool added = false;
-  if (article.code.empty() && !IsOpenArticleBookmarked()) {
+  const ArticleItem item = BookmarkOf(article);
+  const bool adds = !IsBookmarked(articles_.Of(ArticleListKind::kBookmarks), item);
+  if (article.code.empty() && adds) {
     emit BookmarkEnded(BookmarkEnd::kNoCode);
     return;
   }
-  ChangeArticleList(ArticleListKind::kBookmarks,
-                    [&](ArticleFolder& root) { added = quillet::ToggleBookmark(root, BookmarkOf(article)); });
-  emit BookmarkEnded(added ? BookmarkEnd::kAdded : BookmarkEnd::kRemoved);
+  // Another program may have done meanwhile what is wished here.
+  ChangeArticleList(ArticleListKind::kBookmarks, [&](ArticleFolder& root) {
+    if (IsBookmarked(root, item) != adds) quillet::ToggleBookmark(root, item);
+  });
+  emit BookmarkEnded(adds ? BookmarkEnd::kAdded : BookmarkEnd::kRemoved);
 }
 
 bool CQuillDoc::AddBookmark(const ArticleInfo& article) {
@@ -365,12 +368,7 @@ bool CQuillDoc::GiveMoney(MoneyOrder order) {
 }
 
 void CQuillDoc::ChangeArticleList(ArticleListKind kind, const std::function<void(ArticleFolder&)>& change) {
-  const std::string_view name = kArticleListFiles[static_cast<std::size_t>(kind)];
-  // A damaged file is kept aside, and the list as it was last read or written is the whole one.
-  if (const auto others = files_.ReadAgain(name); others && !others->isDamaged)
-    TakeArticleLines(others->now, kind, WebHostsOf(endpoints_), articles_);
-  change(articles_.Of(kind));
-  SaveArticleList(files_, articles_, kind);
+  quillet::ChangeArticleList(files_, WebHostsOf(endpoints_), articles_, kind, change);
   emit ArticleListsChanged();
 }
 

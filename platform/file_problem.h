@@ -11,7 +11,8 @@ struct FileProblem {
   enum class Kind {
     kUnreadable,  // it could not be opened or read; it is left alone and not written in this run
     kTooLarge,    // larger than any file of its kind; nothing of it was read
-    kDamaged,     // some of its lines are no text; the others were read
+    kDamaged,     // some of it is no text; the rest was read
+    kConverted,   // an older version wrote it; it is read as one of today and will be written as such
     kNotWritten,  // what should be in it is not on disk
   };
   Kind kind = Kind::kUnreadable;

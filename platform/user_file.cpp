@@ -17,7 +17,6 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kTemporaryMark = ".quillet-";
 constexpr std::string_view kTemporaryEnd = ".tmp";
-constexpr std::string_view kAsideMark = ".unreadable";
 constexpr int kMostKeptAside = 9;
 constexpr std::uintmax_t kMostCopied = 16U << 20;            // bytes, where a link does as well
 constexpr std::uintmax_t kMostCopiedWithoutLink = 1U << 30;  // some seconds of a start
@@ -72,28 +71,33 @@ bool HaveSameContent(const fs::path& one, const fs::path& other) {
   return first.eof() && second.eof();
 }
 
-fs::path AsideName(const fs::path& file, int number) {
-  fs::path name = WithSuffix(file, kAsideMark);
+// A file that is to be kept aside, and the beginning of its copies' names.
+struct Kept {
+  fs::path file, aside;
+};
+
+fs::path AsideName(const Kept& kept, int number) {
+  const fs::path& name = kept.aside;
   return number == 1 ? name : WithSuffix(name, "-" + std::to_string(number));
 }
 
 // Empty when there is none. A link is no copy: it may lead to the file itself.
-fs::path EarlierCopy(const fs::path& file) {
+fs::path EarlierCopy(const Kept& kept) {
   std::error_code error;
   for (int number = 1; number <= kMostKeptAside; ++number) {
-    fs::path name = AsideName(file, number);
+    fs::path name = AsideName(kept, number);
     const bool isFile = fs::is_regular_file(fs::symlink_status(name, error));
-    if (isFile && HaveSameContent(file, name)) return name;
+    if (isFile && HaveSameContent(kept.file, name)) return name;
   }
   return {};
 }
 
 // Gives the file under the first free name to `take`. Empty when there is none or it could not.
 template <typename Take>
-fs::path TakeAsideName(const fs::path& file, Take take) {
+fs::path TakeAsideName(const Kept& kept, Take take) {
   std::error_code error;
   for (int number = 1; number <= kMostKeptAside; ++number) {
-    fs::path name = AsideName(file, number);
+    fs::path name = AsideName(kept, number);
     if (fs::exists(fs::symlink_status(name, error))) continue;
     const NameResult result = take(name);
     if (result == NameResult::kDone) return name;
@@ -102,10 +106,10 @@ fs::path TakeAsideName(const fs::path& file, Take take) {
   return {};
 }
 
-fs::path LinkAside(const fs::path& file) {
+fs::path LinkAside(const Kept& kept) {
   // Of a link, the file behind it: the link itself will lead to what replaces that.
-  const fs::path linked = FindReplaceTarget(file).file;
-  return TakeAsideName(file, [&linked](const fs::path& name) {
+  const fs::path linked = FindReplaceTarget(kept.file).file;
+  return TakeAsideName(kept, [&linked](const fs::path& name) {
     std::error_code error;
     fs::create_hard_link(linked, name, error);
     if (!error) return NameResult::kDone;
@@ -113,11 +117,11 @@ fs::path LinkAside(const fs::path& file) {
   });
 }
 
-fs::path CopyAside(const fs::path& file) {
+fs::path CopyAside(const Kept& kept) {
   TemporaryFile copy;
   bool isCopied = false;
-  return TakeAsideName(file, [&](const fs::path& name) {
-    if (!isCopied && !CopyTo(copy, file, file)) return NameResult::kFailed;
+  return TakeAsideName(kept, [&](const fs::path& name) {
+    if (!isCopied && !CopyTo(copy, kept.file, kept.file)) return NameResult::kFailed;
     isCopied = true;
     return copy.TakeFreeName(name);
   });
@@ -158,14 +162,15 @@ bool MoveUserFile(const fs::path& from, const fs::path& to) {
   return true;
 }
 
-fs::path KeepAside(const fs::path& file) {
-  if (fs::path earlier = EarlierCopy(file); !earlier.empty()) return earlier;
+fs::path KeepAside(const fs::path& file, AsideReason reason) {
+  const Kept kept{file, WithSuffix(file, reason == AsideReason::kConverted ? ".before" : ".unreadable")};
+  if (fs::path earlier = EarlierCopy(kept); !earlier.empty()) return earlier;
   std::error_code error;
   const std::uintmax_t size = fs::is_regular_file(file, error) ? fs::file_size(file, error) : 0;
   if (error) return {};
   if (size > kMostCopied)
-    if (fs::path linked = LinkAside(file); !linked.empty()) return linked;
-  return size > kMostCopiedWithoutLink ? fs::path() : CopyAside(file);
+    if (fs::path linked = LinkAside(kept); !linked.empty()) return linked;
+  return size > kMostCopiedWithoutLink ? fs::path() : CopyAside(kept);
 }
 
 }  // namespace quillet

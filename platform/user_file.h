@@ -35,13 +35,17 @@ std::string ReplaceFile(const std::filesystem::path& file, std::string_view byte
 // `to` exists or nothing could be moved; the file is still where it was then.
 bool MoveUserFile(const std::filesystem::path& from, const std::filesystem::path& to);
 
+// Why a file is kept aside, and the mark in the copy's name: ".unreadable", ".before".
+enum class AsideReason { kUnreadable, kConverted };
+
 // Copies `file` to a free name beside it that says what it is ("Quill.ini.unreadable", then
 // "Quill.ini.unreadable-2" and so on; at most 9, then empty). A copy of the same content that is there
 // already is good enough, or one more would be made at every start until the file is written. A file of more
 // than 16 MB gets a second name (a hard link) where the file system knows them, which keeps what it holds
 // when ReplaceFile replaces it; one of more than 1 GB is never copied or compared. Returns the copy, empty
 // when there is none.
-std::filesystem::path KeepAside(const std::filesystem::path& file);
+std::filesystem::path KeepAside(const std::filesystem::path& file,
+                                AsideReason reason = AsideReason::kUnreadable);
 
 // Whether files can be made in the folder. False when it does not exist.
 bool IsFolderWritable(const std::filesystem::path& folder);

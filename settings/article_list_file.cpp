@@ -4,12 +4,16 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <utility>
 #include <variant>
 
+#include "settings/article_list_merge.h"
 #include "settings/text_lines.h"
 
 namespace quillet {
 namespace {
+
+using Lines = std::vector<std::u16string>;
 
 constexpr std::u16string_view kFolderStart = u"<Folder Name=";
 constexpr std::u16string_view kFolderEnd = u"</Folder>";
@@ -211,6 +215,10 @@ class TreeWriter {
   std::u16string& text_;
 };
 
+std::string_view FileOf(ArticleListKind kind) {
+  return kArticleListFiles[static_cast<std::size_t>(kind)];
+}
+
 std::u16string HeaderText(const ArticleLists& lists, ArticleListKind kind) {
   switch (kind) {
     case ArticleListKind::kHot:
@@ -221,6 +229,30 @@ std::u16string HeaderText(const ArticleLists& lists, ArticleListKind kind) {
       break;
   }
   return {};
+}
+
+ArticleLists ListIn(const Lines& lines, ArticleListKind kind, const WebHosts& hosts) {
+  ArticleLists list;
+  TakeArticleLines(lines, kind, hosts, list);
+  return list;
+}
+
+void TakeOverList(const DataFiles::OthersLines& others, ArticleListKind kind, const WebHosts& hosts,
+                  ArticleLists& lists) {
+  Lines now = others.now, before = others.before;
+  // Of a damaged file only what it has counts, not what it lacks.
+  if (others.isDamaged) {
+    now.erase(now.begin(), now.begin() + static_cast<std::ptrdiff_t>(before.size()));
+    before.clear();
+  }
+  const ArticleLists theirs = ListIn(now, kind, hosts), base = ListIn(before, kind, hosts);
+  // Only what the file can hold compares with what was read from it.
+  ArticleFolder ours =
+      ListIn(ReadLines(EncodeText(ArticleListText(lists, kind), "\n")).lines, kind, hosts).Of(kind);
+  TakeOverArticles(ours, theirs.Of(kind), base.Of(kind));
+  lists.Of(kind) = std::move(ours);
+  if (lists.hotHeader == base.hotHeader) lists.hotHeader = theirs.hotHeader;
+  if (lists.trackHeader == base.trackHeader) lists.trackHeader = theirs.trackHeader;
 }
 
 }  // namespace
@@ -274,13 +306,22 @@ void LoadArticleLists(DataFiles& files, const WebHosts& hosts, ArticleLists& lis
   TakeBoardWeightLines(files.Read(kBoardWeightsFile).lines, weights);
   for (const ArticleListKind kind :
        {ArticleListKind::kHot, ArticleListKind::kTracked, ArticleListKind::kBookmarks}) {
-    const TextLines text = files.Read(kArticleListFiles[static_cast<std::size_t>(kind)]);
+    const TextLines text = files.Read(FileOf(kind));
     if (!text.lines.empty()) TakeArticleLines(text.lines, kind, hosts, lists);
   }
 }
 
+bool ChangeArticleList(DataFiles& files, const WebHosts& hosts, ArticleLists& lists, ArticleListKind kind,
+                       const std::function<void(ArticleFolder&)>& change) {
+  const std::string_view name = FileOf(kind);
+  const FileLock turn = files.TakeTurn(name);
+  if (const auto others = files.ReadAgain(name)) TakeOverList(*others, kind, hosts, lists);
+  change(lists.Of(kind));
+  return SaveArticleList(files, lists, kind);
+}
+
 bool SaveArticleList(DataFiles& files, const ArticleLists& lists, ArticleListKind kind) {
-  return files.Write(kArticleListFiles[static_cast<std::size_t>(kind)], ArticleListText(lists, kind));
+  return files.Write(FileOf(kind), ArticleListText(lists, kind));
 }
 
 bool SaveBoardWeights(DataFiles& files, const BoardWeights& weights) {

@@ -2,6 +2,7 @@
 // are pure and expect hostile input; those over files are for the user-interface thread.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,6 +41,10 @@ std::u16string BoardWeightsText(const BoardWeights& weights);
 void LoadArticleLists(DataFiles& files, const WebHosts& hosts, ArticleLists& lists, BoardWeights& weights);
 // False when a file did not reach the disk; why stands in the files' problems.
 bool SaveArticleList(DataFiles& files, const ArticleLists& lists, ArticleListKind kind);
+// Takes in what another program has written to the list's file, changes the list and saves it, all in one
+// turn at the file. What could not be written before is still in the list. Returns as above.
+bool ChangeArticleList(DataFiles& files, const WebHosts& hosts, ArticleLists& lists, ArticleListKind kind,
+                       const std::function<void(ArticleFolder&)>& change);
 bool SaveBoardWeights(DataFiles& files, const BoardWeights& weights);
 
 }  // namespace quillet

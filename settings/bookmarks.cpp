@@ -1,18 +1,12 @@
 #include "settings/bookmarks.h"
 
 #include <algorithm>
-#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
 
 namespace quillet {
 namespace {
-
-// "@" ends a code.
-std::u16string_view PlainCode(std::u16string_view code) {
-  return code.substr(0, code.find(u'@'));
-}
 
 bool IsSameArticle(const ArticleItem& a, const ArticleItem& b) {
   if (a.board != b.board) return false;
@@ -38,6 +32,10 @@ bool RemoveAll(ArticleFolder& folder, const ArticleItem& article) {
 }
 
 }  // namespace
+
+std::u16string_view PlainCode(std::u16string_view code) {
+  return code.substr(0, code.find(u'@'));
+}
 
 bool IsBookmarked(const ArticleFolder& root, const ArticleItem& article) {
   return std::any_of(root.children.begin(), root.children.end(), [&](const ArticleFolder::Child& child) {

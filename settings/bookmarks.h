@@ -3,9 +3,14 @@
 // whose code has not been asked for, when board, title and a known `postTime` are. Pure.
 #pragma once
 
+#include <string_view>
+
 #include "settings/article_lists.h"
 
 namespace quillet {
+
+// "@" ends a code.
+std::u16string_view PlainCode(std::u16string_view code);
 
 bool IsBookmarked(const ArticleFolder& root, const ArticleItem& article);
 // Puts a bookmark for the article before all others at the root, or removes every one that there is, in

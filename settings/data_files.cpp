@@ -82,6 +82,12 @@ TextLines DataFiles::Read(std::string_view name) {
   return TakeIn(name, file, content);
 }
 
+// In the user's own folder, wherever the file is: programs of his may still disagree about that.
+FileLock DataFiles::TakeTurn(std::string_view name) {
+  MakeDataFolder();
+  return FileLock(folders_.data / std::string(name).append(".lock"), patience_);
+}
+
 std::optional<DataFiles::OthersLines> DataFiles::ReadAgain(std::string_view name) {
   const auto known = known_.find(name);
   if (known == known_.end()) return std::nullopt;
@@ -129,6 +135,19 @@ TextLines DataFiles::TakeIn(std::string_view name, const fs::path& file, const F
   }
   MayBeWritten(name, isSafeToReplace);
   return lines;
+}
+
+void DataFiles::KeepOlder(std::string_view name) {
+  const auto known = known_.find(name);
+  if (known == known_.end()) return;
+  const fs::path& file = known->second.file;
+  const bool isKept = std::any_of(problems_.begin(), problems_.end(), [&](const FileProblem& problem) {
+    return problem.file == file && problem.kind == FileProblem::Kind::kDamaged && !problem.keptAs.empty();
+  });
+  if (isKept) return;
+  const fs::path kept = KeepAside(file, AsideReason::kConverted);
+  if (kept.empty()) MayBeWritten(name, false);
+  Note({FileProblem::Kind::kConverted, file, {}, 0, kept});
 }
 
 void DataFiles::MayBeWritten(std::string_view name, bool may) {

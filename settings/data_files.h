@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/file_lock.h"
 #include "platform/file_problem.h"
 #include "platform/registry.h"
 #include "settings/text_lines.h"
@@ -61,6 +62,9 @@ class DataFiles {
     std::vector<std::u16string> now;     // with those before in front when the file is damaged
     bool isDamaged = false;              // and has been kept aside
   };
+  // Alone at the file among the user's programs as long as it lives, so that nobody writes between ReadAgain
+  // and Write.
+  [[nodiscard]] FileLock TakeTurn(std::string_view name);
   // Looks at the file again, before it is written. Nothing when it is as it was last read or written here,
   // also when it is gone. By the rules of Read, and a file that can be read by now may be written again.
   std::optional<OthersLines> ReadAgain(std::string_view name);
@@ -68,6 +72,10 @@ class DataFiles {
   // Replaces the file where it belongs, unless it holds this very text. False when it is not on disk, also
   // for a file that could not be opened by Read.
   bool Write(std::string_view name, std::u16string_view text);
+
+  // Keeps the file aside as it was last read, which an older version wrote: to be called before it is written
+  // in today's form. Where it cannot be, it is not written in this run.
+  void KeepOlder(std::string_view name);
 
   // No file of a user comes near it, and the memory that its lines take stays small.
   static constexpr std::size_t kLargestFile = 16U << 20;
@@ -98,6 +106,7 @@ class DataFiles {
 
   Registry& registry_;
   Folders folders_;
+  LockPatience patience_;
   bool workingIsWritable_;
   std::optional<bool> guess_;  // whether to use the data folder, where the registry has lost it
   std::map<std::string, Known, std::less<>> known_;    // by name

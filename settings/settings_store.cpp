@@ -37,12 +37,18 @@ void ApplyRow(const SettingRow& row, const std::u16string& value, Settings& fiel
 }
 
 // A map that a file of these lines is laid over, all but the lists in today's form.
-SettingsMap Overlaid(SettingsMap map, const std::vector<std::u16string>& lines) {
-  map.TakeLines(lines);
-  ConvertOldSite(map);
-  ConvertOldKeys(map);
-  return map;
-}
+struct Overlaid {
+  Overlaid(const SettingsMap& below, const std::vector<std::u16string>& lines) : map(below) {
+    map.TakeLines(lines);
+    const SettingsMap asRead = map;
+    ConvertOldSite(map);
+    ConvertOldKeys(map);
+    isConverted = map != asRead;
+  }
+
+  SettingsMap map;
+  bool isConverted = false;
+};
 
 }  // namespace
 
@@ -55,8 +61,10 @@ SettingsStore::SettingsStore(DataFiles& files, std::string_view mainHost)
 // so the disk, only after "black.txt" has it.
 void SettingsStore::Load() {
   if (ready_) return;
-  map_ = Overlaid(std::move(map_), files_.Read(kSettingsFile).lines);
+  Overlaid read(map_, files_.Read(kSettingsFile).lines);
+  map_ = std::move(read.map);
   const bool hasOldLists = TakeOldLists(map_, names_);
+  if (hasOldLists || read.isConverted) files_.KeepOlder(kSettingsFile);
   names_.TakeLines(files_.Read(kNamesFile).lines);
   titleWords_ = files_.Read(kTitleWordsFile).lines;
 
@@ -80,14 +88,18 @@ bool SettingsStore::Save() {
 
 bool SettingsStore::SaveNames() {
   if (!ready_) return false;
-  TakeInNames();
-  namesAreOwed_ = !files_.Write(kNamesFile, names_.AsText());
+  {
+    const FileLock turn = files_.TakeTurn(kNamesFile);
+    TakeInNames();
+    namesAreOwed_ = !files_.Write(kNamesFile, names_.AsText());
+  }
   if (namesAreOwed_) return false;
   if (DropOldLists(map_)) SaveMap();
   return true;
 }
 
 bool SettingsStore::SaveMap() {
+  const FileLock turn = files_.TakeTurn(kSettingsFile);
   TakeInMap();
   for (const std::u16string_view key : kAccountKeys)
     map_.Remove(kBasic, key);
@@ -95,6 +107,7 @@ bool SettingsStore::SaveMap() {
 }
 
 bool SettingsStore::SaveTitleWords() {
+  const FileLock turn = files_.TakeTurn(kTitleWordsFile);
   TakeInTitleWords();
   return files_.Write(kTitleWordsFile, TitleWordsAsText(titleWords_));
 }
@@ -109,12 +122,15 @@ void SettingsStore::Refresh() {
 void SettingsStore::TakeInMap() {
   const auto others = files_.ReadAgain(kSettingsFile);
   if (!others) return;
-  const SettingsMap base = Overlaid(defaults_, others->before), theirs = Overlaid(defaults_, others->now);
+  const SettingsMap base = Overlaid(defaults_, others->before).map;
+  const auto [theirs, isConverted] = Overlaid(defaults_, others->now);
   // Lists that an older version wrote since. As in Load, the list of today wins.
   SettingsMap news = theirs;
   DropOldLists(news, base);
   NameList arrived;
-  if (TakeOldLists(news, arrived)) {
+  const bool hasOldLists = TakeOldLists(news, arrived);
+  if (hasOldLists || isConverted) files_.KeepOlder(kSettingsFile);
+  if (hasOldLists) {
     namesAreOwed_ = true;
     if (names_.TakeOver(arrived, NameList())) ++takenIn_;
   }

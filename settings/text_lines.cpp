@@ -42,6 +42,13 @@ bool IsControl(char16_t unit) {
   return unit < 0x20 || (unit >= 0x7F && unit < 0xA0);
 }
 
+// Takes out what is no text. Returns whether there was any.
+bool DropControls(std::u16string& line) {
+  return std::erase_if(line, [](char16_t unit) {
+           return IsControl(unit) && kBlanks.find(unit) == std::u16string_view::npos;
+         }) > 0;
+}
+
 }  // namespace
 
 TextLines ReadLines(std::string_view bytes) {
@@ -50,10 +57,10 @@ TextLines ReadLines(std::string_view bytes) {
   for (std::size_t number = 1; !bytes.empty(); ++number) {
     const std::string_view line = bytes.substr(0, bytes.find('\n'));
     const bool holdsNul = line.find('\0') != std::string_view::npos;
-    if (const auto text = holdsNul ? std::nullopt : Utf16FromUtf8(line))
-      AddPieces(*text, result.lines);
-    else if (result.firstBadLine == 0)
-      result.firstBadLine = number;
+    auto text = holdsNul ? std::nullopt : Utf16FromUtf8(line);
+    const bool isBad = !text || DropControls(*text);
+    if (isBad && result.firstBadLine == 0) result.firstBadLine = number;
+    if (text) AddPieces(*text, result.lines);
     bytes.remove_prefix(std::min(line.size() + 1, bytes.size()));
   }
   return result;

@@ -14,8 +14,9 @@ inline constexpr std::size_t kLongestLine = 511;
 
 struct TextLines {
   std::vector<std::u16string> lines;  // trimmed; empty ones are left out
-  // The first line that is no UTF-8 text or holds a NUL, counted from 1; 0 when there is none. Such lines are
-  // left out.
+  // The first line that is no UTF-8 text or holds a control character (tabs and CRs are none here), counted
+  // from 1; 0 when there is none. Such lines are left out where they are no text or hold a NUL; of others the
+  // control characters are, which writing would turn into something else.
   std::size_t firstBadLine = 0;
 };
 

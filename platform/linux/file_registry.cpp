@@ -6,6 +6,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "platform/file_lock.h"
 #include "platform/linux/registry_text.h"
 #include "platform/user_file.h"
 
@@ -14,13 +15,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Makes an empty file that nobody else may read, because a password will be in it, and the folders above it.
-// Returns why it could not, in the system's words.
-std::string MakePrivateFile(const fs::path& file) {
+// With the folders above it. Returns why it could not, in the system's words.
+std::string MakePrivateFolder(const fs::path& folder) {
   std::error_code error;
-  const fs::path folder = file.parent_path();
   if (fs::create_directories(folder, error)) fs::permissions(folder, fs::perms::owner_all, error);
-  if (error) return error.message();
+  return error ? error.message() : std::string();
+}
+
+// Makes an empty file that nobody else may read, because a password will be in it. Returns as above.
+std::string MakePrivateFile(const fs::path& file) {
   const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
   if (descriptor >= 0) {
     close(descriptor);
@@ -90,6 +93,9 @@ FileRegistry::Found FileRegistry::Read(RegistryValues& values) {
 }
 
 bool FileRegistry::Write() {
+  if (std::string reason = MakePrivateFolder(file_.parent_path()); !reason.empty())
+    return NotWritten(std::move(reason));
+  const FileLock turn(fs::path(file_) += ".lock", patience_);
   RegistryValues inFile;
   const Found found = Read(inFile);
   if (found == Found::kUnreadable) return false;

@@ -1,6 +1,6 @@
 // The registry where the system has none: one text file of the user's, written whole with every change.
-// Another process may use the same file: each write takes over what the file holds by then. User-interface
-// thread.
+// Another process may use the same file: each write, alone at it, takes over what the file holds by then.
+// User-interface thread.
 #pragma once
 
 #include <cstddef>
@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/file_lock.h"
 #include "platform/registry.h"
 
 namespace quillet {
@@ -36,6 +37,7 @@ class FileRegistry : public Registry {
   bool NotWritten(std::string reason);
 
   std::filesystem::path file_;
+  LockPatience patience_;
   RegistryValues values_;
   RegistryValues unwritten_;  // set here and not in the file yet
   bool leftAlone_ = false;    // the file could not be opened

@@ -251,9 +251,16 @@ TEST_F(ArticleViewTest, ABookmarkAsksTheBbsForTheCodeAndThePageStaysMeanwhile) {
   EXPECT_NE(FromBig5(Row(kBottomRow)).find(u"移除書籤"), std::u16string::npos);
   EXPECT_FALSE(View().LastToast().Text().isEmpty());
 
+  const std::filesystem::path file = ProgramHome() / "bookmark.txt", theirs = home.Path() / "theirs";
+  std::filesystem::copy_file(file, theirs);
   TypeText("m");
   ASSERT_TRUE(Until([&] { return bookmarks.empty(); }));
   EXPECT_NE(FromBig5(Row(kBottomRow)).find(u"加入書籤"), std::u16string::npos);
+
+  // Another window adds it before this one does: it stays.
+  std::filesystem::copy_file(theirs, file, std::filesystem::copy_options::overwrite_existing);
+  TypeText("m");
+  EXPECT_TRUE(Until([&] { return !bookmarks.empty(); }));
 }
 
 TEST_F(ArticleViewTest, APromptLeavesTheLocalPageAboveIt) {

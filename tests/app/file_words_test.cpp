@@ -20,7 +20,8 @@ QString Told(const std::vector<FileProblem>& problems) {
 TEST(FileWordsTest, EveryProblemNamesFileFolderAndReason) {
   EXPECT_TRUE(DescribeFileProblems({}).title.isEmpty());
   QSet<QString> lines;
-  for (const Kind kind : {Kind::kUnreadable, Kind::kTooLarge, Kind::kDamaged, Kind::kNotWritten}) {
+  for (const Kind kind :
+       {Kind::kUnreadable, Kind::kTooLarge, Kind::kDamaged, Kind::kConverted, Kind::kNotWritten}) {
     const PanelText text = DescribeFileProblems({Problem(kind)});
     const QString told = text.lines.join('\n');
     EXPECT_FALSE(text.title.isEmpty());
@@ -30,7 +31,7 @@ TEST(FileWordsTest, EveryProblemNamesFileFolderAndReason) {
     EXPECT_EQ(text.onEnter, PanelAction::kDismiss);
     lines.insert(text.lines.front());
   }
-  EXPECT_EQ(lines.size(), 4);
+  EXPECT_EQ(lines.size(), 5);
 }
 
 TEST(FileWordsTest, ADamagedFileThatWasKeptSaysWhereAndWhichLine) {

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <random>
 
+#include "platform/utf8.h"
+#include "settings/article_list_merge.h"
 #include "settings/text_lines.h"
 #include "tests/support/scratch_folder.h"
 
@@ -392,6 +394,47 @@ TEST(BoardWeightsTest, LinesAreReadAndWritten) {
   BoardWeights again;
   TakeBoardWeightLines(ReadLines(EncodeText(BoardWeightsText({{longName, INT32_MIN}}), "\n")).lines, again);
   EXPECT_EQ(again, (BoardWeights{{longName.substr(0, kLongestLine - 12), INT32_MIN}}));
+}
+
+// The list of "x:title <folder y >".
+ArticleFolder Tree(std::u16string_view text) {
+  std::u16string lines;
+  for (std::size_t end = 0; !text.empty(); text.remove_prefix(std::min(end + 1, text.size()))) {
+    end = std::min(text.find(u' '), text.size());
+    const std::u16string word(text.substr(0, end));
+    const std::size_t colon = std::min(word.find(u':'), word.size());
+    if (word == u">")
+      lines += u"</Folder>\n";
+    else if (word.starts_with(u'<'))
+      lines += u"<Folder Name=" + word.substr(1) + u">\n";
+    else
+      lines += u"1 2 3 Art " + word.substr(0, colon) + u"  " + word.substr(colon) + u"\n";
+  }
+  return ReadText(lines, Kind::kBookmarks).Of(Kind::kBookmarks);
+}
+
+TEST(ArticleListMergeTest, WhatEitherProgramDidStays) {
+  const struct {
+    std::u16string_view base, ours, theirs, merged;
+  } cases[] = {
+      {u"a b", u"x a b", u"y a b", u"x y a b"},
+      {u"a b c", u"a c", u"b c", u"c"},
+      {u"a b c", u"a b x c", u"c a", u"c a x"},
+      {u"a b c d", u"a:o b:o c d:o", u"a:t c:t d", u"a:o b:o c:t d:o"},
+      {u"a b", u"b", u"a:t b", u"b"},
+      {u"", u"a:o", u"a:t", u"a:o"},
+      {u"a a", u"a", u"a a b", u"a b"},
+      {u"<f a b >", u"<f a b x >", u"", u"<f x >"},
+      {u"<f a >", u"", u"<f a y >", u"<f y >"},
+      {u"<f a > <g >", u"", u"<f a > <g >", u""},
+      {u"", u"<f x > <g >", u"<f y <f z > >", u"<f x y <f z > > <g >"},
+      {u"a <f b >", u"<f b a >", u"a b", u"<f a > b"},
+  };
+  for (const auto& c : cases) {
+    ArticleFolder ours = Tree(c.ours);
+    TakeOverArticles(ours, Tree(c.theirs), Tree(c.base));
+    EXPECT_TRUE(ours == Tree(c.merged)) << Utf8FromUtf16(c.ours) << " and " << Utf8FromUtf16(c.theirs);
+  }
 }
 
 TEST(ArticleListFilesTest, SavedListsAreLoaded) {

@@ -120,7 +120,37 @@ TEST_F(SettingsStoreTest, OldListsMoveToTheirFileAndWhatIsThereStays) {
     EXPECT_EQ(LinesOf(kNamesFile).size(), 7U);
     EXPECT_EQ(OnDisk().Text(u"Basic", u"Font"), u"mine");
     EXPECT_EQ(FileAt(At(kTitleWordsFile)), "word\n");
+    EXPECT_EQ(FileAt(At("Quill.ini.before")), kOldLists);
+    ASSERT_EQ(files_->Problems().size(), start == 0 ? 1U : 0U) << "said once";
+    if (start == 0) {
+      EXPECT_EQ(files_->Problems()[0].kind, FileProblem::Kind::kConverted);
+      EXPECT_EQ(files_->Problems()[0].keptAs, At("Quill.ini.before"));
+    }
   }
+  EXPECT_FALSE(fs::exists(At("Quill.ini.before-2")));
+}
+
+TEST_F(SettingsStoreTest, AnOlderFileThatCannotBeKeptIsNotReplaced) {
+  Put(kSettingsFile, "[Basic]\nSite=bbs.example:ssh\n");
+  for (const char* const end : {"", "-2", "-3", "-4", "-5", "-6", "-7", "-8", "-9"})
+    fs::create_directories(At(std::string("Quill.ini.before") + end));
+  Start();
+  EXPECT_EQ(store_->Fields().site, u"ssh://bbs.example");
+  EXPECT_FALSE(store_->Save());
+  EXPECT_EQ(FileAt(At(kSettingsFile)), "[Basic]\nSite=bbs.example:ssh\n");
+  ASSERT_EQ(files_->Problems().size(), 1U);
+  EXPECT_TRUE(files_->Problems()[0].keptAs.empty());
+}
+
+TEST_F(SettingsStoreTest, ControlCharactersAreNoPartOfAnEntry) {
+  const std::string strange = "\x1Amossgrov=B1:a\x07 friend\nplain\n";
+  Put(kNamesFile, strange);
+  Start();
+  EXPECT_EQ(EntryOf(u"mossgrov"), u"=B1:a friend");
+  ASSERT_EQ(files_->Problems().size(), 1U);
+  EXPECT_EQ(FileAt(files_->Problems()[0].keptAs), strange);
+  EXPECT_TRUE(store_->SaveNames());
+  EXPECT_EQ(LinesOf(kNamesFile), (Words{u"mossgrov=B1:a friend", u"plain"}));
 }
 
 TEST_F(SettingsStoreTest, OldListsStayUntilTheirFileCanBeWritten) {

@@ -53,7 +53,10 @@ TEST(TextLinesTest, LineThatIsNoTextIsLeftOutAndNamed) {
     EXPECT_EQ(read.lines, (Lines{u"first", u"last"}));
     EXPECT_EQ(read.firstBadLine, 3U);
   }
-  EXPECT_EQ(ReadLines("\xEF\xBF\xBF \xF4\x8F\xBF\xBF \xED\x9F\xBF \xC2\x80").firstBadLine, 0U);
+  EXPECT_EQ(ReadLines("\xEF\xBF\xBF \xF4\x8F\xBF\xBF \xED\x9F\xBF \xC2\xA0 a\tb").firstBadLine, 0U);
+  const TextLines controls = ReadLines("first\n\x1A id=a\x7F\xC2\x85\x1B[m\n\x1A\n");
+  EXPECT_EQ(controls.lines, (Lines{u"first", u"id=a[m"}));
+  EXPECT_EQ(controls.firstBadLine, 2U);
 }
 
 TEST(TextLinesTest, EncodedTextReadsBackWithEitherLineEnd) {

@@ -4,8 +4,11 @@
 #include <map>
 #include <optional>
 #include <random>
+#include <thread>
 
 #include "platform/user_file.h"
+#include "settings/article_list_file.h"
+#include "settings/bookmarks.h"
 #include "settings/settings_store.h"
 #include "tests/settings/user_folders.h"
 
@@ -74,6 +77,24 @@ TEST_F(TwoProgramsTest, EachKeepsWhatTheOtherSet) {
   EXPECT_TRUE(a.store.Save());
   EXPECT_TRUE(a.store.Fields().work);
   EXPECT_EQ(a.store.Map(), b.store.Map());
+}
+
+TEST_F(TwoProgramsTest, SavesCloseTogetherLoseNothing) {
+  constexpr int kSaves = 60;
+  Program programs[] = {Program(user_), Program(user_)};
+  const auto save = [&](int number) {
+    for (int i = 0; i < kSaves; ++i) {
+      const std::u16string name = ToText(number) + u'-' + ToText(i);
+      programs[number].store.Change(u"Keys", name, u"1");
+      programs[number].Name(name, u"");
+    }
+  };
+  std::thread other(save, 1);
+  save(0);
+  other.join();
+  EXPECT_EQ(OnDisk().All().at(u"Keys").size(), 2U * kSaves);
+  EXPECT_EQ(LinesOf(kNamesFile).size(), 2U * kSaves);
+  EXPECT_TRUE(fs::is_empty(user_.data)) << "a lock was left";
 }
 
 TEST_F(TwoProgramsTest, ListsOfBothCome) {
@@ -158,6 +179,40 @@ TEST_F(TwoProgramsTest, RefreshTakesInAndWritesNothing) {
   EXPECT_EQ(LinesOf(kNamesFile), (Words{u"old", u"new"}));
   EXPECT_TRUE(a.store.SaveNames());
   EXPECT_EQ(LinesOf(kNamesFile), (Words{u"old", u"new", u"unsaved"}));
+}
+
+TEST_F(TwoProgramsTest, ABookmarkThatCouldNotBeWrittenComesWithTheOthers) {
+  constexpr ArticleListKind kKind = ArticleListKind::kBookmarks;
+  constexpr std::string_view kFile = "bookmark.txt";
+  struct Reader {
+    explicit Reader(UserFolders& user) : files(user.registry, user.Both()) {
+      LoadArticleLists(files, {}, lists, weights);
+    }
+    bool Bookmark(std::u16string code) {
+      ArticleItem item;
+      item.board = u"Art";
+      item.code = std::move(code);
+      const auto add = [&](ArticleFolder& root) { ToggleBookmark(root, item); };
+      return ChangeArticleList(files, {}, lists, kKind, add);
+    }
+    DataFiles files;
+    ArticleLists lists;
+    BoardWeights weights;
+  };
+  Put(kFile, "1 2 3 Art old\n");
+  Reader a(user_), b(user_);
+  fs::permissions(At(kFile), fs::perms::owner_read);
+  EXPECT_FALSE(a.Bookmark(u"unwritten"));
+  fs::permissions(At(kFile), fs::perms::owner_write, fs::perm_options::add);
+  EXPECT_TRUE(b.Bookmark(u"theirs"));
+  EXPECT_TRUE(a.Bookmark(u"last"));
+  const Words all = LinesOf(kFile);
+  ASSERT_EQ(all.size(), 4U);
+  EXPECT_TRUE(b.Bookmark(u"theirs")) << "taken out again";
+  EXPECT_EQ(LinesOf(kFile).size(), 3U);
+  Put(kFile, "1 2 3 Art damaged\x1A\n");
+  EXPECT_TRUE(a.Bookmark(u"more"));
+  EXPECT_EQ(LinesOf(kFile).size(), 6U) << "a damaged file removes nothing";
 }
 
 TEST_F(TwoProgramsTest, AFailedWriteIsMadeUpForWithTheOthersLines) {
@@ -247,7 +302,8 @@ TEST_F(TwoProgramsTest, WhatAnOlderVersionWritesMeanwhileIsConverted) {
   Program a(user_);
   std::string older = FileAt(At(kSettingsFile));
   older.replace(older.find("[Basic]"), 7, "[Basic]\nRemoveBlackPush=1\nAccount=me");
-  Put(kSettingsFile, older + "[Black]\nknown=then\nfresh=3:red\n[White]\nfine=x\n");
+  older += "[Black]\nknown=then\nfresh=3:red\n[White]\nfine=x\n";
+  Put(kSettingsFile, older);
   a.store.Change(u"Basic", u"Work", u"1");
   EXPECT_EQ(a.store.Fields().blackPush, 4);
   EXPECT_EQ(OnDisk(), a.store.Map());
@@ -257,6 +313,7 @@ TEST_F(TwoProgramsTest, WhatAnOlderVersionWritesMeanwhileIsConverted) {
   Words names = LinesOf(kNamesFile);
   std::sort(names.begin(), names.end());
   EXPECT_EQ(names, (Words{u"fine=W:x", u"fresh=B3:red", u"known=C:now"}));
+  EXPECT_EQ(FileAt(At("Quill.ini.before")), older);
   EXPECT_EQ(a.store.Names().Size(), 3U);
 }
 

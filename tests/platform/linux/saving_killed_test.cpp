@@ -15,6 +15,7 @@
 #include <thread>
 #include <unistd.h>
 
+#include "platform/file_lock.h"
 #include "platform/user_file.h"
 #include "tests/support/scratch_folder.h"
 
@@ -91,6 +92,27 @@ TEST_F(SavingTest, KilledAtAnyMomentTheFileIsWholeAndNothingPilesUp) {
   EXPECT_GT(leftovers, 0);
   ASSERT_EQ(ReplaceFile(file_, "at last"), "");
   EXPECT_EQ(FileCount(scratch_.Path()), 1U);
+}
+
+TEST_F(SavingTest, ALockGoesWithItsProgramAndAStuckOneIsWaitedForOnce) {
+  const fs::path lock = scratch_.Path() / "Quill.ini.lock";
+  const pid_t child = Fork([&]() -> int {
+    LockPatience patience;
+    const FileLock held(lock, patience);
+    while (true)
+      raise(SIGSTOP);
+  });
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, WUNTRACED), child);
+  LockPatience patience(std::chrono::seconds(1));
+  EXPECT_FALSE(FileLock(lock, patience).IsHeld());
+  EXPECT_LT(patience.ForNextTurn(), std::chrono::seconds(1));
+  kill(child, SIGKILL);
+  StatusOf(child);
+  EXPECT_TRUE(FileLock(lock, patience).IsHeld());
+  EXPECT_EQ(patience.ForNextTurn(), std::chrono::seconds(1));
+  EXPECT_EQ(FileCount(scratch_.Path()), 0U);
+  EXPECT_FALSE(FileLock(scratch_.Path() / "none" / "lock", patience).IsHeld());
 }
 
 TEST_F(SavingTest, AFullDiskLeavesTheOldFileAndAReason) {
