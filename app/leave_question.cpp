@@ -7,23 +7,17 @@
 #include <QPushButton>
 
 namespace quillet {
-namespace {
-
-// Longer than leaving a few nested pages takes over a slow line, short enough to wait for.
-constexpr int kPatienceMs = 6000;
-
-}  // namespace
-
 LeavePlan PlanLeaving(LeaveFor purpose, const LeaveFacts& facts, LeaveMode mode) {
   const bool losesDraft = facts.hasDraft && purpose == LeaveFor::kClosing;
   if (facts.inEditor || losesDraft || mode == LeaveMode::kAsk) return LeavePlan::kAsk;
   return mode == LeaveMode::kLogOut ? LeavePlan::kLogOutFirst : LeavePlan::kGo;
 }
 
-LeaveQuestion::LeaveQuestion(CQuillDoc& doc, QWidget& window, std::function<LeaveFacts()> facts)
+LeaveQuestion::LeaveQuestion(CQuillDoc& doc, QWidget& window, std::function<LeaveFacts()> facts,
+                             std::chrono::milliseconds patience)
     : doc_(doc), window_(window), facts_(std::move(facts)) {
   patience_.setSingleShot(true);
-  patience_.setInterval(kPatienceMs);
+  patience_.setInterval(patience);
   connect(&patience_, &QTimer::timeout, this, &LeaveQuestion::GoOn);
   connect(&doc_, &CQuillDoc::LogOutEnded, this, &LeaveQuestion::OnLogOutEnded);
 }

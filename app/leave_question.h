@@ -3,6 +3,7 @@
 // User-interface thread.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -23,13 +24,17 @@ LeavePlan PlanLeaving(LeaveFor purpose, const LeaveFacts& facts, LeaveMode mode)
 
 class LeaveQuestion : public QObject {
  public:
-  // The question lies over `window`'s window; `facts` tells what the moment is like.
-  LeaveQuestion(CQuillDoc& doc, QWidget& window, std::function<LeaveFacts()> facts);
+  // Longer than leaving a few nested pages takes over a slow line, short enough to wait for.
+  static constexpr std::chrono::milliseconds kPatience{6000};
+
+  // The question lies over `window`'s window; `facts` tells what the moment is like. A log-out that has not
+  // come about after `patience` is waited for no longer.
+  LeaveQuestion(CQuillDoc& doc, QWidget& window, std::function<LeaveFacts()> facts,
+                std::chrono::milliseconds patience = kPatience);
 
   // Nothing stands in the way: nobody is logged in, or he is on his way out.
   bool IsFree() const;
-  // Calls `then`: at once, or after a log-out, or not at all. A log-out that does not come about in a few
-  // seconds is not waited for.
+  // Calls `then`: at once, or after a log-out, or not at all.
   void Before(LeaveFor purpose, std::function<void()> then);
 
  private:
