@@ -265,9 +265,14 @@ void LoginForm::OfferSites(const std::vector<OfferedSite>& sites) {
     recent_->addItem(site.name.isEmpty() ? site.address : site.name, site.address);
     recent_->setItemData(recent_->count() - 1, site.address, Qt::ToolTipRole);
   }
-  for (QWidget* part : std::initializer_list<QWidget*>{recentLabel_, recent_, removeSite_})
-    part->setVisible(sites.size() > 1);
+  offersSites_ = sites.size() > 1;
+  ShowRecent(offersSites_);
   if (unit_ > 0) Place(unit_);
+}
+
+void LoginForm::ShowRecent(bool shown) {
+  for (QWidget* part : std::initializer_list<QWidget*>{recentLabel_, recent_, removeSite_})
+    part->setVisible(shown);
 }
 
 void LoginForm::ProposeAccount(const LoginEntry& entry) {
@@ -340,9 +345,17 @@ void LoginForm::Place(double unit) {
   }
   const QRect room = parentWidget()->rect();
   const int width = std::min(room.width(), std::max(qRound(size * 28), layout()->minimumSize().width()));
-  layout()->invalidate();
-  const int height =
-      layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width) : sizeHint().height();
+  const auto heightNow = [&] {
+    layout()->invalidate();
+    return layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width) : sizeHint().height();
+  };
+  ShowRecent(offersSites_);
+  int height = heightNow();
+  // In a small window what is wrong comes before another choice.
+  if (height > room.height()) {
+    ShowRecent(false);
+    height = heightNow();
+  }
   const QSize whole(width, std::min(height, room.height()));
   setGeometry(QRect(room.center() - QPoint(whole.width() / 2, whole.height() / 2), whole));
   accentHeight_ = title_->fontMetrics().height();

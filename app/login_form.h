@@ -101,8 +101,10 @@ class LoginForm : public QWidget {
   void ShowSite();
   void Submit();
   void SetPasswordShown(bool shown);
+  void ShowRecent(bool shown);
 
   Aim aim_;
+  bool offersSites_ = false;
   bool passwordTouched_ = false;
   const LoginFormColours* colours_;
   double unit_ = 0;

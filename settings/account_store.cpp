@@ -46,7 +46,13 @@ AccountStore::Kept AccountStore::At(std::u16string_view site) const {
 }
 
 void AccountStore::Write(std::u16string_view site, const Kept& kept) {
-  if (site == LastSite()) return WriteLast(site, kept);
+  if (site == LastSite())
+    WriteLast(site, kept);
+  else
+    WriteAside(site, kept);
+}
+
+void AccountStore::WriteAside(std::u16string_view site, const Kept& kept) {
   registry_.SetText(PathOf(site), kAccountName, kept.account);
   registry_.SetText(PathOf(site), kPasswordName, kept.sealed);
 }
@@ -99,13 +105,10 @@ void AccountStore::Remember(std::u16string_view site, std::u16string_view accoun
   if (site == formerSite) return WriteLast(site, kept);
   const Kept former = LastOne();
   const bool leftCopy = !At(site).account.empty();
+  if (!formerSite.empty() && !former.account.empty()) WriteAside(formerSite, former);
   WriteLast(site, kept);
-  if (!formerSite.empty() && !former.account.empty()) Write(formerSite, former);
   // A second one would outlive the day on which this one is forgotten.
-  if (leftCopy) {
-    registry_.SetText(PathOf(site), kAccountName, u"");
-    registry_.SetText(PathOf(site), kPasswordName, u"");
-  }
+  if (leftCopy) WriteAside(site, {});
 }
 
 void AccountStore::Forget(std::u16string_view site) {

@@ -47,6 +47,7 @@ class AccountStore {
   std::u16string LastSite() const;
   Kept At(std::u16string_view site) const;
   void Write(std::u16string_view site, const Kept& kept);
+  void WriteAside(std::u16string_view site, const Kept& kept);
   void WriteLast(std::u16string_view site, const Kept& kept);
   std::u16string Seal(std::u16string_view password);
   const std::string& Tag();
