@@ -215,7 +215,7 @@ void LoginDesk::TakeUnticking() {
   if (proposed_.rememberAccount && !entry.rememberAccount)
     kept.Forget(proposedFor_);
   else if (proposed_.rememberPassword && !entry.rememberPassword)
-    kept.Remember(proposedFor_, account, u"");
+    kept.ForgetPassword(proposedFor_);
 }
 
 void LoginDesk::Remember(const LoginEntry& entry, const std::u16string& key) {

@@ -72,7 +72,7 @@ std::u16string AccountStore::Account(std::u16string_view site) const {
 }
 
 std::u16string AccountStore::Password(std::u16string_view site) {
-  Kept kept = At(site);
+  const Kept kept = At(site);
   if (kept.account.empty()) return {};
   std::u16string password;
   if (!kept.sealed.empty()) {
@@ -80,10 +80,7 @@ std::u16string AccountStore::Password(std::u16string_view site) {
     if (Tag().empty()) return {};
     password = UnsealPassword(kept.sealed, Tag());
   }
-  if (password.empty()) {
-    kept.sealed.clear();
-    Write(site, kept);
-  }
+  if (password.empty()) ForgetPassword(site);
   return password;
 }
 
@@ -113,6 +110,11 @@ void AccountStore::Remember(std::u16string_view site, std::u16string_view accoun
 
 void AccountStore::Forget(std::u16string_view site) {
   if (!At(site).account.empty()) Write(site, {});
+}
+
+void AccountStore::ForgetPassword(std::u16string_view site) {
+  const std::u16string account = Account(site);
+  if (!account.empty()) Write(site, {.account = account, .sealed = {}});
 }
 
 const std::string& AccountStore::Tag() {

@@ -36,6 +36,8 @@ class AccountStore {
   // for other sites stays.
   void Remember(std::u16string_view site, std::u16string_view account, std::u16string_view password);
   void Forget(std::u16string_view site);
+  // The account stays.
+  void ForgetPassword(std::u16string_view site);
 
  private:
   struct Kept {

@@ -111,6 +111,9 @@ TEST_F(AccountStoreTest, EachSiteHasItsOwnAndWhatIsForgottenIsNowhere) {
   EXPECT_EQ(Open().Password(kSite), u"secret");
   Open().Remember(kSite, u"mossgrov", u"secret");
   EXPECT_EQ(Open().Password(other), u"wonder");
+  Open().ForgetPassword(other);
+  EXPECT_EQ(Open().Account(other), u"alice");
+  EXPECT_EQ(Value(u"Account"), u"mossgrov") << "nobody has been there since";
   EXPECT_EQ(Open().Account(u"third.example"), u"");
   Open().Remember(u"", u"nobody", u"nowhere");
   Open().Forget(u"third.example");
