@@ -2,6 +2,8 @@
 
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QHeaderView>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "core/site_address.h"
@@ -9,6 +11,13 @@
 
 namespace quillet {
 namespace {
+
+enum Column { kName, kAddress };  // of the recent sites
+
+// What stands for a name where none was given.
+QString BareAddress(const QString& address) {
+  return address.mid(address.indexOf("://") + 3);
+}
 
 QString ComplaintAbout(const QString& address) {
   switch (ParseSiteAddress(address.toStdString()).error) {
@@ -24,7 +33,7 @@ QString ComplaintAbout(const QString& address) {
 
 }  // namespace
 
-ConnectDlg::ConnectDlg(const QString& address, QWidget* parent)
+ConnectDlg::ConnectDlg(const QString& address, const std::vector<RecentSite>& recent, QWidget* parent)
     : QDialog(parent), field_(new QLineEdit(address)), complaint_(new QLabel) {
   setWindowTitle(u"連線到站台"_qs);
   auto* const form = new QFormLayout;
@@ -52,6 +61,7 @@ ConnectDlg::ConnectDlg(const QString& address, QWidget* parent)
 
   auto* const layout = new QVBoxLayout(this);
   layout->addLayout(form);
+  if (!recent.empty()) layout->addWidget(MakeRecent(recent), 1);
   layout->addStretch();
   layout->addWidget(buttons);
   setMinimumWidth(LettersWide(*this, 70));
@@ -68,6 +78,76 @@ ConnectDlg::ConnectDlg(const QString& address, QWidget* parent)
   });
   field_->selectAll();
   Check();
+}
+
+QWidget* ConnectDlg::MakeRecent(const std::vector<RecentSite>& recent) {
+  recent_ = new QTreeWidget;
+  recent_->setObjectName("recentSites");
+  recent_->setHeaderLabels({u"最近的站台"_qs, u"位址"_qs});
+  recent_->setRootIsDecorated(false);
+  recent_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  for (const RecentSite& site : recent) {
+    const QString address = QString::fromStdU16String(site.address);
+    const QString name = QString::fromStdU16String(site.name);
+    auto* const item = new QTreeWidgetItem(recent_, {name.isEmpty() ? BareAddress(address) : name, address});
+    item->setFlags(item->flags() | Qt::ItemIsEditable);
+  }
+  recent_->setColumnWidth(kName, fontMetrics().averageCharWidth() * 28);
+  recent_->setMinimumHeight(recent_->sizeHintForRow(0) * static_cast<int>(kMostRecentSites) +
+                            recent_->header()->sizeHint().height() + 2 * recent_->frameWidth());
+  connect(recent_, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
+    if (item != nullptr) field_->setText(item->text(kAddress));
+    ReviewButtons();
+  });
+  connect(recent_, &QTreeWidget::itemDoubleClicked, connect_, &QPushButton::click);
+  connect(recent_, &QTreeWidget::itemChanged, this, [this](const QTreeWidgetItem* item) {
+    const QString name = item->text(kName).trimmed();
+    emit SiteNamed(item->text(kAddress), name == BareAddress(item->text(kAddress)) ? QString() : name);
+  });
+
+  name_ = new QPushButton(u"命名(&N)"_qs);
+  name_->setObjectName("nameSite");
+  remove_ = new QPushButton(u"移除(&R)"_qs);
+  remove_->setObjectName("removeSite");
+  const auto nameSite = [this] {
+    if (recent_->currentItem() != nullptr) recent_->editItem(recent_->currentItem(), kName);
+  };
+  connect(name_, &QPushButton::clicked, this, nameSite);
+  connect(remove_, &QPushButton::clicked, this, &ConnectDlg::RemoveSite);
+  const auto onKey = [this](int key, const auto& action) {
+    connect(new QShortcut(key, recent_, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated, this,
+            action);
+  };
+  onKey(Qt::Key_F2, nameSite);
+  onKey(Qt::Key_Delete, [this] { RemoveSite(); });
+
+  auto* const buttons = new QVBoxLayout;
+  for (QPushButton* button : {name_, remove_}) {
+    button->setAutoDefault(false);
+    buttons->addWidget(button);
+  }
+  buttons->addStretch();
+  auto* const whole = new QWidget;
+  auto* const row = new QHBoxLayout(whole);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(recent_, 1);
+  row->addLayout(buttons);
+  ReviewButtons();
+  return whole;
+}
+
+void ConnectDlg::RemoveSite() {
+  const QTreeWidgetItem* const item = recent_->currentItem();
+  if (item == nullptr) return;
+  const QString address = item->text(kAddress);
+  delete item;
+  emit SiteRemoved(address);
+  ReviewButtons();
+}
+
+void ConnectDlg::ReviewButtons() {
+  for (QPushButton* button : {name_, remove_})
+    button->setEnabled(recent_->currentItem() != nullptr);
 }
 
 QString ConnectDlg::Address() const {

@@ -1,5 +1,6 @@
 #include "app/login_desk.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "settings/data_files.h"
@@ -8,8 +9,8 @@
 namespace quillet {
 namespace {
 
-// Beside the account in the registry: the site that it is kept for, as SiteKey says it.
-constexpr std::u16string_view kAccountSiteName = u"AccountSite";
+// The demo has another address in each run. No host has such a name.
+constexpr std::u16string_view kDemoKey = u"+demo";
 
 QString Text(const std::u16string& text) {
   return QString::fromStdU16String(text);
@@ -22,52 +23,52 @@ void Wipe(QString& text) {
 
 }  // namespace
 
-LoginDesk::LoginDesk(CQuillDoc& doc, QWidget& view) : doc_(doc), view_(view) {
+LoginDesk::LoginDesk(CQuillDoc& doc, QWidget& view, LeaveQuestion& leaving)
+    : doc_(doc), view_(view), leaving_(leaving) {
   // However it came about, it needs no form any more.
   connect(&doc_, &CQuillDoc::ConnectionBegins, this, &LoginDesk::Close);
   connect(&doc_, &CQuillDoc::LoginEnded, this, &LoginDesk::OnLoginEnded);
   connect(&doc_, &CQuillDoc::SettingsChanged, this, &LoginDesk::Dress);
   // An account that an older version kept belongs to the site that is set up now, whatever is chosen later.
-  if (!doc_.Account().Account().empty() && !doc_.UserRegistry().Text(kRegistryPath, kAccountSiteName))
-    doc_.UserRegistry().SetText(kRegistryPath, kAccountSiteName,
-                                SiteKey(Text(doc_.Fields().site), doc_.Hosts()));
+  doc_.Account().AdoptFor(SiteKey(Text(doc_.Fields().site), doc_.Hosts()));
 }
 
 LoginDesk::~LoginDesk() {
-  WipePending();
+  TakeUnticking();
+  Wipe(pending_.password);
 }
 
 void LoginDesk::Show() {
   if (form_) return GiveKeyboard();
   const Site& current = doc_.CurrentSite();
   const bool standsThere = doc_.IsConnected() && !current.makeTransport;
-  aim_ = standsThere ? current : Site{.address = Text(doc_.Fields().site), .name = {}};
-  LoginEntry entry{.account = Text(doc_.Account().Account()), .password = {}};
-  entry.rememberAccount = !entry.account.isEmpty();
-  entry.kickOthers = doc_.Fields().kickOthers;
+  const std::u16string& usedLast = doc_.Fields().site;
+  aim_ = standsThere
+             ? current
+             : Site{.address = Text(usedLast), .name = Text(NameOfSite(doc_.Store().Map(), usedLast))};
+  const LoginSites ways = ProposedLogin(aim_.address, doc_.Hosts());
+  LoginEntry entry = Remembered(KeyOf(SiteAt(ways.Of(ways.proposed).address)));
   Open(entry, {});
-  ReviewPassword();
-  if (!form_->Entry().password.isEmpty()) form_->RememberPassword(true);
-  GiveKeyboard();
+  Wipe(entry.password);
 }
 
 void LoginDesk::Open(const LoginEntry& entry, const LoginComplaint& complaint) {
-  const LoginSites sites = ProposedLogin(aim_.address, doc_.Hosts());
-  proposed_ = sites.proposed;
   Discard();
-  form_ = new LoginForm({.sites = sites,
-                         .siteName = aim_.name,
-                         .namedAddress = aim_.address,
-                         .entry = entry,
-                         .complaint = complaint},
-                        &view_);
+  form_ = new LoginForm({.aim = WaysTo(aim_), .entry = entry, .complaint = complaint}, &view_);
+  proposedFor_ = AimKey();
+  proposed_ = entry;
+  Wipe(proposed_.password);
+  OfferSites();
   // Queued: connecting handles events of its own, and no key press of the form shall wait beneath it.
   connect(form_, &LoginForm::LoginRequested, this, &LoginDesk::LogIn, Qt::QueuedConnection);
   connect(form_, &LoginForm::ConnectRequested, this, &LoginDesk::ConnectOnly, Qt::QueuedConnection);
   connect(form_, &LoginForm::AddressRequested, this, &LoginDesk::AddressRequested, Qt::QueuedConnection);
-  connect(form_, &LoginForm::DemoRequested, this, &LoginDesk::DemoRequested, Qt::QueuedConnection);
+  connect(form_, &LoginForm::DemoRequested, this, &LoginDesk::GoToDemo, Qt::QueuedConnection);
   connect(form_, &LoginForm::Dismissed, this, &LoginDesk::Close, Qt::QueuedConnection);
-  connect(form_, &LoginForm::AimChanged, this, &LoginDesk::ReviewPassword);
+  connect(form_, &LoginForm::AimChanged, this, &LoginDesk::OnAimChanged);
+  // Queued: they fill the box anew that is telling of its choice.
+  connect(form_, &LoginForm::SiteChosen, this, &LoginDesk::ChooseSite, Qt::QueuedConnection);
+  connect(form_, &LoginForm::SiteRemoved, this, &LoginDesk::RemoveSite, Qt::QueuedConnection);
   Dress();
   if (unit_ > 0) form_->Place(unit_);
   form_->setVisible(!covered_);
@@ -81,6 +82,7 @@ void LoginDesk::Dress() {
 
 void LoginDesk::Discard() {
   if (!form_) return;
+  TakeUnticking();
   view_.setFocusProxy(nullptr);
   form_->hide();
   form_->deleteLater();
@@ -121,93 +123,191 @@ void LoginDesk::Place(double unit) {
 
 // ---- What the user keeps
 
-Site LoginDesk::Aim() const {
-  if (form_->Address() == aim_.address) return aim_;
-  return {.address = form_->Address(), .name = {}};
+Site LoginDesk::SiteAt(const QString& address) const {
+  if (address == aim_.address) return aim_;
+  return {.address = address, .name = {}};
 }
 
-QString LoginDesk::KnownPassword() const {
+LoginForm::Aim LoginDesk::WaysTo(const Site& site) const {
+  return {
+      .ways = ProposedLogin(site.address, doc_.Hosts()), .siteName = site.name, .namedAddress = site.address};
+}
+
+std::u16string LoginDesk::KeyOf(const Site& site) const {
+  return site.isBbs ? std::u16string(kDemoKey) : SiteKey(site.address, doc_.Hosts());
+}
+
+LoginEntry LoginDesk::Remembered(const std::u16string& key) {
   AccountStore& kept = doc_.Account();
-  if (kept.Account().empty() || Text(kept.Account()) != form_->Entry().account) return {};
-  const std::u16string site = SiteKey(form_->Address(), doc_.Hosts());
-  if (site.empty() || doc_.UserRegistry().Text(kRegistryPath, kAccountSiteName) != site) return {};
-  return Text(kept.Password());
+  LoginEntry entry{.account = Text(kept.Account(key)), .password = Text(kept.Password(key))};
+  entry.rememberAccount = !entry.account.isEmpty();
+  entry.rememberPassword = !entry.password.isEmpty();
+  entry.kickOthers = doc_.Fields().kickOthers;
+  return entry;
+}
+
+void LoginDesk::OnAimChanged() {
+  const std::u16string key = AimKey();
+  const bool isTouched = form_->Entry().account != proposed_.account || form_->PasswordTouched();
+  if (key != proposedFor_) {
+    TakeUnticking();
+    proposedFor_ = key;
+    proposed_ = isTouched ? form_->Entry() : Remembered(key);
+    if (!isTouched) form_->ProposeAccount(proposed_);
+    Wipe(proposed_.password);
+  }
+  if (!form_->PasswordTouched()) ReviewPassword();
 }
 
 void LoginDesk::ReviewPassword() {
-  if (form_->PasswordTouched()) return;
-  QString known = KnownPassword();
+  AccountStore& kept = doc_.Account();
+  QString known;
+  if (Text(kept.Account(proposedFor_)) == form_->Entry().account) known = Text(kept.Password(proposedFor_));
   form_->ProposePassword(known);
+  if (known.isEmpty()) return;
+  // What is remembered goes on being remembered unless the user says otherwise.
+  form_->RememberPassword(true);
+  proposed_.rememberAccount = proposed_.rememberPassword = true;
   Wipe(known);
 }
 
-bool LoginDesk::Remember(const LoginEntry& entry) {
-  AccountStore& kept = doc_.Account();
-  if (!entry.rememberAccount) {
-    kept.Forget();
-    doc_.UserRegistry().SetText(kRegistryPath, kAccountSiteName, u"");
-    return true;
-  }
-  doc_.UserRegistry().SetText(kRegistryPath, kAccountSiteName, SiteKey(form_->Address(), doc_.Hosts()));
-  std::u16string password = entry.rememberPassword ? entry.password.toStdU16String() : std::u16string();
-  const bool held = kept.Remember(entry.account.toStdU16String(), password);
-  quillet::Wipe(password);
-  return held;
+void LoginDesk::ChooseSite(const QString& address) {
+  if (!form_ || address == aim_.address) return;
+  aim_ = {.address = address, .name = Text(NameOfSite(doc_.Store().Map(), address.toStdU16String()))};
+  form_->TakeAim(WaysTo(aim_));
+  OfferSites();
+  OnAimChanged();
 }
 
-void LoginDesk::WipePending() {
-  Wipe(pending_.password);
+void LoginDesk::RemoveSite(const QString& address) {
+  if (!form_) return;
+  doc_.ChangeMap([&](SettingsMap& map) { ForgetSite(map, address.toStdU16String()); });
+  const std::vector<RecentSite> left = doc_.RecentSites();
+  if (left.empty()) return OfferSites();
+  ChooseSite(Text(left.front().address));
+}
+
+void LoginDesk::OfferSites() {
+  std::vector<OfferedSite> sites{{.address = aim_.address, .name = aim_.name}};
+  const auto add = [&](const std::u16string& address, const std::u16string& name) {
+    const bool isThere = std::any_of(sites.begin(), sites.end(), [&](const OfferedSite& site) {
+      return PlainAddress(site.address.toStdU16String()) == PlainAddress(address);
+    });
+    if (!isThere) sites.push_back({.address = Text(address), .name = Text(name)});
+  };
+  for (const RecentSite& site : doc_.RecentSites())
+    add(site.address, site.name);
+  // Who has been elsewhere finds his way back to the BBS itself.
+  const QString own = ProposedAddress({}, doc_.Hosts().mainHost);
+  const bool isOwnThere = std::any_of(sites.begin(), sites.end(), [&](const OfferedSite& site) {
+    return SiteKey(site.address, doc_.Hosts()) == SiteKey(own, doc_.Hosts());
+  });
+  if (!own.isEmpty() && !isOwnThere) sites.push_back({.address = own, .name = {}});
+  form_->OfferSites(sites);
+}
+
+void LoginDesk::TakeUnticking() {
+  if (!form_) return;
+  AccountStore& kept = doc_.Account();
+  const LoginEntry entry = form_->Entry();
+  const std::u16string account = kept.Account(proposedFor_);
+  if (account.empty() || Text(account) != entry.account) return;
+  if (proposed_.rememberAccount && !entry.rememberAccount)
+    kept.Forget(proposedFor_);
+  else if (proposed_.rememberPassword && !entry.rememberPassword)
+    kept.ForgetPassword(proposedFor_);
+}
+
+void LoginDesk::Remember(const LoginEntry& entry, const std::u16string& key) {
+  AccountStore& kept = doc_.Account();
+  const std::u16string account = entry.account.toStdU16String();
+  if (!entry.rememberAccount) {
+    if (kept.Account(key) == account) kept.Forget(key);
+    return;
+  }
+  // Without a password nobody has been let in yet; what is remembered of somebody who was stays.
+  if (entry.password.isEmpty() && !kept.Account(key).empty()) return;
+  std::u16string password = entry.rememberPassword ? entry.password.toStdU16String() : std::u16string();
+  kept.Remember(key, account, password);
+  quillet::Wipe(password);
 }
 
 // ---- Logging in
 
-void LoginDesk::LogIn() {
-  if (!form_) return;
-  LoginEntry entry = form_->Entry();
-  if (!Remember(entry)) {
+LoginOrder LoginDesk::TakeOrder(const std::u16string& key, LoginEntry entry) {
+  std::u16string password = entry.password.toStdU16String();
+  if (entry.rememberPassword && !doc_.Account().CanRemember(password)) {
+    quillet::Wipe(password);
+    // Not the user's doing, so that nothing is forgotten by it.
+    proposed_.rememberPassword = false;
     form_->RememberPassword(false);
     form_->Complain(DescribeUnsealable(kSealedPasswordLength));
-    return;
+    return nullptr;
   }
   doc_.Change(u"Basic", u"KickOthers", entry.kickOthers ? u"1" : u"0");
-  aim_ = Aim();
-  KeepChosenSite(entry.kind);
-  WipePending();
+  Wipe(pending_.password);
   pending_ = entry;
-  LoginOrder order = MakeLoginOrder({.account = entry.account.toStdU16String(),
-                                     .password = entry.password.toStdU16String(),
-                                     .kickOthers = entry.kickOthers});
-  Close();
-  doc_.LogIn(aim_, std::move(order));
+  pendingFor_ = key;
+  LoginOrder order = MakeLoginOrder(
+      {.account = entry.account.toStdU16String(), .password = password, .kickOthers = entry.kickOthers});
+  quillet::Wipe(password);
+  return order;
+}
+
+void LoginDesk::LogIn() {
+  leaving_.Before(LeaveFor::kOtherSite, [this] {
+    if (!form_) return;
+    const Site site = SiteAt(form_->Address());
+    LoginOrder order = TakeOrder(KeyOf(site), form_->Entry());
+    if (!order) return;
+    Close();
+    doc_.LogIn(site, std::move(order));
+  });
 }
 
 void LoginDesk::ConnectOnly() {
-  if (!form_) return;
-  aim_ = Aim();
-  KeepChosenSite(form_->Entry().kind);
-  Close();
-  doc_.Open(aim_);
+  leaving_.Before(LeaveFor::kOtherSite, [this] {
+    if (!form_) return;
+    const Site site = SiteAt(form_->Address());
+    Close();
+    doc_.Open(site);
+  });
 }
 
-void LoginDesk::KeepChosenSite(TransportKind kind) {
-  // What stands in for a way that this build cannot go is no choice of the user's.
-  if (kind != proposed_) doc_.Change(u"Basic", u"Site", aim_.address.toStdU16String());
+void LoginDesk::GoToDemo() {
+  leaving_.Before(LeaveFor::kOtherSite, [this] {
+    if (!form_) return;
+    // What is remembered for another site is not told to this one.
+    const LoginEntry there = Remembered(proposedFor_);
+    LoginEntry entry = form_->Entry();
+    if (entry.account == there.account && entry.password == there.password)
+      entry = Remembered(std::u16string(kDemoKey));
+    LoginOrder order;
+    if (!entry.account.isEmpty()) {
+      order = TakeOrder(std::u16string(kDemoKey), entry);
+      if (!order) return;
+    }
+    emit DemoRequested(order);
+  });
 }
 
 void LoginDesk::OnLoginEnded(const LoginEnd& end) {
-  LoginEntry entry = pending_;
-  WipePending();
+  // Of an earlier login: what is pending is on its way to take its place.
+  if (end.how == LoginEnd::How::kTakenOver && doc_.IsConnecting()) return;
+  LoginEntry entry = std::exchange(pending_, {});
   switch (end.how) {
+    case LoginEnd::How::kFinished:
+      Remember(entry, pendingFor_);
+      break;
     case LoginEnd::How::kRefused:
       Wipe(entry.password);
-      // The account stays, without a password that is none.
-      if (entry.rememberPassword) doc_.Account().Remember(entry.account.toStdU16String(), u"");
+      aim_ = doc_.CurrentSite();
       Open(entry, DescribeRefusal(end.said));
       break;
     case LoginEnd::How::kNotConnected:
+      aim_ = doc_.CurrentSite();
       Open(entry, DescribeBrokenLogin(doc_.Facts()));
       break;
-    case LoginEnd::How::kFinished:
     case LoginEnd::How::kTakenOver:
       break;
   }

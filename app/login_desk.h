@@ -1,11 +1,12 @@
-// The login form's other side: fills it from what the user keeps, remembers what he wants remembered, sends
-// the document to log in, and brings the form back with the reason when that came to nothing. The view owns
-// it. User-interface thread.
+// The login form's other side: fills it from what the user keeps for the site, sends the document to log in,
+// remembers what he wants remembered once that has succeeded, and brings the form back with the reason when
+// it came to nothing. The view owns it. User-interface thread.
 #pragma once
 
 #include <QObject>
 #include <QPointer>
 
+#include "app/leave_question.h"
 #include "app/login_form.h"
 #include "app/quill_doc.h"
 
@@ -15,8 +16,8 @@ class LoginDesk : public QObject {
   Q_OBJECT
 
  public:
-  // Both outlive the desk; the form lies over `view`.
-  LoginDesk(CQuillDoc& doc, QWidget& view);
+  // All outlive the desk; the form lies over `view`.
+  LoginDesk(CQuillDoc& doc, QWidget& view, LeaveQuestion& leaving);
   ~LoginDesk() override;
 
   // Opens the form, or leaves it as it is when it is open. It has the keyboard then.
@@ -37,7 +38,8 @@ class LoginDesk : public QObject {
   // It was opened, closed, covered or uncovered.
   void Changed();
   void AddressRequested();
-  void DemoRequested();
+  // With a login, or null.
+  void DemoRequested(const quillet::LoginOrder& login);
 
  private:
   void Open(const LoginEntry& entry, const LoginComplaint& complaint);
@@ -46,29 +48,45 @@ class LoginDesk : public QObject {
   void Discard();
   void GiveKeyboard();
 
-  // The site that the form leads to now.
-  Site Aim() const;
-  // What may be told to that site.
-  QString KnownPassword() const;
-  void ReviewPassword();
-  // False when the password cannot be remembered; everything else is.
-  bool Remember(const LoginEntry& entry);
-  void KeepChosenSite(TransportKind kind);
-  void WipePending();
+  Site SiteAt(const QString& address) const;
+  LoginForm::Aim WaysTo(const Site& site) const;
+  // By what name the account of a site is kept.
+  std::u16string KeyOf(const Site& site) const;
+  // That of the site that the form leads to now.
+  std::u16string AimKey() const { return KeyOf(SiteAt(form_->Address())); }
 
+  // What is remembered for a site.
+  LoginEntry Remembered(const std::u16string& key);
+  // Another account or site has been chosen in the form.
+  void OnAimChanged();
+  void ReviewPassword();
+  void ChooseSite(const QString& address);
+  void RemoveSite(const QString& address);
+  void OfferSites();
+  // What the user no longer wants remembered is forgotten when he is done with the form, whatever comes.
+  void TakeUnticking();
+  void Remember(const LoginEntry& entry, const std::u16string& key);
+
+  // Notes what a login at the site of that key is sent off with; null when its password cannot be remembered.
+  LoginOrder TakeOrder(const std::u16string& key, LoginEntry entry);
   void LogIn();
   void ConnectOnly();
+  void GoToDemo();
   void OnLoginEnded(const LoginEnd& end);
 
   CQuillDoc& doc_;
   QWidget& view_;
+  LeaveQuestion& leaving_;
   QPointer<LoginForm> form_;
   bool covered_ = false;
   double unit_ = 0;
   Site aim_;  // where the form leads when its transport is left alone
-  TransportKind proposed_ = TransportKind::kTelnet;
-  // What was sent off, until the login has ended; its password is kept no longer.
+  // What was proposed, for which site: the difference to what is in the form is the user's doing.
+  LoginEntry proposed_;
+  std::u16string proposedFor_;
+  // What was sent off, and for which site, until the login has ended; its password is kept no longer.
   LoginEntry pending_;
+  std::u16string pendingFor_;
 };
 
 }  // namespace quillet

@@ -6,6 +6,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QSignalBlocker>
 #include <QStandardItemModel>
 #include <QVBoxLayout>
 
@@ -42,11 +43,7 @@ void Say(QLabel& label, const QString& text) {
 }  // namespace
 
 LoginForm::LoginForm(const Contents& contents, QWidget* parent)
-    : QWidget(parent),
-      sites_(contents.sites),
-      siteName_(contents.siteName),
-      namedAddress_(contents.namedAddress),
-      colours_(&LoginFormColoursFor(false)) {
+    : QWidget(parent), aim_(contents.aim), colours_(&LoginFormColoursFor(false)) {
   setAttribute(Qt::WA_NoMousePropagation);
   MakeControls(contents);
   NameControls();
@@ -67,6 +64,13 @@ void LoginForm::MakeControls(const Contents& contents) {
   complaint_ = Label();
   detail_ = Label();
   detail_->setTextFormat(Qt::PlainText);
+  recentLabel_ = Label();
+  recentLabel_->setText(u"站台"_qs);
+  recent_ = new QComboBox;
+  // A long address is cut, and does not widen the form.
+  recent_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  removeSite_ = new QPushButton(u"移除"_qs);
+  removeSite_->setToolTip(u"不再列出這個站台；記住的帳號不受影響"_qs);
   transport_ = new QComboBox;
   account_ = new QLineEdit(contents.entry.account);
   account_->setMaxLength(64);
@@ -92,6 +96,8 @@ void LoginForm::MakeControls(const Contents& contents) {
 
 // By these names tests and accessibility tools know them.
 void LoginForm::NameControls() {
+  recent_->setObjectName("recentSites");
+  removeSite_->setObjectName("removeSite");
   transport_->setObjectName("transport");
   account_->setObjectName("account");
   password_->setObjectName("password");
@@ -135,8 +141,10 @@ void LoginForm::StyleControls() {
 }
 
 void LoginForm::FillTransports() {
+  const QSignalBlocker quiet(transport_);
+  transport_->clear();
   for (const WayRow& row : kWays) {
-    const LoginSites::Way& way = sites_.Of(row.kind);
+    const LoginSites::Way& way = aim_.ways.Of(row.kind);
     transport_->addItem(row.name, static_cast<int>(row.kind));
     const int at = transport_->count() - 1;
     if (way.possible) {
@@ -150,7 +158,7 @@ void LoginForm::FillTransports() {
     if (auto* const model = qobject_cast<QStandardItemModel*>(transport_->model()))
       model->item(at)->setEnabled(false);
   }
-  transport_->setCurrentIndex(transport_->findData(static_cast<int>(sites_.proposed)));
+  transport_->setCurrentIndex(transport_->findData(static_cast<int>(aim_.ways.proposed)));
 }
 
 void LoginForm::Arrange() {
@@ -163,12 +171,18 @@ void LoginForm::Arrange() {
     name->setBuddy(buddy);
     fields->addWidget(name, row, 0);
   };
-  label(0, u"連線方式"_qs, transport_);
-  fields->addWidget(transport_, 0, 1);
-  label(1, u"帳號"_qs, account_);
-  fields->addWidget(account_, 1, 1);
-  label(2, u"密碼"_qs, password_);
-  fields->addLayout(passwordRow, 2, 1);
+  auto* const recentRow = new QHBoxLayout;
+  recentRow->addWidget(recent_, 1);
+  recentRow->addWidget(removeSite_);
+  recentLabel_->setBuddy(recent_);
+  fields->addWidget(recentLabel_, 0, 0);
+  fields->addLayout(recentRow, 0, 1);
+  label(1, u"連線方式"_qs, transport_);
+  fields->addWidget(transport_, 1, 1);
+  label(2, u"帳號"_qs, account_);
+  fields->addWidget(account_, 2, 1);
+  label(3, u"密碼"_qs, password_);
+  fields->addLayout(passwordRow, 3, 1);
   fields->setColumnStretch(1, 1);
   auto* const switches = new QHBoxLayout;
   for (QCheckBox* box : {rememberAccount_, rememberPassword_, kickOthers_})
@@ -190,12 +204,17 @@ void LoginForm::Arrange() {
   layout->addLayout(fields);
   layout->addLayout(switches);
   layout->addLayout(buttons);
-  tabOrder_ = {transport_,       account_,          password_,   showPassword_,
-               rememberAccount_, rememberPassword_, kickOthers_, logIn_,
-               connect_,         address_,          demo_};
+  tabOrder_ = {
+      recent_,           removeSite_, transport_, account_, password_, showPassword_, rememberAccount_,
+      rememberPassword_, kickOthers_, logIn_,     connect_, address_,  demo_};
+  OfferSites({});
 }
 
 void LoginForm::Connect() {
+  connect(recent_, &QComboBox::currentIndexChanged, this,
+          [this] { emit SiteChosen(recent_->currentData().toString()); });
+  connect(removeSite_, &QPushButton::clicked, this,
+          [this] { emit SiteRemoved(recent_->currentData().toString()); });
   connect(transport_, &QComboBox::currentIndexChanged, this, [this] {
     ShowSite();
     emit AimChanged();
@@ -219,8 +238,8 @@ void LoginForm::Connect() {
 }
 
 void LoginForm::ShowSite() {
-  const bool possible = sites_.Of(Entry().kind).possible;
-  const QString name = Address() == namedAddress_ && !siteName_.isEmpty() ? siteName_ : Address();
+  const bool possible = aim_.ways.Of(Entry().kind).possible;
+  const QString name = Address() == aim_.namedAddress && !aim_.siteName.isEmpty() ? aim_.siteName : Address();
   site_->setText(possible ? name : u"沒有設定站台，請用「連線到…」輸入位址"_qs);
   logIn_->setEnabled(possible);
   connect_->setEnabled(possible);
@@ -231,6 +250,36 @@ void LoginForm::Complain(const LoginComplaint& complaint) {
   Say(*detail_, complaint.detail);
   if (unit_ > 0) Place(unit_);
   update();
+}
+
+void LoginForm::TakeAim(const Aim& aim) {
+  aim_ = aim;
+  FillTransports();
+  ShowSite();
+}
+
+void LoginForm::OfferSites(const std::vector<OfferedSite>& sites) {
+  const QSignalBlocker quiet(recent_);
+  recent_->clear();
+  for (const OfferedSite& site : sites) {
+    recent_->addItem(site.name.isEmpty() ? site.address : site.name, site.address);
+    recent_->setItemData(recent_->count() - 1, site.address, Qt::ToolTipRole);
+  }
+  offersSites_ = sites.size() > 1;
+  ShowRecent(offersSites_);
+  if (unit_ > 0) Place(unit_);
+}
+
+void LoginForm::ShowRecent(bool shown) {
+  for (QWidget* part : std::initializer_list<QWidget*>{recentLabel_, recent_, removeSite_})
+    part->setVisible(shown);
+}
+
+void LoginForm::ProposeAccount(const LoginEntry& entry) {
+  account_->setText(entry.account);
+  rememberAccount_->setChecked(entry.rememberAccount || entry.rememberPassword);
+  rememberPassword_->setChecked(entry.rememberPassword);
+  ProposePassword(entry.password);
 }
 
 void LoginForm::ProposePassword(const QString& password) {
@@ -250,7 +299,7 @@ LoginEntry LoginForm::Entry() const {
 }
 
 const QString& LoginForm::Address() const {
-  return sites_.Of(static_cast<TransportKind>(transport_->currentData().toInt())).address;
+  return aim_.ways.Of(static_cast<TransportKind>(transport_->currentData().toInt())).address;
 }
 
 QWidget* LoginForm::FirstField() const {
@@ -298,9 +347,17 @@ void LoginForm::Place(double unit) {
   }
   const QRect room = parentWidget()->rect();
   const int width = std::min(room.width(), std::max(qRound(size * 28), layout()->minimumSize().width()));
-  layout()->invalidate();
-  const int height =
-      layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width) : sizeHint().height();
+  const auto heightNow = [&] {
+    layout()->invalidate();
+    return layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width) : sizeHint().height();
+  };
+  ShowRecent(offersSites_);
+  int height = heightNow();
+  // In a small window what is wrong comes before another choice.
+  if (height > room.height()) {
+    ShowRecent(false);
+    height = heightNow();
+  }
   const QSize whole(width, std::min(height, room.height()));
   setGeometry(QRect(room.center() - QPoint(whole.width() / 2, whole.height() / 2), whole));
   accentHeight_ = title_->fontMetrics().height();
@@ -340,7 +397,7 @@ bool LoginForm::focusNextPrevChild(bool next) {
   for (std::ptrdiff_t step = 0; step < count; ++step) {
     at = (at + (next ? 1 : count - 1)) % count;
     QWidget* const control = tabOrder_[static_cast<std::size_t>(at)];
-    if (!control->isEnabled()) continue;
+    if (!control->isEnabled() || control->isHidden()) continue;
     control->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     return true;
   }

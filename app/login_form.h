@@ -27,15 +27,25 @@ struct LoginEntry {
   bool kickOthers = false;
 };
 
+// One of the sites to choose from.
+struct OfferedSite {
+  QString address;
+  QString name;  // empty: its address
+};
+
 class LoginForm : public QWidget {
   Q_OBJECT
 
  public:
-  struct Contents {
-    LoginSites sites;
+  // Where the form leads.
+  struct Aim {
+    LoginSites ways;
     // The name to show instead of an address; empty: the address itself.
     QString siteName;
     QString namedAddress;
+  };
+  struct Contents {
+    Aim aim;
     LoginEntry entry;
     LoginComplaint complaint;
   };
@@ -48,6 +58,12 @@ class LoginForm : public QWidget {
   // The form looks like the panel of the window, which may be in disguise.
   void Wear(const LoginFormColours& colours);
   void Complain(const LoginComplaint& complaint);
+  // Leads elsewhere from now on; AimChanged is not emitted.
+  void TakeAim(const Aim& aim);
+  // The first is the one that the form leads to. Nothing is shown where there is no other.
+  void OfferSites(const std::vector<OfferedSite>& sites);
+  // An account of the user's, and what is remembered of it.
+  void ProposeAccount(const LoginEntry& entry);
   // A password that the user has not typed himself; it is never shown in clear.
   void ProposePassword(const QString& password);
   // The user has changed what was proposed.
@@ -67,6 +83,8 @@ class LoginForm : public QWidget {
   void Dismissed();
   // Which site or account it is about to be has changed.
   void AimChanged();
+  void SiteChosen(const QString& address);
+  void SiteRemoved(const QString& address);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -83,10 +101,10 @@ class LoginForm : public QWidget {
   void ShowSite();
   void Submit();
   void SetPasswordShown(bool shown);
+  void ShowRecent(bool shown);
 
-  LoginSites sites_;
-  QString siteName_;
-  QString namedAddress_;
+  Aim aim_;
+  bool offersSites_ = false;
   bool passwordTouched_ = false;
   const LoginFormColours* colours_;
   double unit_ = 0;
@@ -96,6 +114,9 @@ class LoginForm : public QWidget {
   QLabel* site_;
   QLabel* complaint_;
   QLabel* detail_;
+  QLabel* recentLabel_;
+  QComboBox* recent_;
+  QPushButton* removeSite_;
   QComboBox* transport_;
   QLineEdit* account_;
   QLineEdit* password_;

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QPainter>
 #include <QProxyStyle>
+#include <QPushButton>
 #include <QStyleOption>
 
 namespace quillet {
@@ -26,6 +27,9 @@ constexpr LoginFormColours kDisguise{.panel = panel_look::kDisguiseColours,
                                      .onSelection = panel_look::kInk,
                                      .faint = panel_look::kPencil};
 
+// Seen at a glance, and not by its colour alone.
+constexpr double kFocusedEdge = 2;
+
 // The toolkit's own style with flat fields and buttons, whose edges are seen on the panel's ground, and boxes
 // that grow with the letters.
 class FormStyle : public QProxyStyle {
@@ -39,21 +43,27 @@ class FormStyle : public QProxyStyle {
     return QProxyStyle::pixelMetric(metric, option, widget);
   }
 
+  // The base class leaves out what would show that a flat button has the keyboard.
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override {
+    if (element == CE_PushButtonBevel)
+      PaintButton(*painter, *option);
+    else
+      QProxyStyle::drawControl(element, option, painter, widget);
+  }
+
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
     switch (element) {
       case PE_PanelLineEdit:
         PaintBox(*painter, *option, colours_.field);
         break;
-      case PE_PanelButtonCommand:
-        PaintButton(*painter, *option);
-        break;
       case PE_IndicatorCheckBox:
         PaintBox(*painter, *option, colours_.field);
         if (option->state.testFlag(State_On)) PaintTick(*painter, option->rect);
         break;
       case PE_FrameFocusRect:
-        PaintFocus(*painter, *option);
+        if (qobject_cast<const QPushButton*>(widget) == nullptr) PaintFocus(*painter, *option);
         break;
       default:
         QProxyStyle::drawPrimitive(element, option, painter, widget);
@@ -65,9 +75,11 @@ class FormStyle : public QProxyStyle {
     const bool focused = option.state.testFlag(State_HasFocus);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(focused ? colours_.panel.busy : colours_.edge, 1));
+    const double width = focused ? kFocusedEdge : 1;
+    const double half = width / 2;
+    painter.setPen(QPen(focused ? colours_.panel.busy : colours_.edge, width));
     painter.setBrush(fill);
-    painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
+    painter.drawRoundedRect(QRectF(option.rect).adjusted(half, half, -half, -half), 3, 3);
     painter.restore();
   }
   void PaintButton(QPainter& painter, const QStyleOption& option) const {

@@ -65,17 +65,33 @@ int CMainFrame::MenuHeight() const {
 }
 
 void CMainFrame::AskAddress() {
+  doc_.TakeInSettings();
   ConnectDlg dialog(ProposedAddress(QString::fromStdU16String(doc_.Fields().site), doc_.Hosts().mainHost),
-                    this);
+                    doc_.RecentSites(), this);
+  connect(&dialog, &ConnectDlg::SiteNamed, this, [this](const QString& address, const QString& name) {
+    doc_.ChangeMap([&](SettingsMap& map) { NameSite(map, address.toStdU16String(), name.toStdU16String()); });
+  });
+  connect(&dialog, &ConnectDlg::SiteRemoved, this, [this](const QString& address) {
+    doc_.ChangeMap([&](SettingsMap& map) { ForgetSite(map, address.toStdU16String()); });
+  });
   const int answer = dialog.exec();
   activateWindow();
   if (answer != QDialog::Accepted) return;
   if (dialog.Chosen() == ConnectDlg::Choice::kDemo) {
-    emit DemoRequested();
+    OpenDemo();
     return;
   }
-  doc_.Change(u"Basic", u"Site", dialog.Address().toStdU16String());
-  doc_.Open({.address = dialog.Address(), .name = {}, .makeTransport = {}});
+  view_->Leaving().Before(LeaveFor::kOtherSite, [this, address = dialog.Address()] {
+    doc_.Open({.address = address, .name = {}, .makeTransport = {}});
+  });
+}
+
+void CMainFrame::OpenDemo() {
+  view_->Leaving().Before(LeaveFor::kOtherSite, [this] { emit DemoRequested(nullptr); });
+}
+
+void CMainFrame::Disconnect() {
+  view_->Leaving().Before(LeaveFor::kDisconnecting, [this] { doc_.Disconnect(); });
 }
 
 void CMainFrame::changeEvent(QEvent* event) {
@@ -208,6 +224,14 @@ void CMainFrame::ShowAbout() {
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
   RememberPlace();
+  if (!view_->Leaving().IsFree()) {
+    event->ignore();
+    view_->Leaving().Before(LeaveFor::kClosing, [this] {
+      doc_.Disconnect();
+      QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+    });
+    return;
+  }
   doc_.Disconnect();
   event->accept();
 }

@@ -24,6 +24,9 @@ class CMainFrame : public QMainWindow {
   void SizeForView(QSize view);
   // Asks for an address and connects, or asks for the demo.
   void AskAddress();
+  // These two give up a login only after a question.
+  void OpenDemo();
+  void Disconnect();
   void ShowOptions();
   // Asks for an article and goes there.
   void JumpToArticle();
@@ -35,7 +38,8 @@ class CMainFrame : public QMainWindow {
   void OpenUserPage();
 
  signals:
-  void DemoRequested();
+  // With a login, or null.
+  void DemoRequested(const quillet::LoginOrder& login);
 
  protected:
   void changeEvent(QEvent* event) override;

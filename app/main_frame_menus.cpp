@@ -58,11 +58,11 @@ void CMainFrame::MakeConnectionMenu() {
   QMenu* const menu = menuBar()->addMenu(u"連線(&C)"_qs);
   Add(*menu, u"登入…(&L)"_qs, kClientKeys | Qt::Key_L, [this] { view_->AskLogin(); });
   Add(*menu, u"連線到…(&N)"_qs, kClientKeys | Qt::Key_N, [this] { AskAddress(); });
-  // Not with Ctrl, Shift and Z, which hands press to do again what they have undone: it would leave the site.
-  Add(*menu, u"示範站台(&D)"_qs, Qt::ALT | Qt::Key_D, [this] { emit DemoRequested(); });
+  // Without keys: nobody needs it often, and pressed by mistake it would leave the site.
+  Add(*menu, u"示範站台(&D)"_qs, {}, [this] { OpenDemo(); });
   menu->addSeparator();
   reconnect_ = Add(*menu, u"重新連線(&R)"_qs, kClientKeys | Qt::Key_R, [this] { doc_.Reconnect(); });
-  disconnect_ = Add(*menu, u"中斷連線(&K)"_qs, kClientKeys | Qt::Key_D, [this] { doc_.Disconnect(); });
+  disconnect_ = Add(*menu, u"中斷連線(&K)"_qs, kClientKeys | Qt::Key_D, [this] { Disconnect(); });
   menu->addSeparator();
   quit_ = Add(*menu, u"離開(&X)"_qs, Qt::ALT | Qt::Key_F4, [this] { close(); });
 }

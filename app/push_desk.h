@@ -28,6 +28,8 @@ class PushDesk : public QObject {
   // Opens the dialog for the article that is open, and returns; leaves it as it is when it is open. Says so
   // where nothing can be pushed.
   void Open();
+  // Something that was typed has not been pushed.
+  bool HasDraft() const { return !drafts_.empty(); }
   // Null while it is closed.
   PushOnDlg* Dialog() const { return dialog_; }
 

@@ -65,7 +65,8 @@ void CQuillApp::InitInstance() {
   frame_ = std::make_unique<CMainFrame>(*doc_);
   signaller->SetWindow(frame_.get());
   signaller_ = std::move(signaller);
-  QObject::connect(frame_.get(), &CMainFrame::DemoRequested, frame_.get(), [this] { OpenDemo(); });
+  QObject::connect(frame_.get(), &CMainFrame::DemoRequested, frame_.get(),
+                   [this](const LoginOrder& login) { OpenDemo(login); });
   frame_->View().ShowNotice(DescribeTables(resources.tables, resources.dataFolder));
 }
 
@@ -82,7 +83,7 @@ void CQuillApp::Start() {
     frame_->View().AskLogin();
 }
 
-void CQuillApp::OpenDemo() {
+void CQuillApp::OpenDemo(const LoginOrder& login) {
   if (!demo_) {
     DemoOptions options;
     options.contentFolder = options_.contentFolder.isEmpty()
@@ -96,10 +97,14 @@ void CQuillApp::OpenDemo() {
     demo_.reset();
     return;
   }
-  doc_->Open({.address = QString::fromStdString(demo_->Address()),
-              .name = u"示範站台"_qs,
-              .makeTransport = {},
-              .isBbs = true});
+  Site site{.address = QString::fromStdString(demo_->Address()),
+            .name = u"示範站台"_qs,
+            .makeTransport = {},
+            .isBbs = true};
+  if (login)
+    doc_->LogIn(std::move(site), login);
+  else
+    doc_->Open(std::move(site));
 }
 
 void CQuillApp::OpenReplay() {

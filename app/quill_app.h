@@ -29,7 +29,8 @@ class CQuillApp {
   void InitInstance();
   // The first thing that the window does once it is up.
   void Start();
-  void OpenDemo();
+  // Logs in there unless `login` is null.
+  void OpenDemo(const LoginOrder& login = nullptr);
   void OpenReplay();
   void RunTour();
 

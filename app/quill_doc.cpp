@@ -9,6 +9,7 @@
 #include "app/browser_emulation.h"
 #include "app/seconds_now.h"
 #include "bbs/article_code_question.h"
+#include "bbs/log_out.h"
 #include "input/screen_text.h"
 #include "settings/article_list_file.h"
 #include "settings/bookmarks.h"
@@ -72,6 +73,13 @@ void CQuillDoc::Change(std::u16string_view section, std::u16string_view key, std
   if (const std::u16string* const stored = store_.Map().Find(section, key); stored && *stored == value)
     return;
   store_.Change(section, key, value);
+  ApplySettings();
+}
+
+void CQuillDoc::ChangeMap(const std::function<void(SettingsMap&)>& change) {
+  change(store_.Map());
+  store_.Apply();
+  store_.Save();
   ApplySettings();
 }
 
@@ -139,6 +147,8 @@ void CQuillDoc::Begin(Attempt attempt) {
     if (std::exchange(login, nullptr)) emit LoginEnded({.how = LoginEnd::How::kTakenOver, .said = {}});
     Attempt now = *std::exchange(next_, std::nullopt);
     site_ = std::move(now.site);
+    if (site_.name.isEmpty())
+      site_.name = QString::fromStdU16String(NameOfSite(store_.Map(), site_.address.toStdU16String()));
     login = std::move(now.login);
     giveUp_ = false;
     EndAutomation();
@@ -147,7 +157,19 @@ void CQuillDoc::Begin(Attempt attempt) {
   }
   connecting_ = false;
   NoteStatus();
+  KeepSite();
   if (login) StartLogin(login);
+}
+
+void CQuillDoc::KeepSite() {
+  const EndReason end = session_.LastEnd().reason;
+  const bool wasMade = IsConnected() || end == EndReason::kClosedByPeer || end == EndReason::kReadFailed;
+  if (!wasMade || !site_.Lasts()) return;
+  ChangeMap([this](SettingsMap& map) {
+    const std::u16string address = site_.address.trimmed().toStdU16String();
+    map.Set(u"Basic", u"Site", address);
+    NoteSiteUsed(map, address, SecondsNow());
+  });
 }
 
 void CQuillDoc::RunConnect(bool autoLogin) {
@@ -184,6 +206,21 @@ void CQuillDoc::DisconnectAfterSending() {
   QTimer::singleShot(kFarewellMs, this, [this, connection = session_.connectionNumber.load()] {
     if (connection == session_.connectionNumber && !connecting_) Disconnect();
   });
+}
+
+bool CQuillDoc::LogOut() {
+  if (!IsConnected() || connecting_) return false;
+  StopActivity();
+  const bool started = automation_.Run([](ScreenWaits& waits) { return quillet::LogOut(waits); },
+                                       [this](LogOutResult) {
+                                         NoteStatus();
+                                         emit LogOutEnded(LogOutEnd::kDone);
+                                       });
+  if (!started) return false;
+  leaving_ = true;
+  activity_ = Activity::kLogOut;
+  NoteStatus();
+  return true;
 }
 
 // ---- Automation
@@ -377,6 +414,10 @@ bool CQuillDoc::StopActivity() {
   automation_.WaitEnded(kTakeOverPatience);
   NoteStatus();
   if (activity_ == Activity::kLogin) emit LoginEnded({.how = LoginEnd::How::kTakenOver, .said = {}});
+  if (activity_ == Activity::kLogOut) {
+    leaving_ = false;
+    emit LogOutEnded(LogOutEnd::kTakenOver);
+  }
   if (activity_ == Activity::kPush) OnPushesDone(pushes_->Result(), OpenArticle());
   if (activity_ == Activity::kGiveMoney) emit MoneyEnded(money_->Result());
   return true;

@@ -27,6 +27,7 @@
 #include "platform/opener.h"
 #include "settings/account_store.h"
 #include "settings/article_lists.h"
+#include "settings/recent_sites.h"
 #include "settings/settings_store.h"
 
 namespace quillet {
@@ -37,9 +38,11 @@ struct Site {
   QString name;  // shown instead of the address when not empty
   // Makes the transport when the address does not: a recording, a test's script.
   std::function<std::unique_ptr<Transport>()> makeTransport{};
-  bool isBbs = false;  // the BBS, whatever its host is called
+  bool isBbs = false;  // the demo's: the BBS, whatever its host is called, and gone with this run
 
   const QString& ShownName() const { return name.isEmpty() ? address : name; }
+  // Its address leads there tomorrow as well.
+  bool Lasts() const { return !makeTransport && !isBbs; }
 };
 
 // What a document is given; the references outlive it.
@@ -61,6 +64,12 @@ struct LoginEnd {
     kTakenOver      // the user typed, or wanted something else
   } how = How::kFinished;
   QString said;  // the BBS's own words when it refused
+};
+
+// How a log-out ended that the document was asked for.
+enum class LogOutEnd {
+  kDone,      // the BBS has been told, or cannot be; what is left of the connection may be closed
+  kTakenOver  // the user typed, or wanted something else
 };
 
 // How the wish for a bookmark ended.
@@ -90,6 +99,9 @@ class CQuillDoc : public QObject {
   void Disconnect();
   // The user has logged out: the connection will be closed after what was sent last has had time to leave.
   void DisconnectAfterSending();
+  // Says goodbye to the BBS in its main menu; LogOutEnded follows in any case. The connection is left for the
+  // caller to close. False, and nothing happens, without a connection or while an automation is held up.
+  bool LogOut();
   bool IsConnecting() const { return connecting_; }
   bool IsConnected() const { return session_.state == kStateConnected; }
 
@@ -150,6 +162,10 @@ class CQuillDoc : public QObject {
   BoardWeights& Boards() { return boards_; }
   // One value, applied and saved at once. Nothing when it stands there already.
   void Change(std::u16string_view section, std::u16string_view key, std::u16string_view value);
+  // The same for what is more than one value.
+  void ChangeMap(const std::function<void(SettingsMap&)>& change);
+  // Where the user has been, the last site first.
+  std::vector<RecentSite> RecentSites() const { return RecentSitesIn(store_.Map()); }
   // Takes in what another window of the program has saved meanwhile; not while a dialog shows the settings.
   void TakeInSettings();
   // Brings the store's fields to everything that is made of them.
@@ -171,6 +187,7 @@ class CQuillDoc : public QObject {
   // A connection is about to be made.
   void ConnectionBegins();
   void LoginEnded(const LoginEnd& end);
+  void LogOutEnded(quillet::LogOutEnd end);
   void JumpEnded(const ArticleReference& article, JumpResult result);
   void BookmarkEnded(quillet::BookmarkEnd end);
   void MoneyEnded(const quillet::MoneyRunResult& result);
@@ -193,6 +210,8 @@ class CQuillDoc : public QObject {
   };
   void Begin(Attempt attempt);
   void RunConnect(bool autoLogin);
+  // The connection was made: this is the site used last.
+  void KeepSite();
   void StartLogin(const LoginOrder& order);
   void ToggleBookmarkOf(const ArticleInfo& article);
   // Among the bookmarks unless it is there already, or its code is not known; whether it is new there.

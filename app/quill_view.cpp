@@ -9,6 +9,7 @@
 
 #include "app/article_words.h"
 #include "app/panel_look.h"
+#include "bbs/page_flags.h"
 
 namespace quillet {
 
@@ -31,7 +32,12 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       doc_(doc),
       surface_(*this),
       toast_(images_, [this] { update(); }),
-      login_(doc, *this),
+      leaving_(doc, *this,
+               [this] {
+                 return LeaveFacts{.inEditor = (screen_.pageFlags & PF_EDITOR) != 0,
+                                   .hasDraft = push_.HasDraft()};
+               }),
+      login_(doc, *this, leaving_),
       article_(doc, *this),
       composer_(doc, article_),
       sideList_(doc, images_, this),

@@ -14,6 +14,7 @@
 #include "app/frame_surface.h"
 #include "app/ime_adapter.h"
 #include "app/key_dispatch.h"
+#include "app/leave_question.h"
 #include "app/link_hover.h"
 #include "app/login_desk.h"
 #include "app/money_desk.h"
@@ -76,6 +77,8 @@ class CQuillView : public QWidget {
   const StatusPanel& Panel() const { return panel_; }
   const FrameSurface& Surface() const { return surface_; }
   const LoginDesk& Login() const { return login_; }
+  // To be asked before the session is given up.
+  LeaveQuestion& Leaving() { return leaving_; }
   const ActivityBadge& Badge() const { return badge_; }
   const Toast& LastToast() const { return toast_; }
   const SelectionControl& Selected() const { return selection_; }
@@ -90,7 +93,8 @@ class CQuillView : public QWidget {
  signals:
   // The frame's business: the address dialog, full screen.
   void CommandRequested(KeyCommand command);
-  void DemoRequested();
+  // With a login, or null.
+  void DemoRequested(const quillet::LoginOrder& login);
   void OptionsRequested();
   // The dialog of the black and white lists, for an id that may be empty.
   void NamesRequested(const QString& id);
@@ -158,6 +162,7 @@ class CQuillView : public QWidget {
   StatusPanel panel_;
   ActivityBadge badge_;
   Toast toast_;
+  LeaveQuestion leaving_;
   LoginDesk login_;
   ArticleView article_;
   PageComposer composer_;

@@ -187,6 +187,8 @@ QString DescribeActivity(Activity activity, ActivityProgress progress) {
       return u"發P幣 %1/%2　按 Esc 停止"_qs.arg(progress.done).arg(progress.total);
     case Activity::kPush:
       return DescribePushing(progress);
+    case Activity::kLogOut:
+      return u"登出中　按 Esc 停止"_qs;
     case Activity::kNone:
       break;
   }

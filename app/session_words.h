@@ -65,7 +65,7 @@ LoginComplaint DescribeBrokenLogin(const SessionFacts& facts);
 LoginComplaint DescribeUnsealable(std::size_t longest);
 
 // What the client does for the user by itself.
-enum class Activity { kNone, kLogin, kJump, kAskCode, kGiveMoney, kPush };
+enum class Activity { kNone, kLogin, kJump, kAskCode, kGiveMoney, kPush, kLogOut };
 // How far it is; no total where it does not count.
 struct ActivityProgress {
   int done = 0;

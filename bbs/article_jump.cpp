@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "bbs/article_code.h"
+#include "bbs/page_walk.h"
 #include "core/ascii.h"
 #include "core/charset.h"
 #include "core/key_sequence.h"
@@ -10,16 +11,9 @@
 namespace quillet {
 namespace {
 
-using namespace std::chrono_literals;
-
 constexpr int kBottom = kRows - 1;
 constexpr std::size_t kMostNameLength = 12;
-// A page that shows no reaction by then has none to the key.
-constexpr std::chrono::milliseconds kReaction = 3s;
-// Pages are nested less deep than this.
-constexpr int kMostPagesLeft = 20;
 constexpr int kMostPrompts = 6;
-constexpr std::string_view kLeaveKey = "q";
 constexpr std::string_view kCancelKey = "\x03";
 
 bool IsBoardName(std::u16string_view name) {
@@ -34,31 +28,25 @@ class ArticleJump {
   explicit ArticleJump(ScreenWaits& waits)
       : waits_(waits),
         pages_(waits.Pages()),
+        walk_(waits),
         boardPrompt_(ToBig5(u"請輸入看板名稱")),
         codePrompt_(ToBig5(u"搜尋文章代碼")),
-        unknownCode_(ToBig5(u"找不到這個文章代碼")),
-        message_(ToBig5(u" ◆")) {}
+        unknownCode_(ToBig5(u"找不到這個文章代碼")) {}
 
   JumpResult Run(std::u16string_view board, std::u16string_view code);
 
  private:
-  enum class Step { kDone, kBusy, kEnded };
-  Step ReachList();
+  using Step = PageWalk::Step;
   Step AskForBoard();
   bool IsInBoard(std::u16string_view board) const;
   JumpResult FindCode(std::u16string_view code);
 
-  // The key that leads out of the page; empty when there is none to press. None when the page is none that
-  // is known, or still being drawn.
-  enum class Kind { kUnknown, kList, kTypedInto, kLeft, kPassed };
-  Kind KindOf(const ScreenSnapshot& screen) const;
-  // Sends and waits for any reaction.
-  void Press(std::string_view key);
   Step Failed() const { return waits_.IsAlive() ? Step::kBusy : Step::kEnded; }
 
   ScreenWaits& waits_;
   const PageTests& pages_;
-  const std::string boardPrompt_, codePrompt_, unknownCode_, message_;
+  PageWalk walk_;
+  const std::string boardPrompt_, codePrompt_, unknownCode_;
 };
 
 JumpResult ArticleJump::Run(std::u16string_view board, std::u16string_view code) {
@@ -71,59 +59,19 @@ JumpResult ArticleJump::Run(std::u16string_view board, std::u16string_view code)
   return IsInBoard(board) ? FindCode(code) : JumpResult::kNoBoard;
 }
 
-ArticleJump::Kind ArticleJump::KindOf(const ScreenSnapshot& screen) const {
-  if (pages_.IsEditor(screen) || pages_.IsPushLine(screen) || pages_.IsInputField(screen))
-    return Kind::kTypedInto;
-  // While the next page is drawn from the top, the old status line is still there.
-  const bool parked = screen.cursorRow == kBottom && screen.cursorCol >= kReaderCursorCol;
-  if ((parked &&
-       (pages_.IsReader(screen, PageTests::ReaderForm::kPlain) || pages_.IsDisputedNotice(screen))) ||
-      pages_.IsAnimationPrompt(screen))
-    return Kind::kLeft;
-  const bool atEnd = screen.cursorRow == kBottom && screen.cursorCol == kCols - 1;
-  if (pages_.IsAnyKeyBanner(screen) || pages_.IsPause(screen) ||
-      (atEnd && RowStartsWith(screen, kBottom, 0, std::string_view(message_))))
-    return Kind::kPassed;
-  return pages_.IsListCursor(screen) ? Kind::kList : Kind::kUnknown;
-}
-
-void ArticleJump::Press(std::string_view key) {
-  const ScreenSnapshot before = waits_.Seen();
-  waits_.Send(key);
-  waits_.WaitAtMost(kReaction, [&](const ScreenSnapshot& screen) {
-    return screen.text != before.text || screen.cursorRow != before.cursorRow;
-  });
-}
-
-ArticleJump::Step ArticleJump::ReachList() {
-  for (int page = 0; page < kMostPagesLeft; ++page) {
-    waits_.ResendWhileInterrupted(ScreenWaits::StarLine::kOnlyPending);
-    Kind kind = Kind::kUnknown;
-    waits_.WaitAtMost(kReaction, [&](const ScreenSnapshot& screen) {
-      kind = KindOf(screen);
-      return kind != Kind::kUnknown;
-    });
-    if (!waits_.IsAlive()) return Step::kEnded;
-    if (kind == Kind::kList) return Step::kDone;
-    if (kind == Kind::kTypedInto || kind == Kind::kUnknown) return Step::kBusy;
-    Press(kind == Kind::kLeft ? kLeaveKey : ScreenWaits::kDismissKey);
-  }
-  return Step::kBusy;
-}
-
 // Not every list knows the key for another board; the one from which it was entered may.
 ArticleJump::Step ArticleJump::AskForBoard() {
   for (int prompt = 0; prompt < kMostPrompts; ++prompt) {
-    const Step reached = ReachList();
+    const Step reached = walk_.ReachList();
     if (reached != Step::kDone) return reached;
     waits_.Send("s");
-    const bool asked = waits_.WaitAtMost(kReaction, [this](const ScreenSnapshot& screen) {
+    const bool asked = waits_.WaitAtMost(PageWalk::kReaction, [this](const ScreenSnapshot& screen) {
       return pages_.IsInputField(screen) && RowStartsWith(screen, 1, 0, std::string_view(boardPrompt_));
     });
     if (asked) return Step::kDone;
     if (!waits_.IsAlive()) return Step::kEnded;
-    if (pages_.IsInputField(waits_.Seen())) Press(kCancelKey);
-    Press(KeySequence(kKeyLeft));
+    if (pages_.IsInputField(waits_.Seen())) walk_.Press(kCancelKey);
+    walk_.Press(KeySequence(kKeyLeft));
   }
   return Failed();
 }

@@ -14,6 +14,7 @@ constexpr Words kKeyboard = u"Keyboard";
 constexpr Words kMouse = u"Mouse";
 constexpr Words kGive = u"AutoGiveP";
 
+constexpr std::array<Words, 3> kLeaveModes{u"先詢問", u"登出再離開", u"直接離開"};
 constexpr std::array<Words, 2> kDownloadEngines{u"WinInet", u"WinHttp"};
 constexpr std::array<Words, 3> kPictureScopes{u"無", u"當前頁面", u"全部頁面"};
 constexpr std::array<Words, 4> kPictureSizes{u"不開圖", u"微開圖", u"一般開圖", u"滿版開圖"};
@@ -72,6 +73,7 @@ constexpr SettingRow NotYet(SettingRow row) {
 // clang-format off
 constexpr SettingRow kRows[] = {
   Text(kBasic, u"Site", &S::site, u"", kAbsent, P::kNone, u""),
+  Choice(kBasic, u"LeaveMode", &S::leaveMode, u"0", kAbsent, P::kBehavior, C::kComboBox, u"登入中離開站台時", kLeaveModes),
   NotYet(Choice(kBasic, u"DownloadEngine", &S::downloadEngine, u"1", kAbsent, P::kBehavior, C::kRadioButtons, u"圖片下載引擎", kDownloadEngines)),
   NotYet(Choice(kBasic, u"ShowPicMode", &S::showPicMode, u"1", kInMap, P::kBehavior, C::kComboBox, u"自動開圖範圍", kPictureScopes)),
   NotYet(Choice(kBasic, u"QuotePic", &S::quotePic, u"0", kAbsent, P::kBehavior, C::kComboBox, u"引言", kPictureSizes)),

@@ -13,6 +13,7 @@ struct Settings {
   std::u16string site;  // address connected to; its default names the BBS's own host
 
   // Behaviour.
+  int leaveMode = 0;       // while logged in: 0 ask before leaving a site, 1 log out first, 2 just leave
   int downloadEngine = 1;  // which engine fetches pictures: 0 WinInet, 1 WinHttp
   int showPicMode = 1;
   int quotePic = 0;

@@ -19,6 +19,7 @@ OptionBehaviorPanel::OptionBehaviorPanel(std::function<void()> becomeDefaultBrow
                                    {u"WebArticle", u"AutoRefreshPush", u"MarkAfterPush"});
   controls_.AddRow(*articles, u"PreventUpDownChangeArticle", u"Keyboard");
   AddGroup(*right, QStringLiteral("通知"), controls_, {u"NotifyArticleChanged", u"PlaySound", u"Flash"});
+  AddGroup(*right, QStringLiteral("連線"), controls_, {u"LeaveMode"});
   AddGroup(*right, QStringLiteral("複製與貼上"), controls_, {u"CopyWhenSelect", u"PasteAutoChangeLine"});
 }
 

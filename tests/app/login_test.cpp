@@ -1,13 +1,18 @@
 // Logging in through the form, as a user does with the keyboard, at the demo BBS and at servers that fail.
+#include <map>
+#include <random>
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QStandardItemModel>
+#include <QUrl>
 
 #include "demo/demo_server.h"
 #include "input/screen_text.h"
 #include "settings/data_files.h"
+#include "settings/password_seal.h"
 #include "tests/app/dialog_answers.h"
 #include "tests/app/window_fixture.h"
 #include "tests/support/loopback_server.h"
@@ -153,40 +158,21 @@ TEST_F(LoginTest, WhatIsRememberedFillsTheFormAfterARestart) {
   Enter();
   ASSERT_TRUE(IsIn());
 
-  // The account's password is nobody else's, and no other site's.
+  // The account's password is nobody else's.
   View().AskLogin();
   Field<QLineEdit>("account").setFocus();
   TypeText("x");
-  EXPECT_EQ(Text("password"), "");
-  Escape();
-  ASSERT_TRUE(Until([&] { return Form() == nullptr; }));
-  doc->Disconnect();
-  UseSite("telnet://elsewhere.example");
-  View().AskLogin();
-  EXPECT_EQ(Text("account"), "keeper");
-  EXPECT_EQ(Text("password"), "");
-  Escape();
-  ASSERT_TRUE(Until([&] { return Form() == nullptr; }));
-  UseSite(demo->Address());
-  View().AskLogin();
-  EXPECT_EQ(Text("password"), "k-1");
-  Field<QCheckBox>("rememberAccount").setChecked(false);
-  EXPECT_FALSE(Field<QCheckBox>("rememberPassword").isChecked());
-  Enter();
-  ASSERT_TRUE(IsIn());
-  Start();
-  View().AskLogin();
-  EXPECT_EQ(Text("account"), "");
   EXPECT_EQ(Text("password"), "");
 }
 
 TEST_F(LoginTest, AnAccountOfAnOlderVersionBelongsToTheSiteThatWasSetUp) {
   UseSite("telnet://old.example");
-  doc->Account().Remember(u"keeper", u"k-1");
+  registry.SetText(kRegistryPath, u"Account", u"keeper");
+  registry.SetText(kRegistryPath, u"AutoLogin", SealPassword(u"k-1", "TEST-01"));
   Start();
   UseSite("telnet://127.0.0.1");
   View().AskLogin();
-  EXPECT_EQ(Text("account"), "keeper");
+  EXPECT_EQ(Text("account"), "");
   EXPECT_EQ(Text("password"), "") << "the site was changed since";
   Escape();
   ASSERT_TRUE(Until([&] { return Form() == nullptr; }));
@@ -195,7 +181,7 @@ TEST_F(LoginTest, AnAccountOfAnOlderVersionBelongsToTheSiteThatWasSetUp) {
   EXPECT_EQ(Text("password"), "k-1");
 }
 
-TEST_F(LoginTest, AWrongOrUnsealablePasswordIsNotRemembered) {
+TEST_F(LoginTest, APasswordThatCannotBeSealedIsToldBeforeTheLogin) {
   StartDemo();
   Fill("alice", "ten letters");
   Field<QCheckBox>("rememberPassword").setChecked(true);
@@ -206,16 +192,94 @@ TEST_F(LoginTest, AWrongOrUnsealablePasswordIsNotRemembered) {
   EXPECT_EQ(doc->Session().state, kStateIdle) << "the user decides first";
   Enter();
   ASSERT_TRUE(Until([&] { return Complaint().contains(u"不接受"_qs); }));
+}
 
-  Fill("alice", "wrong");
-  Field<QCheckBox>("rememberPassword").setChecked(true);
-  Enter();
-  ASSERT_TRUE(Until([&] { return Form() == nullptr; }));
-  ASSERT_TRUE(IsBack());
+// Three names of the demo, which are three sites to the client, and a port where nobody listens.
+TEST_F(LoginTest, WhateverHappensASiteKeepsWhatItsLastSuccessOrUntickingSaid) {
+  StartDemo();
+  const QString address = QString::fromStdString(demo->Address());
+  struct Kept {
+    QString account, password;
+  };
+  std::map<QString, Kept> kept{{"127.0.0.1", {}}, {"localhost", {}}, {"127.1", {}}};
+  enum Event { kSuccess, kRefusal, kNoConnection, kUnticked };
+  std::mt19937 random(20261125);
+  for (int step = 0; step <= 16; ++step) {
+    const auto& [host, before] = *std::next(kept.begin(), random() % 3);
+    // The last one is what the restart finds.
+    const auto event = step == 16 ? kSuccess : static_cast<Event>(random() % 4);
+    SCOPED_TRACE(host.toStdString() + " " + std::to_string(event) + " in step " + std::to_string(step));
+    const QString site =
+        event == kNoConnection ? u"telnet://%1:1"_qs.arg(host) : QString(address).replace("127.0.0.1", host);
+    UseSite(site.toStdString());
+    View().AskLogin();
+    EXPECT_EQ(Text("account"), before.account);
+    EXPECT_EQ(Text("password"), before.password);
+    const Kept now = random() % 2 == 0 ? Kept{"alice", "wonder"} : Kept{"keeper", "k-1"};
+    if (event == kUnticked) {
+      Field<QCheckBox>("rememberAccount").setChecked(false);
+      Escape();
+      ASSERT_TRUE(Until([&] { return Form() == nullptr; }));
+      kept[host] = {};
+      continue;
+    }
+    Field<QLineEdit>("account").setFocus();
+    Fill(now.account, event == kRefusal ? "wrong" : now.password);
+    Field<QCheckBox>("rememberPassword").setChecked(true);
+    Enter();
+    if (event == kSuccess) {
+      ASSERT_TRUE(Until([&] {
+        return doc->IsConnected() && doc->CurrentActivity() == Activity::kNone &&
+               doc->LoginId() == now.account.toStdU16String();
+      }));
+      kept[host] = now;
+      EXPECT_EQ(doc->Account().Account(), now.account.toStdU16String());
+    } else {
+      ASSERT_TRUE(Until([&] { return !Complaint().isEmpty() && IsBack(); }));
+      Escape();
+      ASSERT_TRUE(Until([&] { return Form() == nullptr; }));
+    }
+    if (step < 16) doc->Disconnect();
+  }
+  const QString last = QString::fromStdU16String(doc->Fields().site);
   Start();
   View().AskLogin();
-  EXPECT_EQ(Text("account"), "alice");
-  EXPECT_EQ(Text("password"), "");
+  EXPECT_EQ(Form()->Address(), last);
+  EXPECT_EQ(Text("account"), kept[QUrl(last).host()].account);
+  for (const auto& [host, entry] : kept)
+    EXPECT_EQ(doc->Account().Password(host.toStdU16String()), entry.password.toStdU16String());
+}
+
+TEST_F(LoginTest, OnlyASiteThatWasReachedIsProposedAgainAndOffered) {
+  StartDemo();
+  const QString reached = QString::fromStdString(demo->Address());
+  UseSite("telnet://old.example");
+  doc->Open({.address = "telnet://127.0.0.1:1", .name = {}});
+  EXPECT_EQ(doc->Fields().site, u"telnet://old.example");
+  EXPECT_TRUE(doc->RecentSites().empty());
+  doc->ChangeMap([](SettingsMap& map) {
+    NoteSiteUsed(map, u"telnet://older.example", 1);
+    NameSite(map, u"older.example", u"老站");
+  });
+  doc->Account().Remember(u"older.example", u"keeper", u"k-1");
+  doc->Open({.address = reached, .name = {}});
+  Start();
+  View().AskLogin();
+  EXPECT_EQ(Form()->Address(), reached);
+  EXPECT_FALSE(Field<QCheckBox>("rememberAccount").isChecked());
+  auto& offered = Field<QComboBox>("recentSites");
+  ASSERT_EQ(offered.count(), 2);
+  offered.setCurrentIndex(offered.findText(u"老站"_qs));
+  ASSERT_TRUE(Until([&] { return Form()->Address() == "telnet://older.example"; }));
+  EXPECT_EQ(Text("account"), "keeper");
+  EXPECT_EQ(Text("password"), "k-1");
+  EXPECT_TRUE(Field<QCheckBox>("rememberPassword").isChecked());
+  EXPECT_EQ(Field<QLabel>("site").text(), u"老站"_qs);
+  Field<QPushButton>("removeSite").click();
+  ASSERT_TRUE(Until([&] { return Form()->Address() == reached; }));
+  EXPECT_EQ(Text("account"), "");
+  EXPECT_EQ(doc->RecentSites().size(), 1U);
+  EXPECT_EQ(doc->Account().Password(u"older.example"), u"k-1") << "that was not asked for";
 }
 
 TEST_F(LoginTest, AServerThatGoesInMidDialogueBringsTheFormBack) {
@@ -454,18 +518,51 @@ TEST_F(LoginTest, ANoticeLiesBeforeTheForm) {
 }
 
 TEST_F(LoginTest, AConnectionThatIsMadeOtherwiseNeedsNoForm) {
-  int demos = 0;
-  QObject::connect(frame.get(), &CMainFrame::DemoRequested, [&] {
-    ++demos;
+  std::vector<LoginOrder> demos;
+  QObject::connect(frame.get(), &CMainFrame::DemoRequested, [&](const LoginOrder& login) {
+    demos.push_back(login);
     OpenScript();
   });
-  View().AskLogin();
-  Field<QPushButton>("demo").click();
-  ASSERT_TRUE(Until([&] { return demos == 1; }));
+  const auto goToDemo = [&] {
+    const std::size_t before = demos.size();
+    View().AskLogin();
+    Field<QPushButton>("demo").click();
+    return Until([&] { return demos.size() > before; });
+  };
+  ASSERT_TRUE(goToDemo());
+  EXPECT_EQ(demos[0], nullptr);
   EXPECT_EQ(Form(), nullptr);
   EXPECT_EQ(frame->focusWidget(), &View());
   TypeText("x");
   EXPECT_TRUE(Until([&] { return script->Written() == "x"; }));
+  doc->Disconnect();
+  // What stands beside the button is for the demo, but not what is remembered for another site.
+  UseSite("telnet://other.example");
+  doc->Account().Remember(u"other.example", u"keeper", u"k-1");
+  ASSERT_TRUE(goToDemo());
+  EXPECT_EQ(demos[1], nullptr);
+  Fill("alice", "wonder");
+  ASSERT_TRUE(goToDemo());
+  ASSERT_NE(demos[2], nullptr);
+  EXPECT_EQ(demos[2]->account, u"alice");
+  EXPECT_EQ(demos[2]->password, u"wonder");
+}
+
+TEST_F(LoginTest, AFlatButtonThatHasTheKeyboardIsSeenToHaveIt) {
+  ASSERT_TRUE(Until([&] { return frame->isActiveWindow(); }));
+  View().AskLogin();
+  const auto edge = [&](const QWidget& button) {
+    return Form()->grab().toImage().pixelColor(button.geometry().left() + button.width() / 2,
+                                               button.geometry().top() + 1);
+  };
+  // Those that lead to a site are out of use without one.
+  for (const char* name : {"otherAddress", "demo"}) {
+    auto& button = Field<QPushButton>(name);
+    Field<QLineEdit>("account").setFocus();
+    const QColor without = edge(button);
+    button.setFocus(Qt::TabFocusReason);
+    EXPECT_GT(edge(button).lightness(), without.lightness() + 60) << name;
+  }
 }
 
 TEST_F(LoginTest, TheFormLeadsToTheSiteThatIsConnected) {

@@ -63,6 +63,7 @@ TEST_F(MainFrameTest, MenuItemsFollowTheConnection) {
   QAction* const disconnect = FindItem(*frame, u"中斷連線"_qs);
   QAction* const reconnect = FindItem(*frame, u"重新連線"_qs);
   ASSERT_TRUE(disconnect && reconnect);
+  EXPECT_TRUE(FindItem(*frame, u"示範站台"_qs)->shortcut().isEmpty()) << "too near to other keys";
   EXPECT_FALSE(disconnect->isEnabled() || reconnect->isEnabled());
   OpenScript();
   EXPECT_TRUE(disconnect->isEnabled());
@@ -234,6 +235,26 @@ TEST_F(MainFrameTest, TheAddressDialogAcceptsOnlyWhatCanBeAnAddress) {
   EXPECT_EQ(dialog.Address(), "wss://bbs.example/bbs");
   demoButton->click();
   EXPECT_EQ(dialog.Chosen(), ConnectDlg::Choice::kDemo);
+}
+
+TEST_F(MainFrameTest, TheAddressDialogOffersNamesAndRemovesTheSitesUsedBefore) {
+  doc->ChangeMap([](SettingsMap& map) {
+    NoteSiteUsed(map, u"telnet://first.example", 1);
+    NoteSiteUsed(map, u"telnet://second.example:2323", 2);
+  });
+  AnswerDialogs([&] { frame->AskAddress(); }, {[&](QDialog& dialog) {
+                  auto& list = Find<QTreeWidget>(dialog, "recentSites");
+                  ASSERT_EQ(list.topLevelItemCount(), 2);
+                  list.setCurrentItem(list.topLevelItem(1));
+                  EXPECT_EQ(dynamic_cast<ConnectDlg&>(dialog).Address(), "telnet://first.example");
+                  list.topLevelItem(1)->setText(0, u"老站"_qs);
+                  list.setCurrentItem(list.topLevelItem(0));
+                  EXPECT_EQ(list.currentItem()->text(0), "second.example:2323");
+                  Find<QPushButton>(dialog, "removeSite").click();
+                  dialog.reject();
+                }});
+  ASSERT_EQ(doc->RecentSites().size(), 1U);
+  EXPECT_EQ(doc->RecentSites().front().name, u"老站");
 }
 
 }  // namespace

@@ -80,60 +80,80 @@ class AccountStoreTest : public testing::Test {
   int questions_ = 0;
 };
 
+constexpr std::u16string_view kSite = u"bbs.example";
+
 TEST_F(AccountStoreTest, RemembersOverARestart) {
-  EXPECT_EQ(Open().Account(), u"");
-  EXPECT_TRUE(Open().Remember(u"mossgrov", u"secret"));
+  EXPECT_EQ(Open().Account(kSite), u"");
+  Open().Remember(kSite, u"mossgrov", u"secret");
   EXPECT_EQ(Value(u"Account"), u"mossgrov");
   EXPECT_EQ(Value(u"AutoLogin"), SealPassword(u"secret", kTag));
   questions_ = 0;
   AccountStore store = Open();
-  EXPECT_EQ(store.Account(), u"mossgrov");
+  EXPECT_EQ(store.Account(kSite), u"mossgrov");
   EXPECT_EQ(questions_, 0) << "the tag is asked for when it is needed";
-  EXPECT_EQ(store.Password(), u"secret");
-  EXPECT_EQ(store.Password(), u"secret");
+  EXPECT_EQ(store.Password(kSite), u"secret");
+  EXPECT_EQ(store.Password(kSite), u"secret");
   EXPECT_EQ(questions_, 1);
-  store.Forget();
+  store.Remember(kSite, u"second", u"");
+  EXPECT_EQ(Open().Account(), u"second");
+  EXPECT_EQ(Open().Password(kSite), u"");
+  store.Forget(kSite);
   EXPECT_EQ(store.Account(), u"");
-  EXPECT_EQ(store.Password(), u"");
   EXPECT_EQ(Value(u"Account"), u"");
   EXPECT_EQ(Value(u"AutoLogin"), u"");
 }
 
-TEST_F(AccountStoreTest, AnAccountMayBeRememberedWithoutItsPassword) {
-  Open().Remember(u"first", u"secret");
-  EXPECT_TRUE(Open().Remember(u"second", u""));
-  EXPECT_EQ(Open().Account(), u"second");
-  EXPECT_EQ(Open().Password(), u"");
+TEST_F(AccountStoreTest, EachSiteHasItsOwnAndWhatIsForgottenIsNowhere) {
+  const std::u16string_view other = u"other.example";
+  Open().Remember(kSite, u"mossgrov", u"secret");
+  Open().Remember(other, u"alice", u"wonder");
+  EXPECT_EQ(Value(u"Account"), u"alice") << "of the site used last";
+  EXPECT_EQ(Open().Password(kSite), u"secret");
+  Open().Remember(kSite, u"mossgrov", u"secret");
+  EXPECT_EQ(Open().Password(other), u"wonder");
+  Open().ForgetPassword(other);
+  EXPECT_EQ(Open().Account(other), u"alice");
+  EXPECT_EQ(Value(u"Account"), u"mossgrov") << "nobody has been there since";
+  EXPECT_EQ(Open().Account(u"third.example"), u"");
+  Open().Remember(u"", u"nobody", u"nowhere");
+  Open().Forget(u"third.example");
+  EXPECT_EQ(Open().Password(kSite), u"secret");
+  Open().Forget(kSite);
+  Open().Forget(other);
+  for (const std::u16string_view site : {kSite, other})
+    for (const std::u16string_view name : {u"Account", u"AutoLogin"})
+      EXPECT_EQ(registry_.Text(u"SOFTWARE\\Quillet\\Sites\\" + std::u16string(site), name).value_or(u""),
+                u"");
+  EXPECT_EQ(Open().Account(), u"");
 }
 
 TEST_F(AccountStoreTest, APasswordThatTheSealWouldChangeIsNotRemembered) {
   for (const std::u16string_view password : {u"0123456789", u"\u4E2D\u6587", u"a\u0100b"}) {
     AccountStore store = Open();
-    store.Remember(u"mossgrov", u"earlier");
-    EXPECT_FALSE(store.Remember(u"mossgrov", password));
-    EXPECT_EQ(store.Account(), u"mossgrov");
-    EXPECT_EQ(store.Password(), u"");
+    store.Remember(kSite, u"mossgrov", u"earlier");
+    EXPECT_FALSE(store.CanRemember(password));
+    store.Remember(kSite, u"mossgrov", password);
+    EXPECT_EQ(store.Password(kSite), u"");
     EXPECT_EQ(Value(u"Account"), u"mossgrov");
     EXPECT_EQ(Value(u"AutoLogin"), u"");
   }
-  EXPECT_TRUE(Open().Remember(u"mossgrov", u"012345678"));
-  EXPECT_FALSE(Open("").Remember(u"mossgrov", u"secret")) << "a machine without a tag";
+  EXPECT_TRUE(Open().CanRemember(u"012345678"));
+  EXPECT_FALSE(Open("").CanRemember(u"secret")) << "a machine without a tag";
 }
 
 TEST_F(AccountStoreTest, ASealThatDoesNotOpenHereIsForgottenAndTheAccountKept) {
-  Open().Remember(u"mossgrov", u"secret");
+  Open().Remember(kSite, u"mossgrov", u"secret");
   AccountStore elsewhere = Open("otherPC");
   EXPECT_EQ(Value(u"AutoLogin").size(), 32U);
-  EXPECT_EQ(elsewhere.Password(), u"");
+  EXPECT_EQ(elsewhere.Password(kSite), u"");
   EXPECT_EQ(Value(u"Account"), u"mossgrov");
   EXPECT_EQ(Value(u"AutoLogin"), u"");
-  EXPECT_EQ(Open().Account(), u"mossgrov");
 }
 
 TEST_F(AccountStoreTest, AMachineThatDoesNotTellItsTagNowForgetsNothing) {
-  Open().Remember(u"mossgrov", u"secret");
-  EXPECT_EQ(Open("").Password(), u"");
-  EXPECT_EQ(Open().Password(), u"secret");
+  Open().Remember(kSite, u"mossgrov", u"secret");
+  EXPECT_EQ(Open("").Password(kSite), u"");
+  EXPECT_EQ(Open().Password(kSite), u"secret");
 }
 
 }  // namespace

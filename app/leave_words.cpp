@@ -1,0 +1,32 @@
+#include "app/leave_words.h"
+
+namespace quillet {
+namespace {
+
+QString QuestionFor(LeaveFor purpose) {
+  switch (purpose) {
+    case LeaveFor::kClosing:
+      return u"要關閉 Quillet 嗎？"_qs;
+    case LeaveFor::kDisconnecting:
+      return u"要中斷連線嗎？"_qs;
+    case LeaveFor::kOtherSite:
+      break;
+  }
+  return u"要離開現在的站台嗎？"_qs;
+}
+
+}  // namespace
+
+LeaveWords DescribeLeaving(LeaveFor purpose, const LeaveFacts& facts, const QString& site,
+                           const QString& id) {
+  LeaveWords words{.title = u"離開站台"_qs, .question = QuestionFor(purpose), .reason = {}};
+  words.reason =
+      id.isEmpty() ? u"「%1」還在登入中。"_qs.arg(site) : u"「%1」還登入著（%2）。"_qs.arg(site, id);
+  if (facts.inEditor)
+    words.reason += u"\n\n正在編輯的文章還沒有存檔，離開後可能就沒有了。要正常登出，請先存檔或放棄。"_qs;
+  if (facts.hasDraft && purpose == LeaveFor::kClosing)
+    words.reason += u"\n\n連續推文還有沒推出去的文字，關閉程式後就沒有了。"_qs;
+  return words;
+}
+
+}  // namespace quillet

@@ -1,0 +1,29 @@
+// What the window asks before a login is given up, and the words on the buttons. Pure.
+#pragma once
+
+#include <QString>
+
+namespace quillet {
+
+// What the user is about to do.
+enum class LeaveFor {
+  kClosing,        // the program ends
+  kDisconnecting,  //
+  kOtherSite       // this connection makes room for another one
+};
+
+// What would be lost or left behind.
+struct LeaveFacts {
+  bool inEditor = false;  // the BBS's, with a text that it does not have yet
+  bool hasDraft = false;  // of a long push, which is kept until the program ends
+};
+
+struct LeaveWords {
+  QString title;
+  QString question;
+  QString reason;
+};
+// `site` and `id`: where, and as whom; the latter may be empty.
+LeaveWords DescribeLeaving(LeaveFor purpose, const LeaveFacts& facts, const QString& site, const QString& id);
+
+}  // namespace quillet
