@@ -97,13 +97,16 @@ void ArticleJump::Press(std::string_view key) {
 
 ArticleJump::Step ArticleJump::ReachList() {
   for (int page = 0; page < kMostPagesLeft; ++page) {
-    waits_.ResendWhileInterrupted(ScreenWaits::StarLine::kOnlyPending);
+    if (!waits_.DismissMessages()) return Failed();
     Kind kind = Kind::kUnknown;
+    bool interrupted = false;
     waits_.WaitAtMost(kReaction, [&](const ScreenSnapshot& screen) {
+      interrupted = pages_.IsStarLine(screen);
       kind = KindOf(screen);
-      return kind != Kind::kUnknown;
+      return interrupted || kind != Kind::kUnknown;
     });
     if (!waits_.IsAlive()) return Step::kEnded;
+    if (interrupted) continue;
     if (kind == Kind::kList) return Step::kDone;
     if (kind == Kind::kTypedInto || kind == Kind::kUnknown) return Step::kBusy;
     Press(kind == Kind::kLeft ? kLeaveKey : ScreenWaits::kDismissKey);
@@ -140,7 +143,7 @@ bool ArticleJump::IsInBoard(std::u16string_view board) const {
 }
 
 JumpResult ArticleJump::FindCode(std::u16string_view code) {
-  waits_.ResendWhileInterrupted(ScreenWaits::StarLine::kOnlyPending);
+  waits_.DismissMessages();
   const auto asking = [this](const ScreenSnapshot& screen) {
     return RowStartsWith(screen, kBottom, 0, std::string_view(codePrompt_));
   };
