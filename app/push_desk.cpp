@@ -103,6 +103,9 @@ void PushDesk::OnEnded(const PushRunResult& result) {
     drafts_.erase(article);
   else
     drafts_[article].text = QString::fromStdU16String(result.rest);
+  // The page that shows the article again may come later than this.
+  const bool isOpen = !doc_.OpenArticle().IsArticle() || KeyOf(doc_.OpenArticle()) == article;
+  if (result.pushed > 0 && isOpen) article_.ShowEnd();
   const QString words = DescribePushSuccess(result);
   if (words.isEmpty())
     emit Notice(DescribePushEnd(result));

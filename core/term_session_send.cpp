@@ -60,6 +60,7 @@ void TermSession::SendBytes(std::string_view bytes, ReactionWait wait) {
   if (bytes.empty()) return;
   idleMark = 0;
   lastSendTick = SteadyMilliseconds();
+  ++sentCount;
   const std::shared_ptr<SessionLink> link = Link();
   if (!link) return;
   if (sendDirect) {
