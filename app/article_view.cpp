@@ -88,6 +88,8 @@ void ArticleView::OnScreen(const ScreenSnapshot& screen) {
   std::optional<int> line = reading_.TakeMovedTo();
   if (held_) line.reset();  // an automation's doing
   if (another && !line) line = 0;
+  const ArticleInfo& open = doc_.OpenArticle();
+  if (wanted_ && open.IsArticle() && !IsSameArticle(open, wanted_->article)) wanted_.reset();
   if (line && wanted_)
     StandWhereWanted();
   else if (line)
@@ -193,10 +195,10 @@ void ArticleView::StandAt(int line) {
 }
 
 void ArticleView::StandWhereWanted() {
-  if (*wanted_ == kEnd)
+  if (wanted_->line == kEnd)
     GoTo(LastTopLine(), Motion::kAtOnce, Stay::kAtEnd);
   else
-    StandAt(*wanted_);
+    StandAt(wanted_->line);
 }
 
 void ArticleView::GoTo(int top, Motion motion, Stay stay) {
@@ -279,16 +281,17 @@ void ArticleView::GoToFirstPush() {
   if (const int first = dressed_.FirstPush(); first >= 0) ScrollTo(first);
 }
 
+void ArticleView::KeepPlace() {
+  wanted_ = {doc_.OpenArticle(), anchor_};
+}
+
 void ArticleView::ShowEnd() {
-  wanted_ = kEnd;
+  if (!wanted_) return;
+  wanted_->line = kEnd;
   beyond_ = 0;
   GoTo(LastTopLine(), Motion::kEased, Stay::kAtEnd);
   Review();
   emit Changed();
-}
-
-void ArticleView::KeepPlace() {
-  wanted_ = anchor_;
 }
 
 // ---- What it looks like

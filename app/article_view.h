@@ -60,10 +60,10 @@ class ArticleView : public QObject {
   bool ScrollBy(int lines);
   void ScrollTo(int top);
   void GoToFirstPush();
-  // Shows the end, and what is still added to it.
-  void ShowEnd();
   // Stands here again when an automation that leads the BBS away has led it back.
   void KeepPlace();
+  // Or rather at the end, and at what is still added to it. Nothing where the user has typed meanwhile.
+  void ShowEnd();
   // The pointer is over this command's caption.
   void SetHovered(ArticleCommand command);
 
@@ -137,9 +137,13 @@ class ArticleView : public QObject {
   int anchor_ = 0;  // the line of the article that stands, or is to stand, at the top
   int beyond_ = 0;  // lines past the target that the user has asked for and that are yet to come
   Stay stay_ = Stay::kAtLine;
-  // The line to stand at, or kEnd, whatever page the BBS comes back to; until the user types or moves.
-  std::optional<int> wanted_;
+  // Where to stand in an article whatever page of it the BBS comes back to.
+  struct Wish {
+    ArticleInfo article;
+    int line = 0;  // or kEnd
+  };
   static constexpr int kEnd = -1;
+  std::optional<Wish> wanted_;  // until the user types or moves
 
   bool held_ = false;
   bool atBbsEnd_ = false;  // the BBS's reader shows the last page
