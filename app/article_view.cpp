@@ -47,6 +47,11 @@ ArticleView::ArticleView(CQuillDoc& doc, QWidget& parent)
     MoveTo(value, dragged ? Motion::kAtOnce : Motion::kEased, Stay::kAtLine);
   });
   connect(&doc_, &CQuillDoc::ArticlePushed, this, [this] { reading_.WantRefresh(); });
+  connect(&doc_, &CQuillDoc::MoneyEnded, this, [this] {
+    // No key of the user's has to be waited for on the way back to the place.
+    if (wanted_) reading_.WantMore(SteadyMilliseconds());
+    ReadOnInTime();
+  });
   connect(&doc_, &CQuillDoc::ArticleListsChanged, this, [this] {
     bookmarked_ = doc_.IsOpenArticleBookmarked();
     Review();
@@ -83,7 +88,12 @@ void ArticleView::OnScreen(const ScreenSnapshot& screen) {
   std::optional<int> line = reading_.TakeMovedTo();
   if (held_) line.reset();  // an automation's doing
   if (another && !line) line = 0;
-  if (line) StandAt(*line);
+  const ArticleInfo& open = doc_.OpenArticle();
+  if (wanted_ && open.IsArticle() && !IsSameArticle(open, wanted_->article)) wanted_.reset();
+  if (line && wanted_)
+    StandWhereWanted();
+  else if (line)
+    StandAt(*line);
   Review();
   ReadOnInTime();
 }
@@ -91,7 +101,7 @@ void ArticleView::OnScreen(const ScreenSnapshot& screen) {
 void ArticleView::OnTick(bool mayRefresh) {
   mayRefresh_ = mayRefresh;
   // No key of the reading's own comes between those of an automation.
-  if (doc_.IsAutomationBusy()) OnUserKey();
+  if (doc_.IsAutomationBusy()) OnAutomationKey();
   rules_.now = SecondsNow();
   const bool wasShown = IsShown();
   reading_.OnTick(SteadyMilliseconds(), mayRefresh && !IsMoving());
@@ -109,10 +119,28 @@ void ArticleView::ReadOnInTime() {
 }
 
 void ArticleView::OnUserKey() {
+  wanted_.reset();
+  OnAutomationKey();
+}
+
+void ArticleView::OnAutomationKey() {
   reading_.OnUserKey(SteadyMilliseconds());
   // He has something else in mind than the end that he was waiting for.
   if (!reading_.Lines().IsComplete()) stay_ = Stay::kAtLine;
   beyond_ = 0;
+}
+
+void ArticleView::Forget() {
+  reading_.Drop();
+  wanted_.reset();
+  beyond_ = 0;
+  postTime_ = 0;
+  IsAnotherArticle();
+  dressed_.Clear();
+  Follow();
+  StandAt(0);
+  Review();
+  emit Changed();
 }
 
 void ArticleView::SetHeld(bool held) {
@@ -166,6 +194,13 @@ void ArticleView::StandAt(int line) {
   anchor_ = line;
 }
 
+void ArticleView::StandWhereWanted() {
+  if (wanted_->line == kEnd)
+    GoTo(LastTopLine(), Motion::kAtOnce, Stay::kAtEnd);
+  else
+    StandAt(wanted_->line);
+}
+
 void ArticleView::GoTo(int top, Motion motion, Stay stay) {
   target_ = std::clamp(top, 0, LastTopLine());
   anchor_ = dressed_.Count() > 0 ? dressed_.LineOf(target_) : 0;
@@ -185,6 +220,7 @@ void ArticleView::Step() {
 void ArticleView::MoveTo(int top, Motion motion, Stay stay) {
   if (!IsShown()) return;
   reading_.OnLocalMove(SteadyMilliseconds());
+  wanted_.reset();
   beyond_ = 0;
   // Who is on his way to an end that is yet to come goes there with any step forward.
   if (stay_ == Stay::kAtEnd && motion == Motion::kEased && top >= target_) stay = Stay::kAtEnd;
@@ -243,6 +279,19 @@ void ArticleView::ScrollTo(int top) {
 
 void ArticleView::GoToFirstPush() {
   if (const int first = dressed_.FirstPush(); first >= 0) ScrollTo(first);
+}
+
+void ArticleView::KeepPlace() {
+  wanted_ = {doc_.OpenArticle(), anchor_};
+}
+
+void ArticleView::ShowEnd() {
+  if (!wanted_) return;
+  wanted_->line = kEnd;
+  beyond_ = 0;
+  GoTo(LastTopLine(), Motion::kEased, Stay::kAtEnd);
+  Review();
+  emit Changed();
 }
 
 // ---- What it looks like

@@ -35,8 +35,12 @@ class ArticleView : public QObject {
   void OnScreen(const ScreenSnapshot& screen);
   // A few times a second. `mayRefresh`: as for the reading, whether the article moves or not.
   void OnTick(bool mayRefresh);
-  // Before anything of the user's or of an automation's goes to the BBS.
+  // Before anything of the user's goes to the BBS.
   void OnUserKey();
+  // The same for an automation's: nothing of the reading's own comes between its keys.
+  void OnAutomationKey();
+  // For a connection that begins: nothing of the article is the new one's.
+  void Forget();
   // An automation of the client's own works under the article: a page that is shown stays meanwhile.
   void SetHeld(bool held);
 
@@ -56,6 +60,10 @@ class ArticleView : public QObject {
   bool ScrollBy(int lines);
   void ScrollTo(int top);
   void GoToFirstPush();
+  // Stands here again when an automation that leads the BBS away has led it back.
+  void KeepPlace();
+  // Or rather at the end, and at what is still added to it. Nothing where the user has typed meanwhile.
+  void ShowEnd();
   // The pointer is over this command's caption.
   void SetHovered(ArticleCommand command);
 
@@ -98,6 +106,7 @@ class ArticleView : public QObject {
   // The top that brings a line of the article there, as far as lines are known.
   int TopOf(int line) const;
   void StandAt(int line);
+  void StandWhereWanted();
   void GoTo(int top, Motion motion, Stay stay);
   // As far as lines are known; the rest of the way as they come.
   void GoBeyond(int top);
@@ -128,6 +137,13 @@ class ArticleView : public QObject {
   int anchor_ = 0;  // the line of the article that stands, or is to stand, at the top
   int beyond_ = 0;  // lines past the target that the user has asked for and that are yet to come
   Stay stay_ = Stay::kAtLine;
+  // Where to stand in an article whatever page of it the BBS comes back to.
+  struct Wish {
+    ArticleInfo article;
+    int line = 0;  // or kEnd
+  };
+  static constexpr int kEnd = -1;
+  std::optional<Wish> wanted_;  // until the user types or moves
 
   bool held_ = false;
   bool atBbsEnd_ = false;  // the BBS's reader shows the last page

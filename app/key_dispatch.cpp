@@ -36,6 +36,7 @@ void KeyDispatch::Send(const Input& input) {
   if (!doc_.IsConnected()) return;
   if (!doc_.OnUserActed()) return;
   const KeyAction& action = input.action;
+  const unsigned sent = doc_.Session().sentCount;
   switch (action.kind) {
     case KeyActionKind::kSendKey:
       doc_.Session().SendKey(action.virtualKey);
@@ -51,6 +52,8 @@ void KeyDispatch::Send(const Input& input) {
       doc_.Session().SendBytes(action.bytes);
       break;
   }
+  // A text without a character that the BBS knows is nothing to answer.
+  if (doc_.Session().sentCount != sent) doc_.Driver().NoteTyped();
 }
 
 }  // namespace quillet

@@ -1,5 +1,6 @@
 // Whose login this is, read off the screen while somebody logs in by hand: the id stands behind its prompt
-// and counts once the BBS has let its user in. User-interface thread.
+// and counts once the BBS has let its user in. Any one
+// thread.
 #pragma once
 
 #include <string>

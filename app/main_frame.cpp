@@ -153,7 +153,9 @@ void CMainFrame::OnCommand(KeyCommand command) {
 void CMainFrame::OnStatusChanged() {
   setWindowTitle(doc_.Title());
   disconnect_->setEnabled(doc_.IsConnected() || doc_.IsConnecting());
-  reconnect_->setEnabled(doc_.Session().state == kStateClosed && !doc_.IsConnecting());
+  // A dead connection may look as if it were up.
+  const bool ended = doc_.Session().state == kStateClosed || doc_.Answer() == AnswerWait::State::kStalled;
+  reconnect_->setEnabled(ended && !doc_.IsConnecting());
 }
 
 void CMainFrame::ToggleFullScreen() {

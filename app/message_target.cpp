@@ -4,7 +4,7 @@
 
 #include <QCoreApplication>
 
-#include "bbs/push_over_reader.h"
+#include "app/seconds_now.h"
 
 namespace quillet {
 
@@ -29,10 +29,11 @@ bool MessageTarget::Post(unsigned message, std::uintptr_t first, std::uintptr_t 
   const std::lock_guard guard(lock_);
   if (receiver_ == nullptr) return false;
   if (message == kMessageScreen) {
-    waiting_.screen.reset(reinterpret_cast<ScreenSnapshot*>(second));
-    MarkPushOverReader(lastFlags_, *waiting_.screen);
-    lastFlags_ = waiting_.screen->pageFlags;
+    std::unique_ptr<ScreenSnapshot> screen(reinterpret_cast<ScreenSnapshot*>(second));
     const auto reason = static_cast<ScreenReason>(first);
+    if (std::exchange(connection_, screen->connection) != screen->connection) waiting_ = {};
+    witness_.Look(*screen, reason, SecondsNow());
+    waiting_.screen = std::move(screen);
     if (reason != ScreenReason::kUpdated) waiting_.reason = reason;
   } else if (message == kMessageBell) {
     waiting_.bell = true;
@@ -44,10 +45,18 @@ bool MessageTarget::Post(unsigned message, std::uintptr_t first, std::uintptr_t 
   return true;
 }
 
-MessageTarget::Messages MessageTarget::Take() {
+MessageTarget::Messages MessageTarget::Take(unsigned connection) {
   const std::lock_guard guard(lock_);
   wakeQueued_ = false;
-  return std::exchange(waiting_, {});
+  Messages taken = std::exchange(waiting_, {});
+  if (connection != connection_) return {};
+  if (taken.screen) taken.seen = witness_.Take();
+  return taken;
+}
+
+void MessageTarget::Tell(const std::function<void(ScreenWitness&)>& tell) {
+  const std::lock_guard guard(lock_);
+  tell(witness_);
 }
 
 }  // namespace quillet

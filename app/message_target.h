@@ -1,15 +1,17 @@
 // Where the session's threads leave their messages for the view. Keeps only the newest screen, so that a
 // burst of updates costs one repaint, and wakes the view with one queued event. Every screen passes here,
-// also those that the view never sees, so here each is told whether a push prompt lies over an open article.
-// Post comes from any thread; everything else belongs to the user-interface thread.
+// also those that the view never sees, so here is where the witness looks at each; what it has found waits
+// with the newest screen. Post comes from any thread; everything else belongs to the user-interface thread.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <mutex>
 
 #include <QEvent>
 #include <QObject>
 
+#include "app/screen_witness.h"
 #include "core/notify_target.h"
 #include "core/screen_snapshot.h"
 #include "core/screen_watcher.h"
@@ -30,20 +32,26 @@ class MessageTarget : public NotifyTarget {
 
   bool Post(unsigned message, std::uintptr_t first, std::uintptr_t second) override;
 
-  // Everything that arrived since the last Take.
+  // Everything that arrived since the last Take from the connection of that TermSession::connectionNumber.
+  // What is left of an older one is dropped: it is no news of the site that shows now.
   struct Messages {
     std::unique_ptr<ScreenSnapshot> screen;  // the newest, null when there is none
     // The newest reason other than kUpdated, so that no connect or disconnect is lost between updates.
     ScreenReason reason = ScreenReason::kUpdated;
     bool bell = false;
+    Sightings seen;  // with the screen
   };
-  Messages Take();
+  Messages Take(unsigned connection);
+
+  // Tells the witness what no screen does.
+  void Tell(const std::function<void(ScreenWitness&)>& tell);
 
  private:
   std::mutex lock_;
   QObject* receiver_ = nullptr;  // guarded by lock_, like the rest
   Messages waiting_;
-  std::uint32_t lastFlags_ = 0;  // of the screen that came last
+  ScreenWitness witness_;
+  std::uint32_t connection_ = 0;  // of the screen that came last
   bool wakeQueued_ = false;
 };
 

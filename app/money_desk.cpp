@@ -20,12 +20,6 @@ MoneyPeople PeopleOf(const CQuillDoc& doc, const NameList& names) {
           }};
 }
 
-// The same article, whatever page of it shows.
-bool IsSame(const ArticleInfo& one, const ArticleInfo& other) {
-  return one.board == other.board && one.author == other.author && one.title == other.title &&
-         one.postTime == other.postTime;
-}
-
 }  // namespace
 
 MoneyDesk::MoneyDesk(CQuillDoc& doc, ArticleView& article, QWidget& view)
@@ -66,7 +60,7 @@ void MoneyDesk::Open() {
 void MoneyDesk::Follow() {
   if (dialog_ == nullptr) return;
   // The article has gone away under the dialog.
-  if (!doc_.IsConnected() || !IsSame(doc_.OpenArticle(), asked_)) return dialog_->reject();
+  if (!doc_.IsConnected() || !IsSameArticle(doc_.OpenArticle(), asked_)) return dialog_->reject();
   const ArticleLines& lines = article_.Reading().Lines();
   if (shown_ == lines.Version()) return;
   shown_ = lines.Version();
@@ -93,7 +87,9 @@ void MoneyDesk::Send(const GiveMoneyDlg& dialog) {
   doc_.ApplySettings();
   article_.OnUserKey();
   if (!doc_.GiveMoney(std::move(order)))
-    emit Notice(DescribeNoMoney(doc_.IsConnected() ? NoMoneyReason::kBusy : NoMoneyReason::kNotConnected));
+    return emit Notice(
+        DescribeNoMoney(doc_.IsConnected() ? NoMoneyReason::kBusy : NoMoneyReason::kNotConnected));
+  article_.KeepPlace();
 }
 
 MoneyChoices MoneyChoicesOf(const Settings& settings) {

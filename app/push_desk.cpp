@@ -88,6 +88,7 @@ void PushDesk::Start() {
   const bool started = doc_.PushOn(
       {.text = dialog_->Text().toStdU16String(), .kind = dialog_->Kind(), .columns = LikelyColumns()});
   if (!started) return dialog_->Complain(DescribeNoPush(NoPushReason::kBusy));
+  article_.KeepPlace();
   pushed_ = asked_;
   dialog_->accept();
 }
@@ -103,6 +104,7 @@ void PushDesk::OnEnded(const PushRunResult& result) {
     drafts_.erase(article);
   else
     drafts_[article].text = QString::fromStdU16String(result.rest);
+  if (result.pushed > 0) article_.ShowEnd();
   const QString words = DescribePushSuccess(result);
   if (words.isEmpty())
     emit Notice(DescribePushEnd(result));

@@ -56,7 +56,7 @@ CQuillDoc::CQuillDoc(DocumentParts parts)
       store_(files_, endpoints_.mainHost),
       account_(registry_, std::move(parts.machineTag)),
       session_(OptionsOf(endpoints_, classifier_, messages_)),
-      driver_(session_, signalSettings_, parts.signaller),
+      driver_(session_, signalSettings_, parts.signaller, std::move(parts.clock)),
       automation_(session_, classifier_.Pages()),
       emulatesBrowser_(SetBrowserEmulation(registry_)) {
   store_.Load();
@@ -152,6 +152,8 @@ void CQuillDoc::Begin(Attempt attempt) {
     login = std::move(now.login);
     giveUp_ = false;
     EndAutomation();
+    seen_ = {};
+    driver_.ForgetTyped();
     emit ConnectionBegins();
     RunConnect(login != nullptr);
   }
@@ -174,7 +176,6 @@ void CQuillDoc::KeepSite() {
 
 void CQuillDoc::RunConnect(bool autoLogin) {
   leaving_ = false;
-  loginId_.Clear();
   bool told = false;
   const auto idle = [&] {
     // Only now does the session carry the new attempt's state.
@@ -252,10 +253,12 @@ void CQuillDoc::OnLoginDone(const LoginOrder& order, LoginResult result, const s
   switch (result) {
     case LoginResult::kFinished:
       // Without a password the user goes on by himself, perhaps with another id.
-      if (order->password.empty())
-        loginId_.Expect(order->account);
-      else
-        loginId_.Set(order->account);
+      if (order->password.empty()) {
+        messages_.Tell([&](ScreenWitness& witness) { witness.Login().Expect(order->account); });
+      } else {
+        messages_.Tell([&](ScreenWitness& witness) { witness.Login().Set(order->account); });
+        seen_.loginId = order->account;
+      }
       break;
     case LoginResult::kRefused:
       end = {.how = LoginEnd::How::kRefused, .said = QString::fromStdU16String(said)};
@@ -287,7 +290,10 @@ bool CQuillDoc::JumpTo(const ArticleReference& article) {
 }
 
 bool CQuillDoc::IsOpenArticleBookmarked() const {
-  const ArticleInfo& article = OpenArticle();
+  return HasBookmarkOf(OpenArticle());
+}
+
+bool CQuillDoc::HasBookmarkOf(const ArticleInfo& article) const {
   return article.IsArticle() && IsBookmarked(articles_.Of(ArticleListKind::kBookmarks), BookmarkOf(article));
 }
 
@@ -357,7 +363,7 @@ void CQuillDoc::OnPushesDone(const PushRunResult& result, ArticleInfo article) {
   if (!result.code.empty()) article.code = result.code;
   NoteStatus();
   // The screen that shows the article again may come later than this.
-  pushWatch_.Forget();
+  messages_.Tell([](ScreenWitness& witness) { witness.ForgetPush(); });
   if (result.pushed > 0) {
     if (Fields().markAfterPush) AddBookmark(article);
     emit ArticlePushed();
@@ -365,13 +371,14 @@ void CQuillDoc::OnPushesDone(const PushRunResult& result, ArticleInfo article) {
   emit PushesEnded(result);
 }
 
-void CQuillDoc::BookmarkAfterPush() {
-  ArticleInfo article = OpenArticle();
-  if (!Fields().markAfterPush || !article.IsArticle() || IsOpenArticleBookmarked()) return;
+void CQuillDoc::BookmarkAfterPush(ArticleInfo article) {
+  if (!Fields().markAfterPush || !article.IsArticle() || HasBookmarkOf(article)) return;
   const auto add = [this](const ArticleInfo& pushed) {
     if (AddBookmark(pushed)) emit BookmarkEnded(BookmarkEnd::kAdded);
   };
   if (!article.code.empty()) return add(article);
+  // The BBS tells the code of the article that is open.
+  if (!IsSameArticle(article, OpenArticle())) return;
   const bool started = automation_.Run([](ScreenWaits& waits) { return AskArticleCode(waits); },
                                        [this, article, add](const std::u16string& code) mutable {
                                          article.code = code;
@@ -476,20 +483,22 @@ QString CQuillDoc::Title() const {
   }
 }
 
-void CQuillDoc::OnScreen(const ScreenSnapshot& screen, ScreenReason reason) {
-  const bool another = reason != ScreenReason::kUpdated;
-  if (another) {
-    article_.Drop();
-    loginId_.Clear();
-    pushWatch_.Forget();
-  }
-  if (session_.state == kStateConnected) article_.Look(screen, SecondsNow());
-  if (loginId_.Look(screen) || another) NoteStatus();
+void CQuillDoc::OnScreen(const ScreenSnapshot& screen, ScreenReason reason, Sightings seen) {
+  const bool another = reason != ScreenReason::kUpdated || seen.loginId != seen_.loginId;
+  seen_ = std::move(seen);
+  expectsSilence_ = ExpectsSilence(screen);
+  if (another) NoteStatus();
+  ReviewAnswer();
   // What an automation pushes it tells of itself.
-  if (pushWatch_.Look(screen) && !automation_.IsBusy()) {
-    emit ArticlePushed();
-    BookmarkAfterPush();
-  }
+  if (!seen_.pushed || automation_.IsBusy()) return;
+  if (IsSameArticle(*seen_.pushed, OpenArticle())) emit ArticlePushed();
+  BookmarkAfterPush(*seen_.pushed);
+}
+
+void CQuillDoc::ReviewAnswer() {
+  const bool mayWait = IsConnected() && !connecting_ && !automation_.IsBusy() && !expectsSilence_;
+  const AnswerWait::State now = mayWait ? driver_.Answer() : AnswerWait::State::kNone;
+  if (std::exchange(answer_, now) != now) NoteStatus();
 }
 
 void CQuillDoc::NoteStatus() {

@@ -11,7 +11,6 @@
 #include <QString>
 
 #include "app/automation.h"
-#include "app/login_id_watch.h"
 #include "app/message_target.h"
 #include "app/session_driver.h"
 #include "app/session_words.h"
@@ -20,7 +19,6 @@
 #include "bbs/article_jump.h"
 #include "bbs/money_run.h"
 #include "bbs/push_run.h"
-#include "bbs/push_watch.h"
 #include "bbs/screen_classifier.h"
 #include "core/term_session.h"
 #include "platform/machine_tag.h"
@@ -53,6 +51,7 @@ struct DocumentParts {
   Opener& opener;
   DataFiles::Folders folders;
   std::function<std::string()> machineTag = MachineTag;
+  SessionDriver::Clock clock{};  // empty: the steady clock
 };
 
 // How a login ended that the document was asked for.
@@ -151,11 +150,11 @@ class CQuillDoc : public QObject {
   const DisplaySettings& Display() const { return display_; }
   AccountStore& Account() { return account_; }
   Registry& UserRegistry() { return registry_; }
-  const ArticleInfo& OpenArticle() const { return article_.Current(); }
+  const ArticleInfo& OpenArticle() const { return seen_.article; }
   // An article is open, even where its header has not been seen.
-  bool IsArticleOpen() const { return article_.IsOpen(); }
+  bool IsArticleOpen() const { return seen_.articleOpen; }
   // Empty while nobody is known to be logged in.
-  const std::u16string& LoginId() const { return loginId_.Id(); }
+  const std::u16string& LoginId() const { return seen_.loginId; }
   const ArticleLists& Articles() const { return articles_; }
   // Takes in what another program has written to the list's file, changes the list and saves it.
   void ChangeArticleList(ArticleListKind kind, const std::function<void(ArticleFolder&)>& change);
@@ -176,8 +175,13 @@ class CQuillDoc : public QObject {
   // The system's embedded browser takes web articles as a current one does.
   bool EmulatesBrowser() const { return emulatesBrowser_; }
 
-  // A screen with this reason has reached the view.
-  void OnScreen(const ScreenSnapshot& screen, ScreenReason reason);
+  // A screen with this reason has reached the view, and what has been seen up to it.
+  void OnScreen(const ScreenSnapshot& screen, ScreenReason reason, Sightings seen);
+  // Whether the site leaves what the user typed without an answer. Nothing of it while it would be wrong: an
+  // automation is at work, or what is typed shows nowhere.
+  AnswerWait::State Answer() const { return answer_; }
+  // A few times a second.
+  void ReviewAnswer();
   // The user is about to type to the site: he has seen that his lists hold something, and no automation types
   // between his keys. False when that has stopped one that was filling in prompts: what he types was meant
   // for another page, and must not go out.
@@ -216,8 +220,9 @@ class CQuillDoc : public QObject {
   void ToggleBookmarkOf(const ArticleInfo& article);
   // Among the bookmarks unless it is there already, or its code is not known; whether it is new there.
   bool AddBookmark(const ArticleInfo& article);
+  bool HasBookmarkOf(const ArticleInfo& article) const;
   // "MarkAfterPush", for a push made by hand.
-  void BookmarkAfterPush();
+  void BookmarkAfterPush(ArticleInfo article);
   void OnPushesDone(const PushRunResult& result, ArticleInfo article);
   void OnLoginDone(const LoginOrder& order, LoginResult result, const std::u16string& said);
   // Before the connection that it runs on is replaced or closed: nothing of it is left when this returns.
@@ -243,10 +248,10 @@ class CQuillDoc : public QObject {
   Activity activity_ = Activity::kNone;  // of the last automation
   std::shared_ptr<MoneyLedger> money_;   // of the last order
   std::shared_ptr<PushLedger> pushes_;   // of the last order
-  PushWatch pushWatch_;
   PageFacts facts_;
-  ArticleTracker article_{facts_};
-  LoginIdWatch loginId_;
+  Sightings seen_;  // up to the screen that the view took last
+  bool expectsSilence_ = false;
+  AnswerWait::State answer_ = AnswerWait::State::kNone;
   Site site_;
   std::optional<Attempt> next_;
   bool emulatesBrowser_ = false;

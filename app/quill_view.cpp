@@ -1,6 +1,7 @@
 #include "app/quill_view.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QApplication>
 #include <QPaintEvent>
@@ -42,6 +43,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       composer_(doc, article_),
       sideList_(doc, images_, this),
       sideButtons_(images_, this),
+      stallSign_(this),
       ime_(*this, surface_),
       keys_(doc, {.command = [this](KeyCommand command) { OnCommand(command); },
                   .userTypes = [this] { article_.OnUserKey(); },
@@ -85,6 +87,11 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
   setContextMenuPolicy(Qt::PreventContextMenu);  // the right button is released for it
   connect(&doc_, &CQuillDoc::StatusChanged, this, &CQuillView::RefreshPanel);
   connect(&doc_, &CQuillDoc::SettingsChanged, this, &CQuillView::OnSettingsChanged);
+  connect(&doc_, &CQuillDoc::ConnectionBegins, this, [this] {
+    keys_.DropWaiting();
+    article_.Forget();
+  });
+  connect(&stallSign_, &StallSign::clicked, &doc_, &CQuillDoc::Reconnect);
   ConnectLogin();
   ConnectArticle();
   ConnectSideLists();
@@ -192,6 +199,7 @@ void CQuillView::PlaceOverlays() {
   login_.Place(unit);
   sideList_.Place(rect(), unit);
   PlaceSideButtons();
+  stallSign_.Place(rect(), unit, panel_look::ColoursFor(work));
   article_.PlaceScrollBar(rect(), work);
 }
 
@@ -265,13 +273,13 @@ bool CQuillView::event(QEvent* event) {
 }
 
 void CQuillView::TakeMessages() {
-  MessageTarget::Messages messages = doc_.Messages().Take();
+  MessageTarget::Messages messages = doc_.Messages().Take(doc_.Session().connectionNumber);
   if (messages.screen) {
     screen_ = *messages.screen;
     ++screenCount_;
     if (messages.reason != ScreenReason::kUpdated) keys_.DropWaiting();
-    doc_.OnScreen(screen_, messages.reason);
-    if (doc_.IsAutomationBusy()) article_.OnUserKey();
+    doc_.OnScreen(screen_, messages.reason, std::move(messages.seen));
+    if (doc_.IsAutomationBusy()) article_.OnAutomationKey();
     article_.OnScreen(screen_);
     composer_.OnScreen(screen_);
     keys_.Flush();
@@ -284,6 +292,7 @@ void CQuillView::TakeMessages() {
 
 void CQuillView::Tick() {
   doc_.Driver().Tick();
+  doc_.ReviewAnswer();
   RefreshPanel();
   const bool busy = doc_.IsAutomationBusy() || panel_.IsActive() || login_.IsOpen() || ime_.IsComposing() ||
                     QApplication::activeModalWidget() != nullptr;
@@ -304,6 +313,7 @@ void CQuillView::RefreshPanel() {
   if (panel_.IsShown() != wasShown || panel_.Text() != before) update();
   timers_.SetAnimating(panel_.IsBusy());
   if (IsCovered()) pointer_.Cancel();
+  stallSign_.Tell(IsCovered() ? AnswerWait::State::kNone : doc_.Answer());
   RefreshFrame();
 }
 

@@ -27,6 +27,7 @@
 #include "app/shown_text.h"
 #include "app/side_buttons.h"
 #include "app/side_list_view.h"
+#include "app/stall_sign.h"
 #include "app/status_panel.h"
 #include "app/toast.h"
 #include "app/view_timers.h"
@@ -168,6 +169,7 @@ class CQuillView : public QWidget {
   PageComposer composer_;
   SideListView sideList_;
   SideButtons sideButtons_;
+  StallSign stallSign_;
   BackgroundPicture background_;
   ToldProblems toldProblems_;
   ImeAdapter ime_;

@@ -7,6 +7,7 @@
 #include <functional>
 #include <string>
 
+#include "bbs/answer_wait.h"
 #include "core/term_session.h"
 
 namespace quillet {
@@ -54,6 +55,12 @@ class SessionDriver {
   void UpdateStatus();
   ConnectionStatus Status() const { return status_; }
 
+  // The user has typed something to the site. Whether that has been answered is told until a connection
+  // begins.
+  void NoteTyped() { answers_.OnSent(clock_(), session_.receivedCount); }
+  void ForgetTyped() { answers_.Forget(); }
+  AnswerWait::State Answer() const { return answers_.At(clock_(), session_.receivedCount); }
+
   // Sent by Tick when the session is not idling, or more than kTypingMs after the last send.
   std::u16string pendingText;
   // The view's periodic timer.
@@ -64,6 +71,7 @@ class SessionDriver {
   const SignalSettings& settings_;
   Signaller& signaller_;
   Clock clock_;
+  AnswerWait answers_;
   bool attention_ = false;
   bool listHit_ = false;
   ConnectionStatus status_ = ConnectionStatus::kNotConnected;

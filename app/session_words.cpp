@@ -195,6 +195,18 @@ QString DescribeActivity(Activity activity, ActivityProgress progress) {
   return {};
 }
 
+QString DescribeSilence(AnswerWait::State state) {
+  switch (state) {
+    case AnswerWait::State::kSlow:
+      return u"等待站台回應…"_qs;
+    case AnswerWait::State::kStalled:
+      return u"站台沒有回應　按這裡或 Ctrl+Shift+R 重新連線"_qs;
+    case AnswerWait::State::kNone:
+      break;
+  }
+  return {};
+}
+
 PanelText DescribeJump(const ArticleReference& article, JumpResult result) {
   PanelText text{.title = {},
                  .lines = {},

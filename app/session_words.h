@@ -9,6 +9,7 @@
 #include <QString>
 #include <QStringList>
 
+#include "bbs/answer_wait.h"
 #include "bbs/article_code.h"
 #include "bbs/article_jump.h"
 #include "core/charset.h"
@@ -73,6 +74,9 @@ struct ActivityProgress {
   int waitSeconds = 0;  // so long the BBS has asked to wait; 0: it has not
 };
 QString DescribeActivity(Activity activity, ActivityProgress progress = {});  // empty for none
+
+// What the corner says while the BBS leaves what the user typed without an answer; empty when it does not.
+QString DescribeSilence(AnswerWait::State state);
 
 // Why a jump did not come about; no title when it did, or when the connection's own words say it.
 PanelText DescribeJump(const ArticleReference& article, JumpResult result);

@@ -40,6 +40,11 @@ bool IsHalfDrawn(const ScreenSnapshot& screen) {
 
 }  // namespace
 
+bool IsSameArticle(const ArticleInfo& one, const ArticleInfo& other) {
+  return one.board == other.board && one.author == other.author && one.title == other.title &&
+         one.postTime == other.postTime;
+}
+
 bool ArticleTracker::Look(const ScreenSnapshot& screen, std::int64_t now) {
   const std::uint32_t flags = screen.pageFlags;
   const bool left = (flags & kOtherPages) != 0 && (flags & PF_PUSH_OVER_READER) == 0;

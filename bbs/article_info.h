@@ -1,5 +1,5 @@
 // What is known of the article that the user has open, gathered from the screens that pass and dropped when
-// the article is left. User-interface thread (the view feeds it each snapshot), or any other one thread.
+// the article is left. Fed with every screen; any one thread.
 #pragma once
 
 #include <array>
@@ -22,6 +22,9 @@ struct ArticleInfo {
   bool IsArticle() const { return !author.empty() && !board.empty(); }
   bool operator==(const ArticleInfo&) const = default;
 };
+
+// The same article, whatever page of it shows.
+bool IsSameArticle(const ArticleInfo& one, const ArticleInfo& other);
 
 class ArticleTracker {
  public:

@@ -88,7 +88,7 @@ bool ArticleJump::IsInBoard(std::u16string_view board) const {
 }
 
 JumpResult ArticleJump::FindCode(std::u16string_view code) {
-  waits_.ResendWhileInterrupted(ScreenWaits::StarLine::kOnlyPending);
+  waits_.DismissMessages();
   const auto asking = [this](const ScreenSnapshot& screen) {
     return RowStartsWith(screen, kBottom, 0, std::string_view(codePrompt_));
   };

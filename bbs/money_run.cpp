@@ -213,7 +213,7 @@ MoneyRunEnd MoneyRun::Reach(Goal goal) {
   Place before = Place::kUnknown;
   silentSteps_ = 0;
   for (int step = 0; step < kMostSteps; ++step) {
-    waits_.ResendWhileInterrupted(ScreenWaits::StarLine::kOnlyPending);
+    if (!waits_.DismissMessages()) return NoAnswer();
     Place place = Place::kUnknown;
     bool interrupted = false;
     waits_.WaitAtMost(order_.reaction, [&](const ScreenSnapshot& screen) {
@@ -222,10 +222,7 @@ MoneyRunEnd MoneyRun::Reach(Goal goal) {
       return interrupted || place != Place::kUnknown;
     });
     if (!waits_.IsAlive()) return MoneyRunEnd::kClosed;
-    if (interrupted) {
-      waits_.ResendWhileInterrupted(ScreenWaits::StarLine::kUntilGone);
-      continue;
-    }
+    if (interrupted) continue;
     if (const auto end = StepTowards(goal, place, before)) return *end;
     if (silentSteps_ >= kMostAttempts) return NoAnswer();
     before = place;
@@ -311,7 +308,7 @@ std::u16string MoneyRun::MessageOn(const ScreenSnapshot& screen) const {
 // ---- Keys
 
 bool MoneyRun::Type(const Prompt& prompt, std::u16string_view text) {
-  waits_.ResendWhileInterrupted(ScreenWaits::StarLine::kOnlyPending);
+  waits_.DismissMessages();
   waits_.SendText(text);
   return waits_.WaitAtMost(order_.reaction,
                            [&](const ScreenSnapshot& screen) { return prompt.Holds(screen, text); });
@@ -354,7 +351,7 @@ bool MoneyRun::PressEnter(const ScreenWaits::Condition& answered, const Prompt& 
         },
         1ms);
     if (!interrupted) return seen;
-    waits_.ResendWhileInterrupted(ScreenWaits::StarLine::kUntilGone);
+    waits_.DismissMessages();
     bool done = false;
     waits_.WaitAtMost(order_.reaction, [&](const ScreenSnapshot& screen) {
       done = answered(screen);

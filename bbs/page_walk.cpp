@@ -38,13 +38,16 @@ void PageWalk::Press(std::string_view key) {
 
 PageWalk::Step PageWalk::ReachList() {
   for (int page = 0; page < kMostPagesLeft; ++page) {
-    waits_.ResendWhileInterrupted(ScreenWaits::StarLine::kOnlyPending);
+    if (!waits_.DismissMessages()) return waits_.IsAlive() ? Step::kBusy : Step::kEnded;
     Kind kind = Kind::kUnknown;
+    bool interrupted = false;
     waits_.WaitAtMost(kReaction, [&](const ScreenSnapshot& screen) {
+      interrupted = pages_.IsStarLine(screen);
       kind = KindOf(screen);
-      return kind != Kind::kUnknown;
+      return interrupted || kind != Kind::kUnknown;
     });
     if (!waits_.IsAlive()) return Step::kEnded;
+    if (interrupted) continue;
     if (kind == Kind::kList) return Step::kDone;
     if (kind == Kind::kTypedInto || kind == Kind::kUnknown) return Step::kBusy;
     Press(kind == Kind::kLeft ? kLeaveKey : ScreenWaits::kDismissKey);

@@ -8,16 +8,16 @@
 namespace quillet {
 namespace {
 
-// A break at a blank or a punctuation mark is worth leaving so many columns of a line empty.
-constexpr int kNearEnd = 10;
+// A break where one would break by hand is worth leaving one of so many parts of a line empty.
+constexpr int kPartsOfLine = 3;
 constexpr int kWidest = 2;
 
 // A push line of 78 columns holds the mark, the id, this text, and at its end address and time.
 constexpr int kColumnsBesideId = 45;
 constexpr std::size_t kLongestId = 12;
 
-constexpr std::u16string_view kClosing = u"，。、；：！？」』）】》〉］｝…—～,.;:!?)]}";
-constexpr std::u16string_view kOpening = u"「『（【《〈［｛([{";
+constexpr std::u16string_view kClosing = u"，。、；：！？」』）】》〉］｝〕﹞﹚﹜”…‥—～．,.;:!?)]}";
+constexpr std::u16string_view kOpening = u"「『（【《〈［｛〔﹝﹙﹛“([{";
 
 enum class Kind { kPlain, kBlank, kLineBreak, kInvisible, kUnknown };
 
@@ -139,34 +139,67 @@ bool IsWithinEndlessWord(const std::vector<Character>& characters, std::size_t a
   return WidthOf(characters, first, last) > columns;
 }
 
-// Whether a line may end before the character `at`.
-bool MayBreak(const std::vector<Character>& characters, std::size_t at, int columns) {
-  const Character& before = characters[at - 1];
-  const Character& behind = characters[at];
-  if (IsBlank(before) || IsBlank(behind)) return true;
-  if (IsWordPart(before) && IsWordPart(behind)) return IsWithinEndlessWord(characters, at, columns);
-  return !IsOneOf(before, kOpening) && !IsOneOf(behind, kClosing);
+// What stands around a place, blanks left out; null at the ends of the line.
+struct Neighbours {
+  const Character* before = nullptr;
+  const Character* behind = nullptr;
+  bool areApart = false;  // there are blanks between them
+};
+
+Neighbours NeighboursOf(const std::vector<Character>& characters, std::size_t at) {
+  std::size_t first = at;
+  while (first > 0 && IsBlank(characters[first - 1]))
+    --first;
+  std::size_t last = at;
+  while (last < characters.size() && IsBlank(characters[last]))
+    ++last;
+  return {.before = first > 0 ? &characters[first - 1] : nullptr,
+          .behind = last < characters.size() ? &characters[last] : nullptr,
+          .areApart = first < last};
 }
 
-// Where one would break by hand.
+// A mark stays with what it closes or opens. Blanks at a break vanish, so that what is behind them begins the
+// next line.
+bool TearsMark(const std::vector<Character>& characters, std::size_t at) {
+  const auto [before, behind, areApart] = NeighboursOf(characters, at);
+  return (before != nullptr && IsOneOf(*before, kOpening)) ||
+         (behind != nullptr && IsOneOf(*behind, kClosing));
+}
+
+// Whether a line may end before the character `at`.
+bool MayBreak(const std::vector<Character>& characters, std::size_t at, int columns) {
+  if (IsWordPart(characters[at - 1]) && IsWordPart(characters[at]))
+    return IsWithinEndlessWord(characters, at, columns);
+  return !TearsMark(characters, at);
+}
+
+// Where one would break by hand: behind a mark, before what a mark opens, and at a blank that stands for a
+// mark, as between Chinese words.
 bool IsGoodBreak(const std::vector<Character>& characters, std::size_t at) {
-  const Character& before = characters[at - 1];
-  const Character& behind = characters[at];
-  if (IsBlank(before) || IsBlank(behind)) return true;
-  if (IsWordPart(before) && IsWordPart(behind)) return false;
-  return IsOneOf(before, kClosing) || IsOneOf(behind, kOpening);
+  const auto [before, behind, areApart] = NeighboursOf(characters, at);
+  if (before == nullptr || behind == nullptr) return true;
+  if (!areApart && IsWordPart(*before) && IsWordPart(*behind)) return false;
+  if (areApart && !IsWordPart(*before) && !IsWordPart(*behind)) return true;
+  return IsOneOf(*before, kClosing) || IsOneOf(*behind, kOpening);
 }
 
 // Of a line that does not fit: the number of characters of its first piece. `leading` blanks are no piece.
 std::size_t BreakIn(const std::vector<Character>& characters, std::size_t leading, int columns) {
   const std::size_t fitting = CountThatFit(characters, columns);
+  const int near = columns - columns / kPartsOfLine;
   std::size_t best = 0;
   for (std::size_t at = fitting; at > leading; --at) {
+    if (best != 0 && WidthOf(characters, 0, at) < near) break;
     if (!MayBreak(characters, at, columns)) continue;
-    if (IsGoodBreak(characters, at) && WidthOf(characters, 0, at) >= columns - kNearEnd) return at;
+    if (IsGoodBreak(characters, at) && WidthOf(characters, 0, at) >= near) return at;
     if (best == 0) best = at;
   }
-  return best == 0 ? fitting : best;
+  if (best != 0) return best;
+  // Rather a word in two than a mark alone at the beginning of a line.
+  std::size_t whole = fitting;
+  while (whole > leading && TearsMark(characters, whole))
+    --whole;
+  return whole > leading ? whole : fitting;
 }
 
 std::size_t CountLeadingBlanks(const std::vector<Character>& characters) {

@@ -17,7 +17,8 @@ struct PushPiece {
 };
 
 // The first piece of a text, at most `columns` wide. It ends at a line break of the text or where the line is
-// full: behind a blank or a punctuation mark if one is near, not within a word or address that fits one line.
+// full: at a punctuation mark in its last third, else between words, not within a word or address that fits
+// one line. No piece begins with a mark that closes something, but where the text leaves no choice.
 // Tabs become blanks, lines of nothing but blanks are passed over, characters without a Big5 form left out.
 // Nothing when there is nothing to push, or `columns` are fewer than the two that any character fits.
 std::optional<PushPiece> TakePushPiece(std::u16string_view text, int columns);

@@ -65,7 +65,6 @@ class PushRun {
   // is dismissed, and the key repeated where the screen is `stillAsking` for it; interrupted_ says so. False
   // when no answer came.
   bool Press(std::string_view key, const Condition& answered, const Condition& stillAsking);
-  void DismissStarLine();
   bool WaitAtMost(const Condition& holds) { return waits_.WaitAtMost(order_.patience, holds); }
   bool IsHome(const ScreenSnapshot& screen) const;
   bool IsReader(const ScreenSnapshot& screen) const {
@@ -180,7 +179,7 @@ PushRun::Step PushRun::TypePiece(const PushPiece& piece) {
   });
   if (shown && !interrupted) return Step::kGoOn;
   // Nothing has been confirmed: what stands in the field can be thrown away.
-  if (interrupted) DismissStarLine();
+  if (interrupted) waits_.DismissMessages();
   return CancelAndTryAgain();
 }
 
@@ -257,20 +256,12 @@ bool PushRun::Press(std::string_view key, const Condition& answered, const Condi
     });
     if (!seen || !star) return seen;
     interrupted_ = true;
-    DismissStarLine();
+    waits_.DismissMessages();
     if (!WaitAtMost([&](const ScreenSnapshot& screen) { return answered(screen) || stillAsking(screen); }))
       return false;
     if (answered(waits_.Seen())) return true;
   }
   return false;
-}
-
-void PushRun::DismissStarLine() {
-  waits_.ResendWhileInterrupted(ScreenWaits::StarLine::kUntilGone);
-  // Where it came together with a redrawn page, no classified screen has told of it.
-  if (!pages_.IsStarLine(waits_.Look())) return;
-  waits_.Send(ScreenWaits::kDismissKey);
-  WaitAtMost([this](const ScreenSnapshot& screen) { return !pages_.IsStarLine(screen); });
 }
 
 bool PushRun::IsHome(const ScreenSnapshot& screen) const {

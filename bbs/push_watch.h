@@ -1,5 +1,6 @@
 // Notices that the user himself has pushed the article that is open: the confirmation was answered with "y"
-// and the article, or its list, is back. Fed with each screen that the view takes over; its thread.
+// and the article, or its list, is back. Has to be fed with every screen, of which some show for a moment
+// only; any one thread.
 #pragma once
 
 #include <cstdint>

@@ -29,6 +29,8 @@ constexpr std::chrono::milliseconds kSkipInterval = 100ms;
 constexpr int kMostSkips = 20;
 // A prompt that has not taken the name by then does not want it; it is left with the key above.
 constexpr std::chrono::milliseconds kAnswerLimit = 5s;
+// A message is told so often to go before it is left where it is.
+constexpr int kMostDismissals = 5;
 
 bool StartsWith(const ScreenSnapshot& screen, int row, const std::string& big5) {
   return RowStartsWith(screen, row, 0, std::string_view(big5));
@@ -175,7 +177,7 @@ bool ScreenWaits::SendKey(std::string_view key, const Condition& answered, const
         },
         1ms);
     if (!seen || !interrupted) return seen;
-    ResendWhileInterrupted(StarLine::kUntilGone);
+    DismissMessages();
     bool asking = false;
     WaitUntil([&](const ScreenSnapshot& screen) {
       asking = !answered(screen) && stillAsking(screen);
@@ -244,12 +246,32 @@ bool ScreenWaits::IsStarLinePending() {
   return !dismissed_ || (copy_.version != dismissedVersion_ && pages_.IsStarLine(screen));
 }
 
+void ScreenWaits::Dismiss() {
+  dismissed_ = true;
+  dismissedVersion_ = copy_.version;
+  dismissedAt_ = std::chrono::steady_clock::now();
+  Send(kDismissKey);
+}
+
+bool ScreenWaits::DismissMessages() {
+  int inVain = 0;
+  return WaitUntil(
+             [&](const ScreenSnapshot& screen) {
+               if (!pages_.IsStarLine(screen) || inVain > kMostDismissals) return true;
+               const bool told = dismissed_ && copy_.version == dismissedVersion_;
+               if (told && std::chrono::steady_clock::now() - dismissedAt_ < kDismissalLimit) return false;
+               ++inVain;
+               Dismiss();
+               return false;
+             },
+             1ms) &&
+         !pages_.IsStarLine(Seen());
+}
+
 bool ScreenWaits::ResendWhileInterrupted(StarLine until) {
   bool resent = false;
   while (IsAlive() && IsStarLinePending()) {
-    dismissed_ = true;
-    dismissedVersion_ = copy_.version;
-    Send(kDismissKey);
+    Dismiss();
     resent = true;
     Sleep(100ms);
   }

@@ -101,9 +101,15 @@ class ScreenWaits {
   // Until the digits typed at a list stand on the bottom row, and then until the list has taken them.
   bool WaitForNumberEcho(int number);
   // Dismisses instant messages that lie over the bottom rows; whether there was one that nobody had
-  // dismissed. kUntilGone stays until the page flags say that none is left.
+  // dismissed. kUntilGone stays until the page flags say that none is left, and repeats the key meanwhile,
+  // however slow the line: for who may type it at whatever lies beneath.
   enum class StarLine { kOnlyPending, kUntilGone };
   bool ResendWhileInterrupted(StarLine until);
+  // Waits until no instant message lies over the screen, with one key for each that has been shown: a second
+  // key would be typed at what lies beneath. Only a message that nothing has become of within
+  // kDismissalLimit is told again, a few times. False when one stays, or the run ended.
+  bool DismissMessages();
+  static constexpr std::chrono::milliseconds kDismissalLimit{3000};
 
   // What dismisses a message or a pause.
   static constexpr std::string_view kDismissKey = "\n";
@@ -111,6 +117,7 @@ class ScreenWaits {
  private:
   bool IsReadyForProbes(const ScreenSnapshot& screen) const;
   bool IsStarLinePending();
+  void Dismiss();
   bool KeepAskingForList();
 
   TermSession& session_;
@@ -121,6 +128,7 @@ class ScreenWaits {
   LiveScreen::Copy copy_;
   bool dismissed_ = false;              // a star line was dismissed,
   std::uint32_t dismissedVersion_ = 0;  // on this screen
+  std::chrono::steady_clock::time_point dismissedAt_{};
   std::string bracket_, boardList_, leaveHint_, emptyArticle_, message_;
 };
 

@@ -57,6 +57,7 @@ struct ScreenSnapshot {
   // Mirrors of the session's fields, so that a copy carries them.
   std::uint8_t isBbsSite = 0;
   std::int32_t sessionState = 0;
+  std::uint32_t connection = 0;  // TermSession::connectionNumber
 
   // Every cell blank; the cursor and everything else stay.
   void Clear();

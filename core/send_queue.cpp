@@ -20,7 +20,7 @@ std::size_t SendQueue::Close() {
   return left;
 }
 
-bool SendQueue::Append(std::string_view bytes, Patience patience) {
+bool SendQueue::Append(std::string_view bytes, Patience patience, const Accepted& accepted) {
   std::unique_lock lock(lock_);
   const auto mayAppend = [this] { return closed_ || !started_ || Size() == 0; };
   if (Size() <= chunk_) {
@@ -30,6 +30,7 @@ bool SendQueue::Append(std::string_view bytes, Patience patience) {
       changed_.wait(lock, mayAppend);
   }
   if (closed_) return false;
+  if (accepted) accepted();
   bytes_.append(bytes);
   changed_.notify_all();
   return true;

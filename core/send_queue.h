@@ -5,6 +5,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstddef>
+#include <functional>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -28,8 +29,10 @@ class SendQueue {
   // Ends every wait, drops what is queued and returns how much that was. Nothing is accepted any more.
   std::size_t Close();
 
+  // Called once the bytes are sure to be taken and before anybody can take them, or count what is left.
+  using Accepted = std::function<void()>;
   // False when the queue is closed.
-  bool Append(std::string_view bytes, Patience patience);
+  bool Append(std::string_view bytes, Patience patience, const Accepted& accepted = {});
   // Waits until everything has been taken and written, the queue is closed, or patience ends.
   void WaitWritten(std::chrono::milliseconds patience);
 

@@ -16,17 +16,31 @@ void SessionLink::RequestStop() {
   if (transport_) transport_->Stop();
 }
 
-void SessionLink::Write(std::string_view bytes) {
+bool SessionLink::Queue(std::string_view bytes, SendQueue::Patience patience, Origin origin) {
+  // Before they can be counted as unsent.
+  return queue.Append(bytes, patience, [&] {
+    if (origin == Origin::kTyped) typed_ += bytes.size();
+  });
+}
+
+void SessionLink::Write(std::string_view bytes, Origin origin) {
   std::lock_guard lock(writeLock_);
-  std::size_t written = 0;
-  if (transport_)
-    written = transport_->Write({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+  if (!transport_) return;
+  if (origin == Origin::kTyped) typed_ += bytes.size();
+  WriteAccepted(bytes);
+}
+
+void SessionLink::WriteAccepted(std::string_view bytes) {
+  const std::size_t written =
+      transport_->Write({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
   unsent_ += bytes.size() - written;
 }
 
 void SessionLink::RunSender() {
-  for (std::string chunk = queue.Take(); !chunk.empty(); chunk = queue.Take())
-    Write(chunk);
+  for (std::string chunk = queue.Take(); !chunk.empty(); chunk = queue.Take()) {
+    std::lock_guard lock(writeLock_);
+    WriteAccepted(chunk);
+  }
 }
 
 void SessionLink::Settle() {

@@ -29,11 +29,14 @@ class SessionLink {
   // Sleeps; false when the stop was requested.
   bool Pause(int milliseconds) const { return !stop_.WaitFor(milliseconds); }
 
-  // Blocks until the transport has taken the bytes or is gone; what it did not take counts as unsent.
-  void Write(std::string_view bytes);
-  // Bytes that somebody typed or sent, other than the keys that the session opens with by itself.
-  void CountTyped(std::size_t bytes) { typed_ += bytes; }
-  // How many of those were not taken: never more than there were, whatever opening keys are lost as well.
+  // Bytes that somebody typed or sent, or keys that the session opens with by itself.
+  enum class Origin { kTyped, kOpening };
+  // Queues the bytes; false when nothing is accepted any more.
+  bool Queue(std::string_view bytes, SendQueue::Patience patience, Origin origin);
+  // Blocks until the transport has taken the bytes or is gone; what it did not take counts as unsent. Nothing
+  // once the link has ended.
+  void Write(std::string_view bytes, Origin origin);
+  // How many typed ones were not taken: never more than there were, whatever opening keys are lost as well.
   std::size_t Unsent() const { return std::min(unsent_.load(), typed_.load()); }
 
   // Sender thread: writes what the queue gives until the queue is closed.
@@ -56,6 +59,8 @@ class SessionLink {
   std::thread sender;
 
  private:
+  void WriteAccepted(std::string_view bytes);
+
   StopSignal stop_;
   std::mutex writeLock_;  // one writer at a time; taken before transportLock_
   std::mutex transportLock_;

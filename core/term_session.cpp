@@ -240,6 +240,7 @@ void TermSession::SendDeleteKeys() {
 }
 
 void TermSession::OnReceived(std::span<const std::uint8_t> bytes) {
+  ++receivedCount;
   live.BeginBatch();
   screen.frozen = frozen ? 1 : 0;
   screen.Feed(bytes);
@@ -264,6 +265,7 @@ void TermSession::HandOver(ScreenReason reason) {
 void TermSession::MirrorFields() {
   screen.isBbsSite = isBbsSite ? 1 : 0;
   screen.sessionState = state;
+  screen.connection = connectionNumber;
 }
 
 // ---- Who calls

@@ -110,6 +110,10 @@ class TermSession : private TransportEvents {
   std::atomic<int> idleMark{0};               // 0 on every send; the view's idle logic writes other values
   std::atomic<std::int64_t> connectedAt{0};   // seconds since 1970
   std::atomic<std::int64_t> lastSendTick{0};  // milliseconds of the steady clock
+  // How often something has been given to be sent, and how often something has come: who has waited since one
+  // of them sees whether the other has happened.
+  std::atomic<unsigned> sentCount{0};
+  std::atomic<unsigned> receivedCount{0};
   std::mutex keyLogLock;
   std::vector<std::string> keyLog;  // the newest kKeyLogLimit; guarded by keyLogLock
 

@@ -11,6 +11,8 @@
 namespace quillet {
 namespace {
 
+using Origin = SessionLink::Origin;
+
 // How long the window may be held by a send: short enough not to be felt as a freeze.
 constexpr std::chrono::milliseconds kWindowPatience{100};
 constexpr std::chrono::milliseconds kReactionInterval{1};
@@ -58,6 +60,7 @@ void TermSession::SendBytes(std::string_view bytes, ReactionWait wait) {
   if (bytes.empty()) return;
   idleMark = 0;
   lastSendTick = SteadyMilliseconds();
+  ++sentCount;
   const std::shared_ptr<SessionLink> link = Link();
   if (!link) return;
   if (sendDirect) {
@@ -66,7 +69,7 @@ void TermSession::SendBytes(std::string_view bytes, ReactionWait wait) {
   }
   const SendQueue::Patience patience =
       OnUserInterfaceThread() ? SendQueue::Patience(kWindowPatience) : std::nullopt;
-  if (link->queue.Append(bytes, patience) && !OnReceiveThread()) link->CountTyped(bytes.size());
+  link->Queue(bytes, patience, OnReceiveThread() ? Origin::kOpening : Origin::kTyped);
 }
 
 void TermSession::SendDirectly(SessionLink& link, std::string_view bytes, ReactionWait wait) {
@@ -74,13 +77,12 @@ void TermSession::SendDirectly(SessionLink& link, std::string_view bytes, Reacti
   const bool waits = wait == ReactionWait::kUntilCursorMoves && !OnReceiveThread();
   LiveScreen::Copy before;
   if (waits) live.Read(before);
-  if (!OnReceiveThread()) link.CountTyped(bytes.size());
   if (OnUserInterfaceThread()) {
     // A peer that does not read would hold a direct write, and with it the window.
-    link.queue.Append(bytes, kWindowPatience);
+    link.Queue(bytes, kWindowPatience, Origin::kTyped);
     link.queue.WaitWritten(kWindowPatience);
   } else {
-    link.Write(bytes);
+    link.Write(bytes, OnReceiveThread() ? Origin::kOpening : Origin::kTyped);
   }
   if (waits) WaitForReaction(link, MarkAtCursor(before.screen));
 }

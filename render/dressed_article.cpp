@@ -42,7 +42,7 @@ bool Begins(std::string_view cells, std::string_view mark) {
 }  // namespace
 
 DressedArticle::DressedArticle(const PageFacts& facts)
-    : facts_(facts),
+    : facts_(&facts),
       noteMark_(ToBig5(u"※")),
       origin_(ToBig5(u"※ 發信站")),
       scratch_(std::make_unique<ScreenSnapshot>()) {
@@ -63,17 +63,6 @@ void DressedArticle::Follow(const ArticleLines& lines, std::int64_t postTime, co
   if (!listsDiffer && same == known && lines_.size() == known) return;
   ShowFrom(listsDiffer ? 0 : same);
   FindFirstPush();
-}
-
-void DressedArticle::Clear() {
-  lines_.clear();
-  shown_.clear();
-  author_.clear();
-  writers_.clear();
-  writerOf_.clear();
-  source_ = nullptr;
-  colouredLines_ = 0;
-  firstPush_ = -1;
 }
 
 PageRow DressedArticle::Row(const ArticleLines& lines, int index, const DressRules& rules) const {
@@ -143,8 +132,8 @@ DressedArticle::Facts DressedArticle::Read(const ArticleLine& line, std::size_t 
   facts.earliest = at == 0 ? postTime_ : lines_[at - 1].earliest;
   scratch_->text[0] = line.text;
   scratch_->attr[0] = line.attr;
-  if (at == 0) author_ = facts_.ParseHeaderAuthor(*scratch_);
-  if (facts_.IsPushCommentLine(*scratch_, 0)) {
+  if (at == 0) author_ = facts_->ParseHeaderAuthor(*scratch_);
+  if (facts_->IsPushCommentLine(*scratch_, 0)) {
     ReadPush(line.text, facts, now);
   } else {
     facts.isOrigin = Begins(Cells(line.text), origin_);
@@ -154,7 +143,7 @@ DressedArticle::Facts DressedArticle::Read(const ArticleLine& line, std::size_t 
 }
 
 void DressedArticle::ReadPush(const ScreenRow& text, Facts& facts, std::int64_t now) {
-  facts.writer = WriterOf(facts_.ParsePushAuthor(*scratch_, 0));
+  facts.writer = WriterOf(facts_->ParsePushAuthor(*scratch_, 0));
   facts.push = ReadPushLine(text);
   if (!facts.push.stamp) return;
   PushClock clock(facts.earliest);

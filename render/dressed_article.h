@@ -25,7 +25,8 @@ class DressedArticle {
   // Takes in what `lines` holds beyond, or differently from, what is known here; costs nothing for lines that
   // did not change. To be called when lines, post time or rules may be different, before the next question.
   void Follow(const ArticleLines& lines, std::int64_t postTime, const DressRules& rules);
-  void Clear();
+  // As it was made: nothing of one article may be taken for the next one's.
+  void Clear() { *this = DressedArticle(*facts_); }
 
   // Lines shown, those left out not counted.
   int Count() const { return static_cast<int>(shown_.size()); }
@@ -72,7 +73,7 @@ class DressedArticle {
   bool IsPush(std::size_t line) const { return lines_[line].writer != kNobody; }
   void FindFirstPush();
 
-  const PageFacts& facts_;
+  const PageFacts* facts_;                   // never null
   std::string noteMark_, origin_;            // beginnings of lines that the BBS writes
   std::unique_ptr<ScreenSnapshot> scratch_;  // row 0 holds the line that is being looked at
   std::vector<Facts> lines_;

@@ -33,6 +33,19 @@ TEST_F(ArticleViewTest, TheKeysMoveThroughTheWholeArticle) {
   EXPECT_TRUE(Article().IsShown());
 }
 
+// Nor is a page of it asked for: the key would be typed at another site's question.
+TEST_F(ArticleViewTest, AConnectionThatBeginsKnowsNothingOfTheArticle) {
+  OpenWhole(talkative);
+  script->NeverConnect();
+  bool wasShown = true;
+  QTimer::singleShot(50, &View(), [&] {
+    wasShown = Article().IsShown() || Lines().Count() > 0 || doc->IsArticleOpen();
+    doc->Disconnect();
+  });
+  OpenScript();
+  EXPECT_FALSE(wasShown);
+}
+
 TEST_F(ArticleViewTest, TheWheelMovesItAndNeverLeavesIt) {
   OpenWhole(talkative);
   const std::u16string title = doc->OpenArticle().title;

@@ -1,6 +1,8 @@
 #include <QElapsedTimer>
 #include <QTimer>
 
+#include "app/stall_sign.h"
+#include "core/charset.h"
 #include "platform/socket.h"
 #include "tests/app/window_fixture.h"
 
@@ -66,6 +68,48 @@ TEST_F(ConnectionTest, WhatWasTypedButNotSentIsCounted) {
   script->End(EndReason::kReadFailed);
   ASSERT_TRUE(Until([&] { return PanelLines().contains(u"5 位元組尚未送出"_qs); }))
       << PanelLines().toStdString();
+}
+
+TEST_F(ConnectionTest, ASiteThatDoesNotAnswerIsToldInTheCornerAndAClickConnectsAnew) {
+  OpenScript();
+  auto& sign = *View().findChild<StallSign*>();
+  QAction* reconnect = nullptr;
+  for (QAction* const action : frame->actions())
+    if (action->text().startsWith(u"重新連線"_qs)) reconnect = action;
+  const auto says = [&](const QString& words) {
+    return Until(
+        [&] { return words.isEmpty() ? !sign.isVisible() : sign.isVisible() && sign.text() == words; });
+  };
+  ahead = 60'000;
+  TypeText("x");
+  ahead += AnswerWait::kSlowAfter;
+  ASSERT_TRUE(says(DescribeSilence(AnswerWait::State::kSlow)));
+  EXPECT_FALSE(reconnect->isEnabled());
+  EXPECT_TRUE(View().hasFocus());
+  script->Deliver("x");
+  ASSERT_TRUE(says({}));
+  TypeText("y");
+  ahead += AnswerWait::kStalledAfter;
+  ASSERT_TRUE(says(DescribeSilence(AnswerWait::State::kStalled)));
+  EXPECT_TRUE(reconnect->isEnabled());
+  // What is typed there shows nowhere.
+  script->Deliver("\x1B[22;1H" + ToBig5(u"請輸入您的密碼: "));
+  ASSERT_TRUE(says({}));
+  TypeText("secret");
+  ahead += AnswerWait::kStalledAfter;
+  doc->ReviewAnswer();
+  EXPECT_EQ(doc->Answer(), AnswerWait::State::kNone);
+  script->Deliver("\x1B[2J");
+  ASSERT_TRUE(Until([&] { return View().Screen().TextAt(21, 0) == ' '; }));
+  TypeText("z");
+  ahead += AnswerWait::kStalledAfter;
+  ASSERT_TRUE(says(DescribeSilence(AnswerWait::State::kStalled)));
+  const auto old = std::exchange(script, std::make_shared<Script>());
+  sign.click();
+  EXPECT_TRUE(doc->IsConnected());
+  EXPECT_TRUE(says({}));
+  TypeText("new");
+  EXPECT_TRUE(Until([&] { return script->Written() == "new"; }));
 }
 
 TEST_F(ConnectionTest, ASlowConnectKeepsTheWindowAliveAndEscCancels) {

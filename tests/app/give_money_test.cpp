@@ -36,6 +36,9 @@ class GiveMoneyTest : public DemoArticleTest {
 
 TEST_F(GiveMoneyTest, WhatTheListShowsIsGivenAndTold) {
   OpenWhole(talkative);
+  Press(Qt::Key_PageDown);
+  Press(Qt::Key_PageDown);
+  ASSERT_TRUE(AtRest(2 * kPageStep));
   GiveMoneyDlg& dialog = Ask();
   Number("number", 3);
   Number("moneyForEach", 9);
@@ -68,7 +71,8 @@ TEST_F(GiveMoneyTest, WhatTheListShowsIsGivenAndTold) {
     EXPECT_EQ(results[0].gifts[at].gift.id, gifts[at].id);
   Enter();
   EXPECT_FALSE(View().Panel().HasNotice()) << "told once";
-  EXPECT_TRUE(Until([&] { return Article().IsShown(); })) << "back in the article";
+  EXPECT_TRUE(Until([&] { return Article().IsShown() && Article().TopLine() == 2 * kPageStep; }))
+      << "back in the article, where it was";
   EXPECT_EQ(doc->OpenArticle().board, talkative.board);
 }
 

@@ -6,6 +6,9 @@
 #include <QCoreApplication>
 
 #include "bbs/page_flags.h"
+#include "core/term_session.h"
+#include "tests/support/article_pages.h"
+#include "tests/support/tables.h"
 
 namespace quillet {
 namespace {
@@ -20,15 +23,21 @@ class Receiver : public QObject {
   int wakes = 0;
 };
 
-bool PostScreen(MessageTarget& target, int row, ScreenReason reason = ScreenReason::kUpdated,
-                std::uint32_t flags = 0) {
-  auto screen = std::make_unique<ScreenSnapshot>();
-  screen->cursorRow = row;
-  screen->pageFlags = flags;
+bool PostScreen(MessageTarget& target, const ScreenSnapshot& posted, ScreenReason reason) {
+  auto screen = std::make_unique<ScreenSnapshot>(posted);
   const bool taken = target.Post(kMessageScreen, static_cast<std::uintptr_t>(reason),
                                  reinterpret_cast<std::uintptr_t>(screen.get()));
   if (taken) screen.release();
   return taken;
+}
+
+bool PostScreen(MessageTarget& target, int row, ScreenReason reason = ScreenReason::kUpdated,
+                std::uint32_t flags = 0, std::uint32_t connection = 0) {
+  ScreenSnapshot screen{};
+  screen.cursorRow = row;
+  screen.pageFlags = flags;
+  screen.connection = connection;
+  return PostScreen(target, screen, reason);
 }
 
 // Under AddressSanitizer every screen that nobody frees, or frees twice, fails these tests.
@@ -42,12 +51,12 @@ TEST(MessageTargetTest, ABurstIsOneWakeAndTheNewestScreen) {
   ASSERT_TRUE(target.Post(kMessageBell, 0, 0));
   QCoreApplication::sendPostedEvents(&receiver);
   EXPECT_EQ(receiver.wakes, 1);
-  const MessageTarget::Messages messages = target.Take();
+  const MessageTarget::Messages messages = target.Take(0);
   ASSERT_NE(messages.screen, nullptr);
   EXPECT_EQ(messages.screen->cursorRow, 19);
   EXPECT_EQ(messages.reason, ScreenReason::kDisconnected) << "what came before the last update";
   EXPECT_TRUE(messages.bell);
-  EXPECT_EQ(target.Take().screen, nullptr);
+  EXPECT_EQ(target.Take(0).screen, nullptr);
 
   ASSERT_TRUE(PostScreen(target, 5));
   QCoreApplication::sendPostedEvents(&receiver);
@@ -67,7 +76,7 @@ TEST(MessageTargetTest, WithoutAReceiverMessagesAreRefusedAndLeftoversFreed) {
     target.Detach();
   }
   EXPECT_FALSE(PostScreen(target, 2));
-  EXPECT_EQ(target.Take().screen, nullptr);
+  EXPECT_EQ(target.Take(0).screen, nullptr);
 }
 
 TEST(MessageTargetTest, APushPromptLiesOverTheArticleThatNobodyTookInBetween) {
@@ -77,7 +86,7 @@ TEST(MessageTargetTest, APushPromptLiesOverTheArticleThatNobodyTookInBetween) {
   const auto post = [&](std::uint32_t flags) {
     ASSERT_TRUE(PostScreen(target, 0, ScreenReason::kUpdated, flags));
   };
-  const auto isOver = [&] { return (target.Take().screen->pageFlags & PF_PUSH_OVER_READER) != 0; };
+  const auto isOver = [&] { return (target.Take(0).screen->pageFlags & PF_PUSH_OVER_READER) != 0; };
   post(PF_PUSH_LINE);
   EXPECT_FALSE(isOver()) << "over a list";
   post(PF_READING);
@@ -89,6 +98,50 @@ TEST(MessageTargetTest, APushPromptLiesOverTheArticleThatNobodyTookInBetween) {
   post(0);
   post(PF_PUSH_LINE);
   EXPECT_FALSE(isOver());
+  target.Detach();
+}
+
+TEST(MessageTargetTest, WhatIsLeftOfAnOlderConnectionIsDropped) {
+  MessageTarget target;
+  Receiver receiver;
+  target.Attach(&receiver);
+  ASSERT_TRUE(PostScreen(target, 1, ScreenReason::kDisconnected, 0, 1));
+  EXPECT_EQ(target.Take(2).screen, nullptr);
+  ASSERT_TRUE(PostScreen(target, 1, ScreenReason::kDisconnected, 0, 1));
+  ASSERT_TRUE(PostScreen(target, 2, ScreenReason::kUpdated, 0, 2));
+  EXPECT_EQ(target.Take(2).reason, ScreenReason::kUpdated);
+  target.Detach();
+}
+
+using WitnessTest = WithTables;
+
+TEST_F(WitnessTest, WhatScreensTellThatNobodyTookIsTakenWithTheLastOne) {
+  MessageTarget target;
+  Receiver receiver;
+  target.Attach(&receiver);
+  const ScreenSnapshot article = WithReaderFooter(ArticleHeader());
+  const auto post = [&](ScreenSnapshot screen, std::uint32_t flags) {
+    screen.pageFlags = flags;
+    screen.sessionState = kStateConnected;
+    ASSERT_TRUE(PostScreen(target, screen, ScreenReason::kUpdated));
+  };
+  const auto push = [&](std::uint32_t then) {
+    post(article, PF_READING | PF_READ_TOP);
+    post(article, PF_PUSH_LINE | PF_PUSH_CONFIRM);
+    post(article, then);
+    return target.Take(0).seen;
+  };
+  post(ScreenBuilder().Put(20, 0, u"請輸入代號，或以 guest 參觀，或以 new 註冊: alice").screen, 0);
+  const Sightings back = push(PF_READING);
+  EXPECT_EQ(back.loginId, u"alice");
+  EXPECT_EQ(back.article.board, u"Astronomy");
+  ASSERT_TRUE(back.pushed);
+  EXPECT_EQ(back.pushed->board, u"Astronomy");
+  const Sightings inList = push(PF_LIST_CURSOR);
+  EXPECT_FALSE(inList.articleOpen);
+  ASSERT_TRUE(inList.pushed);
+  EXPECT_EQ(inList.pushed->board, u"Astronomy") << "the one that was open";
+  EXPECT_FALSE(push(PF_PUSH_LINE).pushed) << "refused, and each is told once";
   target.Detach();
 }
 
@@ -104,7 +157,7 @@ TEST(MessageTargetTest, AReceiverMayGoWhileAnotherThreadPosts) {
   });
   for (int i = 0; i < 100; ++i) {
     QCoreApplication::sendPostedEvents(receiver.get());
-    target.Take();
+    target.Take(0);
   }
   target.Detach();
   receiver.reset();

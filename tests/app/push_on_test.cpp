@@ -7,6 +7,7 @@
 #include "app/push_desk.h"
 #include "tests/app/demo_article_fixture.h"
 #include "tests/app/dialog_answers.h"
+#include "tests/support/wait_until.h"
 
 namespace quillet {
 namespace {
@@ -110,6 +111,19 @@ TEST_F(PushOnTest, ATextIsCutAsItIsTypedPushedAndShownInTheArticle) {
   EXPECT_EQ(Field().toPlainText(), "") << "nothing is left of it";
 }
 
+TEST_F(PushOnTest, TheNewLinesComeIntoSight) {
+  OpenWhole(talkative);
+  const int before = Last();
+  View().PerformArticleCommand(ArticleCommand::kPushOn);
+  PushOnDlg* const dialog = View().Push().Dialog();
+  ASSERT_NE(dialog, nullptr);
+  Find<QPlainTextEdit>(*dialog, "text").setPlainText(u"一\n二"_qs);
+  emit dialog->StartRequested();
+  ASSERT_TRUE(Until([&] { return Lines().IsComplete() && Last() >= before + 2 && AtRest(Last()); }));
+  Open(longest);
+  EXPECT_EQ(Article().TopLine(), 0) << "another article begins at its top";
+}
+
 TEST_F(PushOnTest, WhatIsTypedIsKeptForItsArticleUntilItIsPushed) {
   OpenWhole(talkative);
   OpenDialog();
@@ -207,9 +221,14 @@ TEST_F(PushOnTest, APushPutsTheArticleAmongTheBookmarksIfTheUserWantsThat) {
   Enter();
   ASSERT_TRUE(
       Until([&] { return View().Screen().RowText(kBottomRow).find("[y/N]") != std::string_view::npos; }));
+  // Faster than the window takes the screens.
   TypeText("y");
-  ASSERT_TRUE(shows(PF_PUSH_CONFIRM));
   Enter();
+  ASSERT_TRUE(WaitUntil([&] {
+    LiveScreen::Copy live;
+    doc->Session().live.Read(live);
+    return (live.screen.pageFlags & PF_READING) != 0;
+  }));
   EXPECT_TRUE(Until([&] { return doc->IsOpenArticleBookmarked(); })) << ScreenAsUtf8();
 }
 

@@ -9,6 +9,7 @@
 #include <QWindow>
 
 #include "app/main_frame.h"
+#include "app/seconds_now.h"
 #include "app/tour/tour.h"
 #include "tests/app/scripted_transport.h"
 #include "tests/support/scratch_folder.h"
@@ -59,7 +60,8 @@ class WindowTest : public WithTables {
                       .registry = registry,
                       .opener = opener,
                       .folders = {.working = ProgramHome(), .data = home.Path() / "data"},
-                      .machineTag = [] { return std::string("TEST-01"); }});
+                      .machineTag = [] { return std::string("TEST-01"); },
+                      .clock = [this] { return SteadyMilliseconds() + ahead; }});
     frame = std::make_unique<CMainFrame>(*doc);
     frame->show();
     frame->activateWindow();
@@ -94,6 +96,7 @@ class WindowTest : public WithTables {
   bool PanelSays(const QString& title) { return View().Panel().Text().title == title; }
   QString PanelLines() { return View().Panel().Text().lines.join('\n'); }
 
+  std::int64_t ahead = 0;  // of the clock, in milliseconds, as far as waits for an answer go
   ScratchFolder home;
   MemoryRegistry registry;
   Endpoints endpoints;

@@ -57,6 +57,12 @@ TEST_F(ArticleJumpTest, ThePauseBehindAnUnknownCodeIsPassedWhereThereIsOne) {
   paused.push_back({"1abcdefg\r", unknown + At(23, 79)});
   paused.push_back({"\n", ArticleList()});
   EXPECT_EQ(Follow(paused, Jump), JumpResult::kNotFound);
+  // A message over the first list.
+  std::vector<Turn> interrupted = toCode;
+  interrupted[0].page += StarLine(22);
+  interrupted.insert(interrupted.begin() + 1, {"\n", ArticleList()});
+  interrupted.push_back({"1abcdefg\r", ArticleList()});
+  EXPECT_EQ(Follow(interrupted, Jump, 120), JumpResult::kFound);
   std::vector<Turn> onList = toCode;
   onList.push_back({"1abcdefg\r", unknown + At(3, 1)});
   EXPECT_EQ(Follow(onList, Jump), JumpResult::kNotFound);

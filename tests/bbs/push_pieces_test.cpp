@@ -43,6 +43,12 @@ TEST_F(PushPiecesTest, APunctuationMarkNearTheEndIsWhereALineEnds) {
   // No line begins with a mark that closes something, or ends with one that opens something.
   EXPECT_EQ(Texts(u"一二三四五六七八九十。甲", 20), (Pieces{u"一二三四五六七八九", u"十。甲"}));
   EXPECT_EQ(Texts(u"一二三四五六七八九「甲乙」", 20), (Pieces{u"一二三四五六七八九", u"「甲乙」"}));
+  EXPECT_EQ(Texts(u"一二三四五六七八九十 。甲", 20), (Pieces{u"一二三四五六七八九", u"十 。甲"}));
+  EXPECT_EQ(Texts(u"0123456789。好", 10), (Pieces{u"012345678", u"9。好"}));
+  // A blank between words is nearer to the end, but no pause.
+  EXPECT_EQ(Texts(u"one two three, four five", 20), (Pieces{u"one two three,", u"four five"}));
+  EXPECT_EQ(Texts(u"one two, three four five", 20), (Pieces{u"one two, three four", u"five"}));
+  EXPECT_EQ(Texts(u"我用 Python 寫，很快 good job", 24), (Pieces{u"我用 Python 寫，", u"很快 good job"}));
 }
 
 TEST_F(PushPiecesTest, WordsAndAddressesStayWholeWhereTheyFit) {

@@ -211,7 +211,7 @@ TEST_F(PushRunTest, AnInstantMessageInterruptsWithoutASecondPush) {
                              // It was taken, and a message lies over the article.
                              {"\r", Reader() + StarLine(22)},
                              {"\n", Reader()}};
-  const PushRunResult result = Run(turns, {.text = u"好的"});
+  const PushRunResult result = Run(turns, {.text = u"好的"}, 120);
   EXPECT_EQ(result.outcome, PushOutcome::kDone);
   EXPECT_EQ(result.pushed, 1);
 }

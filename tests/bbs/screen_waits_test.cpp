@@ -73,10 +73,11 @@ TEST_F(ScreenWaitsTest, EveryWaitEndsWithItsConnectionOrWhenCancelled) {
 }
 
 TEST_F(ScreenWaitsTest, OnlyTheConnectionAskedForIsEnded) {
-  Connect(PlayTurns({}));
+  Connect(PlayTurns({{"x", Menu()}}, 1));
   session_.RequestDisconnect(session_.connectionNumber - 1);
   session_.RequestDisconnect(session_.connectionNumber + 1);
-  EXPECT_EQ(session_.state, kStateConnected);
+  session_.SendBytes("x");
+  EXPECT_TRUE(Await([](ScreenWaits& waits) { return waits.WaitForListCursor(); })) << "it goes on";
   session_.RequestDisconnect(session_.connectionNumber);
   EXPECT_TRUE(WaitUntil([&] { return session_.state == kStateClosed; }));
   EXPECT_EQ(session_.LastEnd().reason, EndReason::kClosedByUser);
@@ -167,6 +168,19 @@ TEST_F(ScreenWaitsTest, AMessageThatSwallowsTheKeyIsDismissedAndTheKeyRepeated) 
   EXPECT_TRUE(Follow(
       {{"", BoardPrompt()}, {"\r", StarLine(23)}, {"\n", At(23, 0) + "\x1b[K" + At(1, 40)}, {"\r", Menu()}},
       [&](ScreenWaits& waits) { return waits.WaitUntil(asking) && waits.SendKey("\r", answered, asking); }));
+}
+
+// The extra ones would choose and confirm things on the page beneath.
+TEST_F(ScreenWaitsTest, EachMessageGetsOneKeyHoweverSlowTheLine) {
+  for (const int thinking : {120, 900})
+    EXPECT_TRUE(Follow(
+        {{"", Menu() + StarLine(22)}, {"\n", StarLine(22)}, {"\n", Menu()}},
+        [this](ScreenWaits& waits) {
+          waits.WaitUntil([this](const auto& screen) { return classifier_.Pages().IsStarLine(screen); });
+          waits.ResendWhileInterrupted(ScreenWaits::StarLine::kOnlyPending);
+          return waits.DismissMessages();
+        },
+        thinking));
 }
 
 TEST_F(ScreenWaitsTest, AnArticleIsOpenedAtTheTopOrTheEnd) {

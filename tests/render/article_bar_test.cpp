@@ -70,11 +70,9 @@ TEST_F(ArticleBarTest, TellsThePlaceAndOffersItsCommands) {
 TEST_F(ArticleBarTest, CaptionsFollowTheArticle) {
   input_.bookmarked = true;
   input_.hasPushes = false;
-  input_.controlCodes = true;
   const ArticleBar bar = MakeArticleBar(input_);
   EXPECT_EQ(CaptionOf(bar, ArticleCommand::kBookmark), u" (m)移除書籤");
-  EXPECT_EQ(CaptionOf(bar, ArticleCommand::kFirstPush), u"");
-  EXPECT_TRUE(TextOf(bar.row).ends_with(u" 此篇有控制碼 "));
+  EXPECT_EQ(CommandsOf(bar), std::vector(kAllOffers.begin(), kAllOffers.end() - 1)) << "no first push";
 
   input_.offers = {ArticleCommand::kPush, ArticleCommand::kNone};
   EXPECT_EQ(CommandsOf(MakeArticleBar(input_)), std::vector{ArticleCommand::kPush});

@@ -1,0 +1,69 @@
+#include "app/stall_sign.h"
+
+#include <cmath>
+#include <utility>
+
+#include <QPainter>
+
+#include "app/session_words.h"
+
+namespace quillet {
+namespace {
+
+// Of the panel's letters.
+constexpr double kTextSize = 0.9;
+// In the sign's letters.
+constexpr double kHeight = 1.9;
+constexpr double kPadding = 0.9;
+constexpr double kFromCorner = 0.6;
+constexpr double kCorner = 0.35;
+
+}  // namespace
+
+StallSign::StallSign(QWidget* parent) : QAbstractButton(parent) {
+  setFocusPolicy(Qt::NoFocus);
+  hide();
+}
+
+void StallSign::Tell(AnswerWait::State state) {
+  if (std::exchange(state_, state) == state) return;
+  const bool isButton = state == AnswerWait::State::kStalled;
+  setText(DescribeSilence(state));
+  setAttribute(Qt::WA_TransparentForMouseEvents, !isButton);
+  setCursor(isButton ? Qt::PointingHandCursor : Qt::ArrowCursor);
+  Arrange();
+  setVisible(state != AnswerWait::State::kNone);
+}
+
+void StallSign::Place(const QRect& area, qreal unit, const panel_look::Colours& colours) {
+  area_ = area;
+  colours_ = colours;
+  QFont letters = font();
+  letters.setPixelSize(qRound(panel_look::TextSize(unit) * kTextSize));
+  setFont(letters);
+  Arrange();
+}
+
+void StallSign::Arrange() {
+  const int letter = font().pixelSize();
+  const int from = qRound(letter * kFromCorner);
+  QRect place(0, 0, fontMetrics().horizontalAdvance(text()) + qRound(2 * kPadding * letter),
+              qRound(letter * kHeight));
+  place.moveTopRight(area_.topRight() + QPoint(-from, from));
+  setGeometry(place);
+  update();
+}
+
+void StallSign::paintEvent(QPaintEvent* /*event*/) {
+  const bool stalled = state_ == AnswerWait::State::kStalled;
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(stalled ? colours_.ended : colours_.border, 1));
+  painter.setBrush(colours_.fill);
+  const qreal corner = font().pixelSize() * kCorner;
+  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), corner, corner);
+  painter.setPen(stalled ? colours_.title : colours_.hint);
+  painter.drawText(rect(), Qt::AlignCenter, text());
+}
+
+}  // namespace quillet
