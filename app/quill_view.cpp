@@ -9,6 +9,7 @@
 
 #include "app/article_words.h"
 #include "app/panel_look.h"
+#include "input/takes_text.h"
 
 namespace quillet {
 
@@ -290,7 +291,6 @@ void CQuillView::RefreshPanel() {
   const PanelText before = panel_.Text();
   panel_.SetSession(DescribeSession(doc_.Facts()));
   login_.SetCovered(panel_.HasNotice());
-  ime_.SetEnabled(!panel_.IsActive() && !login_.IsShown());
   const Activity activity = doc_.CurrentActivity();
   article_.SetHeld(activity == Activity::kAskCode || activity == Activity::kPush);
   if (badge_.SetText(DescribeActivity(activity, doc_.CurrentProgress())) || !badge_.Text().isEmpty())
@@ -313,9 +313,16 @@ void CQuillView::ScrollSelecting(int lines) {
   article_.ScrollTo(std::clamp(article_.TargetLine() + lines, 0, LastTop(article_.LineCount())));
 }
 
+// What is being composed when the page goes is not thrown away.
+bool CQuillView::TakesComposedText() const {
+  const bool mayType = !IsCovered() && !sideList_.Shown();
+  return mayType && (ime_.IsComposing() || (!article_.IsShown() && TakesText(screen_)));
+}
+
 void CQuillView::RefreshFrame() {
   const bool caret =
       timers_.CaretOn() && hasFocus() && !login_.IsShown() && !panel_.IsActive() && doc_.IsConnected();
+  ime_.SetEnabled(TakesComposedText());
   frame_.blinkOff = timers_.BlinkOff();
   frame_.rightInset = qCeil(kRightInset * surface_.Scale());
   composer_.Compose(screen_, caret, frame_);
