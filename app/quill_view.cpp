@@ -9,6 +9,7 @@
 
 #include "app/article_words.h"
 #include "app/panel_look.h"
+#include "app/text_words.h"
 #include "input/takes_text.h"
 
 namespace quillet {
@@ -40,7 +41,8 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       ime_(*this, surface_),
       keys_(doc, {.command = [this](KeyCommand command) { OnCommand(command); },
                   .userTypes = [this] { article_.OnUserKey(); },
-                  .mustWait = [this] { return article_.Reading().MustWait(); }}),
+                  .mustWait = [this] { return article_.Reading().MustWait(); },
+                  .lost = [this](const LostCharacters& lost) { toast_.Show(DescribeLostCharacters(lost)); }}),
       commands_(doc, article_, keys_,
                 {.refused = [this] { toast_.Show(DescribeNoCommand(doc_.IsConnected())); },
                  .pushOn = [this] { push_.Open(); },

@@ -244,12 +244,4 @@ std::u16string SelectionControl::Text() const {
   return SelectedText(selection_, text_);
 }
 
-std::u16string SelectionControl::Ansi() const {
-  return SelectedAnsi(selection_, text_);
-}
-
-std::u16string SelectionControl::Html(const CopyColours& colours) const {
-  return SelectedHtml(selection_, text_, colours);
-}
-
 }  // namespace quillet

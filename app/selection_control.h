@@ -57,8 +57,6 @@ class SelectionControl {
 
   const Selection& Selected() const { return selection_; }
   std::u16string Text() const;
-  std::u16string Ansi() const;
-  std::u16string Html(const CopyColours& colours) const;
 
  private:
   TextPoint PointAt(int row, int slot, SelectShape shape) const;
