@@ -328,6 +328,7 @@ void CQuillView::RefreshFrame() {
   frame_.blinkOff = timers_.BlinkOff();
   frame_.rightInset = qCeil(kRightInset * surface_.Scale());
   composer_.Compose(screen_, caret, frame_);
+  pointer_.Decorate(frame_.page);
   links_.Decorate(frame_.page);
   selection_.Decorate(frame_.page);
   surface_.Refresh(frame_);
