@@ -21,7 +21,7 @@ constexpr std::uint32_t kLighterBlue = 0x4C72E0;
 constexpr std::uint32_t kLighterBrightBlue = 0x7C9BFF;
 constexpr std::uint32_t kLightBar = 0xE0E0E0;
 // Of 256: how much of the bar the pointer's row has.
-constexpr unsigned kHoverShare = 112;
+constexpr unsigned kHoverShare = 168;
 // Of selected text on a dark page; on a light one it is black on what plain editors use.
 constexpr std::size_t kSelectedGround = 32;
 constexpr std::size_t kSelectedText = 42;
