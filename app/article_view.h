@@ -77,6 +77,8 @@ class ArticleView : public QObject {
   int LineCount() const { return dressed_.Count(); }
   // The article's line behind a shown one; null where there is none, or while it is read anew.
   const ArticleLine* ShownLine(int index) const;
+  // The look of a shown line; an empty row where there is none.
+  PageRow ShownRow(int index) const { return dressed_.Row(reading_.Lines(), index, rules_); }
   // The look of a shown line in which the user's lists hide something; nothing for all others.
   std::optional<PageRow> RowWithHidden(int index) const;
   const ArticleReading& Reading() const { return reading_; }

@@ -12,7 +12,7 @@
 
 #include "app/clipboard_device.h"
 #include "app/paste_question.h"
-#include "bbs/page_flags.h"
+#include "app/text_words.h"
 #include "input/page_kind.h"
 #include "input/paste_plan.h"
 #include "input/web_commands.h"
@@ -65,9 +65,10 @@ struct ClipboardDesk::Impl {
   Moment Now() const { return {doc.Session().connectionNumber, KindOf(handlers.screen())}; }
   bool IsStill(const Moment& moment) const { return doc.IsConnected() && moment == Now(); }
   PastePlace Place() const {
-    return (handlers.screen().pageFlags & PF_EDITOR) != 0 ? PastePlace::kEditor : PastePlace::kElsewhere;
+    return KindOf(handlers.screen()) == PageKind::kEditor ? PastePlace::kEditor : PastePlace::kElsewhere;
   }
   void PasteText(std::u16string_view text);
+  void Ask(PasteQuestion::Question asked);
   void Tell(const QString& message, const QString& more = {});
 
   CQuillDoc& doc;
@@ -91,15 +92,22 @@ void ClipboardDesk::Impl::PasteText(std::u16string_view text) {
       handlers.send(plan.text, plan.wrap);
       break;
     case PasteWay::kAsk:
-      askedAt = Now();
-      question.Ask(std::move(plan.text), [this](const std::u16string& answer) {
-        if (IsStill(askedAt)) handlers.send(answer, Wrap::kNone);
-      });
+      Ask(AskForLines(std::move(plan.text)));
+      break;
+    case PasteWay::kAskColours:
+      Ask(AskForColours(std::move(plan)));
       break;
     case PasteWay::kTooLong:
       Tell(u"剪貼簿裡的文字太長 (%1 字)"_qs.arg(text.size()), u"一次最多貼上 %1 字。"_qs.arg(kLongestPaste));
       break;
   }
+}
+
+void ClipboardDesk::Impl::Ask(PasteQuestion::Question asked) {
+  askedAt = Now();
+  question.Ask(std::move(asked), [this](const PasteQuestion::Choice& choice) {
+    if (IsStill(askedAt)) handlers.send(choice.text, choice.wrap);
+  });
 }
 
 void ClipboardDesk::Impl::Tell(const QString& message, const QString& more) {

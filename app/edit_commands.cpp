@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "render/palette.h"
+#include "app/copy_look.h"
 
 namespace quillet {
 namespace {
@@ -81,9 +81,11 @@ void EditCommands::Copy(Form form) {
     case Form::kText:
       copied = parts_.clipboard.CopyText(text);
       break;
-    case Form::kHtml:
-      copied = parts_.clipboard.CopyHtml(SelectedHtml(selection, parts_.text, Colours()), text);
+    case Form::kHtml: {
+      const CopyLook look = CopyLookOf(parts_.text, parts_.doc.Display());
+      copied = parts_.clipboard.CopyHtml(SelectedHtml(selection, parts_.text, look), text);
       break;
+    }
     case Form::kAnsi:
       copied = parts_.clipboard.CopyText(SelectedAnsi(selection, parts_.text));
       break;
@@ -108,13 +110,6 @@ Selection EditCommands::SelectedOrInSight() const {
   inSight.Begin({first, 0}, SelectUnit::kCharacter, SelectShape::kStream, parts_.text);
   inSight.ExtendTo({last, kCols}, parts_.text);
   return inSight;
-}
-
-CopyColours EditCommands::Colours() const {
-  const Palette& palette = PaletteOf(PaletteKindFor(parts_.doc.Display()));
-  CopyColours colours{};
-  std::copy_n(palette.begin(), colours.size(), colours.begin());
-  return colours;
 }
 
 }  // namespace quillet

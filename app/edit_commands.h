@@ -64,7 +64,6 @@ class EditCommands {
   void Copy(Form form);
   void SearchSelection(SearchEngine engine);
   Selection SelectedOrInSight() const;
-  CopyColours Colours() const;
 
   Parts parts_;
   Handlers handlers_;

@@ -97,12 +97,12 @@ std::optional<QPoint> FrameSurface::CellAt(const QPointF& at) const {
   return QPoint(col, row);
 }
 
-FrameSurface::Slot FrameSurface::SlotAt(const QPointF& at) const {
+FrameSurface::Place FrameSurface::PlaceAt(const QPointF& at) const {
   const int wanted = RowAt(at.y());
   const int row = qBound(0, wanted, kRows - 1);
   const int cell = qMax(1, painter_.CellRect(row, 0).width());
-  const int slot = qFloor((OffsetInRow(row, at.x()) + cell / 2.0) / cell);
-  return {.row = row, .slot = qBound(0, slot, kCols), .rowsOutside = wanted - row};
+  const int halves = qFloor(2.0 * OffsetInRow(row, at.x()) / cell);
+  return {.row = row, .halves = qBound(0, halves, 2 * kCols), .rowsOutside = wanted - row};
 }
 
 bool FrameSurface::IsLeftOfPage(const QPointF& at) const {

@@ -41,13 +41,13 @@ class FrameSurface {
   // The column (x) and row (y) of the cell under a point in widget units, by the size that the row was drawn
   // with last; none outside the page.
   std::optional<QPoint> CellAt(const QPointF& at) const;
-  // The place between cells that is nearest to a point in widget units, wherever it is.
-  struct Slot {
+  // Where in the rows of cells a point in widget units lies, or the nearest place to it.
+  struct Place {
     int row = 0;
-    int slot = 0;         // 0 before the first cell, kCols behind the last
+    int halves = 0;       // of cells left of it: 0 in the first half of the first cell, at most 2 * kCols
     int rowsOutside = 0;  // how far the point is above (negative) or below the page; the row is the nearest
   };
-  Slot SlotAt(const QPointF& at) const;
+  Place PlaceAt(const QPointF& at) const;
   // Whether a point in widget units lies left of the row's first cell; above and below the page as beside it.
   bool IsLeftOfPage(const QPointF& at) const;
 

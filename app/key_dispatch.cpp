@@ -20,6 +20,8 @@ void KeyDispatch::SendText(std::u16string_view text, Wrap wrap) {
 void KeyDispatch::Take(Input input) {
   if (!doc_.IsConnected()) return;
   handlers_.userTypes();
+  const LostCharacters lost = FindLostCharacters(input.action.text);
+  if (!lost.IsNone()) handlers_.lost(lost);
   waiting_.push_back(std::move(input));
   Flush();
 }

@@ -9,6 +9,7 @@
 
 #include "app/quill_doc.h"
 #include "input/key_control.h"
+#include "input/lost_characters.h"
 
 namespace quillet {
 
@@ -18,6 +19,8 @@ class KeyDispatch {
     std::function<void(KeyCommand)> command;
     std::function<void()> userTypes;  // before anything of the user's goes, or waits to go, to the BBS
     std::function<bool()> mustWait;   // it may not go yet
+    // Of a text, that the site's character set does not have.
+    std::function<void(const LostCharacters&)> lost;
   };
   KeyDispatch(CQuillDoc& doc, Handlers handlers) : doc_(doc), handlers_(std::move(handlers)) {}
 

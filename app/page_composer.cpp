@@ -4,6 +4,7 @@
 
 #include "app/seconds_now.h"
 #include "bbs/page_flags.h"
+#include "input/takes_text.h"
 #include "render/dressed_screen.h"
 #include "settings/track_words.h"
 
@@ -77,6 +78,7 @@ void PageComposer::Compose(const ScreenSnapshot& screen, bool caretShown, FrameS
   if (caretShown && screen.CursorInside()) {
     frame.caretRow = PageRowOf(screen.cursorRow);
     frame.caretCol = screen.cursorCol;
+    frame.caretShape = TakesText(screen) ? CaretShape::kBlock : CaretShape::kLine;
   }
 }
 

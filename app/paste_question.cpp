@@ -1,12 +1,10 @@
 #include "app/paste_question.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QLabel>
 #include <QPushButton>
-
-#include "input/key_control.h"
-#include "input/paste_plan.h"
 
 namespace quillet {
 namespace {
@@ -23,34 +21,31 @@ void ShowPlainly(QMessageBox& box, const QString& question, const QString& reaso
 
 }  // namespace
 
-void PasteQuestion::Ask(std::u16string clean, Answer answer) {
+void PasteQuestion::Ask(Question question, Answer answer) {
   Close();
   box_ = new QMessageBox(QMessageBox::Question, u"貼上"_qs, {}, QMessageBox::NoButton, &window_);
-  ShowPlainly(*box_, u"要貼上 %1 行文字嗎？"_qs.arg(PastedLines(clean)),
-              u"現在不在編輯文章，每一行都會像按下 Enter 一樣送出。\n\n"_qs +
-                  QString::fromStdU16String(PastePreview(clean)).trimmed());
-  all_ = box_->addButton(u"貼上"_qs, QMessageBox::AcceptRole);
-  first_ = box_->addButton(u"只貼第一行"_qs, QMessageBox::AcceptRole);
+  ShowPlainly(*box_, question.words, question.reason);
+  buttons_.clear();
+  for (const Choice& choice : question.choices)
+    buttons_.push_back(box_->addButton(choice.caption, QMessageBox::AcceptRole));
   QPushButton* const none = box_->addButton(u"取消"_qs, QMessageBox::RejectRole);
-  box_->setDefaultButton(none);
+  const bool takesFirst = question.safest == Safest::kFirstChoice && !buttons_.empty();
+  box_->setDefaultButton(takesFirst ? qobject_cast<QPushButton*>(buttons_.front()) : none);
   box_->setEscapeButton(none);
-  connect(box_, &QMessageBox::finished, this,
-          [this, text = std::move(clean), answer = std::move(answer)] { Finish(text, answer); });
+  connect(
+      box_, &QMessageBox::finished, this,
+      [this, choices = std::move(question.choices), answer = std::move(answer)] { Finish(choices, answer); });
   box_->open();
 }
 
-void PasteQuestion::Finish(const std::u16string& text, const Answer& answer) {
-  const QAbstractButton* const clicked = box_->clickedButton();
-  const bool pastesAll = clicked == all_;
-  const bool pastesFirst = clicked == first_;
+void PasteQuestion::Finish(const std::vector<Choice>& choices, const Answer& answer) {
+  const auto clicked = std::find(buttons_.begin(), buttons_.end(), box_->clickedButton());
+  const std::ptrdiff_t at = clicked - buttons_.begin();
   // What was captured goes with the box, after this has returned.
   box_->deleteLater();
   box_.clear();
   window_.window()->activateWindow();
-  if (pastesAll)
-    answer(text);
-  else if (pastesFirst)
-    answer(FirstLine(text));
+  if (at < std::ssize(choices)) answer(choices[static_cast<std::size_t>(at)]);
 }
 
 void PasteQuestion::Close() {

@@ -26,6 +26,11 @@ WheelDelta DeltaOf(const QWheelEvent& event) {
   return {.angle = event.angleDelta().y(), .pixels = hasPixels ? event.pixelDelta().y() : 0};
 }
 
+// Asked for each time: the system's setting may have changed.
+int LinesPerNotch() {
+  return qBound(1, QApplication::wheelScrollLines(), kMostLinesPerNotch);
+}
+
 SelectUnit UnitOf(int presses) {
   if (presses == 2) return SelectUnit::kWord;
   return presses == 3 ? SelectUnit::kLine : SelectUnit::kCharacter;
@@ -34,9 +39,7 @@ SelectUnit UnitOf(int presses) {
 }  // namespace
 
 PointerControl::PointerControl(Parts parts, Handlers handlers)
-    : parts_(parts),
-      handlers_(std::move(handlers)),
-      linesPerNotch_(qBound(1, QApplication::wheelScrollLines(), kMostLinesPerNotch)) {
+    : parts_(parts), handlers_(std::move(handlers)) {
   parts_.widget.setMouseTracking(true);
 }
 
@@ -100,10 +103,29 @@ std::optional<QPoint> PointerControl::CellUnderPointer() const {
 
 // ---- Hovering.
 
-void PointerControl::SetHovered(ArticleCommand command, std::optional<QPoint> linkCell) {
-  const bool commandChanged = parts_.composer.SetHovered(command);
-  const bool linkChanged = parts_.links.SetPointer(linkCell);
-  if (commandChanged || linkChanged) handlers_.changed();
+PointerControl::Hovered PointerControl::HoveredAt(const QPointF& at) const {
+  const auto cell = parts_.surface.CellAt(at);
+  if (!cell) return {};
+  const ArticleCommand command = parts_.composer.CommandAt(cell->y(), cell->x());
+  if (command != ArticleCommand::kNone) return {.command = command};
+  const bool opensLine = meansRow_ && MayAct() && parts_.widget.isActiveWindow() &&
+                         OpensLine(PlaceAt(at), parts_.screen, parts_.doc.Fields());
+  return {.linkCell = cell, .row = opensLine ? cell->y() : -1};
+}
+
+void PointerControl::SetHovered(const Hovered& hovered) {
+  const bool commandChanged = parts_.composer.SetHovered(hovered.command);
+  const bool linkChanged = parts_.links.SetPointer(hovered.linkCell);
+  const int row = parts_.links.Current() ? -1 : hovered.row;  // there a click opens the link
+  const bool rowChanged = std::exchange(hoveredRow_, row) != row;
+  if (commandChanged || linkChanged || rowChanged) handlers_.changed();
+  if (linkChanged) handlers_.targetChanged();
+}
+
+void PointerControl::Decorate(Page& page) const {
+  if (hoveredRow_ < 0) return;
+  for (PageCell& cell : page[static_cast<std::size_t>(hoveredRow_)].cells)
+    cell.style |= CS_HOVER;
 }
 
 void PointerControl::SetShape(PointerShape shape) {
@@ -118,15 +140,13 @@ void PointerControl::SetShape(PointerShape shape) {
 void PointerControl::Hover() {
   if (drags_) return;
   if (!pointer_ || !hovers_) {
-    SetHovered(ArticleCommand::kNone, std::nullopt);
+    SetHovered({});
     SetShape(PointerShape::kOrdinary);
     return;
   }
-  const auto cell = parts_.surface.CellAt(*pointer_);
-  const ArticleCommand command =
-      cell ? parts_.composer.CommandAt(cell->y(), cell->x()) : ArticleCommand::kNone;
-  SetHovered(command, command == ArticleCommand::kNone ? cell : std::nullopt);
-  if (command != ArticleCommand::kNone || parts_.links.Current())
+  const Hovered hovered = HoveredAt(*pointer_);
+  SetHovered(hovered);
+  if (hovered.command != ArticleCommand::kNone || parts_.links.Current())
     SetShape(PointerShape::kHand);
   else if (MayAct())
     SetShape(ShapeAt(PlaceAt(*pointer_), parts_.screen, parts_.doc.Fields()));
@@ -138,7 +158,7 @@ void PointerControl::OnMove(const QMouseEvent& event) {
   pointer_ = event.position();
   // A release can go to a window that has opened meanwhile.
   if (left_.down && !event.buttons().testFlag(Qt::LeftButton)) Cancel();
-  hovers_ = true;
+  hovers_ = meansRow_ = true;
   if (left_.down && !left_.isVoid) Drag(*pointer_);
   Hover();
 }
@@ -146,6 +166,10 @@ void PointerControl::OnMove(const QMouseEvent& event) {
 void PointerControl::OnLeave() {
   pointer_.reset();
   Hover();
+}
+
+void PointerControl::OnKey() {
+  if (std::exchange(meansRow_, false)) Hover();
 }
 
 void PointerControl::OnPictureChanged() {
@@ -174,7 +198,7 @@ bool PointerControl::OnDoubleClick(const QMouseEvent& event) {
 
 bool PointerControl::Press(const QMouseEvent& event, int presses) {
   pointer_ = event.position();
-  hovers_ = true;
+  hovers_ = meansRow_ = true;
   switch (event.button()) {
     case Qt::LeftButton:
       PressLeft(event, presses);
@@ -247,30 +271,31 @@ void PointerControl::PressCaption(ArticleCommand command) {
 }
 
 void PointerControl::BeginSelection(const QMouseEvent& event) {
-  const FrameSurface::Slot slot = parts_.surface.SlotAt(left_.at);
+  const FrameSurface::Place place = parts_.surface.PlaceAt(left_.at);
+  const int slot = parts_.selection.BoundaryAt(place.row, place.halves);
   const bool column = event.modifiers().testFlag(Qt::AltModifier);
   const bool extends = event.modifiers().testFlag(Qt::ShiftModifier);
   acts_ = presses_ == 1 && !column && !extends && !parts_.selection.IsShown();
-  if (extends) return parts_.selection.ExtendTo(slot.row, slot.slot);
+  if (extends) return parts_.selection.ExtendTo(place.row, slot);
   // A word is that of the character under the pointer, not of the nearest place between two.
   const auto cell = parts_.surface.CellAt(left_.at);
   const bool byCell = presses_ > 1 && cell;
-  parts_.selection.Press(slot.row, byCell ? cell->x() : slot.slot, UnitOf(presses_),
+  parts_.selection.Press(place.row, byCell ? cell->x() : slot, UnitOf(presses_),
                          column ? SelectShape::kColumn : SelectShape::kStream);
 }
 
 void PointerControl::Drag(const QPointF& at) {
   if (!drags_ && !IsFar(left_.at, at)) return;
-  if (!drags_) SetHovered(ArticleCommand::kNone, std::nullopt);
+  if (!drags_) SetHovered({});
   drags_ = true;
-  FrameSurface::Slot slot = parts_.surface.SlotAt(at);
+  FrameSurface::Place place = parts_.surface.PlaceAt(at);
   // The article's text ends above the bar.
-  if (PictureNow() == Picture::kArticle && slot.row == kBarRow) {
-    --slot.row;
-    ++slot.rowsOutside;
+  if (PictureNow() == Picture::kArticle && place.row == kBarRow) {
+    --place.row;
+    ++place.rowsOutside;
   }
-  parts_.selection.ExtendTo(slot.row, slot.slot);
-  parts_.selection.DragBeyond(slot.rowsOutside);
+  parts_.selection.ExtendTo(place.row, parts_.selection.BoundaryAt(place.row, place.halves));
+  parts_.selection.DragBeyond(place.rowsOutside);
 }
 
 bool PointerControl::ReleaseLeft(const QPointF& at) {
@@ -330,7 +355,7 @@ bool PointerControl::OnWheel(const QWheelEvent& event) {
   if (event.phase() == Qt::ScrollMomentum && PictureNow() != Picture::kArticle) return true;
   const qreal rowHeight = parts_.surface.CurrentLayout().rowHeight / parts_.surface.Scale();
   const WheelTurn turn = wheel_.Add(
-      delta, {.linesPerNotch = linesPerNotch_, .pixelsPerLine = qRound(rowHeight)}, SteadyMilliseconds());
+      delta, {.linesPerNotch = LinesPerNotch(), .pixelsPerLine = qRound(rowHeight)}, SteadyMilliseconds());
   if (drags_) {
     TurnWhileSelecting(turn);
     return true;

@@ -24,6 +24,7 @@
 #include "input/answer_gate.h"
 #include "input/mouse_scheme.h"
 #include "input/wheel_steps.h"
+#include "render/page_row.h"
 
 namespace quillet {
 
@@ -49,7 +50,8 @@ class PointerControl {
     std::function<void()> pastePrimary;
     // The cell (x: column, y: row of the picture) is absent outside the page.
     std::function<void(QPoint globalPos, std::optional<QPoint> cell)> contextMenu;
-    std::function<void()> changed;  // the picture is different
+    std::function<void()> changed;        // the picture is different
+    std::function<void()> targetChanged;  // what is told of the link under the pointer, too
   };
   PointerControl(Parts parts, Handlers handlers);
 
@@ -64,6 +66,10 @@ class PointerControl {
   // True when the wheel is ours, even if it moved nothing.
   bool OnWheel(const QWheelEvent& event);
 
+  // Somebody types: the row under the pointer is not what he means until the pointer moves again.
+  void OnKey();
+  // Lights up the row that a click would open.
+  void Decorate(Page& page) const;
   // Another picture lies under the pointer; to be called after each.
   void OnPictureChanged();
   // What is held down means nothing any more: something has come over the terminal, or the focus is gone.
@@ -99,7 +105,14 @@ class PointerControl {
   static bool IsSame(const Target& one, const Target& other);
 
   void Hover();
-  void SetHovered(ArticleCommand command, std::optional<QPoint> linkCell);
+  // What lights up; nothing by itself.
+  struct Hovered {
+    ArticleCommand command = ArticleCommand::kNone;
+    std::optional<QPoint> linkCell{};
+    int row = -1;  // of the picture
+  };
+  Hovered HoveredAt(const QPointF& at) const;
+  void SetHovered(const Hovered& hovered);
   void SetShape(PointerShape shape);
 
   // `presses`: how many follow one another at one place, this one included.
@@ -124,17 +137,18 @@ class PointerControl {
   Handlers handlers_;
   std::optional<QPointF> pointer_;  // while it is over the widget
   PointerShape shape_ = PointerShape::kOrdinary;
+  int hoveredRow_ = -1;  // of the picture
 
   Held left_, middle_, right_;
   Target pressed_;           // under the left button when it was pressed
   bool hovers_ = false;      // it has moved since something lay over the terminal
+  bool meansRow_ = false;    // it has moved since somebody typed
   bool acts_ = false;        // the left button's click is more than the putting away of a selection
   bool drags_ = false;       // it selects
   bool swallows_ = false;    // a click has acted; further presses that belong to it do not
   QElapsedTimer lastPress_;  // of the left button
   int presses_ = 0;          // that belong together, 1 to 3
 
-  const int linesPerNotch_;
   WheelSteps wheel_;
   AnswerGate gate_;
 };

@@ -10,7 +10,9 @@
 
 #include "app/article_words.h"
 #include "app/panel_look.h"
+#include "app/text_words.h"
 #include "bbs/page_flags.h"
+#include "input/takes_text.h"
 
 namespace quillet {
 
@@ -47,7 +49,8 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       ime_(*this, surface_),
       keys_(doc, {.command = [this](KeyCommand command) { OnCommand(command); },
                   .userTypes = [this] { article_.OnUserKey(); },
-                  .mustWait = [this] { return article_.Reading().MustWait(); }}),
+                  .mustWait = [this] { return article_.Reading().MustWait(); },
+                  .lost = [this](const LostCharacters& lost) { toast_.Show(DescribeLostCharacters(lost)); }}),
       commands_(doc, article_, keys_,
                 {.refused = [this] { toast_.Show(DescribeNoCommand(doc_.IsConnected())); },
                  .pushOn = [this] { push_.Open(); },
@@ -305,7 +308,6 @@ void CQuillView::RefreshPanel() {
   const PanelText before = panel_.Text();
   panel_.SetSession(DescribeSession(doc_.Facts()));
   login_.SetCovered(panel_.HasNotice());
-  ime_.SetEnabled(!panel_.IsActive() && !login_.IsShown());
   const Activity activity = doc_.CurrentActivity();
   article_.SetHeld(activity == Activity::kAskCode || activity == Activity::kPush);
   if (badge_.SetText(DescribeActivity(activity, doc_.CurrentProgress())) || !badge_.Text().isEmpty())
@@ -329,12 +331,20 @@ void CQuillView::ScrollSelecting(int lines) {
   article_.ScrollTo(std::clamp(article_.TargetLine() + lines, 0, LastTop(article_.LineCount())));
 }
 
+// What is being composed when the page goes is not thrown away.
+bool CQuillView::TakesComposedText() const {
+  const bool mayType = !IsCovered() && !sideList_.Shown();
+  return mayType && (ime_.IsComposing() || (!article_.IsShown() && TakesText(screen_)));
+}
+
 void CQuillView::RefreshFrame() {
   const bool caret =
       timers_.CaretOn() && hasFocus() && !login_.IsShown() && !panel_.IsActive() && doc_.IsConnected();
+  ime_.SetEnabled(TakesComposedText());
   frame_.blinkOff = timers_.BlinkOff();
   frame_.rightInset = qCeil(kRightInset * surface_.Scale());
   composer_.Compose(screen_, caret, frame_);
+  pointer_.Decorate(frame_.page);
   links_.Decorate(frame_.page);
   selection_.Decorate(frame_.page);
   surface_.Refresh(frame_);

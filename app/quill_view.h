@@ -152,6 +152,8 @@ class CQuillView : public QWidget {
   void ShowOtherLines();
   void ScrollSelecting(int lines);
   void UpdateIme(ImeAdapter::Move move);
+  // An input method belongs here now; on pages of commands it would compose them.
+  bool TakesComposedText() const;
 
   CQuillDoc& doc_;
   ScreenSnapshot screen_;

@@ -12,6 +12,7 @@
 namespace quillet {
 
 void CQuillView::keyPressEvent(QKeyEvent* event) {
+  pointer_.OnKey();
   if (!PreTranslateMessage(*event)) QWidget::keyPressEvent(event);
 }
 
@@ -194,11 +195,8 @@ PointerControl::Handlers CQuillView::PointerHandlers() {
           .act = [this](const MouseAction& action) { ActOnMouse(action); },
           .pastePrimary = [this] { clipboard_.Paste(QClipboard::Selection); },
           .contextMenu = [this](QPoint at, std::optional<QPoint> cell) { ShowMenuOfPlace(at, cell); },
-          .changed =
-              [this] {
-                RefreshFrame();
-                update();  // the link's target lies over the picture
-              }};
+          .changed = [this] { RefreshFrame(); },
+          .targetChanged = [this] { update(); }};  // it lies over the picture
 }
 
 void CQuillView::mousePressEvent(QMouseEvent* event) {

@@ -86,6 +86,12 @@ void SelectionControl::StopDragging() {
   follow_.stop();
 }
 
+// Without a line the cells themselves are all that there is.
+int SelectionControl::BoundaryAt(int row, int halves) const {
+  const int line = text_.LineAtRow(std::clamp(row, 0, kRows - 1));
+  return line < 0 ? (halves + 1) / 2 : NearestBoundary(text_.Line(line).text, halves);
+}
+
 // Where a row shows no line, what lies above it counts; a column keeps to its cells.
 TextPoint SelectionControl::PointAt(int row, int slot, SelectShape shape) const {
   row = std::clamp(row, 0, kRows - 1);
@@ -242,14 +248,6 @@ void SelectionControl::Decorate(Page& page) const {
 
 std::u16string SelectionControl::Text() const {
   return SelectedText(selection_, text_);
-}
-
-std::u16string SelectionControl::Ansi() const {
-  return SelectedAnsi(selection_, text_);
-}
-
-std::u16string SelectionControl::Html(const CopyColours& colours) const {
-  return SelectedHtml(selection_, text_, colours);
 }
 
 }  // namespace quillet

@@ -28,10 +28,11 @@ class SelectionControl {
   // `text` outlives the object.
   SelectionControl(const PictureLines& text, Handlers handlers);
 
-  // `row` and `slot` of the picture. The slot is the nearest boundary between cells, 0 to kCols; for a word
-  // it is the cell that was pressed.
+  // The boundary, 0 to kCols, that is meant by a point of a row with so many halves of cells left of it.
+  int BoundaryAt(int row, int halves) const;
+  // `row` of the picture; the slot is the boundary that is meant, for a word the cell that was pressed.
   void Press(int row, int slot, SelectUnit unit, SelectShape shape);
-  // From where the selection, or the last press, began. The slot is the nearest boundary.
+  // From where the selection, or the last press, began. The slot is the boundary that is meant.
   void ExtendTo(int row, int slot);
   // The pointer is so many rows above (negative) or below the page, whose nearest place ExtendTo was told; 0:
   // within again. The local article scrolls until then.
@@ -57,8 +58,6 @@ class SelectionControl {
 
   const Selection& Selected() const { return selection_; }
   std::u16string Text() const;
-  std::u16string Ansi() const;
-  std::u16string Html(const CopyColours& colours) const;
 
  private:
   TextPoint PointAt(int row, int slot, SelectShape shape) const;

@@ -51,6 +51,11 @@ const ArticleLine& ShownText::Keep(int index, const ArticleLine& line) const {
   return kept_[static_cast<std::size_t>(index % kRows)] = line;
 }
 
+PageRow ShownText::Look(int index) const {
+  if (IsArticle()) return article_.ShownRow(index);
+  return index >= 0 && index < kRows ? page_[static_cast<std::size_t>(index)] : PageRow{};
+}
+
 int ShownText::LineAtRow(int row) const {
   if (row < 0 || row >= kRows) return -1;
   const int screenRow = composer_.ScreenRowAt(row);

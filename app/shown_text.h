@@ -25,6 +25,8 @@ class ShownText : public PictureLines {
   int LineAtRow(int row) const override;
   int RowOfLine(int line) const override;
   bool IsArticle() const override;
+  // How a line is shown, or would be; what is laid over the page may be in it.
+  PageRow Look(int index) const;
 
  private:
   const ArticleLine& Keep(int index, const ArticleLine& line) const;

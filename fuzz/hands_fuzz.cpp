@@ -10,6 +10,7 @@
 #include "core/charset.h"
 #include "input/copy_text.h"
 #include "input/link_finder.h"
+#include "input/lost_characters.h"
 #include "input/paste_plan.h"
 #include "input/web_commands.h"
 #include "platform/web_address.h"
@@ -94,8 +95,13 @@ void Paste(std::u16string_view text) {
       Require(!IsControl(unit) || unit == u'\r' || unit == u'\t');
     if (place == PastePlace::kElsewhere && plan.way == PasteWay::kSend)
       Require(plan.text.find(u'\r') == plan.text.npos);
+    for (const char16_t unit : plan.coloured)
+      Require(!IsControl(unit) || unit == u'\r' || unit == u'\t' || unit == 0x15);
+    Require(plan.coloured.empty() == (plan.way != PasteWay::kAskColours));
     PastePreview(plan.text);
   }
+  const LostCharacters lost = FindLostCharacters(text);
+  Require(lost.some.size() <= kMostLostNamed && lost.some.size() <= lost.count);
   RequireOpenable(OpenableAddress(text));
   Endpoints endpoints;
   endpoints.values["search/engine_1"] = "search.example";

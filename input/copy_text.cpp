@@ -5,27 +5,26 @@
 namespace quillet {
 namespace {
 
-enum class TrailingBlanks { kDropped, kKeptOnBackground };
-
+// Blanks at the end go, except those that `keeps` says have something to show.
+template <typename Keeps>
 std::vector<LineCharacter> SelectedCharacters(const Selection& selection, const SelectableText& text,
-                                              int line, TrailingBlanks blanks) {
+                                              int line, Keeps keeps) {
   std::vector<LineCharacter> characters = CharactersOf(text.Line(line), selection.Range(line, text));
   std::erase_if(characters, [](const LineCharacter& character) { return character.unit == 0; });
-  while (!characters.empty() && characters.back().IsBlank() &&
-         (blanks == TrailingBlanks::kDropped || BackgroundOf(characters.back().attr) == 0))
+  while (!characters.empty() && characters.back().IsBlank() && !keeps(characters.back()))
     characters.pop_back();
   return characters;
 }
 
 // `write` appends one line of the selection.
 template <typename Write>
-std::u16string Joined(const Selection& selection, const SelectableText& text, TrailingBlanks blanks,
-                      std::u16string_view lineEnd, Write write) {
+std::u16string Joined(const Selection& selection, const SelectableText& text, std::u16string_view lineEnd,
+                      Write write) {
   std::u16string joined;
   if (selection.IsEmpty()) return joined;
   for (int line = selection.First().line; line <= selection.Last().line && line < text.Count(); ++line) {
     if (line != selection.First().line) joined += lineEnd;
-    write(SelectedCharacters(selection, text, line, blanks), joined);
+    write(line, joined);
   }
   return joined;
 }
@@ -77,10 +76,8 @@ std::u16string HtmlColour(std::uint32_t colour) {
   return text;
 }
 
-std::u16string ColourStyle(std::uint8_t attr, const CopyColours& colours) {
-  const auto fore = static_cast<std::size_t>(attr & (kAttrForeground | kAttrBold));
-  const std::size_t back = 16U + static_cast<std::size_t>(BackgroundOf(attr));
-  return u"color:" + HtmlColour(colours[fore]) + u";background-color:" + HtmlColour(colours[back]);
+std::u16string ColourStyle(const TextColours& colours) {
+  return u"color:" + HtmlColour(colours.fore) + u";background-color:" + HtmlColour(colours.back);
 }
 
 void WriteEscaped(char16_t unit, std::u16string& out) {
@@ -103,46 +100,53 @@ void WriteEscaped(char16_t unit, std::u16string& out) {
   }
 }
 
-// Blinking is not shown; colours that are the whole text's need no span.
-void WriteHtml(const std::vector<LineCharacter>& characters, const CopyColours& colours,
-               std::u16string& out) {
-  constexpr std::uint8_t kBlank = kAttrBlank;
-  std::uint8_t attr = kBlank;
-  const auto change = [&](std::uint8_t to) {
-    if (to == attr) return;
-    if (attr != kBlank) out += u"</span>";
-    if (to != kBlank) out += u"<span style=\"" + ColourStyle(to, colours) + u"\">";
-    attr = to;
+// Blinking is not shown; colours that are the whole text's need no span. Of a blank only the ground counts.
+void WriteHtml(const std::vector<LineCharacter>& characters, const LineColours& colours,
+               const TextColours& plain, std::u16string& out) {
+  TextColours now = plain;
+  const auto change = [&](const TextColours& to) {
+    if (to == now) return;
+    if (now != plain) out += u"</span>";
+    if (to != plain) out += u"<span style=\"" + ColourStyle(to) + u"\">";
+    now = to;
   };
   for (const LineCharacter& character : characters) {
-    change(static_cast<std::uint8_t>(character.attr & ~kAttrBlink));
+    const TextColours& its = colours[static_cast<std::size_t>(character.cols.first)];
+    if (!character.IsBlank() || its.back != now.back) change(its);
     WriteEscaped(character.unit, out);
   }
-  change(kBlank);
+  change(plain);
 }
 
 }  // namespace
 
 std::u16string SelectedText(const Selection& selection, const SelectableText& text) {
-  return Joined(selection, text, TrailingBlanks::kDropped, u"\r\n",
-                [](const std::vector<LineCharacter>& characters, std::u16string& out) {
-                  for (const LineCharacter& character : characters)
-                    out += character.unit;
-                });
+  const auto none = [](const LineCharacter&) { return false; };
+  return Joined(selection, text, u"\r\n", [&](int line, std::u16string& out) {
+    for (const LineCharacter& character : SelectedCharacters(selection, text, line, none))
+      out += character.unit;
+  });
 }
 
 std::u16string SelectedAnsi(const Selection& selection, const SelectableText& text) {
-  return Joined(selection, text, TrailingBlanks::kKeptOnBackground, u"\r\n", WriteAnsi);
+  const auto coloured = [](const LineCharacter& character) { return BackgroundOf(character.attr) != 0; };
+  return Joined(selection, text, u"\n", [&](int line, std::u16string& out) {
+    WriteAnsi(SelectedCharacters(selection, text, line, coloured), out);
+  });
 }
 
-std::u16string SelectedHtml(const Selection& selection, const SelectableText& text,
-                            const CopyColours& colours) {
+std::u16string SelectedHtml(const Selection& selection, const SelectableText& text, const CopyLook& look) {
   if (selection.IsEmpty()) return {};
-  const std::u16string lines =
-      Joined(selection, text, TrailingBlanks::kKeptOnBackground, u"\n",
-             [&](const auto& characters, std::u16string& out) { WriteHtml(characters, colours, out); });
-  std::u16string html =
-      u"<pre style=\"font-family:'細明體',monospace;" + ColourStyle(kAttrBlank, colours) + u"\">";
+  LineColours colours;
+  colours.fill(look.plain);
+  const auto hasGround = [&](const LineCharacter& character) {
+    return colours[static_cast<std::size_t>(character.cols.first)].back != look.plain.back;
+  };
+  const std::u16string lines = Joined(selection, text, u"\n", [&](int line, std::u16string& out) {
+    if (look.of) colours = look.of(line);
+    WriteHtml(SelectedCharacters(selection, text, line, hasGround), colours, look.plain, out);
+  });
+  std::u16string html = u"<pre style=\"font-family:'細明體',monospace;" + ColourStyle(look.plain) + u"\">";
   // A line end right behind the tag is none.
   if (lines.starts_with(u'\n')) html += u'\n';
   return html + lines + u"</pre>";

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "input/selection.h"
@@ -13,13 +14,27 @@ namespace quillet {
 
 // Lines joined by CR LF, without the blanks at their ends. Empty when nothing is selected.
 std::u16string SelectedText(const Selection& selection, const SelectableText& text);
-// The same with ESC sequences, each line begun and ended without colours. Blanks at the ends stay where they
-// have a background. A character has one colour: that of its first half.
+// The same with ESC sequences, each line begun and ended without colours, joined by LF, which the clipboard
+// makes the system's line end of. Blanks at the ends stay where they have a background. A character has one
+// colour: that of its first half.
 std::u16string SelectedAnsi(const Selection& selection, const SelectableText& text);
-// A fragment for the clipboard, with the same characters as SelectedAnsi; `colours` are the sixteen
-// foregrounds and eight backgrounds, 0xRRGGBB.
-using CopyColours = std::array<std::uint32_t, 24>;
-std::u16string SelectedHtml(const Selection& selection, const SelectableText& text,
-                            const CopyColours& colours);
+
+// 0xRRGGBB.
+struct TextColours {
+  std::uint32_t fore = 0;
+  std::uint32_t back = 0;
+
+  bool operator==(const TextColours&) const = default;
+};
+// Of each cell.
+using LineColours = std::array<TextColours, kCols>;
+// What the lines look like where they are copied from.
+struct CopyLook {
+  TextColours plain;                        // of the page
+  std::function<LineColours(int line)> of;  // without it every line is plain
+};
+// A fragment for the clipboard, with the same characters as SelectedAnsi; blanks at the ends stay where their
+// ground is not the page's.
+std::u16string SelectedHtml(const Selection& selection, const SelectableText& text, const CopyLook& look);
 
 }  // namespace quillet

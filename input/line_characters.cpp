@@ -46,6 +46,16 @@ int CharacterBoundary(const ScreenRow& text, int col) {
   return boundary;
 }
 
+int NearestBoundary(const ScreenRow& text, int halves) {
+  int boundary = 0;
+  while (boundary < kCols) {
+    const int next = boundary + WidthAt(text, boundary);
+    if (halves < boundary + next) break;  // left of the middle
+    boundary = next;
+  }
+  return boundary;
+}
+
 int BoundaryBefore(const ScreenRow& text, int col) {
   int boundary = 0;
   for (int next = 0; next < std::min(col, kCols); next += WidthAt(text, next))

@@ -33,6 +33,10 @@ std::vector<LineCharacter> CharactersOf(const ArticleLine& line, ColumnSpan rang
 // The nearest of 0 to kCols for a column outside.
 int CharacterBoundary(const ScreenRow& text, int col);
 
+// The boundary between characters that is nearest to a point of the line with so many halves of a cell left
+// of it: of each character the middle decides, also of one that is two cells wide.
+int NearestBoundary(const ScreenRow& text, int halves);
+
 // Where the character before the column begins; 0 when there is none.
 int BoundaryBefore(const ScreenRow& text, int col);
 

@@ -318,6 +318,14 @@ MouseAction DecideClick(const PointerPlace& place, const ScreenSnapshot& screen,
   }
 }
 
+bool OpensLine(const PointerPlace& place, const ScreenSnapshot& screen, const Settings& settings) {
+  const Situation at = SituationOf(place.picture, screen);
+  const bool hasLines =
+      at.kind == PageKind::kMenu || at.kind == PageKind::kList || at.kind == PageKind::kArticleList;
+  return hasLines && Chosen(kClickSchemes, settings.leftButton) == kWeb && !IsBackStrip(place, at.kind) &&
+         WebClick(place, at).kind == MouseActionKind::kSend;
+}
+
 PointerShape ShapeAt(const PointerPlace& place, const ScreenSnapshot& screen, const Settings& settings) {
   const PageKind kind = SituationOf(place.picture, screen).kind;
   const MouseAction click = DecideClick(place, screen, settings);

@@ -57,6 +57,8 @@ enum class PointerShape { kOrdinary, kHand, kBack, kUp, kDown, kText };
 
 // A plain click of the left button that neither a caption nor a link took.
 MouseAction DecideClick(const PointerPlace& place, const ScreenSnapshot& screen, const Settings& settings);
+// Such a click would open the line of a list, or the item of a menu, that it lies on.
+bool OpensLine(const PointerPlace& place, const ScreenSnapshot& screen, const Settings& settings);
 PointerShape ShapeAt(const PointerPlace& place, const ScreenSnapshot& screen, const Settings& settings);
 
 enum class HeldButton { kNone, kLeft, kRight };

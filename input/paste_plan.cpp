@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "core/wrap_text.h"
+#include "input/colour_paste.h"
 #include "input/key_control.h"
 
 namespace quillet {
@@ -36,10 +38,15 @@ PastePlan PlanElsewhere(std::u16string clean) {
 
 PastePlan PlanPaste(std::u16string_view clipboard, PastePlace place, Wrap editorWrap) {
   if (clipboard.size() > kLongestPaste) return {.way = PasteWay::kTooLong};
-  std::u16string clean = CleanPaste(clipboard);
+  std::u16string clean = CleanPaste(WithoutSequences(clipboard));
   if (place == PastePlace::kElsewhere) return PlanElsewhere(std::move(clean));
   if (clean.empty()) return {};
-  return {.way = PasteWay::kSend, .text = std::move(clean), .wrap = editorWrap};
+  PastePlan plan{.way = PasteWay::kSend, .text = std::move(clean), .wrap = editorWrap};
+  if (HoldsColours(clipboard)) {
+    plan.way = PasteWay::kAskColours;
+    plan.coloured = ColoursForEditor(clipboard, editorWrap == Wrap::kNone ? 0 : kWrapColumns);
+  }
+  return plan;
 }
 
 std::u16string FirstLine(std::u16string_view clean) {

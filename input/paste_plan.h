@@ -16,9 +16,10 @@ inline constexpr std::size_t kLongestPaste = 1'000'000;
 enum class PastePlace { kEditor, kElsewhere };
 
 enum class PasteWay {
-  kNothing,  // nothing is left of the text that could be sent
-  kSend,     //
-  kAsk,      // several lines where no editor is open
+  kNothing,     // nothing is left of the text that could be sent
+  kSend,        //
+  kAsk,         // several lines where no editor is open
+  kAskColours,  // the editor could take the colours of the text too
   kTooLong
 };
 
@@ -26,13 +27,14 @@ struct PastePlan {
   PasteWay way = PasteWay::kNothing;
   std::u16string text{};  // clean, as it is to be sent
   Wrap wrap = Wrap::kNone;
+  std::u16string coloured{};  // of kAskColours: to be sent in place of `text`, and not to be wrapped
 
   bool operator==(const PastePlan&) const = default;
 };
 
 // `editorWrap` is how the user wants lines broken in the editor, which does not break them itself. Elsewhere
 // nothing is broken, and the line ends behind a single line are dropped: nobody who pastes a copied line
-// means to press Enter.
+// means to press Enter. Colour sequences are no text anywhere; only the editor can be given them.
 PastePlan PlanPaste(std::u16string_view clipboard, PastePlace place, Wrap editorWrap);
 
 // Of a clean text: its first line that is not empty, without the line's end.

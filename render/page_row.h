@@ -17,6 +17,7 @@ enum CellStyle : std::uint8_t {
   CS_BAR = 0x04,        // under the cursor bar
   CS_SELECTED = 0x08,   // selected text; its colours come before all others
   CS_HIDDEN = 0x10,     // stands in place of what the user's lists hide; drawn like any other
+  CS_HOVER = 0x20,      // on the row that a click would open
 };
 
 struct PageCell {

@@ -1,6 +1,7 @@
 #include "render/row_look.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "render/contrast.h"
 #include "render/dress_colours.h"
@@ -20,12 +21,14 @@ constexpr std::size_t kBarTint = 38;
 constexpr std::uint32_t kLighterBlue = 0x4C72E0;
 constexpr std::uint32_t kLighterBrightBlue = 0x7C9BFF;
 constexpr std::uint32_t kLightBar = 0xE0E0E0;
+// Of 256: how much of the bar the pointer's row has.
+constexpr unsigned kHoverShare = 168;
 // Of selected text on a dark page; on a light one it is black on what plain editors use.
 constexpr std::size_t kSelectedGround = 32;
 constexpr std::size_t kSelectedText = 42;
 constexpr std::uint32_t kLightSelection = 0xA9C7EE;
-// Below this contrast a bar in the character's own colour is easily missed.
-constexpr double kCaretContrast = 2.5;
+// Below this contrast a caret in the character's own colour is easily missed.
+constexpr double kCaretContrast = 3;
 
 bool IsBlank(char16_t unit) {
   return unit == u' ' || unit == kIdeographicSpace;
@@ -57,25 +60,50 @@ Palette ReadableOnBar(const Palette& foregrounds, std::uint32_t page, std::uint3
   return readable;
 }
 
-void MarkCaret(int caretCol, RowLook& row) {
-  if (caretCol < 0 || caretCol >= kCols) return;
-  const auto col = static_cast<std::size_t>(caretCol);
-  row[col].caret = true;
-  if (row[col].part == CellPart::kLead) row[col + 1].caret = true;
-  if (row[col].part == CellPart::kTrail) row[col - 1].caret = true;
+// What stands on the block is written in the ground that the block has taken the place of.
+void LayBlock(CellLook& cell) {
+  const std::uint32_t block = CaretColour(cell);
+  const bool shows = cell.unit != 0 || cell.underline;
+  cell.foreground = shows ? ReadableOn(block, cell.background) : 0;
+  cell.background = block;
+  cell.ground = CellGround::kOpaque;
+}
+
+void LayCaret(const Caret& caret, CellLook& cell) {
+  if (caret.shape == CaretShape::kBlock)
+    LayBlock(cell);
+  else
+    cell.caret = true;
+}
+
+// Columns first to last-1 of the character at the caret; none when it is not in the row.
+std::pair<std::size_t, std::size_t> CellsOf(const Caret& caret, const RowLook& row) {
+  if (caret.col < 0 || caret.col >= kCols) return {};
+  const auto col = static_cast<std::size_t>(caret.col);
+  return {row[col].part == CellPart::kTrail ? col - 1 : col,
+          row[col].part == CellPart::kLead ? col + 2 : col + 1};
 }
 
 bool IsSelected(const PageCell& cell) {
   return (cell.style & CS_SELECTED) != 0;
 }
 
-bool UnderBar(const PageCell& cell) {
-  return (cell.style & CS_BAR) != 0 &&
+bool HasStyleOnOurGround(const PageCell& cell, CellStyle style) {
+  return (cell.style & style) != 0 &&
          (cell.back == kPageGround || cell.back == kPushGround || cell.back == kCaptionGround);
 }
 
+bool UnderBar(const PageCell& cell) {
+  return HasStyleOnOurGround(cell, CS_BAR);
+}
+
+// The bar lies over it.
+bool UnderHover(const PageCell& cell) {
+  return HasStyleOnOurGround(cell, CS_HOVER) && !UnderBar(cell);
+}
+
 CellGround GroundOf(const PageCell& cell) {
-  if (IsSelected(cell) || UnderBar(cell)) return CellGround::kOpaque;
+  if (IsSelected(cell) || UnderBar(cell) || UnderHover(cell)) return CellGround::kOpaque;
   if (cell.back == kPageGround) return CellGround::kPage;
   return cell.back == kPushGround || cell.back == kCaptionGround ? CellGround::kVeil : CellGround::kOpaque;
 }
@@ -86,6 +114,7 @@ LookColours::LookColours(const Palette& palette, bool lighterDarkBlue)
     : palette_(palette), onPage_(palette), onPush_(palette), onCaption_(palette), onHeader_(palette) {
   const std::uint32_t page = palette[kPageGround];
   bar_ = IsDark(page) ? MixColours(page, palette[kBarTint], 128) : kLightBar;
+  hover_ = MixColours(page, bar_, kHoverShare);
   readableBlue_ = IsDark(page) ? kLighterBlue : palette[kBlue];
   selectedGround_ = IsDark(page) ? palette[kSelectedGround] : kLightSelection;
   selectedText_ = IsDark(page) ? palette[kSelectedText] : 0x000000;
@@ -99,6 +128,7 @@ LookColours::LookColours(const Palette& palette, bool lighterDarkBlue)
   MakeDressReadable(onCaption_, palette[kCaptionGround]);
   MakeDressReadable(onHeader_, palette[kHeaderGround]);
   onBar_ = ReadableOnBar(onPage_, page, bar_);
+  onHover_ = ReadableOnBar(onPage_, page, hover_);
 }
 
 std::uint32_t LookColours::At(std::uint8_t index) const {
@@ -107,6 +137,7 @@ std::uint32_t LookColours::At(std::uint8_t index) const {
 
 std::uint32_t LookColours::Background(const PageCell& cell) const {
   if (IsSelected(cell)) return selectedGround_;
+  if (UnderHover(cell)) return hover_;
   return UnderBar(cell) ? bar_ : At(cell.back);
 }
 
@@ -115,6 +146,7 @@ std::uint32_t LookColours::Foreground(const PageCell& cell, char16_t unit) const
   if (IsSelected(cell)) return selectedText_;
   if (cell.fore >= palette_.size() || IsFilledShape(unit)) return At(cell.fore);
   if (UnderBar(cell)) return onBar_[cell.fore];
+  if (UnderHover(cell)) return onHover_[cell.fore];
   if (cell.back == kPageGround) return onPage_[cell.fore];
   if (cell.back == kPushGround) return onPush_[cell.fore];
   if (cell.back == kCaptionGround) return onCaption_[cell.fore];
@@ -122,7 +154,7 @@ std::uint32_t LookColours::Foreground(const PageCell& cell, char16_t unit) const
   return palette_[cell.fore];
 }
 
-RowLook ResolveRow(const PageRow& page, int caretCol, bool blinkOff, const CharsetTables& tables,
+RowLook ResolveRow(const PageRow& page, const Caret& caret, bool blinkOff, const CharsetTables& tables,
                    const LookColours& colours) {
   const RowCells cells = DecodeRow(page.cells, tables);
   RowLook row;
@@ -135,11 +167,13 @@ RowLook ResolveRow(const PageRow& page, int caretCol, bool blinkOff, const Chars
     row[col].ground = GroundOf(cell);
     row[col].background = colours.Background(cell);
   }
-  MarkCaret(caretCol, row);
+  const auto [first, last] = CellsOf(caret, row);
   for (std::size_t col = 0; col < kCols; ++col) {
     CellLook& cell = row[col];
-    if (cell.unit != 0 || cell.caret || cell.underline)
+    const bool hasCaret = col >= first && col < last;
+    if (cell.unit != 0 || hasCaret || cell.underline)
       cell.foreground = colours.Foreground(page.cells[col], cell.unit);
+    if (hasCaret) LayCaret(caret, cell);
   }
   return row;
 }

@@ -18,10 +18,22 @@ enum class CellGround : std::uint8_t {
   kVeil,  // the client's own under push lines and captions, which it shines through a little
 };
 
+enum class CaretShape : std::uint8_t {
+  kLine,   // below the character: where the BBS's cursor marks a line
+  kBlock,  // the whole cell: where text is typed
+};
+
+struct Caret {
+  int col = -1;  // outside 0-79: not in this row
+  CaretShape shape = CaretShape::kLine;
+
+  bool operator==(const Caret&) const = default;
+};
+
 struct CellLook {
   char16_t unit = 0;  // 0: nothing but the background
   CellPart part = CellPart::kSingle;
-  bool caret = false;
+  bool caret = false;  // of kLine; a block is in the colours
   bool underline = false;
   CellGround ground = CellGround::kOpaque;
   std::uint32_t foreground = 0;  // 0xRRGGBB; 0 where nothing is drawn in it
@@ -41,7 +53,7 @@ class LookColours {
 
   std::uint32_t Background(const PageCell& cell) const;
   std::uint32_t Foreground(const PageCell& cell, char16_t unit) const;
-  // The ground under the cursor bar.
+  // The ground under the cursor bar; under the pointer's row it is between this and the page's.
   std::uint32_t Bar() const { return bar_; }
   // Selected text, alike over push lines, the cursor bar, headers and coloured text, so that also what is
   // written in the colour of its ground can be read.
@@ -55,6 +67,7 @@ class LookColours {
  private:
   Palette palette_;
   std::uint32_t bar_ = 0;
+  std::uint32_t hover_ = 0;
   std::uint32_t readableBlue_ = 0;
   std::uint32_t selectedGround_ = 0;
   std::uint32_t selectedText_ = 0;
@@ -64,11 +77,12 @@ class LookColours {
   Palette onCaption_;
   Palette onHeader_;
   Palette onBar_;
+  Palette onHover_;
 };
 
-// `caretCol` is outside 0-79 when the caret is not in this row; on a double-width character it takes both
-// cells. `blinkOff`: blinking characters are in their invisible half.
-RowLook ResolveRow(const PageRow& page, int caretCol, bool blinkOff, const CharsetTables& tables,
+// The caret takes both cells of a double-width character. `blinkOff`: blinking characters are in their
+// invisible half.
+RowLook ResolveRow(const PageRow& page, const Caret& caret, bool blinkOff, const CharsetTables& tables,
                    const LookColours& colours);
 
 // The row left and right of its cells: a blank of the page's ground, or of the ground of its last cell where
@@ -76,7 +90,7 @@ RowLook ResolveRow(const PageRow& page, int caretCol, bool blinkOff, const Chars
 // with an age as well, which stands half beside the cells.
 CellLook ResolveMargin(const PageRow& page, const LookColours& colours);
 
-// The caret bar's colour: the cell's foreground, or black or white where that is hard to see.
+// The caret's colour: the cell's foreground, or black or white where that is hard to see.
 std::uint32_t CaretColour(const CellLook& cell);
 
 }  // namespace quillet

@@ -14,6 +14,18 @@ constexpr int kBottom = kRows - 1;
 constexpr std::size_t kRowsShown = kBottom;
 constexpr std::size_t kLineColumns = 78;
 constexpr std::size_t kMostLines = 2000;
+// Of a line with colour sequences, which take no room where the article is read.
+constexpr std::size_t kColouredBytes = 500;
+
+std::size_t MostBytes(const std::string& line) {
+  return line.find('\x1B') == line.npos ? kLineColumns : kColouredBytes;
+}
+
+// ESC shows as a star.
+std::string AsShown(std::string line) {
+  std::replace(line.begin(), line.end(), '\x1B', '*');
+  return line;
+}
 
 }  // namespace
 
@@ -29,7 +41,7 @@ void EditorPage::Draw(Canvas& canvas) {
   if (line_ >= top_ + kRowsShown) top_ = line_ - kRowsShown + 1;
   for (std::size_t row = 0; row < kRowsShown; ++row) {
     if (top_ + row < lines_.size())
-      canvas.Put(static_cast<int>(row), 0, lines_[top_ + row]);
+      canvas.Put(static_cast<int>(row), 0, AsShown(lines_[top_ + row]));
     else
       canvas.Put(static_cast<int>(row), 0, u"~");
   }
@@ -56,6 +68,8 @@ void EditorPage::OnKey(const Key& key) {
     Break();
   else if (key.Is(KeyKind::kBackspace) || key.Is(KeyKind::kDelete))
     Erase(key);
+  else if (key.IsControl('U'))
+    Insert("\x1B");
   else if (key.IsControl('X') || key.IsControl('Q'))
     AskWhatNow();
   else if (key.IsControl('Y')) {
@@ -66,10 +80,11 @@ void EditorPage::OnKey(const Key& key) {
 }
 
 void EditorPage::Insert(const std::string& text) {
-  if (Line().size() + text.size() > kLineColumns) {
+  const std::size_t most = std::max(MostBytes(Line()), MostBytes(text));
+  if (Line().size() + text.size() > most) {
     if (lines_.size() >= kMostLines) return;
     // What no longer fits goes to the next line, the cursor with it when it stands at the end.
-    const std::size_t cut = CutColumns(Line(), static_cast<int>(kLineColumns - text.size())).size();
+    const std::size_t cut = CutColumns(Line(), static_cast<int>(most - text.size())).size();
     std::string rest = Line().substr(cut);
     Line().resize(cut);
     lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(line_) + 1, std::move(rest));
@@ -95,7 +110,9 @@ void EditorPage::Break() {
 void EditorPage::JoinWithNext() {
   if (line_ + 1 >= lines_.size()) return;
   std::string& next = lines_[line_ + 1];
-  const std::string_view fitting = CutColumns(next, static_cast<int>(kLineColumns - Line().size()));
+  const std::size_t most = std::max(MostBytes(Line()), MostBytes(next));
+  const std::size_t room = most - std::min(most, Line().size());
+  const std::string_view fitting = CutColumns(next, static_cast<int>(room));
   Line() += fitting;
   next.erase(0, fitting.size());
   if (next.empty()) lines_.erase(lines_.begin() + static_cast<std::ptrdiff_t>(line_) + 1);

@@ -9,7 +9,7 @@ namespace quillet {
 
 // What a row's picture follows from beside the row itself.
 struct RowExtras {
-  int caretCol = -1;  // outside 0-79: not in this row
+  Caret caret;
   bool blinkOff = false;
   int rightInset = 0;  // 0 where no mark keeps away from it
 

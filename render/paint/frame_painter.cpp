@@ -23,7 +23,7 @@ LookColours ColoursFor(const DisplaySettings& settings) {
 RowExtras ExtrasOf(const FrameState& frame, int row) {
   const PageRow& page = frame.page[static_cast<std::size_t>(row)];
   const bool marked = !page.age.empty() || !page.tag.empty();
-  return {.caretCol = frame.caretRow == row ? frame.caretCol : -1,
+  return {.caret = frame.caretRow == row ? Caret{frame.caretCol, frame.caretShape} : Caret{},
           .blinkOff = frame.blinkOff,
           .rightInset = marked ? std::max(frame.rightInset, 0) : 0};
 }
@@ -163,7 +163,7 @@ int FramePainter::Impl::FirstStaleRow(const FrameState& frame) const {
 DrawnRow FramePainter::Impl::Resolve(const FrameState& frame, int row) const {
   const PageRow& page = frame.page[static_cast<std::size_t>(row)];
   const RowExtras extras = ExtrasOf(frame, row);
-  return {page, extras, ResolveRow(page, extras.caretCol, extras.blinkOff, Charset(), colours),
+  return {page, extras, ResolveRow(page, extras.caret, extras.blinkOff, Charset(), colours),
           ResolveMargin(page, colours)};
 }
 

@@ -11,6 +11,7 @@
 #include "render/layout.h"
 #include "render/page_row.h"
 #include "render/paint/backdrop_painter.h"
+#include "render/row_look.h"
 #include "settings/display_settings.h"
 
 namespace quillet {
@@ -20,6 +21,7 @@ struct FrameState {
   Page page;
   int caretRow = -1;  // outside 0-23: no caret
   int caretCol = 0;
+  CaretShape caretShape = CaretShape::kLine;
   bool blinkOff = false;  // blinking text is in its invisible half
   double progress = 0;    // 0 to 1: how far down the text is; moves the backdrop of kMovingCrop
   int rightInset = 0;     // device pixels at the right edge that ages keep away from

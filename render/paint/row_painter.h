@@ -26,13 +26,13 @@ class RowPainter {
   RowPainter(Canvas& canvas, const RowPlace& place, GlyphSheet& sheet)
       : canvas_(canvas), place_(place), sheet_(sheet) {}
 
-  // Draws the cells first..last-1 without the caret. Neither end may cut a double-width character.
+  // Draws the cells first..last-1 without a caret of kLine. Neither end may cut a double-width character.
   void PaintCells(const RowLook& look, int first, int last);
   // What lies left and right of the cells.
   void PaintMargins(const CellLook& margin);
   // The cells' backgrounds alone.
   void PaintGround(const RowLook& look);
-  // The caret, if it stands on one of these cells.
+  // The caret of kLine, if it stands on one of these cells.
   void PaintCaret(const RowLook& look, int first, int last);
 
  private:

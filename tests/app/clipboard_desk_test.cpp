@@ -196,6 +196,16 @@ TEST_F(ClipboardDeskTest, TheEditorGetsLinesBrokenAsTheUserWants) {
   EXPECT_FALSE(desk.IsAsking());
 }
 
+TEST_F(ClipboardDeskTest, TheEditorGetsColoursAsTheUserWants) {
+  ShowPage(PF_EDITOR);
+  for (const QString& caption : {u"連同色彩"_qs, u"只貼文字"_qs, u"取消"_qs}) {
+    Paste(u"\x1B[1;31m紅\x1B[m\n"_qs);
+    Click(caption);
+  }
+  EXPECT_EQ(sent, (std::vector<Sent>{{u"\x15[1;31m紅\x15[m\r", Wrap::kNone},
+                                     {u"紅\r", Wrap::kAt78ColumnsLeftOpen}}));
+}
+
 TEST_F(ClipboardDeskTest, ElsewhereASingleLineGoesAtOnceAndWithoutEnter) {
   ShowPage(PF_PUSH_LINE);
   Paste(u"推\r\n"_qs);
@@ -286,7 +296,7 @@ TEST_F(ClipboardDeskTest, OnlyTextIsPasted) {
   desk.Paste();
   desk.PasteShortLink();
   Paste(QString(u"a\0\x1B[0mb"_qs));
-  EXPECT_EQ(sent, (std::vector<Sent>{{u"a[0mb", Wrap::kNone}}));
+  EXPECT_EQ(sent, (std::vector<Sent>{{u"ab", Wrap::kNone}}));
   EXPECT_FALSE(desk.IsAsking());
   EXPECT_EQ(server.Requests(), 0);
 }

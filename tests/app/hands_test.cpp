@@ -1,8 +1,8 @@
 // A session by mouse and by keyboard, from the events that the window gets to what the BBS shows: browsing,
 // selecting, copying, pasting, links and lists of names.
-#include <set>
-
 #include <QMenu>
+#include <QMessageBox>
+#include <QMimeData>
 
 #include "tests/app/hands_fixture.h"
 
@@ -95,26 +95,50 @@ TEST_F(HandsTest, SideButtonsAndTheWheelWithTheLeftButtonFollowTheThread) {
   EXPECT_EQ(Article().TopLine(), 0) << "letting go of the button is no click";
 }
 
+TEST_F(HandsTest, TheLineThatAClickWouldOpenIsShownBefore) {
+  GoToBoard();
+  const auto shown = [&] {
+    std::vector<int> rows;
+    for (int row = 0; row < kRows; ++row)
+      if ((View().Frame().page[static_cast<std::size_t>(row)].cells[40].style & CS_HOVER) != 0)
+        rows.push_back(row);
+    return rows;
+  };
+  const auto shownAt = [&](const QPointF& at) {
+    PointAt(at);
+    return shown();
+  };
+  EXPECT_EQ(shownAt(At(5, 40.5)), std::vector<int>{5});
+  EXPECT_EQ(shownAt(At(6, 40.5)), std::vector<int>{6});
+  EXPECT_TRUE(shownAt(At(9, 40.5)).empty()) << "no line of the list";
+  EXPECT_TRUE(shownAt(LeftMargin()).empty()) << "a click goes back";
+  PointAt(At(6, 40.5));
+  Press(Qt::Key_Up);
+  EXPECT_TRUE(shown().empty()) << "the keyboard is used";
+  EXPECT_EQ(shownAt(At(5, 41.5)), std::vector<int>{5});
+  View().clearFocus();
+  EXPECT_TRUE(shown().empty());
+  View().setFocus();
+  doc->Change(u"Mouse", u"LButton", u"0");
+  EXPECT_TRUE(shownAt(At(6, 40.5)).empty()) << "clicks do nothing";
+}
+
 // ---- Selecting and copying
 
 TEST_F(HandsTest, ADragThroughTheMiddleOfCharactersCopiesWholeOnes) {
   ReadText();
   const auto [row, col] = Find(kCatLine);
   ASSERT_GE(row, 0);
-  std::set<std::u16string> copies;
+  // A character is in when its middle is.
   for (const double first : {2.1, 2.9, 3.1, 3.9})
     for (const double last : {10.1, 10.9, 11.1, 11.9}) {
+      const std::u16string meant =
+          (first < 3 ? u"咪" : u"") + std::u16string(u"喜歡曬") + (last > 11 ? u"太" : u"");
       Drag(At(row, col + first), At(row, col + last));
-      const std::u16string forwards = Selected();
-      EXPECT_EQ(Copied(), forwards);
-      copies.insert(forwards);
+      EXPECT_EQ(Copied(), meant) << first << ' ' << last;
       Drag(At(row, col + last), At(row, col + first));
-      EXPECT_EQ(Copied(), forwards) << first << ' ' << last;
+      EXPECT_EQ(Copied(), meant) << "backwards";
     }
-  // With the two characters at the ends or without them.
-  for (const std::u16string& copy : copies)
-    EXPECT_TRUE((std::set<std::u16string>{u"咪喜歡曬太", u"咪喜歡曬", u"喜歡曬太", u"喜歡曬"}).count(copy))
-        << Utf8(copy);
   EXPECT_EQ(Article().TopLine(), 0) << "a drag is no click";
 }
 
@@ -201,6 +225,27 @@ TEST_F(HandsTest, TheMenuDoesNotCopyWhatIsNoLongerSelected) {
     if (item->text().startsWith(u"複製(")) item->trigger();
   EXPECT_EQ(Clipboard(), u"");
   menu->close();
+}
+
+TEST_F(HandsTest, HtmlHasThePushLinesAsThePictureShowsThem) {
+  ReadText();
+  Press(Qt::Key_End);
+  ASSERT_TRUE(AtRest(Last()));
+  const Spot push = Find(u"好");
+  ASSERT_GE(push.row, 0);
+  Drag(At(push.row, 0), At(push.row + 1, 0));
+  View().Edit(EditCommand::kCopyHtml);
+  const QString html = QGuiApplication::clipboard()->mimeData()->html();
+  const Palette& palette = PaletteOf(PaletteKind::kNormal);
+  const PageCell& cell =
+      View().Frame().page[static_cast<std::size_t>(push.row)].cells[static_cast<std::size_t>(push.col)];
+  ASSERT_NE(cell.back, 16) << "the client's own ground";
+  EXPECT_TRUE(html.contains(
+      u"<span style=\"color:#%1;background-color:#%2\">: 好"_qs.arg(palette[cell.fore], 6, 16, QChar(u'0'))
+          .arg(palette[cell.back], 6, 16, QChar(u'0'))))
+      << html.toStdString();
+  EXPECT_FALSE(html.contains(u"background-color:#%1"_qs.arg(palette[32], 6, 16, QChar(u'0'))))
+      << "not the selection's";
 }
 
 // ---- What the lists hide
@@ -336,6 +381,36 @@ TEST_F(HandsTest, FiveThousandCharactersArePastedIntoAnArticleAndAllArrive) {
     posted += words.substr(0, words.find_last_not_of(u' ') + 1);
   }
   EXPECT_NE(posted.find(text), std::u16string::npos);
+}
+
+TEST_F(HandsTest, CopiedColoursArePostedAndShowAgain) {
+  GoToBoard();
+  PressWith(Qt::ControlModifier, Qt::Key_P);
+  ASSERT_TRUE(Shows(u"標題："));
+  TypeText("coloured");
+  Enter();
+  ASSERT_TRUE(Until([&] { return Is(PF_EDITOR); })) << ScreenAsUtf8();
+  PutOnClipboard(u"一\x1B[1;33m黃 on \x1B[44mblue\x1B[m色\n"_qs);
+  PressWith(Qt::ControlModifier, Qt::Key_V);
+  auto* const question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+  ASSERT_TRUE(question);
+  question->defaultButton()->click();
+  ASSERT_TRUE(Shows(u"黃 on *[44mblue*[m色")) << ScreenAsUtf8();
+  PressWith(Qt::ControlModifier, Qt::Key_X);
+  ASSERT_TRUE(Shows(u"檔案處理"));
+  Enter();
+  ASSERT_TRUE(Shows(u"順利貼出文章"));
+  Enter();
+  ASSERT_TRUE(AtList());
+  GoToArticle(u"coloured");
+  const Spot spot = Find(u"一黃 on blue色");
+  ASSERT_GE(spot.row, 0) << ScreenAsUtf8();
+  const auto copied = [&] {
+    Drag(At(spot.row, spot.col), At(spot.row, spot.col + 15.0));
+    View().Edit(EditCommand::kCopyAnsi);
+    return Clipboard();
+  };
+  EXPECT_EQ(copied(), u"一\x1B[1;33m黃 on \x1B[44mblue\x1B[m色");
 }
 
 TEST_F(HandsTest, SeveralLinesForAMenuAreAskedAboutFirst) {

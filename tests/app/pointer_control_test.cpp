@@ -85,7 +85,8 @@ class PointerControlTest : public WindowTest {
                   .act = [this](const MouseAction& action) { sent.push_back(action.bytes); },
                   .pastePrimary = [this] { ++pasted; },
                   .contextMenu = [this](QPoint, std::optional<QPoint> cell) { menus.push_back(cell); },
-                  .changed = [] {}});
+                  .changed = [] {},
+                  .targetChanged = [] {}});
     OpenScript();
     ASSERT_TRUE(Until([&] { return doc->IsConnected(); }));
     terminal->Show(List(5));
@@ -177,9 +178,9 @@ TEST_F(PointerControlTest, CellsAndSlotsAreFoundInRowsOfEitherSize) {
       const QPointF right(cell.left() + cell.width() * 0.8, cell.center().y());
       ASSERT_EQ(surface.CellAt(left), QPoint(col, row));
       ASSERT_EQ(surface.CellAt(right), QPoint(col, row));
-      ASSERT_EQ(surface.SlotAt(left).slot, col);
-      ASSERT_EQ(surface.SlotAt(right).slot, col + 1);
-      ASSERT_EQ(surface.SlotAt(right).row, row);
+      ASSERT_EQ(surface.PlaceAt(left).halves, 2 * col);
+      ASSERT_EQ(surface.PlaceAt(right).halves, 2 * col + 1);
+      ASSERT_EQ(surface.PlaceAt(right).row, row);
     }
     EXPECT_FALSE(surface.CellAt(At(row, -1)));
     EXPECT_TRUE(surface.IsLeftOfPage(At(row, -1)));
@@ -190,14 +191,14 @@ TEST_F(PointerControlTest, CellsAndSlotsAreFoundInRowsOfEitherSize) {
 TEST_F(PointerControlTest, SlotsOutsideThePageAreTheNearestInside) {
   const FrameSurface& surface = terminal->surface;
   const qreal height = surface.CellRect(0, 0).height();
-  const FrameSurface::Slot above = surface.SlotAt(At(0, 30) - QPointF(0, 2 * height));
+  const FrameSurface::Place above = surface.PlaceAt(At(0, 30) - QPointF(0, 2 * height));
   EXPECT_EQ(above.row, 0);
   EXPECT_EQ(above.rowsOutside, -2);
-  const FrameSurface::Slot below = surface.SlotAt(At(23, 30) + QPointF(5000, 3 * height));
+  const FrameSurface::Place below = surface.PlaceAt(At(23, 30) + QPointF(5000, 3 * height));
   EXPECT_EQ(below.row, 23);
-  EXPECT_EQ(below.slot, kCols);
+  EXPECT_EQ(below.halves, 2 * kCols);
   EXPECT_EQ(below.rowsOutside, 3);
-  EXPECT_EQ(surface.SlotAt({-1e6, -1e6}).slot, 0);
+  EXPECT_EQ(surface.PlaceAt({-1e6, -1e6}).halves, 0);
 }
 
 // ---- Clicks and drags
@@ -384,6 +385,16 @@ TEST_F(PointerControlTest, SideButtonsWorkAsOftenAsTheyArePressed) {
   terminal->pointer.OnDoubleClick(
       Event(QEvent::MouseButtonDblClick, At(7, 30), Qt::ForwardButton, Qt::NoModifier));
   EXPECT_EQ(sent, (std::vector<std::string>{"[", "]"}));
+}
+
+TEST_F(PointerControlTest, TheWheelFollowsTheSystemsSetting) {
+  terminal->Show(Reader());
+  const int before = QApplication::wheelScrollLines();
+  QApplication::setWheelScrollLines(7);
+  Turn(-1);
+  QApplication::setWheelScrollLines(before);
+  ASSERT_EQ(sent.size(), 1u);
+  EXPECT_EQ(sent[0].size(), 7 * std::string_view("\x1B[B").size());
 }
 
 TEST_F(PointerControlTest, AFlingDoesNotReachTheNextPage) {

@@ -369,13 +369,5 @@ TEST_F(SelectionControlTest, WithoutTextNothingHappens) {
   EXPECT_EQ(finishes, 0);
 }
 
-TEST_F(SelectionControlTest, EveryFormIsGivenOut) {
-  ShowScreen();
-  picture.text.lines[1].attr.fill(1);
-  Drag(1, 0, 1, 2);
-  EXPECT_EQ(control.Ansi(), u"\x1B[31m第\x1B[m");
-  EXPECT_NE(control.Html({}).find(u">第</span>"), std::u16string::npos);
-}
-
 }  // namespace
 }  // namespace quillet

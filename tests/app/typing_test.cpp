@@ -68,11 +68,11 @@ TEST_F(TypingTest, KeysAreClaimedBeforeAnyShortcut) {
 
 TEST_F(TypingTest, PastesAreCleanedAndKeepTheirPlaceAmongKeys) {
   ShowEditor();
-  QGuiApplication::clipboard()->setText(u"第一行\r\n\x1B[31m第二行\n"_qs);
+  QGuiApplication::clipboard()->setText(u"第一行\r\n\x1B[2J第二行\n"_qs);
   TypeText("a");
   Press(Qt::Key_V, "\x16", Qt::ControlModifier);
   TypeText("z");
-  EXPECT_TRUE(Arrived("a" + ToBig5(u"第一行\r[31m第二行\r") + "z"));
+  EXPECT_TRUE(Arrived("a" + ToBig5(u"第一行\r第二行\r") + "z"));
 }
 
 TEST_F(TypingTest, ALongPasteArrivesWhole) {
@@ -89,7 +89,9 @@ TEST_F(TypingTest, TheInputMethodCommitsChineseAndShowsWhatItComposes) {
   Commit({}, u"ㄓㄨㄥ"_qs);
   Commit(u"中"_qs, u"ㄨ"_qs);
   Commit(u"文\n"_qs);
-  Commit(u"😀"_qs);  // has no Big5 code
+  EXPECT_EQ(View().LastToast().Text(), "");
+  Commit(u"😀𠮷\u200D😀ก"_qs);  // none has a Big5 code
+  EXPECT_EQ(View().LastToast().Text(), u"有 4 個字站台沒有：😀、𠮷、ก"_qs);
   TypeText("x");
   EXPECT_TRUE(Arrived(ToBig5(u"中文\rx")));
 }
@@ -107,6 +109,25 @@ TEST_F(TypingTest, WhatTheInputMethodGivesIsTypedLikeAnyKey) {
   View().SideList().Close();
   Commit(u"文"_qs);
   EXPECT_TRUE(Arrived(ToBig5(u"中文"))) << "a side list keeps what is typed";
+}
+
+// There it would compose what is meant as a command.
+TEST_F(TypingTest, TheInputMethodIsOffOnPagesOfCommands) {
+  const auto isOn = [&] { return View().inputMethodQuery(Qt::ImEnabled).toBool(); };
+  const std::string list =
+      "\x1B[m\x1B[2J\x1B[24;1H" + ToBig5(u" 文章選讀 ") + "\x1B[5;1H" + ToBig5(u"●") + "\x1B[5;2H";
+  script->Deliver(list);
+  ASSERT_TRUE(Until([&] { return !isOn(); }));
+  script->Deliver("\x1B[2;1H" + ToBig5(u"看板: ") + "\x1B[30;47m            \x1B[2;7H");
+  ASSERT_TRUE(Until([&] { return isOn(); })) << "a field";
+  Commit({}, u"ㄓ"_qs);
+  script->Deliver(list);
+  ASSERT_TRUE(Until([&] { return View().Screen().cursorRow == 4; }));
+  EXPECT_TRUE(isOn()) << "what is being composed is not thrown away";
+  Commit({});
+  EXPECT_TRUE(Until([&] { return !isOn(); }));
+  ShowEditor();
+  EXPECT_TRUE(isOn());
 }
 
 TEST_F(TypingTest, TheInputMethodIsToldTheCursorsCell) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <random>
+#include <regex>
 
 #include "tests/support/feeding.h"
 #include "tests/support/kept_lines.h"
@@ -23,12 +24,7 @@ class CopyTextTest : public WithTables {
   }
   std::u16string Text() const { return SelectedText(All(), text); }
   std::u16string Ansi() const { return SelectedAnsi(All(), text); }
-  std::u16string Html() const {
-    CopyColours colours{};
-    for (std::size_t i = 0; i < colours.size(); ++i)
-      colours[i] = static_cast<std::uint32_t>(0xA0B000 + i);
-    return SelectedHtml(All(), text, colours);
-  }
+  std::u16string Html() const { return SelectedHtml(All(), text, look); }
   // What stands between the tags of the whole.
   std::u16string HtmlLines() const {
     const std::u16string html = Html();
@@ -37,12 +33,20 @@ class CopyTextTest : public WithTables {
   }
 
   KeptLines text;
+  CopyLook look{.plain = {0xA0B007, 0xA0B010}, .of = [this](int line) {
+                  LineColours colours{};
+                  for (std::size_t col = 0; col < colours.size(); ++col) {
+                    const std::uint8_t attr = text.Line(line).attr[col];
+                    colours[col] = {0xA0B000U + (attr & 0xFU), 0xA0B010U + unsigned(BackgroundOf(attr))};
+                  }
+                  return colours;
+                }};
 };
 
 TEST_F(CopyTextTest, BlanksAtLineEndsGo) {
   text = {u"  one  ", u"二　　 ", u"", u"　", u"x"};
   EXPECT_EQ(Text(), u"  one\r\n二\r\n\r\n\r\nx");
-  EXPECT_EQ(Ansi(), Text()) << "there is no colour";
+  EXPECT_EQ(Ansi(), u"  one\n二\n\n\nx") << "there is no colour";
 }
 
 TEST_F(CopyTextTest, CodesWithoutACharacterAreLeftOutAndControlsAreBlanks) {
@@ -64,7 +68,7 @@ TEST_F(CopyTextTest, ColourSequencesSayOnlyWhatChanges) {
   PutInLine(text.lines[0], 6, u"e", kOnBlue | kAttrBlink);
   PutInLine(text.lines[1], 0, u"f", kBoldRed);
   EXPECT_EQ(Ansi(),
-            u"a\x1B[31mb\x1B[1m推\x1B[0;31mc\x1B[md\x1B[5;44me\x1B[m\r\n"
+            u"a\x1B[31mb\x1B[1m推\x1B[0;31mc\x1B[md\x1B[5;44me\x1B[m\n"
             u"\x1B[1;31mf\x1B[m");
 }
 
@@ -110,8 +114,8 @@ TEST_F(CopyTextTest, AColumnIsCopiedInEveryForm) {
   column.Begin({0, 1}, SelectUnit::kCharacter, SelectShape::kColumn, text);
   column.ExtendTo({1, 3}, text);
   EXPECT_EQ(SelectedText(column, text), u"bc\r\n乙");
-  EXPECT_EQ(SelectedAnsi(column, text), u"\x1B[31mb\x1B[mc\r\n\x1B[44m乙\x1B[m");
-  EXPECT_NE(SelectedHtml(column, text, {}).find(u">b</span>c\n<span"), std::u16string::npos);
+  EXPECT_EQ(SelectedAnsi(column, text), u"\x1B[31mb\x1B[mc\n\x1B[44m乙\x1B[m");
+  EXPECT_NE(SelectedHtml(column, text, look).find(u">b</span>c\n<span"), std::u16string::npos);
 }
 
 TEST_F(CopyTextTest, NothingSelectedIsNothingInEveryForm) {
@@ -137,7 +141,7 @@ TEST_F(CopyTextTest, CopiedColoursFedToAScreenShowTheSame) {
         col += static_cast<int>(ToBig5(unit).size());
       }
     TermScreen screen;
-    screen.Feed(AsBytes("\x1B[m" + ToBig5(Ansi())));
+    screen.Feed(AsBytes("\x1B[m" + std::regex_replace(ToBig5(Ansi()), std::regex("\n"), "\r\n")));
     for (std::size_t row = 0; row < text.lines.size(); ++row) {
       const int end = EndOfText(text.lines[row]);
       const auto length = static_cast<std::size_t>(end);

@@ -5,12 +5,14 @@
 #include <gtest/gtest.h>
 #include <iterator>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "bbs/screen_classifier.h"
 #include "core/notify_target.h"
 #include "core/term_screen.h"
+#include "input/takes_text.h"
 #include "platform/utf8.h"
 #include "tests/support/article_pages.h"
 #include "tests/support/tables.h"
@@ -80,41 +82,42 @@ TEST_F(PageKindTest, OfEveryPageOfAWalkThroughTheBbs) {
     std::u16string_view text;
     At at;
     PageKind kind;
+    std::set<bool> takesText = {false};
   };
   const Page pages[] = {
-      {20, u"請輸入代號", At::kAnywhere, PageKind::kTyping},
+      {20, u"請輸入代號", At::kAnywhere, PageKind::kTyping, {true}},
       {0, u"【主功能表】", At::kMark, PageKind::kMenu},
       {22, u"★", At::kAnywhere, PageKind::kMenu},
       {0, u"【郵件選單】", At::kMark, PageKind::kMenu},
       {kBottom, u" 選擇看板 ", At::kMark, PageKind::kList},
-      {kBottom, u"搜尋看板", At::kAnywhere, PageKind::kTyping},
+      {kBottom, u"搜尋看板", At::kAnywhere, PageKind::kTyping, {true}},
       {kBottom, u" 文章選讀 ", At::kMark, PageKind::kArticleList},
       {20, u"│ 文章", At::kAnywhere, PageKind::kPause},
       {kBottom, u"  瀏覽 第 2/5 頁", At::kAnywhere, PageKind::kReader},
-      {22, u"[搜尋]關鍵字:", At::kAnywhere, PageKind::kTyping},
+      {22, u"[搜尋]關鍵字:", At::kAnywhere, PageKind::kTyping, {true}},
       {kBottom, u"您覺得這篇文章", At::kAnywhere, PageKind::kTyping},
-      {kBottom, u"推 greeted", At::kAnywhere, PageKind::kTyping},
+      {kBottom, u"推 greeted", At::kAnywhere, PageKind::kTyping, {true, false}},
       {11, u"        本篇文章內容經站方授權", At::kAnywhere, PageKind::kPause},
       {kBottom, u" ★ 這份文件是可播放的文字動畫", At::kAnywhere, PageKind::kTyping},
       {kBottom, u" >>> 動畫播放中", At::kAnywhere, PageKind::kPause},
       {kBottom, u" ◆ 此文章無內容", At::kAnywhere, PageKind::kPause},
-      {kBottom, u" 編輯文章", At::kNoField, PageKind::kEditor},
+      {kBottom, u" 編輯文章", At::kNoField, PageKind::kEditor, {true}},
       {0, u"檔案處理：", At::kAnywhere, PageKind::kTyping},
       {kBottom, u" ◆ 文章沒有送出", At::kAnywhere, PageKind::kPause},
   };
   const Walk walk;
   for (const Page& page : pages) {
     const std::string text = ToBig5(page.text);
-    bool passed = false;
+    std::set<bool> takesText;  // the answer to a question is a letter
     for (const ScreenSnapshot& screen : walk.Screens()) {
       if (!RowStartsWith(screen, page.row, 0, text)) continue;
       const bool onMark = screen.TextAt(screen.cursorRow, screen.cursorCol) == kSecondOfBullet;
       const bool inField = screen.AttrAt(screen.cursorRow, screen.cursorCol) == kAttrInputField;
       if ((page.at == At::kMark && !onMark) || (page.at == At::kNoField && inField)) continue;
       EXPECT_EQ(KindOf(screen), page.kind) << Utf8FromUtf16(page.text);
-      passed = true;
+      takesText.insert(TakesText(screen));
     }
-    EXPECT_TRUE(passed) << "no longer on the way: " << Utf8FromUtf16(page.text);
+    EXPECT_EQ(takesText, page.takesText) << Utf8FromUtf16(page.text);
   }
 }
 

@@ -15,9 +15,26 @@ PastePlan InEditor(std::u16string_view text) {
 }
 
 TEST(PastePlanTest, TheEditorTakesEveryLineAtOnce) {
-  EXPECT_EQ(InEditor(u"一\r\n\x1B[1m二\n"),
-            (PastePlan{PasteWay::kSend, u"一\r[1m二\r", Wrap::kAt78ColumnsLeftOpen}));
+  EXPECT_EQ(InEditor(u"一\r\n\x1B[2J二\n"),
+            (PastePlan{PasteWay::kSend, u"一\r二\r", Wrap::kAt78ColumnsLeftOpen}));
   EXPECT_EQ(PlanPaste(u"a", PastePlace::kEditor, Wrap::kNone), (PastePlan{PasteWay::kSend, u"a"}));
+}
+
+TEST(PastePlanTest, ColoursAreForTheEditorAndSequencesNoText) {
+  for (const std::u16string_view text : {u"a\x1B[1;33mb\x1B[mc\n", u"a\x1B[Hb\x1B[1;3c\n",
+                                         u"\x1B"
+                                         u"abc\x1B[1;"})
+    EXPECT_EQ(Elsewhere(text).text, text.find(u"3c") == text.npos ? u"abc" : u"ab")
+        << "the c is a final byte";
+  EXPECT_EQ(
+      InEditor(u"a\x1B[1;33mb\x1B[2J\x1B[m\r\nc\x07"),
+      (PastePlan{PasteWay::kAskColours, u"ab\rc", Wrap::kAt78ColumnsLeftOpen, u"a\x15[1;33mb\x15[m\rc"}));
+  // Sequences take no room in a line, and a ground that runs to the edge begins none.
+  const std::u16string line(76, u'x');
+  EXPECT_EQ(InEditor(line + u"\x1B[41m    \x1B[m\ny").coloured, line + u"\x15[41m  \x15[m\ry");
+  EXPECT_EQ(InEditor(line + u"\x1B[31m xy").coloured, line + u"\x15[31m x\ry");
+  EXPECT_EQ(PlanPaste(line + u"\x1B[31mxyz", PastePlace::kEditor, Wrap::kNone).coloured,
+            line + u"\x15[31mxyz");
 }
 
 TEST(PastePlanTest, ElsewhereASingleLineGoesWithoutEnter) {

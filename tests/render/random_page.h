@@ -23,6 +23,7 @@ class RandomPage {
       ScribbleGround(frame.page[Pick(kRows)]);
     frame.caretRow = static_cast<int>(Pick(28)) - 2;
     frame.caretCol = static_cast<int>(Pick(84)) - 2;
+    frame.caretShape = Pick(2) == 0 ? CaretShape::kLine : CaretShape::kBlock;
     frame.blinkOff = Pick(2) == 0;
     if (Pick(8) == 0) frame.progress = Pick(11) / 10.0;
     if (Pick(8) == 0) frame.rightInset = static_cast<int>(Pick(60)) - 10;
@@ -60,7 +61,8 @@ class RandomPage {
   void ScribbleGround(PageRow& row) {
     const std::uint8_t grounds[] = {16, 24, 24, 25};
     const std::uint8_t ground = grounds[Pick(4)];
-    const std::uint8_t style = Pick(3) == 0 ? CS_BAR : 0;
+    const std::uint8_t styles[] = {0, 0, CS_BAR, CS_HOVER};
+    const std::uint8_t style = styles[Pick(4)];
     for (std::size_t col = Pick(2) == 0 ? 0 : 79; col < kCols; ++col) {
       row.cells[col].back = ground;
       row.cells[col].style = style;

@@ -24,9 +24,9 @@ class RowCellsTest : public testing::Test {
       row_.cells[at++].byte = static_cast<std::uint8_t>(byte);
     return DecodeRow(row_.cells, *tables_);
   }
-  RowLook Look(int caretCol = -1, bool blinkOff = false, bool lighter = true,
+  RowLook Look(Caret caret = {}, bool blinkOff = false, bool lighter = true,
                PaletteKind palette = PaletteKind::kNormal) const {
-    return ResolveRow(row_, caretCol, blinkOff, *tables_, LookColours(PaletteOf(palette), lighter));
+    return ResolveRow(row_, caret, blinkOff, *tables_, LookColours(PaletteOf(palette), lighter));
   }
   void Colour(std::size_t col, int fore, int back = 16, int style = 0) {
     row_.cells[col].fore = static_cast<std::uint8_t>(fore);
@@ -86,8 +86,8 @@ TEST_F(RowCellsTest, HalvesOfACharacterHaveTheirOwnColoursAndBlink) {
   EXPECT_EQ(look[1].foreground, 0x008000u);
   EXPECT_EQ(look[1].background, 0x000080u);
   EXPECT_EQ(look[1].unit, u'中');
-  EXPECT_EQ(Look(-1, true)[0].unit, u'中');
-  EXPECT_EQ(Look(-1, true)[1].unit, 0);
+  EXPECT_EQ(Look({}, true)[0].unit, u'中');
+  EXPECT_EQ(Look({}, true)[1].unit, 0);
 }
 
 TEST_F(RowCellsTest, BlanksOfAnyForegroundLookTheSame) {
@@ -103,13 +103,16 @@ TEST_F(RowCellsTest, BlanksOfAnyForegroundLookTheSame) {
 TEST_F(RowCellsTest, CaretIsAsWideAsItsCharacter) {
   Decode("x\xA4\xA4y");
   for (const int col : {1, 2}) {
-    const RowLook look = Look(col);
+    const RowLook look = Look({col});
     EXPECT_FALSE(look[0].caret);
     EXPECT_TRUE(look[1].caret && look[2].caret);
     EXPECT_FALSE(look[3].caret);
+    const RowLook block = Look({col, CaretShape::kBlock});
+    EXPECT_TRUE(block[1] != Look()[1] && block[2] != Look()[2]);
+    EXPECT_TRUE(block[0] == Look()[0] && block[3] == Look()[3]);
   }
-  EXPECT_TRUE(Look(0)[0].caret);
-  EXPECT_FALSE(Look(0)[1].caret);
+  EXPECT_TRUE(Look({0})[0].caret);
+  EXPECT_FALSE(Look({0})[1].caret);
 }
 
 TEST_F(RowCellsTest, DarkBlueIsLighterOnTheDarkGroundsOnly) {
@@ -120,7 +123,7 @@ TEST_F(RowCellsTest, DarkBlueIsLighterOnTheDarkGroundsOnly) {
   Colour(3, 4, 24);
   Colour(4, 4, 25);
   Colour(5, 4, 16, CS_BAR);
-  const RowLook plain = Look(-1, false, false);
+  const RowLook plain = Look({}, false, false);
   EXPECT_EQ(plain[0].foreground, 0x000080u);
   EXPECT_EQ(plain[1].foreground, 0x0000FFu);
   const RowLook lighter = Look();
@@ -128,7 +131,7 @@ TEST_F(RowCellsTest, DarkBlueIsLighterOnTheDarkGroundsOnly) {
   EXPECT_EQ(lighter[2].foreground, 0x000080u);
   for (const std::size_t col : {0u, 1u, 3u, 4u, 5u})
     EXPECT_GE(Contrast(lighter[col].foreground, lighter[col].background), kReadableContrast) << col;
-  EXPECT_EQ(Look(-1, false, true, PaletteKind::kDisguise)[0].foreground, 0x000000u);
+  EXPECT_EQ(Look({}, false, true, PaletteKind::kDisguise)[0].foreground, 0x000000u);
 }
 
 TEST_F(RowCellsTest, WhatLinesAreDressedInCanBeReadAndReadTitlesAreNoBrighterThanOthers) {
@@ -160,6 +163,7 @@ TEST_F(RowCellsTest, BlueBlocksStayAsBlueAsTheBackgroundsBesideThem) {
   EXPECT_EQ(look[1].foreground, look[2].background);
 }
 
+// The pointer's row is quieter than the cursor's.
 TEST_F(RowCellsTest, BarIsAQuietGroundThatEverythingWrittenCanBeReadOn) {
   Decode("ab c");
   for (const PaletteKind kind : {PaletteKind::kNormal, PaletteKind::kDark, PaletteKind::kDisguise})
@@ -168,7 +172,7 @@ TEST_F(RowCellsTest, BarIsAQuietGroundThatEverythingWrittenCanBeReadOn) {
       Colour(0, fore, 16, CS_BAR);
       Colour(1, fore, 17, CS_BAR);  // a colour of the BBS's own stays
       Colour(2, fore, 24, CS_BAR);
-      const RowLook look = Look(-1, false, true, kind);
+      const RowLook look = Look({}, false, true, kind);
       EXPECT_NE(look[0].background, palette[16]);
       EXPECT_LT(Contrast(look[0].background, palette[16]), 2);
       EXPECT_EQ(look[0].ground, CellGround::kOpaque);
@@ -176,6 +180,12 @@ TEST_F(RowCellsTest, BarIsAQuietGroundThatEverythingWrittenCanBeReadOn) {
       EXPECT_EQ(look[2].background, look[0].background);
       EXPECT_EQ(look[3].background, palette[16]);
       EXPECT_EQ(look[3].ground, CellGround::kPage);
+      Colour(0, fore, 16, CS_HOVER);
+      const CellLook hover = Look({}, false, true, kind)[0];
+      EXPECT_GT(Contrast(hover.background, palette[16]), 1.05);
+      EXPECT_LT(Contrast(hover.background, palette[16]), Contrast(look[0].background, palette[16]));
+      EXPECT_TRUE(hover.foreground == hover.background ||
+                  Contrast(hover.foreground, hover.background) >= kReadableContrast);
       // What is written in the ground's colour is hidden, and is not given away.
       if (palette[static_cast<std::size_t>(fore)] == palette[16]) {
         EXPECT_EQ(look[0].foreground, look[0].background) << fore;
@@ -189,7 +199,7 @@ TEST_F(RowCellsTest, UnderlineHasTheForegroundOfItsCellOnBlanksToo) {
   Decode("a b");
   for (const std::size_t col : {0u, 1u, 2u})
     Colour(col, 11, 16, col < 2 ? CS_UNDERLINE | CS_BLINK : 0);
-  const RowLook look = Look(-1, true);
+  const RowLook look = Look({}, true);
   EXPECT_TRUE(look[0].underline && look[1].underline);
   EXPECT_FALSE(look[2].underline);
   EXPECT_EQ(look[1].foreground, 0xFFFF00u);
@@ -207,12 +217,18 @@ TEST_F(RowCellsTest, ColoursOutsideThePaletteAreSomeColour) {
 }
 
 TEST_F(RowCellsTest, CaretCanBeSeenWhateverTheColours) {
-  for (int fore = 0; fore < 48; ++fore)
-    for (int back = 16; back < 26; ++back) {
-      Colour(0, fore, back);
-      const CellLook cell = Look(0)[0];
-      EXPECT_GE(Contrast(CaretColour(cell), cell.background), 2.5) << fore << " on " << back;
-    }
+  Decode("x");
+  for (const PaletteKind kind : {PaletteKind::kNormal, PaletteKind::kDark, PaletteKind::kDisguise})
+    for (int fore = 0; fore < 48; ++fore)
+      for (int back = 16; back < 26; ++back) {
+        Colour(0, fore, back);
+        const CellLook line = Look({0}, false, true, kind)[0];
+        EXPECT_GE(Contrast(CaretColour(line), line.background), 3) << fore << " on " << back;
+        const CellLook block = Look({0, CaretShape::kBlock}, false, true, kind)[0];
+        EXPECT_EQ(block.background, CaretColour(line));
+        EXPECT_GE(Contrast(block.foreground, block.background), kReadableContrast);
+        EXPECT_EQ(block.ground, CellGround::kOpaque);
+      }
 }
 
 }  // namespace
