@@ -99,7 +99,9 @@ bool PageComposer::IsPromptOverArticle(const ScreenSnapshot& screen) const {
   if (!covered_ || article_.LineCount() == 0 || !doc_.Fields().webArticle) return false;
   for (int row = 0; row < kPromptRow; ++row)
     if (!IsSameRow(screen, *covered_, row)) return false;
-  return true;
+  // What is asked is about the BBS's page, and is seen over no other.
+  const std::optional<int> top = article_.Reading().Lines().TopOf(*covered_);
+  return top && article_.StandsLikePage(*top, kLinesShown);
 }
 
 void PageComposer::KeepArticleAbovePrompt(const ScreenSnapshot& screen, FrameState& frame) {

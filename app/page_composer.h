@@ -44,7 +44,7 @@ class PageComposer {
   // The screen's row that a row of the picture shows; -1: none, as where the local article is.
   int ScreenRowAt(int pageRow) const { return rowOf_[static_cast<std::size_t>(pageRow)]; }
   // The BBS asks something on its last rows and has left the article's page above them as it was: the local
-  // article stays in the picture above the question.
+  // article stays in the picture above the question, if it shows that same page.
   bool IsPromptOverArticle(const ScreenSnapshot& screen) const;
   bool ShowsArticle() const { return article_.IsShown(); }
 

@@ -38,7 +38,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       sideButtons_(images_, this),
       ime_(*this, surface_),
       keys_(doc, {.command = [this](KeyCommand command) { OnCommand(command); },
-                  .userTypes = [this] { article_.OnUserKey(); },
+                  .userTypes = [this] { OnUserTypes(); },
                   .mustWait = [this] { return article_.Reading().MustWait(); }}),
       commands_(doc, article_, keys_,
                 {.refused = [this] { toast_.Show(DescribeNoCommand(doc_.IsConnected())); },
@@ -48,6 +48,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       selection_(shown_, {.changed = [this] { RefreshFrame(); },
                           .scrollBy = [this](int lines) { ScrollSelecting(lines); },
                           .finished = [this] { edit_.OnSelected(); }}),
+      search_(article_, shown_, *this),
       links_(shown_, WebHostsOf(doc.Hosts())),
       clipboard_(doc, *this,
                  {.send = [this](std::u16string_view text, Wrap wrap) { keys_.SendText(text, wrap); },
@@ -82,6 +83,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
   ConnectLogin();
   ConnectArticle();
   ConnectSideLists();
+  ConnectSearch();
   doc_.Messages().Attach(this);
   ApplyDisplaySettings();
   NoteVersion();
@@ -154,6 +156,18 @@ void CQuillView::ConnectSideLists() {
           });
 }
 
+void CQuillView::ConnectSearch() {
+  connect(&search_, &SearchDesk::Changed, this, &CQuillView::RefreshFrame);
+  connect(&search_, &SearchDesk::Said, this, [this](const QString& words) { toast_.Show(words); });
+  connect(&sideList_, &SideListView::Opened, &search_, &SearchDesk::StopAsking);
+}
+
+// What goes to the BBS may bring another page, or a question below this one.
+void CQuillView::OnUserTypes() {
+  search_.StopAsking();
+  article_.OnUserKey();
+}
+
 void CQuillView::OnSideButton(SideButton button) {
   switch (button) {
     case SideButton::kHotList:
@@ -187,6 +201,7 @@ void CQuillView::PlaceOverlays() {
   sideList_.Place(rect(), unit);
   PlaceSideButtons();
   article_.PlaceScrollBar(rect(), work);
+  search_.Place(surface_.CellRect(kRows - 1, 0).top(), unit, LoginFormColoursFor(work));
 }
 
 void CQuillView::PlaceSideButtons() {
@@ -249,8 +264,8 @@ bool CQuillView::event(QEvent* event) {
     TakeMessages();
     return true;
   }
-  // What the login form does not take is a menu's.
-  if (event->type() == QEvent::ShortcutOverride && !login_.IsShown() &&
+  // What the login form and the search's field do not take is a menu's.
+  if (event->type() == QEvent::ShortcutOverride && !login_.IsShown() && !search_.IsAsking() &&
       Decide(*static_cast<QKeyEvent*>(event)).road != Road::kToolkit) {
     event->accept();
     return true;
@@ -279,8 +294,8 @@ void CQuillView::TakeMessages() {
 void CQuillView::Tick() {
   doc_.Driver().Tick();
   RefreshPanel();
-  const bool busy = doc_.IsAutomationBusy() || panel_.IsActive() || login_.IsOpen() || ime_.IsComposing() ||
-                    QApplication::activeModalWidget() != nullptr;
+  const bool busy = doc_.IsAutomationBusy() || search_.IsAsking() || panel_.IsActive() || login_.IsOpen() ||
+                    ime_.IsComposing() || QApplication::activeModalWidget() != nullptr;
   article_.OnTick(!busy && isVisible());
   keys_.Flush();
 }
@@ -297,13 +312,17 @@ void CQuillView::RefreshPanel() {
     update();
   if (panel_.IsShown() != wasShown || panel_.Text() != before) update();
   timers_.SetAnimating(panel_.IsBusy());
-  if (IsCovered()) pointer_.Cancel();
+  if (IsCovered()) {
+    pointer_.Cancel();
+    search_.StopAsking();
+  }
   RefreshFrame();
 }
 
 // What is selected, and what lies under the pointer, is told by the picture's lines.
 void CQuillView::ShowOtherLines() {
   RefreshFrame();
+  search_.OnLines();
   selection_.OnTextChanged();
   if (!IsCovered()) pointer_.OnPictureChanged();
 }
@@ -320,6 +339,7 @@ void CQuillView::RefreshFrame() {
   frame_.rightInset = qCeil(kRightInset * surface_.Scale());
   composer_.Compose(screen_, caret, frame_);
   links_.Decorate(frame_.page);
+  search_.Decorate(frame_.page);
   selection_.Decorate(frame_.page);
   surface_.Refresh(frame_);
   if (HasFlagsAtTop(frame_.page) != flagsAtTop_) PlaceSideButtons();

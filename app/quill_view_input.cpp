@@ -27,7 +27,8 @@ WindowState CQuillView::StateForKeys() const {
           .commandsOffered = composer_.Offers(ArticleCommand::kBookmark),
           .idUnderPointer = cell && !IdAtCell(cell->y(), cell->x()).empty(),
           .addBlackHotKey = doc_.Fields().addBlackHotKey,
-          .preventArticleChange = doc_.Fields().preventUpDownChangeArticle};
+          .preventArticleChange = doc_.Fields().preventUpDownChangeArticle,
+          .search = search_.Use()};
 }
 
 KeyDecision CQuillView::Decide(const QKeyEvent& event) const {
@@ -37,6 +38,7 @@ KeyDecision CQuillView::Decide(const QKeyEvent& event) const {
 
 bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
   const KeyDecision decision = Decide(event);
+  if (decision.road != Road::kToolkit && decision.road != Road::kSearch) search_.OnOtherKey();
   switch (decision.road) {
     case Road::kToolkit:
       return false;
@@ -47,6 +49,9 @@ bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
       return true;
     case Road::kSideList:
       return sideList_.OnKey(decision.action.virtualKey);
+    case Road::kSearch:
+      Search(decision.search);
+      return true;
     case Road::kSelection:
       SelectByKey(decision.select);
       return true;
@@ -93,6 +98,13 @@ void CQuillView::ChangeName(NameKey key, int colour) {
   if (!cell) return;
   const QString told = nameKeys_.Press(IdAtCell(cell->y(), cell->x()), key, colour);
   if (!told.isEmpty()) toast_.Show(told);
+}
+
+void CQuillView::Search(SearchStep step) {
+  if (article_.IsShown())
+    search_.Take(step);
+  else
+    toast_.Show(DescribeNoCommand(doc_.IsConnected()));
 }
 
 void CQuillView::PerformArticleCommand(ArticleCommand command) {

@@ -17,6 +17,8 @@ enum CellStyle : std::uint8_t {
   CS_BAR = 0x04,        // under the cursor bar
   CS_SELECTED = 0x08,   // selected text; its colours come before all others
   CS_HIDDEN = 0x10,     // stands in place of what the user's lists hide; drawn like any other
+  CS_FOUND = 0x20,      // a hit of a search; its colours come before all but those of selected text
+  CS_FOUND_HERE = 0x40  // the hit at which the user is
 };
 
 struct PageCell {
