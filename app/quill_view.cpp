@@ -197,6 +197,7 @@ void CQuillView::PlaceOverlays() {
   const qreal scale = surface_.Scale();
   const qreal unit = layout.rowHeight / scale;
   const bool work = doc_.Fields().work;
+  if (composer_.SetRowsInSight(RowsInSight(layout))) ShowOtherLines();
   login_.Place(unit);
   sideList_.Place(rect(), unit);
   PlaceSideButtons();
@@ -282,7 +283,8 @@ void CQuillView::TakeMessages() {
     doc_.OnScreen(screen_, messages.reason);
     if (doc_.IsAutomationBusy()) article_.OnUserKey();
     article_.OnScreen(screen_);
-    composer_.OnScreen(screen_);
+    const std::string keys = composer_.OnScreen(screen_);
+    if (!keys.empty() && !doc_.IsAutomationBusy()) SendBytes(keys);
     keys_.Flush();
     ShowOtherLines();
     clipboard_.OnScreen();

@@ -127,6 +127,7 @@ class CQuillView : public QWidget {
   void OnCommand(KeyCommand command);
   void OnSideButton(SideButton button);
   void OnUserTypes();
+  void SendBytes(std::string bytes);
   void TakeMessages();
   void Tick();
   void TellFileProblems();

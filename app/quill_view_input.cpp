@@ -71,6 +71,13 @@ bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
   }
   if (decision.paging.kind != PagingAction::Kind::kToBbs && article_.TakePaging(decision.paging)) return true;
   timers_.RestartCaret();
+  if (decision.road == Road::kBbs) {
+    if (auto keys = composer_.OnKey(ToKeyPress(event), screen_)) {
+      if (!keys->empty()) SendBytes(*std::move(keys));
+      ShowOtherLines();
+      return true;
+    }
+  }
   const bool taken = keys_.Perform(decision.action);
   // The next Ctrl+C is the BBS's again.
   const bool copiesByBbsKey = decision.action.command == KeyCommand::kCopy && event.key() == Qt::Key_C &&
@@ -244,6 +251,10 @@ void CQuillView::ActOnMouse(const MouseAction& action) {
   std::string bytes = action.bytes;
   if (action.kind == MouseActionKind::kMoveCursor)
     bytes = CursorKeys({screen_.cursorRow, screen_.cursorCol}, {action.row, action.col});
+  SendBytes(std::move(bytes));
+}
+
+void CQuillView::SendBytes(std::string bytes) {
   keys_.Perform({.kind = KeyActionKind::kSendBytes, .bytes = std::move(bytes)});
 }
 
@@ -296,7 +307,7 @@ void CQuillView::ShowLinks(EditCommand use) {
 }
 
 void CQuillView::SendControl(char code) {
-  keys_.Perform({.kind = KeyActionKind::kSendBytes, .bytes = std::string(1, code)});
+  SendBytes(std::string(1, code));
 }
 
 }  // namespace quillet

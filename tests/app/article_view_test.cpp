@@ -278,6 +278,35 @@ TEST_F(ArticleViewTest, APromptStandsBelowThePageThatTheBbsShows) {
   }
 }
 
+TEST_F(ArticleViewTest, InTheMiniWindowAPageIsItsRows) {
+  OpenWhole(talkative);
+  View().SetLayoutMode(LayoutMode::kNarrow);
+  frame->setMinimumSize(0, 0);
+  frame->resize(528, 200);
+  ASSERT_TRUE(Until([&] { return Article().LinesInSight() < kLinesShown; }));
+  const int lines = Article().LinesInSight();
+  const auto topRow = static_cast<std::size_t>(kLinesShown - lines);
+  EXPECT_GE(View().Surface().CellRect(static_cast<int>(topRow), 0).top(), 0);
+  EXPECT_LT(View().Surface().CellRect(static_cast<int>(topRow) - 1, 0).top(), 0);
+  EXPECT_EQ(Row(topRow), TextOf(Lines().At(0))) << "the first line is in sight";
+  Press(Qt::Key_PageDown);
+  ASSERT_TRUE(AtRest(lines - 1));
+  EXPECT_EQ(Row(topRow), TextOf(Lines().At(lines - 1))) << "none is skipped";
+  Press(Qt::Key_End);
+  ASSERT_TRUE(AtRest(Lines().Count() - lines));
+  EXPECT_EQ(Row(22), TextOf(Lines().At(Lines().Count() - 1)));
+
+  Press(Qt::Key_Left);
+  ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_ARTICLE_LIST_CURSOR) != 0; }));
+  const int cursor = View().Screen().cursorRow;
+  EXPECT_TRUE(Until([&] { return View().Frame().caretRow >= static_cast<int>(topRow); }));
+  Press(Qt::Key_PageUp);
+  EXPECT_TRUE(Until([&] { return View().Screen().cursorRow != cursor; })) << ScreenAsUtf8();
+  EXPECT_TRUE(Until([&] { return View().Frame().caretRow >= static_cast<int>(topRow); }));
+  View().SetLayoutMode(LayoutMode::kOrdinary);
+  EXPECT_TRUE(Until([&] { return Row(0) == std::string(View().Screen().RowText(0)); }));
+}
+
 TEST_F(ArticleViewTest, ATextIsLookedForInWhatIsShownAndTheBbsKnowsNothingOfIt) {
   OpenWhole(talkative);
   const auto marks = [&] {
