@@ -77,6 +77,8 @@ int NarrowSight::TopFor(int cursorRow) const {
 std::string NarrowSight::OnScreen(const ScreenSnapshot& screen) {
   const PageKind kind = KindOf(screen);
   asksBelow_ = kind == PageKind::kTyping && screen.cursorRow == kBottomRow;
+  // One that is half drawn, or a picture.
+  if (kind == PageKind::kOther) return {};
   // The page that a question is about comes back.
   if (kind != PageKind::kTyping && std::exchange(kind_, kind) != kind) top_ = 0;
   if (asked_ && asked_->kind != kind) asked_.reset();
@@ -103,6 +105,7 @@ std::optional<std::string> NarrowSight::OnKey(const KeyPress& press, const Scree
   if (!IsNarrow()) return std::nullopt;
   const PageKind kind = KindOf(screen);
   const bool reads = kind == PageKind::kReader;
+  top_ = TopFor(screen.cursorRow);
   if (!reads && !IsList(kind)) return std::nullopt;
   const bool pagesOn =
       IsPageKey(press, kKeyPageDown, 'F') || Types(press, u" ") || (reads && IsPlain(press, kKeyRight));

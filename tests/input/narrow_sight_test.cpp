@@ -91,6 +91,14 @@ TEST_F(NarrowSightTest, PagingThroughAListBringsEveryLineIntoSightBothWays) {
   }
 }
 
+TEST_F(NarrowSightTest, ItFollowsAWindowThatBecomesSmallOverAPage) {
+  const List list{.count = 47, .selected = 46};
+  sight.OnScreen(list.Screen());
+  sight.SetRows(4);
+  ASSERT_EQ(sight.TopFor(9), 6);
+  EXPECT_EQ(sight.OnKey({.virtualKey = kKeyPageUp}, list.Screen())->size(), 6 * KeySequence(kKeyUp).size());
+}
+
 TEST_F(NarrowSightTest, ALongTextIsPagedThroughByTheRowsInSight) {
   ScreenSnapshot page = Classified(WithReaderFooter(ArticleHeader()));
   page.pageFlags &= ~(PF_READ_TOP | PF_READ_END);
@@ -114,6 +122,7 @@ TEST_F(NarrowSightTest, ALongTextIsPagedThroughByTheRowsInSight) {
   page.pageFlags |= PF_READ_TOP | PF_READ_END;
   EXPECT_FALSE(press(kKeyPageDown)) << "the BBS goes to the next article";
   EXPECT_FALSE(press(kKeyDown));
+  sight.OnScreen(ScreenBuilder().screen);
   EXPECT_EQ(press(kKeyUp), "");
   EXPECT_EQ(sight.TopFor(23), 14);
 }
