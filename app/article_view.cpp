@@ -65,6 +65,7 @@ ArticleView::~ArticleView() = default;
 
 void ArticleView::SetRules(const DressRules& rules) {
   rules_ = rules;
+  ++rulesVersion_;
   reading_.SetOptions({.fetchAll = rules_.settings->webArticle,
                        .refreshPush = rules_.settings->autoRefreshPush,
                        .tellChanges = rules_.settings->notifyArticleChanged});
@@ -96,6 +97,7 @@ void ArticleView::OnScreen(const ScreenSnapshot& screen) {
     StandAt(*line);
   Review();
   ReadOnInTime();
+  if (another) emit OtherArticle();
 }
 
 void ArticleView::OnTick(bool mayRefresh) {
@@ -141,6 +143,15 @@ void ArticleView::Forget() {
   StandAt(0);
   Review();
   emit Changed();
+}
+
+// Where one reads, which is below, stays.
+void ArticleView::SetLinesInSight(int lines) {
+  const int fewer = inSight_ - std::exchange(inSight_, std::clamp(lines, 1, kLinesShown));
+  if (fewer == 0) return;
+  scrollBar_->setPageStep(PageStep(inSight_));
+  if (target_ > 0 || fewer < 0) GoTo(target_ + fewer, Motion::kAtOnce, stay_);
+  Review();
 }
 
 void ArticleView::SetHeld(bool held) {
@@ -228,7 +239,7 @@ void ArticleView::MoveTo(int top, Motion motion, Stay stay) {
     GoBeyond(top);
   else
     GoTo(top, motion, stay);
-  const bool nearEnd = target_ + 2 * kLinesShown > dressed_.Count();
+  const bool nearEnd = target_ + inSight_ + kLinesShown > dressed_.Count();
   if (nearEnd && !reading_.Lines().IsComplete() && !doc_.IsAutomationBusy())
     reading_.WantMore(SteadyMilliseconds());
   ReadOnInTime();
@@ -239,6 +250,7 @@ void ArticleView::MoveTo(int top, Motion motion, Stay stay) {
 PagingState ArticleView::Paging() const {
   return {.top = target_ + beyond_,
           .count = dressed_.Count(),
+          .shown = inSight_,
           .complete = reading_.Lines().IsComplete(),
           .keepArticle = rules_.settings->preventUpDownChangeArticle};
 }
@@ -307,7 +319,7 @@ void ArticleView::Review() {
 }
 
 ArticleBarInput ArticleView::BarInput() const {
-  ArticleBarInput input{.line = std::min(top_ + kLinesShown, dressed_.Count()),
+  ArticleBarInput input{.line = std::min(top_ + inSight_, dressed_.Count()),
                         .lines = dressed_.Count(),
                         .stillReading = !reading_.Lines().IsComplete(),
                         .bookmarked = bookmarked_,
@@ -328,14 +340,20 @@ void ArticleView::SetHovered(ArticleCommand command) {
 }
 
 void ArticleView::Compose(FrameState& frame) const {
-  for (int row = 0; row < kLinesShown; ++row) {
-    const int index = top_ + row;
-    frame.page[static_cast<std::size_t>(row)] =
-        index < dressed_.Count() ? dressed_.Row(reading_.Lines(), index, rules_) : PageRow{};
-  }
+  for (int row = 0; row < kLinesShown; ++row)
+    frame.page[static_cast<std::size_t>(row)] = dressed_.Row(reading_.Lines(), LineAtRow(row), rules_);
   frame.page[kBottomRow] = bar_.row;
   frame.caretRow = -1;
   frame.progress = LastTopLine() > 0 ? static_cast<double>(top_) / LastTopLine() : 0;
+}
+
+bool ArticleView::StandsLikePage(int firstLine, int rows) const {
+  for (int row = 0; row < rows; ++row) {
+    const int line = dressed_.LineOf(LineAtRow(row));
+    const int wanted = firstLine + row < reading_.Lines().Count() ? firstLine + row : -1;
+    if (line != wanted) return false;
+  }
+  return true;
 }
 
 const ArticleLine* ArticleView::ShownLine(int index) const {

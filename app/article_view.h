@@ -41,6 +41,9 @@ class ArticleView : public QObject {
   void OnAutomationKey();
   // For a connection that begins: nothing of the article is the new one's.
   void Forget();
+  // Rows of the window in which lines of the article are seen, 1 to kLinesShown: the lowest above the bar.
+  void SetLinesInSight(int lines);
+  int LinesInSight() const { return inSight_; }
   // An automation of the client's own works under the article: a page that is shown stays meanwhile.
   void SetHeld(bool held);
 
@@ -48,6 +51,11 @@ class ArticleView : public QObject {
   bool IsShown() const;
   // Fills page, caret and progress of `frame`. Only while shown.
   void Compose(FrameState& frame) const;
+  // The line in a row of the picture above the bar, seen or not; outside 0 to LineCount() - 1 where there is
+  // none.
+  int LineAtRow(int row) const { return top_ + row - (kLinesShown - inSight_); }
+  // Its lines stand in the picture as they do on the BBS's page, whose row 0 holds this line of the article.
+  bool StandsLikePage(int firstLine, int rows) const;
   // What the bottom row's captions do. Empty while not shown.
   const std::vector<CaptionArea>& Captions() const { return bar_.areas; }
 
@@ -75,6 +83,8 @@ class ArticleView : public QObject {
   int TopLine() const { return top_; }
   int TargetLine() const { return target_; }
   int LineCount() const { return dressed_.Count(); }
+  // Another number when lines may be shown, hidden or left out that were not so before.
+  unsigned RulesVersion() const { return rulesVersion_; }
   // The article's line behind a shown one; null where there is none, or while it is read anew.
   const ArticleLine* ShownLine(int index) const;
   // The look of a shown line; an empty row where there is none.
@@ -86,6 +96,8 @@ class ArticleView : public QObject {
  signals:
   // The picture is different. Not sent by SetRules and OnScreen: who calls them draws anyway.
   void Changed();
+  // The lines of the article before are gone; another's have taken their place, or none.
+  void OtherArticle();
   // New push lines, or a changed text, as AutoRefreshPush found them.
   void NewsArrived(const quillet::ArticleNews& news);
   // "b" and the like, decided by the keys, for the BBS.
@@ -104,7 +116,7 @@ class ArticleView : public QObject {
   // Whether the lines are another article's than at the last call.
   bool IsAnotherArticle();
 
-  int LastTopLine() const { return LastTop(dressed_.Count()); }
+  int LastTopLine() const { return LastTop(dressed_.Count(), inSight_); }
   // The top that brings a line of the article there, as far as lines are known.
   int TopOf(int line) const;
   void StandAt(int line);
@@ -134,6 +146,8 @@ class ArticleView : public QObject {
   QTimer animation_;
   QTimer readOn_;
 
+  int inSight_ = kLinesShown;
+  unsigned rulesVersion_ = 0;
   int top_ = 0;
   int target_ = 0;
   int anchor_ = 0;  // the line of the article that stands, or is to stand, at the top

@@ -24,6 +24,45 @@ QString DescribeBookmarkEnd(BookmarkEnd end) {
   return {};
 }
 
+namespace SearchWords {
+
+QString Label() {
+  return u"尋找"_qs;
+}
+
+QString Hint() {
+  return u"文章中的文字"_qs;
+}
+
+QString Previous() {
+  return u"上一處（Shift+F3）"_qs;
+}
+
+QString Next() {
+  return u"下一處（F3）"_qs;
+}
+
+QString Tally(const SearchTally& tally) {
+  const QString more = tally.stillReading ? u"…"_qs : QString();
+  if (tally.count == 0) return tally.stillReading ? u"還沒找到…"_qs : u"找不到"_qs;
+  if (tally.here < 0) return u"共 %1 處"_qs.arg(tally.count) + more;
+  return u"第 %1 / %2 處"_qs.arg(tally.here + 1).arg(tally.count) + more;
+}
+
+QString FromTop() {
+  return u"後面沒有了，從開頭找起：%1"_qs;
+}
+
+QString FromEnd() {
+  return u"前面沒有了，從結尾找起：%1"_qs;
+}
+
+QString NoMoreYet() {
+  return u"文章還在讀取，後面還沒有找到"_qs;
+}
+
+}  // namespace SearchWords
+
 QString DescribeNoCommand(bool connected) {
   return connected ? u"現在無法使用這個功能"_qs : u"尚未連線"_qs;
 }

@@ -32,6 +32,7 @@ constexpr std::array kKeys = {
     KeyRow{Qt::Key_Return, kKeyEnter},
     KeyRow{Qt::Key_Enter, kKeyEnter},
     KeyRow{Qt::Key_Escape, kKeyEscape},
+    KeyRow{Qt::Key_F3, kKeyF3},
     KeyRow{Qt::Key_F11, kKeyF11},
     KeyRow{Qt::Key_AsciiCircum, '6'},
     KeyRow{Qt::Key_Minus, kKeyMinus},

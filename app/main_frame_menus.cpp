@@ -153,6 +153,13 @@ void CMainFrame::MakeArticleMenu() {
   addCommand(u"自動發P幣…(&G)"_qs, Qt::ALT | Qt::Key_G, ArticleCommand::kGiveMoney);
   addCommand(u"推文開頭(&F)"_qs, kClientKeys | Qt::Key_F, ArticleCommand::kFirstPush);
   menu->addSeparator();
+  const auto addSearch = [&](const QString& text, const QKeySequence& keys, SearchStep step) {
+    Add(*menu, text, keys, [this, step] { view_->Search(step); })->setAutoRepeat(true);
+  };
+  addSearch(u"在文章中尋找…(&S)"_qs, Qt::CTRL | Qt::Key_F, SearchStep::kAsk);
+  addSearch(u"找下一處(&N)"_qs, Qt::Key_F3, SearchStep::kNext);
+  addSearch(u"找上一處(&V)"_qs, Qt::SHIFT | Qt::Key_F3, SearchStep::kPrevious);
+  menu->addSeparator();
   const auto addList = [&](const QString& text, const QKeySequence& keys, ArticleListKind kind) {
     Add(*menu, text, keys, [this, kind] { view_->SideList().Toggle(kind); });
     view_->Buttons().SetShortcut(ButtonOf(kind), keys);

@@ -52,7 +52,7 @@ bool PageComposer::EndReveal() {
   return true;
 }
 
-void PageComposer::OnScreen(const ScreenSnapshot& screen) {
+std::string PageComposer::OnScreen(const ScreenSnapshot& screen) {
   const std::uint32_t kind = screen.pageFlags & kRevealingPages;
   if (kind != pageKind_) EndReveal();
   pageKind_ = kind;
@@ -61,6 +61,7 @@ void PageComposer::OnScreen(const ScreenSnapshot& screen) {
     covered_ = screen;
   else if (!doc_.IsArticleOpen())
     covered_.reset();
+  return sight_.OnScreen(screen);
 }
 
 void PageComposer::Compose(const ScreenSnapshot& screen, bool caretShown, FrameState& frame) {
@@ -87,6 +88,7 @@ void PageComposer::ComposeScreen(const ScreenSnapshot& screen, FrameState& frame
   const DressedScreen dressed = DressScreen(doc_.PageReader(), screen, rules_, doc_.OpenArticle().postTime);
   frame.page = dressed.page;
   rowOf_ = dressed.rowOf;
+  if (sight_.IsNarrow()) MoveIntoSight(PageRowOf(screen.cursorRow), frame.page);
   if (!OffersCommands(screen)) return;
   ArticleBar bar = MakeArticleBarOver(frame.page[kStatusRow],
                                       {.bookmarked = doc_.IsOpenArticleBookmarked(),
@@ -97,11 +99,35 @@ void PageComposer::ComposeScreen(const ScreenSnapshot& screen, FrameState& frame
   captions_ = std::move(bar.areas);
 }
 
+bool PageComposer::SetRowsInSight(int rows) {
+  const int above = rows - 1;
+  if (above == sight_.Rows()) return false;
+  sight_.SetRows(above);
+  article_.SetLinesInSight(above);
+  return true;
+}
+
+// The bottom row stays; the row that is cut by the window's edge shows what stands above.
+void PageComposer::MoveIntoSight(int cursorRow, Page& page) {
+  const int first = kStatusRow - sight_.Rows();
+  const int shift = sight_.TopFor(cursorRow) - first;
+  const Page before = page;
+  const auto rowBefore = rowOf_;
+  for (int row = 0; row < kStatusRow; ++row) {
+    const auto to = static_cast<std::size_t>(row);
+    const auto from = static_cast<std::size_t>(std::max(row + shift, 0));
+    page[to] = row + shift < 0 ? PageRow{} : before[from];
+    rowOf_[to] = row < first ? -1 : rowBefore[from];
+  }
+}
+
 bool PageComposer::IsPromptOverArticle(const ScreenSnapshot& screen) const {
   if (!covered_ || article_.LineCount() == 0 || !doc_.Fields().webArticle) return false;
   for (int row = 0; row < kPromptRow; ++row)
     if (!IsSameRow(screen, *covered_, row)) return false;
-  return true;
+  // What is asked is about the BBS's page, and is seen over no other.
+  const std::optional<int> top = article_.Reading().Lines().TopOf(*covered_);
+  return top && article_.StandsLikePage(*top, kLinesShown);
 }
 
 void PageComposer::KeepArticleAbovePrompt(const ScreenSnapshot& screen, FrameState& frame) {

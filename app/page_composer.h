@@ -8,6 +8,7 @@
 
 #include "app/article_view.h"
 #include "app/quill_doc.h"
+#include "input/narrow_sight.h"
 #include "render/article_bar.h"
 #include "render/dress_rules.h"
 #include "render/paint/frame_painter.h"
@@ -28,8 +29,9 @@ class PageComposer {
   // Whether anything was revealed.
   bool EndReveal();
 
-  // Before the next Compose: another screen has come.
-  void OnScreen(const ScreenSnapshot& screen);
+  // Before the next Compose: another screen has come. Returns what is to be sent so that the next page of a
+  // list is seen from its first line on, in a small window.
+  std::string OnScreen(const ScreenSnapshot& screen);
   // Fills everything of `frame` that the screen or the article decides; the caret too where `caretShown`.
   void Compose(const ScreenSnapshot& screen, bool caretShown, FrameState& frame);
 
@@ -44,19 +46,27 @@ class PageComposer {
   // The screen's row that a row of the picture shows; -1: none, as where the local article is.
   int ScreenRowAt(int pageRow) const { return rowOf_[static_cast<std::size_t>(pageRow)]; }
   // The BBS asks something on its last rows and has left the article's page above them as it was: the local
-  // article stays in the picture above the question.
+  // article stays in the picture above the question, if it shows that same page.
   bool IsPromptOverArticle(const ScreenSnapshot& screen) const;
   bool ShowsArticle() const { return article_.IsShown(); }
+  // What a key that is the BBS's does in a small window; see NarrowSight.
+  std::optional<std::string> OnKey(const KeyPress& press, const ScreenSnapshot& screen) {
+    return sight_.OnKey(press, screen);
+  }
+  // Rows of the picture that the window shows, the lowest ones. Returns whether they are others.
+  bool SetRowsInSight(int rows);
 
  private:
   void ComposeScreen(const ScreenSnapshot& screen, FrameState& frame);
   void KeepArticleAbovePrompt(const ScreenSnapshot& screen, FrameState& frame);
+  void MoveIntoSight(int cursorRow, Page& page);
   bool OffersCommands(const ScreenSnapshot& screen) const;
 
   CQuillDoc& doc_;
   ArticleView& article_;
   DressRules rules_;
   RevealState reveal_;
+  NarrowSight sight_;
   std::array<int, kRows> rowOf_{};
   std::vector<CaptionArea> captions_;
   ArticleCommand hovered_ = ArticleCommand::kNone;

@@ -394,7 +394,7 @@ void PointerControl::ScrollArticle(const MouseAction& action) {
       parts_.article.ScrollBy(action.lines);
       break;
     case MouseActionKind::kScrollPages:
-      parts_.article.ScrollBy(action.lines * kPageStep);
+      parts_.article.ScrollBy(action.lines * PageStep(parts_.article.LinesInSight()));
       break;
     case MouseActionKind::kScrollToEnd:
       if (action.lines < 0)

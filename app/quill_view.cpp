@@ -48,7 +48,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       stallSign_(this),
       ime_(*this, surface_),
       keys_(doc, {.command = [this](KeyCommand command) { OnCommand(command); },
-                  .userTypes = [this] { article_.OnUserKey(); },
+                  .userTypes = [this] { OnUserTypes(); },
                   .mustWait = [this] { return article_.Reading().MustWait(); },
                   .lost = [this](const LostCharacters& lost) { toast_.Show(DescribeLostCharacters(lost)); }}),
       commands_(doc, article_, keys_,
@@ -59,6 +59,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       selection_(shown_, {.changed = [this] { RefreshFrame(); },
                           .scrollBy = [this](int lines) { ScrollSelecting(lines); },
                           .finished = [this] { edit_.OnSelected(); }}),
+      search_(article_, shown_, *this),
       links_(shown_, WebHostsOf(doc.Hosts())),
       clipboard_(doc, *this,
                  {.send = [this](std::u16string_view text, Wrap wrap) { keys_.SendText(text, wrap); },
@@ -98,6 +99,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
   ConnectLogin();
   ConnectArticle();
   ConnectSideLists();
+  ConnectSearch();
   doc_.Messages().Attach(this);
   ApplyDisplaySettings();
   NoteVersion();
@@ -170,6 +172,18 @@ void CQuillView::ConnectSideLists() {
           });
 }
 
+void CQuillView::ConnectSearch() {
+  connect(&search_, &SearchDesk::Changed, this, &CQuillView::RefreshFrame);
+  connect(&search_, &SearchDesk::Said, this, [this](const QString& words) { toast_.Show(words); });
+  connect(&sideList_, &SideListView::Opened, &search_, &SearchDesk::StopAsking);
+}
+
+// What goes to the BBS may bring another page, or a question below this one.
+void CQuillView::OnUserTypes() {
+  search_.StopAsking();
+  article_.OnUserKey();
+}
+
 void CQuillView::OnSideButton(SideButton button) {
   switch (button) {
     case SideButton::kHotList:
@@ -199,11 +213,13 @@ void CQuillView::PlaceOverlays() {
   const qreal scale = surface_.Scale();
   const qreal unit = layout.rowHeight / scale;
   const bool work = doc_.Fields().work;
+  if (composer_.SetRowsInSight(RowsInSight(layout))) ShowOtherLines();
   login_.Place(unit);
   sideList_.Place(rect(), unit);
   PlaceSideButtons();
   stallSign_.Place(rect(), unit, panel_look::ColoursFor(work));
   article_.PlaceScrollBar(rect(), work);
+  search_.Place(surface_.CellRect(kRows - 1, 0).top(), unit, LoginFormColoursFor(work));
 }
 
 void CQuillView::PlaceSideButtons() {
@@ -266,8 +282,8 @@ bool CQuillView::event(QEvent* event) {
     TakeMessages();
     return true;
   }
-  // What the login form does not take is a menu's.
-  if (event->type() == QEvent::ShortcutOverride && !login_.IsShown() &&
+  // What the login form and the search's field do not take is a menu's.
+  if (event->type() == QEvent::ShortcutOverride && !login_.IsShown() && !search_.IsAsking() &&
       Decide(*static_cast<QKeyEvent*>(event)).road != Road::kToolkit) {
     event->accept();
     return true;
@@ -284,7 +300,8 @@ void CQuillView::TakeMessages() {
     doc_.OnScreen(screen_, messages.reason, std::move(messages.seen));
     if (doc_.IsAutomationBusy()) article_.OnAutomationKey();
     article_.OnScreen(screen_);
-    composer_.OnScreen(screen_);
+    const std::string keys = composer_.OnScreen(screen_);
+    if (!keys.empty() && !doc_.IsAutomationBusy()) SendBytes(keys);
     keys_.Flush();
     ShowOtherLines();
     clipboard_.OnScreen();
@@ -297,8 +314,8 @@ void CQuillView::Tick() {
   doc_.Driver().Tick();
   doc_.ReviewAnswer();
   RefreshPanel();
-  const bool busy = doc_.IsAutomationBusy() || panel_.IsActive() || login_.IsOpen() || ime_.IsComposing() ||
-                    QApplication::activeModalWidget() != nullptr;
+  const bool busy = doc_.IsAutomationBusy() || search_.IsAsking() || panel_.IsActive() || login_.IsOpen() ||
+                    ime_.IsComposing() || QApplication::activeModalWidget() != nullptr;
   article_.OnTick(!busy && isVisible());
   keys_.Flush();
 }
@@ -314,7 +331,10 @@ void CQuillView::RefreshPanel() {
     update();
   if (panel_.IsShown() != wasShown || panel_.Text() != before) update();
   timers_.SetAnimating(panel_.IsBusy());
-  if (IsCovered()) pointer_.Cancel();
+  if (IsCovered()) {
+    pointer_.Cancel();
+    search_.StopAsking();
+  }
   stallSign_.Tell(IsCovered() ? AnswerWait::State::kNone : doc_.Answer());
   RefreshFrame();
 }
@@ -322,6 +342,7 @@ void CQuillView::RefreshPanel() {
 // What is selected, and what lies under the pointer, is told by the picture's lines.
 void CQuillView::ShowOtherLines() {
   RefreshFrame();
+  search_.OnLines();
   selection_.OnTextChanged();
   if (!IsCovered()) pointer_.OnPictureChanged();
 }
@@ -346,6 +367,7 @@ void CQuillView::RefreshFrame() {
   composer_.Compose(screen_, caret, frame_);
   pointer_.Decorate(frame_.page);
   links_.Decorate(frame_.page);
+  search_.Decorate(frame_.page);
   selection_.Decorate(frame_.page);
   surface_.Refresh(frame_);
   if (HasFlagsAtTop(frame_.page) != flagsAtTop_) PlaceSideButtons();

@@ -23,6 +23,7 @@
 #include "app/pointer_control.h"
 #include "app/push_desk.h"
 #include "app/quill_doc.h"
+#include "app/search_desk.h"
 #include "app/selection_control.h"
 #include "app/shown_text.h"
 #include "app/side_buttons.h"
@@ -69,6 +70,8 @@ class CQuillView : public QWidget {
   void SetLayoutMode(LayoutMode mode);
   // On the article that is open; says so when there is none.
   void PerformArticleCommand(ArticleCommand command);
+  // In the article that is shown; says so when there is none.
+  void Search(SearchStep step);
   SideListView& SideList() { return sideList_; }
   SideButtons& Buttons() { return sideButtons_; }
 
@@ -83,6 +86,7 @@ class CQuillView : public QWidget {
   const ActivityBadge& Badge() const { return badge_; }
   const Toast& LastToast() const { return toast_; }
   const SelectionControl& Selected() const { return selection_; }
+  const SearchDesk& Found() const { return search_; }
   const LinkHover& Links() const { return links_; }
   const WebDesk& Web() const { return web_; }
   const MoneyDesk& Money() const { return money_; }
@@ -127,6 +131,8 @@ class CQuillView : public QWidget {
   void PerformPanelAction(PanelAction action);
   void OnCommand(KeyCommand command);
   void OnSideButton(SideButton button);
+  void OnUserTypes();
+  void SendBytes(std::string bytes);
   void TakeMessages();
   void Tick();
   void TellFileProblems();
@@ -135,6 +141,7 @@ class CQuillView : public QWidget {
   void ConnectLogin();
   void ConnectArticle();
   void ConnectSideLists();
+  void ConnectSearch();
   PointerControl::Handlers PointerHandlers();
   // Bytes for the BBS.
   void ActOnMouse(const MouseAction& action);
@@ -179,6 +186,7 @@ class CQuillView : public QWidget {
   ArticleCommands commands_;
   ShownText shown_;
   SelectionControl selection_;
+  SearchDesk search_;
   LinkHover links_;
   ClipboardDesk clipboard_;
   WebDesk web_;

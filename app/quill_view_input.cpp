@@ -29,7 +29,8 @@ WindowState CQuillView::StateForKeys() const {
           .commandsOffered = composer_.Offers(ArticleCommand::kBookmark),
           .idUnderPointer = cell && !IdAtCell(cell->y(), cell->x()).empty(),
           .addBlackHotKey = doc_.Fields().addBlackHotKey,
-          .preventArticleChange = doc_.Fields().preventUpDownChangeArticle};
+          .preventArticleChange = doc_.Fields().preventUpDownChangeArticle,
+          .search = search_.Use()};
 }
 
 KeyDecision CQuillView::Decide(const QKeyEvent& event) const {
@@ -39,6 +40,7 @@ KeyDecision CQuillView::Decide(const QKeyEvent& event) const {
 
 bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
   const KeyDecision decision = Decide(event);
+  if (decision.road != Road::kToolkit && decision.road != Road::kSearch) search_.OnOtherKey();
   switch (decision.road) {
     case Road::kToolkit:
       return false;
@@ -49,6 +51,9 @@ bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
       return true;
     case Road::kSideList:
       return sideList_.OnKey(decision.action.virtualKey);
+    case Road::kSearch:
+      Search(decision.search);
+      return true;
     case Road::kSelection:
       SelectByKey(decision.select);
       return true;
@@ -68,6 +73,13 @@ bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
   }
   if (decision.paging.kind != PagingAction::Kind::kToBbs && article_.TakePaging(decision.paging)) return true;
   timers_.RestartCaret();
+  if (decision.road == Road::kBbs) {
+    if (auto keys = composer_.OnKey(ToKeyPress(event), screen_)) {
+      if (!keys->empty()) SendBytes(*std::move(keys));
+      ShowOtherLines();
+      return true;
+    }
+  }
   const bool taken = keys_.Perform(decision.action);
   // The next Ctrl+C is the BBS's again.
   const bool copiesByBbsKey = decision.action.command == KeyCommand::kCopy && event.key() == Qt::Key_C &&
@@ -95,6 +107,13 @@ void CQuillView::ChangeName(NameKey key, int colour) {
   if (!cell) return;
   const QString told = nameKeys_.Press(IdAtCell(cell->y(), cell->x()), key, colour);
   if (!told.isEmpty()) toast_.Show(told);
+}
+
+void CQuillView::Search(SearchStep step) {
+  if (article_.IsShown())
+    search_.Take(step);
+  else
+    toast_.Show(DescribeNoCommand(doc_.IsConnected()));
 }
 
 void CQuillView::PerformArticleCommand(ArticleCommand command) {
@@ -232,6 +251,10 @@ void CQuillView::ActOnMouse(const MouseAction& action) {
   std::string bytes = action.bytes;
   if (action.kind == MouseActionKind::kMoveCursor)
     bytes = CursorKeys({screen_.cursorRow, screen_.cursorCol}, {action.row, action.col});
+  SendBytes(std::move(bytes));
+}
+
+void CQuillView::SendBytes(std::string bytes) {
   keys_.Perform({.kind = KeyActionKind::kSendBytes, .bytes = std::move(bytes)});
 }
 
@@ -284,7 +307,7 @@ void CQuillView::ShowLinks(EditCommand use) {
 }
 
 void CQuillView::SendControl(char code) {
-  keys_.Perform({.kind = KeyActionKind::kSendBytes, .bytes = std::string(1, code)});
+  SendBytes(std::string(1, code));
 }
 
 }  // namespace quillet

@@ -167,11 +167,13 @@ TextPoint SelectionControl::Stepped(SelectStep step) {
 
 void SelectionControl::BringIntoSight(int line) {
   if (!text_.IsArticle() || text_.RowOfLine(line) >= 0) return;
-  const int first = text_.LineAtRow(0);
-  if (first < 0) return;
-  int last = first;
-  for (int row = 1; row < kRows; ++row)
+  int first = -1;
+  int last = -1;
+  for (int row = 0; row < kRows; ++row) {
     last = std::max(last, text_.LineAtRow(row));
+    if (first < 0) first = last;
+  }
+  if (first < 0) return;
   handlers_.scrollBy(line < first ? line - first : line - last);
 }
 

@@ -60,13 +60,14 @@ int ShownText::LineAtRow(int row) const {
   if (row < 0 || row >= kRows) return -1;
   const int screenRow = composer_.ScreenRowAt(row);
   if (!IsArticle()) return screenRow < 0 ? -1 : row;
-  const int line = article_.TopLine() + row;
-  return screenRow < 0 && row < kLinesShown && line < article_.LineCount() ? line : -1;
+  const int line = article_.LineAtRow(row);
+  const bool inSight = row < kLinesShown && row >= kLinesShown - article_.LinesInSight();
+  return screenRow < 0 && inSight && line < article_.LineCount() ? line : -1;
 }
 
 int ShownText::RowOfLine(int line) const {
   if (line < 0) return -1;
-  const int row = IsArticle() ? line - article_.TopLine() : line;
+  const int row = IsArticle() ? line - article_.LineAtRow(0) : line;
   return LineAtRow(row) == line ? row : -1;
 }
 

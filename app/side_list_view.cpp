@@ -93,6 +93,7 @@ void SideListView::Open(ArticleListKind kind) {
   ages_.start();
   show();
   raise();
+  emit Opened();
 }
 
 void SideListView::Close() {

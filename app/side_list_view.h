@@ -48,6 +48,7 @@ class SideListView : public QWidget {
  signals:
   // The list closes itself behind it.
   void ArticleChosen(const quillet::ArticleReference& article);
+  void Opened();
   void Closed();
   void CompactChanged(bool compact);
 

@@ -13,39 +13,54 @@ namespace {
 // What the key does where it cannot move any farther.
 enum class AtEdge { kStays, kLeaves, kLeavesUnlessKept };
 
-constexpr int kWholeWay = std::numeric_limits<int>::max();
+enum class Reach { kLine, kPage, kWhole };
 
 struct PagingKey {
-  int virtualKey;      // 0: told by its character
+  int virtualKey;      // 0: told by its character, or by the letter that Ctrl is held with
   char16_t character;  // 0: told by its virtual key
-  int lines;           // positive: towards the end
+  char control;        // 0: neither
+  int direction;       // positive: towards the end
+  Reach reach;
   AtEdge atEdge;
 };
 
 constexpr std::array kPagingKeys = {
-    PagingKey{kKeyUp, 0, -1, AtEdge::kLeavesUnlessKept},
-    PagingKey{0, u'k', -1, AtEdge::kLeavesUnlessKept},
-    PagingKey{kKeyDown, 0, 1, AtEdge::kLeavesUnlessKept},
-    PagingKey{kKeyEnter, 0, 1, AtEdge::kLeavesUnlessKept},
-    PagingKey{0, u'j', 1, AtEdge::kLeavesUnlessKept},
-    PagingKey{kKeyPageUp, 0, -kPageStep, AtEdge::kStays},
-    PagingKey{kKeyBackspace, 0, -kPageStep, AtEdge::kLeaves},
-    PagingKey{kKeyPageDown, 0, kPageStep, AtEdge::kStays},
-    PagingKey{kKeyRight, 0, kPageStep, AtEdge::kLeaves},
-    PagingKey{0, u' ', kPageStep, AtEdge::kLeavesUnlessKept},
-    PagingKey{kKeyHome, 0, -kWholeWay, AtEdge::kStays},
-    PagingKey{0, u'0', -kWholeWay, AtEdge::kStays},
-    PagingKey{kKeyEnd, 0, kWholeWay, AtEdge::kStays},
-    PagingKey{0, u'$', kWholeWay, AtEdge::kStays},
-    PagingKey{0, u'G', kWholeWay, AtEdge::kStays},
+    PagingKey{kKeyUp, 0, 0, -1, Reach::kLine, AtEdge::kLeavesUnlessKept},
+    PagingKey{0, u'k', 0, -1, Reach::kLine, AtEdge::kLeavesUnlessKept},
+    PagingKey{kKeyDown, 0, 0, 1, Reach::kLine, AtEdge::kLeavesUnlessKept},
+    PagingKey{kKeyEnter, 0, 0, 1, Reach::kLine, AtEdge::kLeavesUnlessKept},
+    PagingKey{0, u'j', 0, 1, Reach::kLine, AtEdge::kLeavesUnlessKept},
+    PagingKey{kKeyPageUp, 0, 0, -1, Reach::kPage, AtEdge::kStays},
+    PagingKey{0, 0, 'B', -1, Reach::kPage, AtEdge::kStays},
+    PagingKey{kKeyBackspace, 0, 0, -1, Reach::kPage, AtEdge::kLeaves},
+    PagingKey{kKeyPageDown, 0, 0, 1, Reach::kPage, AtEdge::kStays},
+    PagingKey{kKeyRight, 0, 0, 1, Reach::kPage, AtEdge::kLeaves},
+    PagingKey{0, u' ', 0, 1, Reach::kPage, AtEdge::kLeavesUnlessKept},
+    PagingKey{kKeyHome, 0, 0, -1, Reach::kWhole, AtEdge::kStays},
+    PagingKey{0, u'0', 0, -1, Reach::kWhole, AtEdge::kStays},
+    PagingKey{0, u'N', 0, -1, Reach::kWhole, AtEdge::kStays},
+    PagingKey{kKeyEnd, 0, 0, 1, Reach::kWhole, AtEdge::kStays},
+    PagingKey{0, u'$', 0, 1, Reach::kWhole, AtEdge::kStays},
+    PagingKey{0, u'G', 0, 1, Reach::kWhole, AtEdge::kStays},
 };
 
+constexpr std::int64_t kFarthest = std::numeric_limits<int>::max();
+
+std::int64_t LinesOf(Reach reach, std::int64_t top, int shown) {
+  if (reach == Reach::kWhole) return top;
+  return reach == Reach::kPage ? PageStep(shown) : 1;
+}
+
+bool Means(const PagingKey& key, const KeyPress& press) {
+  if (press.control) return key.control != 0 && key.control == press.virtualKey && !press.shift;
+  if (key.virtualKey != 0) return key.virtualKey == press.virtualKey;
+  return key.character != 0 && press.text.size() == 1 && press.text.front() == key.character;
+}
+
 const PagingKey* Find(const KeyPress& press) {
-  if (press.control || press.alt) return nullptr;
-  const auto* const found = std::find_if(kPagingKeys.begin(), kPagingKeys.end(), [&](const PagingKey& key) {
-    if (key.virtualKey != 0) return key.virtualKey == press.virtualKey;
-    return press.text.size() == 1 && press.text.front() == key.character;
-  });
+  if (press.alt) return nullptr;
+  const auto* const found = std::find_if(kPagingKeys.begin(), kPagingKeys.end(),
+                                         [&](const PagingKey& key) { return Means(key, press); });
   return found == kPagingKeys.end() ? nullptr : found;
 }
 
@@ -55,14 +70,15 @@ PagingAction DecidePaging(const KeyPress& press, bool repeated, const PagingStat
   using Kind = PagingAction::Kind;
   const PagingKey* const key = Find(press);
   if (!key) return {};
-  const std::int64_t last = LastTop(state.count);
-  if (key->lines == kWholeWay) return {Kind::kToEnd, static_cast<int>(last)};
-  const bool forward = key->lines > 0;
+  const std::int64_t last = LastTop(state.count, state.shown);
+  const bool forward = key->direction > 0;
+  if (key->reach == Reach::kWhole && forward) return {Kind::kToEnd, static_cast<int>(last)};
   const std::int64_t known = state.complete ? last : std::max<std::int64_t>(last, state.top);
   const std::int64_t top = std::clamp<std::int64_t>(state.top, 0, known);
-  const std::int64_t most = forward && !state.complete ? top + key->lines : known;
-  const std::int64_t wanted = std::clamp<std::int64_t>(top + key->lines, 0, most);
-  if (wanted != top) return {Kind::kScrollTo, static_cast<int>(std::min<std::int64_t>(wanted, kWholeWay))};
+  const std::int64_t lines = key->direction * LinesOf(key->reach, top, state.shown);
+  const std::int64_t most = forward && !state.complete ? top + lines : known;
+  const std::int64_t wanted = std::clamp<std::int64_t>(top + lines, 0, most);
+  if (wanted != top) return {Kind::kScrollTo, static_cast<int>(std::min(wanted, kFarthest))};
   const bool kept = key->atEdge == AtEdge::kStays ||
                     (key->atEdge == AtEdge::kLeavesUnlessKept && state.keepArticle) || repeated;
   const Kind kind = kept ? Kind::kNothing : forward ? Kind::kNext : Kind::kPrevious;

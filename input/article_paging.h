@@ -5,22 +5,26 @@
 
 namespace quillet {
 
+// Lines of an article on one page of the view; in a window that shows fewer rows they are fewer.
+inline constexpr int kLinesShown = 23;
+// One line of the page before stays in sight, where there is room for two.
+constexpr int PageStep(int shown) {
+  return shown > 1 ? shown - 1 : 1;
+}
+inline constexpr int kPageStep = PageStep(kLinesShown);
+
+// Where the last page of so many lines begins.
+constexpr int LastTop(int count, int shown = kLinesShown) {
+  return count > shown ? count - shown : 0;
+}
+
 struct PagingState {
   int top = 0;    // the first shown line's index, where the motion is to end, with lines yet to come
   int count = 0;  // lines shown in all
+  int shown = kLinesShown;  // on one page
   bool complete = true;
   bool keepArticle = false;  // "PreventUpDownChangeArticle"
 };
-
-// Lines of an article on one page of the view.
-inline constexpr int kLinesShown = 23;
-// One line of the page before stays in sight.
-inline constexpr int kPageStep = kLinesShown - 1;
-
-// Where the last page of so many lines begins.
-constexpr int LastTop(int count) {
-  return count > kLinesShown ? count - kLinesShown : 0;
-}
 
 struct PagingAction {
   enum class Kind {

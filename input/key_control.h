@@ -16,6 +16,7 @@ inline constexpr int kKeyBackspace = 8;
 inline constexpr int kKeyTab = 9;
 inline constexpr int kKeyEnter = 13;
 inline constexpr int kKeyEscape = 27;
+inline constexpr int kKeyF3 = 114;
 inline constexpr int kKeyF11 = 122;
 inline constexpr int kKeyMinus = 189;
 inline constexpr int kKeyOpenBracket = 219;

@@ -76,6 +76,27 @@ constexpr std::array kCaptionKeys = {
 };
 constexpr ArticleKey kPlacesKey = {u'i', KeyCommand::kTogglePlaces};
 
+struct SearchKey {
+  int virtualKey;      // 0: told by its character
+  char16_t character;  // 0: told by its virtual key
+  bool control;
+  bool shift;      // of a virtual key
+  SearchUse from;  // as long as no less than this holds
+  SearchStep step;
+};
+
+// / and n are the keys of the BBS's reader, which would search from a page that nobody looks at.
+constexpr std::array kSearchKeys = {
+    SearchKey{0, u'/', false, false, SearchUse::kNone, SearchStep::kAsk},
+    SearchKey{'F', 0, true, false, SearchUse::kNone, SearchStep::kAsk},
+    SearchKey{0, u'n', false, false, SearchUse::kNone, SearchStep::kNext},
+    SearchKey{kKeyF3, 0, false, false, SearchUse::kNone, SearchStep::kNext},
+    SearchKey{kKeyF3, 0, false, true, SearchUse::kNone, SearchStep::kPrevious},
+    SearchKey{0, u'N', false, false, SearchUse::kMarked, SearchStep::kPrevious},
+    SearchKey{kKeyEnter, 0, false, false, SearchUse::kWalked, SearchStep::kNext},
+    SearchKey{kKeyEnter, 0, false, true, SearchUse::kWalked, SearchStep::kPrevious},
+};
+
 // ---- Decisions
 
 KeyDecision On(Road road) {
@@ -88,6 +109,10 @@ KeyDecision OnKey(Road road, int virtualKey) {
 
 KeyDecision Command(KeyCommand command) {
   return {.road = Road::kCommand, .action = {.kind = KeyActionKind::kCommand, .command = command}};
+}
+
+KeyDecision Search(SearchStep step) {
+  return {.road = Road::kSearch, .search = step};
 }
 
 KeyDecision Select(SelectStep step) {
@@ -114,15 +139,16 @@ class KeyMessage {
 
   KeyDecision Decide() const {
     using Step = std::optional<KeyDecision> (KeyMessage::*)() const;
-    constexpr std::array<Step, 11> kSteps = {
+    constexpr std::array<Step, 12> kSteps = {
         &KeyMessage::ForNotice,     // over everything
         &KeyMessage::ForCommand,    //
         &KeyMessage::ForSideList,   //
-        &KeyMessage::ForEscape,     // the selection, the reveal, the automation
+        &KeyMessage::ForEscape,     // the selection, what was found, the reveal, the automation
         &KeyMessage::ForSelection,  //
         &KeyMessage::ForNames,      //
         &KeyMessage::ForTab,        //
-        &KeyMessage::ForPaging,     // the local article
+        &KeyMessage::ForSearch,     // the local article
+        &KeyMessage::ForPaging,     //
         &KeyMessage::ForCaptions,   //
         &KeyMessage::ForPlaces,     //
         &KeyMessage::ForEdge        // of the BBS's own reader
@@ -142,6 +168,7 @@ class KeyMessage {
   std::optional<KeyDecision> ForSelection() const;
   std::optional<KeyDecision> ForNames() const;
   std::optional<KeyDecision> ForTab() const;
+  std::optional<KeyDecision> ForSearch() const;
   std::optional<KeyDecision> ForPaging() const;
   std::optional<KeyDecision> ForCaptions() const;
   std::optional<KeyDecision> ForPlaces() const;
@@ -187,6 +214,7 @@ std::optional<KeyDecision> KeyMessage::ForEscape() const {
   // Held a little long, it would end one thing after the other.
   if (phase_ == KeyPhase::kRepeat) return On(Road::kSwallowed);
   if (window_.selectionShown) return Select(SelectStep::kClear);
+  if (window_.articleShown && window_.search != SearchUse::kNone) return Search(SearchStep::kEnd);
   if (window_.revealShown) return On(Road::kReveal);
   if (window_.activityRuns) return On(Road::kActivity);
   return std::nullopt;
@@ -218,6 +246,19 @@ std::optional<KeyDecision> KeyMessage::ForTab() const {
   if (keys_.backQuote == kOurs && Types(u'`'))
     return KeyDecision{.road = Road::kBbs, .action = {.kind = KeyActionKind::kSendBytes, .bytes = "\t"}};
   return std::nullopt;
+}
+
+std::optional<KeyDecision> KeyMessage::ForSearch() const {
+  if (!window_.articleShown || press_.alt) return std::nullopt;
+  const auto* const key = std::find_if(kSearchKeys.begin(), kSearchKeys.end(), [this](const SearchKey& row) {
+    if (window_.search < row.from) return false;
+    if (row.virtualKey == 0) return Types(row.character);
+    return row.virtualKey == press_.virtualKey && row.control == press_.control && row.shift == press_.shift;
+  });
+  if (key == kSearchKeys.end()) return std::nullopt;
+  // Behind an open side list nothing is asked for.
+  if (window_.sideListShown) return On(Road::kSwallowed);
+  return key->step == SearchStep::kAsk ? Once(phase_, Search(key->step)) : Search(key->step);
 }
 
 std::optional<KeyDecision> KeyMessage::ForPaging() const {

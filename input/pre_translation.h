@@ -11,6 +11,13 @@
 
 namespace quillet {
 
+// What has been looked for in the local article.
+enum class SearchUse {
+  kNone,    // nothing is marked
+  kMarked,  // hits are marked
+  kWalked   // the same, and the user goes from one to the next: the key before was about them too
+};
+
 // What of the window and the settings decides about a key.
 struct WindowState {
   bool noticeShown = false;           // a panel with something to say: Enter and Esc are its
@@ -25,6 +32,7 @@ struct WindowState {
   bool idUnderPointer = false;        // the pointer lies on a user id
   bool addBlackHotKey = false;        // "AddBlackHotKey"
   bool preventArticleChange = false;  // "PreventUpDownChangeArticle"
+  SearchUse search = SearchUse::kNone;
 };
 
 enum class Road {
@@ -34,12 +42,21 @@ enum class Road {
   kSelection,  // clears or extends the selection, as `select` says
   kReveal,     // ends what Tab has shown
   kActivity,   // stops the automation
+  kSearch,     // about the text that is looked for in the local article, as `search` says
   kArticle,    // moves the local article, as `paging` says; on PagingAction::kNext, `action` follows for the
                // BBS
   kNames,      // changes the entry of the id under the pointer, as `name` says
   kCommand,    // `action.command`
   kBbs,        // `action` says what is sent
   kSwallowed   // taken, without effect
+};
+
+enum class SearchStep {
+  kNone,
+  kAsk,  // for a text
+  kNext,
+  kPrevious,
+  kEnd  // nothing is marked any more
 };
 
 enum class SelectStep { kNone, kClear, kLeft, kRight, kUp, kDown, kLineStart, kLineEnd };
@@ -51,6 +68,7 @@ struct KeyDecision {
   NameKey name = NameKey::kNone;
   int flagColour = 0;  // of NameKey::kColour
   SelectStep select = SelectStep::kNone;
+  SearchStep search = SearchStep::kNone;
 
   bool operator==(const KeyDecision&) const = default;
 };

@@ -87,6 +87,13 @@ Layout RecalcLayout(const LayoutInput& input) {
   return layout;
 }
 
+int RowsInSight(const Layout& layout) {
+  constexpr int kFewest = 2;
+  if (layout.originY >= 0 || layout.rowHeight <= 0) return kScreenRows;
+  const int cut = (layout.rowHeight - 1 - layout.originY) / layout.rowHeight;
+  return std::max(kFewest, kScreenRows - cut);
+}
+
 RowGrid GridOf(const Layout& layout, RowSize size) {
   if (size == RowSize::kPush) return {layout.pushOriginX, layout.pushFontSize / 2};
   return {layout.originX, layout.halfCell};

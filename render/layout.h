@@ -47,4 +47,7 @@ struct RowGrid {
 
 RowGrid GridOf(const Layout& layout, RowSize size);
 
+// How many of the lowest rows lie whole within the window; 2 at least.
+int RowsInSight(const Layout& layout);
+
 }  // namespace quillet

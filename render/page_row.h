@@ -18,6 +18,8 @@ enum CellStyle : std::uint8_t {
   CS_SELECTED = 0x08,   // selected text; its colours come before all others
   CS_HIDDEN = 0x10,     // stands in place of what the user's lists hide; drawn like any other
   CS_HOVER = 0x20,      // on the row that a click would open
+  CS_FOUND = 0x40,      // a hit of a search; its colours come before all but those of selected text
+  CS_FOUND_HERE = 0x80  // the hit at which the user is
 };
 
 struct PageCell {

@@ -29,6 +29,11 @@ constexpr std::size_t kSelectedText = 42;
 constexpr std::uint32_t kLightSelection = 0xA9C7EE;
 // Below this contrast a caret in the character's own colour is easily missed.
 constexpr double kCaretContrast = 3;
+constexpr std::uint8_t kMarked = CS_SELECTED | CS_FOUND | CS_FOUND_HERE;
+constexpr MarkColours kFoundOnDark{.ground = 0x6B5200, .text = 0xFFFFFF};
+constexpr MarkColours kFoundOnLight{.ground = 0xE2E2E2, .text = 0x000000};
+constexpr MarkColours kFoundHereOnDark{.ground = 0xFFC23A, .text = 0x000000};
+constexpr MarkColours kFoundHereOnLight{.ground = 0xF4CF70, .text = 0x000000};
 
 bool IsBlank(char16_t unit) {
   return unit == u' ' || unit == kIdeographicSpace;
@@ -84,8 +89,8 @@ std::pair<std::size_t, std::size_t> CellsOf(const Caret& caret, const RowLook& r
           row[col].part == CellPart::kLead ? col + 2 : col + 1};
 }
 
-bool IsSelected(const PageCell& cell) {
-  return (cell.style & CS_SELECTED) != 0;
+bool IsMarked(const PageCell& cell) {
+  return (cell.style & kMarked) != 0;
 }
 
 bool HasStyleOnOurGround(const PageCell& cell, CellStyle style) {
@@ -103,7 +108,7 @@ bool UnderHover(const PageCell& cell) {
 }
 
 CellGround GroundOf(const PageCell& cell) {
-  if (IsSelected(cell) || UnderBar(cell) || UnderHover(cell)) return CellGround::kOpaque;
+  if (IsMarked(cell) || UnderBar(cell) || UnderHover(cell)) return CellGround::kOpaque;
   if (cell.back == kPageGround) return CellGround::kPage;
   return cell.back == kPushGround || cell.back == kCaptionGround ? CellGround::kVeil : CellGround::kOpaque;
 }
@@ -116,8 +121,11 @@ LookColours::LookColours(const Palette& palette, bool lighterDarkBlue)
   bar_ = IsDark(page) ? MixColours(page, palette[kBarTint], 128) : kLightBar;
   hover_ = MixColours(page, bar_, kHoverShare);
   readableBlue_ = IsDark(page) ? kLighterBlue : palette[kBlue];
-  selectedGround_ = IsDark(page) ? palette[kSelectedGround] : kLightSelection;
-  selectedText_ = IsDark(page) ? palette[kSelectedText] : 0x000000;
+  const bool dark = IsDark(page);
+  selected_.ground = dark ? palette[kSelectedGround] : kLightSelection;
+  selected_.text = dark ? palette[kSelectedText] : 0x000000;
+  found_ = dark ? kFoundOnDark : kFoundOnLight;
+  foundHere_ = dark ? kFoundHereOnDark : kFoundHereOnLight;
   if (lighterDarkBlue) {
     onPage_ = WithLighterBlue(palette, page);
     onPush_ = WithLighterBlue(palette, palette[kPushGround]);
@@ -135,15 +143,20 @@ std::uint32_t LookColours::At(std::uint8_t index) const {
   return palette_[std::min<std::size_t>(index, palette_.size() - 1)];
 }
 
+const MarkColours& LookColours::MarkOf(const PageCell& cell) const {
+  if ((cell.style & CS_SELECTED) != 0) return selected_;
+  return (cell.style & CS_FOUND_HERE) != 0 ? foundHere_ : found_;
+}
+
 std::uint32_t LookColours::Background(const PageCell& cell) const {
-  if (IsSelected(cell)) return selectedGround_;
+  if (IsMarked(cell)) return MarkOf(cell).ground;
   if (UnderHover(cell)) return hover_;
   return UnderBar(cell) ? bar_ : At(cell.back);
 }
 
 // Blocks keep their colour: in a picture they lie beside backgrounds of the same blue.
 std::uint32_t LookColours::Foreground(const PageCell& cell, char16_t unit) const {
-  if (IsSelected(cell)) return selectedText_;
+  if (IsMarked(cell)) return MarkOf(cell).text;
   if (cell.fore >= palette_.size() || IsFilledShape(unit)) return At(cell.fore);
   if (UnderBar(cell)) return onBar_[cell.fore];
   if (UnderHover(cell)) return onHover_[cell.fore];
@@ -180,7 +193,7 @@ RowLook ResolveRow(const PageRow& page, const Caret& caret, bool blinkOff, const
 
 CellLook ResolveMargin(const PageRow& page, const LookColours& colours) {
   PageCell last = page.cells.back();
-  last.style &= static_cast<std::uint8_t>(~CS_SELECTED);
+  last.style &= static_cast<std::uint8_t>(~kMarked);
   const bool spans = last.back == kPushGround || (UnderBar(last) && !page.age.empty());
   const PageCell margin = spans ? last : PageCell{};
   return {.ground = GroundOf(margin), .background = colours.Background(margin)};

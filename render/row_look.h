@@ -44,6 +44,13 @@ struct CellLook {
 
 using RowLook = std::array<CellLook, kCols>;
 
+// Of what is marked: alike over push lines, the cursor bar, headers and coloured text, so that also what is
+// written in the colour of its ground can be read.
+struct MarkColours {
+  std::uint32_t ground = 0;
+  std::uint32_t text = 0;
+};
+
 // The colours of a palette as they are drawn: what cannot be read on a ground of the client's own is lighter
 // there. Worked out once for a palette.
 class LookColours {
@@ -55,22 +62,22 @@ class LookColours {
   std::uint32_t Foreground(const PageCell& cell, char16_t unit) const;
   // The ground under the cursor bar; under the pointer's row it is between this and the page's.
   std::uint32_t Bar() const { return bar_; }
-  // Selected text, alike over push lines, the cursor bar, headers and coloured text, so that also what is
-  // written in the colour of its ground can be read.
-  std::uint32_t SelectedGround() const { return selectedGround_; }
-  std::uint32_t SelectedText() const { return selectedText_; }
+  // Selected text.
+  std::uint32_t SelectedGround() const { return selected_.ground; }
+  std::uint32_t SelectedText() const { return selected_.text; }
   // A palette's index beyond the last counts as the last.
   std::uint32_t At(std::uint8_t index) const;
   // Blue that can be read on the page's ground, for marks.
   std::uint32_t ReadableBlue() const { return readableBlue_; }
 
  private:
+  const MarkColours& MarkOf(const PageCell& cell) const;
+
   Palette palette_;
   std::uint32_t bar_ = 0;
   std::uint32_t hover_ = 0;
   std::uint32_t readableBlue_ = 0;
-  std::uint32_t selectedGround_ = 0;
-  std::uint32_t selectedText_ = 0;
+  MarkColours selected_, found_, foundHere_;
   // Foregrounds on each ground.
   Palette onPage_;
   Palette onPush_;

@@ -1,4 +1,4 @@
-// Lays a selection over a row of the picture, after all dressing. Pure.
+// Lays a selection, or what a search has found, over a row of the picture, after all dressing. Pure.
 #pragma once
 
 #include "render/page_row.h"
@@ -7,5 +7,7 @@ namespace quillet {
 
 // Columns first to last-1, cut to the row. All else of the cells stays.
 void LaySelection(PageRow& row, int first, int last);
+enum class FoundLook { kOther, kHere };
+void LayFound(PageRow& row, int first, int last, FoundLook look);
 
 }  // namespace quillet

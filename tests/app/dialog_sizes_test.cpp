@@ -9,7 +9,7 @@
 #include "app/jump_dialog.h"
 #include "app/paste_question.h"
 #include "app/push_on_dlg.h"
-#include "input/paste_plan.h"
+#include "app/text_words.h"
 #include "settings/dialog/add_black_dlg.h"
 #include "settings/dialog/options_dlg.h"
 #include "tests/app/dialog_answers.h"
@@ -60,7 +60,7 @@ class DialogSizesTest : public WindowTest {
   }
   void CheckBoxes() {
     PasteQuestion question(*frame);
-    question.Ask(std::u16string(400, u'x') + u"\n" + std::u16string(400, u'長'), {});
+    question.Ask(AskForLines(std::u16string(400, u'x') + u"\r" + std::u16string(400, u'長')), {});
     Check(*frame->findChild<QMessageBox*>());
     question.Close();
     for (QAction* const action : frame->findChildren<QAction*>())
@@ -80,7 +80,9 @@ TEST_F(DialogSizesTest, LargeTextFitsASmallScreen) {
       const LargeText large(factor, family);
       CheckOptions();
       CheckNew<AddBlackDlg>(doc->Store(), u"Mossgrov1234"_qs);
-      CheckNew<ConnectDlg>(u"gopher://bbs.example.org:23"_qs);
+      CheckNew<ConnectDlg>(
+          u"gopher://bbs.example.org:23"_qs,
+          std::vector<RecentSite>(8, {.address = u"wss://bbs.example.org:443/bbs", .name = u"名"}));
       CheckNew<JumpDlg>(WebHosts{}, u"Board"_qs, QString());
       CheckNew<IdDlg>(u"Mossgrov1234"_qs);
       CheckMoney();

@@ -38,7 +38,8 @@ PagingAction To(int top) {
 const std::vector<KeyPress> kLineBack = {Key(kKeyUp), Char(u'k')};
 const std::vector<KeyPress> kLineOn = {Key(kKeyDown), Key(kKeyEnter), Char(u'j')};
 const std::vector<KeyPress> kPageOn = {Key(kKeyPageDown), Key(kKeyRight), Char(u' ')};
-const std::vector<KeyPress> kPageBack = {Key(kKeyPageUp), Key(kKeyBackspace)};
+const std::vector<KeyPress> kPageBack = {
+    Key(kKeyPageUp), Key(kKeyBackspace), {.virtualKey = 'B', .control = true, .text = u"\x02"}};
 
 TEST(ArticlePagingTest, PagesAndLinesWithinTheArticle) {
   for (const KeyPress& press : kLineBack)
@@ -53,7 +54,7 @@ TEST(ArticlePagingTest, PagesAndLinesWithinTheArticle) {
     EXPECT_EQ(From(40, press), To(62));
     EXPECT_EQ(From(70, press), To(kLast));
   }
-  for (const KeyPress& press : {Key(kKeyHome), Char(u'0')})
+  for (const KeyPress& press : {Key(kKeyHome), Char(u'0'), Char(u'N')})
     EXPECT_EQ(From(40, press), To(0));
   for (const KeyPress& press : {Key(kKeyEnd), Char(u'$'), Char(u'G')})
     EXPECT_EQ(From(40, press), (PagingAction{Kind::kToEnd, kLast}));
@@ -100,6 +101,22 @@ TEST(ArticlePagingTest, AnArticleShorterThanAPageHasBothEndsInSight) {
   EXPECT_EQ(DecidePaging(Key(kKeyRight), false, state).kind, Kind::kNext);
   EXPECT_EQ(DecidePaging(Key(kKeyUp), false, state).kind, Kind::kPrevious);
   EXPECT_EQ(DecidePaging(Key(kKeyEnd), false, state), (PagingAction{Kind::kToEnd, 0}));
+}
+
+TEST(ArticlePagingTest, APageIsTheLinesInSightAndNoneIsSkipped) {
+  for (const int shown : {1, 2, 7}) {
+    int top = 0;
+    for (int pages = 0; pages < 2 * kCount && top < LastTop(kCount, shown); ++pages) {
+      const PagingState state{.top = top, .count = kCount, .shown = shown};
+      const int next = DecidePaging(Key(kKeyPageDown), false, state).top;
+      EXPECT_LE(next, top + shown);
+      EXPECT_GT(next, top);
+      top = next;
+    }
+    EXPECT_EQ(top, kCount - shown);
+    const PagingState end{.top = top, .count = kCount, .shown = shown};
+    EXPECT_EQ(DecidePaging(Key(kKeyRight), false, end).kind, Kind::kNext);
+  }
 }
 
 TEST(ArticlePagingTest, OtherKeysAreTheBbs) {

@@ -249,6 +249,30 @@ TEST_F(PreTranslationTest, TheLocalArticleMovesFirstAndHandsOnWhatLeavesIt) {
   EXPECT_EQ(Decide(Key(kKeyRight), PageKind::kReader, window), leaves);
 }
 
+TEST_F(PreTranslationTest, InTheLocalArticleTheKeysOfSearchingAreTheClients) {
+  const KeyPress controlF{.virtualKey = 'F', .control = true, .text = u"\x06"};
+  const KeyPress shiftN{.virtualKey = 'N', .shift = true, .text = u"N"};
+  WindowState window{.article = {.top = 5, .count = 100}};
+  const auto road = [&](const KeyPress& press) { return Decide(press, PageKind::kReader, window).road; };
+  const auto step = [&](const KeyPress& press) { return Decide(press, PageKind::kReader, window).search; };
+  for (const KeyPress& press : {Char(u'/'), Char(u'n'), controlF})
+    EXPECT_EQ(road(press), Road::kBbs);
+  window.articleShown = true;
+  EXPECT_EQ(step(Char(u'/')), SearchStep::kAsk);
+  EXPECT_EQ(step(controlF), SearchStep::kAsk);
+  EXPECT_EQ(step(Char(u'n')), SearchStep::kNext);
+  EXPECT_EQ(step(Key(kKeyF3)), SearchStep::kNext);
+  EXPECT_EQ(step(Shifted(kKeyF3)), SearchStep::kPrevious);
+  EXPECT_EQ(road(shiftN), Road::kArticle);
+  window.search = SearchUse::kMarked;
+  EXPECT_EQ(step(shiftN), SearchStep::kPrevious);
+  EXPECT_EQ(road(kEnter), Road::kArticle);
+  EXPECT_EQ(step(kEscape), SearchStep::kEnd);
+  window.search = SearchUse::kWalked;
+  EXPECT_EQ(step(kEnter), SearchStep::kNext);
+  EXPECT_EQ(step(Shifted(kKeyEnter)), SearchStep::kPrevious);
+}
+
 TEST_F(PreTranslationTest, FourKeysDoNotLeaveTheBbssReaderWhenTheUserWantsItSo) {
   const WindowState window{.articleOpen = true, .preventArticleChange = true};
   const auto on = [&](std::uint32_t ends, const KeyPress& press, const WindowState& state) {

@@ -142,7 +142,7 @@ TEST_F(RowCellsTest, WhatLinesAreDressedInCanBeReadAndReadTitlesAreNoBrighterTha
         for (const std::uint8_t fore : {kReadTitle, kMyId, kKeywordColour, kLighterPushText}) {
           Colour(0, fore, back, style);
           Colour(1, kPlainFore, back, style);
-          const RowLook look = Look(-1, false, true, kind);
+          const RowLook look = Look({}, false, true, kind);
           const double contrast = Contrast(look[0].foreground, look[0].background);
           EXPECT_GE(contrast, kReadableContrast) << static_cast<int>(kind) << " " << +fore << " on " << back;
           const double others = Contrast(look[1].foreground, look[1].background);
@@ -209,7 +209,7 @@ TEST_F(RowCellsTest, UnderlineHasTheForegroundOfItsCellOnBlanksToo) {
 TEST_F(RowCellsTest, ColoursOutsideThePaletteAreSomeColour) {
   Decode("ab");
   for (int index = 48; index < 256; ++index) {
-    Colour(0, index, index, index & ~CS_SELECTED);
+    Colour(0, index, index, index & ~(CS_SELECTED | CS_FOUND | CS_FOUND_HERE));
     Colour(1, index, 16, CS_BAR);
     EXPECT_EQ(Look()[0].background, PaletteOf(PaletteKind::kNormal)[47]);
     EXPECT_EQ(Look()[1].foreground, PaletteOf(PaletteKind::kNormal)[47]);

@@ -12,7 +12,10 @@ namespace {
 TEST(SelectionLookTest, ItIsReadableInEveryPalette) {
   for (const PaletteKind kind : {PaletteKind::kNormal, PaletteKind::kDark, PaletteKind::kDisguise}) {
     const LookColours colours(PaletteOf(kind));
-    EXPECT_GE(Contrast(colours.SelectedText(), colours.SelectedGround()), kReadableContrast);
+    for (const CellStyle style : {CS_SELECTED, CS_FOUND, CS_FOUND_HERE}) {
+      const PageCell cell{.byte = 'a', .fore = 4, .back = 24, .style = style};
+      EXPECT_GE(Contrast(colours.Foreground(cell, u'a'), colours.Background(cell)), kReadableContrast);
+    }
   }
 }
 
@@ -47,6 +50,8 @@ TEST(SelectionLookTest, ItsColoursComeBeforeAllOthers) {
   EXPECT_EQ(row.cells[77], before.cells[77]);
   EXPECT_EQ(colours.Background(row.cells[79]), colours.SelectedGround()) << "the bar does not lie over it";
   EXPECT_EQ(colours.Foreground(row.cells[79], u'a'), colours.SelectedText());
+  LayFound(row, 79, 80, FoundLook::kHere);
+  EXPECT_EQ(colours.Background(row.cells[79]), colours.SelectedGround()) << "nor does what is found";
   EXPECT_EQ(ResolveMargin(row, colours), ResolveMargin(before, colours)) << "the margin is not selected";
 }
 

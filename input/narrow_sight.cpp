@@ -1,0 +1,163 @@
+#include "input/narrow_sight.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "bbs/page_flags.h"
+#include "bbs/screen_fields.h"
+#include "core/key_sequence.h"
+
+namespace quillet {
+namespace {
+
+constexpr int kBottomRow = kRows - 1;
+constexpr int kFirstEntryRow = 3;
+constexpr int kLastEntryRow = kBottomRow - 1;
+
+// Without the cursor's mark.
+std::string LinesOf(const ScreenSnapshot& screen) {
+  constexpr std::size_t kMark = 2;
+  std::string lines;
+  for (int row = kFirstEntryRow; row < kBottomRow; ++row)
+    lines += screen.RowText(row).substr(kMark);
+  return lines;
+}
+
+bool IsList(PageKind kind) {
+  return kind == PageKind::kList || kind == PageKind::kArticleList;
+}
+
+bool HasCursorOnEntry(const ScreenSnapshot& screen) {
+  return (screen.pageFlags & PF_LIST_CURSOR) != 0 && screen.cursorRow >= kFirstEntryRow &&
+         screen.cursorRow <= kLastEntryRow;
+}
+
+// Entries follow one another without a gap.
+int LastEntry(const ScreenSnapshot& screen) {
+  int row = screen.cursorRow;
+  while (row < kLastEntryRow && !IsBlankBetween(screen, row + 1, 0, kCols - 1))
+    ++row;
+  return row;
+}
+
+std::string Moves(int from, int to) {
+  std::string keys;
+  for (int row = std::min(from, to); row < std::max(from, to); ++row)
+    keys += KeySequence(from < to ? kKeyDown : kKeyUp);
+  return keys;
+}
+
+bool IsPageKey(const KeyPress& press, int virtualKey, char control) {
+  if (press.alt || press.shift) return false;
+  return press.control ? press.virtualKey == control : press.virtualKey == virtualKey;
+}
+
+bool Types(const KeyPress& press, std::u16string_view characters) {
+  return !press.control && !press.alt && press.text.size() == 1 &&
+         characters.find(press.text.front()) != std::u16string_view::npos;
+}
+
+bool IsPlain(const KeyPress& press, int virtualKey) {
+  return !press.control && !press.alt && !press.shift && press.virtualKey == virtualKey;
+}
+
+}  // namespace
+
+void NarrowSight::SetRows(int rows) {
+  rows_ = std::clamp(rows, 1, kRows - 1);
+  top_ = std::min(top_, LastTop());
+}
+
+int NarrowSight::TopFor(int cursorRow) const {
+  if (asksBelow_) return LastTop();
+  if (cursorRow < 0 || cursorRow >= kBottomRow) return top_;
+  return std::clamp(top_, std::max(0, cursorRow - rows_ + 1), std::min(cursorRow, LastTop()));
+}
+
+std::string NarrowSight::OnScreen(const ScreenSnapshot& screen) {
+  const PageKind kind = KindOf(screen);
+  asksBelow_ = kind == PageKind::kTyping && screen.cursorRow == kBottomRow;
+  // One that is half drawn, or a picture.
+  if (kind == PageKind::kOther) return {};
+  // The page that a question is about comes back.
+  if (kind != PageKind::kTyping && std::exchange(kind_, kind) != kind) top_ = 0;
+  if (asked_ && asked_->kind != kind) asked_.reset();
+  std::string keys;
+  if (HasCome(screen)) {
+    const Way way = asked_->way;
+    asked_.reset();
+    top_ = way == Way::kOn ? 0 : LastTop();
+    if (IsList(kind) && HasCursorOnEntry(screen)) {
+      const int row = way == Way::kOn ? kFirstEntryRow : LastEntry(screen);
+      keys = Moves(screen.cursorRow, row);
+    }
+  }
+  if (keys.empty() && !asksBelow_) top_ = TopFor(screen.cursorRow);
+  return keys;
+}
+
+bool NarrowSight::HasCome(const ScreenSnapshot& screen) const {
+  return asked_ && asked_->lines != LinesOf(screen);
+}
+
+std::optional<std::string> NarrowSight::OnKey(const KeyPress& press, const ScreenSnapshot& screen) {
+  asked_.reset();
+  if (!IsNarrow()) return std::nullopt;
+  const PageKind kind = KindOf(screen);
+  const bool reads = kind == PageKind::kReader;
+  top_ = TopFor(screen.cursorRow);
+  if (!reads && !IsList(kind)) return std::nullopt;
+  const bool pagesOn =
+      IsPageKey(press, kKeyPageDown, 'F') || Types(press, u" ") || (reads && IsPlain(press, kKeyRight));
+  const bool pagesBack = IsPageKey(press, kKeyPageUp, 'B');
+  if (pagesOn || pagesBack) {
+    const Way way = pagesOn ? Way::kOn : Way::kBack;
+    return reads ? PageText(way, screen) : PageList(way, screen);
+  }
+  if (!reads) return std::nullopt;
+  // Where the BBS's reader cannot go on by a line, the picture can.
+  const bool on = IsPlain(press, kKeyDown) || IsPlain(press, kKeyEnter) || Types(press, u"j");
+  const bool back = IsPlain(press, kKeyUp) || Types(press, u"k");
+  if (on && (screen.pageFlags & PF_READ_END) != 0 && top_ < LastTop()) {
+    ++top_;
+    return std::string();
+  }
+  if (back && top_ > 0 && (screen.pageFlags & PF_READ_TOP) != 0) {
+    --top_;
+    return std::string();
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> NarrowSight::PageText(Way way, const ScreenSnapshot& screen) {
+  const bool atEdge = way == Way::kOn ? top_ == LastTop() : top_ == 0;
+  if (!atEdge) {
+    const int step = std::max(1, rows_ - 1);
+    top_ = std::clamp(top_ + (way == Way::kOn ? step : -step), 0, LastTop());
+    return std::string();
+  }
+  const bool leaves = (screen.pageFlags & (way == Way::kOn ? PF_READ_END : PF_READ_TOP)) != 0;
+  if (leaves) return std::nullopt;
+  return AskFor(way, screen);
+}
+
+std::optional<std::string> NarrowSight::PageList(Way way, const ScreenSnapshot& screen) {
+  if (!HasCursorOnEntry(screen)) return std::nullopt;
+  const int from = screen.cursorRow;
+  if (way == Way::kOn) {
+    const int last = LastEntry(screen);
+    const int end = top_ + rows_ - 1;
+    return end >= last ? AskFor(way, screen) : Moves(from, std::min(last, end + rows_));
+  }
+  if (top_ > kFirstEntryRow) return Moves(from, std::max(kFirstEntryRow, top_ - rows_));
+  if (top_ == 0 || from >= rows_) return AskFor(way, screen);
+  top_ = 0;  // the heads
+  return std::string();
+}
+
+std::string NarrowSight::AskFor(Way way, const ScreenSnapshot& screen) {
+  asked_ = {.way = way, .kind = KindOf(screen), .lines = LinesOf(screen)};
+  return std::string(KeySequence(way == Way::kOn ? kKeyPageDown : kKeyPageUp));
+}
+
+}  // namespace quillet
