@@ -17,10 +17,10 @@ void ScreenWitness::Look(ScreenSnapshot& screen, ScreenReason reason, std::int64
     push_.Forget();
   }
   // Before the BBS goes back to a list, where no article is open.
-  if ((screen.pageFlags & PF_PUSH_CONFIRM) != 0) confirmed_ = article_.Current();
+  if ((screen.pageFlags & PF_PUSH_LINE) != 0) pushing_ = article_.Current();
   if (screen.sessionState == kStateConnected) article_.Look(screen, now);
   login_.Look(screen);
-  if (push_.Look(screen)) pushed_ = confirmed_;
+  if (push_.Look(screen)) pushed_ = pushing_;
 }
 
 Sightings ScreenWitness::Take() {

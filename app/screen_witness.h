@@ -41,7 +41,7 @@ class ScreenWitness {
   LoginIdWatch login_;
   PushWatch push_;
   std::uint32_t lastFlags_ = 0;  // of the screen that came last
-  ArticleInfo confirmed_;        // open when a push was last confirmed
+  ArticleInfo pushing_;          // open when a push was last asked for
   std::optional<ArticleInfo> pushed_;
 };
 

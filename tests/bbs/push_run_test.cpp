@@ -255,6 +255,28 @@ TEST_F(PushRunTest, APushByHandIsNoticedWhenItIsTaken) {
   watch.Look(screen(PF_PUSH_LINE | PF_PUSH_CONFIRM));
   EXPECT_FALSE(watch.Look(screen(PF_PUSH_LINE)));
   EXPECT_FALSE(watch.Look(screen(PF_READING)));
+
+  // The answer came and went unseen: only the new line tells.
+  const auto asked = [] {
+    ScreenBuilder builder;
+    builder.Put(kRows - 1, 0, u"推 me: 好    確定[y/N]:");
+    builder.screen.cursorRow = kRows - 1;
+    builder.screen.cursorCol = 23;
+    builder.screen.pageFlags = PF_PUSH_LINE;
+    return builder.screen;
+  };
+  const auto article = [](std::u16string_view last, std::uint32_t flags) {
+    ScreenBuilder builder;
+    builder.Put(20, 0, last);
+    builder.screen.pageFlags = PF_READING | flags;
+    return builder.screen;
+  };
+  EXPECT_FALSE(watch.Look(asked()));
+  EXPECT_FALSE(watch.Look(article(u"推 me: 好吃                10/06 22:00", 0)));
+  EXPECT_TRUE(watch.Look(article(u"推 me: 好                  10/06 22:00", PF_READ_END)));
+  EXPECT_FALSE(watch.Look(asked()));
+  EXPECT_FALSE(watch.Look(article(u"", PF_READ_END)));
+  EXPECT_FALSE(watch.Look(article(u"推 me: 好                  10/06 22:00", PF_READ_END)));
 }
 
 }  // namespace

@@ -1,0 +1,63 @@
+#include "bbs/push_watch.h"
+
+#include <cstdint>
+#include <utility>
+
+#include "bbs/page_flags.h"
+#include "core/charset.h"
+
+namespace quillet {
+namespace {
+
+constexpr int kBottom = kRows - 1;
+
+}  // namespace
+
+PushWatch::PushWatch() : question_(ToBig5(u" 確定[y/N]:")) {}
+
+bool PushWatch::Look(const ScreenSnapshot& screen) {
+  const std::uint32_t flags = screen.pageFlags;
+  if ((flags & PF_STAR_LINE) != 0) return false;  // lies over whatever it was
+  if ((flags & PF_PUSH_CONFIRM) != 0) {
+    confirmed_ = true;
+    return false;
+  }
+  // While the page is drawn anew, no flag says anything; the prompt and a refusal have one.
+  if ((flags & PF_PUSH_LINE) != 0) {
+    confirmed_ = false;
+    asked_ = AskedFor(screen);
+    return false;
+  }
+  if ((flags & (PF_READING | PF_LIST_CURSOR)) == 0) return false;
+  // An answer may come and go within one piece of what the BBS sends; then only the new line tells of it, on
+  // this page or on one that follows.
+  const bool pushed = std::exchange(confirmed_, false) || ((flags & PF_READING) != 0 && IsTakenUp(screen));
+  if (pushed || (flags & (PF_READ_END | PF_LIST_CURSOR)) != 0) asked_.clear();
+  return pushed;
+}
+
+void PushWatch::Forget() {
+  confirmed_ = false;
+  asked_.clear();
+}
+
+std::string PushWatch::AskedFor(const ScreenSnapshot& screen) const {
+  const std::string_view row = screen.RowText(kBottom);
+  const int start = screen.cursorCol - static_cast<int>(question_.size());
+  if (screen.cursorRow != kBottom || start <= 0 ||
+      !row.substr(static_cast<std::size_t>(start)).starts_with(question_))
+    return {};
+  const std::size_t last = row.substr(0, static_cast<std::size_t>(start)).find_last_not_of(' ');
+  const std::string_view push = row.substr(0, last == row.npos ? 0 : last + 1);
+  // Without words it is the beginning of every push of his.
+  return push.ends_with(':') ? std::string() : std::string(push);
+}
+
+bool PushWatch::IsTakenUp(const ScreenSnapshot& screen) const {
+  if (asked_.empty()) return false;
+  for (int row = 0; row < kBottom; ++row)
+    if (screen.RowText(row).starts_with(asked_ + ' ')) return true;
+  return false;
+}
+
+}  // namespace quillet
