@@ -234,7 +234,7 @@ void LoginDesk::Remember(const LoginEntry& entry, const std::u16string& key) {
 
 // ---- Logging in
 
-LoginOrder LoginDesk::TakeOrder(const std::u16string& key, LoginEntry entry) {
+LoginOrder LoginDesk::TakeOrder(const std::u16string& key, const LoginEntry& entry) {
   std::u16string password = entry.password.toStdU16String();
   if (entry.rememberPassword && !doc_.Account().CanRemember(password)) {
     quillet::Wipe(password);

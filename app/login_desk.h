@@ -68,7 +68,7 @@ class LoginDesk : public QObject {
   void Remember(const LoginEntry& entry, const std::u16string& key);
 
   // Notes what a login at the site of that key is sent off with; null when its password cannot be remembered.
-  LoginOrder TakeOrder(const std::u16string& key, LoginEntry entry);
+  LoginOrder TakeOrder(const std::u16string& key, const LoginEntry& entry);
   void LogIn();
   void ConnectOnly();
   void GoToDemo();

@@ -132,7 +132,7 @@ Arrived ArticleRests(int first, int end) {
 
 bool ArticleRestsAtEnd(const CQuillView& view) {
   const ArticleView& article = view.Article();
-  const int top = article.LineCount() - kLinesShown;
+  const int top = LastTop(article.LineCount(), article.LinesInSight());
   return top > 0 && ArticleRests(top, top + 1)(view);
 }
 
