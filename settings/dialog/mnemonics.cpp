@@ -68,6 +68,7 @@ void GiveMnemonics(std::initializer_list<QWidget*> shownTogether) {
     return true;
   });
   std::vector<std::u16string> names;
+  names.reserve(bearers.size());
   for (const Bearer& bearer : bearers)
     names.push_back(bearer.name.toStdU16String());
   const std::vector<char16_t> letters = ChooseMnemonics(names, std::move(taken));
