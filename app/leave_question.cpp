@@ -7,6 +7,7 @@
 #include <QPushButton>
 
 namespace quillet {
+
 LeavePlan PlanLeaving(LeaveFor purpose, const LeaveFacts& facts, LeaveMode mode) {
   const bool losesDraft = facts.hasDraft && purpose == LeaveFor::kClosing;
   if (facts.inEditor || losesDraft || mode == LeaveMode::kAsk) return LeavePlan::kAsk;
@@ -56,15 +57,14 @@ std::optional<LeavePlan> LeaveQuestion::Ask(LeaveFor purpose, const LeaveFacts& 
     return button;
   };
   // Out of the editor the BBS lets nobody who has not decided about his text.
-  QPushButton* const logOut =
-      facts.inEditor ? nullptr : add("logOut", u"登出並離開"_qs, QMessageBox::AcceptRole);
-  QPushButton* const leave = add("leave", u"直接離開"_qs, QMessageBox::DestructiveRole);
-  QPushButton* const stay = add("stay", u"取消"_qs, QMessageBox::RejectRole);
+  QPushButton* const logOut = facts.inEditor ? nullptr : add("logOut", words.logOut, QMessageBox::AcceptRole);
+  QPushButton* const leave = add("leave", words.leave, QMessageBox::DestructiveRole);
+  QPushButton* const stay = add("stay", words.stay, QMessageBox::RejectRole);
   box.setDefaultButton(logOut != nullptr ? logOut : stay);
   box.setEscapeButton(stay);
   if (!facts.inEditor && !facts.hasDraft) {
-    auto* const noMore = new QCheckBox(u"不再詢問"_qs);
-    noMore->setToolTip(u"以後都照這次選的做；可以在選項的「行為」改回來"_qs);
+    auto* const noMore = new QCheckBox(words.noMore);
+    noMore->setToolTip(words.noMoreHint);
     box.setCheckBox(noMore);
   }
   isAsking_ = true;

@@ -19,7 +19,14 @@ QString QuestionFor(LeaveFor purpose) {
 
 LeaveWords DescribeLeaving(LeaveFor purpose, const LeaveFacts& facts, const QString& site,
                            const QString& id) {
-  LeaveWords words{.title = u"離開站台"_qs, .question = QuestionFor(purpose), .reason = {}};
+  LeaveWords words{.title = u"離開站台"_qs,
+                   .question = QuestionFor(purpose),
+                   .reason = {},
+                   .logOut = u"登出並離開"_qs,
+                   .leave = u"直接離開"_qs,
+                   .stay = u"取消"_qs,
+                   .noMore = u"不再詢問"_qs,
+                   .noMoreHint = u"以後都照這次選的做；可以在選項的「行為」改回來"_qs};
   words.reason =
       id.isEmpty() ? u"「%1」還在登入中。"_qs.arg(site) : u"「%1」還登入著（%2）。"_qs.arg(site, id);
   if (facts.inEditor)

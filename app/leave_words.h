@@ -22,6 +22,11 @@ struct LeaveWords {
   QString title;
   QString question;
   QString reason;
+  QString logOut;
+  QString leave;
+  QString stay;
+  QString noMore;  // to ask
+  QString noMoreHint;
 };
 // `site` and `id`: where, and as whom; the latter may be empty.
 LeaveWords DescribeLeaving(LeaveFor purpose, const LeaveFacts& facts, const QString& site, const QString& id);
