@@ -132,7 +132,7 @@ ClipboardDesk::ClipboardDesk(CQuillDoc& doc, QWidget& window, Handlers handlers,
     if (impl_->IsStill(impl_->shortenedAt) && !impl_->doc.IsAutomationBusy())
       impl_->PasteText(link.isEmpty() ? original : View(link));
     else
-      emit Said(u"畫面已經不同，短網址沒有貼上"_qs);
+      emit Said(DescribeDroppedLink());
   });
 }
 

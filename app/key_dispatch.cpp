@@ -39,6 +39,7 @@ void KeyDispatch::Send(const Input& input) {
   if (!doc_.OnUserActed()) return;
   const KeyAction& action = input.action;
   const unsigned sent = doc_.Session().sentCount;
+  const unsigned received = doc_.Session().receivedCount;
   switch (action.kind) {
     case KeyActionKind::kSendKey:
       doc_.Session().SendKey(action.virtualKey);
@@ -55,7 +56,7 @@ void KeyDispatch::Send(const Input& input) {
       break;
   }
   // A text without a character that the BBS knows is nothing to answer.
-  if (doc_.Session().sentCount != sent) doc_.Driver().NoteTyped();
+  if (doc_.Session().sentCount != sent) doc_.Driver().NoteTyped(received);
 }
 
 }  // namespace quillet

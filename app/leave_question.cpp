@@ -7,6 +7,7 @@
 #include <QPushButton>
 
 namespace quillet {
+
 LeavePlan PlanLeaving(LeaveFor purpose, const LeaveFacts& facts, LeaveMode mode) {
   const bool losesDraft = facts.hasDraft && purpose == LeaveFor::kClosing;
   if (facts.inEditor || losesDraft || mode == LeaveMode::kAsk) return LeavePlan::kAsk;
@@ -22,21 +23,33 @@ LeaveQuestion::LeaveQuestion(CQuillDoc& doc, QWidget& window, std::function<Leav
   connect(&doc_, &CQuillDoc::LogOutEnded, this, &LeaveQuestion::OnLogOutEnded);
 }
 
-bool LeaveQuestion::IsFree() const {
-  if (!doc_.IsConnected() || doc_.CurrentSite().makeTransport) return true;
-  if (doc_.CurrentActivity() == Activity::kLogOut) return true;
-  return doc_.LoginId().empty() && !facts_().inEditor;
+bool LeaveQuestion::KeepsLogin() const {
+  if (!doc_.IsConnected() || doc_.CurrentSite().makeTransport) return false;
+  if (doc_.CurrentActivity() == Activity::kLogOut) return false;
+  return !doc_.LoginId().empty() || facts_().inEditor;
+}
+
+bool LeaveQuestion::LosesDraft(LeaveFor purpose) const {
+  return purpose == LeaveFor::kClosing && !givesUpDraft_ && facts_().hasDraft;
+}
+
+bool LeaveQuestion::IsFree(LeaveFor purpose) const {
+  return !KeepsLogin() && !LosesDraft(purpose);
 }
 
 void LeaveQuestion::Before(LeaveFor purpose, std::function<void()> then) {
-  if (IsFree()) return then();
+  if (IsFree(purpose)) return then();
   if (isAsking_) return;
-  const LeaveFacts facts = facts_();
+  LeaveFacts facts = facts_();
+  // The screen may be the last one of a connection that has ended.
+  facts.inEditor = facts.inEditor && KeepsLogin();
   LeavePlan plan = PlanLeaving(purpose, facts, static_cast<LeaveMode>(doc_.Fields().leaveMode));
   if (plan == LeavePlan::kAsk) {
     const std::optional<LeavePlan> answer = Ask(purpose, facts);
     if (!answer) return;
     plan = *answer;
+    // What comes next would ask the same again.
+    givesUpDraft_ = facts.hasDraft && purpose == LeaveFor::kClosing;
   }
   if (plan == LeavePlan::kGo || !doc_.LogOut()) return then();
   then_ = std::move(then);
@@ -44,8 +57,10 @@ void LeaveQuestion::Before(LeaveFor purpose, std::function<void()> then) {
 }
 
 std::optional<LeavePlan> LeaveQuestion::Ask(LeaveFor purpose, const LeaveFacts& facts) {
-  const LeaveWords words = DescribeLeaving(purpose, facts, doc_.CurrentSite().ShownName(),
-                                           QString::fromStdU16String(doc_.LoginId()));
+  const bool keepsLogin = KeepsLogin();
+  const LeaveWords words =
+      DescribeLeaving(purpose, facts, keepsLogin ? doc_.CurrentSite().ShownName() : QString(),
+                      QString::fromStdU16String(doc_.LoginId()));
   QMessageBox box(QMessageBox::Question, words.title, {}, QMessageBox::NoButton, window_.window());
   box.setTextFormat(Qt::PlainText);
   box.setText(words.question);
@@ -56,15 +71,15 @@ std::optional<LeavePlan> LeaveQuestion::Ask(LeaveFor purpose, const LeaveFacts& 
     return button;
   };
   // Out of the editor the BBS lets nobody who has not decided about his text.
-  QPushButton* const logOut =
-      facts.inEditor ? nullptr : add("logOut", u"登出並離開"_qs, QMessageBox::AcceptRole);
-  QPushButton* const leave = add("leave", u"直接離開"_qs, QMessageBox::DestructiveRole);
-  QPushButton* const stay = add("stay", u"取消"_qs, QMessageBox::RejectRole);
+  const bool mayLogOut = keepsLogin && !facts.inEditor;
+  QPushButton* const logOut = !mayLogOut ? nullptr : add("logOut", words.logOut, QMessageBox::AcceptRole);
+  QPushButton* const leave = add("leave", words.leave, QMessageBox::DestructiveRole);
+  QPushButton* const stay = add("stay", words.stay, QMessageBox::RejectRole);
   box.setDefaultButton(logOut != nullptr ? logOut : stay);
   box.setEscapeButton(stay);
   if (!facts.inEditor && !facts.hasDraft) {
-    auto* const noMore = new QCheckBox(u"不再詢問"_qs);
-    noMore->setToolTip(u"以後都照這次選的做；可以在選項的「行為」改回來"_qs);
+    auto* const noMore = new QCheckBox(words.noMore);
+    noMore->setToolTip(words.noMoreHint);
     box.setCheckBox(noMore);
   }
   isAsking_ = true;
@@ -81,6 +96,7 @@ std::optional<LeavePlan> LeaveQuestion::Ask(LeaveFor purpose, const LeaveFacts& 
 
 void LeaveQuestion::OnLogOutEnded(LogOutEnd end) {
   if (end == LogOutEnd::kDone) return GoOn();
+  givesUpDraft_ = false;
   patience_.stop();
   then_ = nullptr;
 }

@@ -1,6 +1,6 @@
-// Stands before everything that gives up a login: asks, logs out properly if so wished, and then lets it
-// happen. The view owns it; the frame and the login form come to it with what they are about to do.
-// User-interface thread.
+// Stands before everything that gives up a login, or the texts that go with the program: asks, logs out
+// properly if so wished, and then lets it happen. The view owns it; the frame and the login form come to it
+// with what they are about to do. User-interface thread.
 #pragma once
 
 #include <chrono>
@@ -32,12 +32,15 @@ class LeaveQuestion : public QObject {
   LeaveQuestion(CQuillDoc& doc, QWidget& window, std::function<LeaveFacts()> facts,
                 std::chrono::milliseconds patience = kPatience);
 
-  // Nothing stands in the way: nobody is logged in, or he is on his way out.
-  bool IsFree() const;
+  // Nothing stands in the way: nobody is logged in, or he is on his way out, and no text is lost that he has
+  // not given up.
+  bool IsFree(LeaveFor purpose) const;
   // Calls `then`: at once, or after a log-out, or not at all.
   void Before(LeaveFor purpose, std::function<void()> then);
 
  private:
+  bool KeepsLogin() const;
+  bool LosesDraft(LeaveFor purpose) const;
   // Nothing when he stays.
   std::optional<LeavePlan> Ask(LeaveFor purpose, const LeaveFacts& facts);
   void OnLogOutEnded(LogOutEnd end);
@@ -47,6 +50,7 @@ class LeaveQuestion : public QObject {
   QWidget& window_;
   std::function<LeaveFacts()> facts_;
   bool isAsking_ = false;
+  bool givesUpDraft_ = false;
   std::function<void()> then_;  // after the log-out
   QTimer patience_;
 };

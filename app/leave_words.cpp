@@ -1,5 +1,7 @@
 #include "app/leave_words.h"
 
+#include <QStringList>
+
 namespace quillet {
 namespace {
 
@@ -19,13 +21,23 @@ QString QuestionFor(LeaveFor purpose) {
 
 LeaveWords DescribeLeaving(LeaveFor purpose, const LeaveFacts& facts, const QString& site,
                            const QString& id) {
-  LeaveWords words{.title = u"離開站台"_qs, .question = QuestionFor(purpose), .reason = {}};
-  words.reason =
-      id.isEmpty() ? u"「%1」還在登入中。"_qs.arg(site) : u"「%1」還登入著（%2）。"_qs.arg(site, id);
+  LeaveWords words{.title = u"離開站台"_qs,
+                   .question = QuestionFor(purpose),
+                   .reason = {},
+                   .logOut = u"登出並離開"_qs,
+                   .leave = u"直接離開"_qs,
+                   .stay = u"取消"_qs,
+                   .noMore = u"不再詢問"_qs,
+                   .noMoreHint = u"以後都照這次選的做；可以在選項的「行為」改回來"_qs};
+  QStringList reasons;
+  if (!site.isEmpty())
+    reasons << (id.isEmpty() ? u"「%1」還在登入中。"_qs.arg(site)
+                             : u"「%1」還登入著（%2）。"_qs.arg(site, id));
   if (facts.inEditor)
-    words.reason += u"\n\n正在編輯的文章還沒有存檔，離開後可能就沒有了。要正常登出，請先存檔或放棄。"_qs;
+    reasons << u"正在編輯的文章還沒有存檔，離開後可能就沒有了。要正常登出，請先存檔或放棄。"_qs;
   if (facts.hasDraft && purpose == LeaveFor::kClosing)
-    words.reason += u"\n\n連續推文還有沒推出去的文字，關閉程式後就沒有了。"_qs;
+    reasons << u"連續推文還有沒推出去的文字，關閉程式後就沒有了。"_qs;
+  words.reason = reasons.join(u"\n\n"_qs);
   return words;
 }
 

@@ -22,8 +22,13 @@ struct LeaveWords {
   QString title;
   QString question;
   QString reason;
+  QString logOut;
+  QString leave;
+  QString stay;
+  QString noMore;  // to ask
+  QString noMoreHint;
 };
-// `site` and `id`: where, and as whom; the latter may be empty.
+// `site` and `id`: where, and as whom; the latter may be empty, the former too where no login is given up.
 LeaveWords DescribeLeaving(LeaveFor purpose, const LeaveFacts& facts, const QString& site, const QString& id);
 
 }  // namespace quillet

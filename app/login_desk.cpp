@@ -312,6 +312,7 @@ void LoginDesk::OnLoginEnded(const LoginEnd& end) {
       break;
   }
   Wipe(entry.password);
+  Wipe(entry.password);
 }
 
 }  // namespace quillet

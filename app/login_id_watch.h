@@ -1,6 +1,5 @@
 // Whose login this is, read off the screen while somebody logs in by hand: the id stands behind its prompt
-// and counts once the BBS has let its user in. Any one
-// thread.
+// and counts once the BBS has let its user in. Any one thread.
 #pragma once
 
 #include <string>

@@ -226,7 +226,7 @@ void CMainFrame::ShowAbout() {
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
   RememberPlace();
-  if (!view_->Leaving().IsFree()) {
+  if (!view_->Leaving().IsFree(LeaveFor::kClosing)) {
     event->ignore();
     view_->Leaving().Before(LeaveFor::kClosing, [this] {
       doc_.Disconnect();

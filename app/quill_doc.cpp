@@ -489,8 +489,8 @@ void CQuillDoc::OnScreen(const ScreenSnapshot& screen, ScreenReason reason, Sigh
   expectsSilence_ = ExpectsSilence(screen);
   if (another) NoteStatus();
   ReviewAnswer();
-  // What an automation pushes it tells of itself.
-  if (!seen_.pushed || automation_.IsBusy()) return;
+  // What an automation pushes it tells of itself, perhaps only after its last screen.
+  if (!seen_.pushed || automation_.IsBusy() || automation_.IsRunning()) return;
   if (IsSameArticle(*seen_.pushed, OpenArticle())) emit ArticlePushed();
   BookmarkAfterPush(*seen_.pushed);
 }

@@ -1,11 +1,13 @@
 #include "app/search_bar.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <QFocusEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QSignalBlocker>
 
 #include "app/article_words.h"
 

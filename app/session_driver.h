@@ -55,9 +55,9 @@ class SessionDriver {
   void UpdateStatus();
   ConnectionStatus Status() const { return status_; }
 
-  // The user has typed something to the site. Whether that has been answered is told until a connection
-  // begins.
-  void NoteTyped() { answers_.OnSent(clock_(), session_.receivedCount); }
+  // The user has typed something to the site; `received` is the session's count from before it went out, as
+  // the answer may be here already. Whether that has been answered is told until a connection begins.
+  void NoteTyped(unsigned received) { answers_.OnSent(clock_(), received); }
   void ForgetTyped() { answers_.Forget(); }
   AnswerWait::State Answer() const { return answers_.At(clock_(), session_.receivedCount); }
 

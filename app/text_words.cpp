@@ -32,6 +32,10 @@ QString DescribeLostCharacters(const LostCharacters& lost) {
                                             lost.areAll ? QString() : u"…"_qs);
 }
 
+QString DescribeDroppedLink() {
+  return u"畫面已經不同，短網址沒有貼上"_qs;
+}
+
 PasteQuestion::Question AskForLines(std::u16string lines) {
   std::u16string first = FirstLine(lines);
   return {.words = u"要貼上 %1 行文字嗎？"_qs.arg(PastedLines(lines)),

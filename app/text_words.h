@@ -12,6 +12,9 @@ namespace quillet {
 // That they have not come along; empty when none is lost.
 QString DescribeLostCharacters(const LostCharacters& lost);
 
+// The page was another one, or an automation was at work, when the link came.
+QString DescribeDroppedLink();
+
 // Before several lines go where each is sent like a typed one; line ends are CR.
 PasteQuestion::Question AskForLines(std::u16string lines);
 // Before a text with colours goes into the editor, as kAskColours planned it.

@@ -70,6 +70,18 @@ TEST_F(LeaveTest, AnotherSiteTheDemoAndALoginAskOnceAndNoMoreIfSoWished) {
   EXPECT_FALSE(doc->IsConnected());
 }
 
+TEST_F(LeaveTest, ATextThatWouldBeLostIsAskedAboutWithoutALoginToo) {
+  doc->Disconnect();
+  LeaveQuestion question(*doc, *frame, [] { return LeaveFacts{.hasDraft = true}; });
+  EXPECT_TRUE(question.IsFree(LeaveFor::kOtherSite));
+  bool left = false;
+  const auto close = [&] { question.Before(LeaveFor::kClosing, [&] { left = true; }); };
+  AnswerDialogs(close, {Click("stay")});
+  EXPECT_FALSE(left);
+  AnswerDialogs(close, {Click("leave")});
+  EXPECT_TRUE(left && question.IsFree(LeaveFor::kClosing));
+}
+
 TEST_F(LeaveTest, InTheEditorThereIsNoLogOutAndNoWayToBeAskedNoMore) {
   doc->Change(u"Basic", u"LeaveMode", u"2");
   Open(longest);
