@@ -226,7 +226,8 @@ void CMainFrame::ShowAbout() {
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
   RememberPlace();
-  if (!view_->Leaving().IsFree(LeaveFor::kClosing)) {
+  // The end of the desktop's session waits for no answer.
+  if (!qApp->isSavingSession() && !view_->Leaving().IsFree(LeaveFor::kClosing)) {
     event->ignore();
     view_->Leaving().Before(LeaveFor::kClosing, [this] {
       doc_.Disconnect();

@@ -47,8 +47,8 @@ void StallSign::Place(const QRect& area, qreal unit, const panel_look::Colours& 
 void StallSign::Arrange() {
   const int letter = font().pixelSize();
   const int from = qRound(letter * kFromCorner);
-  QRect place(0, 0, fontMetrics().horizontalAdvance(text()) + qRound(2 * kPadding * letter),
-              qRound(letter * kHeight));
+  const int wanted = fontMetrics().horizontalAdvance(text()) + qRound(2 * kPadding * letter);
+  QRect place(0, 0, qMin(wanted, area_.width() - 2 * from), qRound(letter * kHeight));
   place.moveTopRight(area_.topRight() + QPoint(-from, from));
   setGeometry(place);
   update();
@@ -63,7 +63,8 @@ void StallSign::paintEvent(QPaintEvent* /*event*/) {
   const qreal corner = font().pixelSize() * kCorner;
   painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), corner, corner);
   painter.setPen(stalled ? colours_.title : colours_.hint);
-  painter.drawText(rect(), Qt::AlignCenter, text());
+  const int room = width() - qRound(kPadding * font().pixelSize());
+  painter.drawText(rect(), Qt::AlignCenter, fontMetrics().elidedText(text(), Qt::ElideRight, room));
 }
 
 }  // namespace quillet
