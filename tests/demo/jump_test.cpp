@@ -166,23 +166,6 @@ TEST_F(DemoJumpTest, EveryPageThatCanBeLeftIsLeft) {
   }
 }
 
-TEST_F(DemoJumpTest, WhatTheUserIsTypingIsLeftAlone) {
-  ASSERT_EQ(Jump(targets_.front()), JumpResult::kFound);
-  const auto expectBusy = [this] {
-    const ScreenSnapshot before = live_.Screen();
-    EXPECT_EQ(Jump(targets_[20]), JumpResult::kBusy) << live_.Dump();
-    EXPECT_EQ(live_.Screen().text, before.text);
-  };
-  Type("X");
-  ASSERT_TRUE(Shows(23, 0, u"您覺得這篇文章"));
-  expectBusy();
-  Type("\x03");
-  ASSERT_TRUE(ShowsMenu());
-  Type("/");
-  ASSERT_TRUE(Shows(23, 0, u"搜尋標題"));
-  expectBusy();
-}
-
 TEST_F(DemoJumpTest, ACancelledOrClosedRunEnds) {
   std::atomic<JumpResult> result{JumpResult::kFound};
   for (int run = 0; run < 12; ++run) {

@@ -176,16 +176,5 @@ TEST_F(DemoMoneyTest, WhoMayNotGiveIsToldTheBbssWords) {
   EXPECT_TRUE(IsInArticle()) << live_.Dump();
 }
 
-TEST_F(DemoMoneyTest, TheEndOfTheConnectionEndsTheRun) {
-  StartInArticle();
-  const MoneyOrder order{.article = here_, .gifts = std::vector<MoneyGift>(100, {u"hush", 1})};
-  MoneyLedger ledger(order.gifts);
-  live_.Start([&](ScreenWaits& waits) { RunMoneyOrder(waits, order, ledger); });
-  ASSERT_TRUE(WaitUntil([&] { return ledger.Result().Count(GiftState::kGiven) >= 2; })) << live_.Dump();
-  server.reset();
-  ASSERT_TRUE(WaitUntil([&] { return live_.ended.load(); }));
-  EXPECT_EQ(ledger.Result().end, MoneyRunEnd::kClosed);
-}
-
 }  // namespace
 }  // namespace quillet
