@@ -135,17 +135,6 @@ TEST_F(DisplaySettingsTest, DisguiseLooksLikeATextEditorAndGoesAgain) {
   EXPECT_EQ(View().Surface().CurrentLayout(), usual);
 }
 
-TEST_F(DisplaySettingsTest, MotionCanBeSwitchedOff) {
-  OpenWhole(talkative);
-  Set(u"NoScrollAnimation", u"1");
-  Press(Qt::Key_End);
-  EXPECT_EQ(Article().TopLine(), Last());
-  Set(u"NoScrollAnimation", u"0");
-  Press(Qt::Key_Home);
-  EXPECT_GT(Article().TopLine(), 0);
-  EXPECT_TRUE(AtRest(0));
-}
-
 TEST_F(DisplaySettingsTest, ABackgroundPictureShinesThroughAndItsStyleAndOpacityActAtOnce) {
   OpenWhole(talkative);
   const QRgb ground = Pixel({2, 2});

@@ -1,7 +1,6 @@
 #include <atomic>
 #include <thread>
 
-#include "core/charset.h"
 #include "tests/demo/demo_fixture.h"
 
 namespace quillet {
