@@ -10,6 +10,7 @@
 #include <sstream>
 
 #include "core/charset.h"
+#include "core/term_session.h"
 #include "tests/demo/demo_fixture.h"
 
 namespace quillet {

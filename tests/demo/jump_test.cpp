@@ -22,14 +22,6 @@ class DemoJumpTest : public WithTables {
     demo::ArticleKind kind{};
   };
 
-  template <typename Automation>
-  auto Run(Automation automation) {
-    decltype(automation(*static_cast<ScreenWaits*>(nullptr))) result{};
-    live_.Start([&](ScreenWaits& waits) { result = automation(waits); });
-    EXPECT_TRUE(WaitUntil([&] { return live_.ended.load(); })) << live_.Dump();
-    live_.Cancel();
-    return result;
-  }
   void SetUp() override {
     WithTables::SetUp();
     const std::filesystem::path content = QUILLET_SOURCE_DIR "/demo/content";
@@ -46,14 +38,14 @@ class DemoJumpTest : public WithTables {
       }
     }
     ASSERT_TRUE(live_.Connect(server_->Address()));
-    EXPECT_EQ(Run([](ScreenWaits& waits) {
-                return AutoLogin(waits, {u"reader", u"quillet"});
-              }),
+    EXPECT_EQ(live_.Run([](ScreenWaits& waits) {
+      return AutoLogin(waits, {u"reader", u"quillet"});
+    }),
               LoginResult::kFinished);
   }
 
   JumpResult Jump(const Target& target) {
-    return Run([&](ScreenWaits& waits) { return JumpToArticle(waits, target.board, target.code); });
+    return live_.Run([&](ScreenWaits& waits) { return JumpToArticle(waits, target.board, target.code); });
   }
   // Types and waits until the screen shows something else.
   void Type(const std::string& keys) {
@@ -89,7 +81,8 @@ TEST_F(DemoJumpTest, FiftyArticlesInAllBoardsAreFoundByTheirCodes) {
     ExpectOn(target);
     // The next jump starts in the article.
     if (target.kind == demo::ArticleKind::kPlain && ++found % 4 == 0) {
-      EXPECT_TRUE(Run([](ScreenWaits& waits) { return waits.OpenArticleUnderCursor(ArticlePart::kEnd); }));
+      EXPECT_TRUE(
+          live_.Run([](ScreenWaits& waits) { return waits.OpenArticleUnderCursor(ArticlePart::kEnd); }));
     }
   }
   EXPECT_GE(perBoard.size(), 12u);

@@ -11,22 +11,14 @@ namespace {
 
 class DemoPushRunTest : public DemoTest {
  protected:
-  template <typename Automation>
-  auto Run(Automation automation) {
-    decltype(automation(*static_cast<ScreenWaits*>(nullptr))) result{};
-    live_.Start([&](ScreenWaits& waits) { result = automation(waits); });
-    EXPECT_TRUE(WaitUntil([&] { return live_.ended.load(); })) << live_.Dump();
-    live_.Cancel();
-    return result;
-  }
   // Logged in, with the second article of the sandbox open, which is bob's.
   void OpenArticle(const std::u16string& id, const std::u16string& password) {
     ASSERT_TRUE(live_.Connect(server->Address()));
-    ASSERT_EQ(Run([&](ScreenWaits& waits) {
-                return AutoLogin(waits, {id, password});
-              }),
+    ASSERT_EQ(live_.Run([&](ScreenWaits& waits) {
+      return AutoLogin(waits, {id, password});
+    }),
               LoginResult::kFinished);
-    ASSERT_TRUE(Run([](ScreenWaits& waits) {
+    ASSERT_TRUE(live_.Run([](ScreenWaits& waits) {
       waits.Send("s");
       if (!waits.WaitUntil([&](const ScreenSnapshot& screen) { return waits.Pages().IsInputField(screen); }))
         return false;
