@@ -129,6 +129,8 @@ TEST_F(DisplaySettingsTest, DisguiseLooksLikeATextEditorAndGoesAgain) {
   EXPECT_EQ(Pixel((blank.center() * View().Surface().Scale()).toPoint()), 0xFFFFFFu);
   GoToList();
   EXPECT_TRUE(ScrollBar().isVisible()) << "a text editor always has one";
+  EXPECT_FALSE(ScrollBar().isEnabled());
+  EXPECT_EQ(ScrollBar().styleSheet(), "");
   Set(u"Work", u"0");
   EXPECT_FALSE(ScrollBar().isVisible());
   EXPECT_EQ(frame->windowTitle(), title);

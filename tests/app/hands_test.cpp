@@ -157,19 +157,6 @@ TEST_F(HandsTest, WithTheOptionASelectionIsCopiedWhenTheButtonIsLetGo) {
   EXPECT_EQ(Clipboard(), u"lmn");
 }
 
-TEST_F(HandsTest, ASelectionOfTheArticleGoesOnAsItScrolls) {
-  ReadText();
-  const auto [row, col] = Find(kFoxLine);
-  ASSERT_GE(row, 0);
-  Drag(At(row, col), At(row, col + 3.0));
-  TurnWheel(-1, Middle());
-  ASSERT_TRUE(AtRest(QApplication::wheelScrollLines()));
-  EXPECT_EQ(Selected(), u"The");
-  Press(Qt::Key_Left);
-  ASSERT_TRUE(AtList());
-  EXPECT_FALSE(View().Selected().IsShown()) << "the text is gone";
-}
-
 TEST_F(HandsTest, ASelectionScrollsOnlyWhileTheButtonIsDown) {
   Open(longest);
   MouseDown(At(5, 10));
