@@ -93,18 +93,6 @@ TEST_F(ArticleViewTest, TheScrollBarMovesItAndFollowsIt) {
   EXPECT_TRUE(ScrollBar().isHidden());
 }
 
-TEST_F(ArticleViewTest, InDisguiseTheScrollBarIsAlwaysThereAndPlain) {
-  doc->Change(u"Basic", u"Work", u"1");
-  EXPECT_TRUE(ScrollBar().isVisible());
-  EXPECT_FALSE(ScrollBar().isEnabled());
-  EXPECT_EQ(ScrollBar().styleSheet(), "");
-  OpenWhole(talkative);
-  EXPECT_TRUE(ScrollBar().isEnabled());
-  doc->Change(u"Basic", u"Work", u"0");
-  EXPECT_NE(ScrollBar().styleSheet(), "");
-  EXPECT_TRUE(ScrollBar().isVisible());
-}
-
 TEST_F(ArticleViewTest, EveryWayOfMovingCountsAsUseSoThatNoRefreshComesBetween) {
   OpenWhole(talkative);
   const auto isUse = [&](const std::function<void()>& move) {

@@ -129,21 +129,12 @@ TEST_F(DisplaySettingsTest, DisguiseLooksLikeATextEditorAndGoesAgain) {
   EXPECT_EQ(Pixel((blank.center() * View().Surface().Scale()).toPoint()), 0xFFFFFFu);
   GoToList();
   EXPECT_TRUE(ScrollBar().isVisible()) << "a text editor always has one";
+  EXPECT_FALSE(ScrollBar().isEnabled());
+  EXPECT_EQ(ScrollBar().styleSheet(), "");
   Set(u"Work", u"0");
   EXPECT_FALSE(ScrollBar().isVisible());
   EXPECT_EQ(frame->windowTitle(), title);
   EXPECT_EQ(View().Surface().CurrentLayout(), usual);
-}
-
-TEST_F(DisplaySettingsTest, MotionCanBeSwitchedOff) {
-  OpenWhole(talkative);
-  Set(u"NoScrollAnimation", u"1");
-  Press(Qt::Key_End);
-  EXPECT_EQ(Article().TopLine(), Last());
-  Set(u"NoScrollAnimation", u"0");
-  Press(Qt::Key_Home);
-  EXPECT_GT(Article().TopLine(), 0);
-  EXPECT_TRUE(AtRest(0));
 }
 
 TEST_F(DisplaySettingsTest, ABackgroundPictureShinesThroughAndItsStyleAndOpacityActAtOnce) {

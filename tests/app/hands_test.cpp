@@ -36,35 +36,6 @@ TEST_F(HandsTest, TheMouseAloneLeadsFromTheMenuIntoAnArticleAndBack) {
   ASSERT_TRUE(AtMainMenu()) << ScreenAsUtf8();
 }
 
-TEST_F(HandsTest, TheKeyboardAloneDoesTheSame) {
-  TypeText("x");
-  Press(Qt::Key_Right);
-  ASSERT_TRUE(Shows(u"【系統資訊】")) << ScreenAsUtf8();
-  Press(Qt::Key_Left);
-  ASSERT_TRUE(AtMainMenu()) << ScreenAsUtf8();
-  TypeText("b");
-  Enter();
-  ASSERT_TRUE(AtBoardList()) << ScreenAsUtf8();
-  Press(Qt::Key_Home);
-  Press(Qt::Key_Right);
-  ASSERT_TRUE(AtList()) << ScreenAsUtf8();
-  Press(Qt::Key_End);
-  Press(Qt::Key_Up);
-  Press(Qt::Key_Right);
-  ASSERT_TRUE(Reads(kTextTitle)) << ScreenAsUtf8();
-
-  Press(Qt::Key_PageDown);
-  ASSERT_TRUE(AtRest(kPageStep));
-  Press(Qt::Key_Up);
-  ASSERT_TRUE(AtRest(kPageStep - 1));
-  Press(Qt::Key_Left);
-  ASSERT_TRUE(AtList()) << ScreenAsUtf8();
-  Press(Qt::Key_Left);
-  ASSERT_TRUE(AtBoardList()) << ScreenAsUtf8();
-  Press(Qt::Key_Left);
-  ASSERT_TRUE(AtMainMenu()) << ScreenAsUtf8();
-}
-
 TEST_F(HandsTest, TheWheelTurnsThePagesOfAList) {
   GoToBoard();
   ASSERT_EQ(Find(u"filler 39").row, -1) << "the list opens at its last page";
@@ -184,19 +155,6 @@ TEST_F(HandsTest, WithTheOptionASelectionIsCopiedWhenTheButtonIsLetGo) {
   doc->Change(u"Basic", u"CopyWhenSelect", u"1");
   Drag(At(row, col + 1.0), At(row, col + 4.0));
   EXPECT_EQ(Clipboard(), u"lmn");
-}
-
-TEST_F(HandsTest, ASelectionOfTheArticleGoesOnAsItScrolls) {
-  ReadText();
-  const auto [row, col] = Find(kFoxLine);
-  ASSERT_GE(row, 0);
-  Drag(At(row, col), At(row, col + 3.0));
-  TurnWheel(-1, Middle());
-  ASSERT_TRUE(AtRest(QApplication::wheelScrollLines()));
-  EXPECT_EQ(Selected(), u"The");
-  Press(Qt::Key_Left);
-  ASSERT_TRUE(AtList());
-  EXPECT_FALSE(View().Selected().IsShown()) << "the text is gone";
 }
 
 TEST_F(HandsTest, ASelectionScrollsOnlyWhileTheButtonIsDown) {
@@ -411,26 +369,6 @@ TEST_F(HandsTest, CopiedColoursArePostedAndShowAgain) {
     return Clipboard();
   };
   EXPECT_EQ(copied(), u"一\x1B[1;33m黃 on \x1B[44mblue\x1B[m色");
-}
-
-TEST_F(HandsTest, SeveralLinesForAMenuAreAskedAboutFirst) {
-  TypeText("t");
-  ASSERT_TRUE(Until([&] { return View().Screen().cursorRow == 14; })) << ScreenAsUtf8();
-  PutOnClipboard("m\nx\ng\n");
-  bool asked = false;
-  AnswerDialogs(
-      [&] {
-        PressWith(Qt::ControlModifier, Qt::Key_V);
-        Until([&] { return asked; });
-      },
-      {[&](QDialog& dialog) {
-        asked = true;
-        dialog.reject();
-      }});
-  // What is typed afterwards comes to the page that was there before.
-  Press(Qt::Key_Up);
-  ASSERT_TRUE(Until([&] { return View().Screen().cursorRow == 13; })) << ScreenAsUtf8();
-  EXPECT_TRUE(AtMainMenu());
 }
 
 // ---- Links

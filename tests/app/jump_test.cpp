@@ -4,38 +4,19 @@
 #include <QLineEdit>
 
 #include "app/jump_dialog.h"
-#include "demo/content_loader.h"
-#include "demo/demo_server.h"
-#include "input/screen_text.h"
+#include "tests/app/demo_article_fixture.h"
 #include "tests/app/dialog_answers.h"
-#include "tests/app/window_fixture.h"
 
 namespace quillet {
 namespace {
 
-class JumpTest : public WindowTest {
+class JumpTest : public DemoArticleTest {
  protected:
   void SetUp() override {
     endpoints.values["web/host"] = "www.bbs.example";
-    WindowTest::SetUp();
-    const std::filesystem::path content = QUILLET_SOURCE_DIR "/demo/content";
-    DemoOptions options;
-    options.contentFolder = content;
-    demo = std::make_unique<DemoServer>(options);
-    ASSERT_EQ(demo->Error(), "");
-    for (const demo::Board& board : demo::LoadContent(content).boards)
-      for (const demo::ArticlePtr& article : board.articles)
-        if (article->kind == demo::ArticleKind::kPlain)
-          target = {.board = FromBig5(board.info.name), .code = FromBig5(article->code)};
+    DemoArticleTest::SetUp();
+    target = shortest;
     ASSERT_FALSE(target.code.empty());
-    doc->LogIn({.address = QString::fromStdString(demo->Address()), .name = {}, .isBbs = true},
-               MakeLoginOrder({.account = u"reader", .password = u"quillet"}));
-    ASSERT_TRUE(
-        Until([&] { return doc->LoginId() == u"reader" && doc->CurrentActivity() == Activity::kNone; }));
-  }
-  void TearDown() override {
-    frame.reset();
-    doc.reset();
   }
   QString Link() const {
     return QString::fromStdU16String(ArticleUrl(target.board, target.code, WebHostsOf(endpoints)));
@@ -45,7 +26,6 @@ class JumpTest : public WindowTest {
   }
 
   ArticleReference target;
-  std::unique_ptr<DemoServer> demo;
 };
 
 TEST_F(JumpTest, ACopiedLinkOpensItsArticle) {

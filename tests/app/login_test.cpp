@@ -380,19 +380,6 @@ TEST_F(LoginTest, EscStopsTheLoginAndIsNotTyped) {
   EXPECT_EQ(server.Typed(), "x");
 }
 
-TEST_F(LoginTest, ClosingTheWindowDuringALoginIsQuick) {
-  QuietServer server;
-  UseSite(server.Address());
-  LogIn("alice", "wonder");
-  ASSERT_TRUE(Until([&] { return doc->CurrentActivity() == Activity::kLogin; }));
-  QElapsedTimer sinceClose;
-  sinceClose.start();
-  frame->close();
-  frame.reset();
-  doc.reset();
-  EXPECT_LT(sinceClose.elapsed(), 2000);
-}
-
 TEST_F(LoginTest, ASiteThatTakesNothingHoldsUpNeitherTheUserNorTheClosing) {
   script->StallWrites();
   doc->LogIn({.address = "script",

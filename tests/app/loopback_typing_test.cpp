@@ -131,15 +131,6 @@ TEST_F(LoopbackTypingTest, AStalledServerNeitherFreezesThePasteNorLosesOrder) {
   EXPECT_TRUE(Typed("THE END") == expected + "THE END");
 }
 
-TEST_F(LoopbackTypingTest, ALongCommitArrivesWhole) {
-  const std::u16string text = Characters(20'000);
-  ASSERT_GT(text.size() * 2, TermSession::kSendChunk * 10);
-  Commit(text);
-  TypeText("THE END");
-  server.Begin();
-  EXPECT_TRUE(Typed("THE END") == ToBig5(text) + "THE END");
-}
-
 // The reader begins in the middle: the queue is met full, draining and empty.
 TEST_F(LoopbackTypingTest, CommitsAndKeysArriveInTheOrderOfTheHands) {
   constexpr std::array kKeys = {std::pair{Qt::Key_Left, kKeyLeft}, std::pair{Qt::Key_Up, kKeyUp},

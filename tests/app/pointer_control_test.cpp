@@ -210,12 +210,6 @@ TEST_F(PointerControlTest, AClickActsWhenTheButtonIsLetGo) {
   EXPECT_EQ(sent, std::vector{kOpenTwoDown}) << "a hand trembles over cells";
 }
 
-TEST_F(PointerControlTest, ADragSelectsAndDoesNotAct) {
-  Drag(At(7, 26), At(7, 60));
-  EXPECT_TRUE(sent.empty());
-  EXPECT_TRUE(terminal->selection.IsShown());
-}
-
 TEST_F(PointerControlTest, TheFirstClickPutsASelectionAway) {
   Drag(At(7, 26), At(7, 60));
   Click(At(7, 30));
@@ -279,17 +273,6 @@ TEST_F(PointerControlTest, QuickClicksUpAndDownAllCount) {
   SecondClick(At(20, 30));
   Click(At(20, 30));
   EXPECT_EQ(sent, std::vector<std::string>(3, "\x1B[B"));
-}
-
-TEST_F(PointerControlTest, MoreClicksSelectAWordAndALine) {
-  terminal->Show(Reader());
-  const QPointF endOfWord = At(4, 12) + QPointF(terminal->surface.CellRect(4, 12).width() * 0.4, 0);
-  EXPECT_FALSE(Click(endOfWord)) << "it meant nothing";
-  SecondClick(endOfWord);
-  EXPECT_EQ(terminal->selection.Text(), u"mirror");
-  Click(endOfWord);
-  EXPECT_EQ(terminal->selection.Text(), u"mirror mirror on the wall");
-  EXPECT_TRUE(sent.empty());
 }
 
 TEST_F(PointerControlTest, WithoutAConnectionTextIsSelectedAndNothingSent) {

@@ -141,15 +141,6 @@ TEST_F(SelectionControlTest, AClickWithShiftExtendsFromTheLastPress) {
   EXPECT_EQ(finishes, 1);
 }
 
-TEST_F(SelectionControlTest, ADoubleClickSelectsAtOnceAndFinishes) {
-  ShowScreen();
-  control.Press(1, 9, SelectUnit::kWord, SelectShape::kStream);
-  EXPECT_EQ(control.Text(), u"word");
-  EXPECT_EQ(changes, 1);
-  control.Release();
-  EXPECT_EQ(finishes, 1);
-}
-
 TEST_F(SelectionControlTest, ThePictureShowsItByRows) {
   ShowScreen();
   Drag(1, 2, 2, 3);
@@ -212,17 +203,6 @@ TEST_F(SelectionControlTest, AnArticleIsDraggedOnWhileThePointerIsBeyondIt) {
   EXPECT_TRUE(control.Text().ends_with(NameOf(9) + u"\r\n")) << "back to where it began";
   control.Release();
   EXPECT_GT(scrolls.size(), told);
-}
-
-TEST_F(SelectionControlTest, ScrollingEndsWithTheDrag) {
-  ShowArticle(1000);
-  Drag(10, 0, 22, 0);
-  control.DragBeyond(3);
-  ASSERT_TRUE(HandleEventsUntil([&] { return picture.top > 0; }, kPatienceMs));
-  control.Release();
-  const int top = picture.top;
-  HandleEventsUntil([&] { return picture.top != top; }, 200);
-  EXPECT_EQ(picture.top, top);
 }
 
 TEST_F(SelectionControlTest, TheScreenIsNotScrolled) {

@@ -3,8 +3,6 @@
 #include <fstream>
 
 #include <QCheckBox>
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QLineEdit>
 #include <QSpinBox>
 #include <QWindow>
@@ -64,23 +62,6 @@ TEST_F(SettingsWindowTest, WhatTheOptionsDialogSetsIsSeenAtOnceAndAfterARestart)
   EXPECT_EQ(Picture(), spaced);
 }
 
-TEST_F(SettingsWindowTest, CancellingTheOptionsDialogChangesNothing) {
-  ShowText();
-  const QImage before = Picture();
-  const SettingsMap map = doc->Store().Map();
-  const std::string file = ReadFile(ProgramHome() / kSettingsFile);
-  ASSERT_FALSE(file.empty());
-  Choose(u"選項"_qs, {[](QDialog& dialog) {
-           Find<QCheckBox>(dialog, "DarkColor").setChecked(true);
-           Find<QCheckBox>(dialog, "Topmost").setChecked(true);
-           dialog.reject();
-         }});
-  EXPECT_EQ(Picture(), before);
-  EXPECT_EQ(doc->Store().Map(), map);
-  EXPECT_EQ(ReadFile(ProgramHome() / kSettingsFile), file);
-  EXPECT_FALSE(frame->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
-}
-
 TEST_F(SettingsWindowTest, StayingOnTopComesAndGoesWithoutTheWindowVanishing) {
   const QRect place = frame->geometry();
   const QWindow* const window = frame->windowHandle();
@@ -98,28 +79,6 @@ TEST_F(SettingsWindowTest, StayingOnTopComesAndGoesWithoutTheWindowVanishing) {
   Start();
   EXPECT_TRUE(frame->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint))
       << "from the first moment on";
-}
-
-TEST_F(SettingsWindowTest, SignalsAndLineBreaksFollowTheirSwitches) {
-  OpenScript();
-  doc->Driver().OnBell(false);
-  EXPECT_EQ(signaller.flashes, 1);
-  EXPECT_EQ(signaller.beeps, 1);
-  doc->Change(u"Basic", u"Flash", u"0");
-  doc->Driver().OnBell(false);
-  EXPECT_EQ(signaller.flashes, 1);
-  EXPECT_EQ(signaller.beeps, 2);
-
-  script->Deliver(ToBig5(u"\x1B[24;1H 編輯文章  "));
-  ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_EDITOR) != 0; }));
-  QGuiApplication::clipboard()->setText(QString(100, 'a'));
-  View().Edit(EditCommand::kPaste);
-  doc->Change(u"Basic", u"PasteAutoChangeLine", u"0");
-  View().Edit(EditCommand::kPaste);
-  std::string expected(78, 'a');
-  expected += '\r';
-  expected.append(22 + 100, 'a');
-  EXPECT_TRUE(Until([&] { return script->Written() == expected; })) << script->Written();
 }
 
 TEST_F(SettingsWindowTest, WorkModeComesWithItsKeyAndStays) {

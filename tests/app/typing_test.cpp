@@ -29,20 +29,6 @@ class TypingTest : public WindowTest {
   }
 };
 
-TEST_F(TypingTest, TwoThousandFastCharactersArriveInOrder) {
-  std::string expected;
-  for (int i = 0; i < 2000; ++i) {
-    const char letter = static_cast<char>('!' + i * 7 % 90);
-    expected += letter;
-    Press(0, QString(QChar(letter)));
-    if (i % 50 == 0) {
-      Press(Qt::Key_Down);
-      expected += "\x1B[B";
-    }
-  }
-  EXPECT_TRUE(Arrived(expected));
-}
-
 TEST_F(TypingTest, EditingAndControlKeysReachTheSite) {
   Press(Qt::Key_Tab, "\t");
   Press(Qt::Key_Backtab, {}, Qt::ShiftModifier);
@@ -73,16 +59,6 @@ TEST_F(TypingTest, PastesAreCleanedAndKeepTheirPlaceAmongKeys) {
   Press(Qt::Key_V, "\x16", Qt::ControlModifier);
   TypeText("z");
   EXPECT_TRUE(Arrived("a" + ToBig5(u"第一行\r第二行\r") + "z"));
-}
-
-TEST_F(TypingTest, ALongPasteArrivesWhole) {
-  ShowEditor();
-  QString text;
-  for (int line = 0; line < 3000; ++line)
-    text += u"第 %1 行：奧拉拉文藝坊\n"_qs.arg(line);
-  QGuiApplication::clipboard()->setText(text);
-  Press(Qt::Key_V, "\x16", Qt::ControlModifier);
-  EXPECT_TRUE(Arrived(ToBig5(text.replace('\n', '\r').toStdU16String())));
 }
 
 TEST_F(TypingTest, TheInputMethodCommitsChineseAndShowsWhatItComposes) {
@@ -128,20 +104,6 @@ TEST_F(TypingTest, TheInputMethodIsOffOnPagesOfCommands) {
   EXPECT_TRUE(Until([&] { return !isOn(); }));
   ShowEditor();
   EXPECT_TRUE(isOn());
-}
-
-TEST_F(TypingTest, TheInputMethodIsToldTheCursorsCell) {
-  const auto rectangle = [&] { return View().inputMethodQuery(Qt::ImCursorRectangle).toRect(); };
-  script->Deliver("\x1B[5;11H");
-  ASSERT_TRUE(Until([&] { return View().Screen().cursorRow == 4 && View().Screen().cursorCol == 10; }));
-  const QRect first = rectangle();
-  EXPECT_TRUE(first.contains(View().Surface().CellRect(4, 10).center().toPoint()));
-  EXPECT_NEAR(first.width() * View().Surface().Scale(), View().Surface().CurrentLayout().fontSize, 2);
-  script->Deliver("\x1B[6;13H");
-  ASSERT_TRUE(Until([&] { return View().Screen().cursorRow == 5; }));
-  EXPECT_TRUE(rectangle().contains(View().Surface().CellRect(5, 12).center().toPoint()));
-  EXPECT_FALSE(rectangle().contains(View().Surface().CellRect(4, 10).center().toPoint()));
-  EXPECT_TRUE(View().inputMethodQuery(Qt::ImEnabled).toBool());
 }
 
 TEST_F(TypingTest, TheInputMethodsTextMovesWithTheCursorAndEndsWithTheFocus) {

@@ -60,25 +60,6 @@ TEST_F(ViewDrawingTest, TheCaretShowsOnlyWhereTypingGoes) {
   EXPECT_FALSE(lit());
 }
 
-TEST_F(ViewDrawingTest, TheCompositionIsDrawnAtTheCursorAndGoesAway) {
-  script->Deliver("\x1B[10;10H");
-  ASSERT_TRUE(Until([&] { return View().Screen().cursorRow == 9; }));
-  View().clearFocus();
-  const QImage before = View().grab().toImage();
-  QInputMethodEvent composing(u"ㄓㄨㄥ"_qs, {});
-  QCoreApplication::sendEvent(&View(), &composing);
-  const QImage during = View().grab().toImage();
-  EXPECT_NE(during, before);
-  const QRectF cell = View().Surface().CellRect(9, 9);
-  const qreal scale = View().Surface().Scale();
-  const QPoint underline(static_cast<int>(cell.center().x() * scale),
-                         static_cast<int>(cell.bottom() * scale) - 1);
-  EXPECT_NE(during.pixel(underline), before.pixel(underline));
-  QInputMethodEvent done;
-  QCoreApplication::sendEvent(&View(), &done);
-  EXPECT_EQ(View().grab().toImage(), before);
-}
-
 TEST_F(ViewDrawingTest, APanelLiesOverTheScreenInAnyWindow) {
   const QImage before = View().grab().toImage();
   script->End(EndReason::kClosedByPeer);

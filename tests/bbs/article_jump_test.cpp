@@ -37,18 +37,6 @@ TEST_F(ArticleJumpTest, AnArticleWhosePageIsHalfReplacedIsLeftOnce) {
             JumpResult::kFound);
 }
 
-TEST_F(ArticleJumpTest, AMessageThatSwallowsTheSearchKeyHoldsNothingUp) {
-  EXPECT_EQ(Follow({{"", ArticleList()},
-                    {"s", BoardPrompt()},
-                    {"Cats\r", ArticleList()},
-                    {"#", StarLine(22)},
-                    {"\n", ArticleList()},
-                    {"#", CodePrompt()},
-                    {"1abcdefg\r", ArticleList()}},
-                   Jump),
-            JumpResult::kFound);
-}
-
 TEST_F(ArticleJumpTest, ThePauseBehindAnUnknownCodeIsPassedWhereThereIsOne) {
   const std::string unknown = ArticleList() + At(22, 0, u"找不到這個文章代碼(AID)");
   const std::vector<Turn> toCode = {

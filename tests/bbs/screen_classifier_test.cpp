@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "core/notify_target.h"
-#include "core/term_screen.h"
 #include "tests/support/screen_builder.h"
 #include "tests/support/tables.h"
 
@@ -60,16 +59,6 @@ TEST_F(ClassifierTest, AReaderPageHasOnlyReaderBits) {
             std::uint32_t{PF_READING | PF_READ_TOP | PF_READ_END | PF_READ_FOOTER_RED | PF_BROWSABLE});
 }
 
-TEST_F(ClassifierTest, DisputedNoticeIsNotTheArticle) {
-  const PageTests pages;
-  ScreenBuilder builder;
-  builder.Put(11, 0, u"        本篇文章內容經站方授權之板務管理人員判斷有尚待證實之處，");
-  builder.Put(12, 0, u"        請使用者於閱讀時自行參閱其他資訊來源，對文章內容真實性進一步查證。");
-  builder.Put(23, 0, u"  瀏覽 第 1/1 頁 (100%)", 0x87);
-  ClassifyScreen(pages, builder.screen, ScreenReason::kUpdated);
-  EXPECT_EQ(builder.screen.pageFlags, std::uint32_t{PF_DISPUTED_NOTICE});
-}
-
 TEST_F(ClassifierTest, AStarLineKeepsWhatThePageWas) {
   const PageTests pages;
   ScreenSnapshot screen = ArticleList();
@@ -101,23 +90,6 @@ TEST_F(ClassifierTest, AFrozenScreenIsOnlyLookedAtWhenTheConnectionEnds) {
   target.refuse = true;  // nobody owns the copy then; the leak checker watches
   classifier.ProcessScreen(screen, ScreenReason::kDisconnected);
   EXPECT_EQ(target.posted, 2);
-}
-
-TEST_F(ClassifierTest, AReaderPageIsHandedOverInTheMiddleOfABatch) {
-  ScreenClassifier classifier;
-  RecordingTarget target;
-  TermScreen screen;
-  screen.SetWatcher(&classifier);
-  screen.notifyWindow = &target;
-  const std::string footer = "\x1b[m\x1b[23;1H\x1b[K\n\x1b[34;46m" + ToBig5(u"  瀏覽 第 1/3 頁 ( 33%) ") +
-                             std::string(46, ' ') + "\x1b[m";
-  const std::string stream = footer + "\x1b[1;1Hmore of the page";
-  screen.Feed({reinterpret_cast<const std::uint8_t*>(stream.data()), stream.size()});
-  ASSERT_EQ(target.snapshots.size(), 1u);
-  EXPECT_EQ(target.snapshots[0]->pageFlags & PF_READING, std::uint32_t{PF_READING});
-  EXPECT_EQ(target.snapshots[0]->TextAt(0, 0), ' ');
-  EXPECT_EQ(target.snapshots[0]->inBatch, 0);
-  EXPECT_EQ(screen.TextAt(0, 0), 'm');
 }
 
 TEST_F(ClassifierTest, RandomScreensAndCursorsNeverHurt) {

@@ -112,31 +112,6 @@ TEST_F(CharsetTest, KnownCharactersHaveTheirPublishedCodes) {
   }
 }
 
-// Characters that the classifier and the extractors compare, in whole prompts of the BBS.
-TEST_F(CharsetTest, PromptsOfTheBbsSurviveBothWays) {
-  const std::u16string_view prompts[] = {
-      u"[←]離開 [→]閱讀 [Ctrl-P]發表文章 [d]刪除 [z]精華區 [i]看板資訊/設定 [h]說明   ",
-      u" ★ 這份文件是可播放的文字動畫，要開始播放嗎？ [Y/n]",
-      u" ◆ 本文已過長, 禁止快速連續推文, 請再等",
-      u" ▄▄▄▄▄▄▄▄▄▄▄▄▄▄▄ 請按任意鍵繼續 ▄▄▄▄▄▄▄▄▄▄▄▄▄▄▄  ",
-      u" ◆  >>> 暫停播放動畫，請按任意鍵繼續或 q 中斷。 <<< ",
-      u"▲ 回應至 (F)看板 (M)作者信箱 (B)二者皆是 (Q)取消？[F]",
-      u"        請使用者於閱讀時自行參閱其他資訊來源，對文章內容真實性進一步查證。",
-      u"請輸入代號，或以 guest 參觀，或以 new 註冊:",
-      u"  (h)說明 (←/q)離開 ",
-      u"※ 發信站: 奧拉拉文藝坊(bbs.example)",
-      u"│ 文章代碼 【郵件選單】《上次上站》● □ 轉 噓 推 您幹",
-      u"簡体字とカタカナ、Привет ┌─╳─┐ ╭═╮ ▇▆▅▃▂▁◥◣",
-  };
-  for (const std::u16string_view prompt : prompts) {
-    const std::string bytes = ToBig5(prompt);
-    const auto narrow = std::count_if(prompt.begin(), prompt.end(), [](char16_t c) { return c < 0x80; });
-    EXPECT_EQ(bytes.size(), 2 * prompt.size() - static_cast<std::size_t>(narrow));
-    EXPECT_EQ(FromBig5(bytes), prompt);
-  }
-  EXPECT_EQ(ToBig5(prompts[0]).size(), 80u) << "the help line fills its row";
-}
-
 TEST_F(CharsetTest, AsciiIsUnchanged) {
   std::string ascii;
   for (char c = 0; c < 0x7F; ++c)

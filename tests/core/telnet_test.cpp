@@ -84,34 +84,6 @@ TEST_P(TelnetFamilyTest, OpensWithDeletesAndSurvivesAPeerThatLeavesMidSequence) 
                              std::to_string(server.Port()) + "\n");
 }
 
-TEST(TelnetTest, TwoHundredThousandTypedBytesArriveInOrder) {
-  constexpr std::size_t kTyped = 200000;
-  Heard heard;
-  LoopbackServer server([&](Socket& client, const StopSignal& stop) {
-    std::string text;
-    ReceiveText(client, text, kOpeningSize + kTyped, stop);
-    heard.Set(text);
-  });
-  FakeWatcher watcher;
-  SessionOptions options;
-  options.watcher = &watcher;
-  TermSession session(options);
-  session.Connect(server.SiteAddress());
-  ASSERT_TRUE(WaitUntil([&] { return watcher.connected == 1; }));
-
-  std::string typed;
-  for (std::size_t i = 0; typed.size() < kTyped; ++i)
-    typed += std::to_string(i) + ",";
-  typed.resize(kTyped);
-  std::size_t sent = 0;
-  for (std::size_t size = 1; sent < kTyped; size = size * 3 % 70001 + 1) {
-    session.SendBytes(std::string_view(typed).substr(sent, size));
-    sent += std::min(size, kTyped - sent);
-  }
-  ASSERT_TRUE(WaitUntil([&] { return heard.Get().size() >= kOpeningSize + kTyped; }));
-  EXPECT_TRUE(heard.Get() == Opening() + typed);
-}
-
 TEST(TelnetTest, AStalledPeerWithFiveMegabytesQueuedHoldsNothing) {
   std::atomic<bool> read{false};
   Heard heard;
@@ -178,24 +150,6 @@ TEST(TelnetTest, APeerThatLeavesAtOnceIsReadToItsEndAndNothingTypedIsMissing) {
     EXPECT_EQ(session.LastEnd().reason, EndReason::kClosedByPeer);
     EXPECT_EQ(session.screen.RowText(0).substr(0, 5), "full ");
   }
-}
-
-TEST(TelnetTest, ARefusingPortIsAFailedConnectWithTheSystemsWords) {
-  std::string address;
-  {
-    Listener listener;
-    ASSERT_TRUE(listener.Open(Family::kIpv4, 0));
-    address = "127.0.0.1:" + std::to_string(listener.Port());
-  }
-  FakeWatcher watcher;
-  SessionOptions options;
-  options.watcher = &watcher;
-  TermSession session(options);
-  session.Connect(address);
-  EXPECT_EQ(session.state, kStateClosed);
-  EXPECT_EQ(session.LastEnd().reason, EndReason::kConnectFailed);
-  EXPECT_FALSE(session.LastEnd().detail.empty());
-  EXPECT_EQ(watcher.disconnected, 1);
 }
 
 TEST(TelnetTest, AHostWithoutAnAddressSaysWhy) {

@@ -50,42 +50,6 @@ TEST_F(DemoAutoLoginTest, EveryArrivalEndsOnTheMainMenu) {
   }
 }
 
-TEST_F(DemoAutoLoginTest, OtherLoginsEndOnlyWhenAskedTo) {
-  const auto first = Client("alice", "wonder");
-  LiveSession beside;
-  EXPECT_EQ(LogIn(beside, {u"alice", u"wonder", false}), LoginResult::kFinished);
-  EXPECT_TRUE(ShowsMainMenu(beside)) << beside.Dump();
-  first->Send("\x1b[B");
-  EXPECT_TRUE(first->WaitFor([](const ScreenSnapshot& screen) { return screen.cursorRow == 13; }));
-
-  LiveSession instead;
-  EXPECT_EQ(LogIn(instead, {u"alice", u"wonder", true}), LoginResult::kFinished);
-  EXPECT_TRUE(first->WaitUntilClosed());
-  EXPECT_TRUE(WaitUntil([&] { return beside.session.state == kStateClosed; }));
-  EXPECT_TRUE(ShowsMainMenu(instead)) << instead.Dump();
-}
-
-TEST_F(DemoAutoLoginTest, RefusalsEndTheConnection) {
-  for (const auto writes : {DemoOptions::Writes::kAsBbs, DemoOptions::Writes::kEveryByte}) {
-    Start(writes);
-    for (const LoginRequest& request :
-         {LoginRequest{u"alice", u"wrong"}, LoginRequest{u"nobody", u"x"}, LoginRequest{u"again", u"a"}}) {
-      LiveSession live;
-      EXPECT_EQ(LogIn(live, request), LoginResult::kRefused);
-      EXPECT_TRUE(WaitUntil([&] { return live.session.state == kStateClosed; }));
-      EXPECT_EQ(live.session.LastEnd().reason, EndReason::kClosedByUser);
-    }
-  }
-}
-
-TEST_F(DemoAutoLoginTest, WithoutAPasswordOnlyTheIdIsTyped) {
-  LiveSession live;
-  EXPECT_EQ(LogIn(live, {u"alice", {}}), LoginResult::kFinished);
-  EXPECT_TRUE(WaitUntil([&] { return RowStartsWith(live.Screen(), 21, 0, u"請輸入您的密碼"); }));
-  EXPECT_EQ(LogIn(live, {u"guest", {}}), LoginResult::kFinished);
-  EXPECT_TRUE(WaitUntil([&] { return live.classifier.Pages().IsAnyKeyBanner(live.Screen()); }));
-}
-
 // A BBS that plays a dialogue up to a turn, waits for what is to be typed there, and then falls silent or
 // goes.
 class BrokenBbs {

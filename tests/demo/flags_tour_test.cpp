@@ -10,10 +10,8 @@
 #include <sstream>
 
 #include "core/charset.h"
-#include "core/replay_transport.h"
+#include "core/term_session.h"
 #include "tests/demo/demo_fixture.h"
-#include "tests/demo/live_session.h"
-#include "tests/support/wait_until.h"
 
 namespace quillet {
 namespace {
@@ -175,20 +173,6 @@ TEST_F(FlagsTourTest, EveryScreenOfTheRecordedTourHasItsFlags) {
   EXPECT_EQ(stream.peek(), std::ifstream::traits_type::eof());
   for (const auto& [flag, name] : kNames)
     EXPECT_NE(all.find(name), std::string::npos) << "no longer on the way: " << name;
-}
-
-TEST_F(FlagsTourTest, ASessionThatIsShownTheTourEndsOnTheSamePage) {
-  std::ifstream stream(kStream, std::ios::binary);
-  const std::string whole{std::istreambuf_iterator<char>(stream), {}};
-  Replay replay;
-  replay.Line(whole);
-  LiveSession live;
-  live.session.ConnectWith(std::make_unique<ReplayTransport>(kStream, 0));
-  ASSERT_TRUE(WaitUntil([&] { return live.session.state == kStateClosed; }));
-  live.session.Disconnect();
-  EXPECT_EQ(live.Screen().text, replay.Screen().text) << live.Dump();
-  EXPECT_EQ(live.Screen().attr, replay.Screen().attr);
-  EXPECT_TRUE(live.classifier.Pages().IsArticleListStrict(live.Screen())) << live.Dump();
 }
 
 }  // namespace

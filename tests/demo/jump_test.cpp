@@ -22,14 +22,6 @@ class DemoJumpTest : public WithTables {
     demo::ArticleKind kind{};
   };
 
-  template <typename Automation>
-  auto Run(Automation automation) {
-    decltype(automation(*static_cast<ScreenWaits*>(nullptr))) result{};
-    live_.Start([&](ScreenWaits& waits) { result = automation(waits); });
-    EXPECT_TRUE(WaitUntil([&] { return live_.ended.load(); })) << live_.Dump();
-    live_.Cancel();
-    return result;
-  }
   void SetUp() override {
     WithTables::SetUp();
     const std::filesystem::path content = QUILLET_SOURCE_DIR "/demo/content";
@@ -46,14 +38,14 @@ class DemoJumpTest : public WithTables {
       }
     }
     ASSERT_TRUE(live_.Connect(server_->Address()));
-    EXPECT_EQ(Run([](ScreenWaits& waits) {
-                return AutoLogin(waits, {u"reader", u"quillet"});
-              }),
+    EXPECT_EQ(live_.Run([](ScreenWaits& waits) {
+      return AutoLogin(waits, {u"reader", u"quillet"});
+    }),
               LoginResult::kFinished);
   }
 
   JumpResult Jump(const Target& target) {
-    return Run([&](ScreenWaits& waits) { return JumpToArticle(waits, target.board, target.code); });
+    return live_.Run([&](ScreenWaits& waits) { return JumpToArticle(waits, target.board, target.code); });
   }
   // Types and waits until the screen shows something else.
   void Type(const std::string& keys) {
@@ -89,7 +81,8 @@ TEST_F(DemoJumpTest, FiftyArticlesInAllBoardsAreFoundByTheirCodes) {
     ExpectOn(target);
     // The next jump starts in the article.
     if (target.kind == demo::ArticleKind::kPlain && ++found % 4 == 0) {
-      EXPECT_TRUE(Run([](ScreenWaits& waits) { return waits.OpenArticleUnderCursor(ArticlePart::kEnd); }));
+      EXPECT_TRUE(
+          live_.Run([](ScreenWaits& waits) { return waits.OpenArticleUnderCursor(ArticlePart::kEnd); }));
     }
   }
   EXPECT_GE(perBoard.size(), 12u);
@@ -164,23 +157,6 @@ TEST_F(DemoJumpTest, EveryPageThatCanBeLeftIsLeft) {
     EXPECT_EQ(Jump(targets_[20]), JumpResult::kFound) << live_.Dump();
     ExpectOn(targets_[20]);
   }
-}
-
-TEST_F(DemoJumpTest, WhatTheUserIsTypingIsLeftAlone) {
-  ASSERT_EQ(Jump(targets_.front()), JumpResult::kFound);
-  const auto expectBusy = [this] {
-    const ScreenSnapshot before = live_.Screen();
-    EXPECT_EQ(Jump(targets_[20]), JumpResult::kBusy) << live_.Dump();
-    EXPECT_EQ(live_.Screen().text, before.text);
-  };
-  Type("X");
-  ASSERT_TRUE(Shows(23, 0, u"您覺得這篇文章"));
-  expectBusy();
-  Type("\x03");
-  ASSERT_TRUE(ShowsMenu());
-  Type("/");
-  ASSERT_TRUE(Shows(23, 0, u"搜尋標題"));
-  expectBusy();
 }
 
 TEST_F(DemoJumpTest, ACancelledOrClosedRunEnds) {

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <functional>
+#include <gtest/gtest.h>
 #include <string>
 #include <thread>
 
@@ -11,13 +12,12 @@
 #include "bbs/screen_waits.h"
 #include "core/term_session.h"
 #include "tests/demo/test_client.h"
+#include "tests/support/wait_until.h"
 
 namespace quillet {
 
 class LiveSession {
  public:
-  // `notify`, which outlives it, gets what a view would get.
-  explicit LiveSession(NotifyTarget* notify = nullptr) : notify_(notify) {}
   ~LiveSession() {
     Cancel();
     session.Disconnect();
@@ -38,6 +38,15 @@ class LiveSession {
       ended = true;
     });
   }
+  // What the automation returns on the worker thread, waited for.
+  template <typename Automation>
+  auto Run(Automation automation) {
+    decltype(automation(*static_cast<ScreenWaits*>(nullptr))) result{};
+    Start([&](ScreenWaits& waits) { result = automation(waits); });
+    EXPECT_TRUE(WaitUntil([&] { return ended.load(); }, std::chrono::seconds(60))) << Dump();
+    Cancel();
+    return result;
+  }
   // Waits for the run to end by itself.
   void Join() {
     if (worker_.joinable()) worker_.join();
@@ -53,15 +62,10 @@ class LiveSession {
   }
   std::string Dump() { return DumpScreen(Screen()); }
 
- private:
-  NotifyTarget* const notify_;  // given to `session` below
-
- public:
   ScreenClassifier classifier;
   TermSession session{[this] {
     SessionOptions options;
     options.watcher = &classifier;
-    options.notify = notify_;
     return options;
   }()};
   std::atomic<bool> cancelled{false};

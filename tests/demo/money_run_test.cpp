@@ -26,23 +26,15 @@ class DemoMoneyTest : public DemoTest {
           here_ = {.board = FromBig5(board.info.name), .code = FromBig5(article->code)};
     ASSERT_FALSE(here_.code.empty());
   }
-  template <typename Automation>
-  auto Run(Automation automation) {
-    decltype(automation(*static_cast<ScreenWaits*>(nullptr))) result{};
-    live_.Start([&](ScreenWaits& waits) { result = automation(waits); });
-    EXPECT_TRUE(WaitUntil([&] { return live_.ended.load(); }, std::chrono::seconds(60))) << live_.Dump();
-    live_.Cancel();
-    return result;
-  }
   void LogIn(const std::u16string& id, const std::u16string& password) {
     ASSERT_TRUE(live_.Connect(server->Address()));
-    ASSERT_EQ(Run([&](ScreenWaits& waits) {
-                return AutoLogin(waits, {id, password});
-              }),
+    ASSERT_EQ(live_.Run([&](ScreenWaits& waits) {
+      return AutoLogin(waits, {id, password});
+    }),
               LoginResult::kFinished);
   }
   void OpenArticle() {
-    ASSERT_TRUE(Run([&](ScreenWaits& waits) {
+    ASSERT_TRUE(live_.Run([&](ScreenWaits& waits) {
       return JumpToArticle(waits, here_.board, here_.code) == JumpResult::kFound &&
              waits.OpenArticleUnderCursor(ArticlePart::kTop);
     })) << live_.Dump();
@@ -56,7 +48,7 @@ class DemoMoneyTest : public DemoTest {
     MoneyOrder order{.article = here_, .gifts = std::move(gifts)};
     if (!codeIsKnown) order.article.code.clear();
     MoneyLedger ledger(order.gifts);
-    return Run([&](ScreenWaits& waits) {
+    return live_.Run([&](ScreenWaits& waits) {
       RunMoneyOrder(waits, order, ledger);
       return ledger.Result();
     });
@@ -174,17 +166,6 @@ TEST_F(DemoMoneyTest, WhoMayNotGiveIsToldTheBbssWords) {
   EXPECT_EQ(result.end, MoneyRunEnd::kRefused) << live_.Dump();
   EXPECT_EQ(result.said, u"訪客沒有文藝幣");
   EXPECT_TRUE(IsInArticle()) << live_.Dump();
-}
-
-TEST_F(DemoMoneyTest, TheEndOfTheConnectionEndsTheRun) {
-  StartInArticle();
-  const MoneyOrder order{.article = here_, .gifts = std::vector<MoneyGift>(100, {u"hush", 1})};
-  MoneyLedger ledger(order.gifts);
-  live_.Start([&](ScreenWaits& waits) { RunMoneyOrder(waits, order, ledger); });
-  ASSERT_TRUE(WaitUntil([&] { return ledger.Result().Count(GiftState::kGiven) >= 2; })) << live_.Dump();
-  server.reset();
-  ASSERT_TRUE(WaitUntil([&] { return live_.ended.load(); }));
-  EXPECT_EQ(ledger.Result().end, MoneyRunEnd::kClosed);
 }
 
 }  // namespace

@@ -11,22 +11,14 @@ namespace {
 
 class DemoPushRunTest : public DemoTest {
  protected:
-  template <typename Automation>
-  auto Run(Automation automation) {
-    decltype(automation(*static_cast<ScreenWaits*>(nullptr))) result{};
-    live_.Start([&](ScreenWaits& waits) { result = automation(waits); });
-    EXPECT_TRUE(WaitUntil([&] { return live_.ended.load(); })) << live_.Dump();
-    live_.Cancel();
-    return result;
-  }
   // Logged in, with the second article of the sandbox open, which is bob's.
   void OpenArticle(const std::u16string& id, const std::u16string& password) {
     ASSERT_TRUE(live_.Connect(server->Address()));
-    ASSERT_EQ(Run([&](ScreenWaits& waits) {
-                return AutoLogin(waits, {id, password});
-              }),
+    ASSERT_EQ(live_.Run([&](ScreenWaits& waits) {
+      return AutoLogin(waits, {id, password});
+    }),
               LoginResult::kFinished);
-    ASSERT_TRUE(Run([](ScreenWaits& waits) {
+    ASSERT_TRUE(live_.Run([](ScreenWaits& waits) {
       waits.Send("s");
       if (!waits.WaitUntil([&](const ScreenSnapshot& screen) { return waits.Pages().IsInputField(screen); }))
         return false;
@@ -35,9 +27,6 @@ class DemoPushRunTest : public DemoTest {
       waits.Send("2\r");
       return waits.WaitForListCursor() && waits.OpenArticleUnderCursor(ArticlePart::kTop);
     })) << live_.Dump();
-  }
-  PushRunResult Push(const PushOrder& order) {
-    return Run([&](ScreenWaits& waits) { return PushInPieces(waits, order, progress_); });
   }
   // What has been pushed to the article by this user, mark and words.
   std::vector<std::u16string> PushesBy(const std::string& id) {
@@ -55,50 +44,8 @@ class DemoPushRunTest : public DemoTest {
     return pushes;
   }
 
-  std::function<void(const PushRunResult&)> progress_;
   LiveSession live_;
 };
-
-TEST_F(DemoPushRunTest, ALongTextStandsThereInPiecesAndInOrder) {
-  OpenArticle(u"alice", u"wonder");
-  const std::u16string text =
-      u"這是一段比一則推文還要長的話，所以要分成好幾則才推得完，每一則都不能少一個字，也不能多。\n\n"
-      u"網址 https://www.bbs.example/SandBox/M.1.html 在這裡";
-  const PushRunResult result = Push({.text = text, .author = u"bob"});
-  EXPECT_EQ(result.outcome, PushOutcome::kDone) << live_.Dump();
-  EXPECT_EQ(result.columns, 40);
-  const std::vector<std::u16string> pushes = PushesBy("alice");
-  ASSERT_EQ(std::ssize(pushes), result.pushed);
-  ASSERT_EQ(result.pushed, result.total);
-  std::u16string joined;
-  for (const std::u16string& push : pushes) {
-    EXPECT_EQ(push.substr(0, 2), u"推 ");
-    joined += push.substr(2);
-  }
-  EXPECT_EQ(joined,
-            u"這是一段比一則推文還要長的話，所以要分成好幾則才推得完，每一則都不能少一個字，也不能多。"
-            u"網址https://www.bbs.example/SandBox/M.1.html在這裡");
-  EXPECT_TRUE(live_.classifier.Pages().IsReader(live_.Screen(), PageTests::ReaderForm::kStrict));
-}
-
-TEST_F(DemoPushRunTest, AHastyUserWaitsForEachPieceAndPushesItOnce) {
-  OpenArticle(u"hasty", u"h");
-  int longestWait = 0;
-  progress_ = [&](const PushRunResult& now) { longestWait = std::max(longestWait, now.waitSeconds); };
-  const PushRunResult result = Push({.text = u"快\n慢", .kind = PushKind::kBad});
-  EXPECT_EQ(result.outcome, PushOutcome::kDone) << live_.Dump();
-  EXPECT_GT(longestWait, 1);
-  EXPECT_EQ(PushesBy("hasty"), (std::vector<std::u16string>{u"噓 快", u"噓 慢"}));
-}
-
-TEST_F(DemoPushRunTest, ASilentUserIsToldWhyAndKeepsTheText) {
-  OpenArticle(u"hush", u"h");
-  const PushRunResult result = Push({.text = u"一\n二"});
-  EXPECT_EQ(result.outcome, PushOutcome::kRefused);
-  EXPECT_EQ(result.said, u"無法推文: 使用者不可發言");
-  EXPECT_EQ(result.rest, u"一\n二");
-  EXPECT_TRUE(live_.classifier.Pages().IsReader(live_.Screen(), PageTests::ReaderForm::kStrict));
-}
 
 // Whatever moment the user takes over at: each piece stands there once at most, and only the one on its way
 // is in doubt.

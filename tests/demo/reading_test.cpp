@@ -13,10 +13,6 @@ bool CursorAt(TestClient& client, int row) {
   });
 }
 
-int Background(const TestClient& client, int row, int col) {
-  return BackgroundOf(client.Screen().AttrAt(row, col));
-}
-
 TEST_F(DemoReadingTest, TheListHasItsFieldsInTheirColumns) {
   const auto client = Client("alice", "wonder", "SandBox");
   EXPECT_TRUE(client->Has(0, 0, u"【板主:alice/bob】"));
@@ -56,55 +52,6 @@ TEST_F(DemoReadingTest, TheListMovesPagesAndJumpsByNumber) {
   EXPECT_TRUE(CursorAt(*client, 3 + 5));
 }
 
-TEST_F(DemoReadingTest, AnArticleIsPagedThroughAndKnownAtItsEnds) {
-  const auto client = Client("alice", "wonder", "SandBox");
-  client->Send("\x1b[1~");
-  ASSERT_TRUE(CursorAt(*client, 3));
-  client->Send("l");
-  ASSERT_TRUE(client->WaitForFlags(PF_READING | PF_READ_TOP | PF_BROWSABLE)) << client->Dump();
-  EXPECT_EQ(client->Seen().pageFlags & (PF_READ_END | PF_READ_FOOTER_RED), 0u);
-  EXPECT_TRUE(client->Has(0, 0, u" 作者  alice (愛麗絲)"));
-  EXPECT_TRUE(client->Has(0, 56, u"  看板  SandBox "));
-  EXPECT_TRUE(client->Has(1, 0, u" 標題  [閒聊] 一百行"));
-  EXPECT_TRUE(client->Has(2, 0, u" 時間  Sat Oct  3 21:14:05 2026"));
-  const int label[] = {4, 7, 7, 7, 7, 7, 7, 4};
-  for (int col = 0; col < 8; ++col)
-    EXPECT_EQ(Background(*client, 0, 56 + col), label[col]) << col;
-  for (const int col : {1, 2, 3, 4, 58, 59, 60, 61})
-    EXPECT_EQ(client->Screen().AttrAt(0, col), 0xE4) << col;
-  EXPECT_TRUE(client->Has(23, 0, u"  瀏覽 第 1/5 頁"));
-  EXPECT_TRUE(client->Has(23, 24, u" 目前顯示: 第 01~22 行"));
-  client->Send(" ");
-  ASSERT_TRUE(client->WaitForText(23, 37, u" 22~44 行"));
-  EXPECT_EQ(Background(*client, 23, 2), 6);
-  client->Send("$$");
-  ASSERT_TRUE(client->WaitForFlags(PF_READING | PF_READ_END));
-  EXPECT_EQ(client->Seen().pageFlags & PF_READ_TOP, 0u);
-  EXPECT_TRUE(client->Has(22, 0, u"→ carol:") || client->Has(22, 0, u"噓 carol: 太|長")) << client->Dump();
-  EXPECT_TRUE(client->Has(21, 0, u"推 bob: 好長"));
-  EXPECT_TRUE(client->Has(21, 51, u"   198.51.100.1 10/03 21:20"));
-  client->Send("N");
-  EXPECT_TRUE(client->WaitForFlags(PF_READ_TOP));
-  client->Send("f");  // the next article fits on one page
-  ASSERT_TRUE(client->WaitForFlags(PF_READ_TOP | PF_READ_END));
-  EXPECT_TRUE(client->Has(23, 37, u" 01~"));
-  client->Send("q");
-  EXPECT_TRUE(CursorAt(*client, 4));
-}
-
-TEST_F(DemoReadingTest, SearchingOverTheReaderIsNotReading) {
-  const auto client = Client("alice", "wonder", "SandBox");
-  client->Send("\x1b[1~l");
-  ASSERT_TRUE(client->WaitForFlags(PF_READING));
-  client->Send("/");
-  ASSERT_TRUE(client->WaitForText(22, 0, u"[搜尋]關鍵字:"));
-  ASSERT_TRUE(client->WaitForFlags(PF_INPUT_FIELD));
-  EXPECT_EQ(client->Seen().pageFlags & PF_READING, 0u);
-  client->Send(ToBig5(u"第 77 行") + "\r");
-  EXPECT_TRUE(client->WaitForText(0, 0, u"第 77 行"));
-  EXPECT_TRUE(client->WaitForFlags(PF_READING));
-}
-
 TEST_F(DemoReadingTest, DisputedAnimatedAndEmptyArticlesHaveTheirOwnPages) {
   const auto client = Client("alice", "wonder", "SandBox");
   client->Send("3\rl");
@@ -136,32 +83,6 @@ TEST_F(DemoReadingTest, DisputedAnimatedAndEmptyArticlesHaveTheirOwnPages) {
   EXPECT_TRUE(CursorAt(*client, 7));
 }
 
-TEST_F(DemoReadingTest, ArticlesAreFoundByTheCodeThatTheirBoxShows) {
-  const auto client = Client("alice", "wonder", "SandBox");
-  client->Send("1\rQ");
-  ASSERT_TRUE(client->WaitForFlags(PF_ANYKEY_BANNER)) << client->Dump();
-  EXPECT_FALSE(client->Pages().IsPause(client->Screen()));
-  const int row = client->Screen().TextAt(19, 18) == '#' ? 19 : 20;
-  ASSERT_EQ(client->Screen().TextAt(row, 18), '#') << client->Dump();
-  const std::string code(client->Screen().RowText(row).substr(19, 8));
-  EXPECT_EQ(client->Screen().RowText(row).substr(27, 10), " (SandBox)");
-  EXPECT_NE(client->Screen().RowText(row).find("] " + ToBig5(u"[閒聊] 一百行"), 37), std::string_view::npos);
-  EXPECT_TRUE(client->Has(row + 1, 0, u"│ 文章網址: https://www.bbs.example/bbs/SandBox/M."));
-  client->Send(" ");
-  ASSERT_TRUE(CursorAt(*client, 3));
-
-  client->Send("\x1b[4~#");
-  ASSERT_TRUE(client->WaitForText(23, 0, u"搜尋文章代碼"));
-  ASSERT_TRUE(client->WaitForFlags(PF_INPUT_FIELD));
-  client->Send(code + "\r");
-  EXPECT_TRUE(CursorAt(*client, 3));
-  client->Send("#00000000\r");
-  ASSERT_TRUE(client->WaitForText(22, 0, u"找不到這個文章代碼(AID)，可能是文章已被刪除"));
-  EXPECT_TRUE(client->WaitForFlags(PF_ANYKEY_BANNER));
-  client->Send(" ");
-  EXPECT_TRUE(CursorAt(*client, 3));
-}
-
 TEST_F(DemoReadingTest, TheDigestHoldsTheMarkedArticles) {
   const auto client = Client("alice", "wonder", "SandBox");
   client->Send("z");
@@ -171,18 +92,6 @@ TEST_F(DemoReadingTest, TheDigestHoldsTheMarkedArticles) {
   ASSERT_TRUE(client->WaitForFlags(PF_READING));
   client->Send("qq");
   EXPECT_TRUE(CursorAt(*client, 9));
-}
-
-TEST_F(DemoReadingTest, ThreadsAreFollowedBothWays) {
-  const auto client = Client("alice", "wonder", "SandBox");
-  client->Send("2\r=");
-  EXPECT_TRUE(CursorAt(*client, 3));
-  client->Send("]");
-  EXPECT_TRUE(CursorAt(*client, 4));
-  client->Send("]");
-  EXPECT_TRUE(client->WaitForText(23, 0, u" ◆ "));
-  client->Send(" [");
-  EXPECT_TRUE(CursorAt(*client, 3));
 }
 
 TEST_F(DemoReadingTest, TheBoardPromptCompletesNamesAndLeavesTheBoardListsTitle) {

@@ -186,6 +186,7 @@ TEST(SettingTableTest, FieldsBeginWithTheTablesValues) {
   Settings fromTable;
   ApplySettings(all, fromTable);
   EXPECT_EQ(fromTable, Settings());
+  EXPECT_EQ(DefaultSettings("").Find(u"Basic", u"Site"), nullptr);
 }
 
 TEST(SettingTableTest, EveryRowReachesAFieldOfItsOwn) {
@@ -198,23 +199,6 @@ TEST(SettingTableTest, EveryRowReachesAFieldOfItsOwn) {
     ApplySettings(all, expected);
     EXPECT_NE(expected, before) << std::string(row.key.begin(), row.key.end());
   }
-}
-
-TEST(SettingTableTest, FirstStartHasTheseSettings) {
-  const SettingsMap map = DefaultSettings("bbs.example");
-  EXPECT_EQ(
-      map.AsText(),
-      u"[AutoGiveP]\nFloorInterval=1\nFromFloor=1\nMoneyForEach=100\nNoDupe=1\nNumber=99999\nPush=1\n"
-      u"ToFloor=99999\n\n"
-      u"[Basic]\nAutoCheckUpdate=1\nAutoPlayGif=1\nAutoRefreshPush=1\nBackPicOpacity=40\n"
-      u"BackgroundPictureStyle=3\nBlackPush=1\nBookmarkUpdate=1\nColorMyId=1\nContentPic=3\n"
-      u"DarkerReadArticle=1\nDarkerUpdatedArticle=1\nFlash=1\nFont=細明體\nGrayBackgroundPush=1\n"
-      u"HideCharShowStar=1\nHotArticle=1\nIpDetectProxy=1\nIpToName=1\nLighterDarkBlue=1\n"
-      u"LighterPushLine=1\nLineSpacing=0\nMergePush=1\nNotifyArticleChanged=1\nOpenPicAfterDownload=1\n"
-      u"PasteAutoChangeLine=1\nPlaySound=1\nPushLineSpacing=0\nPushPic=2\nSBlackPush=1\nShowHighlight=1\n"
-      u"ShowPicMode=1\nSignPic=1\nSite=ssh://bbs.example\nTitleShowID=1\nTrackArticle=1\nWebArticle=1\n\n"
-      u"[Mouse]\nLButton=2\nLButtonWheel=6\nRButtonWheel=1\nSButton=6\nWheel=1\n\n");
-  EXPECT_EQ(DefaultSettings("").Find(u"Basic", u"Site"), nullptr);
 }
 
 TEST(SettingTableTest, ValueOutOfRangeStaysHarmless) {
