@@ -92,7 +92,7 @@ QWidget* ConnectDlg::MakeRecent(const std::vector<RecentSite>& recent) {
     auto* const item = new QTreeWidgetItem(recent_, {name.isEmpty() ? BareAddress(address) : name, address});
     item->setFlags(item->flags() | Qt::ItemIsEditable);
   }
-  recent_->setColumnWidth(kName, fontMetrics().averageCharWidth() * 28);
+  recent_->setColumnWidth(kName, LettersWide(*this, 28));
   recent_->setMinimumHeight(recent_->sizeHintForRow(0) * static_cast<int>(kMostRecentSites) +
                             recent_->header()->sizeHint().height() + 2 * recent_->frameWidth());
   connect(recent_, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "input/sure_answer.h"
+
 namespace quillet {
 
 bool KeyDispatch::Perform(const KeyAction& action) {
@@ -56,7 +58,8 @@ void KeyDispatch::Send(const Input& input) {
       break;
   }
   // A text without a character that the BBS knows is nothing to answer.
-  if (doc_.Session().sentCount != sent) doc_.Driver().NoteTyped(received);
+  if (doc_.Session().sentCount != sent && IsSurelyAnswered(handlers_.screen(), action))
+    doc_.Driver().NoteTyped(received);
 }
 
 }  // namespace quillet

@@ -21,6 +21,7 @@ class KeyDispatch {
     std::function<bool()> mustWait;   // it may not go yet
     // Of a text, that the site's character set does not have.
     std::function<void(const LostCharacters&)> lost;
+    std::function<const ScreenSnapshot&()> screen;  // that the user types at
   };
   KeyDispatch(CQuillDoc& doc, Handlers handlers) : doc_(doc), handlers_(std::move(handlers)) {}
 

@@ -1,0 +1,46 @@
+#include "input/sure_answer.h"
+
+#include "bbs/screen_fields.h"
+#include "core/key_sequence.h"
+#include "input/page_kind.h"
+#include "input/takes_text.h"
+
+namespace quillet {
+namespace {
+
+constexpr int kFirstLine = 3;  // below the heads of a list
+
+// Up and down come around at the ends of a list or menu, unless it is of a single line.
+bool HasNeighbours(const ScreenSnapshot& screen) {
+  const auto hasLine = [&screen](int row) {
+    return row >= kFirstLine && row < kRows - 1 && !IsBlankBetween(screen, row, 0, kCols - 1);
+  };
+  return hasLine(screen.cursorRow - 1) || hasLine(screen.cursorRow + 1);
+}
+
+}  // namespace
+
+bool IsSurelyAnswered(const ScreenSnapshot& screen, const KeyAction& action) {
+  if (action.bytes == "\r") return true;
+  if (action.kind == KeyActionKind::kSendText && TakesText(screen)) return true;
+  const PageKind kind = KindOf(screen);
+  const bool isList = kind == PageKind::kList || kind == PageKind::kArticleList;
+  switch (action.virtualKey) {
+    case kKeyUp:
+    case kKeyDown:
+      if ((isList || kind == PageKind::kMenu) && HasNeighbours(screen)) return true;
+      break;
+    case kKeyRight:
+      if (isList || kind == PageKind::kMenu) return true;
+      break;
+    case kKeyLeft:
+      // The first of the menus is left for nowhere.
+      if (isList || kind == PageKind::kReader) return true;
+      break;
+    default:
+      break;
+  }
+  return kind == PageKind::kPause;
+}
+
+}  // namespace quillet
