@@ -10,14 +10,14 @@ namespace {
 constexpr qint64 kDelayMs = 300;
 
 // Of the panel's letters.
-constexpr double kTextSize = 0.9;
+constexpr double kBadgeTextSize = 0.9;
 // In the badge's letters.
-constexpr double kHeight = 1.9;
-constexpr double kPadding = 0.9;
+constexpr double kBadgeHeight = 1.9;
+constexpr double kBadgePadding = 0.9;
 constexpr double kTextLeft = 1.5;
 constexpr double kDotRadius = 0.22;
 constexpr double kFromCorner = 0.6;
-constexpr double kCorner = 0.35;
+constexpr double kBadgeCorner = 0.35;
 
 }  // namespace
 
@@ -35,23 +35,23 @@ bool ActivityBadge::IsShown() const {
 void ActivityBadge::Paint(QPainter& painter, const QRectF& area, qreal unit,
                           const panel_look::Colours& colours) const {
   if (!IsShown()) return;
-  const qreal size = panel_look::TextSize(unit) * kTextSize;
+  const qreal size = panel_look::TextSize(unit) * kBadgeTextSize;
   painter.save();
   QFont font = painter.font();
   font.setPixelSize(qRound(size));
   painter.setFont(font);
   const QFontMetricsF metrics(font);
-  QRectF badge(0, 0, std::ceil(metrics.horizontalAdvance(text_)) + (kTextLeft + kPadding) * size,
-               std::ceil(size * kHeight));
+  QRectF badge(0, 0, std::ceil(metrics.horizontalAdvance(text_)) + (kTextLeft + kBadgePadding) * size,
+               std::ceil(size * kBadgeHeight));
   badge.moveTopRight(area.topRight() +
                      QPointF(-std::round(size * kFromCorner), std::round(size * kFromCorner)));
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(colours.border, 1));
   painter.setBrush(colours.fill);
-  painter.drawRoundedRect(badge.adjusted(0.5, 0.5, -0.5, -0.5), size * kCorner, size * kCorner);
+  painter.drawRoundedRect(badge.adjusted(0.5, 0.5, -0.5, -0.5), size * kBadgeCorner, size * kBadgeCorner);
   painter.setPen(Qt::NoPen);
   painter.setBrush(colours.busy);
-  painter.drawEllipse(QPointF(badge.left() + size * kPadding, badge.center().y()), size * kDotRadius,
+  painter.drawEllipse(QPointF(badge.left() + size * kBadgePadding, badge.center().y()), size * kDotRadius,
                       size * kDotRadius);
   painter.setPen(colours.line);
   painter.drawText(badge.adjusted(size * kTextLeft, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, text_);

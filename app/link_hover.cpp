@@ -10,11 +10,11 @@ namespace quillet {
 namespace {
 
 // Of the panel's letters.
-constexpr double kTextSize = 0.8;
+constexpr double kTargetTextSize = 0.8;
 // In the label's letters.
-constexpr double kHeight = 1.8;
-constexpr double kPadding = 0.7;
-constexpr double kCorner = 0.35;
+constexpr double kTargetHeight = 1.8;
+constexpr double kTargetPadding = 0.7;
+constexpr double kTargetCorner = 0.35;
 constexpr double kMargin = 0.3;
 // Of the area's width.
 constexpr double kWidest = 0.6;
@@ -82,21 +82,22 @@ void LinkHover::Decorate(Page& page) const {
 void LinkHover::Paint(QPainter& painter, const QRectF& area, qreal unit,
                       const panel_look::Colours& colours) const {
   if (!current_) return;
-  const qreal size = std::round(panel_look::TextSize(unit) * kTextSize);
+  const qreal size = std::round(panel_look::TextSize(unit) * kTargetTextSize);
   painter.save();
   QFont font = painter.font();
   font.setPixelSize(static_cast<int>(size));
   painter.setFont(font);
   const QFontMetricsF metrics(font);
-  const qreal padding = kPadding * size;
+  const qreal padding = kTargetPadding * size;
   const QString text =
       metrics.elidedText(TargetOf(*current_), Qt::ElideMiddle, area.width() * kWidest - 2 * padding);
-  const QSizeF extent(std::ceil(metrics.horizontalAdvance(text) + 2 * padding), std::ceil(size * kHeight));
+  const QSizeF extent(std::ceil(metrics.horizontalAdvance(text) + 2 * padding),
+                      std::ceil(size * kTargetHeight));
   const QRectF box = PlaceLabel(area, extent, kMargin * size, row_ >= kRows - kRowsBelow);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(colours.border, 1));
   painter.setBrush(colours.fill);
-  painter.drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), size * kCorner, size * kCorner);
+  painter.drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), size * kTargetCorner, size * kTargetCorner);
   painter.setPen(colours.line);
   painter.drawText(box.adjusted(padding, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                    text);

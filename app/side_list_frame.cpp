@@ -15,7 +15,7 @@ namespace {
 // In letters' heights.
 constexpr double kTitleHeight = 2.5;
 constexpr double kFootHeight = 2.0;
-constexpr double kPadding = 0.7;
+constexpr double kListPadding = 0.7;
 constexpr double kHintText = 0.82;
 constexpr double kHintGap = 1.2;
 constexpr double kNameText = 1.08;
@@ -100,7 +100,7 @@ void SideListFrame::SetHints(std::vector<Hint> hints) {
 void SideListFrame::PlaceHints() {
   const double letters = font_.pixelSize();
   const QFontMetricsF metrics(Scaled(font_, kHintText));
-  double left = std::round(letters * kPadding);
+  double left = std::round(letters * kListPadding);
   for (PlacedHint& placed : hints_) {
     const double width = std::ceil(metrics.horizontalAdvance(placed.hint.text)) + 1;
     const double room = std::max(0.0, foot_.width() - left);
@@ -126,7 +126,7 @@ void SideListFrame::PaintTitle(QPainter& painter, const Title& title, const List
   painter.fillRect(QRectF(0, title_.bottom() - 1, title_.width(), 1), QColor(colours.line));
 
   const double side = std::round(letters * kImageSide);
-  const double padding = std::round(letters * kPadding);
+  const double padding = std::round(letters * kListPadding);
   PaintEmbedded(painter, QRectF(padding, std::round(title_.center().y() - side / 2), side, side),
                 SideListImage(title.kind), colours.accent, images);
 
@@ -202,7 +202,7 @@ QRectF SideListFrame::ScrollMark(int top, const SideListState& state) const {
 QRectF SideListFrame::ScrollGrip(int top, const SideListState& state) const {
   QRectF grip = ScrollMark(top, state);
   if (grip.isEmpty()) return {};
-  grip.setLeft(list_.right() - std::round(font_.pixelSize() * kPadding));
+  grip.setLeft(list_.right() - std::round(font_.pixelSize() * kListPadding));
   grip.setRight(list_.right());
   return grip;
 }

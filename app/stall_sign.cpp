@@ -11,12 +11,12 @@ namespace quillet {
 namespace {
 
 // Of the panel's letters.
-constexpr double kTextSize = 0.9;
+constexpr double kSignTextSize = 0.9;
 // In the sign's letters.
-constexpr double kHeight = 1.9;
-constexpr double kPadding = 0.9;
+constexpr double kSignHeight = 1.9;
+constexpr double kSignPadding = 0.9;
 constexpr double kFromCorner = 0.6;
-constexpr double kCorner = 0.35;
+constexpr double kSignCorner = 0.35;
 
 }  // namespace
 
@@ -39,7 +39,7 @@ void StallSign::Place(const QRect& area, qreal unit, const panel_look::Colours& 
   area_ = area;
   colours_ = colours;
   QFont letters = font();
-  letters.setPixelSize(qRound(panel_look::TextSize(unit) * kTextSize));
+  letters.setPixelSize(qRound(panel_look::TextSize(unit) * kSignTextSize));
   setFont(letters);
   Arrange();
 }
@@ -47,8 +47,8 @@ void StallSign::Place(const QRect& area, qreal unit, const panel_look::Colours& 
 void StallSign::Arrange() {
   const int letter = font().pixelSize();
   const int from = qRound(letter * kFromCorner);
-  const int wanted = fontMetrics().horizontalAdvance(text()) + qRound(2 * kPadding * letter);
-  QRect place(0, 0, qMin(wanted, area_.width() - 2 * from), qRound(letter * kHeight));
+  const int wanted = fontMetrics().horizontalAdvance(text()) + qRound(2 * kSignPadding * letter);
+  QRect place(0, 0, qMin(wanted, area_.width() - 2 * from), qRound(letter * kSignHeight));
   place.moveTopRight(area_.topRight() + QPoint(-from, from));
   setGeometry(place);
   update();
@@ -60,10 +60,10 @@ void StallSign::paintEvent(QPaintEvent* /*event*/) {
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(stalled ? colours_.ended : colours_.border, 1));
   painter.setBrush(colours_.fill);
-  const qreal corner = font().pixelSize() * kCorner;
+  const qreal corner = font().pixelSize() * kSignCorner;
   painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), corner, corner);
   painter.setPen(stalled ? colours_.title : colours_.hint);
-  const int room = width() - qRound(kPadding * font().pixelSize());
+  const int room = width() - qRound(kSignPadding * font().pixelSize());
   painter.drawText(rect(), Qt::AlignCenter, fontMetrics().elidedText(text(), Qt::ElideRight, room));
 }
 

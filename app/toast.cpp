@@ -14,13 +14,13 @@ namespace {
 constexpr int kShownMs = 4000;
 
 // Of the panel's letters.
-constexpr double kTextSize = 0.9;
+constexpr double kToastTextSize = 0.9;
 // In the toast's letters.
-constexpr double kHeight = 2.1;
-constexpr double kPadding = 0.8;
+constexpr double kToastHeight = 2.1;
+constexpr double kToastPadding = 0.8;
 constexpr double kPicture = 1.1;
 constexpr double kPictureStep = 1.5;
-constexpr double kCorner = 0.35;
+constexpr double kToastCorner = 0.35;
 // In the terminal's rows: above the status line.
 constexpr double kAboveFoot = 1.6;
 
@@ -49,21 +49,21 @@ void Toast::Hide() {
 void Toast::Paint(QPainter& painter, const QRectF& area, qreal unit,
                   const panel_look::Colours& colours) const {
   if (text_.isEmpty()) return;
-  const qreal size = std::round(panel_look::TextSize(unit) * kTextSize);
+  const qreal size = std::round(panel_look::TextSize(unit) * kToastTextSize);
   painter.save();
   QFont font = painter.font();
   font.setPixelSize(static_cast<int>(size));
   painter.setFont(font);
   const qreal picture = image_ ? std::round(size * kPictureStep) : 0;
   const qreal textWidth = std::ceil(QFontMetricsF(font).horizontalAdvance(text_));
-  QRectF box(0, 0, textWidth + picture + 2 * kPadding * size, std::ceil(size * kHeight));
+  QRectF box(0, 0, textWidth + picture + 2 * kToastPadding * size, std::ceil(size * kToastHeight));
   box.moveCenter(QPointF(area.center().x(), 0));
   box.moveBottom(std::round(area.bottom() - unit * kAboveFoot));
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(colours.border, 1));
   painter.setBrush(colours.fill);
-  painter.drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), size * kCorner, size * kCorner);
-  QPointF at(box.left() + size * kPadding, box.center().y());
+  painter.drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), size * kToastCorner, size * kToastCorner);
+  QPointF at(box.left() + size * kToastPadding, box.center().y());
   if (image_) {
     const qreal side = size * kPicture;
     PaintEmbedded(painter, QRectF(at.x(), at.y() - side / 2, side, side), *image_,

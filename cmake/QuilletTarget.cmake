@@ -70,6 +70,13 @@ function(quillet_precompile target kind)
   endif()
 endfunction()
 
+# quillet_unity(target): its sources a few at a time, where that is asked for.
+function(quillet_unity target)
+  if(QUILLET_UNITY)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 10)
+  endif()
+endfunction()
+
 # quillet_library(core SOURCES a.cpp ... USES quillet_platform ...): the library quillet_core of folder core/.
 function(quillet_library folder)
   cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})

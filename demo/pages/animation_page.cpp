@@ -9,7 +9,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int kBottom = kRows - 1;
 constexpr auto kFrameTime = 400ms;
 constexpr std::u16string_view kQuestion = u" ★ 這份文件是可播放的文字動畫，要開始播放嗎？ [Y/n]";
 constexpr std::u16string_view kPlaying = u" >>> 動畫播放中... 可按 q, Ctrl-C 或其它任意鍵停止 ";

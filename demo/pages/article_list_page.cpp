@@ -16,7 +16,6 @@
 namespace quillet::demo {
 namespace {
 
-constexpr int kBottom = kRows - 1;
 constexpr int kModeratorColumns = 15;
 constexpr int kBoardTitleCol = 27;
 constexpr int kNumberCol = 1;
@@ -28,7 +27,6 @@ constexpr int kAuthorColumns = 12;
 constexpr int kTitleCol = 30;
 constexpr int kManyPushes = 100;
 constexpr int kCodeColumns = 8;
-constexpr std::uint8_t kHeads = Attr(kBlack, kWhite);
 
 // Compared by clients over the whole row, the three blanks included.
 constexpr std::u16string_view kHelpLine =

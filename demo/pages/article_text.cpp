@@ -20,7 +20,7 @@ constexpr int kTimeColumns = 11;
 constexpr int kPushPunctuation = 3 + 2 + 1 + 1;
 constexpr int kUserIdColumns = 12;
 
-constexpr std::uint8_t kLabel = Attr(kBlue, kWhite);
+constexpr std::uint8_t kHeaderLabel = Attr(kBlue, kWhite);
 constexpr std::uint8_t kValue = Attr(kWhite, kBlue);
 
 using Cells = std::vector<Cell>;
@@ -32,7 +32,7 @@ void Append(Cells& cells, std::string_view big5, std::uint8_t attr) {
 
 Cells HeaderRow(std::u16string_view label, std::string_view value) {
   Cells cells;
-  Append(cells, ToBig5(label), kLabel);
+  Append(cells, ToBig5(label), kHeaderLabel);
   Append(cells, " " + PadRight(value, kTextColumns - static_cast<int>(cells.size()) - 1), kValue);
   return cells;
 }
@@ -48,7 +48,7 @@ Cells AuthorRow(const Article& article, const std::string& board) {
   for (std::size_t i = 0; i < cells.size(); ++i)
     cells[i].byte = static_cast<std::uint8_t>(fitting[i]);
   Append(cells, " ", kValue);
-  Append(cells, ToBig5(u" 看板 "), kLabel);
+  Append(cells, ToBig5(u" 看板 "), kHeaderLabel);
   Append(cells, " " + PadRight(board, kTextColumns - static_cast<int>(cells.size()) - 1), kValue);
   return cells;
 }

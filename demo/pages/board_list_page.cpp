@@ -12,10 +12,8 @@
 namespace quillet::demo {
 namespace {
 
-constexpr int kBottom = kRows - 1;
 constexpr int kTitleColumns = 34;
 constexpr int kCrowded = 2000;  // from here on a board's popularity is a word
-constexpr std::uint8_t kHeads = Attr(kBlack, kWhite);
 
 // Colours by the first byte of the category, so that boards of one kind look alike.
 std::uint8_t CategoryAttr(const std::string& category) {

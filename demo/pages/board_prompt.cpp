@@ -12,7 +12,7 @@ namespace {
 constexpr int kPromptRow = 1;
 constexpr int kCandidateRow = 2;
 constexpr int kNameColumns = 12;
-constexpr std::u16string_view kLabel = u"請輸入看板名稱(按空白鍵自動搜尋):";
+constexpr std::u16string_view kPromptLabel = u"請輸入看板名稱(按空白鍵自動搜尋):";
 
 std::size_t CommonStart(const std::string& a, const std::string& b) {
   std::size_t length = 0;
@@ -34,7 +34,7 @@ void BoardPrompt::Draw(Canvas& canvas) {
   int col = 0;
   for (const std::string& name : candidates_)
     col = canvas.Put(kCandidateRow, col, name + " ", Attr(kYellow)) + 1;
-  field_.Draw(canvas, kPromptRow, canvas.Put(kPromptRow, 0, kLabel) + 1);
+  field_.Draw(canvas, kPromptRow, canvas.Put(kPromptRow, 0, kPromptLabel) + 1);
 }
 
 void BoardPrompt::OnKey(const Key& key) {

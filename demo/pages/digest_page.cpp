@@ -10,12 +10,6 @@
 #include "demo/pages/open_article.h"
 
 namespace quillet::demo {
-namespace {
-
-constexpr std::uint8_t kHeads = Attr(kBlack, kWhite);
-
-}  // namespace
-
 DigestPage::DigestPage(PageHost& host, BoardInfo board) : ListPage(host), board_(std::move(board)) {
   const auto all = host_.TheWorld().Articles(board_.name);
   std::copy_if(all.begin(), all.end(), std::back_inserter(articles_), [](const ArticlePtr& article) {

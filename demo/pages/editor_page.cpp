@@ -10,7 +10,6 @@
 namespace quillet::demo {
 namespace {
 
-constexpr int kBottom = kRows - 1;
 constexpr std::size_t kRowsShown = kBottom;
 constexpr std::size_t kLineColumns = 78;
 constexpr std::size_t kMostLines = 2000;

@@ -8,7 +8,7 @@
 namespace quillet::demo {
 namespace {
 
-constexpr int kQuestionRow = 22;
+constexpr int kLeaveRow = 22;
 
 class FarewellPage : public Page {
  public:
@@ -18,7 +18,7 @@ class FarewellPage : public Page {
     int row = 2;
     for (const std::string& text : lines_)
       canvas.Put(row++, 0, CellsOf(text));
-    canvas.Put(kQuestionRow, 10, line_, Attr(kWhite, kBlack, Weight::kBold));
+    canvas.Put(kLeaveRow, 10, line_, Attr(kWhite, kBlack, Weight::kBold));
     canvas.MoveCursor(kRows - 1, 0);
   }
   void OnKey(const Key&) override {}
@@ -36,7 +36,7 @@ void ShowFarewell(PageHost& host, std::u16string_view line) {
 }
 
 void AskToLeave(PageHost& host) {
-  LinePrompt::Place place{kQuestionRow, u"您確定要離開【 奧拉拉文藝坊 】嗎(Y/N)？[N] ", 2, {}};
+  LinePrompt::Place place{kLeaveRow, u"您確定要離開【 奧拉拉文藝坊 】嗎(Y/N)？[N] ", 2, {}};
   host.Open(std::make_unique<LinePrompt>(host, std::move(place), [&host](const std::string& answer) {
     if (answer == "y" || answer == "Y") ShowFarewell(host, u"謝謝光臨，下次再見！");
   }));

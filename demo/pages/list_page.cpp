@@ -8,7 +8,6 @@
 namespace quillet::demo {
 namespace {
 
-constexpr int kBottom = kRows - 1;
 constexpr int kMostDigits = 6;
 // Digits are drawn so that they end here; clients look for the echo of a number before this column.
 constexpr int kEndOfDigits = 74;

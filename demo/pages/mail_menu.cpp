@@ -10,8 +10,6 @@
 namespace quillet::demo {
 namespace {
 
-constexpr std::uint8_t kHeads = Attr(kBlack, kWhite);
-
 class MailList : public ListPage {
  public:
   explicit MailList(PageHost& host) : ListPage(host) {}

@@ -14,7 +14,6 @@ constexpr int kPictureRow = 1;
 constexpr int kFirstItemRow = 12;
 constexpr int kMarkCol = 24;
 constexpr int kLabelCol = 40;
-constexpr int kBottom = kRows - 1;
 constexpr int kBarEnd = kCols - 1;  // bars leave the last column alone
 
 }  // namespace

@@ -6,7 +6,6 @@
 namespace quillet::demo {
 namespace {
 
-constexpr int kBottom = kRows - 1;
 constexpr std::u16string_view kAnyKeyBanner = u" ▄▄▄▄▄▄▄▄▄▄▄▄▄▄▄ 請按任意鍵繼續 ▄▄▄▄▄▄▄▄▄▄▄▄▄▄▄  ";
 constexpr std::u16string_view kPressAnyKey = u" [按任意鍵繼續] ";
 constexpr int kPressAnyKeyCol = kCols - 1 - 16;

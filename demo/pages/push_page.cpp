@@ -9,7 +9,6 @@
 namespace quillet::demo {
 namespace {
 
-constexpr int kBottom = kRows - 1;
 constexpr std::u16string_view kKindPrompt = u"您覺得這篇文章 1.值得推薦 2.給它噓聲 3.只加→註解 [1]? ";
 constexpr std::u16string_view kOwnArticle = u"作者本人, 使用 → 加註方式 ";
 constexpr std::u16string_view kConfirm = u" 確定[y/N]:";

@@ -10,7 +10,6 @@
 namespace quillet::demo {
 namespace {
 
-constexpr int kBottom = kRows - 1;
 constexpr int kRowsShown = kBottom;
 constexpr int kPageStep = kRowsShown - 1;  // one line of the page before stays in sight
 constexpr int kBarEnd = kCols - 1;

@@ -8,9 +8,7 @@
 namespace quillet::demo {
 namespace {
 
-constexpr int kBottom = kRows - 1;
 constexpr int kMessageColumns = 50;
-constexpr std::uint8_t kHeads = Attr(kBlack, kWhite);
 
 }  // namespace
 

@@ -14,7 +14,7 @@ namespace {
 // Far more than a screen shows; when they are used up the texts of earlier pages are forgotten.
 constexpr std::size_t kMostLabels = 1024;
 constexpr std::size_t kMostShapes = 128;
-constexpr int kMeasureEm = 256;
+constexpr int kLabelEm = 256;
 // Longer texts are not worth measuring: no window shows them.
 constexpr qsizetype kLongestText = 512;
 
@@ -66,7 +66,7 @@ double LabelCache::WidthPerEm(std::u16string_view text) {
   const auto found = widths_.find(text);
   if (found != widths_.end()) return found->second;
   if (widths_.size() >= kMostLabels) widths_.clear();
-  const double width = QFontMetricsF(FontOf(kMeasureEm)).horizontalAdvance(ToLine(text)) / kMeasureEm;
+  const double width = QFontMetricsF(FontOf(kLabelEm)).horizontalAdvance(ToLine(text)) / kLabelEm;
   return widths_[std::u16string(text)] = width;
 }
 
