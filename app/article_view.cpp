@@ -13,7 +13,6 @@ namespace {
 
 constexpr int kFrameMs = 16;
 constexpr std::int64_t kLongestWaitMs = 60'000;
-constexpr int kBottomRow = kRows - 1;
 constexpr const char* kPreviousArticle = "b";
 
 // A header's rows and its rule.

@@ -9,7 +9,6 @@
 namespace quillet {
 namespace {
 
-constexpr int kBottom = kRows - 1;
 constexpr int kTimeRow = 2;
 
 // Pages that are entered by leaving the article.
@@ -33,9 +32,9 @@ bool IsScrolled(const ScreenSnapshot& screen) {
 }
 
 // Cleared, and not yet drawn down to its status line.
-bool IsHalfDrawn(const ScreenSnapshot& screen) {
+bool IsWithoutFoot(const ScreenSnapshot& screen) {
   constexpr int kStatusBeginning = 6;
-  return IsBlankBetween(screen, kBottom, kStatusBeginning, kCols - 1);
+  return IsBlankBetween(screen, kBottomRow, kStatusBeginning, kCols - 1);
 }
 
 }  // namespace
@@ -106,7 +105,7 @@ bool ArticleTracker::ReadCode(const ScreenSnapshot& screen) {
 }
 
 bool ArticleTracker::StaysUnder(const ScreenSnapshot& screen) const {
-  return (screen.pageFlags & kCovers) != 0 || IsHalfDrawn(screen) || ShowsTheSamePage(screen);
+  return (screen.pageFlags & kCovers) != 0 || IsWithoutFoot(screen) || ShowsTheSamePage(screen);
 }
 
 // A message in the bottom rows, or a box over some, leaves the rest of the page as it was.

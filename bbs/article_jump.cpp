@@ -11,7 +11,6 @@
 namespace quillet {
 namespace {
 
-constexpr int kBottom = kRows - 1;
 constexpr std::size_t kMostNameLength = 12;
 constexpr int kMostPrompts = 6;
 constexpr std::string_view kCancelKey = "\x03";
@@ -90,11 +89,11 @@ bool ArticleJump::IsInBoard(std::u16string_view board) const {
 JumpResult ArticleJump::FindCode(std::u16string_view code) {
   waits_.DismissMessages();
   const auto asking = [this](const ScreenSnapshot& screen) {
-    return RowStartsWith(screen, kBottom, 0, std::string_view(codePrompt_));
+    return RowStartsWith(screen, kBottomRow, 0, std::string_view(codePrompt_));
   };
   const auto onList = [this](const ScreenSnapshot& screen) { return pages_.IsListCursor(screen); };
   if (!waits_.SendKey("#", asking, onList) ||
-      waits_.WaitForProbes(Want::kMatch, {{kBottom, 0, u"搜尋文章代碼"}}) == 0)
+      waits_.WaitForProbes(Want::kMatch, {{kBottomRow, 0, u"搜尋文章代碼"}}) == 0)
     return JumpResult::kClosed;
   waits_.SendText(code);
   if (!waits_.SendKey(
@@ -102,7 +101,7 @@ JumpResult ArticleJump::FindCode(std::u16string_view code) {
     return JumpResult::kClosed;
   bool unknown = false;
   const bool answered = waits_.WaitUntil([&](const ScreenSnapshot& screen) {
-    unknown = RowStartsWith(screen, kBottom - 1, 0, std::string_view(unknownCode_));
+    unknown = RowStartsWith(screen, kBottomRow - 1, 0, std::string_view(unknownCode_));
     return unknown || onList(screen);
   });
   if (!answered) return JumpResult::kClosed;

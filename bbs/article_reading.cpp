@@ -13,7 +13,6 @@ namespace {
 
 using Taken = ArticleLines::Taken;
 
-constexpr int kBottom = kRows - 1;
 constexpr int kPageStep = ArticleLines::kPageRows - 1;  // the BBS leaves one line of the page before in sight
 // So many keys more than there are pages may bring nothing new before the answers are not believed any more.
 constexpr int kSpareKeys = 20;
@@ -22,7 +21,7 @@ constexpr int kSpareKeys = 20;
 bool IsHalfDrawn(const ScreenSnapshot& screen) {
   constexpr std::uint32_t kAsks = PF_STAR_LINE | PF_INPUT_FIELD | PF_LIST_CURSOR;
   if ((screen.pageFlags & kAsks) != 0) return false;
-  return (screen.pageFlags & PF_READING) != 0 || IsBlankBetween(screen, kBottom, 0, kCols - 1);
+  return (screen.pageFlags & PF_READING) != 0 || IsBlankBetween(screen, kBottomRow, 0, kCols - 1);
 }
 
 }  // namespace

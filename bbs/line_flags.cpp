@@ -8,11 +8,7 @@
 namespace quillet {
 namespace {
 
-constexpr int kBottom = kRows - 1;
-constexpr int kListFirstRow = 3;
-constexpr int kListLastRow = 22;
 constexpr int kStatusMarkCol = 8;
-constexpr int kListAuthorCol = 17;
 constexpr int kListAuthorLastCol = 28;
 
 // Lower case of the alphabets that Big5 holds: Latin in both widths, Greek and Cyrillic.
@@ -64,12 +60,12 @@ void FlagList(const ScreenSnapshot& screen, const Keywords& keywords, LineFlags&
 
 void FlagArticle(const PageFacts& facts, const ScreenSnapshot& screen, const Keywords& keywords,
                  LineFlags& flags) {
-  for (int row = 0; row < kBottom; ++row) {
+  for (int row = 0; row < kBottomRow; ++row) {
     const bool push = facts.IsPushCommentLine(screen, row) || facts.IsArrowInputRow(screen, row);
     flags[static_cast<std::size_t>(row)] =
         static_cast<std::uint8_t>((push ? LF_PUSH : 0) | KeywordFlag(screen, row, keywords));
   }
-  if (facts.IsArrowInputRow(screen, kBottom)) flags[kBottom] = LF_PUSH;
+  if (facts.IsArrowInputRow(screen, kBottomRow)) flags[kBottomRow] = LF_PUSH;
 }
 
 }  // namespace

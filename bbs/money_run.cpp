@@ -17,7 +17,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int kBottom = kRows - 1;
 // Pages are nested less deep than this.
 constexpr int kMostSteps = 30;
 // At what the BBS does not react to, and at a gift that has not been confirmed yet.
@@ -271,7 +270,7 @@ MoneyRun::Place MoneyRun::PlaceOf(const ScreenSnapshot& screen) const {
     return RowStartsWith(screen, 0, 0, u"【送人文藝幣】") ? Place::kMoneyPage : Place::kTypedInto;
   if (pages_.IsEditor(screen) || pages_.IsPushLine(screen)) return Place::kTypedInto;
   // While the next page is drawn from the top, the old status line is still there.
-  const bool parked = screen.cursorRow == kBottom && screen.cursorCol >= kReaderCursorCol;
+  const bool parked = screen.cursorRow == kBottomRow && screen.cursorCol >= kReaderCursorCol;
   if (parked && pages_.IsReader(screen, PageTests::ReaderForm::kPlain)) return Place::kReader;
   if (!MessageOn(screen).empty() || pages_.IsPause(screen)) return Place::kMessage;
   return pages_.IsListCursor(screen) ? MenuOf(screen) : Place::kUnknown;
@@ -290,8 +289,8 @@ bool MoneyRun::IsFreshMoneyPage(const ScreenSnapshot& screen) const {
 
 // The words of a message on the bottom row or above a banner, without what asks for a key.
 std::u16string MoneyRun::MessageOn(const ScreenSnapshot& screen) const {
-  if (screen.cursorRow != kBottom || screen.cursorCol != kCols - 1) return {};
-  int row = kBottom;
+  if (screen.cursorRow != kBottomRow || screen.cursorCol != kCols - 1) return {};
+  int row = kBottomRow;
   if (pages_.IsAnyKeyBanner(screen)) {
     do
       --row;
@@ -299,7 +298,7 @@ std::u16string MoneyRun::MessageOn(const ScreenSnapshot& screen) const {
   }
   std::u16string text = TextOfRow(screen, row);
   constexpr std::u16string_view kMark = u"◆ ";
-  if (row == kBottom && !text.starts_with(kMark)) return {};
+  if (row == kBottomRow && !text.starts_with(kMark)) return {};
   if (text.starts_with(kMark)) text.erase(0, kMark.size());
   text.resize(std::min(text.find(u'['), text.size()));
   return text.substr(0, text.find_last_not_of(u' ') + 1);

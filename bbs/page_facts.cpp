@@ -14,21 +14,17 @@
 namespace quillet {
 namespace {
 
-constexpr int kBottom = kRows - 1;
 constexpr std::uint8_t kHeaderLabel = 0xE4;  // blue on white
-constexpr int kWhite = 7;
-constexpr int kBlue = 4;
+constexpr int kHeaderWhite = 7;
+constexpr int kHeaderBlue = 4;
 
 constexpr int kAuthorCol = 7;
-constexpr int kTitleCol = 7;
+constexpr int kHeaderTitleCol = 7;
 constexpr int kIdLength = 12;
 constexpr int kBoardSearchCol = 55;
 constexpr int kBoardLabelColumns = 8;
 constexpr int kBoardLastCol = 76;
 
-constexpr int kListFirstRow = 3;
-constexpr int kListLastRow = 22;
-constexpr int kListAuthorCol = 17;
 constexpr int kListTitleCol = 30;
 
 constexpr int kPushIdCol = 3;
@@ -50,7 +46,8 @@ bool HasBackground(const ScreenSnapshot& screen, int row, int col, int backgroun
 
 // A label of the header, white at `col` and at `col` + 5, its word between them blue on white.
 bool IsLabelBox(const ScreenSnapshot& screen, int row, int col) {
-  if (!HasBackground(screen, row, col, kWhite) || !HasBackground(screen, row, col + 5, kWhite)) return false;
+  if (!HasBackground(screen, row, col, kHeaderWhite) || !HasBackground(screen, row, col + 5, kHeaderWhite))
+    return false;
   for (int at = col + 1; at <= col + 4; ++at)
     if (screen.AttrAt(row, at) != kHeaderLabel) return false;
   return true;
@@ -117,15 +114,15 @@ std::u16string PageFacts::ParseHeaderBoard(const ScreenSnapshot& screen) const {
   const std::size_t found = screen.RowText(0).find(board_, kBoardSearchCol);
   if (board_.empty() || found == std::string_view::npos) return {};
   const int label = static_cast<int>(found);
-  if (!HasBackground(screen, 0, label, kBlue) || !IsLabelBox(screen, 0, label + 1) ||
-      !HasBackground(screen, 0, label + 7, kBlue))
+  if (!HasBackground(screen, 0, label, kHeaderBlue) || !IsLabelBox(screen, 0, label + 1) ||
+      !HasBackground(screen, 0, label + 7, kHeaderBlue))
     return {};
   return FieldText(screen, 0, label + kBoardLabelColumns, kBoardLastCol);
 }
 
 std::u16string PageFacts::ParseHeaderTitle(const ScreenSnapshot& screen) const {
-  if (!RowStartsWith(screen, 1, 0, title_) || !IsCharacterStart(screen, 1, kTitleCol)) return {};
-  return FieldText(screen, 1, kTitleCol, kCols - 1);
+  if (!RowStartsWith(screen, 1, 0, title_) || !IsCharacterStart(screen, 1, kHeaderTitleCol)) return {};
+  return FieldText(screen, 1, kHeaderTitleCol, kCols - 1);
 }
 
 std::int64_t PageFacts::ParseHeaderTime(const ScreenSnapshot& screen, std::int64_t now) const {
@@ -212,35 +209,35 @@ std::optional<int> PageFacts::PushColon(const ScreenSnapshot& screen, int row) c
 
 bool PageFacts::IsArrowInputRow(const ScreenSnapshot& screen, int row) const {
   if ((screen.pageFlags & PF_PUSH_OVER_READER) == 0) return false;
-  return row == kBottom || (row == kArrowNoteRow && RowStartsWith(screen, row, kArrowNoteCol, arrowNote_));
+  return row == kBottomRow || (row == kArrowNoteRow && RowStartsWith(screen, row, kArrowNoteCol, arrowNote_));
 }
 
 int PageFacts::ParseReaderLastLine(const ScreenSnapshot& screen) {
-  const std::optional<int> mark = FindCharacter(screen, kBottom, kLineRangeCol, kCols - 1, '~');
+  const std::optional<int> mark = FindCharacter(screen, kBottomRow, kLineRangeCol, kCols - 1, '~');
   if (!mark) return kNoLine;
-  return std::max(1, FieldNumber(screen, kBottom, *mark + 1, kCols - 1));
+  return std::max(1, FieldNumber(screen, kBottomRow, *mark + 1, kCols - 1));
 }
 
 std::optional<LineRange> PageFacts::ParseReaderLines(const ScreenSnapshot& screen) {
   constexpr int kTooLarge = std::numeric_limits<int>::max();
-  const std::optional<int> mark = FindCharacter(screen, kBottom, kLineRangeCol, kCols - 1, '~');
+  const std::optional<int> mark = FindCharacter(screen, kBottomRow, kLineRangeCol, kCols - 1, '~');
   if (!mark) return std::nullopt;
   int begin = *mark;
-  while (begin > 0 && IsAsciiDigit(screen.TextAt(kBottom, begin - 1)))
+  while (begin > 0 && IsAsciiDigit(screen.TextAt(kBottomRow, begin - 1)))
     --begin;
-  const LineRange range{FieldNumber(screen, kBottom, begin, *mark - 1),
-                        FieldNumber(screen, kBottom, *mark + 1, kCols - 1)};
-  const bool alone = begin > 0 && screen.TextAt(kBottom, begin - 1) == ' ';
+  const LineRange range{FieldNumber(screen, kBottomRow, begin, *mark - 1),
+                        FieldNumber(screen, kBottomRow, *mark + 1, kCols - 1)};
+  const bool alone = begin > 0 && screen.TextAt(kBottomRow, begin - 1) == ' ';
   if (!alone || range.first < 1 || range.first > range.last || range.last == kTooLarge) return std::nullopt;
   return range;
 }
 
 std::optional<int> PageFacts::ParseReaderPage(const ScreenSnapshot& screen) const {
-  const std::optional<int> begin = FindText(screen, kBottom, 0, pageBegin_);
+  const std::optional<int> begin = FindText(screen, kBottomRow, 0, pageBegin_);
   if (!begin) return std::nullopt;
-  const std::optional<int> end = FindText(screen, kBottom, *begin, pageEnd_);
+  const std::optional<int> end = FindText(screen, kBottomRow, *begin, pageEnd_);
   if (!end) return std::nullopt;
-  const int page = FieldNumber(screen, kBottom, *begin + 3, *end - 1);
+  const int page = FieldNumber(screen, kBottomRow, *begin + 3, *end - 1);
   return page > 0 ? std::optional(page) : std::nullopt;
 }
 

@@ -17,6 +17,11 @@ namespace quillet {
 inline constexpr int kNoLine = -99;
 inline constexpr std::int32_t kNoMoney = -1;
 
+// Where an article list has its lines, and where their authors begin.
+inline constexpr int kListFirstRow = 3;
+inline constexpr int kListLastRow = 22;
+inline constexpr int kListAuthorCol = 17;
+
 // The lines that the reader says it shows, counted from 1.
 struct LineRange {
   int first = 0;

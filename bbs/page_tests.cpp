@@ -9,7 +9,6 @@
 namespace quillet {
 namespace {
 
-constexpr int kBottom = kRows - 1;
 constexpr std::uint8_t kBrightYellowOnCyan = 0xCB;
 constexpr std::uint8_t kBrightWhiteOnMagenta = 0xAF;
 constexpr std::uint8_t kFirstColouredBackground = 0x20;  // an attribute below it has a black background
@@ -56,14 +55,14 @@ PageTests::PageTests() {
   const auto bottom = [&probe](std::initializer_list<std::u16string_view> texts) {
     std::vector<Probe> probes;
     for (const auto text : texts)
-      probes.push_back(probe(kBottom, 0, text));
+      probes.push_back(probe(kBottomRow, 0, text));
     return probes;
   };
 
-  reader_ = probe(kBottom, 2, u"瀏覽");
-  readerHelp_ = probe(kBottom, 58, u"  (h)說明 (←/q)離開 ");
-  lineRangeStart_ = probe(kBottom, 37, u" 01~");
-  pageOne_ = probe(kBottom, 9, u" 1/");
+  reader_ = probe(kBottomRow, 2, u"瀏覽");
+  readerHelp_ = probe(kBottomRow, 58, u"  (h)說明 (←/q)離開 ");
+  lineRangeStart_ = probe(kBottomRow, 37, u" 01~");
+  pageOne_ = probe(kBottomRow, 9, u" 1/");
   promptsOverReader_ = {
       probe(1, 0, u"請輸入看板名稱(按空白鍵自動搜尋):"),
       probe(22, 0, u"標題："),
@@ -75,17 +74,17 @@ PageTests::PageTests() {
       probe(22, 0, u" 確定要選這篇嗎?[y/N]"),
   };
   helpLine_ = probe(1, 0, u"[←]離開 [→]閱讀 [Ctrl-P]發表文章 [d]刪除 [z]精華區 [i]看板資訊/設定 [h]說明   ");
-  selectPrompt_ = probe(kBottom, 0, u" 文章選讀 ");
+  selectPrompt_ = probe(kBottomRow, 0, u" 文章選讀 ");
   mailMenu_ = probe(0, 0, u"【郵件選單】");
-  editor_ = probe(kBottom, 0, u" 編輯文章");
-  anyKey_ = probe(kBottom, 0, u" ▄▄▄▄▄▄▄▄▄▄▄▄▄▄▄ 請按任意鍵繼續 ▄▄▄▄▄▄▄▄▄▄▄▄▄▄▄  ");
+  editor_ = probe(kBottomRow, 0, u" 編輯文章");
+  anyKey_ = probe(kBottomRow, 0, u" ▄▄▄▄▄▄▄▄▄▄▄▄▄▄▄ 請按任意鍵繼續 ▄▄▄▄▄▄▄▄▄▄▄▄▄▄▄  ");
   pushLines_ = bottom({u"您覺得這篇文章", u"推 ", u"噓 ", u"→ ", u" ◆ 本板禁止快速連續推文，請再等",
                        u" ◆ 本文已過長, 禁止快速連續推文, 請再等", u" ◆ 系統禁止短時間內大量推文",
                        u" ◆ 抱歉, 禁止推薦", u" ◆ 對不起，您的文章或推文間隔太近囉！", u" ◆ 本文已刪除",
                        u" ◆ 無法推文: 使用者不可發言"});
   pushEchoes_ = bottom({u"推 ", u"噓 ", u"→ "});
   disputed_ = {
-      probe(kBottom, 0, u"  瀏覽 第 1/1 頁"),
+      probe(kBottomRow, 0, u"  瀏覽 第 1/1 頁"),
       probe(11, 0, u"        本篇文章內容經站方授權之板務管理人員判斷有尚待證實之處，"),
       probe(12, 0, u"        請使用者於閱讀時自行參閱其他資訊來源，對文章內容真實性進一步查證。"),
   };
@@ -140,12 +139,13 @@ bool PageTests::IsListCursor(const ScreenSnapshot& screen) const {
 }
 
 bool PageTests::IsParkedBehindReader(const ScreenSnapshot& screen) {
-  if (screen.cursorRow != kBottom || !screen.CursorInside() || screen.cursorCol < kReaderCursorCol ||
+  if (screen.cursorRow != kBottomRow || !screen.CursorInside() || screen.cursorCol < kReaderCursorCol ||
       screen.curAttr != kAttrBlank)
     return false;
   const int col = screen.cursorCol;
-  return IsBlank(screen, kBottom, col - 1) && screen.AttrAt(kBottom, col - 1) >= kFirstColouredBackground &&
-         IsBlank(screen, kBottom, col) && screen.AttrAt(kBottom, col) == kAttrBlank;
+  return IsBlank(screen, kBottomRow, col - 1) &&
+         screen.AttrAt(kBottomRow, col - 1) >= kFirstColouredBackground && IsBlank(screen, kBottomRow, col) &&
+         screen.AttrAt(kBottomRow, col) == kAttrBlank;
 }
 
 bool PageTests::IsReader(const ScreenSnapshot& screen, ReaderForm form) const {
@@ -160,10 +160,10 @@ bool PageTests::IsReaderWithHelpFooter(const ScreenSnapshot& screen) const {
 }
 
 bool PageTests::IsReaderTop(const ScreenSnapshot& screen) const {
-  const int left = BackgroundOf(screen.AttrAt(kBottom, 2));
+  const int left = BackgroundOf(screen.AttrAt(kBottomRow, 2));
   if (left == kMagenta) return true;
   if (left == kBlue && Matches(screen, lineRangeStart_)) return true;
-  return BackgroundOf(screen.AttrAt(kBottom, 60)) == kRed && Matches(screen, pageOne_);
+  return BackgroundOf(screen.AttrAt(kBottomRow, 60)) == kRed && Matches(screen, pageOne_);
 }
 
 bool PageTests::IsArticleList(const ScreenSnapshot& screen) const {
@@ -180,7 +180,7 @@ bool PageTests::IsPushLine(const ScreenSnapshot& screen) const {
 
 bool PageTests::IsPushConfirm(const ScreenSnapshot& screen) const {
   return AnyMatches(screen, pushEchoes_) &&
-         RowStartsWith(screen, kBottom, screen.cursorCol - 12, std::string_view(pushConfirm_));
+         RowStartsWith(screen, kBottomRow, screen.cursorCol - 12, std::string_view(pushConfirm_));
 }
 
 bool PageTests::IsMailMenu(const ScreenSnapshot& screen) const {
@@ -193,7 +193,7 @@ bool PageTests::IsEditor(const ScreenSnapshot& screen) const {
 
 bool PageTests::IsStarLine(const ScreenSnapshot& screen) const {
   const int row = screen.cursorRow;
-  if ((row != 22 && row != kBottom) || !StandsAt(screen, row, 0, star_)) return false;
+  if ((row != 22 && row != kBottomRow) || !StandsAt(screen, row, 0, star_)) return false;
   const int sender = EndOfRun(screen, row, 0, kBrightYellowOnCyan);
   const int message = EndOfRun(screen, row, sender, kBrightWhiteOnMagenta);
   if (sender < 4 || message - sender < 3 || message >= kCols) return false;
@@ -202,7 +202,7 @@ bool PageTests::IsStarLine(const ScreenSnapshot& screen) const {
 }
 
 bool PageTests::IsAnyKeyBanner(const ScreenSnapshot& screen) const {
-  return screen.cursorRow == kBottom && screen.cursorCol == kCols - 1 && Matches(screen, anyKey_);
+  return screen.cursorRow == kBottomRow && screen.cursorCol == kCols - 1 && Matches(screen, anyKey_);
 }
 
 bool PageTests::IsPause(const ScreenSnapshot& screen) const {

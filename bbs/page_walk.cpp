@@ -5,7 +5,6 @@
 namespace quillet {
 namespace {
 
-constexpr int kBottom = kRows - 1;
 constexpr std::string_view kLeaveKey = "q";
 
 }  // namespace
@@ -16,14 +15,14 @@ PageWalk::Kind PageWalk::KindOf(const ScreenSnapshot& screen) const {
   if (pages_.IsEditor(screen) || pages_.IsPushLine(screen) || pages_.IsInputField(screen))
     return Kind::kTypedInto;
   // While the next page is drawn from the top, the old status line is still there.
-  const bool parked = screen.cursorRow == kBottom && screen.cursorCol >= kReaderCursorCol;
+  const bool parked = screen.cursorRow == kBottomRow && screen.cursorCol >= kReaderCursorCol;
   if ((parked &&
        (pages_.IsReader(screen, PageTests::ReaderForm::kPlain) || pages_.IsDisputedNotice(screen))) ||
       pages_.IsAnimationPrompt(screen))
     return Kind::kLeft;
-  const bool atEnd = screen.cursorRow == kBottom && screen.cursorCol == kCols - 1;
+  const bool atEnd = screen.cursorRow == kBottomRow && screen.cursorCol == kCols - 1;
   if (pages_.IsAnyKeyBanner(screen) || pages_.IsPause(screen) ||
-      (atEnd && RowStartsWith(screen, kBottom, 0, std::string_view(message_))))
+      (atEnd && RowStartsWith(screen, kBottomRow, 0, std::string_view(message_))))
     return Kind::kPassed;
   return pages_.IsListCursor(screen) ? Kind::kList : Kind::kUnknown;
 }

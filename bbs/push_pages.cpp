@@ -8,27 +8,20 @@
 namespace quillet {
 namespace {
 
-constexpr int kBottom = kRows - 1;
 constexpr std::u16string_view kChoices[kPushKinds] = {u"值得推薦", u"給它噓聲", u"只加→註解"};
 // What the BBS says when a push is too early.
 constexpr std::u16string_view kTooEarly[] = {u"請再等", u"短時間內大量推文", u"間隔太近"};
 constexpr std::u16string_view kWait = u"請再等";
 constexpr int kSecondsPerMinute = 60;
 
-std::u16string Trimmed(std::u16string_view text) {
-  const std::size_t first = text.find_first_not_of(u' ');
-  if (first == text.npos) return {};
-  return std::u16string(text.substr(first, text.find_last_not_of(u' ') - first + 1));
-}
-
 std::u16string BottomText(const ScreenSnapshot& screen) {
-  std::u16string text = FromBig5(screen.RowText(kBottom));
+  std::u16string text = FromBig5(screen.RowText(kBottomRow));
   std::erase(text, u'\0');
   return text;
 }
 
 bool IsFieldCell(const ScreenSnapshot& screen, int col) {
-  return screen.AttrAt(kBottom, col) == kAttrInputField;
+  return screen.AttrAt(kBottomRow, col) == kAttrInputField;
 }
 
 }  // namespace
@@ -43,11 +36,11 @@ PushPages::PushPages(const PageTests& pages)
 // ---- The question for the kind
 
 bool PushPages::IsKindQuestion(const ScreenSnapshot& screen) const {
-  if (!RowStartsWith(screen, kBottom, 0, std::string_view(question_))) return false;
-  if (screen.cursorRow != kBottom || screen.cursorCol < 1 || screen.cursorCol >= kCols) return false;
+  if (!RowStartsWith(screen, kBottomRow, 0, std::string_view(question_))) return false;
+  if (screen.cursorRow != kBottomRow || screen.cursorCol < 1 || screen.cursorCol >= kCols) return false;
   // The cursor comes to rest behind the question mark.
   const std::string_view before =
-      screen.RowText(kBottom).substr(0, static_cast<std::size_t>(screen.cursorCol));
+      screen.RowText(kBottomRow).substr(0, static_cast<std::size_t>(screen.cursorCol));
   const std::size_t last = before.find_last_not_of(' ');
   return last != before.npos && before[last] == '?';
 }
@@ -63,12 +56,13 @@ char PushPages::KeyFor(const ScreenSnapshot& screen, PushKind kind) const {
 
 std::optional<PushKind> PushPages::KindOfField(const ScreenSnapshot& screen) const {
   for (std::size_t kind = 0; kind < marks_.size(); ++kind)
-    if (RowStartsWith(screen, kBottom, 0, std::string_view(marks_[kind]))) return static_cast<PushKind>(kind);
+    if (RowStartsWith(screen, kBottomRow, 0, std::string_view(marks_[kind])))
+      return static_cast<PushKind>(kind);
   return std::nullopt;
 }
 
 bool PushPages::IsTextField(const ScreenSnapshot& screen) const {
-  return screen.cursorRow == kBottom && KindOfField(screen) && pages_.IsInputField(screen) &&
+  return screen.cursorRow == kBottomRow && KindOfField(screen) && pages_.IsInputField(screen) &&
          !IsConfirmation(screen) && !IsConfirmed(screen);
 }
 
@@ -76,7 +70,7 @@ bool PushPages::IsEmptyTextField(const ScreenSnapshot& screen) const {
   if (!IsTextField(screen) || IsFieldCell(screen, screen.cursorCol - 1)) return false;
   const auto col = static_cast<std::size_t>(screen.cursorCol);
   const auto columns = static_cast<std::size_t>(FieldColumns(screen));
-  const std::string_view field = screen.RowText(kBottom).substr(col, columns);
+  const std::string_view field = screen.RowText(kBottomRow).substr(col, columns);
   return field.find_first_not_of(' ') == field.npos;
 }
 
@@ -90,21 +84,21 @@ int PushPages::FieldColumns(const ScreenSnapshot& screen) {
 // Words that read like the question are in the field, the question is not.
 bool PushPages::IsConfirmation(const ScreenSnapshot& screen) const {
   const int start = screen.cursorCol - static_cast<int>(confirmation_.size());
-  return screen.cursorRow == kBottom && KindOfField(screen) &&
-         RowStartsWith(screen, kBottom, start, std::string_view(confirmation_)) &&
+  return screen.cursorRow == kBottomRow && KindOfField(screen) &&
+         RowStartsWith(screen, kBottomRow, start, std::string_view(confirmation_)) &&
          !IsFieldCell(screen, screen.cursorCol - 1);
 }
 
 bool PushPages::IsConfirmed(const ScreenSnapshot& screen) const {
-  return screen.cursorRow == kBottom && pages_.IsPushConfirm(screen) &&
+  return screen.cursorRow == kBottomRow && pages_.IsPushConfirm(screen) &&
          !IsFieldCell(screen, screen.cursorCol - 2);
 }
 
 // ---- Messages
 
 bool PushPages::IsMessage(const ScreenSnapshot& screen) const {
-  return screen.cursorRow == kBottom && screen.cursorCol == kCols - 1 &&
-         RowStartsWith(screen, kBottom, 0, std::string_view(message_));
+  return screen.cursorRow == kBottomRow && screen.cursorCol == kCols - 1 &&
+         RowStartsWith(screen, kBottomRow, 0, std::string_view(message_));
 }
 
 std::u16string PushPages::WordsOf(const ScreenSnapshot& screen) {
@@ -113,7 +107,7 @@ std::u16string PushPages::WordsOf(const ScreenSnapshot& screen) {
   if (const std::size_t hint = words.rfind(u'[');
       hint != words.npos && words.find(u"任意鍵", hint) != words.npos)
     words.erase(hint);
-  return Trimmed(words);
+  return std::u16string(Trimmed(words));
 }
 
 std::optional<int> PushPages::SecondsToWait(std::u16string_view words) {
@@ -130,7 +124,7 @@ std::optional<int> PushPages::SecondsToWait(std::u16string_view words) {
   for (; at < words.size() && IsAsciiDigit(words[at]) && number < kMost; ++at)
     number = number * 10 + (words[at] - u'0');
   if (at == first) return kUsualWait;
-  const std::u16string unit = Trimmed(words.substr(at));
+  const std::u16string_view unit = Trimmed(words.substr(at));
   return unit.starts_with(u'分') ? number * kSecondsPerMinute : number;
 }
 

@@ -14,7 +14,6 @@ namespace {
 using namespace std::chrono_literals;
 using Condition = ScreenWaits::Condition;
 
-constexpr int kBottom = kRows - 1;
 constexpr std::string_view kPushKey = "X";
 constexpr std::string_view kEnterKey = "\r";
 constexpr std::string_view kYesKey = "y";
@@ -175,7 +174,7 @@ PushRun::Step PushRun::TypePiece(const PushPiece& piece) {
   const bool shown = WaitAtMost([&](const ScreenSnapshot& screen) {
     interrupted = pages_.IsStarLine(screen);
     return interrupted || (screen.cursorCol == start + piece.columns && push_.IsTextField(screen) &&
-                           RowStartsWith(screen, kBottom, start, std::string_view(bytes)));
+                           RowStartsWith(screen, kBottomRow, start, std::string_view(bytes)));
   });
   if (shown && !interrupted) return Step::kGoOn;
   // Nothing has been confirmed: what stands in the field can be thrown away.

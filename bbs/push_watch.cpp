@@ -7,11 +7,7 @@
 #include "core/charset.h"
 
 namespace quillet {
-namespace {
-
-constexpr int kBottom = kRows - 1;
-
-}  // namespace
+namespace {}  // namespace
 
 PushWatch::PushWatch() : question_(ToBig5(u" 確定[y/N]:")) {}
 
@@ -42,9 +38,9 @@ void PushWatch::Forget() {
 }
 
 std::string PushWatch::AskedFor(const ScreenSnapshot& screen) const {
-  const std::string_view row = screen.RowText(kBottom);
+  const std::string_view row = screen.RowText(kBottomRow);
   const int start = screen.cursorCol - static_cast<int>(question_.size());
-  if (screen.cursorRow != kBottom || start <= 0 ||
+  if (screen.cursorRow != kBottomRow || start <= 0 ||
       !row.substr(static_cast<std::size_t>(start)).starts_with(question_))
     return {};
   const std::size_t last = row.substr(0, static_cast<std::size_t>(start)).find_last_not_of(' ');
@@ -55,7 +51,7 @@ std::string PushWatch::AskedFor(const ScreenSnapshot& screen) const {
 
 bool PushWatch::IsTakenUp(const ScreenSnapshot& screen) const {
   if (asked_.empty()) return false;
-  for (int row = 0; row < kBottom; ++row)
+  for (int row = 0; row < kBottomRow; ++row)
     if (screen.RowText(row).starts_with(asked_ + ' ')) return true;
   return false;
 }

@@ -24,13 +24,6 @@ int CharacterStart(const ScreenSnapshot& screen, int row, int col) {
   return col >= kCols || IsCharacterStart(screen, row, col) ? col : col + 1;
 }
 
-std::u16string_view Trimmed(std::u16string_view text) {
-  constexpr std::u16string_view kBlanks = u" \t\r\n";
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::u16string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
-}
-
 int AddDigit(int number, std::uint8_t digit) {
   constexpr int kLargest = std::numeric_limits<int>::max();
   const int value = digit - '0';

@@ -12,7 +12,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int kBottom = kRows - 1;
 constexpr int kWhite = 7;
 // An attribute below it has a black background.
 constexpr std::uint8_t kFirstColouredBackground = 0x20;
@@ -147,9 +146,9 @@ bool ScreenWaits::WaitForListCursor() {
 }
 
 bool ScreenWaits::IsReadyForProbes(const ScreenSnapshot& screen) const {
-  if (!StartsWith(screen, 0, bracket_) || screen.cursorRow < kBottom) return true;
+  if (!StartsWith(screen, 0, bracket_) || screen.cursorRow < kBottomRow) return true;
   if (pages_.IsAnyKeyBanner(screen)) return true;
-  if (StartsWith(screen, kBottom, message_) && screen.cursorCol == kCols - 1) return true;
+  if (StartsWith(screen, kBottomRow, message_) && screen.cursorCol == kCols - 1) return true;
   // An article may begin like a menu; its finished status line says that it is one.
   if (pages_.IsReader(screen, PageTests::ReaderForm::kStrict)) return true;
   // A menu or list whose cursor is still on its way to its place.
@@ -196,7 +195,7 @@ bool ScreenWaits::EnterBoardFromPrompt(BoardName name) {
     const auto end = std::chrono::steady_clock::now() + kAnswerLimit;
     const auto answered = [&](const ScreenSnapshot& screen) {
       boardList = StartsWith(screen, 0, boardList_);
-      return boardList || CursorAt(screen, kBottom, kCols - 1) || StartsWith(screen, 1, leaveHint_) ||
+      return boardList || CursorAt(screen, kBottomRow, kCols - 1) || StartsWith(screen, 1, leaveHint_) ||
              pages_.IsListCursor(screen) || std::chrono::steady_clock::now() > end;
     };
     if (!SendKey("\r", answered, asking)) return false;
@@ -222,9 +221,9 @@ bool ScreenWaits::KeepAskingForList() {
 bool ScreenWaits::OpenArticleUnderCursor(ArticlePart part) {
   Send("l");
   const auto footer = [](const ScreenSnapshot& screen) {
-    return screen.cursorRow == kBottom && screen.cursorCol >= kReaderCursorCol;
+    return screen.cursorRow == kBottomRow && screen.cursorCol >= kReaderCursorCol;
   };
-  if (!WaitUntil(footer, 1ms) || StartsWith(Seen(), kBottom, emptyArticle_)) return false;
+  if (!WaitUntil(footer, 1ms) || StartsWith(Seen(), kBottomRow, emptyArticle_)) return false;
   if (pages_.IsDisputedNotice(Seen())) Send("\r");
   Send(part == ArticlePart::kTop ? "N" : "N$$");
   const std::uint32_t wanted = part == ArticlePart::kTop ? PF_READ_TOP : PF_READ_END;
@@ -234,9 +233,9 @@ bool ScreenWaits::OpenArticleUnderCursor(ArticlePart part) {
 bool ScreenWaits::WaitForNumberEcho(int number) {
   const std::string digits = std::to_string(number);
   const auto col = static_cast<std::uint8_t>(kEndOfDigits - static_cast<int>(digits.size()));
-  if (WaitForProbes(Want::kMatch, {{kBottom, col, std::u16string(digits.begin(), digits.end())}}) == 0)
+  if (WaitForProbes(Want::kMatch, {{kBottomRow, col, std::u16string(digits.begin(), digits.end())}}) == 0)
     return false;
-  return WaitUntil([](const ScreenSnapshot& screen) { return screen.cursorRow != kBottom; }, 1ms);
+  return WaitUntil([](const ScreenSnapshot& screen) { return screen.cursorRow != kBottomRow; }, 1ms);
 }
 
 bool ScreenWaits::IsStarLinePending() {

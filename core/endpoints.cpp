@@ -22,20 +22,6 @@ std::optional<std::string> ReadText(const std::filesystem::path& file) {
   return text;
 }
 
-std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\n";
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == text.npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
-std::string Lowered(std::string_view text) {
-  std::string lower(text);
-  for (char& c : lower)
-    c = AsciiLower(c);
-  return lower;
-}
-
 bool HasControlCharacter(std::string_view text) {
   return std::any_of(text.begin(), text.end(), [](char c) { return (c >= 0 && c < 0x20) || c == 0x7F; });
 }
@@ -59,7 +45,7 @@ class LineReader {
   // A damaged heading ends the section before it, lest its keys land there.
   void ReadSection(std::string_view line) {
     section_.clear();
-    if (line.back() == ']') section_ = Lowered(Trimmed(line.substr(1, line.size() - 2)));
+    if (line.back() == ']') section_ = AsciiLowered(Trimmed(line.substr(1, line.size() - 2)));
   }
 
   void ReadValue(std::string_view line) {
@@ -68,7 +54,7 @@ class LineReader {
     const std::string_view key = Trimmed(line.substr(0, equals));
     const std::string_view value = Trimmed(line.substr(equals + 1));
     if (key.empty() || HasControlCharacter(key) || HasControlCharacter(value)) return;
-    endpoints_.values[section_ + "/" + Lowered(key)] = std::string(value);
+    endpoints_.values[section_ + "/" + AsciiLowered(key)] = std::string(value);
   }
 
   Endpoints& endpoints_;
@@ -93,9 +79,9 @@ bool LoadEndpoints(const std::filesystem::path& file, Endpoints& endpoints) {
     reader.Read(rest.substr(0, length));
     rest.remove_prefix(std::min(length + 1, rest.size()));
   }
-  endpoints.mainHost = Lowered(endpoints.Value("bbs/main_host"));
-  endpoints.secondaryHost = Lowered(endpoints.Value("bbs/secondary_host"));
-  endpoints.webSocketHost = Lowered(endpoints.Value("bbs/websocket_host"));
+  endpoints.mainHost = AsciiLowered(endpoints.Value("bbs/main_host"));
+  endpoints.secondaryHost = AsciiLowered(endpoints.Value("bbs/secondary_host"));
+  endpoints.webSocketHost = AsciiLowered(endpoints.Value("bbs/websocket_host"));
   endpoints.serverNetwork = ParseDottedAddress(endpoints.Value("bbs/server_network"));
   return true;
 }

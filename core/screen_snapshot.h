@@ -16,6 +16,7 @@ class NotifyTarget;
 
 inline constexpr int kRows = 24;
 inline constexpr int kCols = 80;
+inline constexpr int kBottomRow = kRows - 1;  // of status lines, prompts and messages
 // 80 cells, a blank, a NUL (so that a row reads as a string of 81 characters) and six spare blanks; a
 // multiple of 8, so that moving a row is eleven 64-bit moves.
 inline constexpr int kRowStride = 88;

@@ -20,20 +20,6 @@ constexpr std::array<SchemeRow, 3> kSchemes{{
     {"telnet://", TransportKind::kTelnet},
 }};
 
-std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\n";
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
-std::string LowerCase(std::string_view text) {
-  std::string lower(text);
-  for (char& c : lower)
-    c = AsciiLower(c);
-  return lower;
-}
-
 // The last ":" outside of square brackets; npos when there is none.
 std::size_t FindPortColon(std::string_view text) {
   std::size_t colon = std::string_view::npos;
@@ -55,7 +41,7 @@ ParsedAddress ParseSiteAddress(std::string_view text) {
     parsed.error = AddressError::kTooLong;
     return parsed;
   }
-  const std::string lower = LowerCase(trimmed);
+  const std::string lower = AsciiLowered(trimmed);
   std::string_view rest = lower;
 
   const std::size_t schemeEnd = rest.find(kSchemeEnd);

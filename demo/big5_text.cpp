@@ -77,13 +77,6 @@ std::string PadLeft(std::string_view big5, int columns) {
   return std::string(static_cast<std::size_t>(std::max(columns, 0)) - text.size(), ' ') + std::string(text);
 }
 
-std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\n";
-  const std::size_t from = text.find_first_not_of(kBlanks);
-  if (from == std::string_view::npos) return {};
-  return text.substr(from, text.find_last_not_of(kBlanks) - from + 1);
-}
-
 bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
   return a.size() == b.size() && Folded(a) == Folded(b);
 }

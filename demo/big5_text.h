@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/ascii.h"
+
 namespace quillet::demo {
 
 // Whether a byte begins a two-byte character.
@@ -23,9 +25,6 @@ std::string_view CutColumns(std::string_view big5, int columns);
 // Cut or filled up with blanks to exactly `columns` columns.
 std::string PadRight(std::string_view big5, int columns);
 std::string PadLeft(std::string_view big5, int columns);
-
-// Without blanks at both ends.
-std::string_view Trimmed(std::string_view text);
 
 // ASCII letters of both texts are taken as equal in either case; Big5 pairs are compared as they are.
 bool EqualsIgnoringCase(std::string_view a, std::string_view b);

@@ -26,8 +26,6 @@ constexpr std::uint8_t Attr(Colour foreground, Colour background = kBlack, Weigh
                                    (weight == Weight::kBold ? kAttrBold : 0));
 }
 
-// Where prompts and status lines stand.
-inline constexpr int kBottom = kRows - 1;
 // Of the columns' names over a list.
 inline constexpr std::uint8_t kHeads = Attr(kBlack, kWhite);
 

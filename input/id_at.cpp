@@ -10,7 +10,6 @@
 namespace quillet {
 namespace {
 
-constexpr int kListAuthorCol = 17;
 constexpr int kHeaderAuthorCol = 7;
 constexpr int kPushIdCol = 3;
 

@@ -240,15 +240,13 @@ MouseAction Step(Scheme scheme, const WheelTurn& turn, const Situation& at) {
 
 // ---- Clicks.
 
-constexpr int kBottom = kRows - 1;
-
 bool IsInPage(const PointerPlace& place) {
   return place.row >= 0 && place.row < kRows && place.col >= 0 && place.col < kCols;
 }
 
 // Above the bottom row, which is never part of a text.
 bool IsInText(const PointerPlace& place) {
-  return IsInPage(place) && place.row < kBottom;
+  return IsInPage(place) && place.row < kBottomRow;
 }
 
 bool CanGoBack(PageKind kind) {

@@ -10,7 +10,6 @@
 namespace quillet {
 namespace {
 
-constexpr int kBottomRow = kRows - 1;
 constexpr int kFirstEntryRow = 3;
 constexpr int kLastEntryRow = kBottomRow - 1;
 

@@ -8,7 +8,6 @@
 namespace quillet {
 namespace {
 
-constexpr int kBottom = kRows - 1;
 constexpr int kFirstListRow = 2;
 constexpr int kLastListRow = 22;
 // "●", a list's cursor, and " ◆", which begins a message that waits for a key.
@@ -32,14 +31,14 @@ bool IsLetterOrDigit(char byte) {
 // The classifier looks for no field on a reader's page, though prompts lie over that one too, above its
 // status line, which is black on white itself.
 bool IsFieldOverReader(const ScreenSnapshot& screen) {
-  return Has(screen, PF_READING) && screen.CursorInside() && screen.cursorRow < kBottom &&
+  return Has(screen, PF_READING) && screen.CursorInside() && screen.cursorRow < kBottomRow &&
          screen.AttrAt(screen.cursorRow, screen.cursorCol) == kAttrInputField;
 }
 
 // Push refusals too, which are flagged as push lines.
 bool IsMessage(const ScreenSnapshot& screen) {
-  return screen.cursorRow == kBottom && screen.cursorCol == kCols - 1 &&
-         RowStartsWith(screen, kBottom, 0, kMessage);
+  return screen.cursorRow == kBottomRow && screen.cursorCol == kCols - 1 &&
+         RowStartsWith(screen, kBottomRow, 0, kMessage);
 }
 
 // "(X)", the key of a menu's line, follows at the column or behind blanks.

@@ -139,7 +139,7 @@ class KeyMessage {
 
   KeyDecision Decide() const {
     using Step = std::optional<KeyDecision> (KeyMessage::*)() const;
-    constexpr std::array<Step, 12> kSteps = {
+    constexpr std::array<Step, 12> kSelectSteps = {
         &KeyMessage::ForNotice,     // over everything
         &KeyMessage::ForCommand,    //
         &KeyMessage::ForSideList,   //
@@ -155,7 +155,7 @@ class KeyMessage {
     };
     // A modifier alone, or a key that the client does not know.
     if (press_.virtualKey == 0 && press_.text.empty()) return {};
-    for (const Step step : kSteps)
+    for (const Step step : kSelectSteps)
       if (auto decision = (this->*step)()) return *std::move(decision);
     return ForBbs();
   }

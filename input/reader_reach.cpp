@@ -12,16 +12,14 @@
 namespace quillet {
 namespace {
 
-constexpr int kBottom = kRows - 1;
-
 // How much of the article lies above the page's lower edge.
 std::optional<int> PercentRead(const ScreenSnapshot& screen) {
-  const std::optional<int> sign = FindCharacter(screen, kBottom, 0, kCols - 1, '%');
+  const std::optional<int> sign = FindCharacter(screen, kBottomRow, 0, kCols - 1, '%');
   if (!sign) return std::nullopt;
   int begin = *sign;
-  while (begin > 0 && IsAsciiDigit(screen.TextAt(kBottom, begin - 1)))
+  while (begin > 0 && IsAsciiDigit(screen.TextAt(kBottomRow, begin - 1)))
     --begin;
-  return WholeNumber(screen, kBottom, begin, *sign - 1);
+  return WholeNumber(screen, kBottomRow, begin, *sign - 1);
 }
 
 }  // namespace

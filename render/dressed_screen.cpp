@@ -10,18 +10,14 @@
 namespace quillet {
 namespace {
 
-constexpr int kBottom = kRows - 1;
-constexpr int kListFirstRow = 3;
-constexpr int kListLastRow = 22;
-
 bool Shows(const ScreenSnapshot& screen, std::uint32_t pages) {
   return (screen.pageFlags & pages) != 0;
 }
 
 // The first row that a prompt or message lies on, which stays in its place.
 int FirstFixedRow(const PageFacts& facts, const ScreenSnapshot& screen) {
-  int row = kBottom;
-  if (facts.IsArrowInputRow(screen, kBottom - 1)) --row;
+  int row = kBottomRow;
+  if (facts.IsArrowInputRow(screen, kBottomRow - 1)) --row;
   if (Shows(screen, PF_INPUT_FIELD | PF_STAR_LINE) && screen.CursorInside())
     row = std::min(row, screen.cursorRow);
   return row;

@@ -66,7 +66,7 @@ void DrawTriangle(char16_t unit, ShapeCanvas& canvas) {
 }
 
 // Dashes and rules that faces leave short of the cell's edges, although people build lines of them.
-enum class Rule { kNone, kMiddle, kTop, kBottom, kUpright };
+enum class Rule { kNone, kMiddle, kTop, kBottomRow, kUpright };
 
 Rule RuleOf(char16_t unit) {
   switch (unit) {
@@ -77,7 +77,7 @@ Rule RuleOf(char16_t unit) {
       return Rule::kTop;
     case 0xFF3F:  // fullwidth low line
     case 0x02CD:  // modifier letter low macron
-      return Rule::kBottom;
+      return Rule::kBottomRow;
     case 0xFF5C:  // fullwidth vertical line
     case 0xFE31:  // vertical em dash
       return Rule::kUpright;
@@ -94,7 +94,7 @@ void DrawRule(Rule rule, ShapeCanvas& canvas) {
     canvas.Fill((width - thickness) / 2, 0, (width - thickness) / 2 + thickness, height);
   else if (rule == Rule::kTop)
     canvas.Fill(0, 0, width, thickness);
-  else if (rule == Rule::kBottom)
+  else if (rule == Rule::kBottomRow)
     canvas.Fill(0, height - thickness, width, height);
   else
     canvas.Fill(0, (height - thickness) / 2, width, (height - thickness) / 2 + thickness);

@@ -11,8 +11,6 @@
 namespace quillet {
 namespace {
 
-constexpr std::u16string_view kBasic = u"Basic";
-
 // Older versions kept them here in the open; they belong in the registry.
 constexpr std::u16string_view kAccountKeys[] = {u"Account", u"AutoLogin"};
 
@@ -102,7 +100,7 @@ bool SettingsStore::SaveMap() {
   const FileLock turn = files_.TakeTurn(kSettingsFile);
   TakeInMap();
   for (const std::u16string_view key : kAccountKeys)
-    map_.Remove(kBasic, key);
+    map_.Remove(u"Basic", key);
   return files_.Write(kSettingsFile, map_.AsText());
 }
 
@@ -166,7 +164,7 @@ SettingsMap DefaultSettings(std::string_view mainHost) {
   for (const SettingRow& row : SettingTable())
     if (row.inMap) map.Set(row.section, row.key, row.initial);
   if (!mainHost.empty())
-    map.Set(kBasic, u"Site", std::u16string(u"ssh://").append(mainHost.begin(), mainHost.end()));
+    map.Set(u"Basic", u"Site", std::u16string(u"ssh://").append(mainHost.begin(), mainHost.end()));
   return map;
 }
 

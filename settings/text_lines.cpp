@@ -11,7 +11,6 @@ namespace quillet {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::u16string_view kBlanks = u" \t\r\n";
 constexpr char16_t kReplacement = 0xFFFD;
 
 bool IsLeadSurrogate(char16_t unit) {
@@ -45,7 +44,7 @@ bool IsControl(char16_t unit) {
 // Takes out what is no text. Returns whether there was any.
 bool DropControls(std::u16string& line) {
   return std::erase_if(line, [](char16_t unit) {
-           return IsControl(unit) && kBlanks.find(unit) == std::u16string_view::npos;
+           return IsControl(unit) && kWideAsciiBlanks.find(unit) == std::u16string_view::npos;
          }) > 0;
 }
 
@@ -78,18 +77,12 @@ std::string EncodeText(std::u16string_view text, std::string_view lineEnd) {
   return bytes;
 }
 
-std::u16string_view Trimmed(std::u16string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::u16string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
 bool EndsWithPair(std::u16string_view text) {
   return text.size() >= 2 && IsLeadSurrogate(text[text.size() - 2]) && IsTrailSurrogate(text.back());
 }
 
 int ToNumber(std::u16string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+  text.remove_prefix(std::min(text.find_first_not_of(kWideAsciiBlanks), text.size()));
   bool isNegative = false;
   if (!text.empty() && (text[0] == u'-' || text[0] == u'+')) {
     isNegative = text[0] == u'-';

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/ascii.h"
+
 namespace quillet {
 
 // What a reader with a buffer of 512 takes at a time; a longer line goes on as a line of its own.
@@ -26,9 +28,6 @@ TextLines ReadLines(std::string_view bytes);
 // With a byte-order mark, and `lineEnd` in place of each LF that no CR precedes. Unpaired surrogates become
 // U+FFFD.
 std::string EncodeText(std::u16string_view text, std::string_view lineEnd);
-
-// Without the blanks, tabs, CRs and LFs at both ends.
-std::u16string_view Trimmed(std::u16string_view text);
 
 // Whether the last two units are the halves of one character.
 bool EndsWithPair(std::u16string_view text);

@@ -3,18 +3,13 @@
 #include <algorithm>
 #include <string_view>
 
+#include "core/ascii.h"
+
 namespace quillet {
 namespace {
 
 constexpr std::u16string_view kJoin = u"&&";
 constexpr std::u16string_view kTitle = u"title";
-constexpr std::u16string_view kBlank = u" \t";
-
-std::u16string_view Trimmed(std::u16string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlank);
-  if (first == std::u16string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlank) - first + 1);
-}
 
 // The word of a condition "title=WORD", quotes around it taken off; empty for another condition.
 std::u16string_view WordOf(std::u16string_view condition) {

@@ -32,15 +32,16 @@ AnimationPage::AnimationPage(PageHost& host, const std::vector<std::string>& bod
 void AnimationPage::Draw(Canvas& canvas) {
   int row = 0;
   for (const std::string& line : frames_[frame_]) {
-    if (row >= kBottom) break;
+    if (row >= kBottomRow) break;
     canvas.Put(row++, 0, CellsOf(line));
   }
   if (nextFrame_) {
-    canvas.Fill(kBottom, 0, kCols - 1, Attr(kBlack, kWhite));
-    canvas.Put(kBottom, 0, kPlaying, Attr(kBlack, kWhite));
-    canvas.MoveCursor(kBottom, kCols - 1);
+    canvas.Fill(kBottomRow, 0, kCols - 1, Attr(kBlack, kWhite));
+    canvas.Put(kBottomRow, 0, kPlaying, Attr(kBlack, kWhite));
+    canvas.MoveCursor(kBottomRow, kCols - 1);
   } else {
-    canvas.MoveCursor(kBottom, canvas.Put(kBottom, 0, kQuestion, Attr(kYellow, kBlack, Weight::kBold)) + 1);
+    canvas.MoveCursor(kBottomRow,
+                      canvas.Put(kBottomRow, 0, kQuestion, Attr(kYellow, kBlack, Weight::kBold)) + 1);
   }
 }
 

@@ -88,8 +88,8 @@ void ArticleListPage::DrawFrame(Canvas& canvas) {
   canvas.Put(2, 0, u"   編號    日 期 作  者       文  章  標  題", kHeads);
   const std::string popularity = ToBig5(u"人氣:") + std::to_string(board_.popularity) + " ";
   canvas.Put(2, kBarEnd - static_cast<int>(popularity.size()), popularity, kHeads);
-  canvas.Put(kBottom, 0, u" 文章選讀 ", Attr(kWhite, kCyan, Weight::kBold));
-  canvas.Fill(kBottom, 10, kBarEnd, kHeads);
+  canvas.Put(kBottomRow, 0, u" 文章選讀 ", Attr(kWhite, kCyan, Weight::kBold));
+  canvas.Fill(kBottomRow, 10, kBarEnd, kHeads);
   int col = 11;
   for (const auto& [keys, label] : {std::pair{u"(y)", u"回應"},
                                     {u"(X)", u"推文"},
@@ -97,8 +97,8 @@ void ArticleListPage::DrawFrame(Canvas& canvas) {
                                     {u"(=[])", u"相關主題"},
                                     {u"(/)", u"找標題"},
                                     {u"(#)", u"文章代碼"}}) {
-    col = canvas.Put(kBottom, col, keys, Attr(kRed, kWhite));
-    col = canvas.Put(kBottom, col, label, kHeads) + 1;
+    col = canvas.Put(kBottomRow, col, keys, Attr(kRed, kWhite));
+    col = canvas.Put(kBottomRow, col, label, kHeads) + 1;
   }
 }
 
@@ -175,7 +175,7 @@ bool ArticleListPage::OnArticleKey(const Key& key) {
 
 void ArticleListPage::AskCode() {
   host_.Open(std::make_unique<LinePrompt>(
-      host_, LinePrompt::Place{kBottom, u"搜尋文章代碼(AID): #", kCodeColumns + 1, {}},
+      host_, LinePrompt::Place{kBottomRow, u"搜尋文章代碼(AID): #", kCodeColumns + 1, {}},
       [this](const std::string& code) {
         if (!code.empty()) GoToCode(code);
       }));
@@ -190,14 +190,14 @@ void ArticleListPage::GoToCode(const std::string& code) {
     return;
   }
   host_.Open(std::make_unique<AnyKeyPage>(
-      host_, kBottom - 1,
+      host_, kBottomRow - 1,
       std::vector<std::string>{ToBig5(u"找不到這個文章代碼(AID)，可能是文章已被刪除，或不在這個看板")},
       AnyKeyPage::Covers::kOwnRows));
 }
 
 void ArticleListPage::AskTitle() {
   host_.Open(std::make_unique<LinePrompt>(
-      host_, LinePrompt::Place{kBottom, u"搜尋標題: ", 30, {}}, [this](const std::string& text) {
+      host_, LinePrompt::Place{kBottomRow, u"搜尋標題: ", 30, {}}, [this](const std::string& text) {
         if (text.empty()) return;
         for (int step = 1; step <= Count(); ++step) {
           const int index = (Selected() + step) % Count();
@@ -248,12 +248,12 @@ void ArticleListPage::Delete() {
     host_.Open(std::make_unique<MessagePage>(host_, u"只能刪除自己的文章"));
     return;
   }
-  host_.Open(std::make_unique<LinePrompt>(host_, LinePrompt::Place{kBottom, u"請確定刪除(Y/N)?[N] ", 2, {}},
-                                          [this, fileName](const std::string& answer) {
-                                            if (answer == "y" || answer == "Y")
-                                              host_.TheWorld().DeleteArticle(board_.name, fileName,
-                                                                             host_.CurrentUser().id);
-                                          }));
+  host_.Open(std::make_unique<LinePrompt>(
+      host_, LinePrompt::Place{kBottomRow, u"請確定刪除(Y/N)?[N] ", 2, {}},
+      [this, fileName](const std::string& answer) {
+        if (answer == "y" || answer == "Y")
+          host_.TheWorld().DeleteArticle(board_.name, fileName, host_.CurrentUser().id);
+      }));
 }
 
 }  // namespace quillet::demo

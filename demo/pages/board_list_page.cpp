@@ -31,13 +31,13 @@ void BoardListPage::DrawFrame(Canvas& canvas) {
   canvas.Put(1, 0, u"[←]回選單 [→]進入看板 [↑↓]選擇 [PgUp][PgDn]翻頁 [/]搜尋 [s]看板名稱");
   canvas.Fill(2, 0, kBarEnd, kHeads);
   canvas.Put(2, 0, u"   編號   看  板       類別   中   文   敘   述                  人氣 板    主", kHeads);
-  canvas.Put(kBottom, 0, u" 選擇看板 ", Attr(kWhite, kCyan, Weight::kBold));
-  canvas.Fill(kBottom, 10, kBarEnd, kHeads);
+  canvas.Put(kBottomRow, 0, u" 選擇看板 ", Attr(kWhite, kCyan, Weight::kBold));
+  canvas.Fill(kBottomRow, 10, kBarEnd, kHeads);
   int col = 12;
   for (const auto& [keys, label] :
        {std::pair{u"(s)", u"看板名稱 "}, {u"(/)", u"搜尋敘述 "}, {u"(←)", u"回選單 "}}) {
-    col = canvas.Put(kBottom, col, keys, Attr(kRed, kWhite));
-    col = canvas.Put(kBottom, col, label, kHeads) + 1;
+    col = canvas.Put(kBottomRow, col, keys, Attr(kRed, kWhite));
+    col = canvas.Put(kBottomRow, col, label, kHeads) + 1;
   }
 }
 
@@ -74,7 +74,8 @@ void BoardListPage::AskBoard() {
 
 void BoardListPage::Search() {
   host_.Open(std::make_unique<LinePrompt>(
-      host_, LinePrompt::Place{kBottom, u"搜尋看板(名稱或敘述): ", 20, {}}, [this](const std::string& text) {
+      host_, LinePrompt::Place{kBottomRow, u"搜尋看板(名稱或敘述): ", 20, {}},
+      [this](const std::string& text) {
         if (text.empty()) return;
         for (int step = 1; step <= Count(); ++step) {
           const int index = (Selected() + step) % Count();

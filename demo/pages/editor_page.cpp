@@ -10,7 +10,7 @@
 namespace quillet::demo {
 namespace {
 
-constexpr std::size_t kRowsShown = kBottom;
+constexpr std::size_t kRowsShown = kBottomRow;
 constexpr std::size_t kLineColumns = 78;
 constexpr std::size_t kMostLines = 2000;
 // Of a line with colour sequences, which take no room where the article is read.
@@ -45,15 +45,15 @@ void EditorPage::Draw(Canvas& canvas) {
       canvas.Put(static_cast<int>(row), 0, u"~");
   }
   constexpr std::uint8_t kWords = Attr(kBlack, kWhite);
-  canvas.Fill(kBottom, 0, kCols - 1, kWords);
-  int col = canvas.Put(kBottom, 0, u" 編輯文章 ", Attr(kWhite, kCyan, Weight::kBold));
-  col = canvas.Put(kBottom, col + 1, u"(^X)", Attr(kRed, kWhite));
-  col = canvas.Put(kBottom, col, u"存檔或放棄", kWords);
-  col = canvas.Put(kBottom, col + 1, u"(^Y)", Attr(kRed, kWhite));
-  canvas.Put(kBottom, col, u"刪除整行", kWords);
+  canvas.Fill(kBottomRow, 0, kCols - 1, kWords);
+  int col = canvas.Put(kBottomRow, 0, u" 編輯文章 ", Attr(kWhite, kCyan, Weight::kBold));
+  col = canvas.Put(kBottomRow, col + 1, u"(^X)", Attr(kRed, kWhite));
+  col = canvas.Put(kBottomRow, col, u"存檔或放棄", kWords);
+  col = canvas.Put(kBottomRow, col + 1, u"(^Y)", Attr(kRed, kWhite));
+  canvas.Put(kBottomRow, col, u"刪除整行", kWords);
   const std::string position = ToBig5(u"║插入│") + PadLeft(std::to_string(line_ + 1), 4) + ":" +
                                PadLeft(std::to_string(at_ + 1), 2) + " ";
-  canvas.Put(kBottom, kCols - 1 - static_cast<int>(position.size()), position, kWords);
+  canvas.Put(kBottomRow, kCols - 1 - static_cast<int>(position.size()), position, kWords);
   canvas.MoveCursor(static_cast<int>(line_ - top_), static_cast<int>(at_));
 }
 

@@ -20,11 +20,11 @@ class NumberPrompt : public Page {
   void Draw(Canvas& canvas) override {
     constexpr std::u16string_view kLabel = u"跳至第幾項: ";
     const int start = kEndOfDigits - static_cast<int>(digits_.size());
-    canvas.ClearRow(kBottom);
-    canvas.Put(kBottom, start - 12, kLabel);
-    canvas.Put(kBottom, start, digits_, kAttrInputField);
-    canvas.Fill(kBottom, kEndOfDigits, kCols - 1, kAttrInputField);
-    canvas.MoveCursor(kBottom, kEndOfDigits);
+    canvas.ClearRow(kBottomRow);
+    canvas.Put(kBottomRow, start - 12, kLabel);
+    canvas.Put(kBottomRow, start, digits_, kAttrInputField);
+    canvas.Fill(kBottomRow, kEndOfDigits, kCols - 1, kAttrInputField);
+    canvas.MoveCursor(kBottomRow, kEndOfDigits);
   }
   void OnKey(const Key& key) override {
     if (key.IsDigit()) {

@@ -108,13 +108,13 @@ void DrawStatusBar(Canvas& canvas, PageHost& host) {
   const BbsTime now = TimeOf(NowSeconds());
   const std::string date = " [" + std::to_string(now.month) + "/" + std::to_string(now.day) + " " +
                            PushTime(NowSeconds()).substr(6) + "] ";
-  int col = canvas.Put(kBottom, 0, date, kLeft);
-  canvas.Fill(kBottom, col, kBarEnd, kMiddle);
-  col = canvas.Put(kBottom, col, u" 線上 ", kMiddle);
-  col = canvas.Put(kBottom, col, std::to_string(host.TheWorld().Online().size()), Attr(kRed, kWhite));
-  col = canvas.Put(kBottom, col, u" 人，我是 ", kMiddle);
-  col = canvas.Put(kBottom, col, host.CurrentUser().id, Attr(kRed, kWhite));
-  canvas.Put(kBottom, kBarEnd - 22, u"(Ctrl-U)名單 (s)選看板 ", kMiddle);
+  int col = canvas.Put(kBottomRow, 0, date, kLeft);
+  canvas.Fill(kBottomRow, col, kBarEnd, kMiddle);
+  col = canvas.Put(kBottomRow, col, u" 線上 ", kMiddle);
+  col = canvas.Put(kBottomRow, col, std::to_string(host.TheWorld().Online().size()), Attr(kRed, kWhite));
+  col = canvas.Put(kBottomRow, col, u" 人，我是 ", kMiddle);
+  col = canvas.Put(kBottomRow, col, host.CurrentUser().id, Attr(kRed, kWhite));
+  canvas.Put(kBottomRow, kBarEnd - 22, u"(Ctrl-U)名單 (s)選看板 ", kMiddle);
 }
 
 }  // namespace quillet::demo

@@ -36,11 +36,11 @@ MessagePage::MessagePage(PageHost& host, std::u16string_view text, std::function
 
 void MessagePage::Draw(Canvas& canvas) {
   constexpr std::uint8_t kBar = Attr(kWhite, kBlue, Weight::kBold);
-  canvas.Fill(kBottom, 0, kCols - 1, kBar);
-  canvas.Fill(kBottom, kCols - 1, kCols, kAttrBlank);
-  canvas.Put(kBottom, 0, u" ◆ " + text_, kBar);
-  canvas.Put(kBottom, kPressAnyKeyCol, kPressAnyKey, Attr(kYellow, kBlue, Weight::kBold));
-  canvas.MoveCursor(kBottom, kCols - 1);
+  canvas.Fill(kBottomRow, 0, kCols - 1, kBar);
+  canvas.Fill(kBottomRow, kCols - 1, kCols, kAttrBlank);
+  canvas.Put(kBottomRow, 0, u" ◆ " + text_, kBar);
+  canvas.Put(kBottomRow, kPressAnyKeyCol, kPressAnyKey, Attr(kYellow, kBlue, Weight::kBold));
+  canvas.MoveCursor(kBottomRow, kCols - 1);
 }
 
 void MessagePage::OnKey(const Key&) {
@@ -49,12 +49,12 @@ void MessagePage::OnKey(const Key&) {
 }
 
 void DrawAnyKeyBanner(Canvas& canvas) {
-  canvas.ClearRow(kBottom);
+  canvas.ClearRow(kBottomRow);
   // Coloured up to its end: over an article list clients take the bottom row as finished by that.
-  canvas.Put(kBottom, 0, kAnyKeyBanner, Attr(kCyan, kBlue));
+  canvas.Put(kBottomRow, 0, kAnyKeyBanner, Attr(kCyan, kBlue));
   constexpr int kLabelCol = 1 + 15 * 2;
-  canvas.Put(kBottom, kLabelCol, u" 請按任意鍵繼續 ", Attr(kWhite, kBlue, Weight::kBold));
-  canvas.MoveCursor(kBottom, kCols - 1);
+  canvas.Put(kBottomRow, kLabelCol, u" 請按任意鍵繼續 ", Attr(kWhite, kBlue, Weight::kBold));
+  canvas.MoveCursor(kBottomRow, kCols - 1);
 }
 
 AnyKeyPage::AnyKeyPage(PageHost& host, int firstRow, std::vector<std::string> lines, Covers covers,
@@ -64,7 +64,7 @@ AnyKeyPage::AnyKeyPage(PageHost& host, int firstRow, std::vector<std::string> li
 void AnyKeyPage::Draw(Canvas& canvas) {
   int row = firstRow_;
   for (const std::string& line : lines_) {
-    if (row >= kBottom) break;
+    if (row >= kBottomRow) break;
     canvas.ClearRow(row);
     canvas.Put(row++, 0, CellsOf(line));
   }

@@ -42,24 +42,25 @@ PushPage::PushPage(PageHost& host, std::string board, std::string fileName, Auth
       answer_(2) {}
 
 void PushPage::Draw(Canvas& canvas) {
-  canvas.ClearRow(kBottom);
+  canvas.ClearRow(kBottomRow);
   if (step_ == Step::kKind) {
-    LineField(1).Draw(canvas, kBottom, canvas.Put(kBottom, 0, kKindPrompt));
+    LineField(1).Draw(canvas, kBottomRow, canvas.Put(kBottomRow, 0, kKindPrompt));
     return;
   }
   if (author_ == Author::kThisUser) {
-    canvas.ClearRow(kBottom - 1);
-    canvas.Put(kBottom - 1, 0, kOwnArticle);
+    canvas.ClearRow(kBottomRow - 1);
+    canvas.Put(kBottomRow - 1, 0, kOwnArticle);
   }
-  int col = canvas.Put(kBottom, 0, PushMark(kind_), Attr(kWhite, kBlack, Weight::kBold));
-  col = canvas.Put(kBottom, col + 1, host_.CurrentUser().id, Attr(kYellow, kBlack, Weight::kBold));
-  col = canvas.Put(kBottom, col, std::string(": "), Attr(kYellow));
+  int col = canvas.Put(kBottomRow, 0, PushMark(kind_), Attr(kWhite, kBlack, Weight::kBold));
+  col = canvas.Put(kBottomRow, col + 1, host_.CurrentUser().id, Attr(kYellow, kBlack, Weight::kBold));
+  col = canvas.Put(kBottomRow, col, std::string(": "), Attr(kYellow));
   if (step_ == Step::kText) {
-    text_.Draw(canvas, kBottom, col);
+    text_.Draw(canvas, kBottomRow, col);
     return;
   }
-  canvas.Put(kBottom, col, text_.Text(), Attr(kYellow));
-  answer_.Draw(canvas, kBottom, canvas.Put(kBottom, col + PushColumns(host_.CurrentUser().id) + 1, kConfirm));
+  canvas.Put(kBottomRow, col, text_.Text(), Attr(kYellow));
+  answer_.Draw(canvas, kBottomRow,
+               canvas.Put(kBottomRow, col + PushColumns(host_.CurrentUser().id) + 1, kConfirm));
 }
 
 void PushPage::OnKey(const Key& key) {

@@ -10,7 +10,7 @@
 namespace quillet::demo {
 namespace {
 
-constexpr int kRowsShown = kBottom;
+constexpr int kRowsShown = kBottomRow;
 constexpr int kPageStep = kRowsShown - 1;  // one line of the page before stays in sight
 constexpr int kBarEnd = kCols - 1;
 
@@ -47,8 +47,8 @@ void DrawOffers(Canvas& canvas, std::span<const Offer> offers, int from) {
   while (first > 0 && start - width(offers[first - 1]) >= from)
     start -= width(offers[--first]);
   for (const Offer& offer : offers.subspan(first)) {
-    start = canvas.Put(kBottom, start, offer.keys, kKeys);
-    start = canvas.Put(kBottom, start, offer.words, kWords);
+    start = canvas.Put(kBottomRow, start, offer.keys, kKeys);
+    start = canvas.Put(kBottomRow, start, offer.words, kWords);
   }
 }
 
@@ -72,7 +72,7 @@ void TextViewer::Draw(Canvas& canvas) const {
   for (int row = 0; row < kRowsShown && line < text_.rows.size(); ++row, ++line)
     canvas.Put(row, 0, text_.rows[line]);
   DrawFooter(canvas);
-  canvas.MoveCursor(kBottom, kCols - 1);
+  canvas.MoveCursor(kBottomRow, kCols - 1);
 }
 
 void TextViewer::DrawFooter(Canvas& canvas) const {
@@ -86,10 +86,10 @@ void TextViewer::DrawFooter(Canvas& canvas) const {
                                Format("(%3d%%) ", lastLine * 100 / text_.LineOf(total - 1));
   const std::string range =
       ToBig5(u" 目前顯示: 第 ") + Format("%02d~%02d", text_.LineOf(top_), lastLine) + ToBig5(u" 行");
-  canvas.Fill(kBottom, 0, kBarEnd, kWords);
-  canvas.Fill(kBottom, kBarEnd, kCols, kAttrBlank);
-  int col = canvas.Put(kBottom, 0, position, left);
-  col = canvas.Put(kBottom, col, range, kRange);
+  canvas.Fill(kBottomRow, 0, kBarEnd, kWords);
+  canvas.Fill(kBottomRow, kBarEnd, kCols, kAttrBlank);
+  int col = canvas.Put(kBottomRow, 0, position, left);
+  col = canvas.Put(kBottomRow, col, range, kRange);
   DrawOffers(canvas, footer_ == Footer::kArticle ? std::span<const Offer>(kArticleOffers) : kTextOffers, col);
 }
 

@@ -35,7 +35,7 @@ void UserListPage::OpenItem(int index) {
     return;
   }
   host_.Open(std::make_unique<LinePrompt>(
-      host_, LinePrompt::Place{kBottom, u"★ 傳訊給 " + FromBig5(to) + u": ", kMessageColumns, {}},
+      host_, LinePrompt::Place{kBottomRow, u"★ 傳訊給 " + FromBig5(to) + u": ", kMessageColumns, {}},
       [this, to](const std::string& text) {
         if (Trimmed(text).empty()) return;
         if (!host_.TheWorld().SendMessage(host_.CurrentUser(), to, text))

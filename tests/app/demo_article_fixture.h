@@ -19,8 +19,6 @@
 
 namespace quillet {
 
-inline constexpr std::size_t kBottomRow = kRows - 1;
-
 inline std::string TextOf(const PageRow& row) {
   std::string text;
   for (const PageCell& cell : row.cells)
