@@ -17,7 +17,6 @@ constexpr double kBadgePadding = 0.9;
 constexpr double kTextLeft = 1.5;
 constexpr double kDotRadius = 0.22;
 constexpr double kFromCorner = 0.6;
-constexpr double kBadgeCorner = 0.35;
 
 }  // namespace
 
@@ -45,10 +44,7 @@ void ActivityBadge::Paint(QPainter& painter, const QRectF& area, qreal unit,
                std::ceil(size * kBadgeHeight));
   badge.moveTopRight(area.topRight() +
                      QPointF(-std::round(size * kFromCorner), std::round(size * kFromCorner)));
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(colours.border, 1));
-  painter.setBrush(colours.fill);
-  painter.drawRoundedRect(badge.adjusted(0.5, 0.5, -0.5, -0.5), size * kBadgeCorner, size * kBadgeCorner);
+  panel_look::PaintBox(painter, badge, size, colours.border, colours.fill);
   painter.setPen(Qt::NoPen);
   painter.setBrush(colours.busy);
   painter.drawEllipse(QPointF(badge.left() + size * kBadgePadding, badge.center().y()), size * kDotRadius,

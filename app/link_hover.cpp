@@ -14,7 +14,6 @@ constexpr double kTargetTextSize = 0.8;
 // In the label's letters.
 constexpr double kTargetHeight = 1.8;
 constexpr double kTargetPadding = 0.7;
-constexpr double kTargetCorner = 0.35;
 constexpr double kMargin = 0.3;
 // Of the area's width.
 constexpr double kWidest = 0.6;
@@ -94,10 +93,7 @@ void LinkHover::Paint(QPainter& painter, const QRectF& area, qreal unit,
   const QSizeF extent(std::ceil(metrics.horizontalAdvance(text) + 2 * padding),
                       std::ceil(size * kTargetHeight));
   const QRectF box = PlaceLabel(area, extent, kMargin * size, row_ >= kRows - kRowsBelow);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(colours.border, 1));
-  painter.setBrush(colours.fill);
-  painter.drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), size * kTargetCorner, size * kTargetCorner);
+  panel_look::PaintBox(painter, box, size, colours.border, colours.fill);
   painter.setPen(colours.line);
   painter.drawText(box.adjusted(padding, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                    text);

@@ -368,10 +368,7 @@ void LoginForm::paintEvent(QPaintEvent* /*event*/) {
   const double padding = qRound(size * 1.5);
   const panel_look::Colours& panel = colours_->panel;
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(panel.border, 1));
-  painter.setBrush(panel.fill);
-  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), size * 0.35, size * 0.35);
+  panel_look::PaintBox(painter, rect(), size, panel.border, panel.fill);
   const bool problem = !complaint_->text().isEmpty();
   painter.fillRect(QRectF(padding * 0.5, padding, qRound(size * 0.18), accentHeight_),
                    problem ? panel.problem : panel.busy);

@@ -61,6 +61,7 @@ std::string PageComposer::OnScreen(const ScreenSnapshot& screen) {
     covered_ = screen;
   else if (!doc_.IsArticleOpen())
     covered_.reset();
+  takesText_ = quillet::TakesText(screen);
   return sight_.OnScreen(screen);
 }
 
@@ -79,7 +80,7 @@ void PageComposer::Compose(const ScreenSnapshot& screen, bool caretShown, FrameS
   if (caretShown && screen.CursorInside()) {
     frame.caretRow = PageRowOf(screen.cursorRow);
     frame.caretCol = screen.cursorCol;
-    frame.caretShape = TakesText(screen) ? CaretShape::kBlock : CaretShape::kLine;
+    frame.caretShape = takesText_ ? CaretShape::kBlock : CaretShape::kLine;
   }
 }
 

@@ -32,6 +32,8 @@ class PageComposer {
   // Before the next Compose: another screen has come. Returns what is to be sent so that the next page of a
   // list is seen from its first line on, in a small window.
   std::string OnScreen(const ScreenSnapshot& screen);
+  // The screen that came last is a page to type text into.
+  bool TakesText() const { return takesText_; }
   // Fills everything of `frame` that the screen or the article decides; the caret too where `caretShown`.
   void Compose(const ScreenSnapshot& screen, bool caretShown, FrameState& frame);
 
@@ -71,6 +73,7 @@ class PageComposer {
   std::vector<CaptionArea> captions_;
   ArticleCommand hovered_ = ArticleCommand::kNone;
   std::uint32_t pageKind_ = 0;
+  bool takesText_ = true;
   // What the BBS showed last of the article that is shown in its place.
   std::optional<ScreenSnapshot> covered_;
 };

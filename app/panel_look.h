@@ -6,6 +6,8 @@
 #include <algorithm>
 
 #include <QColor>
+#include <QPainter>
+#include <QRectF>
 
 namespace quillet::panel_look {
 
@@ -64,5 +66,9 @@ constexpr const Colours& ColoursFor(bool work) {
 inline double TextSize(double unit) {
   return std::clamp(unit * 0.56, 13.0, 40.0);
 }
+
+// The ground of what lies over the terminal: a box with round corners, its edge one unit wide and within it.
+// `letter` is the size of its letters. Leaves the painter's pen and brush set.
+void PaintBox(QPainter& painter, const QRectF& box, double letter, const QColor& edge, const QColor& fill);
 
 }  // namespace quillet::panel_look

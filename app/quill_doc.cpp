@@ -483,10 +483,9 @@ QString CQuillDoc::Title() const {
   }
 }
 
-void CQuillDoc::OnScreen(const ScreenSnapshot& screen, ScreenReason reason, Sightings seen) {
+void CQuillDoc::OnScreen(ScreenReason reason, Sightings seen) {
   const bool another = reason != ScreenReason::kUpdated || seen.loginId != seen_.loginId;
   seen_ = std::move(seen);
-  expectsSilence_ = ExpectsSilence(screen);
   if (another) NoteStatus();
   ReviewAnswer();
   // What an automation pushes it tells of itself, perhaps only after its last screen.
@@ -496,7 +495,7 @@ void CQuillDoc::OnScreen(const ScreenSnapshot& screen, ScreenReason reason, Sigh
 }
 
 void CQuillDoc::ReviewAnswer() {
-  const bool mayWait = IsConnected() && !connecting_ && !automation_.IsBusy() && !expectsSilence_;
+  const bool mayWait = IsConnected() && !connecting_ && !automation_.IsBusy();
   const AnswerWait::State now = mayWait ? driver_.Answer() : AnswerWait::State::kNone;
   if (std::exchange(answer_, now) != now) NoteStatus();
 }

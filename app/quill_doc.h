@@ -176,9 +176,8 @@ class CQuillDoc : public QObject {
   bool EmulatesBrowser() const { return emulatesBrowser_; }
 
   // A screen with this reason has reached the view, and what has been seen up to it.
-  void OnScreen(const ScreenSnapshot& screen, ScreenReason reason, Sightings seen);
-  // Whether the site leaves what the user typed without an answer. Nothing of it while it would be wrong: an
-  // automation is at work, or what is typed shows nowhere.
+  void OnScreen(ScreenReason reason, Sightings seen);
+  // Whether the site leaves what the user typed without an answer; kNone while an automation is at work.
   AnswerWait::State Answer() const { return answer_; }
   // A few times a second.
   void ReviewAnswer();
@@ -250,7 +249,6 @@ class CQuillDoc : public QObject {
   std::shared_ptr<PushLedger> pushes_;   // of the last order
   PageFacts facts_;
   Sightings seen_;  // up to the screen that the view took last
-  bool expectsSilence_ = false;
   AnswerWait::State answer_ = AnswerWait::State::kNone;
   Site site_;
   std::optional<Attempt> next_;

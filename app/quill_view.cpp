@@ -12,7 +12,6 @@
 #include "app/panel_look.h"
 #include "app/text_words.h"
 #include "bbs/page_flags.h"
-#include "input/takes_text.h"
 
 namespace quillet {
 
@@ -298,7 +297,7 @@ void CQuillView::TakeMessages() {
     screen_ = *messages.screen;
     ++screenCount_;
     if (messages.reason != ScreenReason::kUpdated) keys_.DropWaiting();
-    doc_.OnScreen(screen_, messages.reason, std::move(messages.seen));
+    doc_.OnScreen(messages.reason, std::move(messages.seen));
     if (doc_.IsAutomationBusy()) article_.OnAutomationKey();
     article_.OnScreen(screen_);
     const std::string keys = composer_.OnScreen(screen_);
@@ -356,7 +355,7 @@ void CQuillView::ScrollSelecting(int lines) {
 // What is being composed when the page goes is not thrown away.
 bool CQuillView::TakesComposedText() const {
   const bool mayType = !IsCovered() && !sideList_.Shown();
-  return mayType && (ime_.IsComposing() || (!article_.IsShown() && TakesText(screen_)));
+  return mayType && (ime_.IsComposing() || (!article_.IsShown() && composer_.TakesText()));
 }
 
 void CQuillView::RefreshFrame() {

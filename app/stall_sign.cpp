@@ -16,7 +16,6 @@ constexpr double kSignTextSize = 0.9;
 constexpr double kSignHeight = 1.9;
 constexpr double kSignPadding = 0.9;
 constexpr double kFromCorner = 0.6;
-constexpr double kSignCorner = 0.35;
 
 }  // namespace
 
@@ -57,11 +56,8 @@ void StallSign::Arrange() {
 void StallSign::paintEvent(QPaintEvent* /*event*/) {
   const bool stalled = state_ == AnswerWait::State::kStalled;
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(stalled ? colours_.ended : colours_.border, 1));
-  painter.setBrush(colours_.fill);
-  const qreal corner = font().pixelSize() * kSignCorner;
-  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), corner, corner);
+  panel_look::PaintBox(painter, rect(), font().pixelSize(), stalled ? colours_.ended : colours_.border,
+                       colours_.fill);
   painter.setPen(stalled ? colours_.title : colours_.hint);
   const int room = width() - qRound(kSignPadding * font().pixelSize());
   painter.drawText(rect(), Qt::AlignCenter, fontMetrics().elidedText(text(), Qt::ElideRight, room));

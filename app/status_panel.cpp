@@ -26,7 +26,6 @@ constexpr qreal kHintGap = 1.1;
 constexpr qreal kNarrowest = 15;
 constexpr qreal kWidest = 34;
 constexpr qreal kLeastText = 8;  // even where the window is narrower
-constexpr qreal kCorner = 0.35;
 constexpr qreal kMark = 0.18;
 constexpr qreal kDotStep = 0.62;
 constexpr qreal kDotRadius = 0.15;
@@ -168,10 +167,7 @@ void StatusPanel::Paint(QPainter& painter, const QRectF& area, qreal unit, const
 
   painter.save();
   painter.fillRect(area, text.tone == PanelTone::kCalm ? colours.calmScrim : colours.scrim);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(colours.border, 1));
-  painter.setBrush(colours.fill);
-  painter.drawRoundedRect(panel.adjusted(0.5, 0.5, -0.5, -0.5), size * kCorner, size * kCorner);
+  panel_look::PaintBox(painter, panel, size, colours.border, colours.fill);
   const QRectF mark(panel.left() + padding * 0.5, panel.top() + padding, std::round(size * kMark),
                     blocks.front().place.height());
   painter.fillRect(mark, MarkOf(text.tone, colours));

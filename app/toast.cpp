@@ -20,7 +20,6 @@ constexpr double kToastHeight = 2.1;
 constexpr double kToastPadding = 0.8;
 constexpr double kPicture = 1.1;
 constexpr double kPictureStep = 1.5;
-constexpr double kToastCorner = 0.35;
 // In the terminal's rows: above the status line.
 constexpr double kAboveFoot = 1.6;
 
@@ -59,10 +58,7 @@ void Toast::Paint(QPainter& painter, const QRectF& area, qreal unit,
   QRectF box(0, 0, textWidth + picture + 2 * kToastPadding * size, std::ceil(size * kToastHeight));
   box.moveCenter(QPointF(area.center().x(), 0));
   box.moveBottom(std::round(area.bottom() - unit * kAboveFoot));
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(colours.border, 1));
-  painter.setBrush(colours.fill);
-  painter.drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), size * kToastCorner, size * kToastCorner);
+  panel_look::PaintBox(painter, box, size, colours.border, colours.fill);
   QPointF at(box.left() + size * kToastPadding, box.center().y());
   if (image_) {
     const qreal side = size * kPicture;

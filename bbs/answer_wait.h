@@ -5,8 +5,6 @@
 #include <cstdint>
 #include <optional>
 
-#include "core/screen_snapshot.h"
-
 namespace quillet {
 
 class AnswerWait {
@@ -30,8 +28,5 @@ class AnswerWait {
   std::optional<std::int64_t> since_;  // the first of the keys that are not answered yet
   unsigned received_ = 0;              // by then
 };
-
-// What is typed at the question for the password shows nowhere: no answer means nothing there.
-bool ExpectsSilence(const ScreenSnapshot& screen);
 
 }  // namespace quillet

@@ -4,6 +4,7 @@
 
 #include "bbs/page_flags.h"
 #include "bbs/screen_fields.h"
+#include "core/letter_case.h"
 
 namespace quillet {
 namespace {
@@ -11,18 +12,9 @@ namespace {
 constexpr int kStatusMarkCol = 8;
 constexpr int kListAuthorLastCol = 28;
 
-// Lower case of the alphabets that Big5 holds: Latin in both widths, Greek and Cyrillic.
-constexpr char16_t Lower(char16_t c) {
-  constexpr char16_t kStep = 0x20;
-  const bool upper = (c >= u'A' && c <= u'Z') || (c >= u'Ａ' && c <= u'Ｚ') || (c >= u'Α' && c <= u'Ω') ||
-                     (c >= u'А' && c <= u'Я');
-  if (c == u'Ё') return u'ё';
-  return upper ? static_cast<char16_t>(c + kStep) : c;
-}
-
 bool StartsWithLowered(std::u16string_view text, std::u16string_view word) {
   return text.size() >= word.size() && std::equal(word.begin(), word.end(), text.begin(),
-                                                  [](char16_t a, char16_t b) { return a == Lower(b); });
+                                                  [](char16_t a, char16_t b) { return a == LowerOfBig5(b); });
 }
 
 // The mark of a list line, 0 for a row that holds no article or another mark.
@@ -74,7 +66,7 @@ Keywords::Keywords(const std::vector<std::u16string>& words) {
   for (const std::u16string& word : words) {
     if (word.empty()) continue;
     std::u16string& lowered = words_.emplace_back(word);
-    std::transform(lowered.begin(), lowered.end(), lowered.begin(), Lower);
+    std::transform(lowered.begin(), lowered.end(), lowered.begin(), LowerOfBig5);
     begins_.set(lowered.front() % begins_.size());
   }
   std::sort(words_.begin(), words_.end(), [](const auto& a, const auto& b) { return a.size() > b.size(); });
@@ -87,7 +79,7 @@ bool Keywords::Contained(std::u16string_view text) const {
 }
 
 std::size_t Keywords::LengthAtBegin(std::u16string_view text) const {
-  if (text.empty() || !begins_.test(Lower(text.front()) % begins_.size())) return 0;
+  if (text.empty() || !begins_.test(LowerOfBig5(text.front()) % begins_.size())) return 0;
   const auto longest = std::find_if(words_.begin(), words_.end(), [&](const std::u16string& word) {
     return StartsWithLowered(text, word);
   });

@@ -46,13 +46,13 @@ std::string PushWatch::AskedFor(const ScreenSnapshot& screen) const {
   const std::size_t last = row.substr(0, static_cast<std::size_t>(start)).find_last_not_of(' ');
   const std::string_view push = row.substr(0, last == row.npos ? 0 : last + 1);
   // Without words it is the beginning of every push of his.
-  return push.ends_with(':') ? std::string() : std::string(push);
+  return push.ends_with(':') ? std::string() : std::string(push) + ' ';
 }
 
 bool PushWatch::IsTakenUp(const ScreenSnapshot& screen) const {
   if (asked_.empty()) return false;
   for (int row = 0; row < kBottomRow; ++row)
-    if (screen.RowText(row).starts_with(asked_ + ' ')) return true;
+    if (screen.RowText(row).starts_with(asked_)) return true;
   return false;
 }
 

@@ -18,7 +18,7 @@ class PushWatch {
   void Forget();
 
  private:
-  // The push as it stands in front of the question whether to push; empty without the question.
+  // The push as it stands in front of the question whether to push, and a blank; empty without the question.
   std::string AskedFor(const ScreenSnapshot& screen) const;
   bool IsTakenUp(const ScreenSnapshot& screen) const;
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/charset.h"
+#include "core/letter_case.h"
 
 namespace quillet {
 namespace {
@@ -14,15 +15,6 @@ constexpr char16_t kFirstWide = 0xFF01;
 constexpr char16_t kLastWide = 0xFF5E;
 constexpr char16_t kWideToAscii = kFirstWide - u'!';
 
-// A range of capitals and how far behind them the small letters are.
-struct Capitals {
-  char16_t first;
-  char16_t last;
-  char16_t toSmall;
-};
-constexpr Capitals kCapitals[] = {
-    {u'A', u'Z', 0x20}, {u'Α', u'Ω', 0x20}, {u'А', u'Я', 0x20}, {u'Ё', u'Ё', 0x50}};
-
 bool IsBlank(char16_t unit) {
   return unit == u' ' || unit == 0;
 }
@@ -33,9 +25,7 @@ char16_t FoldForSearch(char16_t unit) {
   if (unit >= kFirstWide && unit <= kLastWide) unit = static_cast<char16_t>(unit - kWideToAscii);
   if (unit == kIdeographicSpace) return u' ';
   if (unit == u'臺') return u'台';
-  for (const Capitals& range : kCapitals)
-    if (unit >= range.first && unit <= range.last) return static_cast<char16_t>(unit + range.toSmall);
-  return unit;
+  return LowerOfBig5(unit);
 }
 
 void ArticleSearch::SetWanted(std::u16string_view text) {

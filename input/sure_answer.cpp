@@ -1,5 +1,6 @@
 #include "input/sure_answer.h"
 
+#include "bbs/page_tests.h"
 #include "bbs/screen_fields.h"
 #include "core/key_sequence.h"
 #include "input/page_kind.h"
@@ -18,11 +19,17 @@ bool HasNeighbours(const ScreenSnapshot& screen) {
   return hasLine(screen.cursorRow - 1) || hasLine(screen.cursorRow + 1);
 }
 
+// What is typed there shows nowhere.
+bool AsksForPassword(const ScreenSnapshot& screen) {
+  constexpr int kPasswordRow = 21;
+  return RowStartsWith(screen, kPasswordRow, 0, u"請輸入您的密碼");
+}
+
 }  // namespace
 
 bool IsSurelyAnswered(const ScreenSnapshot& screen, const KeyAction& action) {
   if (action.bytes == "\r") return true;
-  if (action.kind == KeyActionKind::kSendText && TakesText(screen)) return true;
+  if (action.kind == KeyActionKind::kSendText && TakesText(screen)) return !AsksForPassword(screen);
   const PageKind kind = KindOf(screen);
   const bool isList = kind == PageKind::kList || kind == PageKind::kArticleList;
   switch (action.virtualKey) {

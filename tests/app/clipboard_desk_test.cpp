@@ -70,7 +70,7 @@ class ClipboardDeskTest : public WithTables {
   void EndConnection() {
     script->End(EndReason::kClosedByPeer);
     ASSERT_TRUE(Until([&] { return !doc.IsConnected(); }));
-    doc.OnScreen(screen, ScreenReason::kDisconnected, {});
+    doc.OnScreen(ScreenReason::kDisconnected, {});
     desk.OnScreen();
   }
   static bool Until(const std::function<bool()>& done) { return HandleEventsUntil(done, kPatienceMs); }
