@@ -80,8 +80,7 @@ QRectF FrameSurface::CellRect(int row, int col) const {
 }
 
 int FrameSurface::RowAt(qreal y) const {
-  const Layout& layout = CurrentLayout();
-  return qFloor((qFloor(y * scale_) - layout.originY) / qreal(qMax(1, layout.rowHeight)));
+  return quillet::RowAt(CurrentLayout(), qFloor(y * scale_));
 }
 
 int FrameSurface::OffsetInRow(int row, qreal x) const {
@@ -99,7 +98,7 @@ std::optional<QPoint> FrameSurface::CellAt(const QPointF& at) const {
 
 FrameSurface::Place FrameSurface::PlaceAt(const QPointF& at) const {
   const int wanted = RowAt(at.y());
-  const int row = qBound(0, wanted, kRows - 1);
+  const int row = qBound(FirstInSight(CurrentLayout()), wanted, kRows - 1);
   const int cell = qMax(1, painter_.CellRect(row, 0).width());
   const int halves = qFloor(2.0 * OffsetInRow(row, at.x()) / cell);
   return {.row = row, .halves = qBound(0, halves, 2 * kCols), .rowsOutside = wanted - row};

@@ -45,7 +45,7 @@ class FrameSurface {
   struct Place {
     int row = 0;
     int halves = 0;       // of cells left of it: 0 in the first half of the first cell, at most 2 * kCols
-    int rowsOutside = 0;  // how far the point is above (negative) or below the page; the row is the nearest
+    int rowsOutside = 0;  // how far above (negative) or below the rows in sight; the row is the nearest one
   };
   Place PlaceAt(const QPointF& at) const;
   // Whether a point in widget units lies left of the row's first cell; above and below the page as beside it.

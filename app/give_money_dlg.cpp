@@ -103,6 +103,8 @@ GiveMoneyDlg::GiveMoneyDlg(const MoneyChoices& choices, MoneyPeople people, std:
   note_ = new QLabel;
   note_->setObjectName("note");
   note_->setTextFormat(Qt::PlainText);
+  // Its words come later, and are higher than the font's own letters: they must not take room from the rest.
+  note_->setMinimumHeight(QLabel(u"推"_qs).sizeHint().height());
   auto* const layout = new QVBoxLayout(this);
   layout->addLayout(columns, 1);
   layout->addWidget(note_);

@@ -92,7 +92,7 @@ int ImeAdapter::CaretColumn() const {
 QRectF ImeAdapter::CursorRectangle() const {
   const Layout& layout = surface_.CurrentLayout();
   const ImePlacement place = PlaceComposition(layout, size_, row_, CaretColumn());
-  const int top = layout.originY + row_ * layout.rowHeight;
+  const int top = RowTop(layout, row_);
   const QRect box =
       QRect(place.x, place.y, place.size, place.size) | QRect(place.x, top, place.size, layout.rowHeight);
   const qreal scale = surface_.Scale();
@@ -112,8 +112,7 @@ QRect ImeAdapter::Box() const {
   const Layout& layout = surface_.CurrentLayout();
   const CompositionFit fit = Fit();
   const int half = PlaceComposition(layout, size_, row_, 0).size / 2;
-  return {layout.originX + fit.col * half, layout.originY + row_ * layout.rowHeight, fit.shown * half,
-          layout.rowHeight};
+  return {layout.originX + fit.col * half, RowTop(layout, row_), fit.shown * half, layout.rowHeight};
 }
 
 void ImeAdapter::UpdateBox() {

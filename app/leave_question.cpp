@@ -58,9 +58,10 @@ void LeaveQuestion::Before(LeaveFor purpose, std::function<void()> then) {
 
 std::optional<LeavePlan> LeaveQuestion::Ask(LeaveFor purpose, const LeaveFacts& facts) {
   const bool keepsLogin = KeepsLogin();
-  const LeaveWords words =
-      DescribeLeaving(purpose, facts, keepsLogin ? doc_.CurrentSite().ShownName() : QString(),
-                      QString::fromStdU16String(doc_.LoginId()));
+  const LeaveWords words = DescribeLeaving(purpose, facts,
+                                           {.site = keepsLogin ? doc_.CurrentSite().ShownName() : QString(),
+                                            .id = QString::fromStdU16String(doc_.LoginId())},
+                                           doc_.Fields().work);
   QMessageBox box(QMessageBox::Question, words.title, {}, QMessageBox::NoButton, window_.window());
   box.setTextFormat(Qt::PlainText);
   box.setText(words.question);

@@ -9,6 +9,7 @@ namespace quillet {
 enum class LeaveFor {
   kClosing,        // the program ends
   kDisconnecting,  //
+  kReconnecting,   // to the same site
   kOtherSite       // this connection makes room for another one
 };
 
@@ -28,7 +29,12 @@ struct LeaveWords {
   QString noMore;  // to ask
   QString noMoreHint;
 };
-// `site` and `id`: where, and as whom; the latter may be empty, the former too where no login is given up.
-LeaveWords DescribeLeaving(LeaveFor purpose, const LeaveFacts& facts, const QString& site, const QString& id);
+// Where, and as whom.
+struct LoginNames {
+  QString site;  // empty where no login is given up
+  QString id;    // may be empty
+};
+// `work`: the words name neither the program nor the site.
+LeaveWords DescribeLeaving(LeaveFor purpose, const LeaveFacts& facts, const LoginNames& login, bool work);
 
 }  // namespace quillet

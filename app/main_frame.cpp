@@ -94,6 +94,12 @@ void CMainFrame::Disconnect() {
   view_->Leaving().Before(LeaveFor::kDisconnecting, [this] { doc_.Disconnect(); });
 }
 
+void CMainFrame::Reconnect() {
+  // Where nothing is answered nobody can log out.
+  if (doc_.Answer() == AnswerWait::State::kStalled) return doc_.Reconnect();
+  view_->Leaving().Before(LeaveFor::kReconnecting, [this] { doc_.Reconnect(); });
+}
+
 void CMainFrame::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   const bool activated = event->type() == QEvent::ActivationChange && isActiveWindow();
@@ -153,9 +159,9 @@ void CMainFrame::OnCommand(KeyCommand command) {
 void CMainFrame::OnStatusChanged() {
   setWindowTitle(doc_.Title());
   disconnect_->setEnabled(doc_.IsConnected() || doc_.IsConnecting());
-  // A dead connection may look as if it were up.
-  const bool ended = doc_.Session().state == kStateClosed || doc_.Answer() == AnswerWait::State::kStalled;
-  reconnect_->setEnabled(ended && !doc_.IsConnecting());
+  // A dead connection looks as if it were up as long as nothing is sent.
+  const bool begun = doc_.Session().state == kStateClosed || doc_.IsConnected();
+  reconnect_->setEnabled(begun && !doc_.IsConnecting());
 }
 
 void CMainFrame::ToggleFullScreen() {

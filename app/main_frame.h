@@ -24,9 +24,10 @@ class CMainFrame : public QMainWindow {
   void SizeForView(QSize view);
   // Asks for an address and connects, or asks for the demo.
   void AskAddress();
-  // These two give up a login only after a question.
+  // These three give up a login only after a question.
   void OpenDemo();
   void Disconnect();
+  void Reconnect();
   void ShowOptions();
   // Asks for an article and goes there.
   void JumpToArticle();

@@ -61,7 +61,7 @@ void CMainFrame::MakeConnectionMenu() {
   // Without keys: nobody needs it often, and pressed by mistake it would leave the site.
   Add(*menu, u"示範站台(&D)"_qs, {}, [this] { OpenDemo(); });
   menu->addSeparator();
-  reconnect_ = Add(*menu, u"重新連線(&R)"_qs, kClientKeys | Qt::Key_R, [this] { doc_.Reconnect(); });
+  reconnect_ = Add(*menu, u"重新連線(&R)"_qs, kClientKeys | Qt::Key_R, [this] { Reconnect(); });
   disconnect_ = Add(*menu, u"中斷連線(&K)"_qs, kClientKeys | Qt::Key_D, [this] { Disconnect(); });
   menu->addSeparator();
   quit_ = Add(*menu, u"離開(&X)"_qs, Qt::ALT | Qt::Key_F4, [this] { close(); });

@@ -213,7 +213,7 @@ void CQuillView::PlaceOverlays() {
   const qreal scale = surface_.Scale();
   const qreal unit = layout.rowHeight / scale;
   const bool work = doc_.Fields().work;
-  if (composer_.SetRowsInSight(RowsInSight(layout))) ShowOtherLines();
+  if (composer_.SetRowsInSight(layout.rowsInSight)) ShowOtherLines();
   login_.Place(unit);
   sideList_.Place(rect(), unit);
   PlaceSideButtons();
@@ -349,7 +349,8 @@ void CQuillView::ShowOtherLines() {
 
 // Lines that are yet to come are selected as they come, and not after the button has been let go.
 void CQuillView::ScrollSelecting(int lines) {
-  article_.ScrollTo(std::clamp(article_.TargetLine() + lines, 0, LastTop(article_.LineCount())));
+  const int lastTop = LastTop(article_.LineCount(), article_.LinesInSight());
+  article_.ScrollTo(std::clamp(article_.TargetLine() + lines, 0, lastTop));
 }
 
 // What is being composed when the page goes is not thrown away.

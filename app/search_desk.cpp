@@ -150,6 +150,7 @@ void SearchDesk::StandAt(int number) {
   if (hereHit_.line < top || hereHit_.line >= top + PageStep(lines))
     ScrollTo(std::max(0, hereHit_.line - lines / kContextShare));
   stoodAt_ = article_.TargetLine();
+  hereSeen_ = true;
 }
 
 void SearchDesk::ScrollTo(int top) {
@@ -167,8 +168,18 @@ void SearchDesk::Read(int from) {
   complete_ = !IsReading();
 }
 
+void SearchDesk::KeepHereInSight() {
+  const int lines = article_.LinesInSight();
+  const bool others = std::exchange(linesInSight_, lines) != lines;
+  if (others && hereSeen_ && here_ >= 0)
+    StandAt(here_);
+  else
+    hereSeen_ = IsHereInSight();
+}
+
 void SearchDesk::OnLines() {
   if (!marks_ || !text_.IsArticle()) return;
+  KeepHereInSight();
   const bool otherRules = rules_ != article_.RulesVersion();
   if (!otherRules && version_ == article_.Reading().Lines().Version() && lines_ == text_.Count() &&
       complete_ == !IsReading())

@@ -57,6 +57,8 @@ class SearchDesk : public QObject {
   void Forget();
   // Counts anew, from a line on where those before it are the same.
   void Read(int from);
+  // Others than before may be in sight: a hit that was seen is not lost when the window shows fewer lines.
+  void KeepHereInSight();
   // The hit nearest to where the search began.
   void SeekFromOrigin();
   // The hit from which a step goes on; nothing: from what is in sight.
@@ -78,12 +80,14 @@ class SearchDesk : public QObject {
   int stoodAt_ = 0;     // the first line in sight after the last step
   int here_ = -1;       // the number of the hit at which the user is
   SearchHit hereHit_;
+  bool hereSeen_ = false;  // it is in sight
 
   // What was read last.
   unsigned rules_ = 0;
   unsigned version_ = 0;
   int lines_ = 0;
   bool complete_ = false;
+  int linesInSight_ = kLinesShown;
 };
 
 }  // namespace quillet

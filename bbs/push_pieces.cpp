@@ -64,7 +64,7 @@ Character CharacterAt(std::u16string_view text, std::size_t at) {
     character.units = 2;
   } else if (IsLineBreak(unit)) {
     character.kind = Kind::kLineBreak;
-  } else if (unit == u' ' || unit == u'\t' || unit == 0xA0) {
+  } else if (unit == u' ' || unit == u'\t' || IsForeignBlank(unit)) {
     character = {.kind = Kind::kBlank, .unit = u' ', .columns = 1, .start = at};
   } else if (IsInvisible(unit)) {
     character.kind = Kind::kInvisible;

@@ -48,6 +48,14 @@ CharsetLoad LoadCharsetTables(const std::filesystem::path& folder) {
   return load;
 }
 
+bool IsForeignBlank(char16_t unit) {
+  constexpr char16_t kNoBreak = 0xA0;
+  constexpr char16_t kNarrowNoBreak = 0x202F;
+  constexpr char16_t kMathematical = 0x205F;
+  return unit == kNoBreak || (unit >= 0x2000 && unit <= 0x200A) || unit == kNarrowNoBreak ||
+         unit == kMathematical;
+}
+
 std::string ToBig5(std::u16string_view text) {
   std::string bytes(2 * text.size(), '\0');
   char* out = bytes.data();

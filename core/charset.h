@@ -37,6 +37,10 @@ inline constexpr std::size_t kCharsetFileSize = 131072;
 // result says how much was read. User-interface thread, before any session exists.
 CharsetLoad LoadCharsetTables(const std::filesystem::path& folder);
 
+// A space, of whatever width and power to break a line, that has no Big5 form of its own: what is sent in its
+// place is an ordinary blank, so that words do not run together.
+bool IsForeignBlank(char16_t unit);
+
 // One or two bytes per unit; a unit without a Big5 form is dropped.
 std::string ToBig5(std::u16string_view text);
 

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "bbs/page_tests.h"
+#include "core/charset.h"
 #include "core/key_sequence.h"
 
 namespace quillet {
@@ -76,10 +77,14 @@ bool IsControlCharacter(char16_t unit) {
   return unit < 0x20 || (unit >= 0x7F && unit < 0xA0);
 }
 
+char16_t AsSent(char16_t unit) {
+  return IsForeignBlank(unit) ? u' ' : unit;
+}
+
 std::u16string Printable(std::u16string_view text) {
   std::u16string result;
-  std::copy_if(text.begin(), text.end(), std::back_inserter(result),
-               [](char16_t unit) { return !IsControlCharacter(unit); });
+  for (const char16_t unit : text)
+    if (!IsControlCharacter(unit)) result += AsSent(unit);
   return result;
 }
 
@@ -146,7 +151,7 @@ std::u16string CleanPaste(std::u16string_view text) {
         unit == kParagraphSeparator)
       result += u'\r';
     else if (unit == u'\t' || !IsControlCharacter(unit))
-      result += unit;
+      result += AsSent(unit);
   }
   return result;
 }

@@ -71,7 +71,7 @@ struct KeyAction {
 KeyAction DecideKey(const KeyPress& press, const ScreenSnapshot& screen);
 
 // What may be pasted: CR LF, LF and the Unicode line ends become the BBS's Enter (CR), other control
-// characters except TAB go.
+// characters except TAB go, and blanks that the BBS does not have become its own.
 std::u16string CleanPaste(std::u16string_view text);
 // How many lines a paste of a text that CleanPaste made sends: each Enter ends one, and what follows the last
 // Enter is one more. 0 for nothing.

@@ -60,6 +60,11 @@ void SizeSpaced(Layout& layout, int width, int height, const LayoutInput& input)
   layout.pushFontSize = FontSizeOf(layout.rowHeight, input.pushLineSpacing);
 }
 
+int RowsWithin(int height, int rowHeight) {
+  constexpr int kFewest = 2;
+  return rowHeight > 0 ? std::clamp(height / rowHeight, kFewest, kScreenRows) : kScreenRows;
+}
+
 void Place(Layout& layout, int width, int height, const LayoutInput& input) {
   if (input.atTopLeft) return;
   const int restHeight = height - kScreenRows * layout.rowHeight;
@@ -83,15 +88,24 @@ Layout RecalcLayout(const LayoutInput& input) {
   else
     SizeSpaced(layout, width, height, input);
   layout.halfCell = layout.fontSize / 2;
+  layout.rowsInSight = RowsWithin(height, layout.rowHeight);
   Place(layout, width, height, input);
   return layout;
 }
 
-int RowsInSight(const Layout& layout) {
-  constexpr int kFewest = 2;
-  if (layout.originY >= 0 || layout.rowHeight <= 0) return kScreenRows;
-  const int cut = (layout.rowHeight - 1 - layout.originY) / layout.rowHeight;
-  return std::max(kFewest, kScreenRows - cut);
+int FirstInSight(const Layout& layout) {
+  return kScreenRows - layout.rowsInSight;
+}
+
+int RowTop(const Layout& layout, int row) {
+  const int leftOut = layout.originY < 0 ? 0 : FirstInSight(layout);
+  return layout.originY + (row - leftOut) * layout.rowHeight;
+}
+
+int RowAt(const Layout& layout, int y) {
+  const int height = std::max(layout.rowHeight, 1);
+  const int below = y - RowTop(layout, 0);
+  return below < 0 ? -((height - 1 - below) / height) : below / height;
 }
 
 RowGrid GridOf(const Layout& layout, RowSize size) {

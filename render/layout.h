@@ -28,6 +28,7 @@ struct Layout {
   int pushFontSize = 12;  // the em size of push lines
   int originX = 0;        // the grid's top left corner; negative when the window is too small for it
   int originY = 0;
+  int rowsInSight = 24;  // that lie whole within the window: the lowest ones, 2 at least
   // Where push lines begin: at originX, or as far left of it as wider push lines need to be centred.
   int pushOriginX = 0;
 
@@ -47,7 +48,12 @@ struct RowGrid {
 
 RowGrid GridOf(const Layout& layout, RowSize size);
 
-// How many of the lowest rows lie whole within the window; 2 at least.
-int RowsInSight(const Layout& layout);
+// The first of the rows in sight.
+int FirstInSight(const Layout& layout);
+// Where a row begins, in device pixels from the window's top; rows out of sight lie beyond its edge. In a
+// window too low for all of them a grid whose corner lies in the window begins with the first one in sight.
+int RowTop(const Layout& layout, int row);
+// The row at a place of the window, counted beyond the grid too.
+int RowAt(const Layout& layout, int y);
 
 }  // namespace quillet

@@ -137,15 +137,13 @@ SheetPair FramePainter::Impl::Sheets() {
 
 RowPlace FramePainter::Impl::PlaceOf(int row, RowSize size) const {
   const RowGrid grid = GridOf(layout, size);
-  return {.left = grid.left,
-          .top = layout.originY + row * layout.rowHeight,
-          .halfCell = grid.halfCell,
-          .height = layout.rowHeight};
+  return {
+      .left = grid.left, .top = RowTop(layout, row), .halfCell = grid.halfCell, .height = layout.rowHeight};
 }
 
 // The row's part of the window, margins included.
 QRect FramePainter::Impl::BandOf(int row) const {
-  return {0, layout.originY + row * layout.rowHeight, image.width(), layout.rowHeight};
+  return {0, RowTop(layout, row), image.width(), layout.rowHeight};
 }
 
 bool FramePainter::Impl::IsDrawn(const FrameState& frame, int row) const {
@@ -179,8 +177,8 @@ QRegion FramePainter::Update(const FrameState& frame) {
 }
 
 void FramePainter::Impl::PaintAll(Brush& brush, const FrameState& frame) {
-  const int gridBottom = layout.originY + kRows * layout.rowHeight;
-  brush.canvas.ShowGround({0, 0, image.width(), layout.originY});
+  const int gridBottom = RowTop(layout, kRows);
+  brush.canvas.ShowGround({0, 0, image.width(), RowTop(layout, 0)});
   brush.canvas.ShowGround({0, gridBottom, image.width(), image.height() - gridBottom});
   for (int row = 0; row < kRows; ++row) {
     drawn[static_cast<std::size_t>(row)] = Resolve(frame, row);

@@ -315,6 +315,25 @@ TEST_F(ArticleViewTest, InTheMiniWindowAPageIsItsRows) {
   EXPECT_TRUE(Until([&] { return Row(0) == std::string(View().Screen().RowText(0)); }));
 }
 
+TEST_F(ArticleViewTest, TheMiniWindowShowsTheSameRowsInDisguise) {
+  OpenWhole(talkative);
+  doc->Change(u"Basic", u"Work", u"1");
+  View().SetLayoutMode(LayoutMode::kNarrow);
+  frame->setMinimumSize(0, 0);
+  frame->resize(528, 207);
+  ASSERT_TRUE(Until([&] { return Article().LinesInSight() < kLinesShown; }));
+  const int topRow = kLinesShown - Article().LinesInSight();
+  EXPECT_EQ(View().Surface().CellAt({1, 1}), QPoint(0, topRow));
+  const QPoint foot(1, qFloor(View().Surface().CellRect(kBottomRow, 0).bottom()) - 1);
+  EXPECT_TRUE(View().rect().contains(foot));
+  EXPECT_EQ(View().Surface().CellAt(foot), QPoint(0, kBottomRow));
+  EXPECT_EQ(View().Surface().PlaceAt({1, -20}).row, topRow);
+  EXPECT_LT(View().Surface().PlaceAt({1, -20}).rowsOutside, 0);
+  TypeText("X");
+  ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_PUSH_LINE) != 0; }));
+  EXPECT_TRUE(View().rect().contains(View().inputMethodQuery(Qt::ImCursorRectangle).toRect()));
+}
+
 TEST_F(ArticleViewTest, ATextIsLookedForInWhatIsShownAndTheBbsKnowsNothingOfIt) {
   OpenWhole(talkative);
   const auto marks = [&] {
@@ -386,6 +405,25 @@ TEST_F(ArticleViewTest, ATextIsLookedForInWhatIsShownAndTheBbsKnowsNothingOfIt) 
   TypeText("/");
   doc->Disconnect();
   EXPECT_TRUE(Until([&] { return !View().Found().IsAsking() && View().hasFocus(); }));
+}
+
+TEST_F(ArticleViewTest, AHitThatIsSeenStaysInSightWhereFewerLinesAre) {
+  OpenWhole(talkative);
+  Press(Qt::Key_PageDown);
+  ASSERT_TRUE(AtRest(kPageStep));
+  TypeText("/");
+  TypeText(u"推"_qs);
+  View().SetLayoutMode(LayoutMode::kNarrow);
+  frame->setMinimumSize(0, 0);
+  for (const int height : {300, 200, 120}) {
+    frame->resize(528, height);
+    EXPECT_TRUE(Until([&] {
+      for (int row = kLinesShown - Article().LinesInSight(); row < kLinesShown - 1; ++row)
+        for (const PageCell& cell : View().Frame().page[static_cast<std::size_t>(row)].cells)
+          if ((cell.style & CS_FOUND_HERE) != 0) return true;
+      return false;
+    })) << height;
+  }
 }
 
 TEST_F(ArticleViewTest, ACaptionGivesItsCommandOnAClick) {

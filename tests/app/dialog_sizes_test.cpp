@@ -1,6 +1,8 @@
 // All dialogs at once: none is larger than a small screen when the text is large, and nothing in them is cut.
 #include <QClipboard>
 #include <QMessageBox>
+#include <QScreen>
+#include <QScrollBar>
 #include <QTabWidget>
 
 #include "app/connect_dialog.h"
@@ -11,6 +13,7 @@
 #include "app/push_on_dlg.h"
 #include "app/text_words.h"
 #include "settings/dialog/add_black_dlg.h"
+#include "settings/dialog/dialog_room.h"
 #include "settings/dialog/options_dlg.h"
 #include "tests/app/dialog_answers.h"
 #include "tests/app/window_fixture.h"
@@ -89,6 +92,16 @@ TEST_F(DialogSizesTest, LargeTextFitsASmallScreen) {
       CheckPushes();
       CheckBoxes();
     }
+}
+
+TEST_F(DialogSizesTest, NothingScrollsWhereTheScreenHasRoom) {
+  const auto nobody = [](std::u16string_view) { return IdStanding::kOrdinary; };
+  GiveMoneyDlg dialog({}, {.self = {}, .standing = nobody}, 1);
+  dialog.show();
+  dialog.SetFloors({{.floor = 1, .id = u"reader", .words = {}}});
+  QCoreApplication::processEvents();
+  ASSERT_LT(dialog.height() + 48, dialog.screen()->availableSize().height());
+  EXPECT_EQ(dialog.findChild<ContentScroll*>()->verticalScrollBar()->maximum(), 0);
 }
 
 // Its letters follow the terminal's, whatever the application's are.

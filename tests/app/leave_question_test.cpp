@@ -1,5 +1,6 @@
 // The question before a login is given up, in a window that is logged in at the demo BBS.
 #include <QMessageBox>
+#include <QRegularExpression>
 
 #include "tests/app/demo_article_fixture.h"
 #include "tests/app/dialog_answers.h"
@@ -101,6 +102,25 @@ TEST_F(LeaveTest, InTheEditorThereIsNoLogOutAndNoWayToBeAskedNoMore) {
     Click("leave")(dialog);
   }});
   EXPECT_FALSE(doc->IsConnected());
+}
+
+TEST_F(LeaveTest, ConnectingAnewAsksAndGoesOnAfterTheLogOut) {
+  const unsigned first = doc->Session().connectionNumber;
+  AnswerDialogs([this] { frame->Reconnect(); }, {Click("stay")});
+  EXPECT_EQ(doc->Session().connectionNumber, first);
+  AnswerDialogs([this] { frame->Reconnect(); }, {Click("logOut")});
+  EXPECT_TRUE(Until([&] { return doc->Session().connectionNumber != first && doc->IsConnected(); }));
+}
+
+TEST(LeaveWordsTest, InDisguiseTheyNameNeitherTheProgramNorTheSite) {
+  for (const LeaveFor purpose :
+       {LeaveFor::kClosing, LeaveFor::kDisconnecting, LeaveFor::kReconnecting, LeaveFor::kOtherSite}) {
+    const LeaveWords words = DescribeLeaving(purpose, {.inEditor = true, .hasDraft = true},
+                                             {.site = "Kagami", .id = "reader"}, true);
+    const QString all = words.title + words.question + words.reason + words.logOut + words.leave;
+    EXPECT_FALSE(all.contains(QRegularExpression("Quillet|Kagami|reader|站台"))) << all.toStdString();
+    EXPECT_EQ(words.title, u"記事本"_qs);
+  }
 }
 
 TEST_F(LeaveTest, ASiteThatDoesNotAnswerIsLeftAllTheSame) {

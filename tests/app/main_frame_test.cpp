@@ -67,8 +67,8 @@ TEST_F(MainFrameTest, MenuItemsFollowTheConnection) {
   EXPECT_FALSE(disconnect->isEnabled() || reconnect->isEnabled());
   OpenScript();
   EXPECT_TRUE(disconnect->isEnabled());
-  EXPECT_FALSE(reconnect->isEnabled());
   EXPECT_EQ(frame->windowTitle(), "script - Quillet");
+  EXPECT_TRUE(reconnect->isEnabled()) << "a dead line looks like this too";
   disconnect->trigger();
   EXPECT_FALSE(disconnect->isEnabled());
   EXPECT_TRUE(reconnect->isEnabled());

@@ -130,6 +130,11 @@ TEST(CleanPasteTest, LineEndsBecomeEnterAndControlsGo) {
   EXPECT_EQ(CleanPaste(u""), u"");
 }
 
+TEST(CleanPasteTest, ABlankOfAnotherKindKeepsWordsApart) {
+  EXPECT_EQ(CleanPaste(u"two\u00A0words\u202F和\u2003字\u3000"), u"two words 和 字\u3000");
+  EXPECT_EQ(DecideKey({.text = u"\u00A0"}, {}).text, u" ");
+}
+
 TEST(CleanPasteTest, LinesAreCountedAsTheyAreSent) {
   EXPECT_EQ(PastedLines(u""), 0);
   EXPECT_EQ(PastedLines(u"一行"), 1);

@@ -97,6 +97,23 @@ TEST(LayoutTest, GridOfATextEditorBeginsInTheCorner) {
   }
 }
 
+TEST(LayoutTest, ALowWindowShowsTheLowestRowsWholeInBothPlacements) {
+  for (const bool atTopLeft : {false, true})
+    for (int height = 12; height < 700; ++height) {
+      const Layout layout =
+          RecalcLayout({.width = 660, .height = height, .mode = LayoutMode::kNarrow, .atTopLeft = atTopLeft});
+      const int first = FirstInSight(layout);
+      EXPECT_LT(first, 23);
+      EXPECT_GE(RowTop(layout, first), 0);
+      EXPECT_LE(RowTop(layout, 24), height) << "the bottom row is the last one";
+      EXPECT_TRUE(first == 0 || RowTop(layout, first - 1) < 0) << height;
+      for (int row = 0; row < 24; ++row) {
+        EXPECT_EQ(RowAt(layout, RowTop(layout, row)), row);
+        EXPECT_EQ(RowAt(layout, RowTop(layout, row + 1) - 1), row);
+      }
+    }
+}
+
 TEST(LayoutTest, ExtremeSizesAndSpacingsNeitherOverflowNorNeverEnd) {
   constexpr int kExtremes[] = {std::numeric_limits<int>::min(), -1, 0, 1, 25, 7680, 1000,
                                std::numeric_limits<int>::max()};
