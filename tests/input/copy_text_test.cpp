@@ -72,13 +72,6 @@ TEST_F(CopyTextTest, ColourSequencesSayOnlyWhatChanges) {
             u"\x1B[1;31mf\x1B[m");
 }
 
-TEST_F(CopyTextTest, BlanksOnABackgroundAreKeptWithTheirColours) {
-  text = {u""};
-  PutInLine(text.lines[0], 0, u"ab    ", kOnBlue);
-  EXPECT_EQ(Ansi(), u"\x1B[44mab    \x1B[m");
-  EXPECT_EQ(Text(), u"ab");
-}
-
 TEST_F(CopyTextTest, ACharacterOfTwoColoursTakesTheFirst) {
   text = {u"中b"};
   text.lines[0].attr[0] = kRed;
@@ -97,10 +90,7 @@ TEST_F(CopyTextTest, HtmlIsEscapedAndInTheColoursOfTheScreen) {
   EXPECT_TRUE(html.starts_with(u"<pre style=\"")) << "a fragment";
   EXPECT_NE(html.find(u"monospace"), std::u16string::npos);
   EXPECT_NE(html.find(u"color:#a0b007;background-color:#a0b010\">"), std::u16string::npos);
-}
-
-// Readers of HTML drop a line end that follows the tag.
-TEST_F(CopyTextTest, HtmlKeepsAnEmptyFirstLine) {
+  // Readers of HTML drop a line end that follows the tag.
   text = {u"", u"x"};
   EXPECT_EQ(HtmlLines(), u"\n\nx");
 }

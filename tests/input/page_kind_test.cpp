@@ -14,6 +14,7 @@
 #include "core/term_screen.h"
 #include "input/takes_text.h"
 #include "platform/utf8.h"
+#include "tests/input/bbs_page.h"
 #include "tests/support/article_pages.h"
 #include "tests/support/tables.h"
 
@@ -62,17 +63,12 @@ class Walk : private NotifyTarget {
   std::vector<ScreenSnapshot> screens_;
 };
 
-class PageKindTest : public WithTables {
- protected:
-  // As the classifier leaves it.
-  PageKind Of(ScreenSnapshot screen) {
-    screen.sessionState = 2;
-    screen.isBbsSite = 1;
-    ClassifyScreen(pages_, screen, ScreenReason::kUpdated);
-    return KindOf(screen);
-  }
-  PageTests pages_;
-};
+using PageKindTest = WithTables;
+
+// As the classifier leaves it.
+PageKind Of(const ScreenSnapshot& screen) {
+  return KindOf(Classified(screen));
+}
 
 TEST_F(PageKindTest, OfEveryPageOfAWalkThroughTheBbs) {
   // Where the cursor stands when the page is complete and nothing lies over it.
@@ -122,7 +118,7 @@ TEST_F(PageKindTest, OfEveryPageOfAWalkThroughTheBbs) {
 }
 
 TEST_F(PageKindTest, AMenuIsToldFromAListByTheKeysOfItsLines) {
-  const auto chosen = [this](std::u16string_view line, int cursorCol) {
+  const auto chosen = [](std::u16string_view line, int cursorCol) {
     return Of(ScreenBuilder().Put(12, 0, line).Cursor(12, cursorCol).screen);
   };
   EXPECT_EQ(chosen(u"         ●  (A)nnounce    【 精華公佈欄 】", 10), PageKind::kMenu);

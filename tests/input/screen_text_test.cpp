@@ -14,10 +14,6 @@ TEST_F(ScreenTextTest, RowsLoseTrailingBlanksAndTheBottomsEmptyRows) {
   ScreenBuilder page;
   page.Put(0, 0, u"【主功能表】  奧拉拉 ").Put(2, 4, u"看板 abc");
   EXPECT_EQ(ScreenAsText(page.screen), u"【主功能表】  奧拉拉\n\n    看板 abc\n");
-  EXPECT_EQ(RowAsText(page.screen, 1), u"");
-}
-
-TEST_F(ScreenTextTest, AnEmptyScreenIsAnEmptyText) {
   EXPECT_EQ(ScreenAsText(ScreenBuilder().screen), u"");
 }
 
