@@ -90,16 +90,6 @@ TEST_F(RowCellsTest, HalvesOfACharacterHaveTheirOwnColoursAndBlink) {
   EXPECT_EQ(Look({}, true)[1].unit, 0);
 }
 
-TEST_F(RowCellsTest, BlanksOfAnyForegroundLookTheSame) {
-  Decode("\xA1\x40 ");
-  const RowLook white = Look();
-  for (const std::size_t col : {0u, 1u, 2u})
-    Colour(col, 3);
-  EXPECT_EQ(Look(), white);
-  Colour(2, 3, 17);
-  EXPECT_NE(Look(), white);
-}
-
 TEST_F(RowCellsTest, CaretIsAsWideAsItsCharacter) {
   Decode("x\xA4\xA4y");
   for (const int col : {1, 2}) {
@@ -148,8 +138,6 @@ TEST_F(RowCellsTest, WhatLinesAreDressedInCanBeReadAndReadTitlesAreNoBrighterTha
           const double others = Contrast(look[1].foreground, look[1].background);
           EXPECT_TRUE(fore != kReadTitle || contrast <= others) << static_cast<int>(kind) << " on " << back;
         }
-  Colour(0, kReadTitle);
-  EXPECT_EQ(Look()[0].foreground, 0x808080u);
 }
 
 TEST_F(RowCellsTest, BlueBlocksStayAsBlueAsTheBackgroundsBesideThem) {
@@ -204,6 +192,15 @@ TEST_F(RowCellsTest, UnderlineHasTheForegroundOfItsCellOnBlanksToo) {
   EXPECT_FALSE(look[2].underline);
   EXPECT_EQ(look[1].foreground, 0xFFFF00u);
   EXPECT_EQ(look[0].unit, 0);
+}
+
+TEST_F(RowCellsTest, DisguiseIsBlackOnWhiteWhateverTheAttribute) {
+  const Palette& disguise = PaletteOf(PaletteKind::kDisguise);
+  for (int attr = 0; attr < 256; ++attr) {
+    const auto byte = static_cast<std::uint8_t>(attr);
+    EXPECT_EQ(disguise[static_cast<std::size_t>(ForegroundIndex(byte))], 0x000000u);
+    EXPECT_EQ(disguise[static_cast<std::size_t>(BackgroundIndex(byte))], 0xFFFFFFu);
+  }
 }
 
 TEST_F(RowCellsTest, ColoursOutsideThePaletteAreSomeColour) {
