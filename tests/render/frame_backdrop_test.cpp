@@ -87,12 +87,12 @@ TEST_F(FrameBackdropTest, OpacityStylesAndDisguise) {
     painter_.Update(frame_);
     EXPECT_EQ(Left(), red) << percent;
   }
-  painter_.SetBackdrop({stripes, BackdropStyle::kNone, 100});
-  painter_.Update(frame_);
-  EXPECT_EQ(Left(), 0u);
-  painter_.SetBackdrop({{}, BackdropStyle::kCrop, 100});
-  painter_.Update(frame_);
-  EXPECT_EQ(Left(), 0u);
+  for (const Backdrop& none :
+       {Backdrop{stripes, BackdropStyle::kNone, 100}, {{}, BackdropStyle::kCrop, 100}}) {
+    painter_.SetBackdrop(none);
+    painter_.Update(frame_);
+    EXPECT_EQ(Left(), 0u);
+  }
   DisplaySettings settings;
   settings.work = true;
   painter_.SetBackdrop({stripes, BackdropStyle::kCrop, 100});
@@ -105,7 +105,6 @@ TEST_F(FrameBackdropTest, OnlyTheMovingPictureFollowsTheText) {
   for (const QSize size : {QSize(900, 100), QSize(9000, 10)}) {  // the second is longer than is kept whole
     painter_.SetBackdrop({Stripes(size), BackdropStyle::kMovingCrop, 100});
     painter_.Update(frame_);
-    EXPECT_EQ(Left(), 0xFF0000u);
     EXPECT_EQ(Middle(), 0xFF0000u);
     frame_.progress = 1;
     EXPECT_FALSE(painter_.Update(frame_).isEmpty());
