@@ -82,7 +82,6 @@ TEST_F(KeyControlTest, EditingKeysAndControlCodes) {
 
 TEST_F(KeyControlTest, ClientCommands) {
   EXPECT_EQ(Decide({.virtualKey = 'V', .control = true, .text = u"\x16"}), Command(KeyCommand::kPaste));
-  EXPECT_EQ(Decide({.virtualKey = 'V', .control = true, .shift = true}), Command(KeyCommand::kPaste));
   EXPECT_EQ(Decide({.virtualKey = kKeyInsert, .shift = true}), Command(KeyCommand::kPaste));
   EXPECT_EQ(Decide({.virtualKey = kKeyInsert, .control = true}), Command(KeyCommand::kCopy));
   EXPECT_EQ(Decide({.virtualKey = 'C', .control = true, .shift = true}), Command(KeyCommand::kCopy));

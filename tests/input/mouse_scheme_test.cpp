@@ -170,7 +170,11 @@ TEST_F(MouseSchemeTest, TheHalvesOfTheWindowMoveUpAndDown) {
   for (const ScreenSnapshot& screen : {ArticleList(5, 22), BoardList(5, 22), Menu(13), ReaderMiddle()}) {
     EXPECT_EQ(Click(2, 40, screen).bytes, kUp);
     EXPECT_EQ(Click(20, 40, screen).bytes, kDown);
+    EXPECT_EQ(ShapeAt({.row = 2, .col = 40, .upperHalf = true}, screen, settings), PointerShape::kUp);
+    EXPECT_EQ(ShapeAt({.row = 20, .col = 40}, screen, settings), PointerShape::kDown);
   }
+  EXPECT_EQ(ShapeAt({.row = 20, .col = 40}, ReaderEnd(), settings), PointerShape::kText);
+  EXPECT_EQ(ShapeAt({.row = 20, .col = 40}, Typing(), settings), PointerShape::kOrdinary);
   EXPECT_EQ(Click(2, 40, ReaderTop()), MouseAction());
   EXPECT_EQ(Click(20, 40, ReaderEnd()), MouseAction());
   EXPECT_EQ(DecideClick({.picture = Picture::kArticle, .row = 20}, ReaderEnd(), settings),

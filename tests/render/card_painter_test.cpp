@@ -200,12 +200,10 @@ TEST_F(CardPainterTest, NothingIsDrawnOutsideOfTheCard) {
 TEST_F(CardPainterTest, FiresAndTheMarkOfADeletedArticleArePictures) {
   const CardLook look = Look();
   for (const std::int32_t score : {1500, 0}) {
+    images = EmbeddedImages();
     const QImage with = Card(Texts(u"t", score), {}, look);
-    EmbeddedImages none(QStringLiteral("/nowhere"));
-    QImage without = Paper(500);
-    QPainter painter(&without);
-    PaintCard(painter, QRectF(0, 0, 500, CardHeight(look.font, false)), Texts(u"t", score), {}, look, none);
-    painter.end();
+    images = EmbeddedImages(QStringLiteral("/nowhere"));
+    const QImage without = Card(Texts(u"t", score), {}, look);
     const std::optional<Span> pictures = Differing(with, without);
     ASSERT_TRUE(pictures);
     // Without the pictures their places are empty: no glyph stands in for them.

@@ -86,31 +86,13 @@ TEST_F(DressedScreenTest, LinesMergeWithWhatIsShownAboveThem) {
   PutPush(builder, 2, u"噓", u"miko", u"一");
   PutPush(builder, 1, u"→", u"miko", u"一");
   EXPECT_EQ(begins()[1], u"       : ");
+  EXPECT_EQ(WhereStyle(DressedRow(builder, 1), CS_HIDDEN), "") << "the list hides nothing there";
   EXPECT_EQ(begins()[2], u"噓     : 一");
   builder.Put(1, 0, u"→ miko 說      ");
   EXPECT_EQ(Text(builder, 2).substr(0, 9), u"噓 miko: 一") << "a line that is none lies between";
   wishes_.settings.mergePush = false;
   PutPush(builder, 1, u"→", u"miko", u"一");
   EXPECT_EQ(begins()[2], u"噓 miko: 一");
-}
-
-TEST_F(DressedScreenTest, WhatTheListsHideIsMarkedAndWhatIsMergedIsNot) {
-  ScreenBuilder builder;
-  for (const int row : {0, 1})
-    PutPush(builder, row, u"推", u"troll", u"說 話");
-  const auto hidden = [&](int row) { return WhereStyle(DressedRow(builder, row), CS_HIDDEN); };
-  EXPECT_EQ(hidden(0), "");
-  EXPECT_EQ(hidden(1), "") << "the id is merged";
-  wishes_.Note(u"troll", ListKind::kBlack);
-  for (const bool stars : {true, false}) {
-    wishes_.settings.hideCharShowStar = stars;
-    wishes_.settings.blackPush = 2;
-    EXPECT_EQ(hidden(0), "..........xx.xx");
-    EXPECT_EQ(hidden(1), "..........xx.xx");
-    wishes_.settings.blackPush = 3;
-    EXPECT_EQ(hidden(0), "...xxxxx..xx.xx");
-    EXPECT_EQ(hidden(1), "...xxxxx..xx.xx") << "merged and masked";
-  }
 }
 
 TEST_F(DressedScreenTest, AgesComeFromTheStampAndTheArticlesYear) {
@@ -134,6 +116,7 @@ TEST_F(DressedScreenTest, BlackListedPushLinesByLevel) {
   builder.Put(4, 0, u"※ 編輯");
   PutPush(builder, 7, u"推", u"troll", u"壞 1.2.3. 4", u"");
   const auto begin = [&] { return Text(builder, 3).substr(0, 17); };
+  const auto hidden = [&] { return WhereStyle(DressedRow(builder, 3), CS_HIDDEN); };
   const std::u16string shown = u"推 troll: 壞 a話　!  ";
   for (const ListKind kind : {ListKind::kBlack, ListKind::kSuperBlack}) {
     wishes_.Note(u"troll", kind);
@@ -141,12 +124,14 @@ TEST_F(DressedScreenTest, BlackListedPushLinesByLevel) {
     for (level = 0; level <= 1; ++level)
       EXPECT_EQ(begin(), shown);
     EXPECT_EQ(begin(), u"推 troll: ＊ *＊　*  ");
+    EXPECT_EQ(hidden(), Cells(10, 2) + ".xxx..x");
     EXPECT_TRUE(Text(builder, 3).ends_with(u" 140.112.8.8 11/06 10:00"));
     EXPECT_EQ(Text(builder, 7), u"推 troll: ＊ ****** *") << "its end is no stamp";
     level = 3;
     EXPECT_EQ(begin(), u"推 *****: ＊ *＊　*  ");
     wishes_.settings.hideCharShowStar = false;
     EXPECT_EQ(begin(), u"推      :       　 ");
+    EXPECT_EQ(hidden(), Cells(3, 5) + "..xx.xxx..x") << "blanks that hide";
     wishes_.settings.hideCharShowStar = true;
     for (const int removed : {4, 900}) {
       level = removed;
