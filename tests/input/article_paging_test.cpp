@@ -69,13 +69,10 @@ TEST(ArticlePagingTest, EachKeyAtTheEndsOfTheArticle) {
   };
   const std::vector<Row> rows = {
       {Key(kKeyUp), 0, Kind::kPrevious, Kind::kNothing},
-      {Char(u'k'), 0, Kind::kPrevious, Kind::kNothing},
       {Key(kKeyBackspace), 0, Kind::kPrevious, Kind::kPrevious},
       {Key(kKeyPageUp), 0, Kind::kNothing, Kind::kNothing},
       {Key(kKeyHome), 0, Kind::kNothing, Kind::kNothing},
       {Key(kKeyDown), kLast, Kind::kNext, Kind::kNothing},
-      {Key(kKeyEnter), kLast, Kind::kNext, Kind::kNothing},
-      {Char(u'j'), kLast, Kind::kNext, Kind::kNothing},
       {Char(u' '), kLast, Kind::kNext, Kind::kNothing},
       {Key(kKeyRight), kLast, Kind::kNext, Kind::kNext},
       {Key(kKeyPageDown), kLast, Kind::kNothing, Kind::kNothing},
@@ -94,13 +91,6 @@ TEST(ArticlePagingTest, EachKeyAtTheEndsOfTheArticle) {
       EXPECT_EQ(decide(false, false, false), Kind::kScrollTo) << "more comes " << key;
     }
   }
-}
-
-TEST(ArticlePagingTest, AnArticleShorterThanAPageHasBothEndsInSight) {
-  const PagingState state{.top = 0, .count = 12};
-  EXPECT_EQ(DecidePaging(Key(kKeyRight), false, state).kind, Kind::kNext);
-  EXPECT_EQ(DecidePaging(Key(kKeyUp), false, state).kind, Kind::kPrevious);
-  EXPECT_EQ(DecidePaging(Key(kKeyEnd), false, state), (PagingAction{Kind::kToEnd, 0}));
 }
 
 TEST(ArticlePagingTest, APageIsTheLinesInSightAndNoneIsSkipped) {
@@ -154,7 +144,6 @@ TEST(ArticlePagingTest, WhileMoreLinesComeKeysLeadBeyondTheKnownOnes) {
   const PagingState waiting{.top = kPageStep, .count = kLinesShown, .complete = false};
   EXPECT_EQ(DecidePaging(Key(kKeyDown), false, waiting), (PagingAction{Kind::kScrollTo, kPageStep + 1}));
   EXPECT_EQ(DecidePaging(Key(kKeyUp), false, waiting), (PagingAction{Kind::kScrollTo, kPageStep - 1}));
-  EXPECT_EQ(DecidePaging(Key(kKeyHome), false, waiting), (PagingAction{Kind::kScrollTo, 0}));
 }
 
 }  // namespace

@@ -72,13 +72,6 @@ TEST_F(CopyTextTest, ColourSequencesSayOnlyWhatChanges) {
             u"\x1B[1;31mf\x1B[m");
 }
 
-TEST_F(CopyTextTest, BlanksOnABackgroundAreKeptWithTheirColours) {
-  text = {u""};
-  PutInLine(text.lines[0], 0, u"ab    ", kOnBlue);
-  EXPECT_EQ(Ansi(), u"\x1B[44mab    \x1B[m");
-  EXPECT_EQ(Text(), u"ab");
-}
-
 TEST_F(CopyTextTest, ACharacterOfTwoColoursTakesTheFirst) {
   text = {u"中b"};
   text.lines[0].attr[0] = kRed;
@@ -97,12 +90,10 @@ TEST_F(CopyTextTest, HtmlIsEscapedAndInTheColoursOfTheScreen) {
   EXPECT_TRUE(html.starts_with(u"<pre style=\"")) << "a fragment";
   EXPECT_NE(html.find(u"monospace"), std::u16string::npos);
   EXPECT_NE(html.find(u"color:#a0b007;background-color:#a0b010\">"), std::u16string::npos);
-}
-
-// Readers of HTML drop a line end that follows the tag.
-TEST_F(CopyTextTest, HtmlKeepsAnEmptyFirstLine) {
+  // Readers of HTML drop a line end that follows the tag.
   text = {u"", u"x"};
   EXPECT_EQ(HtmlLines(), u"\n\nx");
+  EXPECT_EQ(SelectedHtml({}, text, look), u"") << "nothing is selected";
 }
 
 TEST_F(CopyTextTest, AColumnIsCopiedInEveryForm) {
@@ -116,14 +107,6 @@ TEST_F(CopyTextTest, AColumnIsCopiedInEveryForm) {
   EXPECT_EQ(SelectedText(column, text), u"bc\r\n乙");
   EXPECT_EQ(SelectedAnsi(column, text), u"\x1B[31mb\x1B[mc\n\x1B[44m乙\x1B[m");
   EXPECT_NE(SelectedHtml(column, text, look).find(u">b</span>c\n<span"), std::u16string::npos);
-}
-
-TEST_F(CopyTextTest, NothingSelectedIsNothingInEveryForm) {
-  text = {u"abc"};
-  const Selection none;
-  EXPECT_EQ(SelectedText(none, text), u"");
-  EXPECT_EQ(SelectedAnsi(none, text), u"");
-  EXPECT_EQ(SelectedHtml(none, text, {}), u"");
 }
 
 // The sequences mean to a terminal what was on the screen that they were copied from.

@@ -57,13 +57,9 @@ TEST_F(LinkFinderTest, ALinkEndsWhereTheSentenceGoesOn) {
   };
   for (const Case& c : {
            Case{u"http://a.example/路徑/x", "http://a.example/"},
-           Case{u"http://a.example中文", "http://a.example"},
-           Case{u"「http://a.example/b」", "http://a.example/b"},
            Case{u"<http://a.example/b>", "http://a.example/b"},
            Case{u"\"http://a.example/b\"", "http://a.example/b"},
-           Case{u"'http://a.example/b'", "http://a.example/b"},
            Case{u"(http://a.example/b).", "http://a.example/b"},
-           Case{u"[http://a.example/b]", "http://a.example/b"},
            Case{u"{see http://a.example/b}!?", "http://a.example/b"},
            Case{u"http://a.example/b_(c)", "http://a.example/b_(c)"},
            Case{u"(http://a.example/b_(c))", "http://a.example/b_(c)"},

@@ -4,8 +4,8 @@
 #include <set>
 
 #include "bbs/page_flags.h"
-#include "bbs/screen_classifier.h"
 #include "core/key_sequence.h"
+#include "tests/input/bbs_page.h"
 #include "tests/support/article_pages.h"
 #include "tests/support/tables.h"
 
@@ -14,14 +14,6 @@ namespace {
 
 constexpr int kFirstEntry = 3;
 constexpr int kEntries = 20;
-
-ScreenSnapshot Classified(ScreenSnapshot screen) {
-  static const PageTests tests;
-  screen.sessionState = 2;
-  screen.isBbsSite = 1;
-  ClassifyScreen(tests, screen, ScreenReason::kUpdated);
-  return screen;
-}
 
 // A list of the BBS's, moved through by its keys.
 struct List {

@@ -1,19 +1,12 @@
-// The kinds of the pages that a recorded walk through the demo BBS passes, and of those that it does not.
 #include "input/page_kind.h"
 
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
-#include <memory>
-#include <set>
-#include <string>
-#include <vector>
+#include <ostream>
 
-#include "bbs/screen_classifier.h"
-#include "core/notify_target.h"
-#include "core/term_screen.h"
+#include "bbs/page_flags.h"
 #include "input/takes_text.h"
 #include "platform/utf8.h"
+#include "tests/input/bbs_page.h"
 #include "tests/support/article_pages.h"
 #include "tests/support/tables.h"
 
@@ -28,101 +21,51 @@ void PrintTo(PageKind kind, std::ostream* out) {
 namespace {
 
 constexpr int kBottom = kRows - 1;
-constexpr std::uint8_t kSecondOfBullet = 0xB4;
 
-// Every screen that the view would get on the walk.
-class Walk : private NotifyTarget {
- public:
-  Walk() {
-    TermScreen screen;
-    screen.SetWatcher(&classifier_);
-    screen.notifyWindow = this;
-    screen.sessionState = 2;
-    screen.isBbsSite = 1;
-    screen.curAttr = kAttrBlank;
-    std::ifstream stream(QUILLET_SOURCE_DIR "/tests/demo/data/tour.stream", std::ios::binary);
-    std::ifstream reads(QUILLET_SOURCE_DIR "/tests/demo/data/tour.flags");
-    for (std::string line; std::getline(reads, line);) {
-      std::string read(std::stoul(line), '\0');
-      stream.read(read.data(), static_cast<std::streamsize>(read.size()));
-      screen.Feed({reinterpret_cast<const std::uint8_t*>(read.data()), read.size()});
-    }
-  }
-  const std::vector<ScreenSnapshot>& Screens() const { return screens_; }
+using PageKindTest = WithTables;
 
- private:
-  bool Post(unsigned message, std::uintptr_t, std::uintptr_t second) override {
-    if (message != kMessageScreen) return false;
-    const std::unique_ptr<ScreenSnapshot> taken(reinterpret_cast<ScreenSnapshot*>(second));
-    screens_.push_back(*taken);
-    return true;
-  }
+// As the classifier leaves it.
+PageKind Of(const ScreenSnapshot& screen) {
+  return KindOf(Classified(screen));
+}
 
-  ScreenClassifier classifier_;
-  std::vector<ScreenSnapshot> screens_;
-};
-
-class PageKindTest : public WithTables {
- protected:
-  // As the classifier leaves it.
-  PageKind Of(ScreenSnapshot screen) {
-    screen.sessionState = 2;
-    screen.isBbsSite = 1;
-    ClassifyScreen(pages_, screen, ScreenReason::kUpdated);
-    return KindOf(screen);
-  }
-  PageTests pages_;
-};
-
-TEST_F(PageKindTest, OfEveryPageOfAWalkThroughTheBbs) {
-  // Where the cursor stands when the page is complete and nothing lies over it.
-  enum class At { kAnywhere, kMark, kNoField };
+// With the flags that the classifier gives to the pages of a walk through the demo BBS.
+TEST_F(PageKindTest, OfThePagesOfAWalkAndWhereTextIsTyped) {
   struct Page {
-    int row;
-    std::u16string_view text;
-    At at;
+    std::u16string_view bottom;
+    std::uint32_t flags;
+    int fieldCells;
     PageKind kind;
-    std::set<bool> takesText = {false};
+    bool takesText = false;
   };
   const Page pages[] = {
-      {20, u"請輸入代號", At::kAnywhere, PageKind::kTyping, {true}},
-      {0, u"【主功能表】", At::kMark, PageKind::kMenu},
-      {22, u"★", At::kAnywhere, PageKind::kMenu},
-      {0, u"【郵件選單】", At::kMark, PageKind::kMenu},
-      {kBottom, u" 選擇看板 ", At::kMark, PageKind::kList},
-      {kBottom, u"搜尋看板", At::kAnywhere, PageKind::kTyping, {true}},
-      {kBottom, u" 文章選讀 ", At::kMark, PageKind::kArticleList},
-      {20, u"│ 文章", At::kAnywhere, PageKind::kPause},
-      {kBottom, u"  瀏覽 第 2/5 頁", At::kAnywhere, PageKind::kReader},
-      {22, u"[搜尋]關鍵字:", At::kAnywhere, PageKind::kTyping, {true}},
-      {kBottom, u"您覺得這篇文章", At::kAnywhere, PageKind::kTyping},
-      {kBottom, u"推 greeted", At::kAnywhere, PageKind::kTyping, {true, false}},
-      {11, u"        本篇文章內容經站方授權", At::kAnywhere, PageKind::kPause},
-      {kBottom, u" ★ 這份文件是可播放的文字動畫", At::kAnywhere, PageKind::kTyping},
-      {kBottom, u" >>> 動畫播放中", At::kAnywhere, PageKind::kPause},
-      {kBottom, u" ◆ 此文章無內容", At::kAnywhere, PageKind::kPause},
-      {kBottom, u" 編輯文章", At::kNoField, PageKind::kEditor, {true}},
-      {0, u"檔案處理：", At::kAnywhere, PageKind::kTyping},
-      {kBottom, u" ◆ 文章沒有送出", At::kAnywhere, PageKind::kPause},
+      {u"搜尋看板: ", PF_INPUT_FIELD, 12, PageKind::kTyping, true},
+      {u"檔案處理: ", PF_INPUT_FIELD, 3, PageKind::kTyping},
+      {u"請選擇: ", PF_ARTICLE_LIST | PF_INPUT_FIELD, 4, PageKind::kTyping, true},
+      {u" 文章選讀 ", PF_LIST_CURSOR | PF_ARTICLE_LIST, 0, PageKind::kArticleList},
+      {u"任意鍵", PF_ARTICLE_LIST | PF_ANYKEY_BANNER, 0, PageKind::kPause},
+      {u"  瀏覽 第 2/5 頁", PF_READING | PF_READ_END, 0, PageKind::kReader},
+      {u"您覺得這篇文章", PF_PUSH_LINE, 0, PageKind::kTyping},
+      {u"推 greeted: ", PF_PUSH_LINE | PF_INPUT_FIELD, 40, PageKind::kTyping, true},
+      {u"推 greeted: 確定", PF_PUSH_LINE | PF_PUSH_CONFIRM | PF_INPUT_FIELD, 5, PageKind::kTyping},
+      {u"  瀏覽 第 1/1 頁", PF_READING | PF_DISPUTED_NOTICE, 0, PageKind::kPause},
+      {u" ★ 這份文件是可播放的文字動畫", PF_ANIMATION_PROMPT, 0, PageKind::kTyping},
+      {u" >>> 動畫播放中", PF_PAUSE, 0, PageKind::kPause},
+      {u" 編輯文章", PF_EDITOR, 0, PageKind::kEditor, true},
+      {u" 編輯文章", PF_INPUT_FIELD | PF_EDITOR, 2, PageKind::kTyping},
+      {u"", 0, 0, PageKind::kOther, true},
   };
-  const Walk walk;
   for (const Page& page : pages) {
-    const std::string text = ToBig5(page.text);
-    std::set<bool> takesText;  // the answer to a question is a letter
-    for (const ScreenSnapshot& screen : walk.Screens()) {
-      if (!RowStartsWith(screen, page.row, 0, text)) continue;
-      const bool onMark = screen.TextAt(screen.cursorRow, screen.cursorCol) == kSecondOfBullet;
-      const bool inField = screen.AttrAt(screen.cursorRow, screen.cursorCol) == kAttrInputField;
-      if ((page.at == At::kMark && !onMark) || (page.at == At::kNoField && inField)) continue;
-      EXPECT_EQ(KindOf(screen), page.kind) << Utf8FromUtf16(page.text);
-      takesText.insert(TakesText(screen));
-    }
-    EXPECT_EQ(takesText, page.takesText) << Utf8FromUtf16(page.text);
+    ScreenBuilder builder;
+    builder.Put(kBottom, 0, page.bottom).Fill(kBottom, 30, 30 + page.fieldCells, kAttrInputField);
+    builder.Cursor(kBottom, 30).screen.pageFlags = page.flags;
+    EXPECT_EQ(KindOf(builder.screen), page.kind) << Utf8FromUtf16(page.bottom);
+    EXPECT_EQ(TakesText(builder.screen), page.takesText) << Utf8FromUtf16(page.bottom);
   }
 }
 
 TEST_F(PageKindTest, AMenuIsToldFromAListByTheKeysOfItsLines) {
-  const auto chosen = [this](std::u16string_view line, int cursorCol) {
+  const auto chosen = [](std::u16string_view line, int cursorCol) {
     return Of(ScreenBuilder().Put(12, 0, line).Cursor(12, cursorCol).screen);
   };
   EXPECT_EQ(chosen(u"         ●  (A)nnounce    【 精華公佈欄 】", 10), PageKind::kMenu);
@@ -132,6 +75,10 @@ TEST_F(PageKindTest, AMenuIsToldFromAListByTheKeysOfItsLines) {
   EXPECT_EQ(chosen(u"●", 1), PageKind::kList) << "an empty list";
   EXPECT_EQ(chosen(std::u16string(77, u' ') + u">(A", 77), PageKind::kList) << "cut at the edge";
   EXPECT_EQ(chosen(u"我是 (A)nnounce", 3), PageKind::kOther) << "no cursor mark";
+  ScreenBuilder message;
+  message.Put(12, 0, u"         ●  (A)nnounce").Put(22, 0, u"★").Cursor(22, 40);
+  message.screen.pageFlags = PF_LIST_CURSOR | PF_STAR_LINE;
+  EXPECT_EQ(KindOf(message.screen), PageKind::kMenu) << "the cursor is the message's";
 }
 
 TEST_F(PageKindTest, WhatWaitsOrIsTypedComesBeforeThePageBelow) {

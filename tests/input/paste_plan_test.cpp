@@ -37,13 +37,8 @@ TEST(PastePlanTest, ColoursAreForTheEditorAndSequencesNoText) {
             line + u"\x15[31mxyz");
 }
 
-TEST(PastePlanTest, ElsewhereASingleLineGoesWithoutEnter) {
-  for (const std::u16string_view text : {u"一行", u"一行\n", u"一行\r\n", u"一行\r\n\r\n"})
-    EXPECT_EQ(Elsewhere(text), (PastePlan{PasteWay::kSend, u"一行"}));
-}
-
-TEST(PastePlanTest, ElsewhereSeveralLinesAreAskedAbout) {
-  EXPECT_EQ(Elsewhere(u"y\ny"), (PastePlan{PasteWay::kAsk, u"y\ry"}));
+TEST(PastePlanTest, ElsewhereASingleLineGoesWithoutEnterAndSeveralAreAskedAbout) {
+  EXPECT_EQ(Elsewhere(u"一行\r\n\r\n"), (PastePlan{PasteWay::kSend, u"一行"}));
   EXPECT_EQ(Elsewhere(u"y\r\ny\r\n"), (PastePlan{PasteWay::kAsk, u"y\ry"}));
   EXPECT_EQ(Elsewhere(u"\nd"), (PastePlan{PasteWay::kAsk, u"\rd"}));
   EXPECT_EQ(Elsewhere(u"a\u2028b").way, PasteWay::kAsk) << "the clean text counts";
@@ -82,12 +77,8 @@ TEST(PastePlanTest, NoEnterGoesElsewhereUnasked) {
   }
 }
 
-TEST(PastePlanTest, TheFirstLineIsTheFirstThatSaysSomething) {
+TEST(PastePlanTest, ThePreviewShowsAFewShortLinesAndTheFirstThatSaysSomethingIsOffered) {
   EXPECT_EQ(FirstLine(u"\r\r一\r二"), u"一");
-  EXPECT_EQ(FirstLine(u"\r\r"), u"");
-}
-
-TEST(PastePlanTest, ThePreviewShowsAFewShortLines) {
   EXPECT_EQ(PastePreview(u"一\r\r三"), u"一\n\n三\n");
   EXPECT_EQ(PastePreview(u"1\r2\r3\r4\r5"), u"1\n2\n3\n…\n");
   const std::u16string line(35, u'字');

@@ -41,16 +41,13 @@ TEST(WheelStepsTest, TouchpadsMoveAsFarAsTheFinger) {
   EXPECT_EQ(sum.notches, 3000 / 120);
 }
 
-TEST(WheelStepsTest, TheRestGoesWithTheDirection) {
+TEST(WheelStepsTest, TheRestGoesWithTheDirectionAndWithAPauseOnly) {
   WheelSteps wheel;
   EXPECT_TRUE(wheel.Add({.angle = 35}, kScale, 0).IsNothing());
   EXPECT_TRUE(wheel.Add({.angle = -39}, kScale, 1).IsNothing())
       << "the rest upwards would have been paid back";
   EXPECT_EQ(wheel.Add({.angle = -1}, kScale, 2).lines, -1);
-}
-
-TEST(WheelStepsTest, TheRestGoesWithAPauseOnly) {
-  WheelSteps wheel;
+  wheel = WheelSteps();
   wheel.Add({.angle = 119}, kScale, 0);
   EXPECT_EQ(wheel.Add({.angle = 1}, kScale, 400).notches, 1);
   wheel.Add({.angle = 119}, kScale, 500);

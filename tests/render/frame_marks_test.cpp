@@ -37,6 +37,12 @@ class FrameMarksTest : public WithApplication {
         colours.insert(Pixel(x, y));
     return colours;
   }
+  double BestContrast(const QRect& rect, QRgb ground) const {
+    double best = 1;
+    for (const QRgb colour : ColoursIn(rect))
+      best = std::max(best, Contrast(colour, ground));
+    return best;
+  }
   // The smallest rectangle of `area` that holds all that is not ground.
   QRect InkIn(const QRect& area) const {
     QRect ink;
@@ -52,34 +58,21 @@ class FrameMarksTest : public WithApplication {
   FrameState frame_;
 };
 
-TEST_F(FrameMarksTest, PennantsStandInTheMarginEachInItsColour) {
-  for (int number = 1; number <= 7; ++number)
-    frame_.page[static_cast<std::size_t>(number)].pennants = static_cast<std::uint8_t>(1 << number);
-  painter_.Update(frame_);
-  const QRgb wanted[] = {0xFF0000, 0x00FF00, 0xFFFF00, 0, 0xFF00FF, 0x00FFFF, 0xFFFFFF};
-  for (int number = 1; number <= 7; ++number) {
-    const QRect ink = InkIn(RowFrom(number, -1));
-    EXPECT_TRUE(Margin(number).contains(ink)) << number;
-    EXPECT_GE(ink.right(), Margin(number).right() - 3) << number;
-    const QRgb pole = Pixel(ink.left(), ink.bottom());
-    if (number != 4) {
-      EXPECT_EQ(pole, wanted[number - 1]);
-    }
-    EXPECT_GE(Contrast(pole, 0), kReadableContrast) << number;
-  }
-}
-
-TEST_F(FrameMarksTest, AllPennantsFitTheMarginInOrder) {
+TEST_F(FrameMarksTest, AllPennantsFitTheMarginInOrderEachInItsColour) {
   frame_.page[3].pennants = 0xFE;
+  frame_.page[5].pennants = 1 << 2;
   painter_.Update(frame_);
+  EXPECT_GE(InkIn(Margin(5)).right(), Margin(5).right() - 3) << "one alone is near the text";
   const QRect ink = InkIn(RowFrom(3, -1));
   EXPECT_TRUE(Margin(3).contains(ink));
-  std::vector<QRgb> order;
+  EXPECT_GE(ink.right(), Margin(3).right() - 3);
+  std::vector<QRgb> poles;
   for (int x = ink.left(); x <= ink.right(); ++x)
-    if (const QRgb colour = Pixel(x, ink.bottom()); colour != 0) order.push_back(colour);
-  ASSERT_EQ(order.size(), 7u);
-  EXPECT_EQ(order.front(), 0xFF0000u);
-  EXPECT_EQ(order.back(), 0xFFFFFFu);
+    if (const QRgb colour = Pixel(x, ink.bottom()); colour != 0) poles.push_back(colour);
+  ASSERT_EQ(poles.size(), 7u);
+  EXPECT_GE(Contrast(poles[3], 0), kReadableContrast) << "blue is as light as has to be";
+  poles[3] = 0x0000FF;
+  EXPECT_EQ(poles, (std::vector<QRgb>{0xFF0000, 0x00FF00, 0xFFFF00, 0x0000FF, 0xFF00FF, 0x00FFFF, 0xFFFFFF}));
 }
 
 TEST_F(FrameMarksTest, WithoutAMarginPennantsAreSegmentsUnderTheFirstCells) {
@@ -145,10 +138,7 @@ TEST_F(FrameMarksTest, AgesCanBeReadUnderTheBarWhichThenReachesToTheWindowsEdge)
       const QRgb bar = Pixel(painter_.CellRect(5, 3).left(), painter_.CellRect(5, 3).top());
       EXPECT_NE(bar, (*palette_)[back]);
       EXPECT_EQ(Pixel(kWindow.width() - 1, painter_.CellRect(5, 3).top()), bar);
-      double best = 1;
-      for (const QRgb colour : ColoursIn(RowFrom(5, 78)))
-        best = std::max(best, Contrast(colour, bar));
-      EXPECT_GE(best, kReadableContrast);
+      EXPECT_GE(BestContrast(RowFrom(5, 78), bar), kReadableContrast);
     }
 }
 
@@ -170,9 +160,7 @@ TEST_F(FrameMarksTest, AgesStandBesideTheTextAndKeepAwayFromTheRightEdge) {
         EXPECT_LT(ink.right(), kWindow.width() - inset);
         EXPECT_TRUE(RowFrom(5, 78).contains(ink));
         // Seven tenths of the palette's colour where a stroke covers a pixel.
-        double best = 1;
-        for (const QRgb colour : ColoursIn(ink))
-          best = std::max(best, Contrast(colour, (*palette_)[16]));
+        const double best = BestContrast(ink, (*palette_)[16]);
         const std::uint32_t full = MixColours((*palette_)[16], (*palette_)[14], 179);
         EXPECT_GE(best, kReadableContrast);
         EXPECT_LE(best, Contrast(full, (*palette_)[16]) + 0.2);
@@ -226,14 +214,8 @@ TEST_F(FrameMarksTest, TagsCoverWhatIsBelowAndCanBeRead) {
     // Three characters and no more; nothing shines through.
     const QRect tag(from.left() + 2, from.top(), 3 * 18, from.height());
     EXPECT_EQ(ColoursIn(tag).count((*palette_)[10]), kind == PaletteKind::kDisguise ? 1u : 0u);
-    // The character that it begins in the middle of goes whole.
-    EXPECT_NE(Pixel(from.left() - 1, middle), (*palette_)[10]);
-    EXPECT_EQ(Pixel(painter_.CellRect(4, 10).left() - 1, middle), (*palette_)[10]);
     EXPECT_EQ(Pixel(painter_.CellRect(4, 30).left(), middle), (*palette_)[10]);
-    double best = 1;
-    for (const QRgb colour : ColoursIn(tag))
-      best = std::max(best, Contrast(colour, ground));
-    EXPECT_GE(best, kReadableContrast);
+    EXPECT_GE(BestContrast(tag, ground), kReadableContrast);
   }
 }
 
@@ -295,16 +277,6 @@ TEST_F(FrameMarksTest, UnderlinesJoinAcrossCellsAndCharacters) {
     EXPECT_EQ(Pixel(cells.left() - 1, y), 0x000000u);
     EXPECT_EQ(Pixel(cells.right() + 1, y), 0x000000u);
   }
-}
-
-TEST_F(FrameMarksTest, BarColoursTheGroundOfItsCells) {
-  for (std::size_t col = 0; col < 40; ++col)
-    frame_.page[9].cells[col].style = CS_BAR;
-  frame_.page[9].cells[3].back = 17;
-  painter_.Update(frame_);
-  EXPECT_EQ(ColoursIn(painter_.CellRect(9, 0) | painter_.CellRect(9, 2)), std::set<QRgb>{0x002040});
-  EXPECT_EQ(ColoursIn(painter_.CellRect(9, 3)), std::set<QRgb>{0x800000});
-  EXPECT_EQ(ColoursIn(painter_.CellRect(9, 40)), std::set<QRgb>{0x000000});
 }
 
 }  // namespace

@@ -13,6 +13,8 @@ constexpr CellSize kSizes[] = {{12, 12}, {18, 19}, {26, 30}, {30, 30}, {30, 31},
 
 class GlyphTest : public WithApplication {
  protected:
+  GlyphTest() { cache.SetFaces(FaceFamilies(QStringLiteral("細明體")), true); }
+
   // The rows and columns that ink takes in a tile; empty when there is none.
   struct Ink {
     int left = 1000, right = -1, top = 1000, bottom = -1;
@@ -32,11 +34,12 @@ class GlyphTest : public WithApplication {
       }
     return ink;
   }
+
+  static constexpr std::size_t kBudget = 4u << 20;
+  GlyphCache cache{kBudget};
 };
 
 TEST_F(GlyphTest, LettersStandOnOneBaselineAndNoneIsLost) {
-  GlyphCache cache(64u << 20);
-  cache.SetFaces(FaceFamilies(QStringLiteral("細明體")), true);
   for (const CellSize cell : kSizes) {
     GlyphSheet& sheet = cache.Select(cell, cell).ordinary;
     const int foot = InkOf(sheet, u'H', GlyphWidth::kHalf).bottom;
@@ -51,8 +54,6 @@ TEST_F(GlyphTest, LettersStandOnOneBaselineAndNoneIsLost) {
 }
 
 TEST_F(GlyphTest, ChineseCharactersStandInTheMiddleOfTheirCell) {
-  GlyphCache cache(64u << 20);
-  cache.SetFaces(FaceFamilies(QStringLiteral("細明體")), true);
   for (const CellSize cell : kSizes) {
     GlyphSheet& sheet = cache.Select(cell, cell).ordinary;
     for (const char16_t unit : std::u16string_view(u"國圖團※★□●")) {
@@ -65,8 +66,6 @@ TEST_F(GlyphTest, ChineseCharactersStandInTheMiddleOfTheirCell) {
 }
 
 TEST_F(GlyphTest, CharacterThatNoFaceHasIsASmallMark) {
-  GlyphCache cache(64u << 20);
-  cache.SetFaces(FaceFamilies(QStringLiteral("細明體")), true);
   GlyphSheet& sheet = cache.Select({30, 30}, {30, 30}).ordinary;
   const Ink ink = InkOf(sheet, 0xFFFD, GlyphWidth::kWide, 1);
   ASSERT_FALSE(ink.Empty());
@@ -75,7 +74,6 @@ TEST_F(GlyphTest, CharacterThatNoFaceHasIsASmallMark) {
 }
 
 TEST_F(GlyphTest, RoughEdgesAreEitherCoveredOrNot) {
-  GlyphCache cache(64u << 20);
   cache.SetFaces(FaceFamilies(QStringLiteral("細明體")), false);
   GlyphSheet& sheet = cache.Select({30, 30}, {30, 30}).ordinary;
   const std::uint8_t* tile = sheet.Tile(u'國', GlyphWidth::kWide);
@@ -90,9 +88,6 @@ TEST_F(GlyphTest, RoughEdgesAreEitherCoveredOrNot) {
 }
 
 TEST_F(GlyphTest, CacheKeepsToItsBudgetAndTheSizesInUse) {
-  constexpr std::size_t kBudget = 4u << 20;
-  GlyphCache cache(kBudget);
-  cache.SetFaces(FaceFamilies(QStringLiteral("細明體")), true);
   for (int round = 0; round < 3; ++round)
     for (int size = 12; size < 60; size += 2) {
       const SheetPair sheets = cache.Select({size, size}, {size + 20, size});

