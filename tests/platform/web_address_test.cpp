@@ -62,11 +62,6 @@ TEST(WebAddressTest, EscapesStayAndStrayPercentSignsBecomeOnes) {
   EXPECT_EQ(OpenableAddress(u"http://a/%zz%%41"), "http://a/%25zz%25%41");
 }
 
-TEST(WebAddressTest, CharactersBecomeTheirUtf8) {
-  EXPECT_EQ(OpenableAddress(u"http://a/é中\U0001F600\xD800"),
-            "http://a/%C3%A9%E4%B8%AD%F0%9F%98%80%EF%BF%BD");
-}
-
 TEST(WebAddressTest, LengthHasALimit) {
   const std::u16string longest = u"http://a/" + std::u16string(kLongestWebAddress - 9, u'b');
   EXPECT_TRUE(IsWebAddress(longest));
