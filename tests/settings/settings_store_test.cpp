@@ -14,27 +14,23 @@ namespace fs = std::filesystem;
 using Words = std::vector<std::u16string>;
 
 // One user's files over several runs of the program.
-class SettingsStoreTest : public testing::Test {
+class SettingsStoreTest : public testing::Test, public UserFolders {
  protected:
   void Start() {
-    files_ = std::make_unique<DataFiles>(user_.registry, user_.Both());
+    files_ = std::make_unique<DataFiles>(registry, Both());
     store_ = std::make_unique<SettingsStore>(*files_, "bbs.example");
     store_->Load();
   }
-  void Put(std::string_view name, std::string_view bytes) { PutFile(user_.working / name, bytes); }
-  fs::path At(std::string_view name) const { return user_.working / name; }
   SettingsMap OnDisk() const {
     SettingsMap map;
-    map.TakeLines(ReadLines(FileAt(At(kSettingsFile))).lines);
+    map.TakeLines(LinesOf(kSettingsFile));
     return map;
   }
-  Words LinesOf(std::string_view name) const { return ReadLines(FileAt(At(name))).lines; }
   std::u16string EntryOf(std::u16string_view id) const {
     const ListEntry* entry = store_->Names().Find(id);
     return entry ? u"=" + EntryText(*entry) : u"none";
   }
 
-  UserFolders user_;
   std::unique_ptr<DataFiles> files_;
   std::unique_ptr<SettingsStore> store_;
 };
@@ -56,7 +52,7 @@ TEST_F(SettingsStoreTest, FirstStartMakesTheFileOfDefaults) {
 TEST_F(SettingsStoreTest, NothingIsSavedBeforeTheFirstLoad) {
   Put(kTitleWordsFile, "word\n");
   Put(kNamesFile, "id\n");
-  DataFiles files(user_.registry, user_.Both());
+  DataFiles files(registry, Both());
   SettingsStore store(files, "bbs.example");
   EXPECT_FALSE(store.Save());
   EXPECT_FALSE(store.SaveNames());
@@ -171,33 +167,6 @@ TEST_F(SettingsStoreTest, EndBetweenTheTwoFilesOfAConversionLosesNothing) {
   EXPECT_EQ(EntryOf(u"marked"), u"=W1:y");
   EXPECT_EQ(LinesOf(kNamesFile).size(), 6U);
   EXPECT_FALSE(OnDisk().All().contains(u"Black"));
-}
-
-TEST_F(SettingsStoreTest, OneFileOutOfOrderLeavesTheOthersWhole) {
-  for (const std::string_view broken : {kSettingsFile, kNamesFile, kTitleWordsFile}) {
-    SCOPED_TRACE(broken);
-    Put(kSettingsFile, "[Basic]\nFont=mine\n");
-    Put(kNamesFile, "id=_B1:text\n");
-    Put(kTitleWordsFile, "word\n");
-    fs::remove(At(broken));
-    fs::create_directories(At(broken));
-    Start();
-    EXPECT_EQ(store_->Save(), broken == kNamesFile);
-    EXPECT_EQ(store_->SaveNames(), broken != kNamesFile);
-    EXPECT_TRUE(fs::is_directory(At(broken)));
-    ASSERT_EQ(files_->Problems().size(), 1U);
-    EXPECT_EQ(files_->Problems()[0].file, At(broken));
-    if (broken != kSettingsFile) {
-      EXPECT_EQ(OnDisk().Text(u"Basic", u"Font"), u"mine");
-    }
-    if (broken != kNamesFile) {
-      EXPECT_EQ(LinesOf(kNamesFile), Words{u"id=_B1:text"});
-    }
-    if (broken != kTitleWordsFile) {
-      EXPECT_EQ(LinesOf(kTitleWordsFile), Words{u"word"});
-    }
-    fs::remove(At(broken));
-  }
 }
 
 TEST_F(SettingsStoreTest, OldKeysBecomeTodaysChoicesAndAreGone) {

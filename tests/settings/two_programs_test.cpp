@@ -40,23 +40,18 @@ struct Program {
   SettingsStore store;
 };
 
-class TwoProgramsTest : public testing::Test {
+class TwoProgramsTest : public testing::Test, public UserFolders {
  protected:
-  void Put(std::string_view name, std::string_view bytes) { PutFile(user_.working / name, bytes); }
-  fs::path At(std::string_view name) const { return user_.working / name; }
-  Words LinesOf(std::string_view name) const { return ReadLines(FileAt(At(name))).lines; }
   SettingsMap OnDisk() const {
     SettingsMap map;
     map.TakeLines(LinesOf(kSettingsFile));
     return map;
   }
-
-  UserFolders user_;
 };
 
 TEST_F(TwoProgramsTest, SavesCloseTogetherLoseNothing) {
   constexpr int kSaves = 60;
-  Program programs[] = {Program(user_), Program(user_)};
+  Program programs[] = {Program(*this), Program(*this)};
   const auto save = [&](int number) {
     for (int i = 0; i < kSaves; ++i) {
       const std::u16string name = ToText(number) + u'-' + ToText(i);
@@ -69,13 +64,13 @@ TEST_F(TwoProgramsTest, SavesCloseTogetherLoseNothing) {
   other.join();
   EXPECT_EQ(OnDisk().All().at(u"Keys").size(), 2U * kSaves);
   EXPECT_EQ(LinesOf(kNamesFile).size(), 2U * kSaves);
-  EXPECT_TRUE(fs::is_empty(user_.data)) << "a lock was left";
+  EXPECT_TRUE(fs::is_empty(data)) << "a lock was left";
 }
 
 TEST_F(TwoProgramsTest, ListsOfBothCome) {
   Put(kNamesFile, "old=x\ngone\nedited=y\n");
   Put(kTitleWordsFile, "old\ngone\nkept\n");
-  Program a(user_), b(user_);
+  Program a(*this), b(*this);
   EXPECT_TRUE(a.Name(u"alice", u"W:friend"));
   EXPECT_TRUE(a.Unname(u"gone"));
   a.store.TitleWords() = {u"old", u"kept", u"a"};
@@ -97,7 +92,7 @@ TEST_F(TwoProgramsTest, ListsOfBothCome) {
 
 TEST_F(TwoProgramsTest, WhatWasSetHereWinsOverTheOther) {
   Put(kNamesFile, "both\nremovedHere\nremovedThere\n");
-  Program a(user_), b(user_);
+  Program a(*this), b(*this);
   a.store.Change(u"Basic", u"Font", u"theirs");
   a.store.Names().Set(u"both", ParseEntryText(u"theirs"));
   a.store.Names().Set(u"removedHere", ParseEntryText(u"edited"));
@@ -117,7 +112,7 @@ TEST_F(TwoProgramsTest, WhatWasSetHereWinsOverTheOther) {
 TEST_F(TwoProgramsTest, OwnOrderAndUnfitTextStayWhileNobodyElseWrites) {
   Put(kNamesFile, "first\nsecond\n");
   Put(kTitleWordsFile, "one\ntwo\n");
-  Program a(user_);
+  Program a(*this);
   a.store.TitleWords() = {u"two", u"one", u"two"};
   a.store.Names().Set(u"first", {.description = u"cut=off"});
   EXPECT_TRUE(a.SaveAll());
@@ -135,7 +130,7 @@ TEST_F(TwoProgramsTest, OwnOrderAndUnfitTextStayWhileNobodyElseWrites) {
 TEST_F(TwoProgramsTest, RefreshTakesInAndWritesNothing) {
   Put(kSettingsFile, "[Basic]\nShowPicMode=0\nQuotePic=3\n");
   Put(kNamesFile, "old\n");
-  Program a(user_);
+  Program a(*this);
   EXPECT_EQ(a.store.Fields().quotePic, 3);
   a.store.Refresh();
   EXPECT_EQ(a.store.TakenInCount(), 0U);
@@ -175,7 +170,7 @@ TEST_F(TwoProgramsTest, ABookmarkThatCouldNotBeWrittenComesWithTheOthers) {
     BoardWeights weights;
   };
   Put(kFile, "1 2 3 Art old\n");
-  Reader a(user_), b(user_);
+  Reader a(*this), b(*this);
   fs::permissions(At(kFile), fs::perms::owner_read);
   EXPECT_FALSE(a.Bookmark(u"unwritten"));
   fs::permissions(At(kFile), fs::perms::owner_write, fs::perm_options::add);
@@ -192,7 +187,7 @@ TEST_F(TwoProgramsTest, ABookmarkThatCouldNotBeWrittenComesWithTheOthers) {
 
 TEST_F(TwoProgramsTest, AFailedWriteIsMadeUpForWithTheOthersLines) {
   Put(kNamesFile, "old\n");
-  Program a(user_);
+  Program a(*this);
   fs::permissions(At(kNamesFile), fs::perms::owner_read);
   EXPECT_FALSE(a.Name(u"mine", u""));
   EXPECT_FALSE(a.store.Save());
@@ -205,7 +200,7 @@ TEST_F(TwoProgramsTest, AFailedWriteIsMadeUpForWithTheOthersLines) {
 TEST_F(TwoProgramsTest, FileThatVanishedIsWrittenAgain) {
   Put(kNamesFile, "old\n");
   Put(kTitleWordsFile, "word\n");
-  Program a(user_);
+  Program a(*this);
   a.store.Map().Set(u"Basic", u"Font", u"mine");
   for (const std::string_view name : {kSettingsFile, kNamesFile, kTitleWordsFile})
     fs::remove(At(name));
@@ -220,7 +215,7 @@ TEST_F(TwoProgramsTest, DamagedLinesAreKeptAsideAndRemoveNothing) {
   Put(kSettingsFile, "[Basic]\nFont=mine\nNewer=1\n");
   Put(kNamesFile, "old\n");
   Put(kTitleWordsFile, "word\n");
-  Program a(user_);
+  Program a(*this);
   const std::map<std::string_view, std::string> damaged = {
       {kSettingsFile, "[Basic]\nFont=\xB2\xD3\nBackPicOpacity=55\n"},
       {kNamesFile, "\xFF\nnew\n"},
@@ -243,7 +238,7 @@ TEST_F(TwoProgramsTest, DamagedLinesAreKeptAsideAndRemoveNothing) {
 TEST_F(TwoProgramsTest, UnreadableFileIsLeftAloneUntilItCanBeRead) {
   // A folder refuses even a privileged user.
   fs::create_directories(At(kNamesFile));
-  Program a(user_);
+  Program a(*this);
   EXPECT_FALSE(a.Name(u"mine", u""));
   EXPECT_EQ(a.files.Problems().size(), 1U);
   fs::remove(At(kNamesFile));
@@ -255,6 +250,9 @@ TEST_F(TwoProgramsTest, UnreadableFileIsLeftAloneUntilItCanBeRead) {
   fs::create_directories(At(kSettingsFile));
   a.store.Change(u"Basic", u"Font", u"mine");
   EXPECT_TRUE(fs::is_directory(At(kSettingsFile)));
+  a.store.TitleWords() = {u"word"};
+  EXPECT_FALSE(a.store.Save());
+  EXPECT_EQ(LinesOf(kTitleWordsFile), Words{u"word"}) << "one file out of order leaves the others whole";
   fs::remove(At(kSettingsFile));
   Put("elsewhere", FileAt(At("elsewhere")) + "[New]\nkey=1\n");
   fs::rename(At("elsewhere"), At(kSettingsFile));
@@ -265,7 +263,7 @@ TEST_F(TwoProgramsTest, UnreadableFileIsLeftAloneUntilItCanBeRead) {
 
 TEST_F(TwoProgramsTest, TooLargeFileIsKeptAsideAndReplaced) {
   Put(kNamesFile, "old\n");
-  Program a(user_);
+  Program a(*this);
   fs::resize_file(At(kNamesFile), DataFiles::kLargestFile + 1);
   EXPECT_TRUE(a.Name(u"new", u""));
   EXPECT_EQ(LinesOf(kNamesFile), (Words{u"old", u"new"}));
@@ -276,7 +274,7 @@ TEST_F(TwoProgramsTest, TooLargeFileIsKeptAsideAndReplaced) {
 
 TEST_F(TwoProgramsTest, WhatAnOlderVersionWritesMeanwhileIsConverted) {
   Put(kNamesFile, "known=C:now\n");
-  Program a(user_);
+  Program a(*this);
   std::string older = FileAt(At(kSettingsFile));
   older.replace(older.find("[Basic]"), 7, "[Basic]\nRemoveBlackPush=1\nAccount=me");
   older += "[Black]\nknown=then\nfresh=3:red\n[White]\nfine=x\n";
@@ -297,7 +295,7 @@ TEST_F(TwoProgramsTest, WhatAnOlderVersionWritesMeanwhileIsConverted) {
 TEST_F(TwoProgramsTest, RemovedEntryOfALeftOverOldListStaysRemoved) {
   Put(kSettingsFile, "[Black]\nflag=3:red\n");
   fs::create_directories(At(kNamesFile));
-  Program a(user_);
+  Program a(*this);
   a.store.Names().Remove(u"flag");
   EXPECT_FALSE(a.store.SaveNames());
   Put(kSettingsFile, FileAt(At(kSettingsFile)) + "[New]\nkey=1\n");
@@ -307,14 +305,14 @@ TEST_F(TwoProgramsTest, RemovedEntryOfALeftOverOldListStaysRemoved) {
 }
 
 TEST_F(TwoProgramsTest, ChosenFolderGetsTheLinesOfTheLastPlace) {
-  fs::create_directories(user_.data);
-  PutFile(user_.data / kNamesFile, "older\n");
+  fs::create_directories(data);
+  PutFile(data / kNamesFile, "older\n");
   Put(kNamesFile, "old\n");
-  Program a(user_);
+  Program a(*this);
   Put(kNamesFile, "old\ntheirs\n");
   EXPECT_TRUE(a.files.SetUsesDataFolder(true));
   EXPECT_TRUE(a.Name(u"mine", u""));
-  EXPECT_EQ(ReadLines(FileAt(user_.data / kNamesFile)).lines, (Words{u"old", u"theirs", u"mine"}));
+  EXPECT_EQ(ReadLines(FileAt(data / kNamesFile)).lines, (Words{u"old", u"theirs", u"mine"}));
 }
 
 // What one program alone edits, with its last value; nothing when it was removed.

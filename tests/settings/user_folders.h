@@ -2,9 +2,13 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "platform/registry.h"
 #include "settings/data_files.h"
+#include "settings/text_lines.h"
 #include "tests/support/scratch_folder.h"
 
 namespace quillet {
@@ -13,6 +17,12 @@ struct UserFolders {
   UserFolders() { std::filesystem::create_directories(working); }
 
   DataFiles::Folders Both() const { return {working, data}; }
+  // Files in the program's folder.
+  std::filesystem::path At(std::string_view name) const { return working / name; }
+  void Put(std::string_view name, std::string_view bytes) const { PutFile(At(name), bytes); }
+  std::vector<std::u16string> LinesOf(std::string_view name) const {
+    return ReadLines(FileAt(At(name))).lines;
+  }
 
   ScratchFolder scratch;
   std::filesystem::path working = scratch.Path() / "program";

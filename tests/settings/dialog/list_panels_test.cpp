@@ -110,21 +110,6 @@ TEST_F(OptionListPanelTest, FirstLineThatTheFilesCannotHoldIsNamedAndGoneTo) {
   ExpectComplaint(u"titleWords"_qs, u"\n一\u0007"_qs, 2, u"U+0007"_qs);
 }
 
-TEST_F(OptionListPanelTest, FiftyThousandEntriesAreEditedInPlace) {
-  std::vector<std::u16string> lines;
-  for (int i = 0; i < 50'000; ++i)
-    lines.push_back(u"user" + ToText(i) + u"=C1:描述 " + ToText(i));
-  store.Names().TakeLines(lines);
-  Open();
-  QTextCursor cursor(Edit(u"names"_qs).document()->findBlockByNumber(40'000));
-  cursor.movePosition(QTextCursor::EndOfBlock);
-  cursor.insertText(u"!"_qs);
-  EXPECT_EQ(panel.Complaint(), QString());
-  panel.Store(store);
-  EXPECT_EQ(store.Names().Size(), 50'000U);
-  EXPECT_EQ(store.Names().Find(u"user40000")->description, u"描述 40000!");
-}
-
 using OptionHotTrackPanelTest = PanelTest<OptionHotTrackPanel>;
 
 TEST_F(OptionHotTrackPanelTest, RulesAreStoredOnceInTodaysSpelling) {
