@@ -193,7 +193,7 @@ TEST_F(AddBlackDlgTest, WhatIsDoneToTheKindIsSaidAndCanBeChosen) {
 
 TEST_F(AddBlackDlgTest, LayoutFollowsTheEyeAndNothingJumps) {
   OpenDialog open(store, u"Mossgrov1234");
-  ExpectTabOrderByEye(open.dialog);
+  ExpectTabOrderByEye(open.dialog, open.dialog);
   const QSize before = open.dialog.size();
   open.Description().setText(u"長"_qs.repeated(490) + u"\t"_qs);
   open.Description().setText(u"長"_qs.repeated(998));
