@@ -85,6 +85,16 @@ TEST_F(OptionListPanelTest, LinesMeanWhatTheyMeanInTheFiles) {
   EXPECT_EQ(store.TitleWords(), (std::vector<std::u16string>{u"發錢", u"=x=y", u"發錢"}));
 }
 
+TEST_F(OptionListPanelTest, UntouchedListsStayEvenWhereTheFilesCannotHoldThem) {
+  store.Names().Set(u"a", {ListKind::kBlack, false, 0, u"cut=off"});
+  store.TitleWords() = {u"a\nb"};
+  Open();
+  EXPECT_EQ(panel.Complaint(), QString());
+  panel.Store(store);
+  EXPECT_EQ(store.Names().Find(u"a")->description, u"cut=off");
+  EXPECT_EQ(store.TitleWords(), std::vector<std::u16string>{u"a\nb"});
+}
+
 TEST_F(OptionListPanelTest, BlankThatDoesNotBreakIsKept) {
   store.Names().Set(u"a", {ListKind::kBlack, false, 0, u"一\u00A0二"});
   Open();
