@@ -21,11 +21,6 @@ class SettingsStoreTest : public testing::Test, public UserFolders {
     store_ = std::make_unique<SettingsStore>(*files_, "bbs.example");
     store_->Load();
   }
-  SettingsMap OnDisk() const {
-    SettingsMap map;
-    map.TakeLines(LinesOf(kSettingsFile));
-    return map;
-  }
   std::u16string EntryOf(std::u16string_view id) const {
     const ListEntry* entry = store_->Names().Find(id);
     return entry ? u"=" + EntryText(*entry) : u"none";
@@ -125,17 +120,6 @@ TEST_F(SettingsStoreTest, AnOlderFileThatCannotBeKeptIsNotReplaced) {
   EXPECT_EQ(FileAt(At(kSettingsFile)), "[Basic]\nSite=bbs.example:ssh\n");
   ASSERT_EQ(files_->Problems().size(), 1U);
   EXPECT_TRUE(files_->Problems()[0].keptAs.empty());
-}
-
-TEST_F(SettingsStoreTest, ControlCharactersAreNoPartOfAnEntry) {
-  const std::string strange = "\x1Amossgrov=B1:a\x07 friend\nplain\n";
-  Put(kNamesFile, strange);
-  Start();
-  EXPECT_EQ(EntryOf(u"mossgrov"), u"=B1:a friend");
-  ASSERT_EQ(files_->Problems().size(), 1U);
-  EXPECT_EQ(FileAt(files_->Problems()[0].keptAs), strange);
-  EXPECT_TRUE(store_->SaveNames());
-  EXPECT_EQ(LinesOf(kNamesFile), (Words{u"mossgrov=B1:a friend", u"plain"}));
 }
 
 TEST_F(SettingsStoreTest, RemovedOldEntryDoesNotReturn) {

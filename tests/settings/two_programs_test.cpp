@@ -40,14 +40,7 @@ struct Program {
   SettingsStore store;
 };
 
-class TwoProgramsTest : public testing::Test, public UserFolders {
- protected:
-  SettingsMap OnDisk() const {
-    SettingsMap map;
-    map.TakeLines(LinesOf(kSettingsFile));
-    return map;
-  }
-};
+class TwoProgramsTest : public testing::Test, public UserFolders {};
 
 TEST_F(TwoProgramsTest, SavesCloseTogetherLoseNothing) {
   constexpr int kSaves = 60;

@@ -8,6 +8,7 @@
 
 #include "platform/registry.h"
 #include "settings/data_files.h"
+#include "settings/settings_map.h"
 #include "settings/text_lines.h"
 #include "tests/support/scratch_folder.h"
 
@@ -22,6 +23,11 @@ struct UserFolders {
   void Put(std::string_view name, std::string_view bytes) const { PutFile(At(name), bytes); }
   std::vector<std::u16string> LinesOf(std::string_view name) const {
     return ReadLines(FileAt(At(name))).lines;
+  }
+  SettingsMap OnDisk() const {
+    SettingsMap map;
+    map.TakeLines(LinesOf(kSettingsFile));
+    return map;
   }
 
   ScratchFolder scratch;
