@@ -4,7 +4,6 @@
 #include <atomic>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <string>
 #include <thread>
 #include <vector>
@@ -18,15 +17,6 @@ namespace fs = std::filesystem;
 using State = FileBytes::State;
 
 constexpr std::size_t kPlenty = 1 << 20;
-
-void Put(const fs::path& file, std::string_view bytes) {
-  std::ofstream(file, std::ios::binary) << bytes;
-}
-
-std::string Content(const fs::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 std::vector<std::string> Names(const fs::path& folder) {
   std::vector<std::string> names;
@@ -47,11 +37,11 @@ TEST_F(UserFileTest, ReadingTellsMissingFromTooLargeFromUnreadable) {
   EXPECT_EQ(ReadUserFile(file_ / "below", kPlenty).state, State::kMissing);
 
   const std::string bytes("a\r\n\0\xff", 5);
-  Put(file_, bytes);
+  PutFile(file_, bytes);
   EXPECT_EQ(ReadUserFile(file_, 5).bytes, bytes);
   EXPECT_EQ(ReadUserFile(file_, 4).state, State::kTooLarge);
   EXPECT_TRUE(ReadUserFile(file_, 4).bytes.empty());
-  Put(file_, "");
+  PutFile(file_, "");
   EXPECT_EQ(ReadUserFile(file_, 0).state, State::kRead);
 
   const FileBytes folder = ReadUserFile(scratch_.Path(), kPlenty);
@@ -69,11 +59,11 @@ TEST_F(UserFileTest, ReplacingLeavesNothingButTheNewContent) {
 }
 
 TEST_F(UserFileTest, WhatMayNotBeReplacedStaysAsItWas) {
-  Put(file_, "old");
+  PutFile(file_, "old");
   fs::permissions(file_, fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
                   fs::perm_options::remove);
   EXPECT_NE(ReplaceFile(file_, "new"), "");
-  EXPECT_EQ(Content(file_), "old");
+  EXPECT_EQ(FileAt(file_), "old");
   fs::permissions(file_, fs::perms::owner_write, fs::perm_options::add);
 
   const fs::path folder = scratch_.Path() / "black.txt";
@@ -107,50 +97,50 @@ TEST_F(UserFileTest, TwoWritersNeverMixAndNeverClearAwayEachOthersWork) {
 
 TEST_F(UserFileTest, OnlyWhatAKilledRunLeftIsClearedAway) {
   // No system gives out this process number.
-  Put(scratch_.Path() / "Quill.ini.quillet-4294967294-0badcafe.tmp", "half");
+  PutFile(scratch_.Path() / "Quill.ini.quillet-4294967294-0badcafe.tmp", "half");
   const std::vector<std::string> others = {"Quill.ini.tmp", "black.txt.quillet-4294967294-0badcafe.tmp"};
   for (const std::string& name : others)
-    Put(scratch_.Path() / name, "kept");
+    PutFile(scratch_.Path() / name, "kept");
   ASSERT_EQ(ReplaceFile(file_, "new"), "");
   EXPECT_EQ(Names(scratch_.Path()), (std::vector<std::string>{"Quill.ini", others[0], others[1]}));
 }
 
 TEST_F(UserFileTest, MovingNeverReplaces) {
   const fs::path to = scratch_.Path() / "data" / "Quill.ini";
-  Put(file_, "mine");
+  PutFile(file_, "mine");
   EXPECT_FALSE(MoveUserFile(file_, to)) << "the folder is missing";
-  EXPECT_EQ(Content(file_), "mine");
+  EXPECT_EQ(FileAt(file_), "mine");
 
   fs::create_directory(to.parent_path());
-  Put(to, "theirs");
+  PutFile(to, "theirs");
   EXPECT_FALSE(MoveUserFile(file_, to));
-  EXPECT_EQ(Content(file_), "mine");
-  EXPECT_EQ(Content(to), "theirs");
+  EXPECT_EQ(FileAt(file_), "mine");
+  EXPECT_EQ(FileAt(to), "theirs");
 
   fs::remove(to);
   EXPECT_TRUE(MoveUserFile(file_, to));
   EXPECT_FALSE(fs::exists(file_));
-  EXPECT_EQ(Content(to), "mine");
+  EXPECT_EQ(FileAt(to), "mine");
   EXPECT_FALSE(MoveUserFile(file_, to)) << "nothing there to move";
   EXPECT_EQ(Names(to.parent_path()), std::vector<std::string>{"Quill.ini"});
 }
 
 TEST_F(UserFileTest, EachContentIsKeptAsideOnceAndNoMoreThanNine) {
-  Put(file_, "strange");
+  PutFile(file_, "strange");
   const fs::path first = scratch_.Path() / "Quill.ini.unreadable";
   EXPECT_EQ(KeepAside(file_), first);
   EXPECT_EQ(KeepAside(file_), first);
-  EXPECT_EQ(Content(file_), "strange");
+  EXPECT_EQ(FileAt(file_), "strange");
   for (int number = 2; number <= 9; ++number) {
     const std::string end = std::to_string(number);
-    Put(file_, "stranger " + end);
+    PutFile(file_, "stranger " + end);
     const fs::path next = scratch_.Path() / ("Quill.ini.unreadable-" + end);
     EXPECT_EQ(KeepAside(file_), next);
-    EXPECT_EQ(Content(next), "stranger " + end);
+    EXPECT_EQ(FileAt(next), "stranger " + end);
   }
-  EXPECT_EQ(Content(first), "strange");
+  EXPECT_EQ(FileAt(first), "strange");
   EXPECT_EQ(KeepAside(file_), scratch_.Path() / "Quill.ini.unreadable-9");
-  Put(file_, "one too many");
+  PutFile(file_, "one too many");
   EXPECT_TRUE(KeepAside(file_).empty());
   EXPECT_TRUE(KeepAside(scratch_.Path() / "missing").empty());
   EXPECT_TRUE(KeepAside(scratch_.Path()).empty()) << "a folder";
@@ -160,7 +150,7 @@ TEST_F(UserFileTest, EachContentIsKeptAsideOnceAndNoMoreThanNine) {
 TEST_F(UserFileTest, ALargeFileIsKeptAsideWithoutACopyOfItsContent) {
   constexpr std::uintmax_t kHuge = std::uintmax_t{40} << 30;  // a hole: it takes no room
   const fs::path real = scratch_.Path() / "real";
-  Put(real, "beginning");
+  PutFile(real, "beginning");
   fs::resize_file(real, kHuge);
   std::error_code error;
   fs::create_symlink(real, file_, error);
@@ -169,7 +159,7 @@ TEST_F(UserFileTest, ALargeFileIsKeptAsideWithoutACopyOfItsContent) {
   ASSERT_EQ(kept, scratch_.Path() / "Quill.ini.unreadable");
   EXPECT_EQ(KeepAside(file_), kept);
   EXPECT_EQ(ReplaceFile(file_, "new"), "");
-  EXPECT_EQ(Content(file_), "new");
+  EXPECT_EQ(FileAt(file_), "new");
   EXPECT_EQ(fs::file_size(kept), kHuge);
   char beginning[9] = {};
   std::ifstream(kept, std::ios::binary).read(beginning, sizeof(beginning));
@@ -186,7 +176,7 @@ TEST_F(UserFileTest, AFileThatCannotBeLinkedIsCopiedUnlessItIsHuge) {
   std::error_code error;
   if (!fs::is_directory(otherDisk, error)) GTEST_SKIP() << "one disk only";
   const fs::path real = otherDisk / scratch_.Path().filename();
-  Put(real, "beginning");
+  PutFile(real, "beginning");
   fs::create_hard_link(real, scratch_.Path() / "probe", error);
   const bool isOtherDisk = error == std::errc::cross_device_link;
   fs::create_symlink(real, file_, error);
@@ -194,7 +184,7 @@ TEST_F(UserFileTest, AFileThatCannotBeLinkedIsCopiedUnlessItIsHuge) {
     fs::resize_file(real, (17U << 20));
     const fs::path kept = KeepAside(file_);
     EXPECT_EQ(kept, scratch_.Path() / "Quill.ini.unreadable");
-    EXPECT_EQ(Content(kept), Content(real));
+    EXPECT_EQ(FileAt(kept), FileAt(real));
     fs::resize_file(real, std::uintmax_t{2} << 30);
     EXPECT_TRUE(KeepAside(file_).empty());
     EXPECT_EQ(Names(scratch_.Path()), (std::vector<std::string>{"Quill.ini", "Quill.ini.unreadable"}));
@@ -205,7 +195,7 @@ TEST_F(UserFileTest, AFileThatCannotBeLinkedIsCopiedUnlessItIsHuge) {
 TEST_F(UserFileTest, AFolderIsWritableOrNot) {
   EXPECT_TRUE(IsFolderWritable(scratch_.Path()));
   EXPECT_FALSE(IsFolderWritable(scratch_.Path() / "missing"));
-  Put(file_, "");
+  PutFile(file_, "");
   EXPECT_FALSE(IsFolderWritable(file_));
   EXPECT_EQ(Names(scratch_.Path()), std::vector<std::string>{"Quill.ini"}) << "the try left something";
 }

@@ -7,7 +7,7 @@
 #include "platform/utf8.h"
 #include "settings/article_list_merge.h"
 #include "settings/text_lines.h"
-#include "tests/support/scratch_folder.h"
+#include "tests/settings/user_folders.h"
 
 namespace quillet {
 namespace {
@@ -124,8 +124,6 @@ TEST(ArticleListFileTest, DamagedItemLinesKeepWhatTheyHold) {
   EXPECT_EQ(high, Item(INT64_MAX, INT32_MAX, INT32_MAX));
   const ArticleItem low = ReadItem(u"-9223372036854775809 -2147483649 -99999999999999999999");
   EXPECT_EQ(low, Item(INT64_MIN, kNoScore, INT32_MIN));
-  EXPECT_EQ(ReadItem(u"9223372036854775807").postTime, INT64_MAX);
-  EXPECT_EQ(ReadItem(u"-9223372036854775808").postTime, INT64_MIN);
   EXPECT_EQ(ReadItem(u"+17x5").postTime, 17);
 }
 
@@ -149,77 +147,24 @@ TEST(ArticleListFileTest, HeadersAreNeverItems) {
   EXPECT_EQ(tracked.trackHeader, u"<Folder Name=a>");
   EXPECT_EQ(tracked.Of(Kind::kTracked).children.size(), 1U);
   EXPECT_EQ(ReadText(u"17", Kind::kBookmarks).Of(Kind::kBookmarks).children.size(), 1U);
-}
 
-// What stands behind a header that is 0 or empty would be taken for it.
-TEST(ArticleListFileTest, ItemsSurviveBehindAMissingHeader) {
-  for (const Kind kind : kKinds) {
-    for (const ArticleFolder::Child& child :
-         {ArticleFolder::Child(SomeItem()), ArticleFolder::Child(ArticleFolder{u"17", {SomeItem()}})}) {
-      ArticleLists lists = WithChild(kind, child);
-      lists.Of(kind).children.push_back(SomeItem());
-      const ArticleLists again = Rewritten(lists, kind);
-      EXPECT_EQ(again.hotHeader, 0);
-      EXPECT_EQ(again.trackHeader, u"");
-      EXPECT_TRUE(again.Of(kind) == lists.Of(kind));
-    }
-  }
-  EXPECT_TRUE(ArticleListText(WithChild(Kind::kHot, SomeItem()), Kind::kHot).starts_with(u"0\r\n"));
   ArticleLists blank = WithChild(Kind::kTracked, SomeItem());
   blank.trackHeader = u" \n ";
   EXPECT_TRUE(Rewritten(blank, Kind::kTracked).Of(Kind::kTracked) == blank.Of(Kind::kTracked));
-  EXPECT_EQ(ArticleListText({}, Kind::kHot), u"0\r\n");
-  EXPECT_EQ(ArticleListText({}, Kind::kTracked), u"\r\n");
-  EXPECT_EQ(ArticleListText({}, Kind::kBookmarks), u"");
-}
-
-TEST(ArticleListFileTest, ReadingReplacesTheListOfItsKindOnly) {
-  ArticleLists lists = WithChild(Kind::kHot, SomeItem());
-  lists.hotHeader = 5;
-  lists.trackHeader = u"kept";
-  TakeArticleLines({u"17", u"1 2 3", u"4 5 6"}, Kind::kHot, kHosts, lists);
-  EXPECT_EQ(lists.hotHeader, 17);
-  EXPECT_EQ(lists.trackHeader, u"kept");
-  EXPECT_EQ(lists.Of(Kind::kHot).children.size(), 2U);
-}
-
-TEST(ArticleListFileTest, TextsNeverForgeALine) {
-  const std::u16string_view attack = u"x\n</Folder>\r\n<Folder Name=y>\n1 2 3";
-  ArticleItem item = SomeItem();
-  item.board = u"Te st\n";
-  item.code = u"1bK \r\n_407p";
-  item.extra = u"a\tb\n</Folder>";
-  item.title = std::u16string(attack) + u'\0' + u"z\x1B \n";
-  ArticleLists lists = WithChild(Kind::kTracked, ArticleFolder{std::u16string(attack), {item, SomeItem()}});
-  lists.trackHeader = std::u16string(u"\n 17\n").append(attack);
-
-  const ArticleLists again = Rewritten(lists, Kind::kTracked);
-  EXPECT_EQ(again.trackHeader, u"17 x </Folder>  <Folder Name=y> 1 2 3");
-  const ArticleFolder& root = again.Of(Kind::kTracked);
-  ASSERT_EQ(root.children.size(), 1U);
-  EXPECT_EQ(FolderAt(root, 0).name, u"x </Folder>  <Folder Name=y> 1 2 3");
-  EXPECT_EQ(ItemAt(FolderAt(root, 0), 0), Item(1700000000, 12, 3, u"Test", u"1bK_407p", u"ab</Folder>",
-                                               u"x </Folder>  <Folder Name=y> 1 2 3 z"));
-  EXPECT_EQ(ItemAt(FolderAt(root, 0), 1), SomeItem());
 }
 
 TEST(ArticleListFileTest, LongTextsAreCutBetweenCharacters) {
   ArticleItem item = SomeItem();
   const std::u16string head = u"1700000000 12 3 Test 1bK_407p  ";
-  for (const std::size_t depth : {0U, 1U}) {
-    // A pair that fits exactly, and one whose second half would not.
-    const std::size_t room = kLongestLine - 4 * depth - head.size();
-    for (const std::size_t before : {room - 2, room - 1}) {
-      item.title = std::u16string(before, u'字') + u"𠮷𠮷";
-      ArticleLists lists = WithChild(Kind::kBookmarks, item);
-      if (depth > 0) lists = WithChild(Kind::kBookmarks, ArticleFolder{u"f", {item}});
-      const ArticleLists again = Rewritten(lists, Kind::kBookmarks);
-      const ArticleFolder& root = again.Of(Kind::kBookmarks);
-      ASSERT_EQ(root.children.size(), 1U);
-      const ArticleFolder& folder = depth > 0 ? FolderAt(root, 0) : root;
-      ASSERT_EQ(folder.children.size(), 1U);
-      EXPECT_EQ(ItemAt(folder, 0).title, item.title.substr(0, before == room - 2 ? room : before));
-    }
+  // In a folder, where the line is indented: a pair that fits exactly, and one whose second half would not.
+  const std::size_t room = kLongestLine - 4 - head.size();
+  for (const std::size_t before : {room - 2, room - 1}) {
+    item.title = std::u16string(before, u'字') + u"𠮷𠮷";
+    const ArticleLists again =
+        Rewritten(WithChild(Kind::kBookmarks, ArticleFolder{u"f", {item}}), Kind::kBookmarks);
+    const ArticleFolder& folder = FolderAt(again.Of(Kind::kBookmarks), 0);
+    ASSERT_EQ(folder.children.size(), 1U);
+    EXPECT_EQ(ItemAt(folder, 0).title, item.title.substr(0, before == room - 2 ? room : before));
   }
 
   item.board = u"0123456789abcdef𠮷";  // so long a token would be read as a link
@@ -328,11 +273,13 @@ class RandomLists {
   Texts texts_;
 };
 
-// The numbers of the items, in order; no text can change them.
+// The numbers of the items, in order, and where folders begin and end; no text can change them.
 void CollectNumbers(const ArticleFolder& folder, std::vector<std::int64_t>& numbers) {
   for (const ArticleFolder::Child& child : folder.children) {
     if (const auto* const inner = std::get_if<ArticleFolder>(&child)) {
+      numbers.push_back(INT64_MIN);
       CollectNumbers(*inner, numbers);
+      numbers.push_back(INT64_MAX);
     } else {
       const auto& item = std::get<ArticleItem>(child);
       numbers.insert(numbers.end(), {item.postTime, item.score, item.mark});
@@ -438,18 +385,15 @@ TEST(ArticleListMergeTest, WhatEitherProgramDidStays) {
 }
 
 TEST(ArticleListFilesTest, SavedListsAreLoaded) {
-  ScratchFolder folder;
-  MemoryRegistry registry;
-  const DataFiles::Folders folders{folder.Path() / "working", folder.Path() / "data"};
-  std::filesystem::create_directories(folders.working);
+  UserFolders user;
   const ArticleLists lists = RandomLists(1, RandomLists::Texts::kOrderly).Make();
   {
-    DataFiles files(registry, folders);
+    DataFiles files(user.registry, user.Both());
     for (const Kind kind : kKinds)
       ASSERT_TRUE(SaveArticleList(files, lists, kind));
     ASSERT_TRUE(SaveBoardWeights(files, {{u"Test", 5}}));
   }
-  DataFiles files(registry, folders);
+  DataFiles files(user.registry, user.Both());
   ArticleLists loaded;
   BoardWeights weights;
   LoadArticleLists(files, kHosts, loaded, weights);

@@ -14,27 +14,18 @@ namespace fs = std::filesystem;
 using Words = std::vector<std::u16string>;
 
 // One user's files over several runs of the program.
-class SettingsStoreTest : public testing::Test {
+class SettingsStoreTest : public testing::Test, public UserFolders {
  protected:
   void Start() {
-    files_ = std::make_unique<DataFiles>(user_.registry, user_.Both());
+    files_ = std::make_unique<DataFiles>(registry, Both());
     store_ = std::make_unique<SettingsStore>(*files_, "bbs.example");
     store_->Load();
   }
-  void Put(std::string_view name, std::string_view bytes) { PutFile(user_.working / name, bytes); }
-  fs::path At(std::string_view name) const { return user_.working / name; }
-  SettingsMap OnDisk() const {
-    SettingsMap map;
-    map.TakeLines(ReadLines(FileAt(At(kSettingsFile))).lines);
-    return map;
-  }
-  Words LinesOf(std::string_view name) const { return ReadLines(FileAt(At(name))).lines; }
   std::u16string EntryOf(std::u16string_view id) const {
     const ListEntry* entry = store_->Names().Find(id);
     return entry ? u"=" + EntryText(*entry) : u"none";
   }
 
-  UserFolders user_;
   std::unique_ptr<DataFiles> files_;
   std::unique_ptr<SettingsStore> store_;
 };
@@ -56,7 +47,7 @@ TEST_F(SettingsStoreTest, FirstStartMakesTheFileOfDefaults) {
 TEST_F(SettingsStoreTest, NothingIsSavedBeforeTheFirstLoad) {
   Put(kTitleWordsFile, "word\n");
   Put(kNamesFile, "id\n");
-  DataFiles files(user_.registry, user_.Both());
+  DataFiles files(registry, Both());
   SettingsStore store(files, "bbs.example");
   EXPECT_FALSE(store.Save());
   EXPECT_FALSE(store.SaveNames());
@@ -78,6 +69,7 @@ TEST_F(SettingsStoreTest, FileLiesOverTheDefaultsAndComesBackWhole) {
   EXPECT_TRUE(store_->Fields().flash);
   EXPECT_EQ(LinesOf(kTitleWordsFile), (Words{u"one", u"two"}));
 
+  store_->Map().Set(u"Basic", u"AutoLogin", u"secret");
   EXPECT_TRUE(store_->Save());
   SettingsMap expected = DefaultSettings("bbs.example");
   expected.Set(u"Basic", u"Font", u"標楷體");
@@ -88,18 +80,6 @@ TEST_F(SettingsStoreTest, FileLiesOverTheDefaultsAndComesBackWhole) {
   expected.Set(kTrackSection, u"board=a && title=b=c", u"");
   EXPECT_EQ(OnDisk(), expected);
   EXPECT_EQ(FileAt(At(kTitleWordsFile)), EncodeText(u"one\ntwo\n", kLineEnd));
-}
-
-TEST_F(SettingsStoreTest, ChangeIsAppliedAndSavedAtOnce) {
-  Start();
-  store_->Change(u"Basic", u"Work", u"1");
-  EXPECT_TRUE(store_->Fields().work);
-  EXPECT_EQ(OnDisk().Text(u"Basic", u"Work"), u"1");
-  store_->TitleWords() = {u"word"};
-  store_->Map().Set(u"Basic", u"AutoLogin", u"secret");
-  EXPECT_TRUE(store_->Save());
-  EXPECT_EQ(LinesOf(kTitleWordsFile), Words{u"word"});
-  EXPECT_EQ(OnDisk().Find(u"Basic", u"AutoLogin"), nullptr);
 }
 
 TEST_F(SettingsStoreTest, OldListsMoveToTheirFileAndWhatIsThereStays) {
@@ -142,57 +122,20 @@ TEST_F(SettingsStoreTest, AnOlderFileThatCannotBeKeptIsNotReplaced) {
   EXPECT_TRUE(files_->Problems()[0].keptAs.empty());
 }
 
-TEST_F(SettingsStoreTest, ControlCharactersAreNoPartOfAnEntry) {
-  const std::string strange = "\x1Amossgrov=B1:a\x07 friend\nplain\n";
-  Put(kNamesFile, strange);
-  Start();
-  EXPECT_EQ(EntryOf(u"mossgrov"), u"=B1:a friend");
-  ASSERT_EQ(files_->Problems().size(), 1U);
-  EXPECT_EQ(FileAt(files_->Problems()[0].keptAs), strange);
-  EXPECT_TRUE(store_->SaveNames());
-  EXPECT_EQ(LinesOf(kNamesFile), (Words{u"mossgrov=B1:a friend", u"plain"}));
-}
-
-TEST_F(SettingsStoreTest, OldListsStayUntilTheirFileCanBeWritten) {
-  Put(kSettingsFile, kOldLists);
-  fs::create_directories(At(kNamesFile));
-  Start();
-  EXPECT_EQ(EntryOf(u"flag"), u"=B3:red");
-  EXPECT_FALSE(store_->Save());
-  EXPECT_EQ(OnDisk().Text(u"Black", u"flag"), u"3:red");
-  EXPECT_EQ(OnDisk().All().at(u"White").size(), 2U);
-  fs::remove(At(kNamesFile));
-  Start();
-  EXPECT_EQ(EntryOf(u"flag"), u"=B3:red");
-  EXPECT_EQ(LinesOf(kNamesFile).size(), 6U);
-  EXPECT_FALSE(OnDisk().All().contains(u"Black"));
-}
-
 TEST_F(SettingsStoreTest, RemovedOldEntryDoesNotReturn) {
   Put(kSettingsFile, kOldLists);
   Put(kNamesFile, "other\n");
   fs::permissions(At(kNamesFile), fs::perms::owner_read);
   Start();
-  EXPECT_TRUE(OnDisk().All().contains(u"Black"));
+  EXPECT_EQ(EntryOf(u"flag"), u"=B3:red");
+  EXPECT_FALSE(store_->Save());
+  EXPECT_EQ(OnDisk().Text(u"Black", u"flag"), u"3:red");
   fs::permissions(At(kNamesFile), fs::perms::owner_write, fs::perm_options::add);
   store_->Names().Remove(u"flag");
   EXPECT_TRUE(store_->SaveNames());
   Start();
   EXPECT_EQ(EntryOf(u"flag"), u"none");
   EXPECT_EQ(EntryOf(u"marked"), u"=W1:y");
-}
-
-TEST_F(SettingsStoreTest, NamesThatCouldNotBeWrittenAreCaughtUpByTheNextSave) {
-  Put(kNamesFile, "old\n");
-  Start();
-  fs::permissions(At(kNamesFile), fs::perms::owner_read);
-  store_->Names().Set(u"new", ListEntry{});
-  EXPECT_FALSE(store_->SaveNames());
-  EXPECT_FALSE(store_->Save());
-  EXPECT_EQ(LinesOf(kNamesFile), Words{u"old"});
-  fs::permissions(At(kNamesFile), fs::perms::owner_write, fs::perm_options::add);
-  EXPECT_TRUE(store_->Save());
-  EXPECT_EQ(LinesOf(kNamesFile), (Words{u"old", u"new"}));
 }
 
 TEST_F(SettingsStoreTest, EndBetweenTheTwoFilesOfAConversionLosesNothing) {
@@ -208,56 +151,6 @@ TEST_F(SettingsStoreTest, EndBetweenTheTwoFilesOfAConversionLosesNothing) {
   EXPECT_EQ(EntryOf(u"marked"), u"=W1:y");
   EXPECT_EQ(LinesOf(kNamesFile).size(), 6U);
   EXPECT_FALSE(OnDisk().All().contains(u"Black"));
-}
-
-TEST_F(SettingsStoreTest, OneFileOutOfOrderLeavesTheOthersWhole) {
-  for (const std::string_view broken : {kSettingsFile, kNamesFile, kTitleWordsFile}) {
-    SCOPED_TRACE(broken);
-    Put(kSettingsFile, "[Basic]\nFont=mine\n");
-    Put(kNamesFile, "id=_B1:text\n");
-    Put(kTitleWordsFile, "word\n");
-    fs::remove(At(broken));
-    fs::create_directories(At(broken));
-    Start();
-    EXPECT_EQ(store_->Save(), broken == kNamesFile);
-    EXPECT_EQ(store_->SaveNames(), broken != kNamesFile);
-    EXPECT_TRUE(fs::is_directory(At(broken)));
-    ASSERT_EQ(files_->Problems().size(), 1U);
-    EXPECT_EQ(files_->Problems()[0].file, At(broken));
-    if (broken != kSettingsFile) {
-      EXPECT_EQ(OnDisk().Text(u"Basic", u"Font"), u"mine");
-    }
-    if (broken != kNamesFile) {
-      EXPECT_EQ(LinesOf(kNamesFile), Words{u"id=_B1:text"});
-    }
-    if (broken != kTitleWordsFile) {
-      EXPECT_EQ(LinesOf(kTitleWordsFile), Words{u"word"});
-    }
-    fs::remove(At(broken));
-  }
-}
-
-TEST_F(SettingsStoreTest, DamagedSettingsAreKeptAsideAndTheirGoodLinesUsed) {
-  const std::string damaged = "[Basic]\nFont=\xB2\xD3\nHideBlackName=1\nBackPicOpacity=55\n";
-  Put(kSettingsFile, damaged);
-  Start();
-  EXPECT_EQ(store_->Fields().backPicOpacity, 55);
-  EXPECT_EQ(store_->Fields().font, u"細明體");
-  ASSERT_EQ(files_->Problems().size(), 1U);
-  EXPECT_EQ(FileAt(files_->Problems()[0].keptAs), damaged);
-  EXPECT_EQ(OnDisk().Number(u"Basic", u"BackPicOpacity"), 55);
-}
-
-TEST_F(SettingsStoreTest, FilesFollowTheFolderThatIsChosen) {
-  Put(kNamesFile, "id\n");
-  Start();
-  files_->SetUsesDataFolder(true);
-  EXPECT_TRUE(store_->Save());
-  EXPECT_TRUE(store_->SaveNames());
-  for (const std::string_view name : {kSettingsFile, kNamesFile, kTitleWordsFile}) {
-    EXPECT_TRUE(fs::exists(user_.data / name));
-    EXPECT_FALSE(fs::exists(At(name)));
-  }
 }
 
 TEST_F(SettingsStoreTest, OldKeysBecomeTodaysChoicesAndAreGone) {

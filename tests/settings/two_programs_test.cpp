@@ -40,48 +40,11 @@ struct Program {
   SettingsStore store;
 };
 
-class TwoProgramsTest : public testing::Test {
- protected:
-  void Put(std::string_view name, std::string_view bytes) { PutFile(user_.working / name, bytes); }
-  fs::path At(std::string_view name) const { return user_.working / name; }
-  Words LinesOf(std::string_view name) const { return ReadLines(FileAt(At(name))).lines; }
-  SettingsMap OnDisk() const {
-    SettingsMap map;
-    map.TakeLines(LinesOf(kSettingsFile));
-    return map;
-  }
-
-  UserFolders user_;
-};
-
-TEST_F(TwoProgramsTest, EachKeepsWhatTheOtherSet) {
-  Put(kSettingsFile, "[Basic]\nFont=old\nGone=1\n[Track]\nauthor=first\nauthor=second\n");
-  Program a(user_), b(user_);
-  a.store.Map().Set(u"Basic", u"Font", u"new");
-  a.store.Map().SetNumber(u"Basic", u"BackPicOpacity", 70);
-  a.store.Map().Remove(u"Basic", u"Gone");
-  a.store.Map().SetTrackLines({u"author=second", u"author=third"});
-  a.store.Apply();
-  EXPECT_TRUE(a.store.Save());
-  EXPECT_EQ(a.store.TakenInCount(), 0U);
-
-  b.store.Map().SetTrackLines({u"author=first", u"author=second", u"author=zero"});
-  b.store.Change(u"Basic", u"Work", u"1");
-  EXPECT_EQ(b.store.Fields().font, u"new");
-  EXPECT_EQ(b.store.Fields().backPicOpacity, 70);
-  EXPECT_EQ(b.store.TakenInCount(), 1U);
-  EXPECT_EQ(OnDisk(), b.store.Map());
-  EXPECT_EQ(b.store.Map().Find(u"Basic", u"Gone"), nullptr);
-  EXPECT_EQ(b.store.Map().TrackLines(), (Words{u"author=second", u"author=third", u"author=zero"}));
-
-  EXPECT_TRUE(a.store.Save());
-  EXPECT_TRUE(a.store.Fields().work);
-  EXPECT_EQ(a.store.Map(), b.store.Map());
-}
+class TwoProgramsTest : public testing::Test, public UserFolders {};
 
 TEST_F(TwoProgramsTest, SavesCloseTogetherLoseNothing) {
   constexpr int kSaves = 60;
-  Program programs[] = {Program(user_), Program(user_)};
+  Program programs[] = {Program(*this), Program(*this)};
   const auto save = [&](int number) {
     for (int i = 0; i < kSaves; ++i) {
       const std::u16string name = ToText(number) + u'-' + ToText(i);
@@ -94,13 +57,13 @@ TEST_F(TwoProgramsTest, SavesCloseTogetherLoseNothing) {
   other.join();
   EXPECT_EQ(OnDisk().All().at(u"Keys").size(), 2U * kSaves);
   EXPECT_EQ(LinesOf(kNamesFile).size(), 2U * kSaves);
-  EXPECT_TRUE(fs::is_empty(user_.data)) << "a lock was left";
+  EXPECT_TRUE(fs::is_empty(data)) << "a lock was left";
 }
 
 TEST_F(TwoProgramsTest, ListsOfBothCome) {
   Put(kNamesFile, "old=x\ngone\nedited=y\n");
   Put(kTitleWordsFile, "old\ngone\nkept\n");
-  Program a(user_), b(user_);
+  Program a(*this), b(*this);
   EXPECT_TRUE(a.Name(u"alice", u"W:friend"));
   EXPECT_TRUE(a.Unname(u"gone"));
   a.store.TitleWords() = {u"old", u"kept", u"a"};
@@ -122,7 +85,7 @@ TEST_F(TwoProgramsTest, ListsOfBothCome) {
 
 TEST_F(TwoProgramsTest, WhatWasSetHereWinsOverTheOther) {
   Put(kNamesFile, "both\nremovedHere\nremovedThere\n");
-  Program a(user_), b(user_);
+  Program a(*this), b(*this);
   a.store.Change(u"Basic", u"Font", u"theirs");
   a.store.Names().Set(u"both", ParseEntryText(u"theirs"));
   a.store.Names().Set(u"removedHere", ParseEntryText(u"edited"));
@@ -142,7 +105,7 @@ TEST_F(TwoProgramsTest, WhatWasSetHereWinsOverTheOther) {
 TEST_F(TwoProgramsTest, OwnOrderAndUnfitTextStayWhileNobodyElseWrites) {
   Put(kNamesFile, "first\nsecond\n");
   Put(kTitleWordsFile, "one\ntwo\n");
-  Program a(user_);
+  Program a(*this);
   a.store.TitleWords() = {u"two", u"one", u"two"};
   a.store.Names().Set(u"first", {.description = u"cut=off"});
   EXPECT_TRUE(a.SaveAll());
@@ -160,7 +123,7 @@ TEST_F(TwoProgramsTest, OwnOrderAndUnfitTextStayWhileNobodyElseWrites) {
 TEST_F(TwoProgramsTest, RefreshTakesInAndWritesNothing) {
   Put(kSettingsFile, "[Basic]\nShowPicMode=0\nQuotePic=3\n");
   Put(kNamesFile, "old\n");
-  Program a(user_);
+  Program a(*this);
   EXPECT_EQ(a.store.Fields().quotePic, 3);
   a.store.Refresh();
   EXPECT_EQ(a.store.TakenInCount(), 0U);
@@ -200,7 +163,7 @@ TEST_F(TwoProgramsTest, ABookmarkThatCouldNotBeWrittenComesWithTheOthers) {
     BoardWeights weights;
   };
   Put(kFile, "1 2 3 Art old\n");
-  Reader a(user_), b(user_);
+  Reader a(*this), b(*this);
   fs::permissions(At(kFile), fs::perms::owner_read);
   EXPECT_FALSE(a.Bookmark(u"unwritten"));
   fs::permissions(At(kFile), fs::perms::owner_write, fs::perm_options::add);
@@ -217,9 +180,10 @@ TEST_F(TwoProgramsTest, ABookmarkThatCouldNotBeWrittenComesWithTheOthers) {
 
 TEST_F(TwoProgramsTest, AFailedWriteIsMadeUpForWithTheOthersLines) {
   Put(kNamesFile, "old\n");
-  Program a(user_);
+  Program a(*this);
   fs::permissions(At(kNamesFile), fs::perms::owner_read);
   EXPECT_FALSE(a.Name(u"mine", u""));
+  EXPECT_FALSE(a.store.Save());
   fs::permissions(At(kNamesFile), fs::perms::owner_write, fs::perm_options::add);
   Put(kNamesFile, "theirs\nold\n");
   EXPECT_TRUE(a.store.Save());
@@ -229,7 +193,7 @@ TEST_F(TwoProgramsTest, AFailedWriteIsMadeUpForWithTheOthersLines) {
 TEST_F(TwoProgramsTest, FileThatVanishedIsWrittenAgain) {
   Put(kNamesFile, "old\n");
   Put(kTitleWordsFile, "word\n");
-  Program a(user_);
+  Program a(*this);
   a.store.Map().Set(u"Basic", u"Font", u"mine");
   for (const std::string_view name : {kSettingsFile, kNamesFile, kTitleWordsFile})
     fs::remove(At(name));
@@ -244,7 +208,7 @@ TEST_F(TwoProgramsTest, DamagedLinesAreKeptAsideAndRemoveNothing) {
   Put(kSettingsFile, "[Basic]\nFont=mine\nNewer=1\n");
   Put(kNamesFile, "old\n");
   Put(kTitleWordsFile, "word\n");
-  Program a(user_);
+  Program a(*this);
   const std::map<std::string_view, std::string> damaged = {
       {kSettingsFile, "[Basic]\nFont=\xB2\xD3\nBackPicOpacity=55\n"},
       {kNamesFile, "\xFF\nnew\n"},
@@ -267,7 +231,7 @@ TEST_F(TwoProgramsTest, DamagedLinesAreKeptAsideAndRemoveNothing) {
 TEST_F(TwoProgramsTest, UnreadableFileIsLeftAloneUntilItCanBeRead) {
   // A folder refuses even a privileged user.
   fs::create_directories(At(kNamesFile));
-  Program a(user_);
+  Program a(*this);
   EXPECT_FALSE(a.Name(u"mine", u""));
   EXPECT_EQ(a.files.Problems().size(), 1U);
   fs::remove(At(kNamesFile));
@@ -279,6 +243,9 @@ TEST_F(TwoProgramsTest, UnreadableFileIsLeftAloneUntilItCanBeRead) {
   fs::create_directories(At(kSettingsFile));
   a.store.Change(u"Basic", u"Font", u"mine");
   EXPECT_TRUE(fs::is_directory(At(kSettingsFile)));
+  a.store.TitleWords() = {u"word"};
+  EXPECT_FALSE(a.store.Save());
+  EXPECT_EQ(LinesOf(kTitleWordsFile), Words{u"word"}) << "one file out of order leaves the others whole";
   fs::remove(At(kSettingsFile));
   Put("elsewhere", FileAt(At("elsewhere")) + "[New]\nkey=1\n");
   fs::rename(At("elsewhere"), At(kSettingsFile));
@@ -289,17 +256,18 @@ TEST_F(TwoProgramsTest, UnreadableFileIsLeftAloneUntilItCanBeRead) {
 
 TEST_F(TwoProgramsTest, TooLargeFileIsKeptAsideAndReplaced) {
   Put(kNamesFile, "old\n");
-  Program a(user_);
+  Program a(*this);
   fs::resize_file(At(kNamesFile), DataFiles::kLargestFile + 1);
   EXPECT_TRUE(a.Name(u"new", u""));
   EXPECT_EQ(LinesOf(kNamesFile), (Words{u"old", u"new"}));
   ASSERT_EQ(a.files.Problems().size(), 1U);
+  EXPECT_EQ(a.files.Problems()[0].kind, FileProblem::Kind::kTooLarge);
   EXPECT_EQ(fs::file_size(a.files.Problems()[0].keptAs), DataFiles::kLargestFile + 1);
 }
 
 TEST_F(TwoProgramsTest, WhatAnOlderVersionWritesMeanwhileIsConverted) {
   Put(kNamesFile, "known=C:now\n");
-  Program a(user_);
+  Program a(*this);
   std::string older = FileAt(At(kSettingsFile));
   older.replace(older.find("[Basic]"), 7, "[Basic]\nRemoveBlackPush=1\nAccount=me");
   older += "[Black]\nknown=then\nfresh=3:red\n[White]\nfine=x\n";
@@ -320,7 +288,7 @@ TEST_F(TwoProgramsTest, WhatAnOlderVersionWritesMeanwhileIsConverted) {
 TEST_F(TwoProgramsTest, RemovedEntryOfALeftOverOldListStaysRemoved) {
   Put(kSettingsFile, "[Black]\nflag=3:red\n");
   fs::create_directories(At(kNamesFile));
-  Program a(user_);
+  Program a(*this);
   a.store.Names().Remove(u"flag");
   EXPECT_FALSE(a.store.SaveNames());
   Put(kSettingsFile, FileAt(At(kSettingsFile)) + "[New]\nkey=1\n");
@@ -330,14 +298,14 @@ TEST_F(TwoProgramsTest, RemovedEntryOfALeftOverOldListStaysRemoved) {
 }
 
 TEST_F(TwoProgramsTest, ChosenFolderGetsTheLinesOfTheLastPlace) {
-  fs::create_directories(user_.data);
-  PutFile(user_.data / kNamesFile, "older\n");
+  fs::create_directories(data);
+  PutFile(data / kNamesFile, "older\n");
   Put(kNamesFile, "old\n");
-  Program a(user_);
+  Program a(*this);
   Put(kNamesFile, "old\ntheirs\n");
   EXPECT_TRUE(a.files.SetUsesDataFolder(true));
   EXPECT_TRUE(a.Name(u"mine", u""));
-  EXPECT_EQ(ReadLines(FileAt(user_.data / kNamesFile)).lines, (Words{u"old", u"theirs", u"mine"}));
+  EXPECT_EQ(ReadLines(FileAt(data / kNamesFile)).lines, (Words{u"old", u"theirs", u"mine"}));
 }
 
 // What one program alone edits, with its last value; nothing when it was removed.
@@ -347,30 +315,37 @@ using LastValues = std::map<std::u16string, std::optional<std::u16string>>;
 class Editor {
  public:
   Editor(Program& program, char16_t letter, unsigned seed)
-      : program_(program), letter_(letter), random_(seed) {}
+      : store_(program.store), letter_(letter), random_(seed) {}
 
   void Step() {
     switch (random_() % 8) {
       case 0:
-        EXPECT_TRUE(program_.store.Save());
+        EXPECT_TRUE(store_.Save());
         break;
       case 1:
-        EXPECT_TRUE(program_.store.SaveNames());
+        EXPECT_TRUE(store_.SaveNames());
         break;
       case 2:
-        program_.store.Refresh();
+        store_.Refresh();
         break;
-      case 3:
-        EditRule();
+      case 3: {
+        Words rules = store_.Map().TrackLines();
+        EditLine(rules_, rules);
+        store_.Map().SetTrackLines(rules);
         break;
+      }
       case 4:
-        EditWord();
+        EditLine(words_, store_.TitleWords());
         break;
       case 5:
-        EditKey();
+        Edit(keys_, [this](const auto& key, const auto& value) {
+          value ? store_.Map().Set(u"Keys", key, *value) : store_.Map().Remove(u"Keys", key);
+        });
         break;
       default:
-        EditName();
+        Edit(names_, [this](const auto& id, const auto& value) {
+          value ? store_.Names().Set(id, ParseEntryText(*value)) : store_.Names().Remove(id);
+        });
         break;
     }
   }
@@ -382,7 +357,8 @@ class Editor {
     }
     for (const auto& [id, value] : names_) {
       const ListEntry* const found = names.Find(id);
-      EXPECT_EQ(found ? std::optional(EntryText(*found)) : std::nullopt, value);
+      EXPECT_EQ(found != nullptr, value.has_value());
+      EXPECT_TRUE(!found || !value || *found == ParseEntryText(*value));
     }
     for (const auto& [rule, value] : rules_)
       EXPECT_EQ(map.Find(kTrackSection, rule) != nullptr, value.has_value());
@@ -391,62 +367,27 @@ class Editor {
   }
 
  private:
-  std::u16string Item(LastValues*& last) {
-    const bool isShared = random_() % 3 == 0;
-    if (isShared) last = nullptr;
-    return (isShared ? u'x' : letter_) + ToText(static_cast<int>(random_() % 6));
-  }
-  bool Removes() { return random_() % 3 == 0; }
-  std::u16string Value() {
+  // Gives `change` an item and its new value, which is nothing when it is to go.
+  template <typename Change>
+  void Edit(LastValues& last, Change change) {
     static constexpr std::u16string_view kValues[] = {u"", u"1:2", u"中", u"B13:text", u"_W:", u":"};
-    return std::u16string(kValues[random_() % std::size(kValues)]) + ToText(static_cast<int>(random_() % 4));
-  }
-
-  void EditKey() {
-    LastValues* last = &keys_;
-    const std::u16string key = Item(last);
+    const bool isShared = random_() % 3 == 0;
+    const std::u16string item = (isShared ? u'x' : letter_) + ToText(static_cast<int>(random_() % 6));
     std::optional<std::u16string> value;
-    if (!Removes()) value = Value();
-    if (value)
-      program_.store.Map().Set(u"Keys", key, *value);
-    else
-      program_.store.Map().Remove(u"Keys", key);
-    if (last) (*last)[key] = value;
+    if (random_() % 3 != 0)
+      value =
+          std::u16string(kValues[random_() % std::size(kValues)]) + ToText(static_cast<int>(random_() % 4));
+    change(item, value);
+    if (!isShared) last[item] = value;
   }
-  void EditName() {
-    LastValues* last = &names_;
-    const std::u16string id = Item(last);
-    std::optional<std::u16string> text;
-    if (!Removes()) {
-      const ListEntry entry = ParseEntryText(Value());
-      text = EntryText(entry);
-      program_.store.Names().Set(id, entry);
-    } else {
-      program_.store.Names().Remove(id);
-    }
-    if (last) (*last)[id] = text;
-  }
-  void EditRule() {
-    LastValues* last = &rules_;
-    const std::u16string rule = u"author=" + Item(last);
-    Words rules = program_.store.Map().TrackLines();
-    std::erase(rules, rule);
-    const bool stays = !Removes();
-    if (stays) rules.push_back(rule);
-    program_.store.Map().SetTrackLines(rules);
-    if (last) (*last)[rule] = stays ? std::optional(rule) : std::nullopt;
-  }
-  void EditWord() {
-    LastValues* last = &words_;
-    const std::u16string word = Item(last);
-    Words& words = program_.store.TitleWords();
-    std::erase(words, word);
-    const bool stays = !Removes();
-    if (stays) words.insert(words.begin(), word);
-    if (last) (*last)[word] = stays ? std::optional(word) : std::nullopt;
+  void EditLine(LastValues& last, Words& lines) {
+    Edit(last, [&lines](const auto& line, const auto& value) {
+      std::erase(lines, line);
+      if (value) lines.insert(lines.begin(), line);
+    });
   }
 
-  Program& program_;
+  SettingsStore& store_;
   char16_t letter_;
   std::minstd_rand random_;
   LastValues keys_, names_, rules_, words_;

@@ -2,31 +2,33 @@
 #pragma once
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/registry.h"
 #include "settings/data_files.h"
+#include "settings/settings_map.h"
+#include "settings/text_lines.h"
 #include "tests/support/scratch_folder.h"
 
 namespace quillet {
-
-inline void PutFile(const std::filesystem::path& file, std::string_view bytes) {
-  std::ofstream(file, std::ios::binary) << bytes;
-}
-
-// Empty when there is none.
-inline std::string FileAt(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 struct UserFolders {
   UserFolders() { std::filesystem::create_directories(working); }
 
   DataFiles::Folders Both() const { return {working, data}; }
+  // Files in the program's folder.
+  std::filesystem::path At(std::string_view name) const { return working / name; }
+  void Put(std::string_view name, std::string_view bytes) const { PutFile(At(name), bytes); }
+  std::vector<std::u16string> LinesOf(std::string_view name) const {
+    return ReadLines(FileAt(At(name))).lines;
+  }
+  SettingsMap OnDisk() const {
+    SettingsMap map;
+    map.TakeLines(LinesOf(kSettingsFile));
+    return map;
+  }
 
   ScratchFolder scratch;
   std::filesystem::path working = scratch.Path() / "program";

@@ -1,10 +1,13 @@
-// A folder of a test's own, removed with all it holds when the test ends.
+// A folder of a test's own, removed with all it holds when the test ends, and the files in it.
 #pragma once
 
 #include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <random>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 namespace quillet {
@@ -29,5 +32,15 @@ class ScratchFolder {
  private:
   std::filesystem::path path_;
 };
+
+inline void PutFile(const std::filesystem::path& file, std::string_view bytes) {
+  std::ofstream(file, std::ios::binary) << bytes;
+}
+
+// Empty when there is none.
+inline std::string FileAt(const std::filesystem::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
 
 }  // namespace quillet

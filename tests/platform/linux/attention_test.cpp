@@ -1,27 +1,15 @@
 #include "platform/attention.h"
 
-#include <cerrno>
 #include <csignal>
-#include <cstdlib>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
-#include <string>
-#include <sys/wait.h>
 
-#include "tests/support/scratch_folder.h"
-#include "tests/support/wait_until.h"
+#include "tests/platform/linux/scripts_on_path.h"
 
 namespace quillet {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Whether the process has no children, zombies included; looks without taking any away.
-bool HasNoChildren() {
-  siginfo_t ignored{};
-  return waitid(P_ALL, 0, &ignored, WEXITED | WNOHANG | WNOWAIT) == -1 && errno == ECHILD;
-}
 
 // A zombie runs no more, although its number is still taken.
 bool IsRunning(const std::string& process) {
@@ -30,29 +18,13 @@ bool IsRunning(const std::string& process) {
   return stream >> number >> name >> state && state != "Z";
 }
 
-// The only programs on the path are the players that a test writes, as shell scripts. `$calls` is where they
-// note how they were called, `$notes` a folder for anything else.
-class AttentionTest : public testing::Test {
+// The scripts are players. "calls" is where they note how they were called.
+class AttentionTest : public ScriptsOnPathTest {
  protected:
-  AttentionTest() {
-    fs::create_directory(Programs());
-    setenv("PATH", Programs().c_str(), 1);
-    std::ofstream(sound_) << "a sound";
-  }
-  ~AttentionTest() override {
-    attention_.reset();
-    EXPECT_TRUE(WaitUntil(HasNoChildren)) << "a zombie is left";
-    setenv("PATH", path_.c_str(), 1);
-  }
-
-  fs::path Programs() const { return scratch_.Path() / "programs"; }
+  AttentionTest() { PutFile(sound_, "a sound"); }
 
   void WritePlayer(const std::string& name, const std::string& body) const {
-    const fs::path file = Programs() / name;
-    std::ofstream(file) << "#!/bin/sh\nnotes='" << scratch_.Path().string() << "'\n"
-                        << "echo \"${0##*/}|$*\" >> \"$notes/calls\"\n"
-                        << body << "\n";
-    fs::permissions(file, fs::perms::owner_all);
+    WriteScript(name, "echo \"${0##*/}|$*\" >> \"$notes/calls\"\n" + body + "\n");
   }
   // One that notes its process number and then stays, deaf to a polite request.
   void WriteHangingPlayer(const std::string& name) const {
@@ -61,11 +33,6 @@ class AttentionTest : public testing::Test {
                 "exec /bin/sleep 1000");
   }
 
-  std::string Note(const std::string& name) const {
-    std::stringstream text;
-    text << std::ifstream(scratch_.Path() / name).rdbuf();
-    return text.str();
-  }
   std::string TakeProcess() const {
     EXPECT_TRUE(WaitUntil([&] { return fs::exists(scratch_.Path() / "process"); }));
     const std::string process = Note("process");
@@ -76,8 +43,6 @@ class AttentionTest : public testing::Test {
     return WaitUntil([&] { return Note("calls") == calls && HasNoChildren(); });
   }
 
-  const std::string path_ = std::getenv("PATH");
-  const ScratchFolder scratch_;
   const fs::path sound_ = scratch_.Path() / "new things.wav";
   std::unique_ptr<Attention> attention_ = OpenAttention();
 };
@@ -163,7 +128,7 @@ TEST_F(AttentionTest, AHangingPlayerDoesNotHoldUpTheProgramsEnd) {
       const std::unique_ptr<Attention> attention = OpenAttention();
       if (attention->PlaySoundFile(sound_)) process = TakeProcess();
     }
-    std::ofstream(scratch_.Path() / "player") << process;
+    PutFile(scratch_.Path() / "player", process);
     std::exit(process.empty() ? 1 : 0);
   };
   EXPECT_EXIT(playAndLeave(), testing::ExitedWithCode(0), "");

@@ -1,6 +1,4 @@
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <random>
@@ -31,12 +29,8 @@ constexpr std::string_view kByHand =
 
 class FileRegistryTest : public testing::Test {
  protected:
-  void WriteFile(std::string_view bytes) const { std::ofstream(file_, std::ios::binary) << bytes; }
-  static std::string Bytes(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-  }
-  std::string Bytes() const { return Bytes(file_); }
+  void WriteFile(std::string_view bytes) const { PutFile(file_, bytes); }
+  std::string Bytes() const { return FileAt(file_); }
 
   ScratchFolder folder_;
   fs::path file_ = folder_.Path() / "registry";
@@ -62,17 +56,12 @@ TEST_F(FileRegistryTest, TheFileIsTheUsersAloneAndItsFoldersAreMade) {
   EXPECT_EQ(fs::status(deep).permissions(), fs::perms::owner_read | fs::perms::owner_write);
 }
 
-TEST_F(FileRegistryTest, AFileWrittenByHandIsRead) {
+TEST_F(FileRegistryTest, AFileWrittenByHandIsReadAndLeftUntilAValueChanges) {
   WriteFile(kByHand);
-  const FileRegistry registry(file_);
+  FileRegistry registry(file_);
   EXPECT_EQ(registry.Text(kPath, u"Account"), u"mossgrov");
   EXPECT_EQ(registry.Number(kPath, u"Times"), 0xFF10U);
   EXPECT_FALSE(registry.Problem());
-}
-
-TEST_F(FileRegistryTest, AValueThatIsAlreadyThereIsNotWrittenAgain) {
-  WriteFile(kByHand);
-  FileRegistry registry(file_);
   EXPECT_TRUE(registry.SetNumber(u"software\\quillet", u"Times", 0xFF10));
   EXPECT_EQ(Bytes(), kByHand);
   EXPECT_TRUE(registry.SetNumber(u"software\\quillet", u"Times", 2));
@@ -111,7 +100,7 @@ TEST_F(FileRegistryTest, WhateverIsCutOffTheRestIsReadAndTheFileIsKeptAside) {
     SCOPED_TRACE(length);
     ASSERT_TRUE(registry.Problem());
     EXPECT_EQ(registry.Problem()->kind, Kind::kDamaged);
-    EXPECT_EQ(Bytes(registry.Problem()->keptAs), whole.substr(0, length)) << "kept aside before any write";
+    EXPECT_EQ(FileAt(registry.Problem()->keptAs), whole.substr(0, length)) << "kept aside before any write";
     const auto first = registry.Text(kPath, u"A");
     EXPECT_TRUE(!first || first == u"first");
     EXPECT_EQ(first.has_value(), length + 1 >= endOfFirst);
@@ -122,7 +111,7 @@ TEST_F(FileRegistryTest, WhateverIsCutOffTheRestIsReadAndTheFileIsKeptAside) {
     ASSERT_TRUE(registry.SetText(kPath, u"D", u"new"));
     ASSERT_TRUE(registry.SetText(kPath, u"E", u"newer"));
     ASSERT_TRUE(registry.Problem());
-    EXPECT_EQ(Bytes(registry.Problem()->keptAs), whole.substr(0, length));
+    EXPECT_EQ(FileAt(registry.Problem()->keptAs), whole.substr(0, length));
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), fs::directory_iterator()), 2);
     const FileRegistry next(file_);
     EXPECT_FALSE(next.Problem());
@@ -167,7 +156,7 @@ TEST_F(FileRegistryTest, AFileDamagedWhileTheProgramRunsLosesNothing) {
   WriteFile(std::string(100, '\0'));
   ASSERT_TRUE(registry.SetText(kPath, u"AutoLogin", u"sealed"));
   ASSERT_TRUE(registry.Problem());
-  EXPECT_EQ(Bytes(registry.Problem()->keptAs), std::string(100, '\0'));
+  EXPECT_EQ(FileAt(registry.Problem()->keptAs), std::string(100, '\0'));
   fs::remove(file_);
   ASSERT_TRUE(registry.SetText(kPath, u"UseAppDataLocalPath", u"1"));
   const FileRegistry next(file_);
@@ -182,7 +171,7 @@ TEST_F(FileRegistryTest, AHugeFileIsKeptAside) {
   ASSERT_TRUE(registry.Problem());
   EXPECT_EQ(registry.Problem()->kind, Kind::kTooLarge);
   ASSERT_TRUE(registry.SetText(kPath, u"A", u"1"));
-  EXPECT_EQ(Bytes(registry.Problem()->keptAs), huge);
+  EXPECT_EQ(FileAt(registry.Problem()->keptAs), huge);
   EXPECT_EQ(FileRegistry(file_).Text(kPath, u"A"), u"1");
 }
 
@@ -201,7 +190,7 @@ TEST_F(FileRegistryTest, AValueThatWouldMakeTheFileUnreadableStaysInMemory) {
 
 TEST_F(FileRegistryTest, AFolderInItsPlaceIsLeftAloneAndValuesLiveInMemory) {
   fs::create_directory(file_);
-  std::ofstream(file_ / "of the user's") << "x";
+  PutFile(file_ / "of the user's", "x");
   FileRegistry registry(file_);
   ASSERT_TRUE(registry.Problem());
   EXPECT_EQ(registry.Problem()->kind, Kind::kUnreadable);

@@ -7,6 +7,8 @@
 namespace quillet {
 namespace {
 
+namespace fs = std::filesystem;
+
 // Puts an environment variable back when the test ends.
 class Variable {
  public:
@@ -27,28 +29,22 @@ class Variable {
   bool had_ = false;
 };
 
-TEST(XdgTest, DataHomeIsHonouredUnlessItIsRelative) {
+TEST(XdgTest, FoldersOfTheDesktopAreHonouredUnlessTheyAreRelative) {
+  const struct {
+    const char* variable;
+    fs::path (*folder)();
+    const char* usual;
+  } cases[] = {{"XDG_DATA_HOME", UserDataFolder, "/somebody/.local/share/quillet"},
+               {"XDG_CONFIG_HOME", UserConfigFolder, "/somebody/.config/quillet"}};
   const Variable home("HOME", "/somebody");
-  {
-    const Variable data("XDG_DATA_HOME", "/elsewhere");
-    EXPECT_EQ(UserDataFolder(), "/elsewhere/quillet");
-  }
-  for (const char* useless : {"", "relative/path"}) {
-    const Variable data("XDG_DATA_HOME", useless);
-    EXPECT_EQ(UserDataFolder(), "/somebody/.local/share/quillet") << useless;
-  }
-}
-
-TEST(XdgTest, ConfigHomeIsHonouredUnlessItIsRelative) {
-  const Variable home("HOME", "/somebody");
-  const Variable data("XDG_DATA_HOME", "/elsewhere");
-  {
-    const Variable config("XDG_CONFIG_HOME", "/settings");
-    EXPECT_EQ(UserConfigFolder(), "/settings/quillet");
-  }
-  for (const char* useless : {"", "relative/path"}) {
-    const Variable config("XDG_CONFIG_HOME", useless);
-    EXPECT_EQ(UserConfigFolder(), "/somebody/.config/quillet") << useless;
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.variable);
+    for (const char* useless : {"", "relative/path"}) {
+      const Variable set(c.variable, useless);
+      EXPECT_EQ(c.folder(), c.usual) << useless;
+    }
+    const Variable set(c.variable, "/elsewhere");
+    EXPECT_EQ(c.folder(), "/elsewhere/quillet");
   }
 }
 
