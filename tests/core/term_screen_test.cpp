@@ -44,15 +44,5 @@ TEST(TermScreenTest, ClearRestoresTheBytesBehindTheRowsAndNothingElse) {
   EXPECT_EQ(screen.curAttr, 0x8Bu);
 }
 
-TEST(TermScreenTest, RowsStayStringsWhateverIsScrolledAndErased) {
-  TermScreen screen;
-  screen.Feed(AsBytes(NumberedRows() + At(23, 70) + "\n\n\x1b[K" + At(4, 79) + "\x1b[K\x1b[3L\x1bM" +
-                      At(20, 0) + "\x1b[2L" + At(0, 0) + "\x1bM\x1bM" + At(23, 79) + "\x1bM\x1b[L\n"));
-  for (const ScreenRow& row : screen.text) {
-    EXPECT_EQ(row[80], ' ');
-    EXPECT_EQ(row[81], 0);
-  }
-}
-
 }  // namespace
 }  // namespace quillet

@@ -101,17 +101,6 @@ TEST_F(TermSessionTest, AddressesThatLeadNowhereEndInOneEventAndAReason) {
   EXPECT_EQ(watcher_.connected, 0);
 }
 
-TEST_F(TermSessionTest, ATransportsOwnEndIsKept) {
-  script_->run = [](TransportEvents&, const StopSignal&) {
-    return TransportEnd{EndReason::kConnectFailed, "nobody there"};
-  };
-  session_.ConnectWith(Scripted());
-  EXPECT_EQ(session_.state, kStateClosed);
-  EXPECT_EQ(session_.LastEnd().reason, EndReason::kConnectFailed);
-  EXPECT_EQ(session_.LastEnd().detail, "nobody there");
-  EXPECT_EQ(watcher_.disconnected, 1);
-}
-
 TEST_F(TermSessionTest, TheScreenStartsAnewButKeepsItsParserState) {
   script_->run = [](TransportEvents& events, const StopSignal&) {
     events.OnConnected({});
@@ -309,23 +298,6 @@ TEST_F(TermSessionTest, WhatIsTypedWhileConnectingIsSentAndAfterTheEndIsNot) {
   session_.Disconnect();
   EXPECT_EQ(script_->Written(), "next");
   EXPECT_EQ(session_.UnsentBytes(), 0u);
-}
-
-TEST_F(TermSessionTest, AStalledPeerHoldsNeitherTypingNorTheEndAndNothingIsUncounted) {
-  script_->write = [](std::span<const std::uint8_t> bytes, const StopSignal& stop) {
-    while (!stop.WaitFor(1000)) {
-    }
-    return bytes.size() / 2;  // what the system had taken of the piece in hand
-  };
-  session_.ConnectWith(Scripted());
-  session_.SendBytes("0123456789");
-  session_.SendBytes("ab");
-  session_.SendBytes("cd");
-  session_.SendBytes(std::string(3000, 'x'));
-  session_.SendBytes("beyond a long queue");
-  session_.Disconnect();
-  EXPECT_EQ(session_.UnsentBytes() + script_->Written().size(), 10u + 2 + 2 + 3000 + 19);
-  EXPECT_EQ(script_->Written().substr(0, 5), "01234");
 }
 
 // One wait of a tenth of a second for all of them: twenty seconds if each key had its own.
