@@ -32,13 +32,6 @@ TEST(ArticleCodeTest, KnownCodesAndFileNamesMatch) {
   EXPECT_EQ(AidToFileName(u"________"), u"G.4294967295.A.FFF");
 }
 
-TEST(ArticleCodeTest, SmallCodesNameFilesThatDoNotConvertBack) {
-  EXPECT_EQ(AidToFileName(u"00000000"), u"M.0.A.000");
-  EXPECT_EQ(FileNameToAid(u"M.0.A.000"), u"");
-  EXPECT_EQ(AidToFileName(u"00000701"), u"M.7.A.001");
-  EXPECT_EQ(FileNameToAid(u"M.0000000007.A.001"), u"00000701");
-}
-
 TEST(ArticleCodeTest, SecondsBehindTheSigned32BitsSaturate) {
   for (const std::u16string_view seconds : {u"2147483648", u"4294967296", u"9999999999"}) {
     const std::u16string name = std::u16string(u"M.").append(seconds).append(u".A.FFF");

@@ -223,27 +223,5 @@ TEST_F(ArticleInfoTest, TheBoxOverTheReaderTellsTheCode) {
   EXPECT_EQ(Info().code, u"1abC-_9Z");
 }
 
-TEST_F(ArticleInfoTest, ThePushPromptOverAReaderIsKnownByWhatCameBefore) {
-  const struct {
-    std::uint32_t before, now;
-    bool over;
-  } cases[] = {
-      {PF_READING | PF_READ_TOP, PF_PUSH_LINE, true},
-      {PF_PUSH_LINE | PF_PUSH_OVER_READER, PF_PUSH_LINE | PF_PUSH_CONFIRM, true},
-      {PF_PUSH_LINE, PF_PUSH_LINE, false},
-      {PF_ARTICLE_LIST, PF_PUSH_LINE, false},
-      {PF_READING, PF_INPUT_FIELD, false},
-      {PF_PUSH_LINE | PF_PUSH_OVER_READER, PF_READING, false},
-      {PF_ARTICLE_LIST, PF_PUSH_LINE | PF_PUSH_OVER_READER, false},  // left over from before
-  };
-  for (const auto& entry : cases) {
-    ScreenSnapshot screen = ScreenBuilder().screen;
-    screen.pageFlags = entry.now;
-    MarkPushOverReader(entry.before, screen);
-    const std::uint32_t others = entry.now & ~std::uint32_t{PF_PUSH_OVER_READER};
-    EXPECT_EQ(screen.pageFlags, others | (entry.over ? PF_PUSH_OVER_READER : 0u));
-  }
-}
-
 }  // namespace
 }  // namespace quillet

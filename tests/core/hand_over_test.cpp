@@ -62,6 +62,8 @@ TEST_F(HandOverTest, AnArticleListWaitsForSomethingThatSaysItIsComplete) {
   EXPECT_EQ(Given(list), 0u);
   for (const char mark : {'S', 'C', 'I'})
     EXPECT_EQ(Given(list + At(0, 0) + mark), 1u) << mark;
+  EXPECT_EQ(Given(list + BottomLine(' ', 79, "46") + "\x1b[m"), 1u);
+  EXPECT_EQ(Given(list + BottomLine(' ', 79, "47") + "\x1b[m"), 0u) << "no prompt is white";
   EXPECT_EQ(Given(list + At(23, 0) + ToBig5(u" ★快速切換: ")), 1u);
   EXPECT_EQ(Given(list + At(23, 0) + ToBig5(u" ★快速切換:") + "x"), 0u);
   EXPECT_EQ(Given(list + At(23, 0) + ToBig5(u"您覺得這篇文章 1.值得推薦 2.給它噓聲 3.只加→註解 [1]?")), 1u);

@@ -110,20 +110,6 @@ TEST_F(DemoReadingTest, TheBoardPromptCompletesNamesAndLeavesTheBoardListsTitle)
   EXPECT_TRUE(client->WaitForFlags(PF_ARTICLE_LIST_CURSOR));
 }
 
-TEST_F(DemoReadingTest, EveryByteInAWriteOfItsOwnLeadsToTheSameScreen) {
-  const auto whole = [&] {
-    const auto client = Client("alice", "wonder", "SandBox");
-    client->Send("1\rl");
-    EXPECT_TRUE(client->WaitForFlags(PF_READING | PF_READ_TOP));
-    return client->Dump();
-  };
-  const std::string asBbs = whole();
-  Start(DemoOptions::Writes::kEveryByte);
-  EXPECT_EQ(whole(), asBbs);
-  Start(DemoOptions::Writes::kWhole);
-  EXPECT_EQ(whole(), asBbs);
-}
-
 TEST(DemoArticleCodeTest, CodesAndTimesAreThoseOfTheFormat) {
   EXPECT_EQ(demo::ArticleFileName(1700000000, 0x11F3), "M.1700000000.A.1F3");
   EXPECT_EQ(demo::ArticleCode(0, 0x041), "00000011");
