@@ -10,9 +10,12 @@ namespace {
 using ArticleRefreshingTest = ArticleReadingTest;
 
 TEST_F(ArticleRefreshingTest, NewPushesAppearAndTheBbsEndsAtTheEnd) {
-  for (const int pushes : {1, 12, 30, 200}) {
-    SCOPED_TRACE(pushes);
+  // Also where the first line more makes a second page.
+  for (const auto& [rows, pushes] :
+       {std::pair{17, 1}, {18, 1}, {19, 1}, {19, 60}, {100, 12}, {100, 30}, {100, 200}}) {
+    SCOPED_TRACE(testing::Message() << rows << " rows and " << pushes << " pushes");
     Restart();
+    Article() = ArticleOf(rows);
     ReadWhole();
     AddPushes(pushes);
     Pass(ArticleReading::kRefreshInterval + 5000, true);

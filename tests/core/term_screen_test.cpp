@@ -9,20 +9,6 @@
 namespace quillet {
 namespace {
 
-TEST(TermScreenTest, StartsBlankWithBlackInk) {
-  TermScreen screen;
-  EXPECT_EQ(Row(screen, 0), "");
-  EXPECT_EQ(screen.AttrAt(23, 79), kAttrBlank);
-  EXPECT_EQ(screen.cursorRow, 0);
-  EXPECT_EQ(screen.cursorCol, 0);
-  EXPECT_EQ(screen.classifierMode, 8);
-
-  screen.Feed(AsBytes("A\x1b[mB"));
-  EXPECT_EQ(Row(screen, 0), "AB");
-  EXPECT_EQ(screen.AttrAt(0, 0), 0);
-  EXPECT_EQ(screen.AttrAt(0, 1), kAttrBlank);
-}
-
 TEST(TermScreenTest, ClearRestoresTheBytesBehindTheRowsAndNothingElse) {
   TermScreen screen;
   screen.Feed(AsBytes(NumberedRows() + "\x1b[1;33;44m" + At(7, 5)));

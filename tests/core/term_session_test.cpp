@@ -442,25 +442,6 @@ TEST_F(TermSessionTest, TheReactionWaitEndsWhenTheMenuCursorHasMoved) {
   second.join();
 }
 
-TEST_F(TermSessionTest, MovingTheCursorStartsFromTheScreensOwn) {
-  script_->run = [](TransportEvents& events, const StopSignal& stop) {
-    events.OnConnected({});
-    events.OnReceived(Bytes("\x1b[3;4H"));
-    while (!stop.WaitFor(1000)) {
-    }
-    return TransportEnd{};
-  };
-  session_.ConnectWith(Scripted());
-  ASSERT_TRUE(WaitUntil([&] { return watcher_.updated >= 1; }));
-  LiveScreen::Copy copy;
-  ASSERT_TRUE(WaitUntil([&] { return session_.live.Read(copy), copy.screen.cursorRow == 2; }));
-  session_.MoveCursorTo(2, 5);
-  session_.MoveCursorTo(2, 3);
-  session_.MoveCursorTo(1, 1, CellPosition{3, 70});
-  ASSERT_TRUE(WaitUntil([&] { return script_->Written() == "\x1b[C\x1b[C\x1b[1~\x1b[A\x1b[A\x1b[C"; }))
-      << script_->Written();
-}
-
 TEST(CursorKeysTest, RowsGoByHomeAndColumnsAlone) {
   EXPECT_EQ(CursorKeys({4, 9}, {4, 9}), "");
   EXPECT_EQ(CursorKeys({4, 9}, {4, 7}), "\x1b[D\x1b[D");
