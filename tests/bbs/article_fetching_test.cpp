@@ -82,7 +82,6 @@ TEST_F(ArticleFetchingTest, UnderWhateverLiesOverTheArticleNothingIsSentAndTheSc
   const ScreenSnapshot page = bbs_->Screen();
   const std::function<void(ScreenBuilder&)> covers[] = {
       [](ScreenBuilder& over) { over.Put(23, 0, u"您覺得這篇文章 1.值得推薦 "); },
-      [](ScreenBuilder& over) { over.Put(23, 0, u" ◆ 本文已刪除 ").Cursor(23, 79); },
       [](ScreenBuilder& over) {
         over.screen.BlankRow(22, 0);
         over.Put(22, 0, u"[搜尋]關鍵字:").Fill(22, 13, 40, kAttrInputField).Cursor(22, 13);
@@ -90,10 +89,6 @@ TEST_F(ArticleFetchingTest, UnderWhateverLiesOverTheArticleNothingIsSentAndTheSc
       [](ScreenBuilder& over) {
         over.screen.BlankRow(22, 0);
         over.Put(22, 0, u"★someone", 0xCB).Put(22, 9, u" hello ", 0xAF).Cursor(22, 16);
-      },
-      [](ScreenBuilder& over) {
-        over.screen.BlankRow(23, 0);
-        over.Put(23, 0, u" ▄▄▄▄▄▄▄▄▄▄▄▄▄▄▄ 請按任意鍵繼續 ▄▄▄▄▄▄▄▄▄▄▄▄▄▄▄  ").Cursor(23, 79);
       },
       [](ScreenBuilder& over) {  // help, in the same reader
         over.screen.Clear();

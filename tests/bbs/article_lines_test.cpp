@@ -96,6 +96,31 @@ TEST_F(ArticleLinesTest, AGapIsNotTakenAndDoesNoHarm) {
   EXPECT_EQ(TextOf(*lines_), bbs_->Whole());
 }
 
+TEST_F(ArticleLinesTest, APageBehindTheKnownEndReopensTheArticle) {
+  TakeAll();
+  for (int push = 0; push < 60; ++push)
+    bbs_->articles[0].rows.push_back(PushLine(push));
+  const unsigned version = lines_->Version();
+  EXPECT_EQ(TakeAt(1000), Taken::kNothing);
+  EXPECT_FALSE(lines_->IsComplete());
+  EXPECT_NE(lines_->Version(), version);
+}
+
+TEST_F(ArticleLinesTest, ChangedTextReplacesWhatWasKnownFromThereOn) {
+  TakeAll();
+  bbs_->articles[0].rows[30] = u"改過了";
+  EXPECT_EQ(TakeAt(22), Taken::kChanged);
+  EXPECT_EQ(lines_->Count(), 45);
+  EXPECT_FALSE(lines_->IsComplete());
+  for (int top = 44; !lines_->IsComplete(); top += 22)
+    TakeAt(top);
+
+  bbs_->articles[0].rows.resize(90);
+  EXPECT_EQ(TakeAt(1000), Taken::kChanged);
+  EXPECT_EQ(TextOf(*lines_), bbs_->Whole());
+  EXPECT_TRUE(lines_->IsComplete());
+}
+
 TEST_F(ArticleLinesTest, ColoursFollowTheScreenWithoutBeingAChange) {
   TakeAll();
   ScreenSnapshot screen = bbs_->Screen();

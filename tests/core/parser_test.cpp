@@ -20,15 +20,6 @@ struct ParserTest : testing::Test {
   TermScreen screen;
 };
 
-TEST_F(ParserTest, PlacesTheCursor) {
-  Feed("\x1b[2;5H");
-  ExpectCursor(1, 4);
-  Feed("\x1b[;7H");
-  ExpectCursor(0, 6);
-  Feed("\x1b[258;256H");  // 2 and 0 in eight bits
-  ExpectCursor(1, 0);
-}
-
 TEST_F(ParserTest, RenditionTable) {
   struct Row {
     const char* params;

@@ -1,6 +1,3 @@
-#include <atomic>
-#include <thread>
-
 #include "tests/demo/demo_fixture.h"
 
 namespace quillet {
@@ -30,30 +27,6 @@ TEST_F(DemoLoginTest, RefusalsSayWhyAndTheThirdEndsTheConnection) {
   TestClient second(server->Port());
   second.Send("again\ra\r");
   EXPECT_TRUE(second.WaitForText(21, 0, u"請重新"));
-}
-
-TEST_F(DemoLoginTest, EightUsersAtOnceEachReadAndTalk) {
-  std::vector<std::thread> users;
-  std::atomic<int> done{0};
-  for (const auto& [id, password] : std::vector<std::pair<std::string, std::string>>{{"alice", "wonder"},
-                                                                                     {"bob", "builder"},
-                                                                                     {"mail", ""},
-                                                                                     {"hasty", "h"},
-                                                                                     {"hush", "h"},
-                                                                                     {"guest", ""},
-                                                                                     {"guest", ""},
-                                                                                     {"guest", ""}}) {
-    users.emplace_back([&, id = id == "mail" ? "guest" : id, password = password] {
-      const auto client = Client(id, password, "SandBox");
-      client->Send("\x1b[1~l");
-      if (!client->WaitForFlags(PF_READING | PF_READ_TOP)) return;
-      client->Send("$");
-      if (client->WaitForFlags(PF_READING | PF_READ_END)) ++done;
-    });
-  }
-  for (std::thread& user : users)
-    user.join();
-  EXPECT_EQ(done, 8);
 }
 
 }  // namespace

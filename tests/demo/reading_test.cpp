@@ -40,17 +40,6 @@ TEST_F(DemoReadingTest, TheListMovesPagesAndJumpsByNumber) {
   EXPECT_TRUE(CursorAt(*client, 3 + 5));
 }
 
-TEST_F(DemoReadingTest, TheDigestHoldsTheMarkedArticles) {
-  const auto client = Client("alice", "wonder", "SandBox");
-  client->Send("z");
-  ASSERT_TRUE(client->WaitForText(3, 10, u"◇ [閒聊] 一百行")) << client->Dump();
-  EXPECT_EQ(client->Screen().RowText(4).find_first_not_of(' '), std::string_view::npos);
-  client->Send("l");
-  ASSERT_TRUE(client->WaitForFlags(PF_READING));
-  client->Send("qq");
-  EXPECT_TRUE(CursorAt(*client, 9));
-}
-
 TEST(DemoArticleCodeTest, CodesAndTimesAreThoseOfTheFormat) {
   EXPECT_EQ(demo::ArticleFileName(1700000000, 0x11F3), "M.1700000000.A.1F3");
   EXPECT_EQ(demo::ArticleCode(0, 0x041), "00000011");
