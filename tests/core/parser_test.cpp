@@ -1,5 +1,5 @@
-// What the parser does to the grid where it does not do what other terminals do; that it does the same on
-// every other stream is held against the plain reference (parser_equality_test.cpp).
+// What the parser makes of renditions, of too many parameters and of a cursor outside the screen. All else is
+// held against the plain reference (parser_equality_test.cpp).
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
@@ -43,19 +43,6 @@ TEST_F(ParserTest, ParametersAfterTheSixteenthAreDropped) {
   EXPECT_EQ(screen.curAttr, kAttrBlank);
   Feed("\x1b[" + std::string(300, ';') + "5;9H");
   ExpectCursor(0, 0);
-}
-
-TEST_F(ParserTest, InsertLinesBlanksOnlyTheCursorRow) {
-  Feed(NumberedRows() + At(10, 3) + "\x1b[2L");
-  EXPECT_EQ(Row(screen, 10), "");
-  EXPECT_EQ(Row(screen, 11).substr(0, 3), "11.");
-  EXPECT_EQ(Row(screen, 12).substr(0, 3), "10.");
-  EXPECT_EQ(Row(screen, 23).substr(0, 3), "21.");
-  ExpectCursor(10, 3);
-
-  Feed(NumberedRows() + At(10, 0) + "\x1b[127L");  // further than there are rows
-  EXPECT_EQ(Row(screen, 10), "");
-  EXPECT_EQ(Row(screen, 23).substr(0, 3), "23.");
 }
 
 TEST_F(ParserTest, ACursorOutsideTheScreenTouchesNothing) {

@@ -7,7 +7,6 @@
 #include <thread>
 
 #include "core/key_sequence.h"
-#include "core/session_link.h"
 #include "tests/support/fake_watcher.h"
 #include "tests/support/scripted_transport.h"
 #include "tests/support/wait_until.h"
@@ -24,16 +23,6 @@ TransportEnd NeverAnswers(TransportEvents&, const StopSignal& stop) {
   while (!stop.WaitFor(1000)) {
   }
   return {};
-}
-
-TEST(SessionLinkTest, OnlyTypedBytesThatWereAcceptedCountAsUnsent) {
-  const auto script = std::make_shared<TransportScript>();
-  SessionLink link(std::make_unique<ScriptedTransport>(script), TermSession::kSendChunk);
-  link.Queue("opening keys", {}, SessionLink::Origin::kOpening);
-  link.Finish();
-  EXPECT_FALSE(link.Queue("late", {}, SessionLink::Origin::kTyped));
-  link.Write("late", SessionLink::Origin::kTyped);
-  EXPECT_EQ(link.Unsent(), 0u);
 }
 
 class TermSessionTest : public testing::Test {
