@@ -7,6 +7,16 @@ namespace {
 
 constexpr std::u16string_view kHost = u"bbs.example";
 
+TEST(EndLinesTest, OriginLineNamesTheHost) {
+  EXPECT_TRUE(IsOriginLine(u"※ 發信站: 奧拉拉文藝坊(bbs.example)", kHost));
+  EXPECT_TRUE(IsOriginLine(u"※ 發信站: 奧拉拉文藝坊(bbs.example), 來自: 192.0.2.7", kHost));
+  for (const std::u16string_view line :
+       {u"※ 發信站: 奧拉拉文藝坊(bbs.example", u"※ 發信站: 奧拉拉文藝坊(bbs.example.org)",
+        u"※ 發信站: 奧拉拉文藝坊(bbs)", u"※ 發信站: 奧拉拉文藝坊()", u"※ 發信站: 別的站(bbs.example)", u""})
+    EXPECT_FALSE(IsOriginLine(line, kHost));
+  EXPECT_FALSE(IsOriginLine(u"※ 發信站: 奧拉拉文藝坊()", u""));  // a host that is not configured
+}
+
 TEST(EndLinesTest, OriginAddressIsAWholeAddressOrNothing) {
   const struct {
     std::u16string_view behind, address;

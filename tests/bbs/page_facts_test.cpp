@@ -183,8 +183,21 @@ TEST_F(PageFactsTest, InformationBox) {
   EXPECT_EQ(PageFacts::ParseInfoBoxAid(box(18, u"x")), u"");
   EXPECT_EQ(PageFacts::ParseInfoBoxTitle(box(21, u"x")), u"");
 
-  EXPECT_EQ(PageFacts::ParseInfoBoxTitle(box(19, u"Re:Hello")), u"R: Hello");
-  EXPECT_EQ(PageFacts::ParseInfoBoxTitle(box(19, u"Hello")), u"□ Hello");
+  const struct {
+    std::u16string_view title, listed;
+  } cases[] = {
+      {u"Re: Hello", u"R: Hello"},
+      {u"Re:Hello", u"R: Hello"},
+      {u"rE:  Hello", u"R:  Hello"},
+      {u"fw:x", u"轉 x"},
+      {u"Re Hello", u"□ Re Hello"},
+      {u"ABCDEFGHIJKLMNOPQRST?UV", u"□ ABCDEFGHIJKLMNOPQRST"},
+      {u"ABCDEFGHIJKLMNOPQRSTUVW", u"□ ABCDEFGHIJKLMNOPQRSTU"},
+      {u"", u""},
+  };
+  for (const auto& entry : cases)
+    EXPECT_EQ(PageFacts::ParseInfoBoxTitle(box(19, entry.title)), entry.listed);
+
   // A character whose second byte is "]" is no bracket: 0xA45D does not end the site's name.
   ScreenBuilder trap;
   trap.screen = box(19, u"x");

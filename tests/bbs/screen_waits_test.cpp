@@ -144,6 +144,9 @@ TEST_F(ScreenWaitsTest, ABoardIsEnteredFromThePromptWhateverComesBefore) {
   // In the board list the name only selects.
   EXPECT_TRUE(Follow({{"", BoardList()}, {"", BoardPrompt()}, {"\r", BoardList()}, {"\r\x03", ArticleList()}},
                      enter));
+  EXPECT_TRUE(Follow({{"", Menu()}, {"\r\x03", ArticleList()}}, [](ScreenWaits& waits) {
+    return waits.EnterBoardFromPrompt(ScreenWaits::BoardName::kAlreadyEntered);
+  }));
 }
 
 TEST_F(ScreenWaitsTest, AMessageThatSwallowsTheKeyIsDismissedAndTheKeyRepeated) {
@@ -181,8 +184,37 @@ TEST_F(ScreenWaitsTest, AnArticleIsOpenedAtTheTopOrTheEnd) {
   EXPECT_TRUE(Follow({{"", ArticleList()}, {"l", Reader("46")}, {"N", Reader("45")}}, top));
   EXPECT_TRUE(Follow({{"", ArticleList()}, {"l", Reader("45")}, {"N$$", Reader("44")}}, end));
   EXPECT_TRUE(Follow({{"", ArticleList()}, {"l", DisputedNotice()}, {"\rN", Reader("45")}}, top));
+  EXPECT_TRUE(Follow({{"", ArticleList()}, {"l", DisputedNotice()}, {"\rN$$", Reader("44")}}, end));
   const std::string empty = At(23, 0, u" ◆ 此文章無內容                     ") + At(23, 79);
   EXPECT_FALSE(Follow({{"", ArticleList()}, {"l", empty}}, top));
+
+  // Nor does it matter that the session's own classification is suspended.
+  EXPECT_TRUE(
+      Follow({{"", ArticleList()}, {"l", Reader("45")}, {"N$$", Reader("44")}}, [&](ScreenWaits& waits) {
+        waits.Session().frozen = true;
+        return end(waits);
+      }));
+}
+
+TEST_F(ScreenWaitsTest, EachMessageIsDismissedOnce) {
+  using Until = ScreenWaits::StarLine;
+  const auto showing = [this](const ScreenSnapshot& screen) {
+    return classifier_.Pages().IsStarLine(screen);
+  };
+  // A page that does not change has been told once; who wants to go on regardless repeats the key.
+  Connect(PlayTurns({{"", Menu() + StarLine(22)}}));
+  EXPECT_TRUE(Await([&](ScreenWaits& waits) {
+    return waits.WaitUntil(showing) && waits.ResendWhileInterrupted(Until::kOnlyPending) &&
+           !waits.ResendWhileInterrupted(Until::kOnlyPending);
+  }));
+  EXPECT_EQ(Typed(), "\n");
+  EXPECT_TRUE(Follow({{"", Menu() + StarLine(22)}, {"\n\n", Menu()}}, [&](ScreenWaits& waits) {
+    return waits.WaitUntil(showing) && waits.ResendWhileInterrupted(Until::kUntilGone) &&
+           (waits.Flags() & PF_STAR_LINE) == 0;
+  }));
+  EXPECT_FALSE(Follow({{"", Menu()}}, [](ScreenWaits& waits) {
+    return waits.WaitForListCursor() && waits.ResendWhileInterrupted(Until::kUntilGone);
+  }));
 }
 
 }  // namespace

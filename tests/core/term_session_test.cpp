@@ -374,6 +374,63 @@ TEST_F(TermSessionTest, OtherThreadsWaitForTheQueueToDrain) {
   second.join();
 }
 
+TEST_F(TermSessionTest, DirectSendsAreWrittenBeforeTheCallReturns) {
+  session_.sendDirect = true;
+  session_.SendBytes("before there is a connection");
+  session_.ConnectWith(Scripted());
+  session_.SendBytes("window");
+  EXPECT_EQ(script_->Written(), "window");
+  std::thread([&] { session_.SendBytes("+worker"); }).join();
+  EXPECT_EQ(script_->Written(), "window+worker");
+  session_.Disconnect();
+  EXPECT_EQ(session_.UnsentBytes(), 0u);
+}
+
+TEST_F(TermSessionTest, TheReactionWaitEndsWhenTheMenuCursorHasMoved) {
+  enum Step { kNothing, kMoved };
+  std::atomic<int> step{kNothing};
+  script_->run = [&](TransportEvents& events, const StopSignal& stop) {
+    events.OnConnected({});
+    events.OnReceived(Bytes("\x1b[3;1H     12\x1b[3;1H"));
+    while (step != kMoved && !stop.WaitFor(1)) {
+    }
+    events.OnReceived(Bytes("\x1b[4;1H     34\x1b[4;1H"));
+    while (!stop.WaitFor(1000)) {
+    }
+    return TransportEnd{};
+  };
+  session_.ConnectWith(Scripted());
+  ASSERT_TRUE(WaitUntil([&] { return watcher_.updated >= 1; }));
+  session_.sendDirect = true;
+  const auto stillWaiting = [&](const std::atomic<bool>& returned) {
+    const int asked = watcher_.listCursorQuestions;
+    return WaitUntil([&] { return watcher_.listCursorQuestions > asked + 3; }) && !returned;
+  };
+
+  std::atomic<bool> returned{false};
+  watcher_.listCursor = true;
+  std::thread worker([&] {
+    session_.SendKey(kKeyDown, ReactionWait::kUntilCursorMoves);
+    returned = true;
+  });
+  EXPECT_TRUE(stillWaiting(returned)) << "nothing has moved";
+  watcher_.listCursor = false;
+  session_.noSendWait = true;
+  step = kMoved;
+  EXPECT_TRUE(WaitUntil([&] { return watcher_.updated >= 2; }));
+  EXPECT_TRUE(stillWaiting(returned)) << "moved, but no menu cursor";
+  watcher_.listCursor = true;
+  EXPECT_TRUE(stillWaiting(returned)) << "the test is suspended";
+  session_.noSendWait = false;
+  worker.join();
+  EXPECT_TRUE(returned);
+
+  std::thread second([&] { session_.SendKey(kKeyDown, ReactionWait::kUntilCursorMoves); });
+  session_.SendKey(kKeyDown, ReactionWait::kUntilCursorMoves);  // the window's own wait is bounded
+  session_.Disconnect();
+  second.join();
+}
+
 TEST(CursorKeysTest, RowsGoByHomeAndColumnsAlone) {
   EXPECT_EQ(CursorKeys({4, 9}, {4, 9}), "");
   EXPECT_EQ(CursorKeys({4, 9}, {4, 7}), "\x1b[D\x1b[D");

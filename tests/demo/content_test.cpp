@@ -53,6 +53,43 @@ TEST_F(ContentTest, EveryFileLoadsAndFitsTheScreen) {
   }
 }
 
+// The character at a column of a Big5 line without colours; 0 outside.
+char16_t At(const std::string& plain, std::size_t col) {
+  return col + 1 < plain.size() ? FromBig5(plain.substr(col, 2)).front() : u'\0';
+}
+
+// Box edges stand under the corners that they begin at, in every row down to the box's end.
+void ExpectBoxesToClose(const std::vector<std::string>& lines, const std::string& where) {
+  const std::u16string_view first = u"┌╔╭", last = u"┐╗╮", level = u"─═┬╦", up = u"│║├┤┼╠╣╬└┘┴╚╝╩╰╯",
+                            ends = u"└┘┴╚╝╩╰╯";
+  std::vector<std::string> plain(lines.size());
+  std::transform(lines.begin(), lines.end(), plain.begin(),
+                 [](const auto& line) { return demo::PlainText(line); });
+  for (std::size_t row = 0; row < plain.size(); ++row)
+    for (std::size_t col = 0; col < plain[row].size(); ++col) {
+      if (first.find(At(plain[row], col)) == first.npos) continue;
+      std::size_t right = col + 2;
+      while (level.find(At(plain[row], right)) != level.npos)
+        right += 2;
+      if (last.find(At(plain[row], right)) == last.npos) continue;
+      for (const std::size_t edge : {col, right}) {
+        std::size_t below = row + 1;
+        const auto here = [&] { return below < plain.size() ? At(plain[below], edge) : u'\0'; };
+        while (up.find(here()) != up.npos && ends.find(here()) == ends.npos)
+          ++below;
+        EXPECT_NE(ends.find(here()), ends.npos) << where << " line " << below + 1 << " column " << edge;
+      }
+    }
+}
+
+TEST_F(ContentTest, EveryBoxCloses) {
+  for (const demo::Board& board : demo::LoadContent(kContent).boards)
+    for (const demo::ArticlePtr& article : board.articles)
+      ExpectBoxesToClose(article->body, board.info.name + " " + demo::PlainText(article->title));
+  for (const auto& entry : fs::directory_iterator(kContent / "screens"))
+    ExpectBoxesToClose(demo::LoadScreen(kContent, entry.path().filename().string()), entry.path().string());
+}
+
 TEST_F(ContentTest, WhoeverWritesHasAnAccountThatNobodyLogsInWith) {
   const demo::Content content = demo::LoadContent(kContent);
   std::map<std::string, std::string> passwords;

@@ -1,4 +1,4 @@
-// A watcher that counts what it is handed and knows no page.
+// A watcher that counts what it is handed and answers the page tests as a test tells it to.
 #pragma once
 
 #include <atomic>
@@ -14,12 +14,16 @@ class FakeWatcher : public ScreenWatcher {
   bool IsReaderSettled(const ScreenSnapshot&) const override { return false; }
   bool IsArticleList(const ScreenSnapshot&) const override { return false; }
   bool IsStarLine(const ScreenSnapshot&) const override { return false; }
-  bool IsListCursor(const ScreenSnapshot&) const override { return false; }
+  bool IsListCursor(const ScreenSnapshot&) const override {
+    ++listCursorQuestions;
+    return listCursor;
+  }
   bool IsInputField(const ScreenSnapshot&) const override { return false; }
 
   void ProcessScreen(ScreenSnapshot& screen, ScreenReason reason) override {
     switch (reason) {
       case ScreenReason::kUpdated:
+        ++updated;
         break;
       case ScreenReason::kConnected:
         ++connected;
@@ -33,6 +37,9 @@ class FakeWatcher : public ScreenWatcher {
     if (onScreen) onScreen(reason);
   }
 
+  std::atomic<bool> listCursor{false};
+  mutable std::atomic<int> listCursorQuestions{0};
+  std::atomic<int> updated{0};
   std::atomic<int> connected{0};
   std::atomic<int> disconnected{0};
   std::atomic<int> lastState{-1};
