@@ -125,6 +125,7 @@ TEST_F(ArticleInfoTest, ScrollingOffTheHeaderForgetsNothing) {
   scrolled.Fill(23, 60, 70, 0x27);
   Show(scrolled.screen);
   ASSERT_NE(flags_ & PF_READ_TOP, 0u);
+  EXPECT_NE(flags_ & PF_READ_FOOTER_RED, 0u);
   EXPECT_EQ(Info().author, author);
   EXPECT_EQ(Info().lastLine, 23);
 }
@@ -173,15 +174,14 @@ TEST_F(ArticleInfoTest, AStarLineChangesNothing) {
 }
 
 TEST_F(ArticleInfoTest, AnyOtherPageEndsIt) {
-  ScreenBuilder menu, mail, editor, game, notice;
+  ScreenBuilder menu, mail, editor, notice;
   menu.Put(0, 0, u"【主功能表】").Put(12, 20, u">").Cursor(12, 20).Put(23, 0, u"[11/6 星期五] 線上 5 人");
   mail.Put(0, 0, u"【郵件選單】").Put(23, 0, u" 鴻雁往返 ");
   editor.Put(23, 0, u" 編輯文章  (^Z/F1)說明");
-  game.Put(0, 0, u"五子棋").Put(5, 5, u"┼┼┼┼").Put(23, 0, u" 《五子棋》  認輸 (q)");
   notice.Put(11, 0, u"        本篇文章內容經站方授權之板務管理人員判斷有尚待證實之處，");
   notice.Put(12, 0, u"        請使用者於閱讀時自行參閱其他資訊來源，對文章內容真實性進一步查證。");
   notice.Put(23, 0, u"  瀏覽 第 1/1 頁 (100%)", 0x87).Cursor(23, 79);
-  for (const ScreenBuilder& page : {menu, mail, editor, game, notice}) {
+  for (const ScreenBuilder& page : {menu, mail, editor, notice}) {
     Show(TopPage());
     EXPECT_TRUE(Show(page.screen));
     EXPECT_FALSE(tracker_->IsOpen());
@@ -221,28 +221,6 @@ TEST_F(ArticleInfoTest, TheBoxOverTheReaderTellsTheCode) {
   Show(TopPage());
   EXPECT_TRUE(Info().IsArticle());
   EXPECT_EQ(Info().code, u"1abC-_9Z");
-}
-
-TEST_F(ArticleInfoTest, ThePushPromptOverAReaderIsKnownByWhatCameBefore) {
-  const struct {
-    std::uint32_t before, now;
-    bool over;
-  } cases[] = {
-      {PF_READING | PF_READ_TOP, PF_PUSH_LINE, true},
-      {PF_PUSH_LINE | PF_PUSH_OVER_READER, PF_PUSH_LINE | PF_PUSH_CONFIRM, true},
-      {PF_PUSH_LINE, PF_PUSH_LINE, false},
-      {PF_ARTICLE_LIST, PF_PUSH_LINE, false},
-      {PF_READING, PF_INPUT_FIELD, false},
-      {PF_PUSH_LINE | PF_PUSH_OVER_READER, PF_READING, false},
-      {PF_ARTICLE_LIST, PF_PUSH_LINE | PF_PUSH_OVER_READER, false},  // left over from before
-  };
-  for (const auto& entry : cases) {
-    ScreenSnapshot screen = ScreenBuilder().screen;
-    screen.pageFlags = entry.now;
-    MarkPushOverReader(entry.before, screen);
-    const std::uint32_t others = entry.now & ~std::uint32_t{PF_PUSH_OVER_READER};
-    EXPECT_EQ(screen.pageFlags, others | (entry.over ? PF_PUSH_OVER_READER : 0u));
-  }
 }
 
 }  // namespace

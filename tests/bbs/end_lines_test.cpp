@@ -7,25 +7,6 @@ namespace {
 
 constexpr std::u16string_view kHost = u"bbs.example";
 
-TEST(EndLinesTest, EachLineIsKnownByItsBeginning) {
-  using LineTest = bool (*)(std::u16string_view);
-  const struct {
-    LineTest test;
-    std::u16string_view beginning;
-  } cases[] = {
-      {IsLotteryLine, u"※ 開獎站 :"}, {IsForwarderLine, u"※ 轉錄者: "},   {IsForwardNote, u"※ [本文轉錄自 "},
-      {IsEditNote, u"※ 編輯: "},      {IsLastLoginLine, u"《上次上站》"},
-  };
-  for (const auto& entry : cases) {
-    EXPECT_TRUE(entry.test(entry.beginning));
-    EXPECT_TRUE(entry.test(std::u16string(entry.beginning) + u"kagami"));
-    EXPECT_FALSE(entry.test(entry.beginning.substr(0, entry.beginning.size() - 1)));
-    EXPECT_FALSE(entry.test(u" " + std::u16string(entry.beginning)));
-    for (const auto& other : cases)
-      EXPECT_EQ(other.test(entry.beginning), other.test == entry.test);
-  }
-}
-
 TEST(EndLinesTest, OriginLineNamesTheHost) {
   EXPECT_TRUE(IsOriginLine(u"※ 發信站: 奧拉拉文藝坊(bbs.example)", kHost));
   EXPECT_TRUE(IsOriginLine(u"※ 發信站: 奧拉拉文藝坊(bbs.example), 來自: 192.0.2.7", kHost));

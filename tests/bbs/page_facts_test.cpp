@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <ctime>
-#include <vector>
 
-#include "bbs/line_flags.h"
 #include "bbs/page_flags.h"
 #include "bbs/screen_fields.h"
 #include "tests/support/article_pages.h"
@@ -59,44 +57,14 @@ TEST_F(PageFactsTest, FieldsStepOverWholeCharacters) {
   EXPECT_EQ(FieldText(cut, 4, 70, 79), u"a");
 }
 
-TEST_F(PageFactsTest, NumbersSaturateAndAreWholeOrNone) {
-  const ScreenSnapshot screen = Row(3, 10, u" 99999999999 12x 7 ");
-  EXPECT_EQ(FieldNumber(screen, 3, 10, 79), 2147483647);
-  EXPECT_EQ(FieldNumber(screen, 3, 10, 13), 999);
-  EXPECT_EQ(FieldNumber(screen, 3, 22, 79), 12);
-  EXPECT_FALSE(WholeNumber(screen, 3, 23, 25));
-  EXPECT_EQ(WholeNumber(screen, 3, 26, 28), 7);
-  EXPECT_FALSE(WholeNumber(screen, 3, 40, 44));
-}
-
-TEST_F(PageFactsTest, HeaderOfAnArticle) {
-  const PageFacts facts;
-  const ScreenSnapshot page = ArticleHeader();
-  EXPECT_EQ(facts.ParseHeaderAuthor(page), u"kagami");
-  EXPECT_EQ(facts.ParseHeaderBoard(page), u"Astronomy");
-  EXPECT_EQ(facts.ParseHeaderTitle(page), u"[問題] 鏡子裡是誰");
-  EXPECT_EQ(facts.ParseHeaderTime(page, kNow), Local(2026, 11, 6, 6, 4, 5));
-  const ScreenSnapshot empty = ScreenBuilder().screen;
-  EXPECT_EQ(facts.ParseHeaderAuthor(empty), u"");
-  EXPECT_EQ(facts.ParseHeaderBoard(empty), u"");
-  EXPECT_EQ(facts.ParseHeaderTitle(empty), u"");
-  EXPECT_EQ(facts.ParseHeaderTime(empty, kNow), 0);
-}
-
 TEST_F(PageFactsTest, AuthorEndsAtABlankABracketOrTwelveCharacters) {
   const PageFacts facts;
   const struct {
     std::u16string_view field, author;
   } cases[] = {
-      {u"kagami (鏡)", u"kagami"},
-      {u"kagami(鏡)", u"kagami"},
-      {u"abcdefghijkl (x)", u"abcdefghijkl"},
-      {u"abcdefghijklm", u"abcdefghijkl"},
-      {u"abcdefghijkl", u"abcdefghijkl"},
-      {u"abcdefghijk鏡 x", u"abcdefghijk鏡"},
-      {u"鏡鏡鏡鏡鏡鏡鏡", u"鏡鏡鏡鏡鏡鏡"},
-      {u" kagami", u""},
-      {u"(鏡)", u""},
+      {u"kagami (鏡)", u"kagami"},          {u"kagami(鏡)", u"kagami"},
+      {u"abcdefghijklm", u"abcdefghijkl"},  {u"abcdefghijk鏡 x", u"abcdefghijk鏡"},
+      {u"鏡鏡鏡鏡鏡鏡鏡", u"鏡鏡鏡鏡鏡鏡"}, {u"(鏡)", u""},
   };
   for (const auto& entry : cases) {
     ScreenBuilder builder;
@@ -221,11 +189,8 @@ TEST_F(PageFactsTest, InformationBox) {
       {u"Re: Hello", u"R: Hello"},
       {u"Re:Hello", u"R: Hello"},
       {u"rE:  Hello", u"R:  Hello"},
-      {u"FW: x", u"轉 x"},
       {u"fw:x", u"轉 x"},
-      {u"Hello", u"□ Hello"},
       {u"Re Hello", u"□ Re Hello"},
-      {u"Re: [問題] 鏡子", u"R: [問題] 鏡子"},
       {u"ABCDEFGHIJKLMNOPQRST?UV", u"□ ABCDEFGHIJKLMNOPQRST"},
       {u"ABCDEFGHIJKLMNOPQRSTUVW", u"□ ABCDEFGHIJKLMNOPQRSTU"},
       {u"", u""},
@@ -256,20 +221,14 @@ TEST_F(PageFactsTest, PushLines) {
     std::u16string_view line, author;
   } cases[] = {
       {u"推 kagami: 推", u"kagami"},
-      {u"噓 k: x", u"k"},
       {u"→ abcdefghijkl: x", u"abcdefghijkl"},
       {u"→ abcdefghijklm: x", u""},  // the colon comes too late
-      {u"→ abcdefghijkl : x", u""},
       {u"→ abcdefghijk : x", u"abcdefghijk"},
-      {u"推 kagami   : x", u"kagami"},
       {u"推 kagami  x: x", u""},
       {u"推 9kagami: x", u""},
       {u"推  kagami: x", u""},
-      {u"推kagami: x", u""},
-      {u"推 kag_mi: x", u""},
       {u"推 kag鏡: x", u""},
       {u"推 : x", u""},
-      {u"推 kagami", u""},
       {u"※ kagami: x", u""},
   };
   for (const auto& entry : cases) {
@@ -301,12 +260,10 @@ TEST_F(PageFactsTest, ReaderPosition) {
   EXPECT_EQ(facts.ParseReaderPage(footer), 12);
   EXPECT_EQ(PageFacts::ParseReaderLastLine(Row(23, 0, u"  瀏覽 P.1(33%)")), kNoLine);
   EXPECT_EQ(facts.ParseReaderPage(Row(23, 0, u"  瀏覽 P.1(33%)")), std::nullopt);
-  EXPECT_EQ(facts.ParseReaderPage(Row(23, 0, u"  瀏覽 第 12/34")), std::nullopt);
   EXPECT_EQ(facts.ParseReaderPage(Row(23, 0, u"  瀏覽 第 x 頁")), std::nullopt);
   EXPECT_EQ(PageFacts::ParseReaderLastLine(Row(23, 35, u"~42")), kNoLine);
   EXPECT_EQ(PageFacts::ParseReaderLastLine(Row(23, 36, u"~42")), 42);
   EXPECT_EQ(PageFacts::ParseReaderLastLine(Row(23, 36, u"~0 ")), 1);
-  EXPECT_EQ(PageFacts::ParseReaderLastLine(Row(23, 36, u"~x")), 1);
   EXPECT_EQ(PageFacts::ParseReaderLastLine(Row(23, 79, u"~")), 1);
   EXPECT_EQ(PageFacts::ParseReaderLastLine(Row(23, 60, u"~99999999999999999999")), 2147483647);
   ScreenSnapshot trap = Row(23, 50, u"~7");
@@ -321,117 +278,13 @@ TEST_F(PageFactsTest, Money) {
     std::u16string_view text;
     std::int32_t money;
   } cases[] = {
-      {50, u"(現有文藝幣$1234)", 1234},
-      {50, u"($1)($22)", 22},
-      {50, u"($1) 22)", kNoMoney},
+      {50, u"(現有文藝幣$1234)", 1234},   {50, u"($1)($22)", 22},
       {45, u"($1) 又 ($22)", kNoMoney},  // the first is too far left
-      {50, u"$1234", kNoMoney},
-      {50, u"$)", kNoMoney},
-      {50, u")$1", kNoMoney},
-      {50, u"$12,345)", kNoMoney},
-      {50, u"$99999999999)", 2147483647},
-      {0, u"", kNoMoney},
+      {50, u"$1234", kNoMoney},           {50, u")$1", kNoMoney},
+      {50, u"$99999999999)", 2147483647}, {0, u"", kNoMoney},
   };
   for (const auto& entry : cases)
     EXPECT_EQ(PageFacts::ParseMoney(Row(1, entry.col, entry.text)), entry.money);
-}
-
-class LineFlagsTest : public WithTables {
- protected:
-  static LineFlags FlagsOf(ScreenBuilder builder, std::uint32_t pageFlags,
-                           const std::vector<std::u16string>& words = {}) {
-    builder.screen.pageFlags = pageFlags;
-    return FlagLines(PageFacts(), builder.screen, Keywords(words));
-  }
-  static std::vector<int> RowsWith(const LineFlags& flags, std::uint8_t mask) {
-    std::vector<int> rows;
-    for (int row = 0; row < kRows; ++row)
-      if ((flags[static_cast<std::size_t>(row)] & mask) != 0) rows.push_back(row);
-    return rows;
-  }
-};
-
-TEST_F(LineFlagsTest, PushLinesInTheReaderAndUnderItsPrompts) {
-  ScreenBuilder page;
-  for (const int row : {0, 7, 8, 21, 22, 23})
-    page.Put(row, 0, u"推 kagami: 推");
-  const std::vector<int> lines = {0, 7, 8, 21, 22};
-  EXPECT_EQ(RowsWith(FlagsOf(page, PF_READING), LF_PUSH), lines);
-  EXPECT_EQ(RowsWith(FlagsOf(page, PF_READING | PF_STAR_LINE), LF_PUSH), lines);
-  EXPECT_EQ(RowsWith(FlagsOf(page, PF_INPUT_FIELD), LF_PUSH), lines);
-  EXPECT_EQ(RowsWith(FlagsOf(page, PF_PUSH_LINE | PF_PUSH_OVER_READER), LF_PUSH),
-            (std::vector<int>{0, 7, 8, 21, 22, 23}));
-  for (const std::uint32_t other :
-       {std::uint32_t{0}, std::uint32_t{PF_EDITOR}, std::uint32_t{PF_LIST_CURSOR},
-        std::uint32_t{PF_EDITOR | PF_INPUT_FIELD}, std::uint32_t{PF_ARTICLE_LIST}})
-    EXPECT_EQ(RowsWith(FlagsOf(page, other), LF_PUSH), std::vector<int>{});
-}
-
-TEST_F(LineFlagsTest, MarksOfAnArticleList) {
-  const struct {
-    std::u16string_view line;
-    int mark;
-  } cases[] = {
-      {u"  12345  99 1/05 kagami       □ x", LF_LIST_READ},
-      {u"  12345 m 9 1/05 kagami       □ x", LF_LIST_READ},
-      {u"  12345 s 9 1/05 kagami       □ x", LF_LIST_READ},
-      {u"  12345 ~ 9 1/05 kagami       □ x", LF_LIST_NEWS},
-      {u"  12345 = 9 1/05 kagami       □ x", LF_LIST_NEWS},
-      {u"> 12345 + 9 1/05 kagami       □ x", 0},
-      {u"  12345 M 9 1/05 kagami       □ x", 0},
-      {u"  12345 ~ 9 1/05 -            □ x", LF_DELETED},
-      {u"  12345     1/05 -            □ (本文已被刪除)", LF_DELETED},
-      {u"  12345 ", 0},  // drawn half
-      {u"", 0},          // below the last article
-  };
-  for (const auto& entry : cases)
-    for (const int row : {2, 3, 22, 23}) {
-      const LineFlags flags = FlagsOf(ScreenBuilder().Put(row, 0, entry.line), PF_ARTICLE_LIST);
-      for (int other = 0; other < kRows; ++other)
-        EXPECT_EQ(flags[static_cast<std::size_t>(other)],
-                  other == row && row != 2 && row != 23 ? entry.mark : 0);
-    }
-  ScreenBuilder trap;  // the second byte of a character is no mark
-  trap.Put(5, 0, u"  12345 ~ 9 1/05 kagami").screen.text[5][7] = 0xA4;
-  EXPECT_EQ(FlagsOf(trap, PF_ARTICLE_LIST)[5], 0);
-  EXPECT_EQ(FlagsOf(ScreenBuilder().Put(5, 0, cases[3].line), PF_LIST_CURSOR)[5], 0);
-}
-
-TEST_F(LineFlagsTest, KeywordsWithoutRegardToCase) {
-  const struct {
-    std::u16string_view word, line;
-    bool contained;
-  } cases[] = {
-      {u"Moon", u"[閒聊] MOON", true},
-      {u"月亮", u"今天的月亮", true},
-      {u"moon", u"moo", false},
-      {u"ａ", u"Ａ", true},
-      {u"ω", u"Ω", true},
-      {u"moon", u"mmoon", true},
-      {u"月亮", u"月光 亮", false},
-      {u"x", u"", false},
-      {u"[", u"{", false},
-  };
-  for (const auto& entry : cases) {
-    const std::vector<std::u16string> words = {u"zzz", std::u16string(entry.word), u""};
-    EXPECT_EQ(Keywords(words).Contained(entry.line), entry.contained);
-    const LineFlags flags = FlagsOf(ScreenBuilder().Put(9, 20, entry.line), PF_READING, words);
-    EXPECT_EQ(RowsWith(flags, LF_KEYWORD), entry.contained ? std::vector<int>{9} : std::vector<int>{});
-  }
-  EXPECT_TRUE(Keywords({u""}).Empty());
-  const Keywords nested({u"Apple", u"Apple Watch", u"x"});
-  const struct {
-    std::u16string_view text;
-    std::size_t length;
-  } begins[] = {{u"APPLE watches", 11}, {u"apple watc", 5}, {u"an apple", 0}, {u"x", 1}, {u"", 0}};
-  for (const auto& entry : begins)
-    EXPECT_EQ(nested.LengthAtBegin(entry.text), entry.length);
-
-  ScreenBuilder list;
-  list.Put(2, 30, u"moon").Put(4, 17, u"kagami       □ moon").Put(5, 17, u"-            □ moon");
-  list.Put(23, 30, u"moon");
-  EXPECT_EQ(RowsWith(FlagsOf(list, PF_ARTICLE_LIST, {u"moon"}), LF_KEYWORD), std::vector<int>{4});
-  EXPECT_EQ(RowsWith(FlagsOf(list, 0, {u"moon"}), LF_KEYWORD), std::vector<int>{});
 }
 
 }  // namespace

@@ -158,14 +158,6 @@ TEST_F(PushRunTest, TheListIsFollowedOnlyOnTheArticlesLine) {
   EXPECT_TRUE(result.unsure);
 }
 
-TEST_F(PushRunTest, TheArticleIsOpenAgainAfterARefusalToo) {
-  const std::vector<Turn> turns = {{"", Reader()},
-                                   {"X", Message(u"無法推文: 使用者不可發言")},
-                                   {"\n", List(u"author      ")},
-                                   {"l", Reader()}};
-  EXPECT_EQ(Run(turns, {.text = u"一"}).outcome, PushOutcome::kRefused);
-}
-
 TEST_F(PushRunTest, TheLedgerTellsOfARunThatEndedAndOfOneThatWasStopped) {
   const auto order = [](std::chrono::milliseconds limit) {
     return PushOrder{.text = u"一", .author = u"author", .asksCode = true, .patience = limit};

@@ -38,27 +38,6 @@ ScreenSnapshot ArticleList() {
   return builder.screen;
 }
 
-TEST_F(ClassifierTest, AnArticleListSetsAllThreeOfItsBits) {
-  const PageTests pages;
-  ScreenSnapshot screen = ArticleList();
-  EXPECT_TRUE(ClassifyScreen(pages, screen, ScreenReason::kUpdated));
-  EXPECT_EQ(screen.pageFlags,
-            std::uint32_t{PF_LIST_CURSOR | PF_ARTICLE_LIST | PF_ARTICLE_LIST_CURSOR | PF_BROWSABLE});
-  screen.isBbsSite = 0;
-  ClassifyScreen(pages, screen, ScreenReason::kUpdated);
-  EXPECT_EQ(screen.pageFlags & PF_BROWSABLE, 0u);
-}
-
-TEST_F(ClassifierTest, AReaderPageHasOnlyReaderBits) {
-  const PageTests pages;
-  ScreenBuilder builder;
-  builder.screen = ArticleList();  // remains of the list behind the footer do not count
-  builder.Put(23, 0, u"  瀏覽 第 1/1 頁 (100%)  目前顯示: 第 01~10 行", 0x87).Fill(23, 60, 79, 0x27);
-  ClassifyScreen(pages, builder.screen, ScreenReason::kUpdated);
-  EXPECT_EQ(builder.screen.pageFlags,
-            std::uint32_t{PF_READING | PF_READ_TOP | PF_READ_END | PF_READ_FOOTER_RED | PF_BROWSABLE});
-}
-
 TEST_F(ClassifierTest, AStarLineKeepsWhatThePageWas) {
   const PageTests pages;
   ScreenSnapshot screen = ArticleList();
@@ -70,9 +49,12 @@ TEST_F(ClassifierTest, AStarLineKeepsWhatThePageWas) {
   builder.Put(22, 14, u" ").Cursor(22, 14);
   ClassifyScreen(pages, builder.screen, ScreenReason::kUpdated);
   EXPECT_EQ(builder.screen.pageFlags, before | PF_STAR_LINE);
+  EXPECT_NE(before & PF_BROWSABLE, 0u);
   EXPECT_EQ(builder.screen.msgCount, 1);
+  screen.isBbsSite = 0;
   ClassifyScreen(pages, screen, ScreenReason::kUpdated);
   EXPECT_EQ(screen.msgCount, 0);
+  EXPECT_EQ(screen.pageFlags, before & ~std::uint32_t{PF_BROWSABLE});
 }
 
 TEST_F(ClassifierTest, AFrozenScreenIsOnlyLookedAtWhenTheConnectionEnds) {

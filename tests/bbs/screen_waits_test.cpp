@@ -149,15 +149,6 @@ TEST_F(ScreenWaitsTest, ABoardIsEnteredFromThePromptWhateverComesBefore) {
   }));
 }
 
-TEST_F(ScreenWaitsTest, AMenuThatStaysMeansThatThereIsNoSuchBoard) {
-  Connect(PlayTurns({{"", BoardPrompt()}, {"\r", Pause()}, {"\x03", Menu()}}));
-  EXPECT_FALSE(Await([](ScreenWaits& waits) {
-    const bool entered = waits.EnterBoardFromPrompt(ScreenWaits::BoardName::kAtPrompt);
-    EXPECT_TRUE(waits.IsAlive());
-    return entered;
-  }));
-}
-
 TEST_F(ScreenWaitsTest, AMessageThatSwallowsTheKeyIsDismissedAndTheKeyRepeated) {
   const auto asking = [this](const ScreenSnapshot& screen) {
     return classifier_.Pages().IsInputField(screen);
@@ -205,26 +196,11 @@ TEST_F(ScreenWaitsTest, AnArticleIsOpenedAtTheTopOrTheEnd) {
       }));
 }
 
-TEST_F(ScreenWaitsTest, ANumberIsTakenWhenItsEchoHasGone) {
-  EXPECT_TRUE(Follow({{"", ArticleList() + At(23, 71, u"123") + FieldAt(23, 74)}, {"\r", ArticleList()}},
-                     [](ScreenWaits& waits) {
-                       const bool echoed = waits.WaitUntil(
-                           [](const ScreenSnapshot& screen) { return screen.cursorRow == 23; });
-                       waits.Send("\r");
-                       return echoed && waits.WaitForNumberEcho(123);
-                     }));
-}
-
 TEST_F(ScreenWaitsTest, EachMessageIsDismissedOnce) {
   using Until = ScreenWaits::StarLine;
-  // The second one comes on the same row: it is another message all the same.
   const auto showing = [this](const ScreenSnapshot& screen) {
     return classifier_.Pages().IsStarLine(screen);
   };
-  EXPECT_TRUE(
-      Follow({{"", Menu() + StarLine(22)}, {"\n", StarLine(22)}, {"\n", Menu()}}, [&](ScreenWaits& waits) {
-        return waits.WaitUntil(showing) && waits.ResendWhileInterrupted(Until::kOnlyPending);
-      }));
   // A page that does not change has been told once; who wants to go on regardless repeats the key.
   Connect(PlayTurns({{"", Menu() + StarLine(22)}}));
   EXPECT_TRUE(Await([&](ScreenWaits& waits) {
@@ -239,45 +215,6 @@ TEST_F(ScreenWaitsTest, EachMessageIsDismissedOnce) {
   EXPECT_FALSE(Follow({{"", Menu()}}, [](ScreenWaits& waits) {
     return waits.WaitForListCursor() && waits.ResendWhileInterrupted(Until::kUntilGone);
   }));
-}
-
-// The waits see whole pages only, however fast they follow one another; also a test for ThreadSanitizer.
-TEST_F(ScreenWaitsTest, NoWaitSeesAPageInPieces) {
-  std::string pages[2];
-  for (int i = 0; i < 2; ++i)
-    for (int row = 0; row < kRows; ++row)
-      pages[i] += At(row, 0) + std::string(kCols, static_cast<char>('A' + i));
-  const auto script = std::make_shared<TransportScript>();
-  script->run = [&pages](TransportEvents& events, const StopSignal& stop) {
-    events.OnConnected({});
-    // Every so often nothing comes for a moment, after the one page and after the other.
-    for (unsigned i = 0; !stop.WaitFor(i % 15 == 0 ? 1 : 0); ++i) {
-      const std::string& page = pages[i % 2];
-      events.OnReceived({reinterpret_cast<const std::uint8_t*>(page.data()), page.size()});
-    }
-    return TransportEnd{};
-  };
-  Connect(script);
-  std::atomic<int> torn{0};
-  const auto whole = [&](const ScreenSnapshot& screen) {
-    const std::uint8_t first = screen.TextAt(0, 0);
-    for (int row = 0; row < kRows; ++row)
-      for (const char byte : screen.RowText(row))
-        torn += static_cast<std::uint8_t>(byte) != first;
-    return first != ' ';
-  };
-  EXPECT_TRUE(Await([&](ScreenWaits& waits) {
-    for (int look = 0; look < 60; ++look) {
-      const std::u16string wanted(10, look % 2 == 0 ? u'A' : u'B');
-      if (!waits.WaitUntil(whole, std::chrono::milliseconds(0))) return false;
-      if (waits.WaitForProbes(Want::kMatch, {{23, 70, wanted}}) != 1) return false;
-      waits.Send("x");
-    }
-    return true;
-  }));
-  EXPECT_EQ(torn, 0);
-  EXPECT_TRUE(WaitUntil([&] { return Typed() == std::string(60, 'x'); }));
-  session_.Disconnect();
 }
 
 }  // namespace

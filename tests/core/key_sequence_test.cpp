@@ -19,13 +19,5 @@ TEST(KeySequenceTest, OnlyTheTenKeysHaveASequenceAndItIsTheirOwn) {
   }
 }
 
-// VT220 names the editing keys by number; BBSes take 1 and 4 for Home and End.
-TEST(KeySequenceTest, SequencesAreThoseOfTheTerminal) {
-  std::string all;
-  for (int key = 33; key <= 46; ++key)
-    all += KeySequence(key);
-  EXPECT_EQ(all, "\x1b[5~\x1b[6~\x1b[4~\x1b[1~\x1b[D\x1b[A\x1b[C\x1b[B\x1b[2~\x1b[3~");
-}
-
 }  // namespace
 }  // namespace quillet

@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "core/byte_words.h"
 #include "core/term_screen.h"
 #include "tests/support/feeding.h"
 #include "tests/support/recording_watcher.h"
@@ -193,19 +192,6 @@ TEST_F(ParserEqualityTest, RememberedSequencesMeanWhatTheyMeantFirst) {
   for (int round = 0; round < 3; ++round) {
     pair.Feed(bytes);
     ASSERT_TRUE(pair.Same()) << "round " << round;
-  }
-}
-
-TEST(ByteWordsTest, EveryByteValueIsJudgedInEveryPlace) {
-  for (unsigned place = 0; place < 8; ++place) {
-    for (unsigned value = 0; value < 256; ++value) {
-      for (const std::uint64_t others : {0x00ull, 0x1Bull, 0x1Cull, 0x7Full, 0x80ull, 0xFFull}) {
-        const std::uint64_t shifted = std::uint64_t{0xFF} << (8 * place);
-        const std::uint64_t word = (others * kEachByte & ~shifted) | std::uint64_t{value} << (8 * place);
-        const std::uint64_t mark = (BytesBelow(word, 28) >> (8 * place)) & 0xFF;
-        ASSERT_EQ(mark, value < 28 ? 0x80u : 0u) << "value " << value << " at " << place;
-      }
-    }
   }
 }
 

@@ -84,16 +84,5 @@ TEST_F(ReplayTest, WhatCannotBeReadIsNamed) {
   }
 }
 
-TEST_F(ReplayTest, TheScreenOfARecordingStaysAfterItsEnd) {
-  std::ofstream(file_, std::ios::binary) << "\x1b[2;1Hshown";
-  TermSession session({});
-  session.ConnectWith(std::make_unique<ReplayTransport>(file_, 0));
-  ASSERT_TRUE(WaitUntil([&] { return session.state == kStateClosed; }));
-  EXPECT_EQ(session.LastEnd().reason, EndReason::kEndOfRecording);
-  LiveScreen::Copy copy;
-  ASSERT_TRUE(
-      WaitUntil([&] { return session.live.Read(copy), copy.screen.RowText(1).starts_with("shown"); }));
-}
-
 }  // namespace
 }  // namespace quillet

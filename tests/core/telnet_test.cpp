@@ -152,15 +152,6 @@ TEST(TelnetTest, APeerThatLeavesAtOnceIsReadToItsEndAndNothingTypedIsMissing) {
   }
 }
 
-TEST(TelnetTest, AHostWithoutAnAddressSaysWhy) {
-  TermSession session({});
-  session.ConnectWith(std::make_unique<TelnetTransport>("h", "1", [](const std::string&, const std::string&) {
-    return Resolution{{}, "no such host"};
-  }));
-  EXPECT_EQ(session.LastEnd().reason, EndReason::kResolveFailed);
-  EXPECT_EQ(session.LastEnd().detail, "no such host");
-}
-
 TEST(TelnetTest, TheFirstAddressThatAnswersWins) {
   std::uint16_t refused = 0;
   {

@@ -9,20 +9,6 @@
 namespace quillet {
 namespace {
 
-TEST(TermScreenTest, StartsBlankWithBlackInk) {
-  TermScreen screen;
-  EXPECT_EQ(Row(screen, 0), "");
-  EXPECT_EQ(screen.AttrAt(23, 79), kAttrBlank);
-  EXPECT_EQ(screen.cursorRow, 0);
-  EXPECT_EQ(screen.cursorCol, 0);
-  EXPECT_EQ(screen.classifierMode, 8);
-
-  screen.Feed(AsBytes("A\x1b[mB"));
-  EXPECT_EQ(Row(screen, 0), "AB");
-  EXPECT_EQ(screen.AttrAt(0, 0), 0);
-  EXPECT_EQ(screen.AttrAt(0, 1), kAttrBlank);
-}
-
 TEST(TermScreenTest, ClearRestoresTheBytesBehindTheRowsAndNothingElse) {
   TermScreen screen;
   screen.Feed(AsBytes(NumberedRows() + "\x1b[1;33;44m" + At(7, 5)));
@@ -42,16 +28,6 @@ TEST(TermScreenTest, ClearRestoresTheBytesBehindTheRowsAndNothingElse) {
   EXPECT_EQ(screen.cursorRow, 7);
   EXPECT_EQ(screen.cursorCol, 5);
   EXPECT_EQ(screen.curAttr, 0x8Bu);
-}
-
-TEST(TermScreenTest, RowsStayStringsWhateverIsScrolledAndErased) {
-  TermScreen screen;
-  screen.Feed(AsBytes(NumberedRows() + At(23, 70) + "\n\n\x1b[K" + At(4, 79) + "\x1b[K\x1b[3L\x1bM" +
-                      At(20, 0) + "\x1b[2L" + At(0, 0) + "\x1bM\x1bM" + At(23, 79) + "\x1bM\x1b[L\n"));
-  for (const ScreenRow& row : screen.text) {
-    EXPECT_EQ(row[80], ' ');
-    EXPECT_EQ(row[81], 0);
-  }
 }
 
 }  // namespace

@@ -7,7 +7,6 @@
 #include <thread>
 
 #include "core/key_sequence.h"
-#include "core/session_link.h"
 #include "tests/support/fake_watcher.h"
 #include "tests/support/scripted_transport.h"
 #include "tests/support/wait_until.h"
@@ -24,16 +23,6 @@ TransportEnd NeverAnswers(TransportEvents&, const StopSignal& stop) {
   while (!stop.WaitFor(1000)) {
   }
   return {};
-}
-
-TEST(SessionLinkTest, OnlyTypedBytesThatWereAcceptedCountAsUnsent) {
-  const auto script = std::make_shared<TransportScript>();
-  SessionLink link(std::make_unique<ScriptedTransport>(script), TermSession::kSendChunk);
-  link.Queue("opening keys", {}, SessionLink::Origin::kOpening);
-  link.Finish();
-  EXPECT_FALSE(link.Queue("late", {}, SessionLink::Origin::kTyped));
-  link.Write("late", SessionLink::Origin::kTyped);
-  EXPECT_EQ(link.Unsent(), 0u);
 }
 
 class TermSessionTest : public testing::Test {
@@ -99,17 +88,6 @@ TEST_F(TermSessionTest, AddressesThatLeadNowhereEndInOneEventAndAReason) {
     EXPECT_TRUE(session_.SendKey(kKeyUp)) << "a known key, though it goes nowhere";
   }
   EXPECT_EQ(watcher_.connected, 0);
-}
-
-TEST_F(TermSessionTest, ATransportsOwnEndIsKept) {
-  script_->run = [](TransportEvents&, const StopSignal&) {
-    return TransportEnd{EndReason::kConnectFailed, "nobody there"};
-  };
-  session_.ConnectWith(Scripted());
-  EXPECT_EQ(session_.state, kStateClosed);
-  EXPECT_EQ(session_.LastEnd().reason, EndReason::kConnectFailed);
-  EXPECT_EQ(session_.LastEnd().detail, "nobody there");
-  EXPECT_EQ(watcher_.disconnected, 1);
 }
 
 TEST_F(TermSessionTest, TheScreenStartsAnewButKeepsItsParserState) {
@@ -311,23 +289,6 @@ TEST_F(TermSessionTest, WhatIsTypedWhileConnectingIsSentAndAfterTheEndIsNot) {
   EXPECT_EQ(session_.UnsentBytes(), 0u);
 }
 
-TEST_F(TermSessionTest, AStalledPeerHoldsNeitherTypingNorTheEndAndNothingIsUncounted) {
-  script_->write = [](std::span<const std::uint8_t> bytes, const StopSignal& stop) {
-    while (!stop.WaitFor(1000)) {
-    }
-    return bytes.size() / 2;  // what the system had taken of the piece in hand
-  };
-  session_.ConnectWith(Scripted());
-  session_.SendBytes("0123456789");
-  session_.SendBytes("ab");
-  session_.SendBytes("cd");
-  session_.SendBytes(std::string(3000, 'x'));
-  session_.SendBytes("beyond a long queue");
-  session_.Disconnect();
-  EXPECT_EQ(session_.UnsentBytes() + script_->Written().size(), 10u + 2 + 2 + 3000 + 19);
-  EXPECT_EQ(script_->Written().substr(0, 5), "01234");
-}
-
 // One wait of a tenth of a second for all of them: twenty seconds if each key had its own.
 TEST_F(TermSessionTest, KeysTypedAtAStalledPeerDoNotEachWait) {
   script_->write = [](std::span<const std::uint8_t>, const StopSignal& stop) -> std::size_t {
@@ -468,25 +429,6 @@ TEST_F(TermSessionTest, TheReactionWaitEndsWhenTheMenuCursorHasMoved) {
   session_.SendKey(kKeyDown, ReactionWait::kUntilCursorMoves);  // the window's own wait is bounded
   session_.Disconnect();
   second.join();
-}
-
-TEST_F(TermSessionTest, MovingTheCursorStartsFromTheScreensOwn) {
-  script_->run = [](TransportEvents& events, const StopSignal& stop) {
-    events.OnConnected({});
-    events.OnReceived(Bytes("\x1b[3;4H"));
-    while (!stop.WaitFor(1000)) {
-    }
-    return TransportEnd{};
-  };
-  session_.ConnectWith(Scripted());
-  ASSERT_TRUE(WaitUntil([&] { return watcher_.updated >= 1; }));
-  LiveScreen::Copy copy;
-  ASSERT_TRUE(WaitUntil([&] { return session_.live.Read(copy), copy.screen.cursorRow == 2; }));
-  session_.MoveCursorTo(2, 5);
-  session_.MoveCursorTo(2, 3);
-  session_.MoveCursorTo(1, 1, CellPosition{3, 70});
-  ASSERT_TRUE(WaitUntil([&] { return script_->Written() == "\x1b[C\x1b[C\x1b[1~\x1b[A\x1b[A\x1b[C"; }))
-      << script_->Written();
 }
 
 TEST(CursorKeysTest, RowsGoByHomeAndColumnsAlone) {

@@ -14,15 +14,6 @@ namespace {
 
 class DemoAutoLoginTest : public DemoTest {
  protected:
-  // Logs the session in; what the screen shows afterwards is the test's to see.
-  LoginResult LogIn(LiveSession& live, const LoginRequest& request) {
-    EXPECT_TRUE(live.Connect(server->Address()));
-    std::atomic<LoginResult> result{LoginResult::kClosed};
-    live.Start([&](ScreenWaits& waits) { result = AutoLogin(waits, request); });
-    EXPECT_TRUE(WaitUntil([&] { return live.ended.load(); })) << live.Dump();
-    live.Cancel();
-    return result;
-  }
   bool ShowsMainMenu(LiveSession& live) {
     return WaitUntil([&] {
       const ScreenSnapshot& screen = live.Screen();
@@ -44,7 +35,9 @@ TEST_F(DemoAutoLoginTest, EveryArrivalEndsOnTheMainMenu) {
       SCOPED_TRACE(testing::Message() << std::string(request.account.begin(), request.account.end())
                                       << " writes " << static_cast<int>(writes));
       LiveSession live;
-      EXPECT_EQ(LogIn(live, request), LoginResult::kFinished);
+      ASSERT_TRUE(live.Connect(server->Address()));
+      EXPECT_EQ(live.Run([&](ScreenWaits& waits) { return AutoLogin(waits, request); }),
+                LoginResult::kFinished);
       EXPECT_TRUE(ShowsMainMenu(live)) << live.Dump();
     }
   }
@@ -104,37 +97,27 @@ class BrokenBbs {
 
 class AutoLoginEndTest : public WithTables {
  protected:
-  // Plays up to each turn, makes an end, and checks that the run ends and types nothing more.
-  void EndAtEachTurn(BrokenBbs::End end, const std::function<void(LiveSession&)>& act) {
-    for (std::size_t turn = 0; turn < login_pages::Everything().size(); ++turn) {
-      SCOPED_TRACE(turn);
-      BrokenBbs bbs(turn, end);
-      LiveSession live;
-      ASSERT_TRUE(live.Connect(bbs.Address()));
-      std::atomic<LoginResult> result{LoginResult::kFinished};
-      live.Start([&](ScreenWaits& waits) { result = AutoLogin(waits, {u"me", u"secret", true}); });
-      ASSERT_TRUE(WaitUntil([&] { return bbs.PlayedAll(); })) << live.Dump() << bbs.Typed();
-      act(live);
-      ASSERT_TRUE(WaitUntil([&] { return live.ended.load(); })) << live.Dump();
-      EXPECT_EQ(result, LoginResult::kClosed);
-      live.Join();
-      live.session.Disconnect();
-      EXPECT_TRUE(WaitUntil([&] { return bbs.ClientIsGone(); }));
-      EXPECT_EQ(bbs.Typed(), bbs.Expected());
-    }
+  void StartLogin(LiveSession& live) {
+    live.Start([&](ScreenWaits& waits) { result_ = AutoLogin(waits, {u"me", u"secret", true}); });
   }
+
+  std::atomic<LoginResult> result_{LoginResult::kFinished};
 };
 
-TEST_F(AutoLoginEndTest, TheServerMayGoAtAnyTurn) {
-  EndAtEachTurn(BrokenBbs::End::kClose, [](LiveSession&) {});
-}
-
-TEST_F(AutoLoginEndTest, TheRunMayBeCancelledAtAnyTurn) {
-  EndAtEachTurn(BrokenBbs::End::kSilence, [](LiveSession& live) { live.cancelled = true; });
-}
-
-TEST_F(AutoLoginEndTest, TheUserMayDisconnectAtAnyTurn) {
-  EndAtEachTurn(BrokenBbs::End::kSilence, [](LiveSession& live) { live.session.Disconnect(); });
+TEST_F(AutoLoginEndTest, WhenTheServerGoesAtAnyTurnTheRunEndsAndTypesNothingMore) {
+  for (std::size_t turn = 0; turn < login_pages::Everything().size(); ++turn) {
+    SCOPED_TRACE(turn);
+    BrokenBbs bbs(turn, BrokenBbs::End::kClose);
+    LiveSession live;
+    ASSERT_TRUE(live.Connect(bbs.Address()));
+    result_ = LoginResult::kFinished;
+    StartLogin(live);
+    ASSERT_TRUE(WaitUntil([&] { return live.ended.load(); })) << live.Dump();
+    EXPECT_EQ(result_, LoginResult::kClosed);
+    live.session.Disconnect();
+    EXPECT_TRUE(WaitUntil([&] { return bbs.ClientIsGone(); }));
+    EXPECT_EQ(bbs.Typed(), bbs.Expected());
+  }
 }
 
 // The next connection is not the run's, whatever it shows.
@@ -143,12 +126,11 @@ TEST_F(AutoLoginEndTest, ARunNeverTypesIntoTheNextConnection) {
   BrokenBbs second(2, BrokenBbs::End::kSilence);
   LiveSession live;
   ASSERT_TRUE(live.Connect(first.Address()));
-  std::atomic<LoginResult> result{LoginResult::kFinished};
-  live.Start([&](ScreenWaits& waits) { result = AutoLogin(waits, {u"me", u"secret"}); });
+  StartLogin(live);
   ASSERT_TRUE(WaitUntil([&] { return first.PlayedAll(); }));
   ASSERT_TRUE(live.Connect(second.Address()));
   ASSERT_TRUE(WaitUntil([&] { return live.ended.load(); }));
-  EXPECT_EQ(result, LoginResult::kClosed);
+  EXPECT_EQ(result_, LoginResult::kClosed);
   EXPECT_EQ(second.Typed(), "");
 }
 

@@ -1,4 +1,3 @@
-#include <atomic>
 #include <map>
 
 #include "bbs/article_jump.h"
@@ -93,12 +92,8 @@ TEST_F(DemoJumpTest, WhatTheBbsDoesNotKnowLeavesTheUserOnAList) {
   const Target& known = targets_.front();
   EXPECT_EQ(Jump({known.board, u"1zzzzzzz"}), JumpResult::kNotFound);
   EXPECT_TRUE(live_.classifier.Pages().IsArticleListStrict(live_.Screen())) << live_.Dump();
-  EXPECT_EQ(Jump({u"NoSuchBoard", known.code}), JumpResult::kNoBoard);
-  EXPECT_TRUE(ShowsMenu()) << live_.Dump();
-  EXPECT_EQ(Jump(known), JumpResult::kFound);
-
   // From the board list, where the name selects a board and the last one stays selected.
-  Type("qqq");
+  Type("qq");
   ASSERT_TRUE(Shows(0, 0, u"【主功能表】"));
   Type("b\r");
   ASSERT_TRUE(Shows(0, 0, u"【看板列表】"));
@@ -157,27 +152,6 @@ TEST_F(DemoJumpTest, EveryPageThatCanBeLeftIsLeft) {
     EXPECT_EQ(Jump(targets_[20]), JumpResult::kFound) << live_.Dump();
     ExpectOn(targets_[20]);
   }
-}
-
-TEST_F(DemoJumpTest, ACancelledOrClosedRunEnds) {
-  std::atomic<JumpResult> result{JumpResult::kFound};
-  for (int run = 0; run < 12; ++run) {
-    const Target& target = targets_[static_cast<std::size_t>(run) * 5];
-    live_.Start([&](ScreenWaits& waits) { result = JumpToArticle(waits, target.board, target.code); });
-    std::this_thread::sleep_for(std::chrono::milliseconds(run * 7));  // a random moment of the run
-    live_.Cancel();
-    // Busy where the run met a prompt that the one before had left.
-    EXPECT_TRUE(result != JumpResult::kNotFound && result != JumpResult::kNoBoard);
-    // What was left of the run is answered by whoever comes next.
-    live_.session.SendBytes("\x03");
-    ASSERT_TRUE(ShowsMenu()) << live_.Dump();
-  }
-  live_.Start([&](ScreenWaits& waits) {
-    while (JumpToArticle(waits, targets_[3].board, targets_[3].code) == JumpResult::kFound) {
-    }
-  });
-  server_.reset();
-  EXPECT_TRUE(WaitUntil([&] { return live_.ended.load(); }));
 }
 
 }  // namespace

@@ -13,18 +13,6 @@ bool CursorAt(TestClient& client, int row) {
   });
 }
 
-TEST_F(DemoReadingTest, TheListHasItsFieldsInTheirColumns) {
-  const auto client = Client("alice", "wonder", "SandBox");
-  EXPECT_TRUE(client->Has(0, 0, u"【板主:alice/bob】"));
-  EXPECT_NE(client->Screen().RowText(0).find(ToBig5(u"看板《SandBox》")), std::string_view::npos);
-  EXPECT_EQ(client->Screen().cursorRow, 9);  // the newest of seven
-  EXPECT_TRUE(client->Has(3, 6, u"1 m"));
-  EXPECT_TRUE(client->Has(3, 11, u"10/03 alice        □ [閒聊] 一百行"));
-  EXPECT_TRUE(client->Has(4, 30, u"R: [閒聊] 一百行"));
-  EXPECT_TRUE(client->Has(9, 30, u"轉 顏色"));
-  EXPECT_TRUE(client->Has(7, 17, u"-            (本文已被刪除) [bob]"));
-}
-
 TEST_F(DemoReadingTest, TheListMovesPagesAndJumpsByNumber) {
   const auto client = Client("alice", "wonder", "Quiet");
   EXPECT_TRUE(CursorAt(*client, 3 + 4));  // 45th article on the third page
@@ -50,78 +38,6 @@ TEST_F(DemoReadingTest, TheListMovesPagesAndJumpsByNumber) {
   client->Send("\x03\x03");  // harmless
   client->Send("\x1b[A");
   EXPECT_TRUE(CursorAt(*client, 3 + 5));
-}
-
-TEST_F(DemoReadingTest, DisputedAnimatedAndEmptyArticlesHaveTheirOwnPages) {
-  const auto client = Client("alice", "wonder", "SandBox");
-  client->Send("3\rl");
-  ASSERT_TRUE(client->WaitForFlags(PF_DISPUTED_NOTICE)) << client->Dump();
-  EXPECT_EQ(client->Seen().pageFlags & PF_READING, 0u);
-  EXPECT_GE(client->Screen().cursorCol, 69);
-  client->Send("\rN");
-  ASSERT_TRUE(client->WaitForFlags(PF_READING | PF_READ_TOP)) << client->Dump();
-  EXPECT_TRUE(client->Has(5, 0, u"內文在此。"));
-  client->Send("q");
-  ASSERT_TRUE(CursorAt(*client, 5));
-
-  client->Send("4\rl");
-  ASSERT_TRUE(client->WaitForFlags(PF_ANIMATION_PROMPT)) << client->Dump();
-  client->Send("y");
-  ASSERT_TRUE(client->WaitForFlags(PF_PAUSE)) << client->Dump();
-  EXPECT_TRUE(client->WaitForText(0, 0, u"第二格"));
-  EXPECT_TRUE(client->WaitForFlags(PF_READING));  // ends by itself
-  client->Send("q");
-  ASSERT_TRUE(CursorAt(*client, 6));
-
-  client->Send("6\rl");
-  ASSERT_TRUE(client->WaitForText(23, 0, u" ◆ 此文章無內容 "));
-  ASSERT_TRUE(client->WaitFor(
-      [](const ScreenSnapshot& screen) { return screen.cursorRow == 23 && screen.cursorCol >= 69; }));
-  client->Send(" ");
-  EXPECT_TRUE(CursorAt(*client, 8));
-  client->Send("5\rl");  // a deleted one does not open
-  EXPECT_TRUE(CursorAt(*client, 7));
-}
-
-TEST_F(DemoReadingTest, TheDigestHoldsTheMarkedArticles) {
-  const auto client = Client("alice", "wonder", "SandBox");
-  client->Send("z");
-  ASSERT_TRUE(client->WaitForText(3, 10, u"◇ [閒聊] 一百行")) << client->Dump();
-  EXPECT_EQ(client->Screen().RowText(4).find_first_not_of(' '), std::string_view::npos);
-  client->Send("l");
-  ASSERT_TRUE(client->WaitForFlags(PF_READING));
-  client->Send("qq");
-  EXPECT_TRUE(CursorAt(*client, 9));
-}
-
-TEST_F(DemoReadingTest, TheBoardPromptCompletesNamesAndLeavesTheBoardListsTitle) {
-  const auto client = Client("alice", "wonder");
-  client->Send("\r");
-  ASSERT_TRUE(client->WaitForText(0, 0, u"【看板列表】"));
-  client->Send("s");
-  ASSERT_TRUE(client->WaitForText(1, 0, u"請輸入看板名稱(按空白鍵自動搜尋):"));
-  EXPECT_FALSE(client->Has(0, 0, u"【看板列表】"));
-  client->Send("q ");
-  ASSERT_TRUE(client->WaitForText(1, 34, u"Quiet"));
-  client->Send("\r");
-  ASSERT_TRUE(client->WaitForText(0, 0, u"【看板列表】"));
-  ASSERT_TRUE(client->WaitFor([](const ScreenSnapshot& screen) { return screen.cursorRow == 4; }));
-  client->Send("\r");
-  EXPECT_TRUE(client->WaitForFlags(PF_ARTICLE_LIST_CURSOR));
-}
-
-TEST_F(DemoReadingTest, EveryByteInAWriteOfItsOwnLeadsToTheSameScreen) {
-  const auto whole = [&] {
-    const auto client = Client("alice", "wonder", "SandBox");
-    client->Send("1\rl");
-    EXPECT_TRUE(client->WaitForFlags(PF_READING | PF_READ_TOP));
-    return client->Dump();
-  };
-  const std::string asBbs = whole();
-  Start(DemoOptions::Writes::kEveryByte);
-  EXPECT_EQ(whole(), asBbs);
-  Start(DemoOptions::Writes::kWhole);
-  EXPECT_EQ(whole(), asBbs);
 }
 
 TEST(DemoArticleCodeTest, CodesAndTimesAreThoseOfTheFormat) {

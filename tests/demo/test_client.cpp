@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "core/charset.h"
+#include "platform/utf8.h"
 
 namespace quillet {
 namespace {
@@ -130,21 +131,8 @@ bool TestClient::GotInOneRead(std::string_view bytes) const {
 
 std::string DumpScreen(const ScreenSnapshot& screen) {
   std::string all;
-  for (int row = 0; row < kRows; ++row) {
-    for (const char16_t unit : FromBig5(screen.RowText(row))) {
-      if (unit < 0x80) {
-        all += static_cast<char>(unit);
-      } else if (unit < 0x800) {
-        all += static_cast<char>(0xC0 | unit >> 6);
-        all += static_cast<char>(0x80 | (unit & 0x3F));
-      } else {
-        all += static_cast<char>(0xE0 | unit >> 12);
-        all += static_cast<char>(0x80 | (unit >> 6 & 0x3F));
-        all += static_cast<char>(0x80 | (unit & 0x3F));
-      }
-    }
-    all += '\n';
-  }
+  for (int row = 0; row < kRows; ++row)
+    all += Utf8FromUtf16(FromBig5(screen.RowText(row))) + '\n';
   return all + "cursor " + std::to_string(screen.cursorRow) + "," + std::to_string(screen.cursorCol) + "\n";
 }
 
