@@ -174,19 +174,6 @@ TEST_F(ClipboardDeskTest, ABrokenBlockIsToldWithoutHoldingTheWindow) {
   EXPECT_EQ(BoxOf(window), nullptr);
 }
 
-TEST_F(ClipboardDeskTest, ADeviceIsOpenOnceAndOnlyThenTakesData) {
-  QtClipboard device(*QGuiApplication::clipboard());
-  const ClipboardBlock block{ClipboardFormat::kHtml, "x", 1};
-  EXPECT_FALSE(device.Empty());
-  EXPECT_FALSE(device.Set({&block, 1}));
-  EXPECT_TRUE(device.Open());
-  EXPECT_FALSE(device.Open());
-  EXPECT_FALSE(device.Set({}));
-  EXPECT_TRUE(device.Set({&block, 1}));
-  device.Close();
-  EXPECT_TRUE(device.Open());
-}
-
 TEST_F(ClipboardDeskTest, TheEditorGetsLinesBrokenAsTheUserWants) {
   ShowPage(PF_EDITOR);
   Paste(u"一\n二\n"_qs);

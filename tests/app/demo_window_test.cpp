@@ -39,11 +39,5 @@ TEST_F(DemoWindowTest, TheTourFindsEveryPageAndSavesItsPicture) {
     EXPECT_FALSE(QImage(file).isNull()) << file.toStdString();
 }
 
-TEST_F(DemoWindowTest, AServerThatStopsIsTold) {
-  ASSERT_TRUE(Until([&] { return View().ScreenCount() > 0; }));
-  demo.reset();
-  EXPECT_TRUE(Until([&] { return doc->Session().state == kStateClosed && View().Panel().IsShown(); }));
-}
-
 }  // namespace
 }  // namespace quillet

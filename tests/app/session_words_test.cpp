@@ -45,17 +45,6 @@ TEST(SessionWordsTest, TheSystemsTextAndTheUnsentBytesAreTold) {
   EXPECT_TRUE(DescribeSession(facts).title.contains(u"錄影"));
 }
 
-TEST(SessionWordsTest, ConnectingCanBeCancelledAndConnectedSaysNothing) {
-  SessionFacts facts = Closed(EndReason::kNone);
-  facts.state = kStateConnecting;
-  const PanelText connecting = DescribeSession(facts);
-  EXPECT_EQ(connecting.tone, PanelTone::kBusy);
-  EXPECT_EQ(connecting.onEscape, PanelAction::kCancel);
-  EXPECT_TRUE(connecting.lines.join("").contains(facts.siteName));
-  facts.state = kStateConnected;
-  EXPECT_TRUE(DescribeSession(facts).title.isEmpty());
-}
-
 TEST(SessionWordsTest, AnOverlongAddressIsShortened) {
   SessionFacts facts = Closed(EndReason::kCancelled);
   facts.siteName = QString(5000, 'a');
