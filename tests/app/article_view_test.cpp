@@ -338,8 +338,6 @@ TEST_F(ArticleViewTest, ATextIsLookedForInWhatIsShownAndTheBbsKnowsNothingOfIt) 
   EXPECT_NE(said(), before);
   Press(Qt::Key_F3, {}, Qt::ShiftModifier);
   EXPECT_EQ(said(), before);
-  TypeText("N");
-  EXPECT_NE(said(), before);
   Press(Qt::Key_Home);
   Enter();
   EXPECT_EQ(Article().TargetLine(), 1) << "Enter is the article's again";

@@ -259,8 +259,6 @@ TEST_F(HandsTest, AClickInTheEditorGoesToTheCharacter) {
   ASSERT_TRUE(Shows(u"甲乙x丙丁戊"));
   Click(At(0, 60.5));
   ASSERT_TRUE(cursorAt(0, 11)) << "behind the text, not in the next line";
-  Click(At(0, 2.5));
-  ASSERT_TRUE(cursorAt(0, 2));
   Click(At(1, 3.5));
   ASSERT_TRUE(cursorAt(1, 3));
 }

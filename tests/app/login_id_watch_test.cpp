@@ -23,21 +23,6 @@ class LoginIdWatchTest : public WithTables {
   }
 };
 
-TEST_F(LoginIdWatchTest, TheIdCountsWhenItsUserIsIn) {
-  LoginIdWatch watch;
-  for (const char16_t* typed : {u"", u"al", u"alice"})
-    EXPECT_FALSE(watch.Look(Prompt(typed)));
-  EXPECT_FALSE(watch.Look(Page(0)));
-  EXPECT_EQ(watch.Id(), u"");
-  EXPECT_TRUE(watch.Look(Page(PF_ANYKEY_BANNER)));
-  EXPECT_EQ(watch.Id(), u"alice");
-  EXPECT_FALSE(watch.Look(Page(PF_LIST_CURSOR)));
-  EXPECT_EQ(watch.Id(), u"alice");
-  watch.Clear();
-  EXPECT_FALSE(watch.Look(Page(PF_LIST_CURSOR)));
-  EXPECT_EQ(watch.Id(), u"");
-}
-
 TEST_F(LoginIdWatchTest, WhatWasTypedInsteadOfTheExpectedOneCounts) {
   LoginIdWatch watch;
   watch.Expect(u"guest");

@@ -51,12 +51,9 @@ TEST(SessionWordsTest, AnOverlongAddressIsShortened) {
   EXPECT_LE(DescribeSession(facts).lines.join("").size(), 100);
 }
 
-TEST(SessionWordsTest, MissingTablesAreNamedWithTheirFolder) {
+TEST(SessionWordsTest, OnlyADamagedTableIsNamed) {
   const std::filesystem::path folder = std::filesystem::path("somewhere") / "Data";
   EXPECT_TRUE(DescribeTables({kCharsetFileSize, kCharsetFileSize}, folder).title.isEmpty());
-  const QString none = DescribeTables({0, 0}, folder).lines.join('\n');
-  EXPECT_TRUE(none.contains("b2u2.bin") && none.contains("u2b2.bin"));
-  EXPECT_TRUE(none.contains("somewhere") && none.contains("Data"));
   const QString damaged = DescribeTables({kCharsetFileSize, 7}, folder).lines.join('\n');
   EXPECT_FALSE(damaged.contains("b2u2.bin"));
   EXPECT_TRUE(damaged.contains("u2b2.bin") && damaged.contains("7"));
