@@ -9,29 +9,22 @@
 namespace quillet {
 namespace {
 
-class LoginIdWatchTest : public WithTables {
- protected:
-  static ScreenSnapshot Prompt(const std::u16string& typed) {
-    ScreenBuilder page;
-    page.Put(20, 0, u"請輸入代號，或以 guest 參觀，或以 new 註冊: " + typed);
-    return page.screen;
-  }
-  static ScreenSnapshot Page(std::uint32_t flags) {
-    ScreenBuilder page;
-    page.screen.pageFlags = flags;
-    return page.screen;
-  }
-};
+using LoginIdWatchTest = WithTables;
 
 TEST_F(LoginIdWatchTest, WhatWasTypedInsteadOfTheExpectedOneCounts) {
+  ScreenBuilder prompt, menu;
+  prompt.Put(20, 0, u"請輸入代號，或以 guest 參觀，或以 new 註冊: bob \xFFFD");
+  menu.screen.pageFlags = PF_LIST_CURSOR;
   LoginIdWatch watch;
   watch.Expect(u"guest");
-  EXPECT_TRUE(watch.Look(Page(PF_LIST_CURSOR)));
+  EXPECT_TRUE(watch.Look(menu.screen));
   EXPECT_EQ(watch.Id(), u"guest");
   watch.Expect(u"guest");
-  EXPECT_FALSE(watch.Look(Prompt(u"bob \xFFFD")));
-  EXPECT_TRUE(watch.Look(Page(PF_READING)));
+  EXPECT_FALSE(watch.Look(prompt.screen));
+  EXPECT_TRUE(watch.Look(menu.screen));
   EXPECT_EQ(watch.Id(), u"bob");
+  watch.Clear();
+  EXPECT_FALSE(watch.Look(menu.screen));
 }
 
 }  // namespace

@@ -367,16 +367,6 @@ TEST_F(PointerControlTest, SideButtonsWorkAsOftenAsTheyArePressed) {
   EXPECT_EQ(sent, (std::vector<std::string>{"[", "]"}));
 }
 
-TEST_F(PointerControlTest, TheWheelFollowsTheSystemsSetting) {
-  terminal->Show(Reader());
-  const int before = QApplication::wheelScrollLines();
-  QApplication::setWheelScrollLines(7);
-  Turn(-1);
-  QApplication::setWheelScrollLines(before);
-  ASSERT_EQ(sent.size(), 1u);
-  EXPECT_EQ(sent[0].size(), 7 * std::string_view("\x1B[B").size());
-}
-
 TEST_F(PointerControlTest, AFlingDoesNotReachTheNextPage) {
   Turn(-1, Qt::NoButton, Qt::ScrollUpdate);
   Turn(-5, Qt::NoButton, Qt::ScrollMomentum);
