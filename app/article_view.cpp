@@ -122,12 +122,12 @@ void ArticleView::ReadOnInTime() {
 void ArticleView::OnUserKey() {
   wanted_.reset();
   OnAutomationKey();
+  // He has something else in mind than the end that he was waiting for.
+  if (!reading_.Lines().IsComplete()) stay_ = Stay::kAtLine;
 }
 
 void ArticleView::OnAutomationKey() {
   reading_.OnUserKey(SteadyMilliseconds());
-  // He has something else in mind than the end that he was waiting for.
-  if (!reading_.Lines().IsComplete()) stay_ = Stay::kAtLine;
   beyond_ = 0;
 }
 

@@ -44,7 +44,7 @@ class LoopbackNetwork : public QNetworkAccessManager {
 };
 
 // A desk over a connected document, with a window of its own.
-class ClipboardDeskTest : public WithTables {
+class ClipboardDeskTest : public WindowTest {
  protected:
   struct Sent {
     std::u16string text;
@@ -53,35 +53,43 @@ class ClipboardDeskTest : public WithTables {
   };
 
   void SetUp() override {
+    endpoints.values["shortener/host"] = "short.test";
+    WindowTest::SetUp();
+    desk = std::make_unique<ClipboardDesk>(
+        *doc, window,
+        ClipboardDesk::Handlers{.send =
+                                    [this](std::u16string_view text, Wrap wrap) {
+                                      sent.push_back({std::u16string(text), wrap});
+                                    },
+                                .screen = [this]() -> const ScreenSnapshot& { return screen; }},
+        &network);
     screen.Clear();
     Connect();
-    QObject::connect(&desk, &ClipboardDesk::Working, [this](bool now) { working.push_back(now); });
-    QObject::connect(&desk, &ClipboardDesk::Said, [this](const QString& words) { said = words; });
+    QObject::connect(desk.get(), &ClipboardDesk::Working, [this](bool now) { working.push_back(now); });
+    QObject::connect(desk.get(), &ClipboardDesk::Said, [this](const QString& words) { said = words; });
     window.show();
+    window.activateWindow();
   }
 
   void Connect() {
     script = std::make_shared<Script>();
-    doc.Open({.address = "script", .name = {}, .makeTransport = [this] {
-                return std::make_unique<ScriptedTransport>(script);
-              }});
-    ASSERT_TRUE(doc.IsConnected());
+    OpenScript();
+    ASSERT_TRUE(doc->IsConnected());
   }
   void EndConnection() {
     script->End(EndReason::kClosedByPeer);
-    ASSERT_TRUE(Until([&] { return !doc.IsConnected(); }));
-    doc.OnScreen(ScreenReason::kDisconnected, {});
-    desk.OnScreen();
+    ASSERT_TRUE(Until([&] { return !doc->IsConnected(); }));
+    doc->OnScreen(ScreenReason::kDisconnected, {});
+    desk->OnScreen();
   }
-  static bool Until(const std::function<bool()>& done) { return HandleEventsUntil(done, kPatienceMs); }
 
   void ShowPage(std::uint32_t flags) {
     screen.pageFlags = flags;
-    desk.OnScreen();
+    desk->OnScreen();
   }
   void Paste(const QString& text) {
     QGuiApplication::clipboard()->setText(text);
-    desk.Paste();
+    desk->Paste();
   }
   void Click(const QString& caption) {
     QMessageBox* const box = BoxOf(window);
@@ -93,29 +101,12 @@ class ClipboardDeskTest : public WithTables {
   }
   void PasteShortLink(const QString& text) {
     QGuiApplication::clipboard()->setText(text);
-    desk.PasteShortLink();
+    desk->PasteShortLink();
   }
   bool Worked() {
     return Until([&] { return working == std::vector{true, false}; });
   }
 
-  static Endpoints WithShortener() {
-    Endpoints endpoints;
-    endpoints.values["shortener/host"] = "short.test";
-    return endpoints;
-  }
-
-  ScratchFolder home;
-  MemoryRegistry registry;
-  RecordingSignaller signaller;
-  RecordingOpener opener;
-  CQuillDoc doc{{.endpoints = WithShortener(),
-                 .signaller = signaller,
-                 .registry = registry,
-                 .opener = opener,
-                 .folders = {.working = home.Path(), .data = home.Path() / "data"},
-                 .machineTag = [] { return std::string("TEST-01"); }}};
-  std::shared_ptr<Script> script;
   QByteArray asked;
   QByteArray answer = "https://s.test/a\n";
   QPointer<QTcpSocket> held;  // a question that waits for its answer
@@ -131,69 +122,49 @@ class ClipboardDeskTest : public WithTables {
   ScreenSnapshot screen;
   std::vector<Sent> sent;
   std::vector<bool> working;
-  ClipboardDesk desk{doc,
-                     window,
-                     {.send =
-                          [this](std::u16string_view text, Wrap wrap) {
-                            sent.push_back({std::u16string(text), wrap});
-                          },
-                      .screen = [this]() -> const ScreenSnapshot& { return screen; }},
-                     &network};
+  std::unique_ptr<ClipboardDesk> desk;
 };
 
 TEST_F(ClipboardDeskTest, TextIsCopiedWithOrWithoutItsClosingNul) {
-  EXPECT_TRUE(desk.CopyText(u"看板 😀\r\n"));
+  EXPECT_TRUE(desk->CopyText(u"看板 😀\r\n"));
   EXPECT_EQ(QGuiApplication::clipboard()->text(), u"看板 😀\r\n"_qs);
   const std::u16string text = u"中文";
-  EXPECT_TRUE(desk.SetClipboard(ClipboardFormat::kUnicodeText, text.c_str(), 6));
+  EXPECT_TRUE(desk->SetClipboard(ClipboardFormat::kUnicodeText, text.c_str(), 6));
   EXPECT_EQ(QGuiApplication::clipboard()->text(), u"中文"_qs);
-  EXPECT_TRUE(desk.SetClipboard(ClipboardFormat::kUnicodeText, text.c_str(), 2));
+  EXPECT_TRUE(desk->SetClipboard(ClipboardFormat::kUnicodeText, text.c_str(), 2));
   EXPECT_EQ(QGuiApplication::clipboard()->text(), u"中"_qs);
   // Nothing selected: what was copied before stays.
-  EXPECT_FALSE(desk.CopyText({}));
+  EXPECT_FALSE(desk->CopyText({}));
   EXPECT_EQ(QGuiApplication::clipboard()->text(), u"中"_qs);
 }
 
 TEST_F(ClipboardDeskTest, HtmlComesWithItsText) {
-  EXPECT_TRUE(desk.CopyHtml(u"<b>看板</b>", u"看板"));
+  EXPECT_TRUE(desk->CopyHtml(u"<b>看板</b>", u"看板"));
   const QMimeData& data = *QGuiApplication::clipboard()->mimeData();
   EXPECT_EQ(data.html(), u"<b>看板</b>"_qs);
   EXPECT_EQ(data.text(), u"看板"_qs);
-  EXPECT_TRUE(desk.SetClipboard(ClipboardFormat::kHtml, "<i>\xE4\xB8\xAD", 6));
+  EXPECT_TRUE(desk->SetClipboard(ClipboardFormat::kHtml, "<i>\xE4\xB8\xAD", 6));
   EXPECT_EQ(QGuiApplication::clipboard()->mimeData()->html(), u"<i>中"_qs);
 }
 
 TEST_F(ClipboardDeskTest, ABrokenBlockIsToldWithoutHoldingTheWindow) {
-  ASSERT_TRUE(desk.CopyText(u"old"));
-  EXPECT_FALSE(desk.SetClipboard(ClipboardFormat::kUnicodeText, "abc", 3));
+  ASSERT_TRUE(desk->CopyText(u"old"));
+  EXPECT_FALSE(desk->SetClipboard(ClipboardFormat::kUnicodeText, "abc", 3));
   ASSERT_NE(BoxOf(window), nullptr);
   EXPECT_EQ(BoxOf(window)->text(), u"Unable to set Clipboard data, error: %1"_qs.arg(EINVAL));
-  EXPECT_FALSE(desk.SetClipboard(ClipboardFormat::kUnicodeText, nullptr, 2));
+  EXPECT_FALSE(desk->SetClipboard(ClipboardFormat::kUnicodeText, nullptr, 2));
   EXPECT_EQ(QGuiApplication::clipboard()->text(), u"old"_qs);
   Click(u"確定"_qs);
   EXPECT_EQ(BoxOf(window), nullptr);
 }
 
-TEST_F(ClipboardDeskTest, ADeviceIsOpenOnceAndOnlyThenTakesData) {
-  QtClipboard device(*QGuiApplication::clipboard());
-  const ClipboardBlock block{ClipboardFormat::kHtml, "x", 1};
-  EXPECT_FALSE(device.Empty());
-  EXPECT_FALSE(device.Set({&block, 1}));
-  EXPECT_TRUE(device.Open());
-  EXPECT_FALSE(device.Open());
-  EXPECT_FALSE(device.Set({}));
-  EXPECT_TRUE(device.Set({&block, 1}));
-  device.Close();
-  EXPECT_TRUE(device.Open());
-}
-
 TEST_F(ClipboardDeskTest, TheEditorGetsLinesBrokenAsTheUserWants) {
   ShowPage(PF_EDITOR);
   Paste(u"一\n二\n"_qs);
-  doc.Change(u"Basic", u"PasteAutoChangeLine", u"0");
+  doc->Change(u"Basic", u"PasteAutoChangeLine", u"0");
   Paste(u"三"_qs);
   EXPECT_EQ(sent, (std::vector<Sent>{{u"一\r二\r", Wrap::kAt78ColumnsLeftOpen}, {u"三", Wrap::kNone}}));
-  EXPECT_FALSE(desk.IsAsking());
+  EXPECT_FALSE(desk->IsAsking());
 }
 
 TEST_F(ClipboardDeskTest, TheEditorGetsColoursAsTheUserWants) {
@@ -206,18 +177,12 @@ TEST_F(ClipboardDeskTest, TheEditorGetsColoursAsTheUserWants) {
                                      {u"紅\r", Wrap::kAt78ColumnsLeftOpen}}));
 }
 
-TEST_F(ClipboardDeskTest, ElsewhereASingleLineGoesAtOnceAndWithoutEnter) {
-  ShowPage(PF_PUSH_LINE);
-  Paste(u"推\r\n"_qs);
-  EXPECT_EQ(sent, (std::vector<Sent>{{u"推", Wrap::kNone}}));
-}
-
 TEST_F(ClipboardDeskTest, SeveralLinesWaitForTheUsersWord) {
   ShowPage(PF_ARTICLE_LIST | PF_LIST_CURSOR);
   Paste(u"<b>一</b> & b\n二\n三\n四\n"_qs);
   QMessageBox* const box = BoxOf(window);
   ASSERT_NE(box, nullptr);
-  EXPECT_TRUE(desk.IsAsking());
+  EXPECT_TRUE(desk->IsAsking());
   EXPECT_EQ(box->text(), u"要貼上 4 行文字嗎？"_qs);
   EXPECT_TRUE(box->informativeText().contains(u"每一行都會像按下 Enter 一樣送出"_qs));
   EXPECT_TRUE(box->informativeText().contains(u"<b>一</b> & b\n二\n三\n…"_qs));
@@ -229,7 +194,7 @@ TEST_F(ClipboardDeskTest, SeveralLinesWaitForTheUsersWord) {
   EXPECT_TRUE(sent.empty());
   Click(u"貼上"_qs);
   EXPECT_EQ(sent, (std::vector<Sent>{{u"<b>一</b> & b\r二\r三\r四", Wrap::kNone}}));
-  EXPECT_FALSE(desk.IsAsking());
+  EXPECT_FALSE(desk->IsAsking());
 }
 
 TEST_F(ClipboardDeskTest, TheUserMayTakeTheFirstLineOrNothing) {
@@ -248,7 +213,7 @@ TEST_F(ClipboardDeskTest, EnterAndEscapeDecline) {
     ASSERT_TRUE(Until([&] { return box->isActiveWindow(); }));
     QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
     QCoreApplication::sendEvent(box->windowHandle(), &press);
-    EXPECT_FALSE(desk.IsAsking());
+    EXPECT_FALSE(desk->IsAsking());
     EXPECT_TRUE(sent.empty());
   }
 }
@@ -257,9 +222,9 @@ TEST_F(ClipboardDeskTest, TheQuestionGoesWithItsPage) {
   ShowPage(PF_READING | PF_BROWSABLE);
   Paste(u"一\n二"_qs);
   ShowPage(PF_READING | PF_BROWSABLE | PF_READ_END);
-  EXPECT_TRUE(desk.IsAsking()) << "still a reader";
+  EXPECT_TRUE(desk->IsAsking()) << "still a reader";
   ShowPage(PF_ARTICLE_LIST | PF_LIST_CURSOR);
-  EXPECT_FALSE(desk.IsAsking());
+  EXPECT_FALSE(desk->IsAsking());
   EXPECT_EQ(BoxOf(window), nullptr);
   Paste(u"一\n二"_qs);
   // The page has changed, but nobody has said so yet.
@@ -271,33 +236,33 @@ TEST_F(ClipboardDeskTest, TheQuestionGoesWithItsPage) {
 TEST_F(ClipboardDeskTest, TheQuestionGoesWithItsConnection) {
   Paste(u"一\n二"_qs);
   EndConnection();
-  EXPECT_FALSE(desk.IsAsking());
+  EXPECT_FALSE(desk->IsAsking());
   Paste(u"一\n二"_qs);
-  EXPECT_FALSE(desk.IsAsking()) << "nowhere to paste to";
+  EXPECT_FALSE(desk->IsAsking()) << "nowhere to paste to";
   Connect();
   Paste(u"一\n二"_qs);
   // Ended and made anew within one turn of the window.
   Connect();
-  desk.OnScreen();
-  EXPECT_FALSE(desk.IsAsking());
+  desk->OnScreen();
+  EXPECT_FALSE(desk->IsAsking());
   EXPECT_TRUE(sent.empty());
 }
 
 TEST_F(ClipboardDeskTest, OnlyTextIsPasted) {
   QGuiApplication::clipboard()->setImage(QImage(2, 2, QImage::Format_RGB32));
-  desk.Paste();
-  desk.PasteShortLink();
+  desk->Paste();
+  desk->PasteShortLink();
   auto* const files = new QMimeData;
   files->setUrls({QUrl::fromLocalFile("/tmp/a"), QUrl::fromLocalFile("/tmp/b")});
   QGuiApplication::clipboard()->setMimeData(files);
-  desk.Paste();
-  desk.PasteShortLink();
+  desk->Paste();
+  desk->PasteShortLink();
   QGuiApplication::clipboard()->clear();
-  desk.Paste();
-  desk.PasteShortLink();
+  desk->Paste();
+  desk->PasteShortLink();
   Paste(QString(u"a\0\x1B[0mb"_qs));
   EXPECT_EQ(sent, (std::vector<Sent>{{u"ab", Wrap::kNone}}));
-  EXPECT_FALSE(desk.IsAsking());
+  EXPECT_FALSE(desk->IsAsking());
   EXPECT_EQ(server.Requests(), 0);
 }
 
@@ -305,8 +270,8 @@ TEST_F(ClipboardDeskTest, HugeTextsAreRefusedWithTheirLength) {
   QElapsedTimer pasting;
   QGuiApplication::clipboard()->setText(QString(25'000'000, u'字'));
   pasting.start();
-  desk.Paste();
-  desk.PasteShortLink();
+  desk->Paste();
+  desk->PasteShortLink();
   EXPECT_LT(pasting.elapsed(), kPatienceMs / 4);
   ASSERT_NE(BoxOf(window), nullptr);
   EXPECT_EQ(BoxOf(window)->text(), u"剪貼簿裡的文字太長 (25000000 字)"_qs);
@@ -369,11 +334,11 @@ TEST_F(ClipboardDeskTest, AShortLinkDoesNotComeBetweenTheKeysOfAnAutomation) {
   ShowPage(PF_PUSH_LINE);
   PasteShortLink(u"https://a.example/"_qs);
   ASSERT_TRUE(Until([&] { return !held.isNull(); }));
-  ASSERT_TRUE(doc.JumpTo({.board = u"Test", .code = u"1a2B3c4_"}));
+  ASSERT_TRUE(doc->JumpTo({.board = u"Test", .code = u"1a2B3c4_"}));
   PictureServer::Answer(*held, "200 OK", {}, answer);
   ASSERT_TRUE(Worked());
   EXPECT_TRUE(sent.empty());
-  EXPECT_EQ(doc.CurrentActivity(), Activity::kJump);
+  EXPECT_EQ(doc->CurrentActivity(), Activity::kJump);
   EXPECT_FALSE(said.isEmpty());
 }
 

@@ -19,7 +19,6 @@ inline const std::u16string kLetterLines[] = {u"abcdefghij", u"klmnopqrst", u"uv
 inline const std::u16string kWebLink = u"https://www.example.com/handbook/first-post";
 inline const std::u16string kSecretLink = u"https://www.example.com/jabberwocky";
 inline const std::u16string kTextTitle = u"文字與連結";
-inline const std::u16string kThreadTitle = u"接龍";
 inline const std::u16string kAuthor = u"hatter";
 
 class HandsTest : public DemoArticleTest {
@@ -44,16 +43,14 @@ class HandsTest : public DemoArticleTest {
     WriteBoard(content / "boards" / "Hands");
     return content;
   }
-  // Two pages of articles, the second one of a thread and the article with the texts.
+  // Pages of articles, the last one with the texts.
   void WriteBoard(const std::filesystem::path& folder) {
     std::filesystem::create_directory(folder);
     std::ofstream(folder / "board.txt")
         << "Class: 測試\nTitle: 手的練習場\nModerators: kagami\nPopularity: 7\nOrder: 1\n";
     int number = 0;
-    for (int filler = 1; filler <= 40; ++filler)
+    for (int filler = 1; filler <= 43; ++filler)
       WriteArticle(folder, ++number, "filler " + std::to_string(filler), "一行而已\n");
-    for (const char* prefix : {"", "Re: ", "Re: "})
-      WriteArticle(folder, ++number, prefix + Utf8(u"[測試] " + kThreadTitle), "接下去\n");
     WriteArticle(folder, ++number, Utf8(u"[測試] " + kTextTitle), Text());
     WriteArticle(folder, ++number, "last", "最後一篇\n");
   }
@@ -125,6 +122,23 @@ class HandsTest : public DemoArticleTest {
     GoToBoard();
     GoToArticle(kTextTitle);
   }
+  void BeginArticle(const QString& title) {
+    GoToBoard();
+    PressWith(Qt::ControlModifier, Qt::Key_P);
+    ASSERT_TRUE(Shows(u"標題："));
+    TypeText(title);
+    Enter();
+    ASSERT_TRUE(Until([&] { return Is(PF_EDITOR); })) << ScreenAsUtf8();
+  }
+  void PostAndRead(const std::u16string& title) {
+    PressWith(Qt::ControlModifier, Qt::Key_X);
+    ASSERT_TRUE(Shows(u"檔案處理"));
+    Enter();
+    ASSERT_TRUE(Shows(u"順利貼出文章"));
+    Enter();
+    ASSERT_TRUE(AtList());
+    GoToArticle(title);
+  }
 
   // ---- Places in the picture
 
@@ -147,7 +161,6 @@ class HandsTest : public DemoArticleTest {
     return {place.left() + (col - cell) * place.width(), place.center().y()};
   }
   QPointF LeftMargin() { return {3.0, View().height() * 0.7}; }
-  QPointF Middle() { return QRectF(View().rect()).center(); }
 
   // ---- The mouse
 
@@ -198,16 +211,11 @@ class HandsTest : public DemoArticleTest {
     MouseUp(to, modifiers);
   }
   // Notches, positive away from the user.
-  void TurnWheel(int notches, const QPointF& at, Qt::MouseButtons held = Qt::NoButton) {
-    const QPointF inWindow = View().mapTo(frame.get(), at);
-    QWheelEvent event(inWindow, frame->mapToGlobal(inWindow), {}, QPoint(0, notches * 120), held,
+  void TurnWheel(int notches) {
+    const QPointF inWindow = View().mapTo(frame.get(), QRectF(View().rect()).center());
+    QWheelEvent event(inWindow, frame->mapToGlobal(inWindow), {}, QPoint(0, notches * 120), Qt::NoButton,
                       Qt::NoModifier, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(frame->windowHandle(), &event);
-  }
-  void TurnWheelHolding(Qt::MouseButton button, int notches) {
-    MouseDown(Middle(), Qt::NoModifier, button);
-    TurnWheel(notches, Middle(), button);
-    MouseUp(Middle(), Qt::NoModifier, button);
   }
 
   // ---- Selection and clipboard

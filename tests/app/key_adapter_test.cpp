@@ -14,14 +14,6 @@ KeyPress Translate(int key, Qt::KeyboardModifiers modifiers, const QString& text
 
 TEST(KeyAdapterTest, KeysHaveTheirVirtualCodes) {
   const std::vector<std::pair<int, int>> rows = {
-      {Qt::Key_PageUp, kKeyPageUp},
-      {Qt::Key_PageDown, kKeyPageDown},
-      {Qt::Key_End, kKeyEnd},
-      {Qt::Key_Home, kKeyHome},
-      {Qt::Key_Left, kKeyLeft},
-      {Qt::Key_Up, kKeyUp},
-      {Qt::Key_Right, kKeyRight},
-      {Qt::Key_Down, kKeyDown},
       {Qt::Key_Insert, kKeyInsert},
       {Qt::Key_Delete, kKeyDelete},
       {Qt::Key_Return, kKeyEnter},

@@ -68,13 +68,16 @@ class LinkHoverTest : public WithTables {
     }
     return all;
   }
-  // The part of the area that is painted on.
-  QRect Painted(const panel_look::Colours& colours = panel_look::kUsualColours) const {
+  QImage Paper(const panel_look::Colours& colours) const {
     QImage paper(kArea.size().toSize(), QImage::Format_RGB32);
     paper.fill(Qt::magenta);
     QPainter painter(&paper);
     hover_.Paint(painter, kArea, kUnit, colours);
-    painter.end();
+    return paper;
+  }
+  // The part of the area that is painted on.
+  QRect Painted() const {
+    const QImage paper = Paper(panel_look::kUsualColours);
     QRect painted;
     for (int y = 0; y < paper.height(); ++y)
       for (int x = 0; x < paper.width(); ++x)
@@ -160,11 +163,7 @@ TEST_F(LinkHoverTest, ALongTargetLeavesRoom) {
 
 TEST_F(LinkHoverTest, InDisguiseTheLabelIsBlackOnWhite) {
   hover_.SetPointer(QPoint(7, 2));
-  QImage paper(kArea.size().toSize(), QImage::Format_RGB32);
-  paper.fill(Qt::magenta);
-  QPainter painter(&paper);
-  hover_.Paint(painter, kArea, kUnit, panel_look::kDisguiseColours);
-  painter.end();
+  const QImage paper = Paper(panel_look::kDisguiseColours);
   const QRect label = Painted();
   bool hasInk = false;
   for (int y = label.top() + 3; y < label.bottom() - 3; ++y)

@@ -9,44 +9,22 @@
 namespace quillet {
 namespace {
 
-class LoginIdWatchTest : public WithTables {
- protected:
-  static ScreenSnapshot Prompt(const std::u16string& typed) {
-    ScreenBuilder page;
-    page.Put(20, 0, u"請輸入代號，或以 guest 參觀，或以 new 註冊: " + typed);
-    return page.screen;
-  }
-  static ScreenSnapshot Page(std::uint32_t flags) {
-    ScreenBuilder page;
-    page.screen.pageFlags = flags;
-    return page.screen;
-  }
-};
-
-TEST_F(LoginIdWatchTest, TheIdCountsWhenItsUserIsIn) {
-  LoginIdWatch watch;
-  for (const char16_t* typed : {u"", u"al", u"alice"})
-    EXPECT_FALSE(watch.Look(Prompt(typed)));
-  EXPECT_FALSE(watch.Look(Page(0)));
-  EXPECT_EQ(watch.Id(), u"");
-  EXPECT_TRUE(watch.Look(Page(PF_ANYKEY_BANNER)));
-  EXPECT_EQ(watch.Id(), u"alice");
-  EXPECT_FALSE(watch.Look(Page(PF_LIST_CURSOR)));
-  EXPECT_EQ(watch.Id(), u"alice");
-  watch.Clear();
-  EXPECT_FALSE(watch.Look(Page(PF_LIST_CURSOR)));
-  EXPECT_EQ(watch.Id(), u"");
-}
+using LoginIdWatchTest = WithTables;
 
 TEST_F(LoginIdWatchTest, WhatWasTypedInsteadOfTheExpectedOneCounts) {
+  ScreenBuilder prompt, menu;
+  prompt.Put(20, 0, u"請輸入代號，或以 guest 參觀，或以 new 註冊: bob \xFFFD");
+  menu.screen.pageFlags = PF_LIST_CURSOR;
   LoginIdWatch watch;
   watch.Expect(u"guest");
-  EXPECT_TRUE(watch.Look(Page(PF_LIST_CURSOR)));
+  EXPECT_TRUE(watch.Look(menu.screen));
   EXPECT_EQ(watch.Id(), u"guest");
   watch.Expect(u"guest");
-  EXPECT_FALSE(watch.Look(Prompt(u"bob \xFFFD")));
-  EXPECT_TRUE(watch.Look(Page(PF_READING)));
+  EXPECT_FALSE(watch.Look(prompt.screen));
+  EXPECT_TRUE(watch.Look(menu.screen));
   EXPECT_EQ(watch.Id(), u"bob");
+  watch.Clear();
+  EXPECT_FALSE(watch.Look(menu.screen));
 }
 
 }  // namespace

@@ -61,6 +61,14 @@ class LoginTest : public WindowTest {
     Fill(account, password);
     Enter();
   }
+  void LogInByScript() {
+    script = std::make_shared<Script>();
+    doc->LogIn({.address = "script",
+                .name = {},
+                .makeTransport = [this] { return std::make_unique<ScriptedTransport>(script); }},
+               MakeLoginOrder({.account = u"alice", .password = u"wonder"}));
+    ASSERT_EQ(doc->CurrentActivity(), Activity::kLogin);
+  }
   bool Shows(const QString& text) {
     return Until([&] { return QString::fromStdU16String(ScreenAsText(View().Screen())).contains(text); });
   }
@@ -96,32 +104,6 @@ TEST_F(LoginTest, ByTheKeyboardAloneTheReaderGetsToTheMenu) {
   EXPECT_FALSE(frame->windowTitle().contains("alice"));
 }
 
-TEST_F(LoginTest, AnotherLoginOfTheAccountStaysOrGoesAsTheSwitchSays) {
-  StartDemo();
-  ScratchFolder otherHome;
-  MemoryRegistry otherRegistry;
-  for (const bool kick : {false, true}) {
-    CQuillDoc other({.endpoints = endpoints,
-                     .signaller = signaller,
-                     .registry = otherRegistry,
-                     .opener = opener,
-                     .folders = {.working = otherHome.Path(), .data = otherHome.Path() / "data"}});
-    other.LogIn({.address = QString::fromStdString(demo->Address()), .name = {}},
-                MakeLoginOrder({.account = u"alice", .password = u"wonder"}));
-    ASSERT_TRUE(Until([&] { return other.LoginId() == u"alice"; }));
-    Fill("alice", "wonder");
-    Field<QCheckBox>("kickOthers").setChecked(kick);
-    Enter();
-    ASSERT_TRUE(IsIn());
-    EXPECT_EQ(doc->Fields().kickOthers, kick);
-    if (kick)
-      EXPECT_TRUE(Until([&] { return !other.IsConnected(); }));
-    else
-      EXPECT_TRUE(other.IsConnected());
-    doc->Disconnect();
-  }
-}
-
 TEST_F(LoginTest, ARefusalBringsTheFormBackWithTheReason) {
   StartDemo();
   LogIn("alice", "wrong");
@@ -142,24 +124,15 @@ TEST_F(LoginTest, ARefusalBringsTheFormBackWithTheReason) {
   EXPECT_TRUE(IsIn());
 }
 
-TEST_F(LoginTest, WhatIsRememberedFillsTheFormAfterARestart) {
+TEST_F(LoginTest, WhatIsRememberedLogsInAtOnceAndIsForItsAccountAlone) {
   StartDemo();
-  Fill("keeper", "k-1");
-  Field<QCheckBox>("rememberPassword").setChecked(true);
-  EXPECT_TRUE(Field<QCheckBox>("rememberAccount").isChecked());
-  Enter();
-  ASSERT_TRUE(IsIn());
-
-  Start();
+  doc->Account().Remember(u"127.0.0.1", u"keeper", u"k-1");
   View().AskLogin();
-  EXPECT_EQ(Text("account"), "keeper");
-  EXPECT_EQ(Text("password"), "k-1");
   EXPECT_FALSE(Field<QPushButton>("showPassword").isEnabled()) << "who sits here need not be who typed it";
   Enter();
   ASSERT_TRUE(IsIn());
-
-  // The account's password is nobody else's.
   View().AskLogin();
+  EXPECT_EQ(Text("password"), "k-1");
   Field<QLineEdit>("account").setFocus();
   TypeText("x");
   EXPECT_EQ(Text("password"), "");
@@ -236,6 +209,7 @@ TEST_F(LoginTest, WhateverHappensASiteKeepsWhatItsLastSuccessOrUntickingSaid) {
       EXPECT_EQ(doc->Account().Account(), now.account.toStdU16String());
     } else {
       ASSERT_TRUE(Until([&] { return !Complaint().isEmpty() && IsBack(); }));
+      EXPECT_EQ(Complaint().contains(u"連不上站台"_qs), event == kNoConnection) << Complaint().toStdString();
       Escape();
       ASSERT_TRUE(Until([&] { return Form() == nullptr; }));
     }
@@ -299,93 +273,27 @@ TEST_F(LoginTest, AServerThatGoesInMidDialogueBringsTheFormBack) {
   EXPECT_EQ(Text("password"), "wonder") << "there was nothing wrong with it";
 }
 
-TEST_F(LoginTest, ASiteThatCannotBeReachedIsToldOnTheForm) {
-  std::uint16_t port = 0;
-  {
-    Listener listener;
-    ASSERT_TRUE(listener.Open(ResolvedAddress::Family::kIpv4, 0));
-    port = listener.Port();
-  }
-  UseSite("telnet://127.0.0.1:" + std::to_string(port));
-  LogIn("alice", "wonder");
-  ASSERT_TRUE(IsBack());
-  EXPECT_TRUE(Complaint().contains(u"連不上站台"_qs)) << Complaint().toStdString();
-  EXPECT_TRUE(Form()->isVisible());
-}
-
-// Keeps the connection, shows what it is told to, and notes what is typed.
-class QuietServer {
- public:
-  QString Typed() {
-    const std::lock_guard guard(lock_);
-    return QString::fromStdString(typed_).remove("\x1b[3~");
-  }
-  void ShowPrompt() { show_.Set(); }
-  std::string Address() const { return server_.SiteAddress(); }
-
- private:
-  void Serve(Socket& client, const StopSignal& stop) {
-    bool shown = false;
-    std::thread shower([&] {
-      while (!show_.WaitFor(10))
-        if (stop.IsSet() || gone_) return;
-      shown = SendText(client, kIdPrompt + ToBig5(kIdQuestion), stop);
-    });
-    std::string chunk;
-    do {
-      chunk.clear();
-      ReceiveText(client, chunk, 1, stop);
-      const std::lock_guard guard(lock_);
-      typed_ += chunk;
-    } while (!chunk.empty());
-    gone_ = true;
-    shower.join();
-  }
-
-  StopSignal show_;
-  std::atomic<bool> gone_{false};
-  std::mutex lock_;
-  std::string typed_;
-  LoopbackServer server_{[this](Socket& client, const StopSignal& stop) { Serve(client, stop); }};
-};
-
 TEST_F(LoginTest, TypingOrEscTakesOver) {
-  QuietServer server;
-  UseSite(server.Address());
-  LogIn("alice", "wonder");
-  ASSERT_TRUE(Until([&] { return doc->CurrentActivity() == Activity::kLogin; }));
+  LogInByScript();
   EXPECT_TRUE(Until([&] { return View().Badge().IsShown(); }));
-  TypeText("x");
+  Escape();
   EXPECT_EQ(doc->CurrentActivity(), Activity::kNone);
   EXPECT_TRUE(Until([&] { return !View().Badge().IsShown(); }));
-  EXPECT_TRUE(Until([&] { return server.Typed() == "x"; }));
-  server.ShowPrompt();
+  LogInByScript();
+  TypeText("x");
+  EXPECT_EQ(doc->CurrentActivity(), Activity::kNone);
+  script->Deliver(kIdPrompt + ToBig5(kIdQuestion));
   ASSERT_TRUE(Shows(u"請輸入代號"_qs));
   TypeText("y");
-  ASSERT_TRUE(Until([&] { return server.Typed().size() >= 2; }));
-  EXPECT_EQ(server.Typed(), "xy") << "nobody types but the user";
+  ASSERT_TRUE(Until([&] { return script->Written().size() >= 2; }));
+  EXPECT_EQ(script->Written(), "xy") << "nobody types but the user, and Esc is not typed";
   EXPECT_EQ(Form(), nullptr);
   EXPECT_TRUE(doc->IsConnected());
 }
 
-TEST_F(LoginTest, EscStopsTheLoginAndIsNotTyped) {
-  QuietServer server;
-  UseSite(server.Address());
-  LogIn("alice", "wonder");
-  ASSERT_TRUE(Until([&] { return doc->CurrentActivity() == Activity::kLogin; }));
-  Escape();
-  EXPECT_EQ(doc->CurrentActivity(), Activity::kNone);
-  TypeText("x");
-  ASSERT_TRUE(Until([&] { return !server.Typed().isEmpty(); }));
-  EXPECT_EQ(server.Typed(), "x");
-}
-
 TEST_F(LoginTest, ASiteThatTakesNothingHoldsUpNeitherTheUserNorTheClosing) {
+  LogInByScript();
   script->StallWrites();
-  doc->LogIn({.address = "script",
-              .name = {},
-              .makeTransport = [this] { return std::make_unique<ScriptedTransport>(script); }},
-             MakeLoginOrder({.account = u"alice", .password = u"wonder"}));
   script->Deliver(kIdPrompt + ToBig5(kIdQuestion));
   ASSERT_TRUE(Shows(u"請輸入代號"_qs));
   // The worker waits for its first answer to leave before it gives the second one.
@@ -403,10 +311,8 @@ TEST_F(LoginTest, ASiteThatTakesNothingHoldsUpNeitherTheUserNorTheClosing) {
 }
 
 TEST_F(LoginTest, AnotherConnectionDuringALoginTakesItsPlace) {
-  QuietServer server;
-  UseSite(server.Address());
-  LogIn("alice", "wonder");
-  ASSERT_TRUE(Until([&] { return doc->CurrentActivity() == Activity::kLogin; }));
+  LogInByScript();
+  script = std::make_shared<Script>();
   OpenScript();
   EXPECT_TRUE(doc->IsConnected());
   EXPECT_EQ(doc->CurrentActivity(), Activity::kNone);
@@ -442,8 +348,6 @@ TEST_F(LoginTest, OnlyWaysThatTheBuildCanGoAreOffered) {
   View().AskLogin();
   auto& transport = Field<QComboBox>("transport");
   ASSERT_EQ(transport.count(), 3);
-  EXPECT_EQ(transport.currentText(), "Telnet");
-  EXPECT_EQ(Field<QLabel>("site").text(), "telnet://bbs.example");
   const LoginSites sites = ProposedLogin({}, endpoints);
   const auto* const items = qobject_cast<QStandardItemModel*>(transport.model());
   ASSERT_NE(items, nullptr);
@@ -468,31 +372,24 @@ TEST_F(LoginTest, WithoutASiteTheFormPointsToTheAddress) {
   EXPECT_NE(Form(), nullptr);
 }
 
-// The form, its fields and its buttons, without what is written on them.
 TEST_F(LoginTest, InDisguiseTheFormIsWhiteAndSwitchesAtOnce) {
   View().AskLogin();
-  const auto grounds = [&] {
+  for (const char16_t* work : {u"0", u"1", u"0"}) {
+    doc->Change(u"Basic", u"Work", work);
+    const bool isWhite = doc->Fields().work;
     const QImage picture = Form()->grab().toImage();
-    const auto at = [&](const QPoint& point) {
-      return picture.pixelColor(point * picture.devicePixelRatio()).lightness();
-    };
-    std::vector<int> found{at(QPoint(Form()->width() / 2, 4))};
+    std::vector<QPoint> grounds{QPoint(Form()->width() / 2, 4)};
     for (const char* name :
          {"account", "password", "transport", "rememberPassword", "logIn", "showPassword"}) {
       const QRect place = Field<QWidget>(name).geometry();
-      found.push_back(at(QPoint(place.left() + 4, place.center().y())));
+      grounds.push_back({place.left() + 4, place.center().y()});
     }
-    return found;
-  };
-  const auto all = [](const std::vector<int>& found, const std::function<bool(int)>& is) {
-    return std::all_of(found.begin(), found.end(), is);
-  };
-  EXPECT_TRUE(all(grounds(), [](int lightness) { return lightness < 100; }));
-  doc->Change(u"Basic", u"Work", u"1");
-  EXPECT_TRUE(all(grounds(), [](int lightness) { return lightness > 200; }));
-  EXPECT_LT(Field<QLineEdit>("account").palette().color(QPalette::Text).lightness(), 40);
-  doc->Change(u"Basic", u"Work", u"0");
-  EXPECT_TRUE(all(grounds(), [](int lightness) { return lightness < 100; }));
+    for (const QPoint& at : grounds) {
+      const int lightness = picture.pixelColor(at * picture.devicePixelRatio()).lightness();
+      EXPECT_TRUE(isWhite ? lightness > 200 : lightness < 100) << at.x() << ',' << at.y();
+    }
+    EXPECT_EQ(Field<QLineEdit>("account").palette().color(QPalette::Text).lightness() < 40, isWhite);
+  }
 }
 
 TEST_F(LoginTest, ANoticeLiesBeforeTheForm) {
@@ -529,8 +426,10 @@ TEST_F(LoginTest, AConnectionThatIsMadeOtherwiseNeedsNoForm) {
   ASSERT_TRUE(goToDemo());
   EXPECT_EQ(demos[1], nullptr);
   Fill("alice", "wonder");
+  Field<QCheckBox>("kickOthers").setChecked(true);
   ASSERT_TRUE(goToDemo());
   ASSERT_NE(demos[2], nullptr);
+  EXPECT_TRUE(demos[2]->kickOthers && doc->Fields().kickOthers);
   EXPECT_EQ(demos[2]->account, u"alice");
   EXPECT_EQ(demos[2]->password, u"wonder");
 }

@@ -1,6 +1,4 @@
 // Typing over a real connection, read at the other end by a server that takes its time.
-#include <thread>
-
 #include <QClipboard>
 #include <QElapsedTimer>
 #include <QGuiApplication>
@@ -8,8 +6,8 @@
 #include "bbs/page_flags.h"
 #include "core/charset.h"
 #include "core/key_sequence.h"
-#include "platform/socket.h"
 #include "tests/app/window_fixture.h"
+#include "tests/support/loopback_server.h"
 
 namespace quillet {
 namespace {
@@ -17,17 +15,7 @@ namespace {
 // Accepts one client, shows it the editor, and begins to read when told: a little at a time.
 class SlowReader {
  public:
-  SlowReader() {
-    EXPECT_TRUE(listener_.Open(ResolvedAddress::Family::kIpv4, 0));
-    thread_ = std::thread([this] { Serve(); });
-  }
-  ~SlowReader() {
-    stop_.Set();
-    begin_.Set();
-    thread_.join();
-  }
-
-  QString Address() const { return u"telnet://127.0.0.1:%1"_qs.arg(listener_.Port()); }
+  QString Address() const { return QString::fromStdString(server_.SiteAddress()); }
   void Begin() { begin_.Set(); }
   std::string Read() const {
     const std::lock_guard guard(lock_);
@@ -35,32 +23,22 @@ class SlowReader {
   }
 
  private:
-  void Serve() {
-    const std::unique_ptr<Socket> client = listener_.Accept(stop_);
-    if (client) ShowEditor(*client);
-    while (client && !begin_.WaitFor(1000))
-      if (stop_.IsSet()) return;
+  void Serve(Socket& client, const StopSignal& stop) {
+    SendText(client, "\x1B[24;1H" + ToBig5(u" 編輯文章") + "\x1B[1;1H", stop);
+    while (!begin_.WaitFor(100))
+      if (stop.IsSet()) return;
     std::array<std::uint8_t, 700> buffer;
     std::size_t count = 0;
-    while (client && client->Receive(buffer, count, stop_) == Socket::Result::kOk) {
+    while (client.Receive(buffer, count, stop) == Socket::Result::kOk) {
       const std::lock_guard guard(lock_);
       read_.append(buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(count));
     }
   }
 
-  void ShowEditor(Socket& client) {
-    const std::string page = "\x1B[24;1H" + ToBig5(u" 編輯文章") + "\x1B[1;1H";
-    std::size_t count = 0;
-    client.Send({reinterpret_cast<const std::uint8_t*>(page.data()), page.size()}, count, stop_);
-    EXPECT_EQ(count, page.size());
-  }
-
-  Listener listener_;
-  StopSignal stop_;
   StopSignal begin_;
   mutable std::mutex lock_;
   std::string read_;
-  std::thread thread_;
+  LoopbackServer server_{[this](Socket& client, const StopSignal& stop) { Serve(client, stop); }};
 };
 
 class LoopbackTypingTest : public WindowTest {

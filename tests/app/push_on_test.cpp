@@ -7,7 +7,6 @@
 #include "app/push_desk.h"
 #include "tests/app/demo_article_fixture.h"
 #include "tests/app/dialog_answers.h"
-#include "tests/support/wait_until.h"
 
 namespace quillet {
 namespace {
@@ -149,31 +148,21 @@ TEST_F(PushOnTest, WhatIsTypedIsKeptForItsArticleUntilItIsPushed) {
   EXPECT_EQ(Find<QLabel>(*desk->Dialog(), "complaint").text(), DescribeNoPush(NoPushReason::kNotConnected));
 }
 
-TEST_F(PushOnTest, WhoTakesOverWhileTheBbsAsksToWaitFindsTheRestInTheDialog) {
+TEST_F(PushOnTest, AKeyThatStopsItIsTypedNowhereAndTheRestIsInTheDialog) {
   LogInAs(u"hasty");
   OpenWhole(talkative);
   Push(u"一\n二\n三"_qs);
   ASSERT_TRUE(Until([&] { return doc->CurrentProgress().waitSeconds > 0; }));
   EXPECT_EQ(doc->CurrentProgress().done, 1);
   EXPECT_TRUE(DescribeActivity(Activity::kPush, doc->CurrentProgress()).contains(u"站台要求等"_qs));
-  Escape();
+  TypeText("q");
   EXPECT_EQ(doc->CurrentActivity(), Activity::kNone);
   EXPECT_EQ(noticed.title, u"推文沒有全部推出"_qs);
   EXPECT_EQ(noticed.lines.value(0), u"共 3 則，已推出 1 則。"_qs);
   ASSERT_TRUE(Until([&] { return !doc->IsAutomationBusy(); }));
   OpenDialog();
   EXPECT_EQ(Field().toPlainText(), u"二\n三"_qs);
-}
-
-TEST_F(PushOnTest, AKeyThatStopsItDoesNotGoWhereTheRunWasTyping) {
-  LogInAs(u"hasty");
-  OpenWhole(talkative);
-  Push(u"一\n二\n三"_qs);
-  ASSERT_TRUE(Until([&] { return doc->CurrentProgress().waitSeconds > 0; }));
-  TypeText("q");
-  EXPECT_EQ(doc->CurrentActivity(), Activity::kNone);
-  EXPECT_EQ(noticed.title, u"推文沒有全部推出"_qs);
-  ASSERT_TRUE(Until([&] { return !doc->IsAutomationBusy(); }));
+  desk->Dialog()->reject();
   TypeText("X");
   const auto answers = [&](std::u16string_view words) {
     return View().Screen().RowText(kBottomRow).find(ToBig5(words)) != std::string_view::npos;
@@ -206,30 +195,6 @@ TEST_F(PushOnTest, APushPutsTheArticleAmongTheBookmarksIfTheUserWantsThat) {
   Push(u"二"_qs);
   ASSERT_TRUE(Until([&] { return !said.isEmpty(); }));
   EXPECT_TRUE(doc->IsOpenArticleBookmarked());
-
-  // By hand.
-  OpenWhole(longest);
-  ASSERT_FALSE(doc->IsOpenArticleBookmarked());
-  const auto shows = [&](std::uint32_t flags) {
-    return Until([&, flags] { return (View().Screen().pageFlags & flags) == flags; });
-  };
-  TypeText("p");
-  ASSERT_TRUE(shows(PF_PUSH_LINE));
-  TypeText("1");
-  ASSERT_TRUE(shows(PF_PUSH_LINE | PF_INPUT_FIELD));
-  TypeText("ok");
-  Enter();
-  ASSERT_TRUE(
-      Until([&] { return View().Screen().RowText(kBottomRow).find("[y/N]") != std::string_view::npos; }));
-  // Faster than the window takes the screens.
-  TypeText("y");
-  Enter();
-  ASSERT_TRUE(WaitUntil([&] {
-    LiveScreen::Copy live;
-    doc->Session().live.Read(live);
-    return (live.screen.pageFlags & PF_READING) != 0;
-  }));
-  EXPECT_TRUE(Until([&] { return doc->IsOpenArticleBookmarked(); })) << ScreenAsUtf8();
 }
 
 TEST_F(PushOnTest, TheDialogNamesWhatWillBeLeftOutAndStopsAtTooMuch) {

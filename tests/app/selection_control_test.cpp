@@ -102,22 +102,6 @@ TEST_F(SelectionControlTest, DraggingSelectsAndLettingGoFinishes) {
   EXPECT_EQ(finishes, 1);
 }
 
-TEST_F(SelectionControlTest, AClickSelectsNothingAndEndsTheLastSelection) {
-  ShowScreen();
-  control.Press(3, 3, SelectUnit::kCharacter, SelectShape::kStream);
-  control.Release();
-  EXPECT_FALSE(control.IsShown());
-  EXPECT_EQ(changes, 0) << "nothing is different";
-  Drag(1, 2, 2, 4);
-  control.Release();
-  changes = 0;
-  control.Press(3, 3, SelectUnit::kCharacter, SelectShape::kStream);
-  control.Release();
-  EXPECT_FALSE(control.IsShown());
-  EXPECT_EQ(changes, 1);
-  EXPECT_EQ(finishes, 1);
-}
-
 // The clipboard keeps what it has.
 TEST_F(SelectionControlTest, BlanksAloneAreNoSelectionToTellOf) {
   ShowScreen();
@@ -125,33 +109,6 @@ TEST_F(SelectionControlTest, BlanksAloneAreNoSelectionToTellOf) {
   control.Release();
   EXPECT_TRUE(control.IsShown());
   EXPECT_EQ(finishes, 0);
-}
-
-TEST_F(SelectionControlTest, AClickWithShiftExtendsFromTheLastPress) {
-  ShowScreen();
-  control.ExtendTo(4, 6);
-  control.Release();
-  EXPECT_FALSE(control.IsShown()) << "there was none";
-  control.Press(1, 0, SelectUnit::kCharacter, SelectShape::kStream);
-  control.Release();
-  control.ExtendTo(1, 5);
-  EXPECT_TRUE(control.IsDragging());
-  control.Release();
-  EXPECT_EQ(control.Text(), u"第1行");
-  EXPECT_EQ(finishes, 1);
-}
-
-TEST_F(SelectionControlTest, ThePictureShowsItByRows) {
-  ShowScreen();
-  Drag(1, 2, 2, 3);
-  Page page{};
-  control.Decorate(page);
-  EXPECT_EQ(Look(page, 0), "");
-  std::string fromThird(kCols, 'x');
-  fromThird[0] = fromThird[1] = '.';
-  EXPECT_EQ(Look(page, 1), fromThird);
-  EXPECT_EQ(Look(page, 2), "xxx");
-  EXPECT_EQ(Look(page, 3), "");
 }
 
 TEST_F(SelectionControlTest, RowsWithoutALineCountAsTheOnesAboveThem) {
@@ -255,14 +212,6 @@ TEST_F(SelectionControlTest, APressedPlaceIsForgottenWithItsLine) {
   EXPECT_FALSE(control.IsShown()) << "it begins here";
 }
 
-TEST_F(SelectionControlTest, AGrowingArticleLeavesIt) {
-  ShowArticle(30);
-  Drag(1, 0, 4, 5);
-  picture.text.lines.push_back(LineOf(u"推 somebody: new"));
-  control.OnTextChanged();
-  EXPECT_TRUE(control.IsShown());
-}
-
 TEST_F(SelectionControlTest, KeysSelectFromTheCursorByWholeCharacters) {
   ShowScreen();
   Step(SelectStep::kRight);
@@ -308,14 +257,6 @@ TEST_F(SelectionControlTest, StepsUpAndDownKeepTheirColumn) {
   EXPECT_TRUE(control.Text().starts_with(NameOf(0)));
 }
 
-TEST_F(SelectionControlTest, KeysChangeWhatTheMouseHasSelected) {
-  ShowScreen();
-  control.Press(1, 9, SelectUnit::kWord, SelectShape::kStream);
-  control.Release();
-  Step(SelectStep::kLeft);
-  EXPECT_EQ(control.Text(), u"wor");
-}
-
 TEST_F(SelectionControlTest, KeysTakeTheArticleAlong) {
   ShowArticle(60);
   cursorRow = -1;
@@ -327,14 +268,6 @@ TEST_F(SelectionControlTest, KeysTakeTheArticleAlong) {
   for (int i = 0; i < 35; ++i)
     Step(SelectStep::kUp);
   EXPECT_EQ(picture.top, 5);
-}
-
-TEST_F(SelectionControlTest, EverythingIsSelectedAlsoOutOfSight) {
-  ShowArticle(60);
-  control.SelectAll();
-  EXPECT_EQ(changes, 1);
-  EXPECT_TRUE(control.Text().starts_with(NameOf(0) + u"\r\n"));
-  EXPECT_TRUE(control.Text().ends_with(u"\r\n" + NameOf(59)));
 }
 
 TEST_F(SelectionControlTest, WithoutTextNothingHappens) {
