@@ -12,6 +12,9 @@ constexpr int kTitleCol = 2;
 constexpr int kQuestionRow = 22;
 // So long the BBS may take to show that it has heard the answer; it is left in any case then.
 constexpr std::chrono::milliseconds kFarewell{2000};
+// A page that does not change for so long is complete; one that goes on changing is waited for no longer.
+constexpr std::chrono::milliseconds kQuiet{150};
+constexpr int kMostPieces = 10;
 
 LogOutResult SayGoodbye(ScreenWaits& waits) {
   const std::string question = ToBig5(u"您確定要離開");
@@ -24,6 +27,13 @@ LogOutResult SayGoodbye(ScreenWaits& waits) {
     return waits.IsAlive() ? LogOutResult::kNoWay : LogOutResult::kEnded;
   waits.Send("y\r");
   waits.WaitAtMost(kFarewell, [&](const ScreenSnapshot& screen) { return !asks(screen); });
+  // The goodbye may come in pieces, and whoever leaves wants to see it whole.
+  ScreenSnapshot shown = waits.Seen();
+  for (int piece = 0; piece < kMostPieces; ++piece) {
+    if (!waits.WaitAtMost(kQuiet, [&](const ScreenSnapshot& screen) { return screen.text != shown.text; }))
+      break;
+    shown = waits.Seen();
+  }
   return LogOutResult::kSaidGoodbye;
 }
 
