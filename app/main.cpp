@@ -1,4 +1,4 @@
-#include "app/quill_app.h"
+#include "app/window/quill_app.h"
 
 int main(int argc, char** argv) {
   return quillet::RunQuillet(argc, argv);

@@ -19,10 +19,6 @@ bool IsAtEnd(const ScreenSnapshot& screen) {
   return (screen.pageFlags & PF_READ_END) != 0;
 }
 
-std::string_view Visible(const ScreenRow& row) {
-  return {reinterpret_cast<const char*>(row.data()), kCols};
-}
-
 bool IsBlank(std::string_view row) {
   return row.find_first_not_of(' ') == row.npos;
 }
@@ -102,7 +98,7 @@ bool ArticleLines::IsOfThisText(const ScreenSnapshot& screen, const Place& place
   int telling = 0;
   int same = 0;
   for (int index = place.top; index < end; ++index) {
-    const std::string_view known = Visible(At(index).text);
+    const std::string_view known = BytesOf(At(index).text);
     const std::string_view shown = screen.RowText(index - place.top);
     if (IsBlank(known) && IsBlank(shown)) continue;
     ++telling;
@@ -114,7 +110,7 @@ bool ArticleLines::IsOfThisText(const ScreenSnapshot& screen, const Place& place
 int ArticleLines::FirstDifference(const ScreenSnapshot& screen, const Place& place) const {
   const int end = std::min(place.End(), Count());
   int index = std::min(place.top, end);
-  while (index < end && Visible(At(index).text) == screen.RowText(index - place.top))
+  while (index < end && BytesOf(At(index).text) == screen.RowText(index - place.top))
     ++index;
   return index;
 }

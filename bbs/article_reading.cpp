@@ -102,7 +102,7 @@ std::optional<int> ArticleReading::TakeMovedTo() {
 void ArticleReading::OnPage(const ScreenSnapshot& screen, const ArticleInfo& article, std::int64_t now) {
   halfDrawnSince_.reset();
   const unsigned version = lines_.Version();
-  if (!TakeLines(screen, article)) {
+  if (!ReadLines(screen, article)) {
     page_.reset();
     standing_ = false;
     return;
@@ -117,7 +117,7 @@ void ArticleReading::OnPage(const ScreenSnapshot& screen, const ArticleInfo& art
 }
 
 // False when the page is none of an article's whose top has been seen.
-bool ArticleReading::TakeLines(const ScreenSnapshot& screen, const ArticleInfo& article) {
+bool ArticleReading::ReadLines(const ScreenSnapshot& screen, const ArticleInfo& article) {
   const bool topOfAnArticle = article.IsArticle() && (screen.pageFlags & PF_READ_TOP) != 0;
   if (lines_.Count() == 0 && !topOfAnArticle) return false;
   Taken taken = lines_.Take(screen);

@@ -105,7 +105,7 @@ class ArticleReading {
  private:
   // ---- What the BBS shows
   void OnPage(const ScreenSnapshot& screen, const ArticleInfo& article, std::int64_t now);
-  bool TakeLines(const ScreenSnapshot& screen, const ArticleInfo& article);
+  bool ReadLines(const ScreenSnapshot& screen, const ArticleInfo& article);
   void NoteArrival(const ReaderPlace& page, std::int64_t now);
   void LookAway(const ScreenSnapshot& screen, std::int64_t now);
   void ForgetArticle();

@@ -13,7 +13,6 @@ constexpr std::uint8_t kBrightYellowOnCyan = 0xCB;
 constexpr std::uint8_t kBrightWhiteOnMagenta = 0xAF;
 constexpr std::uint8_t kFirstColouredBackground = 0x20;  // an attribute below it has a black background
 constexpr std::uint8_t kLowFiveBits = 0x1F;
-// The reader's cursor is parked at this column or behind it when its status line is complete.
 constexpr int kBlue = 4;
 constexpr int kMagenta = 5;
 constexpr int kRed = 1;

@@ -7,6 +7,8 @@
 namespace quillet {
 namespace {
 
+constexpr int kBlueGround = 4;
+constexpr int kRedGround = 1;
 constexpr int kConnected = 2;  // the session's state, as mirrored into the screen
 
 std::uint32_t If(bool holds, PageFlags flag) {
@@ -14,11 +16,9 @@ std::uint32_t If(bool holds, PageFlags flag) {
 }
 
 std::uint32_t ReaderFlags(const PageTests& pages, const ScreenSnapshot& screen) {
-  constexpr int kBlue = 4;
-  constexpr int kRed = 1;
   return If(pages.IsReaderTop(screen), PF_READ_TOP) |
-         If(BackgroundOf(screen.AttrAt(kRows - 1, 2)) == kBlue, PF_READ_END) |
-         If(BackgroundOf(screen.AttrAt(kRows - 1, 60)) == kRed, PF_READ_FOOTER_RED);
+         If(BackgroundOf(screen.AttrAt(kRows - 1, 2)) == kBlueGround, PF_READ_END) |
+         If(BackgroundOf(screen.AttrAt(kRows - 1, 60)) == kRedGround, PF_READ_FOOTER_RED);
 }
 
 std::uint32_t OtherPageFlags(const PageTests& pages, const ScreenSnapshot& screen) {

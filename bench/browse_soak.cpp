@@ -21,7 +21,7 @@
 #include <QTemporaryDir>
 #include <QWheelEvent>
 
-#include "app/toolkit.h"
+#include "app/window/toolkit.h"
 #include "bbs/page_flags.h"
 #include "core/charset.h"
 #include "demo/content_loader.h"

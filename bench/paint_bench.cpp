@@ -53,9 +53,9 @@ ScreenSnapshot TextScreen(unsigned seed) {
 
 constexpr std::size_t kArticleLines = 2000;
 
-// A line as an article's dressing leaves it: every third a push line of its own size and ground, with an age;
+// A line as an article's styling leaves it: every third a push line of its own size and ground, with an age;
 // a flag, a tag, a link and the cursor bar here and there.
-PageRow DressedLine(std::size_t line, std::minstd_rand& random) {
+PageRow StyledLine(std::size_t line, std::minstd_rand& random) {
   ScreenSnapshot screen;
   screen.Clear();
   FillRow(screen, 0, random);
@@ -80,11 +80,11 @@ PageRow DressedLine(std::size_t line, std::minstd_rand& random) {
   return row;
 }
 
-std::vector<PageRow> DressedArticleLines() {
+std::vector<PageRow> StyledArticleLines() {
   std::minstd_rand random(7);
   std::vector<PageRow> lines;
   for (std::size_t line = 0; line < kArticleLines; ++line)
-    lines.push_back(DressedLine(line, random));
+    lines.push_back(StyledLine(line, random));
   return lines;
 }
 
@@ -228,7 +228,7 @@ Percentiles Of(std::vector<double> times) {
 
 // Scrolls the whole article, a row per step, top to bottom; `moving`: over a picture that moves along.
 void BenchScroll(benchmark::State& state, bool moving) {
-  const std::vector<PageRow> lines = DressedArticleLines();
+  const std::vector<PageRow> lines = StyledArticleLines();
   FramePainter painter;
   DisplaySettings settings;
   settings.pushLineSpacing = 1;

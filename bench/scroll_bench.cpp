@@ -3,7 +3,7 @@
 // at its own pace.
 //
 // The work of a step is all the time that the event loop spends in handlers, from the one that moves the
-// article up to the next one that does: the step itself, composing and dressing the page, drawing it into the
+// article up to the next one that does: the step itself, composing and styling the page, drawing it into the
 // picture, the paint event that brings the picture to the window, and whatever else comes due meanwhile
 // (ticks, the caret). Waiting is not in it, nor is what the system does with the window's finished picture.
 // It is counted twice: in processor time of all threads, which is the work itself, and in time on the clock,
@@ -20,7 +20,7 @@
 #include <QTemporaryDir>
 #include <QWheelEvent>
 
-#include "app/toolkit.h"
+#include "app/window/toolkit.h"
 
 #include "bench/long_article.h"
 #include "bench/statistics.h"

@@ -201,7 +201,7 @@ void BenchLoadManyNames(benchmark::State& state, const fs::path& parent) {
   if (!files.Write(kNamesFile, Names(kManyNames).AsText())) state.SkipWithError("the list cannot be written");
   for (auto _ : state) {
     NameList names;
-    names.TakeLines(files.Read(kNamesFile).lines);
+    names.ReadLines(files.Read(kNamesFile).lines);
     if (names.Size() != kManyNames) {
       state.SkipWithError("the list did not come back whole");
       return;

@@ -1,27 +1,33 @@
 # What every target of Quillet has in common, and the walls between the folders.
 
-# An include path of its own for each folder: <build>/walls/<folder>/<folder> points to the sources,
-# so that "core/charset.h" is found only by targets that name quillet_core in their link line.
+# An include path of its own for each room: <build>/walls/<folder>/<folder> holds links to the room's headers and
+# to nothing else, so that "core/charset.h" is found only by targets that name quillet_core in their link line.
+# Folders below it belong to the room unless they are rooms, which have a CMakeLists.txt of their own.
 function(quillet_wall target folder)
   set(wall "${CMAKE_BINARY_DIR}/walls/${folder}")
-  file(MAKE_DIRECTORY "${wall}")
-  if(NOT EXISTS "${wall}/${folder}")
-    get_filename_component(parent "${wall}/${folder}" DIRECTORY)
-    file(MAKE_DIRECTORY "${parent}")
-    if(CMAKE_HOST_WIN32)
-      # A junction needs no privilege; a symbolic link would.
-      file(TO_NATIVE_PATH "${wall}/${folder}" link)
-      file(TO_NATIVE_PATH "${CMAKE_SOURCE_DIR}/${folder}" aim)
-      execute_process(COMMAND cmd /c mklink /J "${link}" "${aim}" COMMAND_ERROR_IS_FATAL ANY OUTPUT_QUIET)
-    else()
-      file(CREATE_LINK "${CMAKE_SOURCE_DIR}/${folder}" "${wall}/${folder}" SYMBOLIC)
+  file(GLOB_RECURSE headers CONFIGURE_DEPENDS RELATIVE "${CMAKE_SOURCE_DIR}" "${CMAKE_SOURCE_DIR}/${folder}/*.h")
+  file(REMOVE_RECURSE "${wall}/own")
+  foreach(header IN LISTS headers)
+    get_filename_component(place "${header}" DIRECTORY)
+    set(room "${place}")
+    while(NOT room STREQUAL folder AND NOT EXISTS "${CMAKE_SOURCE_DIR}/${room}/CMakeLists.txt")
+      get_filename_component(room "${room}" DIRECTORY)
+    endwhile()
+    if(room STREQUAL folder)
+      file(MAKE_DIRECTORY "${wall}/own/${place}")
+      if(CMAKE_HOST_WIN32)
+        # A hard link needs no privilege; a symbolic one would.
+        file(CREATE_LINK "${CMAKE_SOURCE_DIR}/${header}" "${wall}/own/${header}" COPY_ON_ERROR)
+      else()
+        file(CREATE_LINK "${CMAKE_SOURCE_DIR}/${header}" "${wall}/own/${header}" SYMBOLIC)
+      endif()
     endif()
-  endif()
+  endforeach()
   get_target_property(type ${target} TYPE)
   if(type STREQUAL "INTERFACE_LIBRARY")
-    target_include_directories(${target} INTERFACE "${wall}")
+    target_include_directories(${target} INTERFACE "${wall}/own")
   else()
-    target_include_directories(${target} PUBLIC "${wall}")
+    target_include_directories(${target} PUBLIC "${wall}/own")
   endif()
 endfunction()
 
@@ -53,6 +59,7 @@ set(QUILLET_STD_HEADERS <algorithm> <array> <atomic> <chrono> <cstdint> <functio
   <optional> <span> <string> <string_view> <thread> <unordered_map> <utility> <vector>)
 
 # The same of the toolkit: all of it would take longer to load than to compile most of the sources.
+set(QUILLET_TEXT_HEADERS <QObject> <QString> <QStringList>)
 set(QUILLET_PAINT_HEADERS <QFont> <QFontMetricsF> <QGuiApplication> <QImage> <QPainter> <QPointF> <QRectF> <QString>
   <QStringList>)
 set(QUILLET_WIDGET_HEADERS ${QUILLET_PAINT_HEADERS} <QApplication> <QCheckBox> <QComboBox> <QDialog>
@@ -77,9 +84,10 @@ function(quillet_unity target)
   endif()
 endfunction()
 
-# quillet_library(core SOURCES a.cpp ... USES quillet_platform ...): the library quillet_core of folder core/.
+# quillet_library(core SOURCES a.cpp ... PUBLIC quillet_platform ... PRIVATE ...): the library quillet_core of folder
+# core/. PUBLIC is what its headers need.
 function(quillet_library folder)
-  cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
   string(REPLACE "/" "_" name "${folder}")
   set(target quillet_${name})
   if(ARG_SOURCES)
@@ -87,12 +95,30 @@ function(quillet_library folder)
     quillet_options(${target})
     quillet_unity(${target})
     quillet_precompile(${target} library ${QUILLET_STD_HEADERS})
-    target_link_libraries(${target} PUBLIC ${ARG_USES})
+    target_link_libraries(${target} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE})
   else()
     add_library(${target} INTERFACE)
-    target_link_libraries(${target} INTERFACE ${ARG_USES})
+    target_link_libraries(${target} INTERFACE ${ARG_PUBLIC})
   endif()
   quillet_wall(${target} ${folder})
+endfunction()
+
+# quillet_room(session TOOLKIT text|widgets SOURCES ... PUBLIC ... PRIVATE ...): the library quillet_app_session of
+# folder app/session/. TOOLKIT is what most of its sources use of Qt.
+function(quillet_room room)
+  cmake_parse_arguments(ARG "" "TOOLKIT" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+  set(target quillet_app_${room})
+  add_library(${target} STATIC ${ARG_SOURCES})
+  quillet_options(${target})
+  quillet_wall(${target} app/${room})
+  quillet_unity(${target})
+  set_target_properties(${target} PROPERTIES AUTOMOC ON)
+  target_link_libraries(${target} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE})
+  if(ARG_TOOLKIT STREQUAL "text")
+    quillet_precompile(${target} text ${QUILLET_TEXT_HEADERS} ${QUILLET_STD_HEADERS})
+  else()
+    quillet_precompile(${target} widgets ${QUILLET_WIDGET_HEADERS} ${QUILLET_STD_HEADERS})
+  endif()
 endfunction()
 
 # quillet_program(name SOURCES ... USES ...): a program in <build>/bin.

@@ -36,6 +36,11 @@ constexpr int BackgroundOf(std::uint8_t attr) {
 
 using ScreenRow = std::array<std::uint8_t, kRowStride>;
 
+// The row's cells as bytes, without what lies behind the last one.
+inline std::string_view BytesOf(const ScreenRow& row) {
+  return {reinterpret_cast<const char*>(row.data()), kCols};
+}
+
 struct ScreenSnapshot {
   std::array<ScreenRow, kRows> text;
   std::array<ScreenRow, kRows> attr;

@@ -31,7 +31,7 @@ std::uint8_t WithParameter(std::uint8_t attr, int parameter) {
 }
 
 // Applies the sequence behind ESC "[" at `at`; leaves `at` behind its final byte.
-std::uint8_t TakeSequence(std::string_view line, std::size_t& at, std::uint8_t attr) {
+std::uint8_t DecodeSequence(std::string_view line, std::size_t& at, std::uint8_t attr) {
   std::uint8_t changed = attr;
   int parameter = 0;
   for (; at < line.size(); ++at) {
@@ -56,7 +56,7 @@ std::vector<Cell> CellsOf(std::string_view line, std::uint8_t attr, int columns)
   for (std::size_t at = 0; at < line.size();) {
     if (line[at] == '\x1b') {
       ++at;
-      if (at < line.size() && line[at] == '[') attr = TakeSequence(line, ++at, attr);
+      if (at < line.size() && line[at] == '[') attr = DecodeSequence(line, ++at, attr);
       continue;
     }
     const char byte = line[at++];

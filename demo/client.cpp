@@ -110,7 +110,7 @@ void Client::OnKey(const Key& key) {
     return;
   }
   Page& top = *pages_.back();
-  if (key.IsControl('U') && top.TakesGlobalKeys())
+  if (key.IsControl('U') && top.HasGlobalKeys())
     Open(std::make_unique<UserListPage>(*this));
   else
     top.OnKey(key);

@@ -19,7 +19,7 @@ constexpr int kRetryMilliseconds = 50;
 
 }  // namespace
 
-void DemoOptions::TakeNames(const Endpoints& endpoints) {
+void DemoOptions::UseNames(const Endpoints& endpoints) {
   if (!endpoints.mainHost.empty()) hostName = endpoints.mainHost;
   const std::string_view web = endpoints.Value("web/host");
   if (!web.empty()) webHost = web;

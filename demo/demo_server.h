@@ -25,7 +25,7 @@ struct DemoOptions {
   std::function<void(std::string_view)> log;  // one line per connection, login and unusable file; any thread
 
   // Takes the host names that the client knows this BBS by, so that it recognises origin lines and links.
-  void TakeNames(const Endpoints& endpoints);
+  void UseNames(const Endpoints& endpoints);
 };
 
 class DemoServer {

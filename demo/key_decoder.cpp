@@ -65,7 +65,7 @@ std::vector<Key> KeyDecoder::Feed(std::string_view bytes) {
 }
 
 void KeyDecoder::Take(std::uint8_t byte) {
-  if (TakeTelnet(byte)) return;
+  if (DecodeTelnet(byte)) return;
   switch (state_) {
     case State::kEscape:
       if (byte == '[' || byte == 'O') {
@@ -78,7 +78,7 @@ void KeyDecoder::Take(std::uint8_t byte) {
       break;
     case State::kSequence:
     case State::kApplication:
-      TakeSequence(byte);
+      DecodeSequence(byte);
       return;
     case State::kPair:
       state_ = State::kGround;
@@ -90,10 +90,10 @@ void KeyDecoder::Take(std::uint8_t byte) {
     default:
       break;
   }
-  TakeGround(byte);
+  DecodeGround(byte);
 }
 
-void KeyDecoder::TakeGround(std::uint8_t byte) {
+void KeyDecoder::DecodeGround(std::uint8_t byte) {
   if (byte == 0x1B) {
     state_ = State::kEscape;
   } else if (byte == '\r') {
@@ -114,7 +114,7 @@ void KeyDecoder::TakeGround(std::uint8_t byte) {
   }
 }
 
-void KeyDecoder::TakeSequence(std::uint8_t byte) {
+void KeyDecoder::DecodeSequence(std::uint8_t byte) {
   if (byte >= '0' && byte <= '9') {
     if (number_ <= kLargestNumber) number_ = number_ * 10 + (byte - '0');
     return;
@@ -128,7 +128,7 @@ void KeyDecoder::TakeSequence(std::uint8_t byte) {
   if (key) Emit(*key);
 }
 
-bool KeyDecoder::TakeTelnet(std::uint8_t byte) {
+bool KeyDecoder::DecodeTelnet(std::uint8_t byte) {
   switch (state_) {
     case State::kTelnet:
       if (byte == kSubBegin)

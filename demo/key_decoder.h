@@ -58,9 +58,9 @@ class KeyDecoder {
     kSubTelnet
   };
   void Take(std::uint8_t byte);
-  void TakeGround(std::uint8_t byte);
-  void TakeSequence(std::uint8_t byte);
-  bool TakeTelnet(std::uint8_t byte);
+  void DecodeGround(std::uint8_t byte);
+  void DecodeSequence(std::uint8_t byte);
+  bool DecodeTelnet(std::uint8_t byte);
   void Emit(KeyKind kind, std::string text = {}) { keys_.push_back({kind, std::move(text), !keys_.empty()}); }
 
   State state_ = State::kGround;

@@ -65,7 +65,7 @@ int main(int count, char** arguments) {
   quillet::DemoOptions options;
   options.contentFolder = resources / "demo" / "content";
   quillet::Endpoints endpoints;
-  if (quillet::LoadEndpoints(resources / "Data" / "endpoints.ini", endpoints)) options.TakeNames(endpoints);
+  if (quillet::LoadEndpoints(resources / "Data" / "endpoints.ini", endpoints)) options.UseNames(endpoints);
   options.log = [](std::string_view line) {
     std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
   };

@@ -32,7 +32,7 @@ class Page {
   virtual std::optional<Mailbox::Clock::time_point> Deadline() const { return std::nullopt; }
   virtual void OnTime() {}
   // Whether the keys that work everywhere (board prompt, list of users) work here too.
-  virtual bool TakesGlobalKeys() const { return false; }
+  virtual bool HasGlobalKeys() const { return false; }
 };
 
 // What the server was told about itself, the same for all clients.

@@ -47,9 +47,9 @@ Lines LinesOf(std::u16string_view text, std::string_view lineEnd) {
 
 void RunList(const Lines& lines, ArticleListKind kind) {
   ArticleLists read, once, twice;
-  TakeArticleLines(lines, kind, kHosts, read);
-  TakeArticleLines(LinesOf(ArticleListText(read, kind), "\n"), kind, kHosts, once);
-  TakeArticleLines(LinesOf(ArticleListText(once, kind), "\r\n"), kind, kHosts, twice);
+  ReadArticleLines(lines, kind, kHosts, read);
+  ReadArticleLines(LinesOf(ArticleListText(read, kind), "\n"), kind, kHosts, once);
+  ReadArticleLines(LinesOf(ArticleListText(once, kind), "\r\n"), kind, kHosts, twice);
   Require(NumbersOf(read.Of(kind)) == NumbersOf(once.Of(kind)));
   Require(read.hotHeader == once.hotHeader && once.hotHeader == twice.hotHeader);
   Require(once.trackHeader == twice.trackHeader);
@@ -58,9 +58,9 @@ void RunList(const Lines& lines, ArticleListKind kind) {
 
 void RunWeights(const Lines& lines) {
   BoardWeights read, once, twice;
-  TakeBoardWeightLines(lines, read);
-  TakeBoardWeightLines(LinesOf(BoardWeightsText(read), "\n"), once);
-  TakeBoardWeightLines(LinesOf(BoardWeightsText(once), "\r\n"), twice);
+  ReadBoardWeightLines(lines, read);
+  ReadBoardWeightLines(LinesOf(BoardWeightsText(read), "\n"), once);
+  ReadBoardWeightLines(LinesOf(BoardWeightsText(once), "\r\n"), twice);
   Require(once == twice);
 }
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "bbs/push_pieces.h"
+#include "bbs/automation/push_pieces.h"
 #include "core/charset.h"
 #include "input/copy_text.h"
 #include "input/link_finder.h"

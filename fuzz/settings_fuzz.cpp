@@ -24,7 +24,7 @@ void RequireComesBack(const SettingsMap& map) {
     const TextLines written = ReadLines(EncodeText(map.AsText(), lineEnd));
     Require(written.firstBadLine == 0);
     SettingsMap back;
-    back.TakeLines(written.lines);
+    back.ReadLines(written.lines);
     Require(back == map);
   }
 }
@@ -40,11 +40,11 @@ void RunAsFile(std::string_view bytes) {
   for (const std::u16string& line : read.lines)
     Require(!line.empty() && line.size() <= kLongestLine && Trimmed(line) == line);
   SettingsMap map = DefaultSettings("bbs.example");
-  map.TakeLines(read.lines);
+  map.ReadLines(read.lines);
   RequireComesBack(map);
 
   NameList names;
-  TakeOldLists(map, names);
+  ConvertOldLists(map, names);
   DropOldLists(map);
   ConvertOldSite(map);
   ConvertOldKeys(map);

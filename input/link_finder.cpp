@@ -14,10 +14,6 @@ constexpr unsigned kKindShift = 44;
 constexpr std::uint64_t kHighestKind = 1;
 constexpr std::size_t kLongestBoardName = 20;
 
-std::string_view Cells(const ScreenRow& text) {
-  return {reinterpret_cast<const char*>(text.data()), kCols};
-}
-
 std::u16string Widened(std::string_view ascii) {
   return {ascii.begin(), ascii.end()};
 }
@@ -127,7 +123,7 @@ std::optional<TextLink> CodeLinkAt(std::string_view cells, int col, char before)
 }  // namespace
 
 std::vector<TextLink> FindLinks(const ScreenRow& text, const WebHosts& hosts) {
-  const std::string_view cells = Cells(text);
+  const std::string_view cells = BytesOf(text);
   std::vector<TextLink> links;
   char before = ' ';
   for (int col = 0; col < kCols;) {

@@ -14,19 +14,19 @@ namespace {
 
 // ---- What the client keeps of the keys, page by page
 
-enum class Whose { kBbs, kOurs };
+enum class KeyOwner { kBbs, kOurs };
 
 struct PageKeys {
   PageKind kind;
-  Whose tab;        // Tab shows what is noted about the ids
-  Whose backQuote;  // sends the BBS's own Tab in its place, and is no character there
-  Whose select;     // Shift with an arrow, Home or End begins a selection; one that is shown always grows
-  Whose names;      // ` 0-7 u ~ are about the id under the pointer
-  Whose article;    // m p x g i, and "PreventUpDownChangeArticle"
+  KeyOwner tab;        // Tab shows what is noted about the ids
+  KeyOwner backQuote;  // sends the BBS's own Tab in its place, and is no character there
+  KeyOwner select;     // Shift with an arrow, Home or End begins a selection; one that is shown always grows
+  KeyOwner names;      // ` 0-7 u ~ are about the id under the pointer
+  KeyOwner article;    // m p x g i, and "PreventUpDownChangeArticle"
 };
 
-constexpr Whose kBbs = Whose::kBbs;
-constexpr Whose kOurs = Whose::kOurs;
+constexpr KeyOwner kBbs = KeyOwner::kBbs;
+constexpr KeyOwner kOurs = KeyOwner::kOurs;
 
 // Where something is typed every character is the BBS's, and so it is on a page that nothing is known of.
 // clang-format off
@@ -99,29 +99,29 @@ constexpr std::array kSearchKeys = {
 
 // ---- Decisions
 
-KeyDecision On(Road road) {
-  return {.road = road};
+KeyDecision On(KeyRoute route) {
+  return {.route = route};
 }
 
-KeyDecision OnKey(Road road, int virtualKey) {
-  return {.road = road, .action = {.virtualKey = virtualKey}};
+KeyDecision OnKey(KeyRoute route, int virtualKey) {
+  return {.route = route, .action = {.virtualKey = virtualKey}};
 }
 
 KeyDecision Command(KeyCommand command) {
-  return {.road = Road::kCommand, .action = {.kind = KeyActionKind::kCommand, .command = command}};
+  return {.route = KeyRoute::kCommand, .action = {.kind = KeyActionKind::kCommand, .command = command}};
 }
 
 KeyDecision Search(SearchStep step) {
-  return {.road = Road::kSearch, .search = step};
+  return {.route = KeyRoute::kSearch, .search = step};
 }
 
 KeyDecision Select(SelectStep step) {
-  return {.road = Road::kSelection, .select = step};
+  return {.route = KeyRoute::kSelection, .select = step};
 }
 
 // Doing it once more would undo it, or would do what nobody asked for.
 KeyDecision Once(KeyPhase phase, KeyDecision decision) {
-  return phase == KeyPhase::kRepeat ? On(Road::kSwallowed) : std::move(decision);
+  return phase == KeyPhase::kRepeat ? On(KeyRoute::kSwallowed) : std::move(decision);
 }
 
 // ---- One key message: each step claims the key or leaves it to the next
@@ -193,7 +193,7 @@ std::optional<KeyDecision> KeyMessage::ForNotice() const {
   const bool its = press_.virtualKey == kKeyEnter || press_.virtualKey == kKeyEscape;
   if (!window_.noticeShown || !its || press_.alt) return std::nullopt;
   // A key that was held down before the panel came is no answer to it.
-  return Once(phase_, OnKey(Road::kNotice, press_.virtualKey));
+  return Once(phase_, OnKey(KeyRoute::kNotice, press_.virtualKey));
 }
 
 std::optional<KeyDecision> KeyMessage::ForCommand() const {
@@ -206,17 +206,17 @@ std::optional<KeyDecision> KeyMessage::ForCommand() const {
 
 std::optional<KeyDecision> KeyMessage::ForSideList() const {
   if (!window_.sideListShown || !IsPlain() || press_.virtualKey == kKeyTab) return std::nullopt;
-  return OnKey(Road::kSideList, press_.virtualKey);
+  return OnKey(KeyRoute::kSideList, press_.virtualKey);
 }
 
 std::optional<KeyDecision> KeyMessage::ForEscape() const {
   if (press_.virtualKey != kKeyEscape || !IsPlain()) return std::nullopt;
   // Held a little long, it would end one thing after the other.
-  if (phase_ == KeyPhase::kRepeat) return On(Road::kSwallowed);
+  if (phase_ == KeyPhase::kRepeat) return On(KeyRoute::kSwallowed);
   if (window_.selectionShown) return Select(SelectStep::kClear);
   if (window_.articleShown && window_.search != SearchUse::kNone) return Search(SearchStep::kEnd);
-  if (window_.revealShown) return On(Road::kReveal);
-  if (window_.activityRuns) return On(Road::kActivity);
+  if (window_.revealShown) return On(KeyRoute::kReveal);
+  if (window_.activityRuns) return On(KeyRoute::kActivity);
   return std::nullopt;
 }
 
@@ -232,7 +232,7 @@ std::optional<KeyDecision> KeyMessage::ForSelection() const {
 
 std::optional<KeyDecision> KeyMessage::ForNames() const {
   if (!window_.addBlackHotKey || !window_.idUnderPointer || keys_.names == kBbs) return std::nullopt;
-  KeyDecision decision = On(Road::kNames);
+  KeyDecision decision = On(KeyRoute::kNames);
   decision.name = NameKeyOf(press_, decision.flagColour);
   if (decision.name == NameKey::kNone) return std::nullopt;
   return Once(phase_, std::move(decision));
@@ -244,7 +244,7 @@ std::optional<KeyDecision> KeyMessage::ForTab() const {
   if (keys_.tab == kOurs && press_.virtualKey == kKeyTab && IsPlain() && !press_.shift)
     return Once(phase_, Command(KeyCommand::kReveal));
   if (keys_.backQuote == kOurs && Types(u'`'))
-    return KeyDecision{.road = Road::kBbs, .action = {.kind = KeyActionKind::kSendBytes, .bytes = "\t"}};
+    return KeyDecision{.route = KeyRoute::kBbs, .action = {.kind = KeyActionKind::kSendBytes, .bytes = "\t"}};
   return std::nullopt;
 }
 
@@ -257,7 +257,7 @@ std::optional<KeyDecision> KeyMessage::ForSearch() const {
   });
   if (key == kSearchKeys.end()) return std::nullopt;
   // Behind an open side list nothing is asked for.
-  if (window_.sideListShown) return On(Road::kSwallowed);
+  if (window_.sideListShown) return On(KeyRoute::kSwallowed);
   return key->step == SearchStep::kAsk ? Once(phase_, Search(key->step)) : Search(key->step);
 }
 
@@ -267,7 +267,7 @@ std::optional<KeyDecision> KeyMessage::ForPaging() const {
   state.keepArticle |= window_.preventArticleChange;
   const PagingAction paging = DecidePaging(press_, phase_ == KeyPhase::kRepeat, state);
   if (paging.kind == PagingAction::Kind::kToBbs) return std::nullopt;
-  KeyDecision decision{.road = Road::kArticle, .paging = paging};
+  KeyDecision decision{.route = KeyRoute::kArticle, .paging = paging};
   if (paging.kind == PagingAction::Kind::kNext) decision.action = meaning_;
   return decision;
 }
@@ -291,13 +291,13 @@ std::optional<KeyDecision> KeyMessage::ForEdge() const {
     return std::nullopt;
   const bool back = press_.virtualKey == kKeyUp;
   const bool on = press_.virtualKey == kKeyDown || press_.virtualKey == kKeyEnter || Types(u' ');
-  if ((back && Has(PF_READ_TOP)) || (on && Has(PF_READ_END))) return On(Road::kSwallowed);
+  if ((back && Has(PF_READ_TOP)) || (on && Has(PF_READ_END))) return On(KeyRoute::kSwallowed);
   return std::nullopt;
 }
 
 KeyDecision KeyMessage::ForBbs() const {
   if (meaning_.kind == KeyActionKind::kNone) return {};
-  return {.road = Road::kBbs, .action = meaning_};
+  return {.route = KeyRoute::kBbs, .action = meaning_};
 }
 
 }  // namespace

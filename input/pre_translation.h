@@ -35,7 +35,7 @@ struct WindowState {
   SearchUse search = SearchUse::kNone;
 };
 
-enum class Road {
+enum class KeyRoute {
   kToolkit,    // not ours: menus and shortcuts
   kNotice,     // `action.virtualKey`: Enter or Esc for the panel
   kSideList,   // `action.virtualKey`, 0 for a key that it does not know: the open side list takes it
@@ -62,7 +62,7 @@ enum class SearchStep {
 enum class SelectStep { kNone, kClear, kLeft, kRight, kUp, kDown, kLineStart, kLineEnd };
 
 struct KeyDecision {
-  Road road = Road::kToolkit;
+  KeyRoute route = KeyRoute::kToolkit;
   KeyAction action{};
   PagingAction paging{};
   NameKey name = NameKey::kNone;

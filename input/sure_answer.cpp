@@ -3,8 +3,8 @@
 #include "bbs/page_tests.h"
 #include "bbs/screen_fields.h"
 #include "core/key_sequence.h"
+#include "input/accepts_text.h"
 #include "input/page_kind.h"
-#include "input/takes_text.h"
 
 namespace quillet {
 namespace {
@@ -29,7 +29,7 @@ bool AsksForPassword(const ScreenSnapshot& screen) {
 
 bool IsSurelyAnswered(const ScreenSnapshot& screen, const KeyAction& action) {
   if (action.bytes == "\r") return true;
-  if (action.kind == KeyActionKind::kSendText && TakesText(screen)) return !AsksForPassword(screen);
+  if (action.kind == KeyActionKind::kSendText && AcceptsText(screen)) return !AsksForPassword(screen);
   const PageKind kind = KindOf(screen);
   const bool isList = kind == PageKind::kList || kind == PageKind::kArticleList;
   switch (action.virtualKey) {

@@ -41,11 +41,11 @@ class TemporaryFile {
   bool Open(const std::filesystem::path& target, Readers readers);
   bool Write(std::string_view bytes);
   // As far as the system lets this user: permissions, owner and access list of another file.
-  void TakePermissionsOf(const std::filesystem::path& file);
+  void CopyPermissionsOf(const std::filesystem::path& file);
   // To the disk.
   bool Flush();
   bool Replace(const std::filesystem::path& target);
-  NameResult TakeFreeName(const std::filesystem::path& name);
+  NameResult ChooseFreeName(const std::filesystem::path& name);
 
   const std::string& Fault() const { return fault_; }
 

@@ -52,7 +52,7 @@ bool CopyTo(TemporaryFile& copy, const fs::path& from, const fs::path& target) {
     if (source.bad()) return false;
     if (!copy.Write({piece.data(), static_cast<std::size_t>(source.gcount())})) return false;
   }
-  copy.TakePermissionsOf(from);
+  copy.CopyPermissionsOf(from);
   return copy.Flush();
 }
 
@@ -123,7 +123,7 @@ fs::path CopyAside(const Kept& kept) {
   return TakeAsideName(kept, [&](const fs::path& name) {
     if (!isCopied && !CopyTo(copy, kept.file, kept.file)) return NameResult::kFailed;
     isCopied = true;
-    return copy.TakeFreeName(name);
+    return copy.ChooseFreeName(name);
   });
 }
 
@@ -143,7 +143,7 @@ std::string ReplaceFile(const fs::path& file, std::string_view bytes) {
   TemporaryFile fresh;
   if (!fresh.Open(target.file, target.exists ? Readers::kOwnerOnly : Readers::kUsual) || !fresh.Write(bytes))
     return fresh.Fault();
-  if (target.exists) fresh.TakePermissionsOf(target.file);
+  if (target.exists) fresh.CopyPermissionsOf(target.file);
   if (!fresh.Flush() || !fresh.Replace(target.file)) return fresh.Fault();
   return {};
 }
@@ -157,7 +157,7 @@ bool MoveUserFile(const fs::path& from, const fs::path& to) {
   }
   if (fs::exists(fs::symlink_status(to, error))) return false;
   TemporaryFile copy;
-  if (!CopyTo(copy, from, to) || copy.TakeFreeName(to) != NameResult::kDone) return false;
+  if (!CopyTo(copy, from, to) || copy.ChooseFreeName(to) != NameResult::kDone) return false;
   fs::remove(from, error);
   return true;
 }

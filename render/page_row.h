@@ -1,5 +1,5 @@
 // One row of the picture as it is to be drawn: the bytes of the screen or of an article's line, with the
-// colours and marks that the client has given them. Made by the dressing functions, drawn by the frame
+// colours and marks that the client has given them. Made by the styling functions, drawn by the frame
 // painter, which compares rows to find what changed. Plain values; pure.
 #pragma once
 

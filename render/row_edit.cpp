@@ -4,8 +4,8 @@
 #include <array>
 #include <string_view>
 
-#include "render/dress_colours.h"
 #include "render/row_cells.h"
+#include "render/style_colours.h"
 
 namespace quillet {
 namespace {

@@ -1,5 +1,5 @@
 // Changes to the cells of a row that is to be drawn: texts hidden or blanked, keywords coloured. A
-// double-width character is changed whole or not at all. Called by the dressing functions. Pure.
+// double-width character is changed whole or not at all. Called by the styling functions. Pure.
 #pragma once
 
 #include "bbs/line_flags.h"

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "render/contrast.h"
-#include "render/dress_colours.h"
 #include "render/shape_glyphs.h"
+#include "render/style_colours.h"
 
 namespace quillet {
 namespace {
@@ -50,8 +50,8 @@ Palette WithLighterBlue(Palette palette, std::uint32_t ground) {
   return palette;
 }
 
-// What lines are dressed in is the client's own doing, so it must not cost anyone the text.
-void MakeDressReadable(Palette& foregrounds, std::uint32_t ground) {
+// What lines are styled in is the client's own doing, so it must not cost anyone the text.
+void MakeStyleReadable(Palette& foregrounds, std::uint32_t ground) {
   foregrounds[kReadTitle] = foregrounds[kReadTitleTint];
   for (const std::uint8_t index : {kMyId, kKeywordColour, kLighterPushText, kReadTitle})
     foregrounds[index] = ReadableOn(ground, foregrounds[index]);
@@ -131,10 +131,10 @@ LookColours::LookColours(const Palette& palette, bool lighterDarkBlue)
     onPush_ = WithLighterBlue(palette, palette[kPushGround]);
     onCaption_ = WithLighterBlue(palette, palette[kCaptionGround]);
   }
-  MakeDressReadable(onPage_, page);
-  MakeDressReadable(onPush_, palette[kPushGround]);
-  MakeDressReadable(onCaption_, palette[kCaptionGround]);
-  MakeDressReadable(onHeader_, palette[kHeaderGround]);
+  MakeStyleReadable(onPage_, page);
+  MakeStyleReadable(onPush_, palette[kPushGround]);
+  MakeStyleReadable(onCaption_, palette[kCaptionGround]);
+  MakeStyleReadable(onHeader_, palette[kHeaderGround]);
   onBar_ = ReadableOnBar(onPage_, page, bar_);
   onHover_ = ReadableOnBar(onPage_, page, hover_);
 }

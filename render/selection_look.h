@@ -1,4 +1,4 @@
-// Lays a selection, or what a search has found, over a row of the picture, after all dressing. Pure.
+// Lays a selection, or what a search has found, over a row of the picture, after all styling. Pure.
 #pragma once
 
 #include "render/page_row.h"

@@ -233,7 +233,7 @@ std::u16string HeaderText(const ArticleLists& lists, ArticleListKind kind) {
 
 ArticleLists ListIn(const Lines& lines, ArticleListKind kind, const WebHosts& hosts) {
   ArticleLists list;
-  TakeArticleLines(lines, kind, hosts, list);
+  ReadArticleLines(lines, kind, hosts, list);
   return list;
 }
 
@@ -249,7 +249,7 @@ void TakeOverList(const DataFiles::OthersLines& others, ArticleListKind kind, co
   // Only what the file can hold compares with what was read from it.
   ArticleFolder ours =
       ListIn(ReadLines(EncodeText(ArticleListText(lists, kind), "\n")).lines, kind, hosts).Of(kind);
-  TakeOverArticles(ours, theirs.Of(kind), base.Of(kind));
+  MergeArticles(ours, theirs.Of(kind), base.Of(kind));
   lists.Of(kind) = std::move(ours);
   if (lists.hotHeader == base.hotHeader) lists.hotHeader = theirs.hotHeader;
   if (lists.trackHeader == base.trackHeader) lists.trackHeader = theirs.trackHeader;
@@ -257,7 +257,7 @@ void TakeOverList(const DataFiles::OthersLines& others, ArticleListKind kind, co
 
 }  // namespace
 
-void TakeArticleLines(const std::vector<std::u16string>& lines, ArticleListKind kind, const WebHosts& hosts,
+void ReadArticleLines(const std::vector<std::u16string>& lines, ArticleListKind kind, const WebHosts& hosts,
                       ArticleLists& lists) {
   HeaderReader header(kind, lists);
   TreeReader tree(lists.Of(kind), hosts);
@@ -280,7 +280,7 @@ std::u16string ArticleListText(const ArticleLists& lists, ArticleListKind kind) 
   return text;
 }
 
-void TakeBoardWeightLines(const std::vector<std::u16string>& lines, BoardWeights& weights) {
+void ReadBoardWeightLines(const std::vector<std::u16string>& lines, BoardWeights& weights) {
   for (const std::u16string& untrimmed : lines) {
     const std::u16string_view line = Trimmed(untrimmed);
     if (line.empty()) continue;
@@ -303,18 +303,18 @@ std::u16string BoardWeightsText(const BoardWeights& weights) {
 }
 
 void LoadArticleLists(DataFiles& files, const WebHosts& hosts, ArticleLists& lists, BoardWeights& weights) {
-  TakeBoardWeightLines(files.Read(kBoardWeightsFile).lines, weights);
+  ReadBoardWeightLines(files.Read(kBoardWeightsFile).lines, weights);
   for (const ArticleListKind kind :
        {ArticleListKind::kHot, ArticleListKind::kTracked, ArticleListKind::kBookmarks}) {
     const TextLines text = files.Read(FileOf(kind));
-    if (!text.lines.empty()) TakeArticleLines(text.lines, kind, hosts, lists);
+    if (!text.lines.empty()) ReadArticleLines(text.lines, kind, hosts, lists);
   }
 }
 
 bool ChangeArticleList(DataFiles& files, const WebHosts& hosts, ArticleLists& lists, ArticleListKind kind,
                        const std::function<void(ArticleFolder&)>& change) {
   const std::string_view name = FileOf(kind);
-  const FileLock turn = files.TakeTurn(name);
+  const FileLock turn = files.WaitForTurn(name);
   if (const auto others = files.ReadAgain(name)) TakeOverList(*others, kind, hosts, lists);
   change(lists.Of(kind));
   return SaveArticleList(files, lists, kind);

@@ -23,7 +23,7 @@ inline constexpr std::size_t kDeepestFolder = 64;
 // Makes the list of this kind anew from the lines: header, folders, items. Items whose place is named by a
 // web link, as older versions wrote them, get board and code from it. Never fails: what is missing keeps its
 // value on creation, a closing line without a folder is ignored, folders left open are closed by the end.
-void TakeArticleLines(const std::vector<std::u16string>& lines, ArticleListKind kind, const WebHosts& hosts,
+void ReadArticleLines(const std::vector<std::u16string>& lines, ArticleListKind kind, const WebHosts& hosts,
                       ArticleLists& lists);
 
 // The text of the file, lines ended by LF, the header's by CR LF. Every item comes back from it as it is, but
@@ -33,7 +33,7 @@ void TakeArticleLines(const std::vector<std::u16string>& lines, ArticleListKind 
 std::u16string ArticleListText(const ArticleLists& lists, ArticleListKind kind);
 
 // The name, blanks, the number (0 when it is none); a later line replaces an earlier one of the same name.
-void TakeBoardWeightLines(const std::vector<std::u16string>& lines, BoardWeights& weights);
+void ReadBoardWeightLines(const std::vector<std::u16string>& lines, BoardWeights& weights);
 // In the map's order. Blanks inside a name are dropped, and a weight whose name is empty is left out.
 std::u16string BoardWeightsText(const BoardWeights& weights);
 

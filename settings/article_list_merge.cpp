@@ -120,7 +120,7 @@ ArticleFolder MergedFolder(const ArticleFolder& ours, const ArticleFolder& their
 
 }  // namespace
 
-void TakeOverArticles(ArticleFolder& ours, const ArticleFolder& theirs, const ArticleFolder& base) {
+void MergeArticles(ArticleFolder& ours, const ArticleFolder& theirs, const ArticleFolder& base) {
   ours = MergedFolder(ours, theirs, base);
 }
 

@@ -10,6 +10,6 @@ namespace quillet {
 // Takes over what `theirs` has added, changed or removed since `base`; what `ours` has added, changed or
 // removed since `base` stays, and a folder as long as anything is in it. The order is theirs, with this
 // list's additions behind what they stood behind.
-void TakeOverArticles(ArticleFolder& ours, const ArticleFolder& theirs, const ArticleFolder& base);
+void MergeArticles(ArticleFolder& ours, const ArticleFolder& theirs, const ArticleFolder& base);
 
 }  // namespace quillet

@@ -79,11 +79,11 @@ TextLines DataFiles::Read(std::string_view name) {
   const fs::path file = Locate(name);
   const FileBytes content = ReadUserFile(file, kLargestFile);
   known_.insert_or_assign(std::string(name), Known{file, std::nullopt});
-  return TakeIn(name, file, content);
+  return Admit(name, file, content);
 }
 
 // In the user's own folder, wherever the file is: programs of his may still disagree about that.
-FileLock DataFiles::TakeTurn(std::string_view name) {
+FileLock DataFiles::WaitForTurn(std::string_view name) {
   MakeDataFolder();
   return FileLock(folders_.data / std::string(name).append(".lock"), patience_);
 }
@@ -105,7 +105,7 @@ std::optional<DataFiles::OthersLines> DataFiles::ReadAgain(std::string_view name
   if (!isRead && notToBeWritten_.contains(name)) return std::nullopt;
 
   OthersLines others{ReadLines(known->second.bytes.value_or(std::string())).lines, {}, false};
-  TextLines lines = TakeIn(name, file, content);
+  TextLines lines = Admit(name, file, content);
   if (!isRead) return std::nullopt;
   // A line that was damaged was not removed by anybody.
   others.isDamaged = lines.firstBadLine != 0;
@@ -114,7 +114,7 @@ std::optional<DataFiles::OthersLines> DataFiles::ReadAgain(std::string_view name
   return others;
 }
 
-TextLines DataFiles::TakeIn(std::string_view name, const fs::path& file, const FileBytes& content) {
+TextLines DataFiles::Admit(std::string_view name, const fs::path& file, const FileBytes& content) {
   TextLines lines;
   if (content.state == FileBytes::State::kRead) lines = ReadLines(content.bytes);
   const bool isKnownWhole =

@@ -64,7 +64,7 @@ class DataFiles {
   };
   // Alone at the file among the user's programs as long as it lives, so that nobody writes between ReadAgain
   // and Write.
-  [[nodiscard]] FileLock TakeTurn(std::string_view name);
+  [[nodiscard]] FileLock WaitForTurn(std::string_view name);
   // Looks at the file again, before it is written. Nothing when it is as it was last read or written here,
   // also when it is gone. By the rules of Read, and a file that can be read by now may be written again.
   std::optional<OthersLines> ReadAgain(std::string_view name);
@@ -98,7 +98,7 @@ class DataFiles {
     std::filesystem::path file;
     std::optional<std::string> bytes;  // nothing when it could not be read
   };
-  TextLines TakeIn(std::string_view name, const std::filesystem::path& file, const FileBytes& content);
+  TextLines Admit(std::string_view name, const std::filesystem::path& file, const FileBytes& content);
   void MayBeWritten(std::string_view name, bool may);
 
   void Note(FileProblem problem);

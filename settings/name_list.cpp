@@ -85,7 +85,7 @@ std::size_t NameList::Size() const {
   return at_.size();
 }
 
-void NameList::TakeLines(const std::vector<std::u16string>& lines) {
+void NameList::ReadLines(const std::vector<std::u16string>& lines) {
   slots_.reserve(slots_.size() + lines.size());
   at_.reserve(at_.size() + lines.size());
   for (std::u16string_view line : lines) {
@@ -95,11 +95,11 @@ void NameList::TakeLines(const std::vector<std::u16string>& lines) {
   }
 }
 
-bool NameList::TakeOver(const NameList& theirs, const NameList& base) {
+bool NameList::MergeWith(const NameList& theirs, const NameList& base) {
   const std::u16string before = AsText();
   // Only what the file can hold compares with what was read from it.
   NameList ours;
-  ours.TakeLines(LinesBack(before));
+  ours.ReadLines(LinesBack(before));
   const auto isOurs = [&](const std::u16string& id) { return !AreSame(ours.Find(id), base.Find(id)); };
   const auto entryHere = [&](const std::u16string& id) {
     const ListEntry* const entry = Find(id);
@@ -132,8 +132,8 @@ std::u16string NameList::AsText() const {
   return text;
 }
 
-bool TakeOverTitleWords(std::vector<std::u16string>& words, const std::vector<std::u16string>& theirs,
-                        const std::vector<std::u16string>& base) {
+bool MergeTitleWords(std::vector<std::u16string>& words, const std::vector<std::u16string>& theirs,
+                     const std::vector<std::u16string>& base) {
   if (theirs == base) return false;
   using Set = std::set<std::u16string_view>;
   const std::vector<std::u16string> ours = LinesBack(TitleWordsAsText(words));

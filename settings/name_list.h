@@ -24,11 +24,11 @@ class NameList {
 
   // Lays lines of the file (as ReadLines gives them) over the list: the id, "=", the entry's text. Runs of
   // "=" are one, what follows a second run is dropped. A later line replaces an earlier one of the same id.
-  void TakeLines(const std::vector<std::u16string>& lines);
+  void ReadLines(const std::vector<std::u16string>& lines);
   // Takes over every id that `theirs`, a list read from the file, has added, changed or removed since `base`;
   // what this list has added, changed or removed since `base` stays. The order is theirs, then this list's
   // additions. Returns whether the text of the file changed.
-  bool TakeOver(const NameList& theirs, const NameList& base);
+  bool MergeWith(const NameList& theirs, const NameList& base);
   // The text of the file, one entry a line in the order of adding, lines ended by LF. An id or text that a
   // line cannot hold is made to fit; an entry without an id is left out, for its text would be read back as
   // somebody's id.
@@ -52,8 +52,8 @@ class NameList {
 };
 
 // The same for the title words; in the order of `words` where `theirs` is what `base` is.
-bool TakeOverTitleWords(std::vector<std::u16string>& words, const std::vector<std::u16string>& theirs,
-                        const std::vector<std::u16string>& base);
+bool MergeTitleWords(std::vector<std::u16string>& words, const std::vector<std::u16string>& theirs,
+                     const std::vector<std::u16string>& base);
 
 // The title words, one a line in list order; empty ones are left out.
 std::u16string TitleWordsAsText(const std::vector<std::u16string>& words);

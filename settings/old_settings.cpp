@@ -57,7 +57,7 @@ constexpr OldSwitch kOldSwitches[] = {
 
 }  // namespace
 
-bool TakeOldLists(const SettingsMap& map, NameList& names) {
+bool ConvertOldLists(const SettingsMap& map, NameList& names) {
   const bool hadBlack = TakeOldList(map, names, kBlack, u'B');
   const bool hadWhite = TakeOldList(map, names, kWhite, u'W');
   return hadBlack || hadWhite;

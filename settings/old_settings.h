@@ -9,7 +9,7 @@ namespace quillet {
 
 // Sections "Black" and "White" become entries of the list. They stay in the map until the list is on disk.
 // Returns whether there were any.
-bool TakeOldLists(const SettingsMap& map, NameList& names);
+bool ConvertOldLists(const SettingsMap& map, NameList& names);
 // Takes the sections out of the map. Returns whether there were any.
 bool DropOldLists(SettingsMap& map);
 // Takes out of these sections what `base` has as well, value and all, and a section with nothing else.

@@ -137,7 +137,7 @@ void SettingsMap::SetTrackLines(const std::vector<std::u16string>& lines) {
     Set(kTrackSection, line, {});
 }
 
-void SettingsMap::TakeLines(const std::vector<std::u16string>& lines) {
+void SettingsMap::ReadLines(const std::vector<std::u16string>& lines) {
   Keys* keys = nullptr;
   bool isTrack = false;
   for (const std::u16string& line : lines) {
@@ -153,7 +153,7 @@ void SettingsMap::TakeLines(const std::vector<std::u16string>& lines) {
   }
 }
 
-bool SettingsMap::TakeOver(const SettingsMap& theirs, const SettingsMap& base) {
+bool SettingsMap::MergeWith(const SettingsMap& theirs, const SettingsMap& base) {
   Sections merged = theirs.sections_;
   for (const auto& [name, keys] : sections_) {
     const bool isNew = !base.sections_.contains(name);

@@ -37,10 +37,10 @@ class SettingsMap {
   void SetTrackLines(const std::vector<std::u16string>& lines);
 
   // Lays the lines of a settings file (as ReadLines gives them) over the map.
-  void TakeLines(const std::vector<std::u16string>& lines);
+  void ReadLines(const std::vector<std::u16string>& lines);
   // Takes over every key that `theirs` has set or removed since `base`, a line of "Track" being a key; what
   // this map has set or removed since `base` stays. Returns whether it changed.
-  bool TakeOver(const SettingsMap& theirs, const SettingsMap& base);
+  bool MergeWith(const SettingsMap& theirs, const SettingsMap& base);
   // The text of the settings file, lines ended by LF.
   std::u16string AsText() const;
 

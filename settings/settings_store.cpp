@@ -37,7 +37,7 @@ void ApplyRow(const SettingRow& row, const std::u16string& value, Settings& fiel
 // A map that a file of these lines is laid over, all but the lists in today's form.
 struct Overlaid {
   Overlaid(const SettingsMap& below, const std::vector<std::u16string>& lines) : map(below) {
-    map.TakeLines(lines);
+    map.ReadLines(lines);
     const SettingsMap asRead = map;
     ConvertOldSite(map);
     ConvertOldKeys(map);
@@ -61,9 +61,9 @@ void SettingsStore::Load() {
   if (ready_) return;
   Overlaid read(map_, files_.Read(kSettingsFile).lines);
   map_ = std::move(read.map);
-  const bool hasOldLists = TakeOldLists(map_, names_);
+  const bool hasOldLists = ConvertOldLists(map_, names_);
   if (hasOldLists || read.isConverted) files_.KeepOlder(kSettingsFile);
-  names_.TakeLines(files_.Read(kNamesFile).lines);
+  names_.ReadLines(files_.Read(kNamesFile).lines);
   titleWords_ = files_.Read(kTitleWordsFile).lines;
 
   ready_ = true;
@@ -87,8 +87,8 @@ bool SettingsStore::Save() {
 bool SettingsStore::SaveNames() {
   if (!ready_) return false;
   {
-    const FileLock turn = files_.TakeTurn(kNamesFile);
-    TakeInNames();
+    const FileLock turn = files_.WaitForTurn(kNamesFile);
+    MergeInNames();
     namesAreOwed_ = !files_.Write(kNamesFile, names_.AsText());
   }
   if (namesAreOwed_) return false;
@@ -97,27 +97,27 @@ bool SettingsStore::SaveNames() {
 }
 
 bool SettingsStore::SaveMap() {
-  const FileLock turn = files_.TakeTurn(kSettingsFile);
-  TakeInMap();
+  const FileLock turn = files_.WaitForTurn(kSettingsFile);
+  MergeInMap();
   for (const std::u16string_view key : kAccountKeys)
     map_.Remove(u"Basic", key);
   return files_.Write(kSettingsFile, map_.AsText());
 }
 
 bool SettingsStore::SaveTitleWords() {
-  const FileLock turn = files_.TakeTurn(kTitleWordsFile);
-  TakeInTitleWords();
+  const FileLock turn = files_.WaitForTurn(kTitleWordsFile);
+  MergeInTitleWords();
   return files_.Write(kTitleWordsFile, TitleWordsAsText(titleWords_));
 }
 
 void SettingsStore::Refresh() {
   if (!ready_) return;
-  TakeInMap();
-  TakeInNames();
-  TakeInTitleWords();
+  MergeInMap();
+  MergeInNames();
+  MergeInTitleWords();
 }
 
-void SettingsStore::TakeInMap() {
+void SettingsStore::MergeInMap() {
   const auto others = files_.ReadAgain(kSettingsFile);
   if (!others) return;
   const SettingsMap base = Overlaid(defaults_, others->before).map;
@@ -126,31 +126,31 @@ void SettingsStore::TakeInMap() {
   SettingsMap news = theirs;
   DropOldLists(news, base);
   NameList arrived;
-  const bool hasOldLists = TakeOldLists(news, arrived);
+  const bool hasOldLists = ConvertOldLists(news, arrived);
   if (hasOldLists || isConverted) files_.KeepOlder(kSettingsFile);
   if (hasOldLists) {
     namesAreOwed_ = true;
-    if (names_.TakeOver(arrived, NameList())) ++takenIn_;
+    if (names_.MergeWith(arrived, NameList())) ++mergedIn_;
   }
-  if (!map_.TakeOver(theirs, base)) return;
+  if (!map_.MergeWith(theirs, base)) return;
   // Keys that went leave their fields as at a start.
   fields_ = Settings();
   Apply();
-  ++takenIn_;
+  ++mergedIn_;
 }
 
-void SettingsStore::TakeInNames() {
+void SettingsStore::MergeInNames() {
   const auto others = files_.ReadAgain(kNamesFile);
   if (!others) return;
   NameList base, theirs;
-  base.TakeLines(others->before);
-  theirs.TakeLines(others->now);
-  if (names_.TakeOver(theirs, base)) ++takenIn_;
+  base.ReadLines(others->before);
+  theirs.ReadLines(others->now);
+  if (names_.MergeWith(theirs, base)) ++mergedIn_;
 }
 
-void SettingsStore::TakeInTitleWords() {
+void SettingsStore::MergeInTitleWords() {
   const auto others = files_.ReadAgain(kTitleWordsFile);
-  if (others && TakeOverTitleWords(titleWords_, others->now, others->before)) ++takenIn_;
+  if (others && MergeTitleWords(titleWords_, others->now, others->before)) ++mergedIn_;
 }
 
 void SettingsStore::Change(std::u16string_view section, std::u16string_view key, std::u16string_view value) {

@@ -43,7 +43,7 @@ class SettingsStore {
   void Refresh();
   // Grows whenever a save, a change or a refresh took in something that another program wrote; the typed
   // fields are filled anew by then, and entries of the list that were found before are no longer valid.
-  std::size_t TakenInCount() const { return takenIn_; }
+  std::size_t MergedInCount() const { return mergedIn_; }
 
   // One value changed at run time: set, applied, saved.
   void Change(std::u16string_view section, std::u16string_view key, std::u16string_view value);
@@ -61,14 +61,14 @@ class SettingsStore {
   bool SaveMap();
   bool SaveTitleWords();
 
-  void TakeInMap();
-  void TakeInNames();
-  void TakeInTitleWords();
+  void MergeInMap();
+  void MergeInNames();
+  void MergeInTitleWords();
 
   DataFiles& files_;
   bool ready_ = false;         // set once the first load has read what there is
   bool namesAreOwed_ = false;  // the last write of "black.txt" failed
-  std::size_t takenIn_ = 0;
+  std::size_t mergedIn_ = 0;
   SettingsMap defaults_;
   SettingsMap map_;
   Settings fields_;

@@ -14,7 +14,7 @@ class ListPage : public Page {
 
   void Draw(Canvas& canvas) final;
   void OnKey(const Key& key) final;
-  bool TakesGlobalKeys() const override { return true; }
+  bool HasGlobalKeys() const override { return true; }
 
  protected:
   static constexpr int kFirstRow = 3;

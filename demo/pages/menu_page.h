@@ -24,7 +24,7 @@ class MenuPage : public Page {
 
   void Draw(Canvas& canvas) override;
   void OnKey(const Key& key) override;
-  bool TakesGlobalKeys() const override { return true; }
+  bool HasGlobalKeys() const override { return true; }
 
  protected:
   PageHost& host_;

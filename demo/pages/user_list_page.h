@@ -10,7 +10,7 @@ namespace quillet::demo {
 class UserListPage : public ListPage {
  public:
   explicit UserListPage(PageHost& host) : ListPage(host) {}
-  bool TakesGlobalKeys() const override { return false; }
+  bool HasGlobalKeys() const override { return false; }
 
  protected:
   int Count() const override { return static_cast<int>(users_.size()); }

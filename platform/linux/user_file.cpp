@@ -207,7 +207,7 @@ bool TemporaryFile::Write(std::string_view bytes) {
   return true;
 }
 
-void TemporaryFile::TakePermissionsOf(const fs::path& file) {
+void TemporaryFile::CopyPermissionsOf(const fs::path& file) {
   struct stat about {};
   if (stat(file.c_str(), &about) != 0) return;
   // The owner first: changing it takes some permissions away.
@@ -238,7 +238,7 @@ bool TemporaryFile::Replace(const fs::path& target) {
   return true;
 }
 
-NameResult TemporaryFile::TakeFreeName(const fs::path& name) {
+NameResult TemporaryFile::ChooseFreeName(const fs::path& name) {
   const NameResult result = MoveToFreeName(path_, name);
   if (result == NameResult::kDone) path_.clear();
   return result;

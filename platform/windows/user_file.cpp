@@ -250,7 +250,7 @@ bool TemporaryFile::Write(std::string_view bytes) {
   return true;
 }
 
-void TemporaryFile::TakePermissionsOf(const fs::path& file) {
+void TemporaryFile::CopyPermissionsOf(const fs::path& file) {
   CopyAccessList(file, handle_);
   const DWORD attributes = GetFileAttributesW(file.c_str());
   const DWORD kept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
@@ -272,7 +272,7 @@ bool TemporaryFile::Replace(const fs::path& target) {
   return true;
 }
 
-NameResult TemporaryFile::TakeFreeName(const fs::path& name) {
+NameResult TemporaryFile::ChooseFreeName(const fs::path& name) {
   Close();
   const NameResult result = MoveToFreeName(path_, name);
   if (result == NameResult::kDone) path_.clear();

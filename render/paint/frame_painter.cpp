@@ -54,8 +54,8 @@ struct FramePainter::Impl {
   std::array<DrawnRow, kRows> drawn;
 
   void TakeFaces();
-  void TakeLayout(int width, int height);
-  void TakeGround(double progress);
+  void ApplyLayout(int width, int height);
+  void DecodeGround(double progress);
   SheetPair Sheets();
   RowPlace PlaceOf(int row, RowSize size) const;
   QRect BandOf(int row) const;
@@ -70,7 +70,7 @@ struct FramePainter::Impl {
 
 FramePainter::FramePainter() : impl_(std::make_unique<Impl>()) {
   impl_->TakeFaces();
-  impl_->TakeLayout(1, 1);
+  impl_->ApplyLayout(1, 1);
 }
 
 FramePainter::~FramePainter() = default;
@@ -81,13 +81,13 @@ void FramePainter::ApplySettings(const DisplaySettings& settings) {
   impl_->settings = settings;
   impl_->colours = ColoursFor(settings);
   if (facesChange) impl_->TakeFaces();
-  impl_->TakeLayout(impl_->image.width(), impl_->image.height());
+  impl_->ApplyLayout(impl_->image.width(), impl_->image.height());
 }
 
 void FramePainter::SetLayoutMode(LayoutMode mode) {
   if (mode == impl_->mode) return;
   impl_->mode = mode;
-  impl_->TakeLayout(impl_->image.width(), impl_->image.height());
+  impl_->ApplyLayout(impl_->image.width(), impl_->image.height());
 }
 
 void FramePainter::SetBackdrop(Backdrop backdrop) {
@@ -98,7 +98,7 @@ void FramePainter::SetBackdrop(Backdrop backdrop) {
 void FramePainter::Resize(int width, int height) {
   width = std::max(width, 1);
   height = std::max(height, 1);
-  if (impl_->image.size() != QSize(width, height)) impl_->TakeLayout(width, height);
+  if (impl_->image.size() != QSize(width, height)) impl_->ApplyLayout(width, height);
 }
 
 void FramePainter::Impl::TakeFaces() {
@@ -107,7 +107,7 @@ void FramePainter::Impl::TakeFaces() {
   labels.SetFaces(families, settings.smoothFont);
 }
 
-void FramePainter::Impl::TakeLayout(int width, int height) {
+void FramePainter::Impl::ApplyLayout(int width, int height) {
   layout = RecalcLayout({.width = width,
                          .height = height,
                          .lineSpacing = settings.lineSpacing,
@@ -121,7 +121,7 @@ void FramePainter::Impl::TakeLayout(int width, int height) {
 }
 
 // A moving picture that has moved makes everything stale.
-void FramePainter::Impl::TakeGround(double progress) {
+void FramePainter::Impl::DecodeGround(double progress) {
   const std::uint32_t colour = colours.At(kGroundIndex);
   const Ground wanted =
       settings.work ? Ground{.colour = colour} : backdrop.Prepare(image.size(), progress, colour);
@@ -167,7 +167,7 @@ DrawnRow FramePainter::Impl::Resolve(const FrameState& frame, int row) const {
 
 QRegion FramePainter::Update(const FrameState& frame) {
   Impl& impl = *impl_;
-  impl.TakeGround(frame.progress);
+  impl.DecodeGround(frame.progress);
   const int first = impl.FirstStaleRow(frame);
   if (first == kRows) return {};
   Brush brush{Canvas(impl.image, impl.ground), impl.Sheets()};

@@ -49,7 +49,7 @@ bool IsKept(std::u16string_view id, const ListEntry& entry) {
   NameList written;
   written.Set(id, entry);
   NameList read;
-  read.TakeLines(ReadLines(EncodeText(written.AsText(), "\n")).lines);
+  read.ReadLines(ReadLines(EncodeText(written.AsText(), "\n")).lines);
   const ListEntry* const found = read.Find(id);
   if (found == nullptr) return false;
   ListEntry same = *found;

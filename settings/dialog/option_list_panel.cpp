@@ -32,7 +32,7 @@ QString NameFault(std::u16string_view line) {
 
 NameList NamesOf(const std::vector<std::u16string>& lines, const NameList& before) {
   NameList names;
-  names.TakeLines(lines);
+  names.ReadLines(lines);
   for (const std::u16string& line : lines) {
     const std::u16string_view id = PartsOf(line).id;
     const ListEntry* const now = names.Find(id);

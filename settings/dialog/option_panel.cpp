@@ -63,15 +63,15 @@ NoteLabel::NoteLabel(const QString& text, QWidget* parent) : QLabel(text, parent
 
 void NoteLabel::changeEvent(QEvent* event) {
   QLabel::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange) TakeColour();
+  if (event->type() == QEvent::PaletteChange) ApplyColour();
 }
 
 void NoteLabel::showEvent(QShowEvent* event) {
-  TakeColour();
+  ApplyColour();
   QLabel::showEvent(event);
 }
 
-void NoteLabel::TakeColour() {
+void NoteLabel::ApplyColour() {
   if (parentWidget() == nullptr) return;
   const QPalette& around = parentWidget()->palette();
   const QColor colour =

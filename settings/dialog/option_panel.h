@@ -61,7 +61,7 @@ class NoteLabel : public QLabel {
   void showEvent(QShowEvent* event) override;
 
  private:
-  void TakeColour();
+  void ApplyColour();
 };
 
 }  // namespace quillet

@@ -37,7 +37,7 @@ CQuillOptionDlg::CQuillOptionDlg(SettingsStore& store, OptionActions actions, QW
   layout->addLayout(MakeBottomLine());
   for (OptionPanelWidget* const panel : panels_)
     GiveMnemonics({useDataFolder_, panel});
-  TakeFittingSize();
+  FitSize();
 }
 
 void CQuillOptionDlg::AddPanel(const QString& title, OptionPanelWidget* panel) {
@@ -71,7 +71,7 @@ QHBoxLayout* CQuillOptionDlg::MakeBottomLine() {
   return line;
 }
 
-void CQuillOptionDlg::TakeFittingSize() {
+void CQuillOptionDlg::FitSize() {
   FitToScreen(*this);
   // The first control rather than the tabs, which Ctrl+Tab turns from anywhere.
   for (QWidget* next = panels_.front()->nextInFocusChain(); next != this; next = next->nextInFocusChain()) {

@@ -40,7 +40,7 @@ class CQuillOptionDlg : public QDialog {
  private:
   void AddPanel(const QString& title, OptionPanelWidget* panel);
   QHBoxLayout* MakeBottomLine();
-  void TakeFittingSize();
+  void FitSize();
   bool Complains(OptionPanelWidget& panel);
   void StoreAll();
 

@@ -9,7 +9,7 @@
 #include <QStyleOptionSlider>
 #include <QWheelEvent>
 
-#include "app/article_scroll_bar.h"
+#include "app/page/article_scroll_bar.h"
 #include "bbs/page_flags.h"
 #include "core/charset.h"
 #include "demo/content_loader.h"

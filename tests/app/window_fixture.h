@@ -8,9 +8,9 @@
 #include <QInputMethodEvent>
 #include <QWindow>
 
-#include "app/main_frame.h"
-#include "app/seconds_now.h"
-#include "app/tour/tour.h"
+#include "app/window/main_frame.h"
+#include "app/window/tour/tour.h"
+#include "platform/clock.h"
 #include "tests/app/scripted_transport.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/tables.h"

@@ -1,4 +1,4 @@
-#include "bbs/auto_login.h"
+#include "bbs/automation/auto_login.h"
 
 #include <atomic>
 #include <mutex>

@@ -1,7 +1,7 @@
 #include <map>
 
-#include "bbs/article_jump.h"
-#include "bbs/auto_login.h"
+#include "bbs/automation/article_jump.h"
+#include "bbs/automation/auto_login.h"
 #include "demo/content_loader.h"
 #include "demo/demo_server.h"
 #include "tests/demo/live_session.h"

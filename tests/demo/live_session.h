@@ -8,8 +8,8 @@
 #include <string>
 #include <thread>
 
+#include "bbs/automation/screen_waits.h"
 #include "bbs/screen_classifier.h"
-#include "bbs/screen_waits.h"
 #include "core/term_session.h"
 #include "tests/demo/test_client.h"
 #include "tests/support/wait_until.h"

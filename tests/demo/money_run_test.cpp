@@ -1,10 +1,10 @@
-#include "bbs/money_run.h"
+#include "bbs/automation/money_run.h"
 
 #include <atomic>
 #include <random>
 
-#include "bbs/article_jump.h"
-#include "bbs/auto_login.h"
+#include "bbs/automation/article_jump.h"
+#include "bbs/automation/auto_login.h"
 #include "bbs/page_flags.h"
 #include "core/charset.h"
 #include "demo/content_loader.h"

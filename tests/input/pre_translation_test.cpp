@@ -15,7 +15,7 @@
 namespace quillet {
 
 void PrintTo(const KeyDecision& decision, std::ostream* out) {
-  *out << "road " << static_cast<int>(decision.road) << " action " << static_cast<int>(decision.action.kind)
+  *out << "road " << static_cast<int>(decision.route) << " action " << static_cast<int>(decision.action.kind)
        << " key " << decision.action.virtualKey << " command " << static_cast<int>(decision.action.command)
        << " bytes '" << decision.action.bytes << "' paging " << static_cast<int>(decision.paging.kind)
        << " select " << static_cast<int>(decision.select) << " name " << static_cast<int>(decision.name);
@@ -38,23 +38,23 @@ const KeyPress kEnter = {.virtualKey = kKeyEnter, .text = u"\r"};
 const KeyPress kTab = {.virtualKey = kKeyTab, .text = u"\t"};
 const KeyPress kControlC = {.virtualKey = 'C', .control = true, .text = u"\x03"};
 
-KeyDecision On(Road road) {
-  return {.road = road};
+KeyDecision On(KeyRoute route) {
+  return {.route = route};
 }
-KeyDecision OnKey(Road road, int virtualKey) {
-  return {.road = road, .action = {.virtualKey = virtualKey}};
+KeyDecision OnKey(KeyRoute route, int virtualKey) {
+  return {.route = route, .action = {.virtualKey = virtualKey}};
 }
 KeyDecision Command(KeyCommand command) {
-  return {.road = Road::kCommand, .action = {.kind = KeyActionKind::kCommand, .command = command}};
+  return {.route = KeyRoute::kCommand, .action = {.kind = KeyActionKind::kCommand, .command = command}};
 }
 KeyDecision Select(SelectStep step) {
-  return {.road = Road::kSelection, .select = step};
+  return {.route = KeyRoute::kSelection, .select = step};
 }
 KeyDecision Name(NameKey name, int colour = 0) {
-  return {.road = Road::kNames, .name = name, .flagColour = colour};
+  return {.route = KeyRoute::kNames, .name = name, .flagColour = colour};
 }
 KeyDecision Tabulator() {
-  return {.road = Road::kBbs, .action = {.kind = KeyActionKind::kSendBytes, .bytes = "\t"}};
+  return {.route = KeyRoute::kBbs, .action = {.kind = KeyActionKind::kSendBytes, .bytes = "\t"}};
 }
 
 class PreTranslationTest : public WithTables {
@@ -89,7 +89,7 @@ class PreTranslationTest : public WithTables {
   }
   // The key as the BBS gets it where nothing claims it.
   KeyDecision ForBbs(const KeyPress& press) const {
-    return {.road = Road::kBbs, .action = DecideKey(press, pages_.front())};
+    return {.route = KeyRoute::kBbs, .action = DecideKey(press, pages_.front())};
   }
 };
 
@@ -102,8 +102,8 @@ TEST_F(PreTranslationTest, EnterAndEscapeAreTheNoticesWhateverElseIsThere) {
                         .revealShown = true,
                         .activityRuns = true};
   for (const KeyPress& press : {kEnter, kEscape}) {
-    EXPECT_EQ(Decide(press, PageKind::kReader, all), OnKey(Road::kNotice, press.virtualKey));
-    EXPECT_EQ(Decide(press, PageKind::kReader, all, KeyPhase::kRepeat), On(Road::kSwallowed));
+    EXPECT_EQ(Decide(press, PageKind::kReader, all), OnKey(KeyRoute::kNotice, press.virtualKey));
+    EXPECT_EQ(Decide(press, PageKind::kReader, all, KeyPhase::kRepeat), On(KeyRoute::kSwallowed));
   }
   EXPECT_EQ(Decide(Key(kKeyDown), PageKind::kReader, {.noticeShown = true}), ForBbs(Key(kKeyDown)));
 }
@@ -118,8 +118,8 @@ TEST_F(PreTranslationTest, TheSideListTakesEveryPlainKeyButTab) {
                            .idUnderPointer = true,
                            .addBlackHotKey = true};
   for (const KeyPress& press : {kEscape, kEnter, Key(kKeyUp), Shifted(kKeyUp), Char(u'd'), Char(u'm')})
-    EXPECT_EQ(Decide(press, PageKind::kReader, window), OnKey(Road::kSideList, press.virtualKey));
-  EXPECT_EQ(Decide(Char(u'`'), PageKind::kReader, window), OnKey(Road::kSideList, 0));
+    EXPECT_EQ(Decide(press, PageKind::kReader, window), OnKey(KeyRoute::kSideList, press.virtualKey));
+  EXPECT_EQ(Decide(Char(u'`'), PageKind::kReader, window), OnKey(KeyRoute::kSideList, 0));
   EXPECT_EQ(Decide(kTab, PageKind::kReader, window), Command(KeyCommand::kReveal));
   EXPECT_EQ(Decide({.virtualKey = 'V', .control = true}, PageKind::kReader, window),
             Command(KeyCommand::kPaste));
@@ -132,12 +132,12 @@ TEST_F(PreTranslationTest, EscapeEndsOneThingAfterTheOther) {
   const auto escape = [&] { return Decide(kEscape, PageKind::kTyping, window); };
   EXPECT_EQ(escape(), Select(SelectStep::kClear));
   window.selectionShown = false;
-  EXPECT_EQ(escape(), On(Road::kReveal));
+  EXPECT_EQ(escape(), On(KeyRoute::kReveal));
   window.revealShown = false;
-  EXPECT_EQ(escape(), On(Road::kActivity));
+  EXPECT_EQ(escape(), On(KeyRoute::kActivity));
   window.activityRuns = false;
   EXPECT_EQ(escape(), ForBbs(kEscape));
-  EXPECT_EQ(Decide(kEscape, PageKind::kTyping, window, KeyPhase::kRepeat), On(Road::kSwallowed));
+  EXPECT_EQ(Decide(kEscape, PageKind::kTyping, window, KeyPhase::kRepeat), On(KeyRoute::kSwallowed));
 }
 
 TEST_F(PreTranslationTest, KeysOverAnIdComeBeforePagingAndTheBbs) {
@@ -149,7 +149,7 @@ TEST_F(PreTranslationTest, KeysOverAnIdComeBeforePagingAndTheBbs) {
                      .addBlackHotKey = true};
   EXPECT_EQ(Decide(Char(u'0'), PageKind::kReader, window), Name(NameKey::kColour, 0));
   EXPECT_EQ(Decide(Char(u'`'), PageKind::kReader, window), Name(NameKey::kBlack));
-  EXPECT_EQ(Decide(Char(u'u'), PageKind::kReader, window, KeyPhase::kRepeat), On(Road::kSwallowed));
+  EXPECT_EQ(Decide(Char(u'u'), PageKind::kReader, window, KeyPhase::kRepeat), On(KeyRoute::kSwallowed));
   window.articleShown = false;
   EXPECT_EQ(Decide(Char(u'7'), PageKind::kArticleList, window), Name(NameKey::kColour, 7));
   for (const PageKind typed : {PageKind::kTyping, PageKind::kEditor, PageKind::kOther})
@@ -173,8 +173,9 @@ TEST_F(PreTranslationTest, TabShowsNotesWhereIdsAreAndTheBackQuoteIsTheBbssTab) 
     EXPECT_EQ(Decide(kTab, kind), kind == PageKind::kList ? Tabulator() : Command(KeyCommand::kReveal));
     EXPECT_EQ(Decide(Char(u'`'), kind), Tabulator()) << static_cast<int>(kind);
   }
-  EXPECT_EQ(Decide(kTab, PageKind::kReader, {}, KeyPhase::kRepeat), On(Road::kSwallowed)) << "no double Tab";
-  EXPECT_EQ(Decide(Shifted(kKeyTab), PageKind::kReader), On(Road::kToolkit));
+  EXPECT_EQ(Decide(kTab, PageKind::kReader, {}, KeyPhase::kRepeat), On(KeyRoute::kSwallowed))
+      << "no double Tab";
+  EXPECT_EQ(Decide(Shifted(kKeyTab), PageKind::kReader), On(KeyRoute::kToolkit));
   pages_[static_cast<std::size_t>(PageKind::kReader)].pageFlags &= ~std::uint32_t{PF_BROWSABLE};
   EXPECT_EQ(Decide(kTab, PageKind::kReader), Tabulator()) << "another site";
 }
@@ -189,7 +190,7 @@ TEST_F(PreTranslationTest, TheCaptionsKeysAndThePlacesAreTheArticles) {
   for (const auto& [character, command] : keys) {
     const KeyPress press = Char(character);
     EXPECT_EQ(Decide(press, PageKind::kReader, article), Command(command));
-    EXPECT_EQ(Decide(press, PageKind::kReader, article, KeyPhase::kRepeat), On(Road::kSwallowed));
+    EXPECT_EQ(Decide(press, PageKind::kReader, article, KeyPhase::kRepeat), On(KeyRoute::kSwallowed));
     EXPECT_EQ(Decide(press, PageKind::kReader), ForBbs(press)) << "a help text";
     EXPECT_EQ(Decide(press, PageKind::kArticleList, article), ForBbs(press));
     const KeyPress control{.virtualKey = press.virtualKey, .control = true, .text = u"\x01"};
@@ -205,7 +206,7 @@ TEST_F(PreTranslationTest, TheLocalArticleMovesFirstAndHandsOnWhatLeavesIt) {
                      .articleOpen = true,
                      .commandsOffered = true};
   const auto paging = [](PagingAction::Kind kind, int top) {
-    return KeyDecision{.road = Road::kArticle, .paging = {kind, top}};
+    return KeyDecision{.route = KeyRoute::kArticle, .paging = {kind, top}};
   };
   EXPECT_EQ(Decide(Key(kKeyDown), PageKind::kReader, window), paging(PagingAction::Kind::kScrollTo, 1));
   EXPECT_EQ(Decide(Key(kKeyLeft), PageKind::kReader, window), ForBbs(Key(kKeyLeft)));
@@ -228,16 +229,16 @@ TEST_F(PreTranslationTest, InTheLocalArticleTheKeysOfSearchingAreTheClients) {
   WindowState window{.article = {.top = 5, .count = 100}};
   const auto on = [&](const KeyPress& press) { return Decide(press, PageKind::kReader, window); };
   for (const KeyPress& press : {Char(u'/'), Char(u'n'), controlF})
-    EXPECT_EQ(on(press).road, Road::kBbs);
+    EXPECT_EQ(on(press).route, KeyRoute::kBbs);
   window.articleShown = true;
   EXPECT_EQ(on(Char(u'/')).search, SearchStep::kAsk);
   EXPECT_EQ(on(controlF).search, SearchStep::kAsk);
   EXPECT_EQ(on(Char(u'n')).search, SearchStep::kNext);
   EXPECT_EQ(on(Shifted(kKeyF3)).search, SearchStep::kPrevious);
-  EXPECT_EQ(on(shiftN).road, Road::kArticle);
+  EXPECT_EQ(on(shiftN).route, KeyRoute::kArticle);
   window.search = SearchUse::kMarked;
   EXPECT_EQ(on(shiftN).search, SearchStep::kPrevious);
-  EXPECT_EQ(on(kEnter).road, Road::kArticle);
+  EXPECT_EQ(on(kEnter).route, KeyRoute::kArticle);
   EXPECT_EQ(on(kEscape).search, SearchStep::kEnd);
   window.search = SearchUse::kWalked;
   EXPECT_EQ(on(kEnter).search, SearchStep::kNext);
@@ -250,12 +251,12 @@ TEST_F(PreTranslationTest, FourKeysDoNotLeaveTheBbssReaderWhenTheUserWantsItSo) 
   };
   const std::vector<KeyPress> onward = {Key(kKeyDown), kEnter, Char(u' ')};
   for (const KeyPress& press : onward) {
-    EXPECT_EQ(on(PF_READ_END, press, window), On(Road::kSwallowed));
+    EXPECT_EQ(on(PF_READ_END, press, window), On(KeyRoute::kSwallowed));
     EXPECT_EQ(on(PF_READ_TOP, press, window), ForBbs(press));
     EXPECT_EQ(on(PF_READ_END, press, {.articleOpen = true}), ForBbs(press));
     EXPECT_EQ(on(PF_READ_END, press, {.preventArticleChange = true}), ForBbs(press)) << "a help text";
   }
-  EXPECT_EQ(on(PF_READ_TOP | PF_READ_END, Key(kKeyUp), window), On(Road::kSwallowed));
+  EXPECT_EQ(on(PF_READ_TOP | PF_READ_END, Key(kKeyUp), window), On(KeyRoute::kSwallowed));
   EXPECT_EQ(on(PF_READ_END, Key(kKeyUp), window), ForBbs(Key(kKeyUp)));
   for (const KeyPress& press : {Key(kKeyRight), Key(kKeyPageDown), Key(kKeyLeft), Char(u'f'), Char(u'b')})
     EXPECT_EQ(on(PF_READ_TOP | PF_READ_END, press, window), ForBbs(press));
@@ -316,13 +317,13 @@ TEST_F(PreTranslationTest, NoKeyOfTheBbssIsLeftToTheToolkitAndNoOtherReachesTheB
   for (const KeyPress& press : EveryPress()) {
     for (const ScreenSnapshot& page : pages_) {
       const KeyActionKind meaning = DecideKey(press, page).kind;
-      const Road road = DecideKeyMessage(press, KeyPhase::kFirst, page, {}).road;
+      const KeyRoute route = DecideKeyMessage(press, KeyPhase::kFirst, page, {}).route;
       if (meaning == KeyActionKind::kNone)
-        ASSERT_EQ(road, Road::kToolkit) << press.virtualKey;
+        ASSERT_EQ(route, KeyRoute::kToolkit) << press.virtualKey;
       else if (meaning == KeyActionKind::kCommand)
-        ASSERT_EQ(road, Road::kCommand) << press.virtualKey;
+        ASSERT_EQ(route, KeyRoute::kCommand) << press.virtualKey;
       else
-        ASSERT_TRUE(road == Road::kBbs || road == Road::kSelection || press.virtualKey == kKeyTab)
+        ASSERT_TRUE(route == KeyRoute::kBbs || route == KeyRoute::kSelection || press.virtualKey == kKeyTab)
             << press.virtualKey;
     }
   }
@@ -334,7 +335,7 @@ TEST_F(PreTranslationTest, WhileTypingEveryCharacterIsTheBbss) {
       const KeyAction meaning = DecideKey(press, pages_[static_cast<std::size_t>(kind)]);
       if (meaning.kind != KeyActionKind::kSendText) continue;
       for (const unsigned bits : {0U, 1U, 2U, 4U, 8U, 16U, 32U, 64U, 127U}) {
-        const KeyDecision expected{.road = Road::kBbs, .action = meaning};
+        const KeyDecision expected{.route = KeyRoute::kBbs, .action = meaning};
         ASSERT_EQ(Decide(press, kind, NothingOver(bits)), expected) << press.virtualKey << ' ' << bits;
       }
     }
@@ -345,10 +346,10 @@ TEST_F(PreTranslationTest, AHeldKeyOnlyScrollsSelectsAndTypes) {
   for (const KeyPress& press : EveryPress()) {
     for (const ScreenSnapshot& page : pages_) {
       for (const unsigned bits : {0U, 63U, 127U}) {
-        const Road road = DecideKeyMessage(press, KeyPhase::kRepeat, page, NothingOver(bits)).road;
-        ASSERT_TRUE(road == Road::kToolkit || road == Road::kBbs || road == Road::kSwallowed ||
-                    road == Road::kSelection)
-            << press.virtualKey << ' ' << static_cast<int>(road);
+        const KeyRoute route = DecideKeyMessage(press, KeyPhase::kRepeat, page, NothingOver(bits)).route;
+        ASSERT_TRUE(route == KeyRoute::kToolkit || route == KeyRoute::kBbs || route == KeyRoute::kSwallowed ||
+                    route == KeyRoute::kSelection)
+            << press.virtualKey << ' ' << static_cast<int>(route);
       }
     }
   }

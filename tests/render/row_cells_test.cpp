@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "render/contrast.h"
-#include "render/dress_colours.h"
 #include "render/row_look.h"
+#include "render/style_colours.h"
 
 namespace quillet {
 namespace {

@@ -20,7 +20,7 @@ const WebHosts kHosts{.host = u"www.bbs.example", .mirror1 = u"m1.example", .mir
 
 ArticleLists ReadText(std::u16string_view text, Kind kind) {
   ArticleLists lists;
-  TakeArticleLines(ReadLines(EncodeText(text, "\n")).lines, kind, kHosts, lists);
+  ReadArticleLines(ReadLines(EncodeText(text, "\n")).lines, kind, kHosts, lists);
   return lists;
 }
 
@@ -182,7 +182,7 @@ TEST(ArticleListFileTest, FoldersThatAreTooDeepDissolve) {
   lines.insert(lines.end(), 100000 - 1, u"</Folder>");
   lines.insert(lines.end(), {u"2 2 2", u"</Folder>", u"3 3 3"});
   ArticleLists lists;
-  TakeArticleLines(lines, Kind::kBookmarks, kHosts, lists);
+  ReadArticleLines(lines, Kind::kBookmarks, kHosts, lists);
   const ArticleFolder* folder = &lists.Of(Kind::kBookmarks);
   EXPECT_EQ(ItemAt(*folder, 1).postTime, 3);
   EXPECT_EQ(ItemAt(FolderAt(*folder, 0), 1).postTime, 2);
@@ -327,7 +327,7 @@ TEST(ArticleListFileTest, RandomHostileListsKeepTheirItemsAndSettle) {
 
 TEST(BoardWeightsTest, LinesAreReadAndWritten) {
   BoardWeights weights{{u"Kept", 1}, {u"Old", 2}};
-  TakeBoardWeightLines({u"Test 5", u"Old  -7 9", u"NoNumber", u"Word x", u"Large 99999999999", u"看板 3"},
+  ReadBoardWeightLines({u"Test 5", u"Old  -7 9", u"NoNumber", u"Word x", u"Large 99999999999", u"看板 3"},
                        weights);
   EXPECT_EQ(weights, (BoardWeights{{u"Kept", 1},
                                    {u"Large", INT32_MAX},
@@ -339,7 +339,7 @@ TEST(BoardWeightsTest, LinesAreReadAndWritten) {
   EXPECT_EQ(BoardWeightsText({{u"", 9}, {u"B a\nd 7\n", 1}, {u"Test", -5}}), u"Bad7 1\nTest -5\n");
   const std::u16string longName(600, u'x');
   BoardWeights again;
-  TakeBoardWeightLines(ReadLines(EncodeText(BoardWeightsText({{longName, INT32_MIN}}), "\n")).lines, again);
+  ReadBoardWeightLines(ReadLines(EncodeText(BoardWeightsText({{longName, INT32_MIN}}), "\n")).lines, again);
   EXPECT_EQ(again, (BoardWeights{{longName.substr(0, kLongestLine - 12), INT32_MIN}}));
 }
 
@@ -379,7 +379,7 @@ TEST(ArticleListMergeTest, WhatEitherProgramDidStays) {
   };
   for (const auto& c : cases) {
     ArticleFolder ours = Tree(c.ours);
-    TakeOverArticles(ours, Tree(c.theirs), Tree(c.base));
+    MergeArticles(ours, Tree(c.theirs), Tree(c.base));
     EXPECT_TRUE(ours == Tree(c.merged)) << Utf8FromUtf16(c.ours) << " and " << Utf8FromUtf16(c.theirs);
   }
 }

@@ -23,7 +23,7 @@ ListEntry Entry(ListKind kind, bool underline, std::initializer_list<int> colour
 // What the next start of the program makes of the list.
 NameList Reread(const NameList& list) {
   NameList reread;
-  reread.TakeLines(ReadLines(EncodeText(list.AsText(), "\r\n")).lines);
+  reread.ReadLines(ReadLines(EncodeText(list.AsText(), "\r\n")).lines);
   return reread;
 }
 
@@ -153,7 +153,7 @@ TEST(NameListTest, LinesAreSplitAtRunsOfEqualSigns) {
   };
   for (const auto& one : cases) {
     NameList list;
-    list.TakeLines({std::u16string(one.line)});
+    list.ReadLines({std::u16string(one.line)});
     ASSERT_EQ(list.Size(), 1U);
     ASSERT_NE(list.Find(one.id), nullptr) << testing::PrintToString(one.line);
     EXPECT_EQ(EntryText(*list.Find(one.id)), one.text);
@@ -163,7 +163,7 @@ TEST(NameListTest, LinesAreSplitAtRunsOfEqualSigns) {
 TEST(NameListTest, LinesAreLaidOverTheListInTheirOrder) {
   NameList list;
   list.Set(u"old", Entry(ListKind::kWhite, false, {}, u"kept"));
-  list.TakeLines({u"Zoe=x", u"amy=W:y", u"Amy", u"", u"Zoe=C:later"});
+  list.ReadLines({u"Zoe=x", u"amy=W:y", u"Amy", u"", u"Zoe=C:later"});
   EXPECT_EQ(list.Size(), 4U);
   EXPECT_EQ(list.Find(u"ZOE"), nullptr);
   EXPECT_EQ(list.Find(u"amy")->kind, ListKind::kWhite);
@@ -191,7 +191,7 @@ TEST(NameListTest, WhateverALineHoldsIsWrittenAsItWasUnderstood) {
   std::minstd_rand random(3);
   for (int round = 0; round < 20000; ++round) {
     NameList list;
-    list.TakeLines({RandomText(random, u"_BCWN01789:=x \t", 12), RandomText(random, u"=:B1 ", 5)});
+    list.ReadLines({RandomText(random, u"_BCWN01789:=x \t", 12), RandomText(random, u"=:B1 ", 5)});
     list.Remove(u"");
     const NameList reread = Reread(list);
     ASSERT_EQ(reread.Size(), list.Size()) << testing::PrintToString(list.AsText());

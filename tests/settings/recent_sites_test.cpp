@@ -23,7 +23,7 @@ TEST(RecentSitesTest, TheLastEightAreListedWithTheirNamesAndComeBackFromTheFile)
   NameSite(map, u"never.example", u"never");
   EXPECT_EQ(List(map), u"ssh://old.example() telnet://[2001:db8::5]:2323() telnet://old.example(老站) ");
   SettingsMap read;
-  read.TakeLines({u"[RecentSites]", u"telnet://never=99999999999999999999 x", u"telnet://a = 12 one=1",
+  read.ReadLines({u"[RecentSites]", u"telnet://never=99999999999999999999 x", u"telnet://a = 12 one=1",
                   u"telnet://b", u"telnet://c=name only"});
   EXPECT_EQ(List(read), u"telnet://a(one=1) telnet://b() telnet://c(name only) telnet://never() ");
 

@@ -15,7 +15,7 @@ using Lines = std::vector<std::u16string>;
 
 SettingsMap MapOf(std::string_view file) {
   SettingsMap map;
-  map.TakeLines(ReadLines(file).lines);
+  map.ReadLines(ReadLines(file).lines);
   return map;
 }
 

@@ -117,7 +117,7 @@ TEST_F(TwoProgramsTest, OwnOrderAndUnfitTextStayWhileNobodyElseWrites) {
   EXPECT_EQ(a.store.TitleWords(), (Words{u"two", u"one", u"two"}));
   EXPECT_EQ(a.store.Names().Find(u"first")->description, u"cut=off");
   EXPECT_EQ(a.store.Names().Find(u"second")->kind, ListKind::kSuperBlack);
-  EXPECT_EQ(a.store.TakenInCount(), 1U);
+  EXPECT_EQ(a.store.MergedInCount(), 1U);
 }
 
 TEST_F(TwoProgramsTest, RefreshTakesInAndWritesNothing) {
@@ -126,14 +126,14 @@ TEST_F(TwoProgramsTest, RefreshTakesInAndWritesNothing) {
   Program a(*this);
   EXPECT_EQ(a.store.Fields().quotePic, 3);
   a.store.Refresh();
-  EXPECT_EQ(a.store.TakenInCount(), 0U);
+  EXPECT_EQ(a.store.MergedInCount(), 0U);
   a.store.Names().Set(u"unsaved", ListEntry{});
   constexpr std::string_view kTheirs = "[Basic]\nShowPicMode=2\n";
   Put(kSettingsFile, kTheirs);
   Put(kNamesFile, "old\nnew\n");
   Put(kTitleWordsFile, "word\n");
   a.store.Refresh();
-  EXPECT_EQ(a.store.TakenInCount(), 3U);
+  EXPECT_EQ(a.store.MergedInCount(), 3U);
   EXPECT_EQ(a.store.Fields().showPicMode, 2);
   EXPECT_EQ(a.store.Fields().quotePic, Settings().quotePic) << "a key that went";
   EXPECT_EQ(a.store.TitleWords(), Words{u"word"});
@@ -201,7 +201,7 @@ TEST_F(TwoProgramsTest, FileThatVanishedIsWrittenAgain) {
   EXPECT_EQ(OnDisk(), a.store.Map());
   EXPECT_EQ(LinesOf(kNamesFile), Words{u"old"});
   EXPECT_EQ(LinesOf(kTitleWordsFile), Words{u"word"});
-  EXPECT_EQ(a.store.TakenInCount(), 0U);
+  EXPECT_EQ(a.store.MergedInCount(), 0U);
 }
 
 TEST_F(TwoProgramsTest, DamagedLinesAreKeptAsideAndRemoveNothing) {
@@ -414,7 +414,7 @@ TEST_F(TwoProgramsTest, LastValueOfEachStandsHoweverSavesInterleave) {
     EXPECT_EQ(a.store.Names().AsText(), b.store.Names().AsText());
     EXPECT_EQ(a.store.TitleWords(), b.store.TitleWords());
     EXPECT_EQ(a.store.Map(), next.store.Map());
-    EXPECT_GT(a.store.TakenInCount() + b.store.TakenInCount(), 20U);
+    EXPECT_GT(a.store.MergedInCount() + b.store.MergedInCount(), 20U);
   }
 }
 

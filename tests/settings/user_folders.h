@@ -26,7 +26,7 @@ struct UserFolders {
   }
   SettingsMap OnDisk() const {
     SettingsMap map;
-    map.TakeLines(LinesOf(kSettingsFile));
+    map.ReadLines(LinesOf(kSettingsFile));
     return map;
   }
 

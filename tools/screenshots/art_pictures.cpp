@@ -15,7 +15,7 @@ constexpr Drawing kDrawings[] = {
 // The second leaves pixels over in both directions.
 constexpr QSize kSizes[] = {{800, 450}, {1111, 667}, {1280, 720}};
 
-void TakeAllSizes(DemoRun& run, const char* name) {
+void ShootAllSizes(DemoRun& run, const char* name) {
   const qreal scale = run.View().devicePixelRatioF();
   const QString suffix = scale == 1 ? QString() : QStringLiteral("@%1").arg(scale);
   for (const QSize size : kSizes) {
@@ -26,12 +26,12 @@ void TakeAllSizes(DemoRun& run, const char* name) {
 
 }  // namespace
 
-void TakeArtPictures(DemoRun& run) {
+void ShootArtPictures(DemoRun& run) {
   run.LogIn();
   run.GoToBoard("AsciiArt");
   for (const Drawing& drawing : kDrawings) {
     run.Read(QString::fromUtf16(drawing.titleWords));
-    TakeAllSizes(run, drawing.name);
+    ShootAllSizes(run, drawing.name);
     run.LeaveArticle();
   }
 }

@@ -7,6 +7,6 @@
 namespace quillet {
 
 // "art-skyline-1280x720@1.5" and so on; sizes in widget units.
-void TakeArtPictures(DemoRun& run);
+void ShootArtPictures(DemoRun& run);
 
 }  // namespace quillet

@@ -30,7 +30,7 @@ const std::vector<Look> kLooks = {
       {u"ShowHighlight", u"0", u"1"}}},
 };
 
-void TakeLook(DemoRun& run, const Look& look) {
+void ShootLook(DemoRun& run, const Look& look) {
   for (const Value& value : look.values)
     run.Set(value.key, value.value);
   run.Press({NamedKey(Qt::Key_Home)}, ArticleRests(0, 1));
@@ -41,7 +41,7 @@ void TakeLook(DemoRun& run, const Look& look) {
     run.Set(value.key, value.usual);
 }
 
-void TakeLongArticle(DemoRun& run) {
+void ShootLongArticle(DemoRun& run) {
   constexpr int kPagesToMiddle = 12;
   run.GoToBoard("Typing");
   run.Read(u"手指上的"_qs);
@@ -57,7 +57,7 @@ void TakeLongArticle(DemoRun& run) {
 }
 
 // The titles of articles that have been read, and their list's cursor bar.
-void TakeReadTitles(DemoRun& run) {
+void ShootReadTitles(DemoRun& run) {
   run.LeaveArticle();
   run.Press({NamedKey(Qt::Key_Up)}, Is(PF_ARTICLE_LIST_CURSOR));
   run.Save("list-read-darker");
@@ -69,14 +69,14 @@ void TakeReadTitles(DemoRun& run) {
 
 }  // namespace
 
-void TakeArticlePictures(DemoRun& run) {
+void ShootArticlePictures(DemoRun& run) {
   run.LogIn();
-  TakeLongArticle(run);
+  ShootLongArticle(run);
   run.GoToBoard("Cats");
   run.Read(u"最奇怪"_qs);
   for (const Look& look : kLooks)
-    TakeLook(run, look);
-  TakeReadTitles(run);
+    ShootLook(run, look);
+  ShootReadTitles(run);
 }
 
 }  // namespace quillet

@@ -7,6 +7,6 @@
 namespace quillet {
 
 // "article-middle" and so on.
-void TakeArticlePictures(DemoRun& run);
+void ShootArticlePictures(DemoRun& run);
 
 }  // namespace quillet

@@ -44,14 +44,14 @@ struct Style {
 
 constexpr Style kStyles[] = {{u"1", "stretch"}, {u"2", "crop"}, {u"3", "moving-crop"}};
 
-void TakeLists(DemoRun& run) {
+void ShootLists(DemoRun& run) {
   for (const Style style : kStyles) {
     run.Set(u"BackgroundPictureStyle", style.value);
     run.Save(QStringLiteral("backdrop-%1-list").arg(style.name));
   }
 }
 
-void TakeArticles(DemoRun& run) {
+void ShootArticles(DemoRun& run) {
   for (const Style style : kStyles) {
     run.Set(u"BackgroundPictureStyle", style.value);
     run.Press({NamedKey(Qt::Key_Home)}, ArticleRests(0, 1));
@@ -63,16 +63,16 @@ void TakeArticles(DemoRun& run) {
 
 }  // namespace
 
-void TakeBackdropPictures(DemoRun& run) {
+void ShootBackdropPictures(DemoRun& run) {
   const QString file = QDir(run.ScratchFolder()).filePath("sunset.png");
   if (!Sunset().save(file)) return run.Fail(QStringLiteral("\"%1\" cannot be written.").arg(file));
   run.LogIn();
   run.GoToBoard("Cats");
   run.Set(u"BackgroundPicture", file.toStdU16String());
   run.Await("the background picture", [&] { return ShowsBackdrop(run.View()); });
-  TakeLists(run);
+  ShootLists(run);
   run.Read(u"最奇怪"_qs);
-  TakeArticles(run);
+  ShootArticles(run);
   run.LeaveArticle();
   run.GoToBoard("AsciiArt");
   run.Read(u"夜景"_qs);

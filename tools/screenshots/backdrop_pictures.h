@@ -7,6 +7,6 @@
 namespace quillet {
 
 // "backdrop-stretch-article" and so on.
-void TakeBackdropPictures(DemoRun& run);
+void ShootBackdropPictures(DemoRun& run);
 
 }  // namespace quillet

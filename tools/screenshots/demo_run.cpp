@@ -12,7 +12,7 @@ constexpr int kPatienceMs = 30000;  // generous: a busy machine may be slow, a m
 DemoOptions OptionsFor(const Endpoints& endpoints) {
   DemoOptions options;
   options.contentFolder = DefaultDemoContent();
-  options.TakeNames(endpoints);
+  options.UseNames(endpoints);
   return options;
 }
 

@@ -8,11 +8,11 @@
 
 #include <QString>
 
-#include "app/main_frame.h"
-#include "app/resources.h"
-#include "app/tour/tour_steps.h"
-#include "app/user_places.h"
-#include "app/window_signaller.h"
+#include "app/document/resources.h"
+#include "app/document/user_places.h"
+#include "app/window/main_frame.h"
+#include "app/window/tour/tour_steps.h"
+#include "app/window/window_signaller.h"
 #include "demo/demo_server.h"
 
 namespace quillet {

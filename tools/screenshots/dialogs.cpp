@@ -5,7 +5,7 @@
 #include <QPalette>
 #include <QTabWidget>
 
-#include "app/user_places.h"
+#include "app/document/user_places.h"
 #include "settings/dialog/add_black_dlg.h"
 #include "settings/dialog/options_dlg.h"
 

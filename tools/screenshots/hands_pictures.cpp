@@ -46,7 +46,7 @@ class Mouse {
   Qt::KeyboardModifiers modifiers_ = Qt::NoModifier;
 };
 
-void TakeSelections(DemoRun& run, Mouse& mouse) {
+void ShootSelections(DemoRun& run, Mouse& mouse) {
   mouse.Drag({14, 15}, {17, 33});
   run.Save("select");
   run.Set(u"DarkColor", u"1");
@@ -61,7 +61,7 @@ void TakeSelections(DemoRun& run, Mouse& mouse) {
 }
 
 // On what is selected and the id of a push line.
-void TakeMenu(DemoRun& run, Mouse& mouse) {
+void ShootMenu(DemoRun& run, Mouse& mouse) {
   run.Press({NamedKey(Qt::Key_End)}, ArticleRestsAtEnd);
   mouse.Drag({4, 15}, {4, 31});
   run.Save("select-push");
@@ -73,7 +73,7 @@ void TakeMenu(DemoRun& run, Mouse& mouse) {
   PressKey(run.Frame(), NamedKey(Qt::Key_Escape));
 }
 
-void TakeLink(DemoRun& run, Mouse& mouse) {
+void ReadLink(DemoRun& run, Mouse& mouse) {
   constexpr int kLines = 9;
   run.Press({NamedKey(Qt::Key_Home)}, ArticleRests(0, 1));
   for (int line = 0; line < kLines; ++line)
@@ -87,14 +87,14 @@ QWidget* Dialog() {
   return QApplication::activeModalWidget();
 }
 
-void TakeDialog(DemoRun& run, const QString& name) {
+void ShootDialog(DemoRun& run, const QString& name) {
   run.Await(name, [] { return Dialog() != nullptr; });
   run.SaveWith(Dialog(), name);
   if (Dialog() != nullptr) Dialog()->close();
   run.Await(name, [] { return Dialog() == nullptr; });
 }
 
-void TakeCaptionDialogs(DemoRun& run) {
+void ShootCaptionDialogs(DemoRun& run) {
   run.Await("the whole article", [&] { return run.View().Article().Reading().Lines().IsComplete(); });
   run.View().PerformArticleCommand(ArticleCommand::kPushOn);
   if (Dialog() != nullptr)
@@ -102,31 +102,31 @@ void TakeCaptionDialogs(DemoRun& run) {
       field->setPlainText(
           u"這場比賽我從第一局看到第九局，連廣告都沒有轉台，中間還去樓下買了一份雞排，"
           u"回來的時候剛好看到那支再見安打飛過左外野的牆。\n謝謝兩隊，明年見！"_qs);
-  TakeDialog(run, "push-on");
+  ShootDialog(run, "push-on");
   run.View().PerformArticleCommand(ArticleCommand::kGiveMoney);
-  TakeDialog(run, "give-money");
+  ShootDialog(run, "give-money");
 }
 
-void TakePasteQuestion(DemoRun& run) {
+void ShootPasteQuestion(DemoRun& run) {
   QApplication::clipboard()->setText(
       u"早安，各位板友：\n昨天的比賽大家都看了嗎？\n我把筆記整理在下面。\n"_qs);
   run.View().Edit(EditCommand::kPaste);
-  TakeDialog(run, "paste-question");
+  ShootDialog(run, "paste-question");
 }
 
 }  // namespace
 
-void TakeHandsPictures(DemoRun& run) {
+void ShootHandsPictures(DemoRun& run) {
   Mouse mouse(run.View());
   run.LogIn();
   run.GoToBoard("Baseball");
   run.Read(u"總冠軍賽七戰"_qs);
-  TakeCaptionDialogs(run);
-  TakeSelections(run, mouse);
-  TakeMenu(run, mouse);
-  TakeLink(run, mouse);
+  ShootCaptionDialogs(run);
+  ShootSelections(run, mouse);
+  ShootMenu(run, mouse);
+  ReadLink(run, mouse);
   run.LeaveArticle();
-  TakePasteQuestion(run);
+  ShootPasteQuestion(run);
 }
 
 }  // namespace quillet

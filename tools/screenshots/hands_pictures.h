@@ -7,6 +7,6 @@
 namespace quillet {
 
 // "select", "link" and so on.
-void TakeHandsPictures(DemoRun& run);
+void ShootHandsPictures(DemoRun& run);
 
 }  // namespace quillet

@@ -11,7 +11,7 @@ void Choose(DemoRun& run, const QString& menuText) {
   run.Fail(QStringLiteral("There is no menu item \"%1\".").arg(menuText));
 }
 
-void TakeArticle(DemoRun& run, const QString& name) {
+void ShootArticle(DemoRun& run, const QString& name) {
   run.Save(name + "-list");
   run.Read(u"最奇怪"_qs);
   run.Save(name + "-article");
@@ -22,22 +22,22 @@ void TakeArticle(DemoRun& run, const QString& name) {
 
 }  // namespace
 
-void TakeLayoutPictures(DemoRun& run) {
+void ShootLayoutPictures(DemoRun& run) {
   run.LogIn();
   run.GoToBoard("Cats");
   Choose(run, u"填滿視窗"_qs);
-  TakeArticle(run, "layout-fitted");
+  ShootArticle(run, "layout-fitted");
   run.Resize({1600, 720});
-  TakeArticle(run, "layout-fitted-wide");
+  ShootArticle(run, "layout-fitted-wide");
   run.Resize({1280, 720});
   Choose(run, u"一般版面"_qs);
   run.Resize({1600, 720});
-  TakeArticle(run, "layout-usual-wide");
+  ShootArticle(run, "layout-usual-wide");
   run.Resize({800, 900});
-  TakeArticle(run, "layout-usual-tall");
+  ShootArticle(run, "layout-usual-tall");
   Choose(run, u"迷你視窗"_qs);
   run.Resize({528, 128});
-  TakeArticle(run, "layout-small");
+  ShootArticle(run, "layout-small");
 }
 
 }  // namespace quillet

@@ -7,6 +7,6 @@
 namespace quillet {
 
 // "layout-fitted" and so on.
-void TakeLayoutPictures(DemoRun& run);
+void ShootLayoutPictures(DemoRun& run);
 
 }  // namespace quillet

@@ -21,7 +21,7 @@ void Fill(DemoRun& run, const QString& account, const QString& password) {
 
 }  // namespace
 
-void TakeLoginPictures(DemoRun& run) {
+void ShootLoginPictures(DemoRun& run) {
   run.Await("the login page", [&] { return run.View().Screen().cursorRow == 20; });
   if (!run.IsFine()) return;
   run.View().AskLogin();

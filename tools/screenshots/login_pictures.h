@@ -7,6 +7,6 @@
 namespace quillet {
 
 // "61-login-form" and so on.
-void TakeLoginPictures(DemoRun& run);
+void ShootLoginPictures(DemoRun& run);
 
 }  // namespace quillet

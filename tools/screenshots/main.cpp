@@ -5,8 +5,8 @@
 #include <QApplication>
 #include <QProcess>
 
-#include "app/quill_app.h"
-#include "app/toolkit.h"
+#include "app/window/quill_app.h"
+#include "app/window/toolkit.h"
 
 #include "tools/screenshots/art_pictures.h"
 #include "tools/screenshots/article_pictures.h"
@@ -43,15 +43,15 @@ int Walk(QApplication& toolkit, const QString& folder, bool highDensity) {
   return quillet::CQuillApp(toolkit, options, tour).Run();
 }
 
-int TakePages(QApplication& toolkit, const QString& folder) {
+int ShootPages(QApplication& toolkit, const QString& folder) {
   return Walk(toolkit, folder, false);
 }
 
-int TakeHighDensity(QApplication& toolkit, const QString& folder) {
+int ShootHighDensity(QApplication& toolkit, const QString& folder) {
   return Walk(toolkit, folder, true);
 }
 
-int TakeDialogs(QApplication& /*toolkit*/, const QString& folder) {
+int ShootDialogs(QApplication& /*toolkit*/, const QString& folder) {
   quillet::PrepareToolkit();
   return quillet::SaveDialogPictures(folder)
              ? 0
@@ -75,25 +75,25 @@ struct Part {
 };
 
 constexpr Part kParts[] = {
-    {"--pages", TakePages},
-    {"--high-density", TakeHighDensity, "2"},
-    {"--dialogs", TakeDialogs},
-    {"--login", Take<quillet::TakeLoginPictures>},
-    {"--dim", Take<quillet::TakeDimPictures>},
-    {"--disguise", Take<quillet::TakeDisguisePictures>},
-    {"--article", Take<quillet::TakeArticlePictures>},
-    {"--side-lists", Take<quillet::TakeSideListPictures>},
-    {"--name-lists", Take<quillet::TakeNameListPictures>},
-    {"--backdrop", Take<quillet::TakeBackdropPictures>},
-    {"--hands", Take<quillet::TakeHandsPictures>},
-    {"--layouts", Take<quillet::TakeLayoutPictures>},
-    {"--art", Take<quillet::TakeArtPictures>},
-    {"--art", Take<quillet::TakeArtPictures>, "1.25"},
-    {"--art", Take<quillet::TakeArtPictures>, "1.5"},
-    {"--art", Take<quillet::TakeArtPictures>, "2"},
+    {"--pages", ShootPages},
+    {"--high-density", ShootHighDensity, "2"},
+    {"--dialogs", ShootDialogs},
+    {"--login", Take<quillet::ShootLoginPictures>},
+    {"--dim", Take<quillet::ShootDimPictures>},
+    {"--disguise", Take<quillet::ShootDisguisePictures>},
+    {"--article", Take<quillet::ShootArticlePictures>},
+    {"--side-lists", Take<quillet::ShootSideListPictures>},
+    {"--name-lists", Take<quillet::ShootNameListPictures>},
+    {"--backdrop", Take<quillet::ShootBackdropPictures>},
+    {"--hands", Take<quillet::ShootHandsPictures>},
+    {"--layouts", Take<quillet::ShootLayoutPictures>},
+    {"--art", Take<quillet::ShootArtPictures>},
+    {"--art", Take<quillet::ShootArtPictures>, "1.25"},
+    {"--art", Take<quillet::ShootArtPictures>, "1.5"},
+    {"--art", Take<quillet::ShootArtPictures>, "2"},
 };
 
-int TakePart(int argc, char** argv) {
+int ShootPart(int argc, char** argv) {
   for (const Part& part : kParts) {
     if (std::string_view(argv[1]) != part.name) continue;
     QApplication toolkit(argc, argv);
@@ -102,7 +102,7 @@ int TakePart(int argc, char** argv) {
   return Complain(QStringLiteral("There is no part %1.").arg(QString::fromLocal8Bit(argv[1])));
 }
 
-int TakeAll(const char* program, const char* folder) {
+int ShootAll(const char* program, const char* folder) {
   for (const Part& part : kParts) {
     qputenv("QT_SCALE_FACTOR", part.scaleFactor);
     const QStringList arguments = {part.name, QString::fromLocal8Bit(folder)};
@@ -120,5 +120,5 @@ int main(int argc, char** argv) {
     return 2;
   }
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  return argc == 3 ? TakePart(argc, argv) : TakeAll(argv[0], argv[1]);
+  return argc == 3 ? ShootPart(argc, argv) : ShootAll(argv[0], argv[1]);
 }

@@ -43,7 +43,7 @@ void RevealAndTake(DemoRun& run, const QString& name) {
   run.View().Reveal();
 }
 
-void TakePushes(DemoRun& run) {
+void ShootPushes(DemoRun& run) {
   struct Level {
     char16_t value;
     const char* name;
@@ -62,7 +62,7 @@ void TakePushes(DemoRun& run) {
   run.Set(u"HideCharShowStar", u"1");
 }
 
-void TakeTitles(DemoRun& run) {
+void ShootTitles(DemoRun& run) {
   run.Save("names-titles");
   run.Doc().Store().TitleWords() = {u"戒指", u"[送養]"};
   run.Doc().Store().Map().SetTrackLines({u"board=Cats && title=最奇怪", u"title=剪指甲"});
@@ -77,14 +77,14 @@ void TakeTitles(DemoRun& run) {
 
 }  // namespace
 
-void TakeNameListPictures(DemoRun& run) {
+void ShootNameListPictures(DemoRun& run) {
   run.LogIn();
   run.GoToBoard("Cats");
   FillLists(run);
-  TakeTitles(run);
+  ShootTitles(run);
   run.Read(u"最奇怪"_qs);
   run.Save("names-article");
-  TakePushes(run);
+  ShootPushes(run);
   run.Set(u"DarkColor", u"1");
   run.Save("names-push-mask-dim");
   run.Set(u"DarkColor", u"0");

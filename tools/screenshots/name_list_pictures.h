@@ -7,6 +7,6 @@
 namespace quillet {
 
 // "names-hide" and so on.
-void TakeNameListPictures(DemoRun& run);
+void ShootNameListPictures(DemoRun& run);
 
 }  // namespace quillet

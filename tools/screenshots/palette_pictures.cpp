@@ -2,12 +2,12 @@
 
 namespace quillet {
 
-void TakeDimPictures(DemoRun& run) {
+void ShootDimPictures(DemoRun& run) {
   run.Set(u"DarkColor", u"1");
   run.Walk(DemoTour(), "dim-");
 }
 
-void TakeDisguisePictures(DemoRun& run) {
+void ShootDisguisePictures(DemoRun& run) {
   run.Set(u"Work", u"1");
   run.Await("the first page", [&] { return run.View().ScreenCount() > 0; });
   run.SaveWindow("work-window");

@@ -7,9 +7,9 @@
 namespace quillet {
 
 // "dim-01-login" and so on.
-void TakeDimPictures(DemoRun& run);
+void ShootDimPictures(DemoRun& run);
 
 // "work-01-login" and so on, and "work-window" with the menus.
-void TakeDisguisePictures(DemoRun& run);
+void ShootDisguisePictures(DemoRun& run);
 
 }  // namespace quillet

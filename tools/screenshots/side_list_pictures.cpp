@@ -58,7 +58,7 @@ void FillBookmarks(ArticleFolder& root) {
   root.children = {std::move(stories), std::move(cats), ItemOf(kHot[3]), ItemOf(kHot[8]), ItemOf(kHot[9])};
 }
 
-void TakeList(DemoRun& run, ArticleListKind kind, const QString& name) {
+void ShootList(DemoRun& run, ArticleListKind kind, const QString& name) {
   run.View().SideList().Open(kind);
   run.Save(name);
   run.View().SideList().Close();
@@ -68,7 +68,7 @@ bool StandsStill(SideListView& list) {
   return list.Top() == list.State().first;
 }
 
-void TakeScrolled(DemoRun& run, const QString& name) {
+void ShootScrolled(DemoRun& run, const QString& name) {
   SideListView& list = run.View().SideList();
   list.Open(ArticleListKind::kHot);
   PressKey(run.Frame(), NamedKey(Qt::Key_End));
@@ -77,35 +77,35 @@ void TakeScrolled(DemoRun& run, const QString& name) {
   list.Close();
 }
 
-void TakeCards(DemoRun& run, const QString& suffix) {
-  TakeList(run, ArticleListKind::kHot, "side-hot" + suffix);
-  TakeScrolled(run, "side-hot-end" + suffix);
-  TakeList(run, ArticleListKind::kBookmarks, "side-bookmarks" + suffix);
+void ShootCards(DemoRun& run, const QString& suffix) {
+  ShootList(run, ArticleListKind::kHot, "side-hot" + suffix);
+  ShootScrolled(run, "side-hot-end" + suffix);
+  ShootList(run, ArticleListKind::kBookmarks, "side-bookmarks" + suffix);
 }
 
 }  // namespace
 
-void TakeSideListPictures(DemoRun& run) {
+void ShootSideListPictures(DemoRun& run) {
   run.LogIn();
   run.GoToBoard("Cats");
-  TakeList(run, ArticleListKind::kTracked, "side-empty");
+  ShootList(run, ArticleListKind::kTracked, "side-empty");
   run.Doc().ChangeArticleList(ArticleListKind::kHot, FillHot);
   run.Doc().ChangeArticleList(ArticleListKind::kBookmarks, FillBookmarks);
-  TakeCards(run, {});
+  ShootCards(run, {});
   run.View().SideList().SetCompact(true);
-  TakeCards(run, "-compact");
+  ShootCards(run, "-compact");
   run.View().SideList().SetCompact(false);
   run.Set(u"DarkColor", u"1");
-  TakeList(run, ArticleListKind::kHot, "side-hot-dim");
+  ShootList(run, ArticleListKind::kHot, "side-hot-dim");
   run.Set(u"DarkColor", u"0");
   run.Set(u"Work", u"1");
-  TakeCards(run, "-work");
+  ShootCards(run, "-work");
   run.View().SideList().SetCompact(true);
-  TakeList(run, ArticleListKind::kHot, "side-hot-compact-work");
+  ShootList(run, ArticleListKind::kHot, "side-hot-compact-work");
   run.View().SideList().SetCompact(false);
   run.Set(u"Work", u"0");
   run.Resize({640, 400});
-  TakeCards(run, "-small");
+  ShootCards(run, "-small");
 }
 
 }  // namespace quillet

@@ -7,6 +7,6 @@
 namespace quillet {
 
 // "side-hot" and so on.
-void TakeSideListPictures(DemoRun& run);
+void ShootSideListPictures(DemoRun& run);
 
 }  // namespace quillet

@@ -79,7 +79,7 @@ TEST_F(OptionListPanelTest, LinesMeanWhatTheyMeanInTheFiles) {
   EXPECT_EQ(panel.Complaint(), QString());
   panel.Store(store);
   NameList fromFile;
-  fromFile.TakeLines(ReadLines(text.toStdString()).lines);
+  fromFile.ReadLines(ReadLines(text.toStdString()).lines);
   EXPECT_EQ(store.Names().AsText(), fromFile.AsText());
   EXPECT_EQ(store.Names().Find(u"twice")->kind, ListKind::kWhite);
   EXPECT_EQ(store.TitleWords(), (std::vector<std::u16string>{u"發錢", u"=x=y", u"發錢"}));

@@ -1,0 +1,111 @@
+#include "app/dialogs/leave_question.h"
+
+#include <utility>
+
+#include <QCheckBox>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace quillet {
+
+LeavePlan PlanLeaving(LeaveFor purpose, const LeaveFacts& facts, LeaveMode mode) {
+  const bool losesDraft = facts.hasDraft && purpose == LeaveFor::kClosing;
+  if (facts.inEditor || losesDraft || mode == LeaveMode::kAsk) return LeavePlan::kAsk;
+  return mode == LeaveMode::kLogOut ? LeavePlan::kLogOutFirst : LeavePlan::kGo;
+}
+
+LeaveQuestion::LeaveQuestion(CQuillDoc& doc, QWidget& window, std::function<LeaveFacts()> facts,
+                             std::chrono::milliseconds patience)
+    : doc_(doc), window_(window), facts_(std::move(facts)) {
+  patience_.setSingleShot(true);
+  patience_.setInterval(patience);
+  connect(&patience_, &QTimer::timeout, this, &LeaveQuestion::GoOn);
+  connect(&doc_, &CQuillDoc::LogOutEnded, this, &LeaveQuestion::OnLogOutEnded);
+}
+
+bool LeaveQuestion::KeepsLogin() const {
+  if (!doc_.IsConnected() || doc_.CurrentSite().makeTransport) return false;
+  if (doc_.CurrentActivity() == Activity::kLogOut) return false;
+  return !doc_.LoginId().empty() || facts_().inEditor;
+}
+
+bool LeaveQuestion::LosesDraft(LeaveFor purpose) const {
+  return purpose == LeaveFor::kClosing && !givesUpDraft_ && facts_().hasDraft;
+}
+
+bool LeaveQuestion::IsFree(LeaveFor purpose) const {
+  return !KeepsLogin() && !LosesDraft(purpose);
+}
+
+void LeaveQuestion::Before(LeaveFor purpose, std::function<void()> then) {
+  if (IsFree(purpose)) return then();
+  if (isAsking_) return;
+  LeaveFacts facts = facts_();
+  // The screen may be the last one of a connection that has ended.
+  facts.inEditor = facts.inEditor && KeepsLogin();
+  LeavePlan plan = PlanLeaving(purpose, facts, static_cast<LeaveMode>(doc_.Fields().leaveMode));
+  if (plan == LeavePlan::kAsk) {
+    const std::optional<LeavePlan> answer = Ask(purpose, facts);
+    if (!answer) return;
+    plan = *answer;
+    // What comes next would ask the same again.
+    givesUpDraft_ = facts.hasDraft && purpose == LeaveFor::kClosing;
+  }
+  if (plan == LeavePlan::kGo || !doc_.LogOut()) return then();
+  then_ = std::move(then);
+  patience_.start();
+}
+
+std::optional<LeavePlan> LeaveQuestion::Ask(LeaveFor purpose, const LeaveFacts& facts) {
+  const bool keepsLogin = KeepsLogin();
+  const LeaveMessages words =
+      DescribeLeaving(purpose, facts,
+                      {.site = keepsLogin ? doc_.CurrentSite().ShownName() : QString(),
+                       .id = QString::fromStdU16String(doc_.LoginId())},
+                      doc_.Fields().work);
+  QMessageBox box(QMessageBox::Question, words.title, {}, QMessageBox::NoButton, window_.window());
+  box.setTextFormat(Qt::PlainText);
+  box.setText(words.question);
+  box.setInformativeText(u"<p>%1</p>"_qs.arg(words.reason.toHtmlEscaped().replace(u'\n', u"<br>"_qs)));
+  const auto add = [&](const char* name, const QString& text, QMessageBox::ButtonRole role) {
+    QPushButton* const button = box.addButton(text, role);
+    button->setObjectName(name);
+    return button;
+  };
+  // Out of the editor the BBS lets nobody who has not decided about his text.
+  const bool mayLogOut = keepsLogin && !facts.inEditor;
+  QPushButton* const logOut = !mayLogOut ? nullptr : add("logOut", words.logOut, QMessageBox::AcceptRole);
+  QPushButton* const leave = add("leave", words.leave, QMessageBox::DestructiveRole);
+  QPushButton* const stay = add("stay", words.stay, QMessageBox::RejectRole);
+  box.setDefaultButton(logOut != nullptr ? logOut : stay);
+  box.setEscapeButton(stay);
+  if (!facts.inEditor && !facts.hasDraft) {
+    auto* const noMore = new QCheckBox(words.noMore);
+    noMore->setToolTip(words.noMoreHint);
+    box.setCheckBox(noMore);
+  }
+  isAsking_ = true;
+  box.exec();
+  isAsking_ = false;
+  window_.window()->activateWindow();
+  const QAbstractButton* const clicked = box.clickedButton();
+  if (clicked == nullptr || clicked == stay) return std::nullopt;
+  const LeavePlan answer = clicked == leave ? LeavePlan::kGo : LeavePlan::kLogOutFirst;
+  if (box.checkBox() != nullptr && box.checkBox()->isChecked())
+    doc_.Change(u"Basic", u"LeaveMode", answer == LeavePlan::kGo ? u"2" : u"1");
+  return answer;
+}
+
+void LeaveQuestion::OnLogOutEnded(LogOutEnd end) {
+  if (end == LogOutEnd::kDone) return GoOn();
+  givesUpDraft_ = false;
+  patience_.stop();
+  then_ = nullptr;
+}
+
+void LeaveQuestion::GoOn() {
+  patience_.stop();
+  if (const std::function<void()> then = std::exchange(then_, nullptr)) then();
+}
+
+}  // namespace quillet

@@ -1,0 +1,58 @@
+// Stands before everything that gives up a login, or the texts that go with the program: asks, logs out
+// properly if so wished, and then lets it happen. The view owns it; the frame and the login form come to it
+// with what they are about to do. User-interface thread.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <optional>
+
+#include <QObject>
+#include <QTimer>
+
+#include "app/document/quill_doc.h"
+#include "app/messages/leave_messages.h"
+
+namespace quillet {
+
+// How one leaves a site while logged in; the numbers of the setting "LeaveMode".
+enum class LeaveMode { kAsk = 0, kLogOut = 1, kDirectly = 2 };
+enum class LeavePlan { kGo, kLogOutFirst, kAsk };
+
+// What could be lost is asked about whatever the mode.
+LeavePlan PlanLeaving(LeaveFor purpose, const LeaveFacts& facts, LeaveMode mode);
+
+class LeaveQuestion : public QObject {
+ public:
+  // Longer than leaving a few nested pages takes over a slow line, short enough to wait for.
+  static constexpr std::chrono::milliseconds kPatience{6000};
+
+  // The question lies over `window`'s window; `facts` tells what the moment is like. A log-out that has not
+  // come about after `patience` is waited for no longer.
+  LeaveQuestion(CQuillDoc& doc, QWidget& window, std::function<LeaveFacts()> facts,
+                std::chrono::milliseconds patience = kPatience);
+
+  // Nothing stands in the way: nobody is logged in, or he is on his way out, and no text is lost that he has
+  // not given up.
+  bool IsFree(LeaveFor purpose) const;
+  // Calls `then`: at once, or after a log-out, or not at all.
+  void Before(LeaveFor purpose, std::function<void()> then);
+
+ private:
+  bool KeepsLogin() const;
+  bool LosesDraft(LeaveFor purpose) const;
+  // Nothing when he stays.
+  std::optional<LeavePlan> Ask(LeaveFor purpose, const LeaveFacts& facts);
+  void OnLogOutEnded(LogOutEnd end);
+  void GoOn();
+
+  CQuillDoc& doc_;
+  QWidget& window_;
+  std::function<LeaveFacts()> facts_;
+  bool isAsking_ = false;
+  bool givesUpDraft_ = false;
+  std::function<void()> then_;  // after the log-out
+  QTimer patience_;
+};
+
+}  // namespace quillet

@@ -1,0 +1,319 @@
+#include "app/dialogs/login_controller.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "settings/data_files.h"
+#include "settings/password_seal.h"
+
+namespace quillet {
+namespace {
+
+// The demo has another address in each run. No host has such a name.
+constexpr std::u16string_view kDemoKey = u"+demo";
+
+QString Text(const std::u16string& text) {
+  return QString::fromStdU16String(text);
+}
+
+void Wipe(QString& text) {
+  text.fill(QChar(u'\0'));
+  text.clear();
+}
+
+}  // namespace
+
+LoginController::LoginController(CQuillDoc& doc, QWidget& view, LeaveQuestion& leaving)
+    : doc_(doc), view_(view), leaving_(leaving) {
+  // However it came about, it needs no form any more.
+  connect(&doc_, &CQuillDoc::ConnectionBegins, this, &LoginController::Close);
+  connect(&doc_, &CQuillDoc::LoginEnded, this, &LoginController::OnLoginEnded);
+  connect(&doc_, &CQuillDoc::SettingsChanged, this, &LoginController::Dress);
+  // An account that an older version kept belongs to the site that is set up now, whatever is chosen later.
+  doc_.Account().AdoptFor(SiteKey(Text(doc_.Fields().site), doc_.Hosts()));
+}
+
+LoginController::~LoginController() {
+  NoteUnticking();
+  Wipe(pending_.password);
+}
+
+void LoginController::Show() {
+  if (form_) return GiveKeyboard();
+  const Site& current = doc_.CurrentSite();
+  const bool standsThere = doc_.IsConnected() && !current.makeTransport;
+  const std::u16string& usedLast = doc_.Fields().site;
+  aim_ = standsThere
+             ? current
+             : Site{.address = Text(usedLast), .name = Text(NameOfSite(doc_.Store().Map(), usedLast))};
+  const LoginSites ways = ProposedLogin(aim_.address, doc_.Hosts());
+  LoginEntry entry = Remembered(KeyOf(SiteAt(ways.Of(ways.proposed).address)));
+  Open(entry, {});
+  Wipe(entry.password);
+}
+
+void LoginController::Open(const LoginEntry& entry, const LoginComplaint& complaint) {
+  Discard();
+  form_ = new LoginForm({.aim = WaysTo(aim_), .entry = entry, .complaint = complaint}, &view_);
+  proposedFor_ = AimKey();
+  proposed_ = entry;
+  Wipe(proposed_.password);
+  OfferSites();
+  // Queued: connecting handles events of its own, and no key press of the form shall wait beneath it.
+  connect(form_, &LoginForm::LoginRequested, this, &LoginController::LogIn, Qt::QueuedConnection);
+  connect(form_, &LoginForm::ConnectRequested, this, &LoginController::ConnectOnly, Qt::QueuedConnection);
+  connect(form_, &LoginForm::AddressRequested, this, &LoginController::AddressRequested,
+          Qt::QueuedConnection);
+  connect(form_, &LoginForm::DemoRequested, this, &LoginController::GoToDemo, Qt::QueuedConnection);
+  connect(form_, &LoginForm::Dismissed, this, &LoginController::Close, Qt::QueuedConnection);
+  connect(form_, &LoginForm::AimChanged, this, &LoginController::OnAimChanged);
+  // Queued: they fill the box anew that is telling of its choice.
+  connect(form_, &LoginForm::SiteChosen, this, &LoginController::ChooseSite, Qt::QueuedConnection);
+  connect(form_, &LoginForm::SiteRemoved, this, &LoginController::RemoveSite, Qt::QueuedConnection);
+  Dress();
+  if (unit_ > 0) form_->Place(unit_);
+  form_->setVisible(!covered_);
+  GiveKeyboard();
+  emit Changed();
+}
+
+void LoginController::Dress() {
+  if (form_) form_->SetColours(LoginFormColoursFor(doc_.Fields().work));
+}
+
+void LoginController::Discard() {
+  if (!form_) return;
+  NoteUnticking();
+  view_.setFocusProxy(nullptr);
+  form_->hide();
+  form_->deleteLater();
+  form_ = nullptr;
+}
+
+void LoginController::Close() {
+  if (!form_) return;
+  Discard();
+  view_.setFocus();
+  emit Changed();
+}
+
+void LoginController::GiveKeyboard() {
+  if (!IsShown()) return;
+  QWidget* const field = form_->FirstField();
+  view_.setFocusProxy(field);
+  field->setFocus();
+}
+
+void LoginController::SetCovered(bool covered) {
+  if (covered == covered_) return;
+  covered_ = covered;
+  if (!form_) return;
+  view_.setFocusProxy(nullptr);
+  form_->setVisible(!covered_);
+  if (covered_)
+    view_.setFocus();
+  else
+    GiveKeyboard();
+  emit Changed();
+}
+
+void LoginController::Place(double unit) {
+  unit_ = unit;
+  if (form_) form_->Place(unit);
+}
+
+// ---- What the user keeps
+
+Site LoginController::SiteAt(const QString& address) const {
+  if (address == aim_.address) return aim_;
+  return {.address = address, .name = {}};
+}
+
+LoginForm::Aim LoginController::WaysTo(const Site& site) const {
+  return {
+      .ways = ProposedLogin(site.address, doc_.Hosts()), .siteName = site.name, .namedAddress = site.address};
+}
+
+std::u16string LoginController::KeyOf(const Site& site) const {
+  return site.isBbs ? std::u16string(kDemoKey) : SiteKey(site.address, doc_.Hosts());
+}
+
+LoginEntry LoginController::Remembered(const std::u16string& key) {
+  AccountStore& kept = doc_.Account();
+  LoginEntry entry{.account = Text(kept.Account(key)), .password = Text(kept.Password(key))};
+  entry.rememberAccount = !entry.account.isEmpty();
+  entry.rememberPassword = !entry.password.isEmpty();
+  entry.kickOthers = doc_.Fields().kickOthers;
+  return entry;
+}
+
+void LoginController::OnAimChanged() {
+  const std::u16string key = AimKey();
+  const bool isTouched = form_->Entry().account != proposed_.account || form_->PasswordTouched();
+  if (key != proposedFor_) {
+    NoteUnticking();
+    proposedFor_ = key;
+    proposed_ = isTouched ? form_->Entry() : Remembered(key);
+    if (!isTouched) form_->ProposeAccount(proposed_);
+    Wipe(proposed_.password);
+  }
+  if (!form_->PasswordTouched()) ReviewPassword();
+}
+
+void LoginController::ReviewPassword() {
+  AccountStore& kept = doc_.Account();
+  QString known;
+  if (Text(kept.Account(proposedFor_)) == form_->Entry().account) known = Text(kept.Password(proposedFor_));
+  form_->ProposePassword(known);
+  if (known.isEmpty()) return;
+  // What is remembered goes on being remembered unless the user says otherwise.
+  form_->RememberPassword(true);
+  proposed_.rememberAccount = proposed_.rememberPassword = true;
+  Wipe(known);
+}
+
+void LoginController::ChooseSite(const QString& address) {
+  if (!form_ || address == aim_.address) return;
+  aim_ = {.address = address, .name = Text(NameOfSite(doc_.Store().Map(), address.toStdU16String()))};
+  form_->SetAim(WaysTo(aim_));
+  OfferSites();
+  OnAimChanged();
+}
+
+void LoginController::RemoveSite(const QString& address) {
+  if (!form_) return;
+  doc_.ChangeMap([&](SettingsMap& map) { ForgetSite(map, address.toStdU16String()); });
+  const std::vector<RecentSite> left = doc_.RecentSites();
+  if (left.empty()) return OfferSites();
+  ChooseSite(Text(left.front().address));
+}
+
+void LoginController::OfferSites() {
+  std::vector<OfferedSite> sites{{.address = aim_.address, .name = aim_.name}};
+  const auto add = [&](const std::u16string& address, const std::u16string& name) {
+    const bool isThere = std::any_of(sites.begin(), sites.end(), [&](const OfferedSite& site) {
+      return PlainAddress(site.address.toStdU16String()) == PlainAddress(address);
+    });
+    if (!isThere) sites.push_back({.address = Text(address), .name = Text(name)});
+  };
+  for (const RecentSite& site : doc_.RecentSites())
+    add(site.address, site.name);
+  // Who has been elsewhere finds his way back to the BBS itself.
+  const QString own = ProposedAddress({}, doc_.Hosts().mainHost);
+  const bool isOwnThere = std::any_of(sites.begin(), sites.end(), [&](const OfferedSite& site) {
+    return SiteKey(site.address, doc_.Hosts()) == SiteKey(own, doc_.Hosts());
+  });
+  if (!own.isEmpty() && !isOwnThere) sites.push_back({.address = own, .name = {}});
+  form_->OfferSites(sites);
+}
+
+void LoginController::NoteUnticking() {
+  if (!form_) return;
+  AccountStore& kept = doc_.Account();
+  const LoginEntry entry = form_->Entry();
+  const std::u16string account = kept.Account(proposedFor_);
+  if (account.empty() || Text(account) != entry.account) return;
+  if (proposed_.rememberAccount && !entry.rememberAccount)
+    kept.Forget(proposedFor_);
+  else if (proposed_.rememberPassword && !entry.rememberPassword)
+    kept.ForgetPassword(proposedFor_);
+}
+
+void LoginController::Remember(const LoginEntry& entry, const std::u16string& key) {
+  AccountStore& kept = doc_.Account();
+  const std::u16string account = entry.account.toStdU16String();
+  if (!entry.rememberAccount) {
+    if (kept.Account(key) == account) kept.Forget(key);
+    return;
+  }
+  // Without a password nobody has been let in yet; what is remembered of somebody who was stays.
+  if (entry.password.isEmpty() && !kept.Account(key).empty()) return;
+  std::u16string password = entry.rememberPassword ? entry.password.toStdU16String() : std::u16string();
+  kept.Remember(key, account, password);
+  quillet::Wipe(password);
+}
+
+// ---- Logging in
+
+LoginOrder LoginController::MakeOrder(const std::u16string& key, const LoginEntry& entry) {
+  std::u16string password = entry.password.toStdU16String();
+  if (entry.rememberPassword && !doc_.Account().CanRemember(password)) {
+    quillet::Wipe(password);
+    // Not the user's doing, so that nothing is forgotten by it.
+    proposed_.rememberPassword = false;
+    form_->RememberPassword(false);
+    form_->Complain(DescribeUnsealable(kSealedPasswordLength));
+    return nullptr;
+  }
+  doc_.Change(u"Basic", u"KickOthers", entry.kickOthers ? u"1" : u"0");
+  Wipe(pending_.password);
+  pending_ = entry;
+  pendingFor_ = key;
+  LoginOrder order = MakeLoginOrder(
+      {.account = entry.account.toStdU16String(), .password = password, .kickOthers = entry.kickOthers});
+  quillet::Wipe(password);
+  return order;
+}
+
+void LoginController::LogIn() {
+  leaving_.Before(LeaveFor::kOtherSite, [this] {
+    if (!form_) return;
+    const Site site = SiteAt(form_->Address());
+    LoginOrder order = MakeOrder(KeyOf(site), form_->Entry());
+    if (!order) return;
+    Close();
+    doc_.LogIn(site, std::move(order));
+  });
+}
+
+void LoginController::ConnectOnly() {
+  leaving_.Before(LeaveFor::kOtherSite, [this] {
+    if (!form_) return;
+    const Site site = SiteAt(form_->Address());
+    Close();
+    doc_.Open(site);
+  });
+}
+
+void LoginController::GoToDemo() {
+  leaving_.Before(LeaveFor::kOtherSite, [this] {
+    if (!form_) return;
+    // What is remembered for another site is not told to this one.
+    const LoginEntry there = Remembered(proposedFor_);
+    LoginEntry entry = form_->Entry();
+    if (entry.account == there.account && entry.password == there.password)
+      entry = Remembered(std::u16string(kDemoKey));
+    LoginOrder order;
+    if (!entry.account.isEmpty()) {
+      order = MakeOrder(std::u16string(kDemoKey), entry);
+      if (!order) return;
+    }
+    emit DemoRequested(order);
+  });
+}
+
+void LoginController::OnLoginEnded(const LoginEnd& end) {
+  // Of an earlier login: what is pending is on its way to take its place.
+  if (end.how == LoginEnd::How::kTakenOver && doc_.IsConnecting()) return;
+  LoginEntry entry = std::exchange(pending_, {});
+  switch (end.how) {
+    case LoginEnd::How::kFinished:
+      Remember(entry, pendingFor_);
+      break;
+    case LoginEnd::How::kRefused:
+      Wipe(entry.password);
+      aim_ = doc_.CurrentSite();
+      Open(entry, DescribeRefusal(end.said));
+      break;
+    case LoginEnd::How::kNotConnected:
+      aim_ = doc_.CurrentSite();
+      Open(entry, DescribeBrokenLogin(doc_.Facts()));
+      break;
+    case LoginEnd::How::kTakenOver:
+      break;
+  }
+  Wipe(entry.password);
+  Wipe(entry.password);
+}
+
+}  // namespace quillet

@@ -1,0 +1,92 @@
+// The login form's other side: fills it from what the user keeps for the site, sends the document to log in,
+// remembers what he wants remembered once that has succeeded, and brings the form back with the reason when
+// it came to nothing. The view owns it. User-interface thread.
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+#include "app/dialogs/leave_question.h"
+#include "app/dialogs/login_form.h"
+#include "app/document/quill_doc.h"
+
+namespace quillet {
+
+class LoginController : public QObject {
+  Q_OBJECT
+
+ public:
+  // All outlive the desk; the form lies over `view`.
+  LoginController(CQuillDoc& doc, QWidget& view, LeaveQuestion& leaving);
+  ~LoginController() override;
+
+  // Opens the form, or leaves it as it is when it is open. It has the keyboard then.
+  void Show();
+  // Gives the keyboard back to the view.
+  void Close();
+  bool IsOpen() const { return form_ != nullptr; }
+  // Open, and nothing lies before it.
+  bool IsShown() const { return form_ != nullptr && !covered_; }
+  LoginForm* Form() const { return form_; }
+
+  // A notice lies before the form until it is dismissed.
+  void SetCovered(bool covered);
+  // The view's size or the height of its rows, in widget units, is another.
+  void Place(double unit);
+
+ signals:
+  // It was opened, closed, covered or uncovered.
+  void Changed();
+  void AddressRequested();
+  // With a login, or null.
+  void DemoRequested(const quillet::LoginOrder& login);
+
+ private:
+  void Open(const LoginEntry& entry, const LoginComplaint& complaint);
+  // In the colours of the settings.
+  void Dress();
+  void Discard();
+  void GiveKeyboard();
+
+  Site SiteAt(const QString& address) const;
+  LoginForm::Aim WaysTo(const Site& site) const;
+  // By what name the account of a site is kept.
+  std::u16string KeyOf(const Site& site) const;
+  // That of the site that the form leads to now.
+  std::u16string AimKey() const { return KeyOf(SiteAt(form_->Address())); }
+
+  // What is remembered for a site.
+  LoginEntry Remembered(const std::u16string& key);
+  // Another account or site has been chosen in the form.
+  void OnAimChanged();
+  void ReviewPassword();
+  void ChooseSite(const QString& address);
+  void RemoveSite(const QString& address);
+  void OfferSites();
+  // What the user no longer wants remembered is forgotten when he is done with the form, whatever comes.
+  void NoteUnticking();
+  void Remember(const LoginEntry& entry, const std::u16string& key);
+
+  // Notes what a login at the site of that key is sent off with; null when its password cannot be remembered.
+  LoginOrder MakeOrder(const std::u16string& key, const LoginEntry& entry);
+  void LogIn();
+  void ConnectOnly();
+  void GoToDemo();
+  void OnLoginEnded(const LoginEnd& end);
+
+  CQuillDoc& doc_;
+  QWidget& view_;
+  LeaveQuestion& leaving_;
+  QPointer<LoginForm> form_;
+  bool covered_ = false;
+  double unit_ = 0;
+  Site aim_;  // where the form leads when its transport is left alone
+  // What was proposed, for which site: the difference to what is in the form is the user's doing.
+  LoginEntry proposed_;
+  std::u16string proposedFor_;
+  // What was sent off, and for which site, until the login has ended; its password is kept no longer.
+  LoginEntry pending_;
+  std::u16string pendingFor_;
+};
+
+}  // namespace quillet

@@ -1,0 +1,69 @@
+// The clipboard's both ways: what is selected goes out as text, HTML or ANSI, what is pasted comes in clean,
+// asked about where it would do harm, or shortened first when it is a link. User-interface thread.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <span>
+
+#include <QClipboard>
+#include <QNetworkAccessManager>
+#include <QObject>
+#include <QWidget>
+
+#include "app/document/quill_doc.h"
+#include "app/interaction/short_link.h"
+#include "core/term_session.h"
+#include "input/clipboard_blocks.h"
+
+namespace quillet {
+
+class ClipboardController : public QObject {
+  Q_OBJECT
+
+ public:
+  struct Handlers {
+    std::function<void(std::u16string_view text, Wrap wrap)> send;
+    std::function<const ScreenSnapshot&()> screen;
+  };
+  // `window` gets the message boxes; it, `doc` and `network` outlive the object. Without `network` the link
+  // shortener is asked over one of the object's own.
+  ClipboardController(CQuillDoc& doc, QWidget& window, Handlers handlers,
+                      QNetworkAccessManager* network = nullptr, const ShortLinkLimits& limits = {});
+  ~ClipboardController() override;
+
+  // True on success; a message box tells what failed otherwise.
+  bool SetClipboard(ClipboardFormat format, const void* data, std::size_t size);
+  // These three do nothing for an empty text, and return false then too.
+  bool CopyText(const std::u16string& text);
+  // Both at once: who pastes takes what he can use.
+  bool CopyHtml(const std::u16string& html, const std::u16string& text);
+  // To the selection that the middle button pastes, on systems that have one.
+  void OfferSelection(const std::u16string& text);
+
+  // Asks before several lines go where no editor is open. Returns at once; the answer may come later. Nothing
+  // without a connection or when the clipboard holds no text.
+  void Paste(QClipboard::Mode mode = QClipboard::Clipboard);
+  // Asks the link shortener and pastes its link, or the clipboard's text when none comes. Other keys may go
+  // out meanwhile. Dropped when another kind of page or another connection has come instead, or an automation
+  // is at work.
+  void PasteShortLink();
+  // A question is on the screen.
+  bool IsAsking() const;
+  // A screen has reached the view: a question about a page that has gone is closed.
+  void OnScreen();
+
+ signals:
+  // The link shortener is being asked, or no longer.
+  void Working(bool working);
+  // For a line over the terminal that goes by itself.
+  void Said(const QString& words);
+
+ private:
+  bool Put(std::span<const ClipboardBlock> blocks);
+
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace quillet

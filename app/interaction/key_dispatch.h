@@ -1,0 +1,50 @@
+// Carries out what the key control decided: bytes to the session, commands to whoever handles them. While the
+// client itself has led the BBS away from what the user sees, keys wait for its return. User-interface
+// thread.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <utility>
+
+#include "app/document/quill_doc.h"
+#include "input/key_control.h"
+#include "input/lost_characters.h"
+
+namespace quillet {
+
+class KeyDispatch {
+ public:
+  struct Handlers {
+    std::function<void(KeyCommand)> command;
+    std::function<void()> userTypes;  // before anything of the user's goes, or waits to go, to the BBS
+    std::function<bool()> mustWait;   // it may not go yet
+    // Of a text, that the site's character set does not have.
+    std::function<void(const LostCharacters&)> lost;
+    std::function<const ScreenSnapshot&()> screen;  // that the user types at
+  };
+  KeyDispatch(CQuillDoc& doc, Handlers handlers) : doc_(doc), handlers_(std::move(handlers)) {}
+
+  // Returns false for kNone only; input without a connection is taken and dropped.
+  bool Perform(const KeyAction& action);
+  // Typed, composed or pasted text.
+  void SendText(std::u16string_view text, Wrap wrap = Wrap::kNone);
+  // Sends what had to wait, as far as nothing has to wait any more.
+  void Flush();
+  // Forgets what waits: the connection has ended.
+  void DropWaiting() { waiting_.clear(); }
+
+ private:
+  struct Input {
+    KeyAction action;
+    Wrap wrap = Wrap::kNone;
+  };
+  void Take(Input input);
+  void Send(const Input& input);
+
+  CQuillDoc& doc_;
+  Handlers handlers_;
+  std::deque<Input> waiting_;
+};
+
+}  // namespace quillet

@@ -1,0 +1,13 @@
+#include "app/overlay/panel_look.h"
+
+namespace quillet::panel_look {
+
+void PaintBox(QPainter& painter, const QRectF& box, double letter, const QColor& edge, const QColor& fill) {
+  constexpr double kCorner = 0.35;  // of a letter
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(edge, 1));
+  painter.setBrush(fill);
+  painter.drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), letter * kCorner, letter * kCorner);
+}
+
+}  // namespace quillet::panel_look

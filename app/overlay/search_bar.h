@@ -1,0 +1,61 @@
+// The field at the foot of the terminal in which a text to look for is typed: a part of the view, with how
+// many hits there are and buttons for the next and the previous one. Says what the user wants; knows nothing
+// of articles. While it is open it has the keyboard. User-interface thread.
+#pragma once
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QWidget>
+
+#include "app/overlay/form_style.h"
+#include "input/pre_translation.h"
+
+namespace quillet {
+
+class SearchBar : public QWidget {
+  Q_OBJECT
+
+ public:
+  // Closed. It gives the keyboard back to `parent`.
+  explicit SearchBar(QWidget& parent);
+
+  // With a text that goes with the first letter typed.
+  void Open(const QString& proposed);
+  void Close();
+  bool IsOpen() const { return open_; }
+  // `found`: not that there is nothing.
+  void Tell(const QString& tally, bool found);
+  // Over the row whose top edge is at `top`, as high as its letters need, no lower than the parent's edge.
+  // `unit` is the height of the terminal's rows; both in widget units.
+  void Place(double top, double unit, const LoginFormColours& colours);
+
+ signals:
+  void TextChanged(const QString& text);
+  void StepWanted(quillet::SearchStep step);
+  // Pages up (negative) or down.
+  void PagesWanted(int pages);
+  void Confirmed();
+  void Dismissed();
+  // The keyboard has gone elsewhere in the window.
+  void Left();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
+
+ private:
+  bool OnKey(const QKeyEvent& event);
+
+  bool open_ = false;
+  const LoginFormColours* colours_;
+  QLabel* label_;
+  QLineEdit* field_;
+  QLabel* tally_;
+  QPushButton* previous_;
+  QPushButton* next_;
+};
+
+}  // namespace quillet

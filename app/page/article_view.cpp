@@ -1,0 +1,374 @@
+#include "app/page/article_view.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "bbs/page_flags.h"
+#include "core/key_sequence.h"
+#include "platform/clock.h"
+#include "render/scroll_motion.h"
+
+namespace quillet {
+namespace {
+
+constexpr int kFrameMs = 16;
+constexpr std::int64_t kLongestWaitMs = 60'000;
+constexpr const char* kPreviousArticle = "b";
+
+// A header's rows and its rule.
+constexpr int kOpeningLines = 4;
+// Of lines that are yet to come: as far as one sees ahead when one presses a key a few times.
+constexpr int kMostBeyond = 3 * kPageStep;
+
+}  // namespace
+
+ArticleView::ArticleView(CQuillDoc& doc, QWidget& parent)
+    : doc_(doc),
+      rules_{.settings = &doc.Fields(),
+             .names = &doc.Store().Names(),
+             .titleWords = &doc.Store().TitleWords(),
+             .keywords = {},
+             .myId = {}},
+      reading_({.send = [this](std::string_view keys) { doc_.Session().SendBytes(keys); },
+                .news = [this](const ArticleNews& news) { emit NewsArrived(news); }}),
+      dressed_(doc.PageReader()),
+      scrollBar_(std::make_unique<ArticleScrollBar>(&parent)) {
+  animation_.setInterval(kFrameMs);
+  animation_.setTimerType(Qt::PreciseTimer);
+  connect(&animation_, &QTimer::timeout, this, [this] {
+    Step();
+    Review();
+    emit Changed();
+  });
+  readOn_.setSingleShot(true);
+  connect(&readOn_, &QTimer::timeout, this, [this] { OnTick(mayRefresh_); });
+  connect(scrollBar_.get(), &ArticleScrollBar::Wanted, this, [this](int value, bool dragged) {
+    MoveTo(value, dragged ? Motion::kAtOnce : Motion::kEased, Stay::kAtLine);
+  });
+  connect(&doc_, &CQuillDoc::ArticlePushed, this, [this] { reading_.WantRefresh(); });
+  connect(&doc_, &CQuillDoc::MoneyEnded, this, [this] {
+    // No key of the user's has to be waited for on the way back to the place.
+    if (wanted_) reading_.WantMore(SteadyMilliseconds());
+    ReadOnInTime();
+  });
+  connect(&doc_, &CQuillDoc::ArticleListsChanged, this, [this] {
+    bookmarked_ = doc_.IsOpenArticleBookmarked();
+    Review();
+    emit Changed();
+  });
+}
+
+ArticleView::~ArticleView() = default;
+
+// ---- What comes in
+
+void ArticleView::SetRules(const StyleRules& rules) {
+  rules_ = rules;
+  ++rulesVersion_;
+  reading_.SetOptions({.fetchAll = rules_.settings->webArticle,
+                       .refreshPush = rules_.settings->autoRefreshPush,
+                       .tellChanges = rules_.settings->notifyArticleChanged});
+  Follow();
+  Review();
+}
+
+void ArticleView::OnScreen(const ScreenSnapshot& screen) {
+  reading_.OnScreen(screen, doc_.OpenArticle(), doc_.IsArticleOpen(), SteadyMilliseconds());
+  rules_.now = SecondsNow();
+  atBbsEnd_ = (screen.pageFlags & PF_READING) != 0 && (screen.pageFlags & PF_READ_END) != 0;
+  bookmarked_ = doc_.IsOpenArticleBookmarked();
+
+  const bool another = IsAnotherArticle();
+  if (another) {
+    dressed_.Clear();
+    postTime_ = 0;
+    beyond_ = 0;
+  }
+  Follow();
+  std::optional<int> line = reading_.TakeMovedTo();
+  if (held_) line.reset();  // an automation's doing
+  if (another && !line) line = 0;
+  const ArticleInfo& open = doc_.OpenArticle();
+  if (wanted_ && open.IsArticle() && !IsSameArticle(open, wanted_->article)) wanted_.reset();
+  if (line && wanted_)
+    StandWhereWanted();
+  else if (line)
+    StandAt(*line);
+  Review();
+  ReadOnInTime();
+  if (another) emit OtherArticle();
+}
+
+void ArticleView::OnTick(bool mayRefresh) {
+  mayRefresh_ = mayRefresh;
+  // No key of the reading's own comes between those of an automation.
+  if (doc_.IsAutomationBusy()) OnAutomationKey();
+  rules_.now = SecondsNow();
+  const bool wasShown = IsShown();
+  reading_.OnTick(SteadyMilliseconds(), mayRefresh && !IsMoving());
+  ReadOnInTime();
+  if (IsShown() == wasShown) return;
+  Review();
+  emit Changed();
+}
+
+void ArticleView::ReadOnInTime() {
+  if (const auto at = reading_.NextTick())
+    readOn_.start(static_cast<int>(std::clamp<std::int64_t>(*at - SteadyMilliseconds(), 0, kLongestWaitMs)));
+  else
+    readOn_.stop();
+}
+
+void ArticleView::OnUserKey() {
+  wanted_.reset();
+  OnAutomationKey();
+  // He has something else in mind than the end that he was waiting for.
+  if (!reading_.Lines().IsComplete()) stay_ = Stay::kAtLine;
+}
+
+void ArticleView::OnAutomationKey() {
+  reading_.OnUserKey(SteadyMilliseconds());
+  beyond_ = 0;
+}
+
+void ArticleView::Forget() {
+  reading_.Drop();
+  wanted_.reset();
+  beyond_ = 0;
+  postTime_ = 0;
+  IsAnotherArticle();
+  dressed_.Clear();
+  Follow();
+  StandAt(0);
+  Review();
+  emit Changed();
+}
+
+// Where one reads, which is below, stays.
+void ArticleView::SetLinesInSight(int lines) {
+  const int fewer = inSight_ - std::exchange(inSight_, std::clamp(lines, 1, kLinesShown));
+  if (fewer == 0) return;
+  scrollBar_->setPageStep(PageStep(inSight_));
+  if (target_ > 0 || fewer < 0) GoTo(target_ + fewer, Motion::kAtOnce, stay_);
+  Review();
+}
+
+void ArticleView::SetHeld(bool held) {
+  const bool now = held && IsShown();
+  if (std::exchange(held_, now) == now) return;
+  Review();
+  emit Changed();
+}
+
+bool ArticleView::IsAnotherArticle() {
+  const ArticleLines& lines = reading_.Lines();
+  std::vector<ScreenRow> opening;
+  for (int i = 0; i < std::min(lines.Count(), kOpeningLines); ++i)
+    opening.push_back(lines.At(i).text);
+  return std::exchange(opening_, opening) != opening;
+}
+
+void ArticleView::Follow() {
+  const bool resting = top_ == target_;
+  const int topLine = dressed_.Count() > 0 ? dressed_.LineOf(top_) : 0;
+  // It is not known while the article is away to be opened anew.
+  if (doc_.OpenArticle().postTime != 0) postTime_ = doc_.OpenArticle().postTime;
+  dressed_.Follow(reading_.Lines(), postTime_, rules_);
+  target_ = TopOf(anchor_);
+  top_ = resting ? target_ : TopOf(topLine);
+  if (stay_ == Stay::kAtEnd) GoTo(LastTopLine(), Motion::kEased, Stay::kAtEnd);
+  if (beyond_ > 0) GoBeyond(target_ + beyond_);
+}
+
+void ArticleView::GoBeyond(int top) {
+  GoTo(top, Motion::kEased, Stay::kAtLine);
+  beyond_ = reading_.Lines().IsComplete() ? 0 : std::clamp(top - LastTopLine(), 0, kMostBeyond);
+}
+
+int ArticleView::TopOf(int line) const {
+  return std::clamp(dressed_.IndexOf(line), 0, LastTopLine());
+}
+
+// ---- Where it stands
+
+bool ArticleView::IsShown() const {
+  const ArticleLines& lines = reading_.Lines();
+  return rules_.settings->webArticle && (held_ || reading_.StandsForScreen()) &&
+         (lines.Count() >= kLinesShown || lines.IsComplete()) && dressed_.Count() > 0;
+}
+
+void ArticleView::StandAt(int line) {
+  beyond_ = 0;
+  GoTo(dressed_.IndexOf(line), Motion::kAtOnce, Stay::kAtLine);
+  // It may lie beyond what is known yet.
+  anchor_ = line;
+}
+
+void ArticleView::StandWhereWanted() {
+  if (wanted_->line == kEnd)
+    GoTo(LastTopLine(), Motion::kAtOnce, Stay::kAtEnd);
+  else
+    StandAt(wanted_->line);
+}
+
+void ArticleView::GoTo(int top, Motion motion, Stay stay) {
+  target_ = std::clamp(top, 0, LastTopLine());
+  anchor_ = dressed_.Count() > 0 ? dressed_.LineOf(target_) : 0;
+  const bool atEnd = target_ == LastTopLine() && reading_.Lines().IsComplete();
+  stay_ = atEnd ? Stay::kAtEnd : stay;
+  if (motion == Motion::kAtOnce || rules_.settings->noScrollAnimation) top_ = target_;
+  if (top_ == target_ || animation_.isActive()) return;
+  Step();
+  animation_.start();
+}
+
+void ArticleView::Step() {
+  top_ = std::clamp(ScrollAnimationStep(top_, target_), 0, LastTopLine());
+  if (top_ == target_) animation_.stop();
+}
+
+void ArticleView::MoveTo(int top, Motion motion, Stay stay) {
+  if (!IsShown()) return;
+  reading_.OnLocalMove(SteadyMilliseconds());
+  wanted_.reset();
+  beyond_ = 0;
+  // Who is on his way to an end that is yet to come goes there with any step forward.
+  if (stay_ == Stay::kAtEnd && motion == Motion::kEased && top >= target_) stay = Stay::kAtEnd;
+  if (stay == Stay::kAtLine && motion == Motion::kEased)
+    GoBeyond(top);
+  else
+    GoTo(top, motion, stay);
+  const bool nearEnd = target_ + inSight_ + kLinesShown > dressed_.Count();
+  if (nearEnd && !reading_.Lines().IsComplete() && !doc_.IsAutomationBusy())
+    reading_.WantMore(SteadyMilliseconds());
+  ReadOnInTime();
+  Review();
+  emit Changed();
+}
+
+PagingState ArticleView::Paging() const {
+  return {.top = target_ + beyond_,
+          .count = dressed_.Count(),
+          .shown = inSight_,
+          .complete = reading_.Lines().IsComplete(),
+          .keepArticle = rules_.settings->preventUpDownChangeArticle};
+}
+
+bool ArticleView::ApplyPaging(const PagingAction& action) {
+  if (!IsShown()) return false;
+  switch (action.kind) {
+    case PagingAction::Kind::kToBbs:
+      return false;
+    case PagingAction::Kind::kNext:
+      // There the key means the next article; elsewhere the BBS would only turn the page.
+      if (!atBbsEnd_) emit BytesForBbs(QByteArray::fromStdString(std::string(KeySequence(kKeyEnd))));
+      return false;
+    case PagingAction::Kind::kPrevious:
+      emit BytesForBbs(kPreviousArticle);
+      return true;
+    case PagingAction::Kind::kScrollTo:
+    case PagingAction::Kind::kNothing:
+      MoveTo(action.top, Motion::kEased, Stay::kAtLine);
+      return true;
+    case PagingAction::Kind::kToEnd:
+      MoveTo(action.top, Motion::kEased, Stay::kAtEnd);
+      return true;
+  }
+  return false;
+}
+
+bool ArticleView::ScrollBy(int lines) {
+  if (!IsShown() || (LastTopLine() == 0 && reading_.Lines().IsComplete())) return false;
+  const int top = target_ + beyond_ + std::clamp(lines, -dressed_.Count(), dressed_.Count());
+  MoveTo(top, Motion::kEased, Stay::kAtLine);
+  return true;
+}
+
+void ArticleView::ScrollTo(int top) {
+  MoveTo(top, Motion::kEased, Stay::kAtLine);
+}
+
+void ArticleView::GoToFirstPush() {
+  if (const int first = dressed_.FirstPush(); first >= 0) ScrollTo(first);
+}
+
+void ArticleView::KeepPlace() {
+  wanted_ = {doc_.OpenArticle(), anchor_};
+}
+
+void ArticleView::ShowEnd() {
+  if (!wanted_) return;
+  wanted_->line = kEnd;
+  beyond_ = 0;
+  GoTo(LastTopLine(), Motion::kEased, Stay::kAtEnd);
+  Review();
+  emit Changed();
+}
+
+// ---- What it looks like
+
+void ArticleView::Review() {
+  const bool shown = IsShown();
+  if (!shown) {
+    animation_.stop();
+    top_ = target_;
+  }
+  bar_ = shown ? MakeArticleBar(BarInput()) : ArticleBar{};
+  scrollBar_->Follow(target_, LastTopLine(), shown && LastTopLine() > 0);
+}
+
+ArticleBarInput ArticleView::BarInput() const {
+  ArticleBarInput input{.line = std::min(top_ + inSight_, dressed_.Count()),
+                        .lines = dressed_.Count(),
+                        .stillReading = !reading_.Lines().IsComplete(),
+                        .bookmarked = bookmarked_,
+                        .hasPushes = dressed_.FirstPush() >= 0,
+                        .controlCodes = dressed_.HasControlCodes(),
+                        .offers = {},
+                        .hovered = hovered_};
+  if (!rules_.settings->hideTopLeftIcons)
+    input.offers = {ArticleCommand::kBookmark, ArticleCommand::kPush, ArticleCommand::kPushOn,
+                    ArticleCommand::kFirstPush, ArticleCommand::kGiveMoney};
+  return input;
+}
+
+void ArticleView::SetHovered(ArticleCommand command) {
+  if (command == std::exchange(hovered_, command)) return;
+  Review();
+  emit Changed();
+}
+
+void ArticleView::Compose(FrameState& frame) const {
+  for (int row = 0; row < kLinesShown; ++row)
+    frame.page[static_cast<std::size_t>(row)] = dressed_.Row(reading_.Lines(), LineAtRow(row), rules_);
+  frame.page[kBottomRow] = bar_.row;
+  frame.caretRow = -1;
+  frame.progress = LastTopLine() > 0 ? static_cast<double>(top_) / LastTopLine() : 0;
+}
+
+bool ArticleView::StandsLikePage(int firstLine, int rows) const {
+  for (int row = 0; row < rows; ++row) {
+    const int line = dressed_.LineOf(LineAtRow(row));
+    const int wanted = firstLine + row < reading_.Lines().Count() ? firstLine + row : -1;
+    if (line != wanted) return false;
+  }
+  return true;
+}
+
+const ArticleLine* ArticleView::ShownLine(int index) const {
+  const int line = dressed_.LineOf(index);
+  return line < 0 || line >= reading_.Lines().Count() ? nullptr : &reading_.Lines().At(line);
+}
+
+std::optional<PageRow> ArticleView::RowWithHidden(int index) const {
+  if (!dressed_.HidesIn(index, rules_)) return std::nullopt;
+  return dressed_.Row(reading_.Lines(), index, rules_);
+}
+
+void ArticleView::PlaceScrollBar(const QRect& area, bool plain) {
+  scrollBar_->SetPlain(plain);
+  scrollBar_->PlaceIn(area);
+  Review();
+}
+
+}  // namespace quillet

@@ -1,0 +1,172 @@
+// The open article as a whole, scrolled in the window: keeps its lines current, moves through them, and says
+// what the picture shows. The view asks it first for keys and wheel turns, and draws its page in place of the
+// BBS's screen while it is shown. User-interface thread.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include <QByteArray>
+#include <QObject>
+#include <QTimer>
+
+#include "app/document/quill_doc.h"
+#include "app/page/article_scroll_bar.h"
+#include "bbs/article_reading.h"
+#include "input/article_paging.h"
+#include "render/article_bar.h"
+#include "render/paint/frame_painter.h"
+#include "render/style/styled_article.h"
+
+namespace quillet {
+
+class ArticleView : public QObject {
+  Q_OBJECT
+
+ public:
+  // Both outlive the view; the scroll bar lies in `parent`.
+  ArticleView(CQuillDoc& doc, QWidget& parent);
+  ~ArticleView() override;
+
+  // Settings, lists or the Tab key's state are different.
+  void SetRules(const StyleRules& rules);
+  // The document has seen the screen before.
+  void OnScreen(const ScreenSnapshot& screen);
+  // A few times a second. `mayRefresh`: as for the reading, whether the article moves or not.
+  void OnTick(bool mayRefresh);
+  // Before anything of the user's goes to the BBS.
+  void OnUserKey();
+  // The same for an automation's: nothing of the reading's own comes between its keys.
+  void OnAutomationKey();
+  // For a connection that begins: nothing of the article is the new one's.
+  void Forget();
+  // Rows of the window in which lines of the article are seen, 1 to kLinesShown: the lowest above the bar.
+  void SetLinesInSight(int lines);
+  int LinesInSight() const { return inSight_; }
+  // An automation of the client's own works under the article: a page that is shown stays meanwhile.
+  void SetHeld(bool held);
+
+  // The local page stands in the picture.
+  bool IsShown() const;
+  // Fills page, caret and progress of `frame`. Only while shown.
+  void Compose(FrameState& frame) const;
+  // The line in a row of the picture above the bar, seen or not; outside 0 to LineCount() - 1 where there is
+  // none.
+  int LineAtRow(int row) const { return top_ + row - (kLinesShown - inSight_); }
+  // Its lines stand in the picture as they do on the BBS's page, whose row 0 holds this line of the article.
+  bool StandsLikePage(int firstLine, int rows) const;
+  // What the bottom row's captions do. Empty while not shown.
+  const std::vector<CaptionArea>& Captions() const { return bar_.areas; }
+
+  // Where it stands, for deciding about a key.
+  PagingState Paging() const;
+  // Carries out what a key was decided to mean. False: the key is to go to the BBS.
+  bool ApplyPaging(const PagingAction& action);
+  // Lines to move by, positive down. False when there is nothing to move: no article is shown, or it fits the
+  // page.
+  bool ScrollBy(int lines);
+  void ScrollTo(int top);
+  void GoToFirstPush();
+  // Stands here again when an automation that leads the BBS away has led it back.
+  void KeepPlace();
+  // Or rather at the end, and at what is still added to it. Nothing where the user has typed meanwhile.
+  void ShowEnd();
+  // The pointer is over this command's caption.
+  void SetHovered(ArticleCommand command);
+
+  // The scroll bar goes to the right edge of `area`, in widget units; the window is wide enough or it lies
+  // over the right margin. `plain`: in disguise.
+  void PlaceScrollBar(const QRect& area, bool plain);
+  // In widget units; 0 while there is none.
+  int ScrollBarWidth() const { return scrollBar_->isHidden() ? 0 : scrollBar_->width(); }
+  int TopLine() const { return top_; }
+  int TargetLine() const { return target_; }
+  int LineCount() const { return dressed_.Count(); }
+  // Another number when lines may be shown, hidden or left out that were not so before.
+  unsigned RulesVersion() const { return rulesVersion_; }
+  // The article's line behind a shown one; null where there is none, or while it is read anew.
+  const ArticleLine* ShownLine(int index) const;
+  // The look of a shown line; an empty row where there is none.
+  PageRow ShownRow(int index) const { return dressed_.Row(reading_.Lines(), index, rules_); }
+  // The look of a shown line in which the user's lists hide something; nothing for all others.
+  std::optional<PageRow> RowWithHidden(int index) const;
+  const ArticleReading& Reading() const { return reading_; }
+
+ signals:
+  // The picture is different. Not sent by SetRules and OnScreen: who calls them draws anyway.
+  void Changed();
+  // The lines of the article before are gone; another's have taken their place, or none.
+  void OtherArticle();
+  // New push lines, or a changed text, as AutoRefreshPush found them.
+  void NewsArrived(const quillet::ArticleNews& news);
+  // "b" and the like, decided by the keys, for the BBS.
+  void BytesForBbs(const QByteArray& bytes);
+
+ private:
+  // What stays when the article grows or the list of its shown lines changes.
+  enum class Stay {
+    kAtLine,  // the line at the top
+    kAtEnd    // the end, which moves on with the article
+  };
+  enum class Motion { kEased, kAtOnce };
+
+  // Takes in what the reading knows.
+  void Follow();
+  // Whether the lines are another article's than at the last call.
+  bool IsAnotherArticle();
+
+  int LastTopLine() const { return LastTop(dressed_.Count(), inSight_); }
+  // The top that brings a line of the article there, as far as lines are known.
+  int TopOf(int line) const;
+  void StandAt(int line);
+  void StandWhereWanted();
+  void GoTo(int top, Motion motion, Stay stay);
+  // As far as lines are known; the rest of the way as they come.
+  void GoBeyond(int top);
+  void Step();
+  // It scrolls, or the user holds the scroll bar.
+  bool IsMoving() const { return top_ != target_ || scrollBar_->isSliderDown(); }
+  // The user's wish.
+  void MoveTo(int top, Motion motion, Stay stay);
+
+  // Sees to it that the reading goes on no later than it may.
+  void ReadOnInTime();
+  // Brings both bars to the state of now.
+  void Review();
+  ArticleBarInput BarInput() const;
+
+  CQuillDoc& doc_;
+  StyleRules rules_;
+  ArticleReading reading_;
+  StyledArticle dressed_;
+  std::int64_t postTime_ = 0;       // of the article that the lines are of; 0 not known
+  std::vector<ScreenRow> opening_;  // the first lines; they tell one article from another
+  std::unique_ptr<ArticleScrollBar> scrollBar_;
+  QTimer animation_;
+  QTimer readOn_;
+
+  int inSight_ = kLinesShown;
+  unsigned rulesVersion_ = 0;
+  int top_ = 0;
+  int target_ = 0;
+  int anchor_ = 0;  // the line of the article that stands, or is to stand, at the top
+  int beyond_ = 0;  // lines past the target that the user has asked for and that are yet to come
+  Stay stay_ = Stay::kAtLine;
+  // Where to stand in an article whatever page of it the BBS comes back to.
+  struct Wish {
+    ArticleInfo article;
+    int line = 0;  // or kEnd
+  };
+  static constexpr int kEnd = -1;
+  std::optional<Wish> wanted_;  // until the user types or moves
+
+  bool held_ = false;
+  bool atBbsEnd_ = false;  // the BBS's reader shows the last page
+  bool mayRefresh_ = false;
+  bool bookmarked_ = false;
+  ArticleCommand hovered_ = ArticleCommand::kNone;
+  ArticleBar bar_;
+};
+
+}  // namespace quillet

@@ -1,0 +1,170 @@
+#include "app/page/page_composer.h"
+
+#include <algorithm>
+
+#include "bbs/page_flags.h"
+#include "input/accepts_text.h"
+#include "platform/clock.h"
+#include "render/style/styled_screen.h"
+#include "settings/track_words.h"
+
+namespace quillet {
+namespace {
+
+constexpr int kStatusRow = kRows - 1;
+// Prompts take the status line and the row above it.
+constexpr int kPromptRow = kStatusRow - 1;
+// The pages on which something is revealed; going from one kind to another ends it.
+constexpr std::uint32_t kRevealingPages = PF_READING | PF_ARTICLE_LIST;
+
+bool IsSameRow(const ScreenSnapshot& one, const ScreenSnapshot& other, int row) {
+  const auto index = static_cast<std::size_t>(row);
+  return std::equal(one.text[index].begin(), one.text[index].begin() + kCols, other.text[index].begin()) &&
+         std::equal(one.attr[index].begin(), one.attr[index].begin() + kCols, other.attr[index].begin());
+}
+
+}  // namespace
+
+PageComposer::PageComposer(CQuillDoc& doc, ArticleView& article) : doc_(doc), article_(article) {
+  RefreshRules();
+}
+
+void PageComposer::RefreshRules() {
+  rules_.settings = &doc_.Fields();
+  rules_.names = &doc_.Store().Names();
+  rules_.titleWords = &doc_.Store().TitleWords();
+  rules_.keywords = Keywords(WordsOfTrackRules(doc_.Store().Map().TrackLines()));
+  rules_.myId = doc_.LoginId();
+  rules_.reveal = reveal_.Shown();
+  rules_.now = SecondsNow();
+  article_.SetRules(rules_);
+}
+
+void PageComposer::PressReveal(std::int64_t now) {
+  reveal_.Press(now);
+  RefreshRules();
+}
+
+bool PageComposer::EndReveal() {
+  if (reveal_.Shown() == Reveal::kNothing) return false;
+  reveal_.Reset();
+  RefreshRules();
+  return true;
+}
+
+std::string PageComposer::OnScreen(const ScreenSnapshot& screen) {
+  const std::uint32_t kind = screen.pageFlags & kRevealingPages;
+  if (kind != pageKind_) EndReveal();
+  pageKind_ = kind;
+  if (rules_.myId != doc_.LoginId()) RefreshRules();
+  if (article_.IsShown())
+    covered_ = screen;
+  else if (!doc_.IsArticleOpen())
+    covered_.reset();
+  acceptsText_ = quillet::AcceptsText(screen);
+  return sight_.OnScreen(screen);
+}
+
+void PageComposer::Compose(const ScreenSnapshot& screen, bool caretShown, FrameState& frame) {
+  rules_.now = SecondsNow();
+  frame.progress = 0;
+  frame.caretRow = -1;
+  if (article_.IsShown()) {
+    article_.Compose(frame);
+    captions_ = article_.Captions();
+    rowOf_.fill(-1);
+    return;
+  }
+  ComposeScreen(screen, frame);
+  if (IsPromptOverArticle(screen)) KeepArticleAbovePrompt(screen, frame);
+  if (caretShown && screen.CursorInside()) {
+    frame.caretRow = PageRowOf(screen.cursorRow);
+    frame.caretCol = screen.cursorCol;
+    frame.caretShape = acceptsText_ ? CaretShape::kBlock : CaretShape::kLine;
+  }
+}
+
+void PageComposer::ComposeScreen(const ScreenSnapshot& screen, FrameState& frame) {
+  captions_.clear();
+  const StyledScreen dressed = StyleScreen(doc_.PageReader(), screen, rules_, doc_.OpenArticle().postTime);
+  frame.page = dressed.page;
+  rowOf_ = dressed.rowOf;
+  if (sight_.IsNarrow()) MoveIntoSight(PageRowOf(screen.cursorRow), frame.page);
+  if (!OffersCommands(screen)) return;
+  ArticleBar bar = MakeArticleBarOver(frame.page[kStatusRow],
+                                      {.bookmarked = doc_.IsOpenArticleBookmarked(),
+                                       .offers = {ArticleCommand::kBookmark, ArticleCommand::kPush,
+                                                  ArticleCommand::kPushOn, ArticleCommand::kGiveMoney},
+                                       .hovered = hovered_});
+  frame.page[kStatusRow] = std::move(bar.row);
+  captions_ = std::move(bar.areas);
+}
+
+bool PageComposer::SetRowsInSight(int rows) {
+  const int above = rows - 1;
+  if (above == sight_.Rows()) return false;
+  sight_.SetRows(above);
+  article_.SetLinesInSight(above);
+  return true;
+}
+
+// The bottom row stays; the row that is cut by the window's edge shows what stands above.
+void PageComposer::MoveIntoSight(int cursorRow, Page& page) {
+  const int first = kStatusRow - sight_.Rows();
+  const int shift = sight_.TopFor(cursorRow) - first;
+  const Page before = page;
+  const auto rowBefore = rowOf_;
+  for (int row = 0; row < kStatusRow; ++row) {
+    const auto to = static_cast<std::size_t>(row);
+    const auto from = static_cast<std::size_t>(std::max(row + shift, 0));
+    page[to] = row + shift < 0 ? PageRow{} : before[from];
+    rowOf_[to] = row < first ? -1 : rowBefore[from];
+  }
+}
+
+bool PageComposer::IsPromptOverArticle(const ScreenSnapshot& screen) const {
+  if (!covered_ || article_.LineCount() == 0 || !doc_.Fields().webArticle) return false;
+  for (int row = 0; row < kPromptRow; ++row)
+    if (!IsSameRow(screen, *covered_, row)) return false;
+  // What is asked is about the BBS's page, and is seen over no other.
+  const std::optional<int> top = article_.Reading().Lines().TopOf(*covered_);
+  return top && article_.StandsLikePage(*top, kLinesShown);
+}
+
+void PageComposer::KeepArticleAbovePrompt(const ScreenSnapshot& screen, FrameState& frame) {
+  PageRow above = std::move(frame.page[kPromptRow]);
+  PageRow prompt = std::move(frame.page[kStatusRow]);
+  article_.Compose(frame);
+  if (!IsSameRow(screen, *covered_, kPromptRow)) frame.page[kPromptRow] = std::move(above);
+  frame.page[kStatusRow] = std::move(prompt);
+  for (int row = 0; row < kRows; ++row)
+    rowOf_[static_cast<std::size_t>(row)] = row < kPromptRow ? -1 : row;
+}
+
+bool PageComposer::OffersCommands(const ScreenSnapshot& screen) const {
+  return (screen.pageFlags & PF_READING) != 0 && doc_.OpenArticle().IsArticle() &&
+         !doc_.Fields().hideTopLeftIcons;
+}
+
+bool PageComposer::Offers(ArticleCommand command) const {
+  return std::any_of(captions_.begin(), captions_.end(),
+                     [command](const CaptionArea& area) { return area.command == command; });
+}
+
+ArticleCommand PageComposer::CommandAt(int row, int col) const {
+  return row == kStatusRow ? quillet::CommandAt(captions_, col) : ArticleCommand::kNone;
+}
+
+bool PageComposer::SetHovered(ArticleCommand command) {
+  if (command == hovered_) return false;
+  hovered_ = command;
+  article_.SetHovered(command);
+  return true;
+}
+
+int PageComposer::PageRowOf(int screenRow) const {
+  const auto* const found = std::find(rowOf_.begin(), rowOf_.end(), screenRow);
+  return found == rowOf_.end() ? -1 : static_cast<int>(found - rowOf_.begin());
+}
+
+}  // namespace quillet

@@ -1,0 +1,48 @@
+// Looks at every screen of a connection, also at those that the view never takes over, and keeps what they
+// tell by following one another: which article is open, who logs in, that the user has pushed. The message
+// target owns it and guards it: any thread, one at a time.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "app/session/login_id_watch.h"
+#include "bbs/article_info.h"
+#include "bbs/push_watch.h"
+#include "core/screen_snapshot.h"
+#include "core/screen_watcher.h"
+
+namespace quillet {
+
+// What the screens up to the newest one have told.
+struct Sightings {
+  ArticleInfo article;
+  bool articleOpen = false;           // even where its header has not been seen
+  std::u16string loginId;             // empty while nobody is known to be logged in
+  std::optional<ArticleInfo> pushed;  // the article that has been pushed to since they were taken last
+};
+
+class ScreenWitness {
+ public:
+  // The next screen, classified; tells it whether a push prompt lies over an open article. `now` in seconds
+  // since 1970.
+  void Look(ScreenSnapshot& screen, ScreenReason reason, std::int64_t now);
+  Sightings Take();
+
+  // What is known of the login without looking.
+  LoginIdWatch& Login() { return login_; }
+  // An automation has pushed, and tells of it itself.
+  void ForgetPush();
+
+ private:
+  PageFacts facts_;
+  ArticleTracker article_{facts_};
+  LoginIdWatch login_;
+  PushWatch push_;
+  std::uint32_t lastFlags_ = 0;  // of the screen that came last
+  ArticleInfo pushing_;          // open when a push was last asked for
+  std::optional<ArticleInfo> pushed_;
+};
+
+}  // namespace quillet

@@ -1,0 +1,257 @@
+#include "app/window/main_frame.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QScreen>
+#include <QWindow>
+
+#include "app/dialogs/connect_dialog.h"
+#include "app/dialogs/id_dialog.h"
+#include "app/dialogs/jump_dialog.h"
+#include "app/dialogs/site_choice.h"
+#include "app/messages/window_title.h"
+#include "app/window/window_icon.h"
+#include "settings/dialog/add_black_dlg.h"
+#include "settings/dialog/options_dlg.h"
+
+namespace quillet {
+namespace {
+
+constexpr QSize kFirstSize(1280, 720);
+// Glyphs of 12 pixels, the smallest that the layout draws.
+constexpr QSize kSmallestView(480, 288);
+// The narrow layout: 33 characters of 12 pixels and four rows; at first eight rows of 17.
+constexpr QSize kSmallestNarrowView(396, 48);
+constexpr QSize kFirstNarrowView(528, 136);
+
+}  // namespace
+
+CMainFrame::CMainFrame(CQuillDoc& doc, QWidget* parent)
+    : QMainWindow(parent), doc_(doc), view_(new CQuillView(doc, this)) {
+  setCentralWidget(view_);
+  MakeMenus();
+  setMinimumSize(kSmallestView + QSize(0, menuBar()->sizeHint().height()));
+  connect(view_, &CQuillView::CommandRequested, this, &CMainFrame::OnCommand);
+  connect(view_, &CQuillView::DemoRequested, this, &CMainFrame::DemoRequested);
+  connect(view_, &CQuillView::OptionsRequested, this, &CMainFrame::ShowOptions);
+  connect(view_, &CQuillView::NamesRequested, this, &CMainFrame::AddToNames);
+  connect(&doc_, &CQuillDoc::StatusChanged, this, &CMainFrame::OnStatusChanged);
+  connect(&doc_, &CQuillDoc::SettingsChanged, this, &CMainFrame::OnSettingsChanged);
+  OnStatusChanged();
+  OnSettingsChanged();
+  const QSize room = LargestView();
+  const bool fits = kFirstSize.width() <= room.width() && kFirstSize.height() <= room.height();
+  SizeForView(fits ? kFirstSize : kFirstSize.scaled(room, Qt::KeepAspectRatio));
+  RestorePlace();
+  view_->setFocus();
+}
+
+void CMainFrame::SizeForView(QSize view) {
+  resize(view + QSize(0, MenuHeight()));
+}
+
+QSize CMainFrame::LargestView() const {
+  // Title bar and borders are not known before the window is shown.
+  constexpr QSize kDecorations(16, 48);
+  return screen()->availableGeometry().size() - kDecorations - QSize(0, MenuHeight());
+}
+
+int CMainFrame::MenuHeight() const {
+  return menuBar()->isVisibleTo(this) ? menuBar()->sizeHint().height() : 0;
+}
+
+void CMainFrame::AskAddress() {
+  doc_.RefreshSettings();
+  ConnectDlg dialog(ProposedAddress(QString::fromStdU16String(doc_.Fields().site), doc_.Hosts().mainHost),
+                    doc_.RecentSites(), this);
+  connect(&dialog, &ConnectDlg::SiteNamed, this, [this](const QString& address, const QString& name) {
+    doc_.ChangeMap([&](SettingsMap& map) { NameSite(map, address.toStdU16String(), name.toStdU16String()); });
+  });
+  connect(&dialog, &ConnectDlg::SiteRemoved, this, [this](const QString& address) {
+    doc_.ChangeMap([&](SettingsMap& map) { ForgetSite(map, address.toStdU16String()); });
+  });
+  const int answer = dialog.exec();
+  activateWindow();
+  if (answer != QDialog::Accepted) return;
+  if (dialog.Chosen() == ConnectDlg::Choice::kDemo) {
+    OpenDemo();
+    return;
+  }
+  view_->Leaving().Before(LeaveFor::kOtherSite, [this, address = dialog.Address()] {
+    doc_.Open({.address = address, .name = {}, .makeTransport = {}});
+  });
+}
+
+void CMainFrame::OpenDemo() {
+  view_->Leaving().Before(LeaveFor::kOtherSite, [this] { emit DemoRequested(nullptr); });
+}
+
+void CMainFrame::Disconnect() {
+  view_->Leaving().Before(LeaveFor::kDisconnecting, [this] { doc_.Disconnect(); });
+}
+
+void CMainFrame::Reconnect() {
+  // Where nothing is answered nobody can log out.
+  if (doc_.Answer() == AnswerWait::State::kStalled) return doc_.Reconnect();
+  view_->Leaving().Before(LeaveFor::kReconnecting, [this] { doc_.Reconnect(); });
+}
+
+void CMainFrame::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  const bool activated = event->type() == QEvent::ActivationChange && isActiveWindow();
+  if (activated && QApplication::activeModalWidget() == nullptr) doc_.RefreshSettings();
+}
+
+void CMainFrame::ShowOptions() {
+  doc_.RefreshSettings();
+  CQuillOptionDlg dialog(doc_.Store(), {}, this);
+  const int answer = dialog.exec();
+  activateWindow();
+  if (answer == QDialog::Accepted) doc_.ApplySettings();
+}
+
+void CMainFrame::AskForName() {
+  IdDlg question(view_->IdInQuestion(), this);
+  if (question.exec() == QDialog::Accepted) AddToNames(question.Id());
+  activateWindow();
+}
+
+void CMainFrame::AddToNames(const QString& id) {
+  doc_.RefreshSettings();
+  AddBlackDlg dialog(doc_.Store(), id, this);
+  if (dialog.exec() == QDialog::Accepted) {
+    doc_.ApplySettings();
+    view_->NoteAddedName(id);
+  }
+  activateWindow();
+}
+
+void CMainFrame::OpenUserPage() {
+  IdDlg question(view_->IdInQuestion(), this);
+  const int answer = question.exec();
+  activateWindow();
+  if (answer == QDialog::Accepted) view_->OpenUserPage(question.Id());
+}
+
+void CMainFrame::JumpToArticle() {
+  if (!doc_.IsConnected()) return view_->ShowNotice(DescribeNoJump(false));
+  JumpDlg dialog(WebHostsOf(doc_.Hosts()), QString::fromStdU16String(doc_.OpenArticle().board),
+                 QGuiApplication::clipboard()->text(), this);
+  const int answer = dialog.exec();
+  activateWindow();
+  if (answer != QDialog::Accepted) return;
+  if (!doc_.JumpTo(dialog.Article())) view_->ShowNotice(DescribeNoJump(doc_.IsConnected()));
+}
+
+void CMainFrame::OnCommand(KeyCommand command) {
+  if (command == KeyCommand::kConnect)
+    AskAddress();
+  else if (command == KeyCommand::kFullScreen)
+    ToggleFullScreen();
+  else if (command == KeyCommand::kWorkMode)
+    ToggleWorkMode();
+}
+
+void CMainFrame::ShowTitle() {
+  const Settings& settings = doc_.Fields();
+  setWindowTitle(DescribeTitle(
+      doc_.Facts(), {.work = settings.work,
+                     .news = doc_.Driver().Status() == ConnectionStatus::kSomethingNew,
+                     .id = settings.titleShowId ? QString::fromStdU16String(doc_.LoginId()) : QString()}));
+}
+
+void CMainFrame::OnStatusChanged() {
+  ShowTitle();
+  disconnect_->setEnabled(doc_.IsConnected() || doc_.IsConnecting());
+  // A dead connection looks as if it were up as long as nothing is sent.
+  const bool begun = doc_.Session().state == kStateClosed || doc_.IsConnected();
+  reconnect_->setEnabled(begun && !doc_.IsConnecting());
+}
+
+void CMainFrame::ToggleFullScreen() {
+  const bool full = !isFullScreen();
+  menuBar()->setVisible(!full);
+  // Not every window manager keeps both.
+  if (full) wasMaximized_ = isMaximized();
+  setWindowState(
+      windowState().setFlag(Qt::WindowFullScreen, full).setFlag(Qt::WindowMaximized, wasMaximized_));
+  fullScreen_->setChecked(full);
+  view_->setFocus();
+}
+
+void CMainFrame::OnSettingsChanged() {
+  const bool work = doc_.Fields().work;
+  workMode_->setChecked(work);
+  workMenus_->Show(work ? MenuFace::kEditor : MenuFace::kOwn);
+  // None at all would hide the application's own.
+  setWindowIcon(work ? MakeDisguiseIcon() : MakeWindowIcon());
+  ShowTitle();
+  ApplyTopmost();
+}
+
+void CMainFrame::ApplyLayout(LayoutMode mode) {
+  if (mode == layout_) return;
+  const bool wasNarrow = layout_ == LayoutMode::kNarrow;
+  layout_ = mode;
+  const bool narrow = mode == LayoutMode::kNarrow;
+  const QSize before = normalGeometry().size();
+  setMinimumSize((narrow ? kSmallestNarrowView : kSmallestView) + QSize(0, menuBar()->sizeHint().height()));
+  // The small window and the usual one have sizes of their own.
+  const bool resizes = !isMaximized() && !isFullScreen();
+  if (narrow) {
+    usualSize_ = before;
+    if (resizes && smallSize_.isEmpty()) SizeForView(kFirstNarrowView);
+    if (resizes && !smallSize_.isEmpty()) resize(smallSize_);
+  } else if (wasNarrow) {
+    smallSize_ = before;
+    if (resizes && !usualSize_.isEmpty()) resize(usualSize_);
+  }
+  view_->SetLayoutMode(mode);
+}
+
+void CMainFrame::ToggleWorkMode() {
+  doc_.Change(u"Basic", u"Work", doc_.Fields().work ? u"0" : u"1");
+}
+
+void CMainFrame::ApplyTopmost() {
+  const bool on = doc_.Fields().topmost;
+  if (windowFlags().testFlag(Qt::WindowStaysOnTopHint) == on) return;
+  // The window that is up is told by itself: the widget's own way hides it, and it comes back elsewhere and
+  // without the keyboard.
+  overrideWindowFlags(windowFlags().setFlag(Qt::WindowStaysOnTopHint, on));
+  if (windowHandle() != nullptr) windowHandle()->setFlag(Qt::WindowStaysOnTopHint, on);
+}
+
+void CMainFrame::ShowAbout() {
+  if (doc_.Fields().work) return ShowEditorAbout(*this);
+  QMessageBox box(QMessageBox::NoIcon, u"關於 Quillet"_qs,
+                  u"<b>Quillet %1</b>"_qs.arg(QCoreApplication::applicationVersion()), QMessageBox::NoButton,
+                  this);
+  box.setInformativeText(
+      u"連上中文電子佈告欄的桌面程式。<br><br>字元對照表取自 uao-js 套件（MIT 授權），資料來自 MozTW 計畫的 UAO 2.50。"_qs);
+  box.addButton(u"關閉"_qs, QMessageBox::AcceptRole);
+  box.exec();
+  activateWindow();
+}
+
+void CMainFrame::closeEvent(QCloseEvent* event) {
+  RememberPlace();
+  // The end of the desktop's session waits for no answer.
+  if (!qApp->isSavingSession() && !view_->Leaving().IsFree(LeaveFor::kClosing)) {
+    event->ignore();
+    view_->Leaving().Before(LeaveFor::kClosing, [this] {
+      doc_.Disconnect();
+      QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+    });
+    return;
+  }
+  doc_.Disconnect();
+  event->accept();
+}
+
+}  // namespace quillet

@@ -1,0 +1,91 @@
+// The main window: menus, title, size, full screen, around the one view. User-interface thread.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <QActionGroup>
+#include <QMainWindow>
+
+#include "app/window/quill_view.h"
+#include "app/window/work_menus.h"
+
+namespace quillet {
+
+class CMainFrame : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  // `doc` outlives the frame.
+  explicit CMainFrame(CQuillDoc& doc, QWidget* parent = nullptr);
+
+  CQuillView& View() { return *view_; }
+  // Makes the view this large, however large the screen is.
+  void SizeForView(QSize view);
+  // Asks for an address and connects, or asks for the demo.
+  void AskAddress();
+  // These three give up a login only after a question.
+  void OpenDemo();
+  void Disconnect();
+  void Reconnect();
+  void ShowOptions();
+  // Asks for an article and goes there.
+  void JumpToArticle();
+  // Asks for an id and lets the user note it in the black and white lists.
+  void AskForName();
+  // The same for an id that is known.
+  void AddToNames(const QString& id);
+  // Asks for an id and opens its user's page on the web.
+  void OpenUserPage();
+
+ signals:
+  // With a login, or null.
+  void DemoRequested(const quillet::LoginOrder& login);
+
+ protected:
+  void changeEvent(QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  QSize LargestView() const;
+  int MenuHeight() const;
+  void MakeMenus();
+  void MakeConnectionMenu();
+  void MakeEditMenu();
+  void AddSearch(QMenu& menu, SearchEngine engine, const QKeySequence& keys);
+  void MakeLookMenu();
+  void AddPlaces(QMenu& menu);
+  void MakeArticleMenu();
+  void MakeSettingsMenu();
+  void ApplyLayout(LayoutMode mode);
+  // Where the window was when the program ended, and how, if that is known.
+  void RestorePlace();
+  void RememberPlace();
+  void OnCommand(KeyCommand command);
+  void OnStatusChanged();
+  void ShowTitle();
+  void ToggleFullScreen();
+  void OnSettingsChanged();
+  void ApplyTopmost();
+  void ToggleWorkMode();
+  void ShowAbout();
+
+  CQuillDoc& doc_;
+  CQuillView* view_;
+  QAction* disconnect_ = nullptr;
+  QAction* reconnect_ = nullptr;
+  QAction* fullScreen_ = nullptr;
+  QAction* workMode_ = nullptr;
+  QActionGroup* layouts_ = nullptr;  // by mode
+  QAction* quit_ = nullptr;
+  QAction* copy_ = nullptr;
+  QAction* paste_ = nullptr;
+  QAction* selectAll_ = nullptr;
+  std::unique_ptr<WorkMenus> workMenus_;
+  LayoutMode layout_ = LayoutMode::kOrdinary;
+  QSize usualSize_;            // before the small window was chosen
+  QSize smallSize_;            // before the small window was left
+  bool wasMaximized_ = false;  // before full screen
+};
+
+}  // namespace quillet

@@ -1,0 +1,138 @@
+#include "app/window/quill_app.h"
+
+#include <cstdio>
+
+#include <QFileInfo>
+#include <QTimer>
+
+#include "app/document/resources.h"
+#include "app/window/toolkit.h"
+#include "app/window/window_signaller.h"
+#include "core/replay_transport.h"
+
+namespace quillet {
+namespace {
+
+constexpr int kExitWrongUsage = 2;
+
+void NameTheProgram() {
+  QCoreApplication::setApplicationName("Quillet");
+  QCoreApplication::setApplicationVersion(QUILLET_VERSION);
+}
+
+// --help and --version are answered where no window can be opened too.
+bool AsksForTextOnly(int argc, char** argv) {
+  for (int i = 1; i < argc; ++i)
+    for (const char* option : {"--help", "-h", "-?", "--version", "-v"})
+      if (std::string_view(argv[i]) == option) return true;
+  return false;
+}
+
+int Report(const StartParse& parsed) {
+  const bool wrong = parsed.result == StartParse::Result::kWrong;
+  std::fputs(qPrintable(parsed.text), wrong ? stderr : stdout);
+  return wrong ? kExitWrongUsage : 0;
+}
+
+}  // namespace
+
+CQuillApp::CQuillApp(QApplication& toolkit, StartOptions options, TourSettings tour)
+    : toolkit_(toolkit), options_(std::move(options)), tour_(std::move(tour)) {
+  tour_.folder = options_.tourFolder;
+  places_ = options_.tourFolder.isEmpty() ? OwnPlaces() : PlacesForOneRun();
+}
+
+CQuillApp::~CQuillApp() = default;
+
+int CQuillApp::Run() {
+  PrepareToolkit();
+  InitInstance();
+  frame_->show();
+  // Where no window manager gives the keyboard away, one has to ask for it.
+  frame_->activateWindow();
+  QTimer::singleShot(0, frame_.get(), [this] { Start(); });
+  return toolkit_.exec();
+}
+
+void CQuillApp::InitInstance() {
+  Resources resources = LoadResources();
+  auto signaller = std::make_unique<WindowSignaller>();
+  doc_ = std::make_unique<CQuillDoc>(DocumentParts{.endpoints = std::move(resources.endpoints),
+                                                   .signaller = *signaller,
+                                                   .registry = *places_.registry,
+                                                   .opener = opener_,
+                                                   .folders = places_.folders});
+  frame_ = std::make_unique<CMainFrame>(*doc_);
+  signaller->SetWindow(frame_.get());
+  signaller_ = std::move(signaller);
+  QObject::connect(frame_.get(), &CMainFrame::DemoRequested, frame_.get(),
+                   [this](const LoginOrder& login) { OpenDemo(login); });
+  frame_->View().ShowNotice(DescribeTables(resources.tables, resources.dataFolder));
+}
+
+void CQuillApp::Start() {
+  if (!options_.tourFolder.isEmpty())
+    RunTour();
+  else if (options_.demo)
+    OpenDemo();
+  else if (!options_.replayFile.isEmpty())
+    OpenReplay();
+  else if (!options_.address.isEmpty())
+    doc_->Open({.address = options_.address, .name = {}, .makeTransport = {}});
+  else
+    frame_->View().AskLogin();
+}
+
+void CQuillApp::OpenDemo(const LoginOrder& login) {
+  if (!demo_) {
+    DemoOptions options;
+    options.contentFolder = options_.contentFolder.isEmpty()
+                                ? DefaultDemoContent()
+                                : std::filesystem::path(options_.contentFolder.toStdU16String());
+    options.UseNames(doc_->Hosts());
+    demo_ = std::make_unique<DemoServer>(std::move(options));
+  }
+  if (!demo_->Error().empty()) {
+    frame_->View().ShowNotice(DescribeDemoFailure(QString::fromStdString(demo_->Error())));
+    demo_.reset();
+    return;
+  }
+  Site site{.address = QString::fromStdString(demo_->Address()),
+            .name = u"示範站台"_qs,
+            .makeTransport = {},
+            .isBbs = true};
+  if (login)
+    doc_->LogIn(std::move(site), login);
+  else
+    doc_->Open(std::move(site));
+}
+
+void CQuillApp::OpenReplay() {
+  const std::filesystem::path file(options_.replayFile.toStdU16String());
+  const auto speed = static_cast<std::uint32_t>(options_.speed.value_or(0));
+  doc_->Open({.address = options_.replayFile,
+              .name = QFileInfo(options_.replayFile).fileName(),
+              .makeTransport = [file, speed] { return std::make_unique<ReplayTransport>(file, speed); }});
+}
+
+void CQuillApp::RunTour() {
+  OpenDemo();
+  const TourResult result = WalkTour(*frame_, tour_);
+  std::fputs(qPrintable(result.message + '\n'), result.ok ? stdout : stderr);
+  toolkit_.exit(result.ok ? 0 : 1);
+}
+
+int RunQuillet(int argc, char** argv) {
+  NameTheProgram();
+  if (AsksForTextOnly(argc, argv)) {
+    const QCoreApplication windowless(argc, argv);
+    return Report(ParseStartOptions(QCoreApplication::arguments()));
+  }
+  QApplication toolkit(argc, argv);
+  StartParse parsed = ParseStartOptions(QApplication::arguments());
+  if (parsed.result != StartParse::Result::kRun) return Report(parsed);
+  CQuillApp app(toolkit, std::move(parsed.options));
+  return app.Run();
+}
+
+}  // namespace quillet

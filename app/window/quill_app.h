@@ -1,0 +1,51 @@
+// The application object: start-up, and the things that live as long as the program. User-interface thread.
+#pragma once
+
+#include <memory>
+
+#include <QApplication>
+
+#include "app/document/quill_doc.h"
+#include "app/document/user_places.h"
+#include "app/window/main_frame.h"
+#include "app/window/start_options.h"
+#include "app/window/tour/tour.h"
+#include "demo/demo_server.h"
+#include "platform/opener.h"
+
+namespace quillet {
+
+class CQuillApp {
+ public:
+  // `tour` says how a tour is taken, should the options ask for one; its folder is theirs.
+  CQuillApp(QApplication& toolkit, StartOptions options, TourSettings tour = {});
+  ~CQuillApp();
+
+  // Shows the window, does what the options ask for, and returns the program's exit code when it ends.
+  int Run();
+
+ private:
+  // Tables, endpoints, document, window. What is missing is told on the window.
+  void InitInstance();
+  // The first thing that the window does once it is up.
+  void Start();
+  // Logs in there unless `login` is null.
+  void OpenDemo(const LoginOrder& login = nullptr);
+  void OpenReplay();
+  void RunTour();
+
+  QApplication& toolkit_;
+  StartOptions options_;
+  TourSettings tour_;
+  std::unique_ptr<DemoServer> demo_;
+  UserPlaces places_;
+  std::unique_ptr<Signaller> signaller_;
+  SystemOpener opener_;
+  std::unique_ptr<CQuillDoc> doc_;
+  std::unique_ptr<CMainFrame> frame_;
+};
+
+// What main does. `argc` and `argv` as there.
+int RunQuillet(int argc, char** argv);
+
+}  // namespace quillet

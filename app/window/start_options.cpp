@@ -1,0 +1,69 @@
+#include "app/window/start_options.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
+namespace quillet {
+namespace {
+
+StartParse Wrong(const QString& why) {
+  return {.result = StartParse::Result::kWrong,
+          .options = {},
+          .text = QStringLiteral("quillet: %1\nTry \"quillet --help\".\n").arg(why)};
+}
+
+// What contradicts itself, or nothing.
+QString ComplaintAbout(const StartOptions& options) {
+  const int aims =
+      (options.address.isEmpty() ? 0 : 1) + (options.demo ? 1 : 0) + (options.replayFile.isEmpty() ? 0 : 1);
+  if (aims > 1) return QStringLiteral("ADDRESS, --demo and --replay exclude one another");
+  if (options.speed && options.replayFile.isEmpty()) return QStringLiteral("--speed needs --replay");
+  if (!options.tourFolder.isEmpty() && !options.demo) return QStringLiteral("--tour needs --demo");
+  if (!options.contentFolder.isEmpty() && !options.demo) return QStringLiteral("--content needs --demo");
+  return {};
+}
+
+}  // namespace
+
+StartParse ParseStartOptions(const QStringList& arguments) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(
+      QStringLiteral("A desktop client for a Chinese-language bulletin-board system."));
+  const QCommandLineOption help = parser.addHelpOption();
+  const QCommandLineOption version = parser.addVersionOption();
+  const QCommandLineOption demo("demo", "Start the demo BBS inside the program and connect to it.");
+  const QCommandLineOption replay("replay", "Show a recorded byte stream.", "FILE");
+  const QCommandLineOption speed("speed", "Bytes per second of the replay.", "BYTES_PER_SECOND");
+  const QCommandLineOption tour("tour", "Walk through the demo, save a picture of each page, and end.",
+                                "FOLDER");
+  const QCommandLineOption content("content", "The demo's content folder.", "FOLDER");
+  parser.addOptions({demo, replay, speed, tour, content});
+  parser.addPositionalArgument("ADDRESS", "telnet://host:port, or a bare host name.", "[ADDRESS]");
+
+  if (!parser.parse(arguments)) return Wrong(parser.errorText());
+  if (parser.isSet(help))
+    return {.result = StartParse::Result::kPrintAndQuit, .options = {}, .text = parser.helpText()};
+  if (parser.isSet(version))
+    return {.result = StartParse::Result::kPrintAndQuit,
+            .options = {},
+            .text = QStringLiteral("Quillet %1\n").arg(QCoreApplication::applicationVersion())};
+
+  const QStringList addresses = parser.positionalArguments();
+  if (addresses.size() > 1) return Wrong(QStringLiteral("more than one ADDRESS"));
+  StartParse parsed;
+  StartOptions& options = parsed.options;
+  options.address = addresses.value(0);
+  options.demo = parser.isSet(demo);
+  options.replayFile = parser.value(replay);
+  options.tourFolder = parser.value(tour);
+  options.contentFolder = parser.value(content);
+  if (parser.isSet(speed)) {
+    bool isNumber = false;
+    options.speed = parser.value(speed).toInt(&isNumber);
+    if (!isNumber || *options.speed < 1) return Wrong(QStringLiteral("--speed wants a number of at least 1"));
+  }
+  const QString complaint = ComplaintAbout(options);
+  return complaint.isEmpty() ? parsed : Wrong(complaint);
+}
+
+}  // namespace quillet

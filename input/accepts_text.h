@@ -1,0 +1,14 @@
+// Whether what is typed on a page can be a text, or is only ever taken as commands. An input method belongs
+// to the former alone: on the latter it would compose what is meant as a command. Pure; user-interface
+// thread.
+#pragma once
+
+#include "core/screen_snapshot.h"
+
+namespace quillet {
+
+// Of a classified screen: the editor, the push line and other fields, and a page that nothing is known of.
+// Not the questions that a letter or a digit answers.
+bool AcceptsText(const ScreenSnapshot& screen);
+
+}  // namespace quillet

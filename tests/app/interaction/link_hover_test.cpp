@@ -1,0 +1,188 @@
+#include "app/interaction/link_hover.h"
+
+#include <array>
+#include <gtest/gtest.h>
+#include <utility>
+
+#include <QImage>
+
+#include "tests/support/screen_builder.h"
+#include "tests/support/tables.h"
+
+namespace quillet {
+namespace {
+
+constexpr qreal kUnit = 30;
+const QRectF kArea(0, 0, 900, 24 * kUnit);
+
+// A page that shows the lines from `top` on, down to row 22.
+class Lines : public PictureLines {
+ public:
+  Lines() {
+    for (ArticleLine& line : lines) {
+      line.text.fill(' ');
+      line.attr.fill(kAttrBlank);
+    }
+  }
+  void Put(int line, int col, std::u16string_view text) {
+    lines[static_cast<std::size_t>(line)].text = ScreenBuilder().Put(0, col, text).screen.text[0];
+  }
+
+  int Count() const override { return static_cast<int>(lines.size()); }
+  const ArticleLine& Line(int index) const override { return lines.at(static_cast<std::size_t>(index)); }
+  int LineAtRow(int row) const override {
+    return row >= 0 && row < kRows - 1 && top + row < Count() ? top + row : -1;
+  }
+  int RowOfLine(int line) const override { return line - top; }
+  bool IsArticle() const override { return true; }
+
+  std::array<ArticleLine, 40> lines;
+  int top = 0;
+};
+
+class LinkHoverTest : public WithTables {
+ protected:
+  LinkHoverTest() {
+    lines_.Put(2, 4, u"看 http://a.example/b 與 http://c.example");
+    lines_.Put(3, 0, u"http://a.example/b 與 #1a2B3c4_ (Test)");
+    lines_.Put(30, 0, u"http://d.example");
+  }
+  static WebHosts Hosts() { return {.host = u"www.bbs.example", .mirror1 = {}, .mirror2 = {}}; }
+
+  // The underlined cells, as "row:first-last".
+  std::string Underlined() const {
+    Page page{};
+    hover_.Decorate(page);
+    std::string all;
+    for (std::size_t row = 0; row < page.size(); ++row) {
+      int first = -1;
+      for (int col = 0; col <= kCols; ++col) {
+        const bool marked =
+            col < kCols && (page[row].cells[static_cast<std::size_t>(col)].style & CS_UNDERLINE) != 0;
+        if (marked && first < 0) first = col;
+        if (!marked && first >= 0) {
+          all += std::to_string(row) + ":" + std::to_string(first) + "-" + std::to_string(col) + " ";
+          first = -1;
+        }
+      }
+    }
+    return all;
+  }
+  QImage Paper(const panel_look::Colours& colours) const {
+    QImage paper(kArea.size().toSize(), QImage::Format_RGB32);
+    paper.fill(Qt::magenta);
+    QPainter painter(&paper);
+    hover_.Paint(painter, kArea, kUnit, colours);
+    return paper;
+  }
+  // The part of the area that is painted on.
+  QRect Painted() const {
+    const QImage paper = Paper(panel_look::kUsualColours);
+    QRect painted;
+    for (int y = 0; y < paper.height(); ++y)
+      for (int x = 0; x < paper.width(); ++x)
+        if (paper.pixelColor(x, y) != QColor(Qt::magenta)) painted |= QRect(x, y, 1, 1);
+    return painted;
+  }
+
+  Lines lines_;
+  LinkHover hover_{lines_, Hosts()};
+};
+
+TEST_F(LinkHoverTest, TheLinkUnderThePointerIsUnderlined) {
+  EXPECT_EQ(Underlined(), "");
+  EXPECT_TRUE(hover_.SetPointer(QPoint(7, 2)));
+  EXPECT_EQ(Underlined(), "2:7-25 ");
+  EXPECT_FALSE(hover_.SetPointer(QPoint(24, 2))) << "the same link";
+  EXPECT_TRUE(hover_.SetPointer(QPoint(40, 2)));
+  EXPECT_EQ(hover_.Current()->address, u"http://c.example");
+  EXPECT_TRUE(hover_.SetPointer(QPoint(25, 2)));
+  EXPECT_EQ(Underlined(), "");
+  EXPECT_FALSE(hover_.SetPointer(std::nullopt));
+}
+
+TEST_F(LinkHoverTest, TheSameAddressInAnotherRowIsAnotherLink) {
+  lines_.Put(4, 0, u"http://a.example/b");
+  EXPECT_TRUE(hover_.SetPointer(QPoint(0, 3)));
+  EXPECT_TRUE(hover_.SetPointer(QPoint(0, 4)));
+  EXPECT_EQ(Underlined(), "4:0-18 ");
+}
+
+TEST_F(LinkHoverTest, WhenTheTextMovesWhatLiesUnderThePointerCounts) {
+  hover_.SetPointer(QPoint(10, 2));
+  EXPECT_FALSE(hover_.Refresh());
+  lines_.top = 1;
+  EXPECT_TRUE(hover_.Refresh());
+  EXPECT_EQ(hover_.Current()->first, 0);
+  lines_.top = 28;
+  EXPECT_TRUE(hover_.Refresh());
+  EXPECT_EQ(hover_.Current()->address, u"http://d.example");
+  lines_.top = 20;
+  EXPECT_TRUE(hover_.Refresh());
+  EXPECT_FALSE(hover_.Current());
+  EXPECT_EQ(Underlined(), "");
+}
+
+TEST_F(LinkHoverTest, PlacesOutsideThePictureHaveNoLink) {
+  for (const QPoint cell : {QPoint(-1, 2), QPoint(80, 2), QPoint(5, -1), QPoint(5, 23), QPoint(5, 1000)})
+    EXPECT_FALSE(hover_.SetPointer(cell));
+}
+
+TEST_F(LinkHoverTest, LinksInSightAreEachTargetOnce) {
+  lines_.Put(5, 0, u"#1a2B3c4_ (Test) https://www.bbs.example/bbs/Test/" + AidToFileName(u"1a2B3c4_"));
+  std::vector<QString> targets;
+  for (const TextLink& link : hover_.LinksInSight())
+    targets.push_back(LinkHover::TargetOf(link));
+  EXPECT_EQ(targets, (std::vector<QString>{u"http://a.example/b"_qs, u"http://c.example"_qs,
+                                           u"在站台上開啟文章 #1a2B3c4_ (Test)"_qs}));
+}
+
+TEST_F(LinkHoverTest, TheTargetStandsAtTheLowerEdgeAwayFromTheLink) {
+  EXPECT_TRUE(Painted().isNull());
+  hover_.SetPointer(QPoint(7, 2));
+  const QRect label = Painted();
+  EXPECT_LT(label.left(), kUnit);
+  EXPECT_LT(kArea.bottom() - label.bottom(), kUnit);
+  EXPECT_GT(label.width(), 100);
+  EXPECT_LT(label.height(), 2 * kUnit);
+
+  lines_.Put(22, 0, u"http://a.example/b");
+  hover_.SetPointer(QPoint(0, 22));
+  const QRect other = Painted();
+  EXPECT_EQ(other.size(), label.size());
+  EXPECT_LT(kArea.right() - other.right(), kUnit);
+}
+
+TEST_F(LinkHoverTest, ALongTargetLeavesRoom) {
+  lines_.Put(2, 0, u"http://a.example/" + std::u16string(60, u'W'));
+  hover_.SetPointer(QPoint(7, 2));
+  const int width = Painted().width();
+  EXPECT_LE(width, kArea.width() * 0.6);
+  EXPECT_GT(width, kArea.width() * 0.5);
+}
+
+TEST_F(LinkHoverTest, InDisguiseTheLabelIsBlackOnWhite) {
+  hover_.SetPointer(QPoint(7, 2));
+  const QImage paper = Paper(panel_look::kDisguiseColours);
+  const QRect label = Painted();
+  bool hasInk = false;
+  for (int y = label.top() + 3; y < label.bottom() - 3; ++y)
+    for (int x = label.left() + 6; x < label.right() - 6; ++x) {
+      const QColor colour = paper.pixelColor(x, y);
+      ASSERT_EQ(colour.red(), colour.green()) << x << ", " << y;
+      hasInk = hasInk || colour.lightness() < 80;
+    }
+  EXPECT_TRUE(hasInk);
+}
+
+TEST(LinkTargetTest, WhatIsShownIsWhatIsOpened) {
+  const auto targetOf = [](std::u16string address) {
+    return LinkHover::TargetOf({.first = 0, .last = 1, .address = std::move(address), .article = {}});
+  };
+  EXPECT_EQ(targetOf(u"HTTP://a.example/b|c"), u"http://a.example/b%7Cc"_qs);
+  EXPECT_EQ(targetOf(u"http://a.example/\u202Eb c"), u"http://a.example/%E2%80%AEb%20c"_qs);
+  EXPECT_EQ(targetOf(u"javascript:x"), QString());
+}
+
+}  // namespace
+}  // namespace quillet

@@ -1,0 +1,254 @@
+#include <map>
+#include <set>
+
+#include <QMenuBar>
+
+#include "app/dialogs/connect_dialog.h"
+#include "settings/setting_table.h"
+#include "tests/app/dialogs/dialog_answers.h"
+#include "tests/app/window_fixture.h"
+
+// As the toolkit's own module for tests declares it.
+extern Q_GUI_EXPORT bool qt_sendShortcutOverrideEvent(QObject* to, ulong timestamp, int key,
+                                                      Qt::KeyboardModifiers modifiers, const QString& text,
+                                                      bool autoRepeat, ushort count = 1);
+
+namespace quillet {
+namespace {
+
+enum class HowLong { kShort, kHeld };
+
+// Takes the shortcuts away from the actions that it is installed on, and counts them.
+class ShortcutCatcher : public QObject {
+ public:
+  bool eventFilter(QObject* action, QEvent* event) override {
+    if (event->type() != QEvent::Shortcut) return false;
+    EXPECT_FALSE(static_cast<QShortcutEvent*>(event)->isAmbiguous()) << Name(action);
+    ++caught[action];
+    return true;
+  }
+  static std::string Name(QObject* action) {
+    return qobject_cast<QAction*>(action)->shortcut().toString().toStdString();
+  }
+
+  std::map<QObject*, int> caught;
+};
+
+class MainFrameTest : public WindowTest {
+ protected:
+  void SetUp() override {
+    WindowTest::SetUp();
+    // Shortcuts are the active window's.
+    ASSERT_TRUE(Until([&] { return frame->isActiveWindow(); }));
+  }
+  // As the system gives a key: what no shortcut takes comes to the window. Returns whether one took it.
+  bool Strike(int key, Qt::KeyboardModifiers modifiers, HowLong how = HowLong::kShort) {
+    const bool typed = modifiers == Qt::AltModifier && key < 0x80;
+    const QString text = typed ? QString(QChar(key).toLower()) : QString();
+    const bool held = how == HowLong::kHeld;
+    if (qt_sendShortcutOverrideEvent(frame->windowHandle(), 0, key, modifiers, text, held)) return true;
+    QKeyEvent press(QEvent::KeyPress, key, modifiers, text, held);
+    QCoreApplication::sendEvent(frame->windowHandle(), &press);
+    return false;
+  }
+};
+
+QAction* FindItem(QWidget& window, const QString& text) {
+  for (QAction* action : window.findChildren<QAction*>())
+    if (action->text().contains(text)) return action;
+  return nullptr;
+}
+
+TEST_F(MainFrameTest, MenuItemsFollowTheConnection) {
+  QAction* const disconnect = FindItem(*frame, u"中斷連線"_qs);
+  QAction* const reconnect = FindItem(*frame, u"重新連線"_qs);
+  ASSERT_TRUE(disconnect && reconnect);
+  EXPECT_TRUE(FindItem(*frame, u"示範站台"_qs)->shortcut().isEmpty()) << "too near to other keys";
+  EXPECT_FALSE(disconnect->isEnabled() || reconnect->isEnabled());
+  OpenScript();
+  EXPECT_TRUE(disconnect->isEnabled());
+  EXPECT_EQ(frame->windowTitle(), "script - Quillet");
+  EXPECT_TRUE(reconnect->isEnabled()) << "a dead line looks like this too";
+  disconnect->trigger();
+  EXPECT_FALSE(disconnect->isEnabled());
+  EXPECT_TRUE(reconnect->isEnabled());
+  EXPECT_EQ(View().Panel().Text().title, u"已離開站台"_qs);
+  reconnect->trigger();
+  EXPECT_TRUE(doc->IsConnected());
+}
+
+TEST_F(MainFrameTest, TheMenuSendsTheControlKeyThatPastingTook) {
+  OpenScript();
+  FindItem(*frame, "Ctrl+V")->trigger();
+  EXPECT_TRUE(Until([&] { return script->Written() == "\x16"; }));
+}
+
+// The terminal itself takes those that are its own; everything else must come to its menu item, and only
+// there.
+TEST_F(MainFrameTest, EveryShortcutWorksInTheWindowAndInFullScreen) {
+  OpenScript();
+  ASSERT_TRUE(Until([&] { return doc->IsConnected(); }));
+  for (const bool full : {false, true}) {
+    if (full) Strike(Qt::Key_F11, Qt::NoModifier);
+    ASSERT_EQ(frame->isFullScreen(), full);
+    int caught = 0;
+    for (QAction* action : frame->findChildren<QAction*>()) {
+      if (action->shortcut().isEmpty() || !action->isEnabled()) continue;
+      ShortcutCatcher catcher;
+      action->installEventFilter(&catcher);
+      const QKeyCombination keys = action->shortcut()[0];
+      const bool isTerminals =
+          std::set<std::string>{"Ctrl+Shift+C", "Ctrl+Shift+V", "Ctrl+Shift+N", "Ctrl+F", "F11", "Alt+W"}
+              .count(ShortcutCatcher::Name(action)) > 0;
+      if (isTerminals) continue;
+      EXPECT_TRUE(Strike(keys.key(), keys.keyboardModifiers())) << ShortcutCatcher::Name(action);
+      EXPECT_EQ(catcher.caught[action], 1) << ShortcutCatcher::Name(action);
+      ++caught;
+    }
+    EXPECT_GE(caught, 25);
+  }
+  AnswerDialogs([&] { Strike(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier); },
+                {[](QDialog& dialog) { dialog.reject(); }});
+  Strike(Qt::Key_W, Qt::AltModifier);
+  EXPECT_TRUE(doc->Fields().work);
+  Strike(Qt::Key_F11, Qt::NoModifier);
+  EXPECT_FALSE(frame->isFullScreen());
+}
+
+TEST_F(MainFrameTest, AShortcutThatIsHeldActsOnce) {
+  const auto strike = [&](HowLong how) { Strike(Qt::Key_L, Qt::AltModifier, how); };
+  const QAction* const item = FindItem(*frame, u"清單每篇一行"_qs);
+  strike(HowLong::kShort);
+  EXPECT_TRUE(View().SideList().IsCompact() && item->isChecked());
+  strike(HowLong::kHeld);
+  EXPECT_TRUE(View().SideList().IsCompact());
+  // The list has a button for it.
+  View().SideList().SetCompact(false);
+  EXPECT_FALSE(item->isChecked());
+  strike(HowLong::kShort);
+  EXPECT_TRUE(View().SideList().IsCompact() && item->isChecked());
+}
+
+TEST_F(MainFrameTest, WhatNothingActsOnIsGreyAndItsKeysSayWhy) {
+  const QAction* const item = FindItem(*frame, u"推文IP轉地理位置"_qs);
+  const QString why = QStringView(kActsNotYet).toString();
+  EXPECT_FALSE(item->isEnabled());
+  EXPECT_TRUE(item->text().contains(why));
+  const bool before = doc->Fields().ipToName;
+  EXPECT_TRUE(Strike(Qt::Key_G, Qt::ControlModifier | Qt::ShiftModifier)) << "it is not the BBS's";
+  EXPECT_TRUE(View().LastToast().Text().contains(why));
+  EXPECT_EQ(doc->Fields().ipToName, before);
+}
+
+TEST_F(MainFrameTest, WorkModeHasTheMenusOfAnEditorAndEveryShortcut) {
+  const auto shown = [&] {
+    QStringList titles;
+    for (const QAction* const menu : frame->menuBar()->actions())
+      if (menu->isVisible()) titles.append(menu->text().section(u'(', 0, 0));
+    return titles;
+  };
+  const QStringList own = shown();
+  Strike(Qt::Key_W, Qt::AltModifier);
+  Start();
+  ASSERT_TRUE(Until([&] { return frame->isActiveWindow(); }));
+  EXPECT_FALSE(frame->windowTitle().contains("Quillet")) << "from the first moment on";
+  EXPECT_EQ(shown(), (QStringList{u"檔案"_qs, u"編輯"_qs, u"檢視"_qs, u"說明"_qs}));
+  for (const QAction* const menu : frame->menuBar()->actions())
+    for (const QAction* const item : menu->isVisible() ? menu->menu()->actions() : QList<QAction*>())
+      for (const QString& word : {u"推文"_qs, u"文章"_qs, u"站台"_qs, u"上班"_qs, u"名單"_qs, u"Quillet"_qs})
+        EXPECT_FALSE(item->text().contains(word)) << item->text().toStdString();
+  Strike(Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(View().SideList().Shown(), ArticleListKind::kBookmarks);
+  FindItem(*frame, u"一般檢視"_qs)->trigger();
+  EXPECT_FALSE(doc->Fields().work);
+  EXPECT_EQ(shown(), own);
+}
+
+TEST_F(MainFrameTest, TheFirstSizeGivesTheViewItsProportionsWithinTheScreen) {
+  const QSize room = frame->screen()->availableSize();
+  EXPECT_LE(frame->width(), room.width());
+  EXPECT_LE(frame->height(), room.height());
+  EXPECT_NEAR(View().width() * 9.0 / 16, View().height(), 3);
+  frame->SizeForView({640, 400});
+  QCoreApplication::processEvents();
+  EXPECT_EQ(View().size(), QSize(640, 400));
+}
+
+TEST_F(MainFrameTest, TheWindowIsAtTheNextStartAsItWasAtTheEnd) {
+  frame->setGeometry(40, 60, 700, 500);
+  FindItem(*frame, u"迷你視窗"_qs)->trigger();
+  frame->setGeometry(70, 90, 600, 180);
+  frame->close();
+  Start();
+  EXPECT_EQ(frame->geometry(), QRect(70, 90, 600, 180));
+  EXPECT_TRUE(FindItem(*frame, u"迷你視窗"_qs)->isChecked());
+  FindItem(*frame, u"填滿視窗"_qs)->trigger();
+  EXPECT_EQ(frame->size(), QSize(700, 500)) << "the usual window's size";
+  frame->showMaximized();
+  Press(Qt::Key_F11);
+  EXPECT_TRUE(frame->isFullScreen() && !frame->menuBar()->isVisible());
+  EXPECT_EQ(frame->focusWidget(), &View());
+  frame->close();
+  Start();
+  EXPECT_TRUE(frame->isFullScreen() && frame->isMaximized() && !frame->menuBar()->isVisible());
+  EXPECT_TRUE(FindItem(*frame, u"填滿視窗"_qs)->isChecked());
+  Press(Qt::Key_F11);
+  EXPECT_TRUE(!frame->isFullScreen() && frame->isMaximized() && frame->menuBar()->isVisible());
+  frame->setWindowState(Qt::WindowNoState);
+  FindItem(*frame, u"迷你視窗"_qs)->trigger();
+  EXPECT_EQ(frame->size(), QSize(600, 180)) << "the small window's";
+}
+
+TEST_F(MainFrameTest, TheProgramsIconStandsOnEveryWindow) {
+  const auto picture = [&](const QWidget& window) { return window.windowIcon().pixmap(32).toImage(); };
+  const QImage usual = picture(*frame);
+  ASSERT_FALSE(usual.isNull());
+  EXPECT_EQ(picture(ConnectDlg({}, {}, frame.get())), usual);
+  doc->Change(u"Basic", u"Work", u"1");
+  EXPECT_NE(picture(*frame), usual);
+  doc->Change(u"Basic", u"Work", u"0");
+  EXPECT_EQ(picture(*frame), usual);
+}
+
+TEST_F(MainFrameTest, TheAddressDialogAcceptsOnlyWhatCanBeAnAddress) {
+  ConnectDlg dialog("telnet://bbs.example");
+  auto* const field = dialog.findChild<QLineEdit*>();
+  QPushButton* connectButton = nullptr;
+  for (QPushButton* button : dialog.findChildren<QPushButton*>())
+    if (button->text().contains(u"連線")) connectButton = button;
+  ASSERT_TRUE(field && connectButton);
+  for (const char* bad : {"", "   ", "gopher://x"}) {
+    field->setText(bad);
+    EXPECT_FALSE(connectButton->isEnabled()) << bad;
+  }
+  field->setText("  wss://bbs.example/bbs ");
+  EXPECT_TRUE(connectButton->isEnabled());
+  connectButton->click();
+  EXPECT_EQ(dialog.Chosen(), ConnectDlg::Choice::kAddress);
+  EXPECT_EQ(dialog.Address(), "wss://bbs.example/bbs");
+}
+
+TEST_F(MainFrameTest, TheAddressDialogOffersNamesAndRemovesTheSitesUsedBefore) {
+  doc->ChangeMap([](SettingsMap& map) {
+    NoteSiteUsed(map, u"telnet://first.example", 1);
+    NoteSiteUsed(map, u"telnet://second.example:2323", 2);
+  });
+  doc->Change(u"Basic", u"Site", u"telnet://third.example");
+  AnswerDialogs([&] { frame->AskAddress(); }, {[&](QDialog& dialog) {
+                  EXPECT_EQ(dynamic_cast<ConnectDlg&>(dialog).Address(), "telnet://third.example");
+                  auto& list = Find<QTreeWidget>(dialog, "recentSites");
+                  ASSERT_EQ(list.topLevelItemCount(), 2);
+                  list.setCurrentItem(list.topLevelItem(1));
+                  EXPECT_EQ(dynamic_cast<ConnectDlg&>(dialog).Address(), "telnet://first.example");
+                  list.topLevelItem(1)->setText(0, u"老站"_qs);
+                  list.setCurrentItem(list.topLevelItem(0));
+                  EXPECT_EQ(list.currentItem()->text(0), "second.example:2323");
+                  Find<QPushButton>(dialog, "removeSite").click();
+                  dialog.reject();
+                }});
+  ASSERT_EQ(doc->RecentSites().size(), 1U);
+  EXPECT_EQ(doc->RecentSites().front().name, u"老站");
+}
+
+}  // namespace
+}  // namespace quillet

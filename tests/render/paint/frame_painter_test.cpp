@@ -1,0 +1,261 @@
+#include "render/paint/frame_painter.h"
+
+#include <gtest/gtest.h>
+
+#include "render/palette.h"
+#include "tests/render/paint/random_page.h"
+#include "tests/render/paint/with_application.h"
+#include "tests/support/screen_builder.h"
+
+namespace quillet {
+namespace {
+
+class FramePainterTest : public WithApplication {
+ protected:
+  static QRgb Pixel(const FramePainter& painter, QPoint at) { return painter.Image().pixel(at) & 0xFFFFFF; }
+
+  static FrameState FrameOf(const ScreenBuilder& builder) { return {.page = PlainPage(builder.screen)}; }
+};
+
+// A picture in which no two places look alike.
+QImage Motley(QSize size) {
+  QImage picture(size, QImage::Format_RGB32);
+  for (int y = 0; y < size.height(); ++y)
+    for (int x = 0; x < size.width(); ++x)
+      picture.setPixel(x, y, qRgb(x * 255 / size.width(), y * 255 / size.height(), (x ^ y) & 0xFF));
+  return picture;
+}
+
+// The smallest rectangle that holds every pixel that differs.
+QRect Difference(const QImage& one, const QImage& other) {
+  QRect rect;
+  for (int y = 0; y < one.height(); ++y)
+    for (int x = 0; x < one.width(); ++x)
+      if (one.pixel(x, y) != other.pixel(x, y)) rect |= QRect(x, y, 1, 1);
+  return rect;
+}
+
+// All that decides about a frame beside the frame.
+struct Terms {
+  QSize size;
+  DisplaySettings settings = {};
+  LayoutMode mode = LayoutMode::kOrdinary;
+  Backdrop backdrop = {};
+
+  void Apply(FramePainter& painter) const {
+    painter.ApplySettings(settings);
+    painter.SetLayoutMode(mode);
+    painter.SetBackdrop(backdrop);
+    painter.Resize(size.width(), size.height());
+  }
+  // A picture drawn whole by a painter that has drawn nothing before.
+  QImage Whole(const FrameState& frame) const {
+    FramePainter painter;
+    Apply(painter);
+    painter.Update(frame);
+    return painter.Image();
+  }
+};
+
+Terms RandomTerms(RandomPage& random, QSize size) {
+  Terms terms{.size = size};
+  terms.settings.lineSpacing = static_cast<int>(random.Pick(5)) - 1;
+  terms.settings.pushLineSpacing = static_cast<int>(random.Pick(5)) - 1;
+  terms.settings.smoothFont = random.Pick(4) != 0;
+  terms.settings.darkColor = random.Pick(2) == 0;
+  terms.settings.work = random.Pick(5) == 0;
+  terms.mode = static_cast<LayoutMode>(random.Pick(3));
+  terms.backdrop = {Motley({211, 97}), static_cast<BackdropStyle>(random.Pick(4)), 60};
+  return terms;
+}
+
+TEST_F(FramePainterTest, PartialRedrawGivesTheSamePixelsAsAWholeOne) {
+  // Another run with --gtest_random_seed=N.
+  RandomPage random(5 + static_cast<unsigned>(testing::UnitTest::GetInstance()->random_seed()));
+  const QSize sizes[] = {{1280, 720}, {1300, 720}, {801, 599}, {640, 900},
+                         {500, 300},  {700, 210},  {300, 720}, {97, 61}};
+  for (const QSize size : sizes) {
+    const Terms terms = RandomTerms(random, size);
+    FramePainter painter;
+    terms.Apply(painter);
+    FrameState frame;
+    painter.Update(frame);
+    for (int round = 0; round < 25; ++round) {
+      const QImage before = painter.Image().copy();
+      random.Scribble(frame);
+      const QRegion changed = painter.Update(frame);
+      ASSERT_EQ(Difference(painter.Image(), terms.Whole(frame)), QRect())
+          << size.width() << " round " << round;
+      // What it does not report is as it was.
+      EXPECT_TRUE(QRegion(painter.Image().rect()).contains(changed.boundingRect()) || changed.isEmpty());
+      for (const QRect& rect : QRegion(before.rect()) - changed)
+        ASSERT_EQ(before.copy(rect), painter.Image().copy(rect));
+    }
+  }
+}
+
+TEST_F(FramePainterTest, ReportsNothingWhenNothingCanBeSeenToChange) {
+  FramePainter painter;
+  painter.Resize(1280, 720);
+  ScreenBuilder builder;
+  builder.Put(3, 10, u"看板 Quillet");
+  FrameState frame = FrameOf(builder);
+  EXPECT_EQ(painter.Update(frame), QRegion(0, 0, 1280, 720));
+  EXPECT_TRUE(painter.Update(frame).isEmpty());
+  frame.blinkOff = true;             // nothing blinks
+  frame.caretCol = 40;               // the caret is not shown
+  frame.page[20].cells[5].fore = 3;  // a blank in another colour
+  frame.page[20].tagCol = 7;         // there is no tag
+  frame.progress = 0.5;              // nor a moving picture
+  frame.rightInset = 20;             // nor anything that keeps away
+  EXPECT_TRUE(painter.Update(frame).isEmpty());
+  painter.Resize(1280, 720);
+  EXPECT_TRUE(painter.Update(frame).isEmpty());
+  painter.ApplySettings({});
+  EXPECT_EQ(painter.Update(frame), QRegion(0, 0, 1280, 720));
+  frame.page[7].cells[20].byte = 'x';
+  EXPECT_EQ(painter.Update(frame), QRegion(painter.CellRect(7, 20))) << "the cell that changed";
+}
+
+TEST_F(FramePainterTest, CellsHaveThePalettesColoursAtTheirPlaces) {
+  ScreenBuilder builder;
+  for (int colour = 0; colour < 8; ++colour) {
+    builder.Put(2, 4 * colour, u"█", static_cast<std::uint8_t>(colour));
+    builder.Put(3, 4 * colour, u"█", static_cast<std::uint8_t>(colour | kAttrBold));
+    builder.Fill(4, 4 * colour, 4 * colour + 2, static_cast<std::uint8_t>(colour << kAttrBackgroundShift));
+  }
+  for (const bool dark : {false, true}) {
+    FramePainter painter;
+    DisplaySettings settings;
+    settings.darkColor = dark;
+    settings.lighterDarkBlue = false;
+    painter.ApplySettings(settings);
+    painter.Resize(1000, 700);
+    painter.Update(FrameOf(builder));
+    const Palette& palette = PaletteOf(dark ? PaletteKind::kDark : PaletteKind::kNormal);
+    for (std::size_t colour = 0; colour < 8; ++colour) {
+      const int col = static_cast<int>(4 * colour);
+      for (const QPoint corner :
+           {painter.CellRect(2, col).topLeft(), painter.CellRect(2, col + 1).bottomRight()})
+        EXPECT_EQ(Pixel(painter, corner), palette[colour]);
+      EXPECT_EQ(Pixel(painter, painter.CellRect(3, col).center()), palette[colour + 8]);
+      EXPECT_EQ(Pixel(painter, painter.CellRect(4, col + 1).center()), palette[colour + 16]);
+    }
+  }
+}
+
+TEST_F(FramePainterTest, CaretUnderlinesTheCharacterItStandsOn) {
+  ScreenBuilder builder;
+  builder.Put(1, 0, u"中x", kAttrBlank);
+  builder.Put(2, 0, u"ab", kAttrInputField);
+  FramePainter painter;
+  painter.Resize(1280, 720);
+  const auto bottom = [&](int row, int col) {
+    return Pixel(painter, painter.CellRect(row, col).bottomLeft());
+  };
+  FrameState frame = FrameOf(builder);
+  frame.caretRow = 1;
+  painter.Update(frame);
+  EXPECT_EQ(bottom(1, 0), 0xC0C0C0u);
+  EXPECT_EQ(bottom(1, 1), 0xC0C0C0u);
+  EXPECT_EQ(bottom(1, 2), 0x000000u);
+  frame.caretRow = 2;
+  painter.Update(frame);
+  EXPECT_EQ(bottom(2, 0), 0x000000u);
+  EXPECT_EQ(bottom(2, 1), 0xC0C0C0u);
+}
+
+TEST_F(FramePainterTest, BlinkingTextVanishesAndItsBackgroundStays) {
+  ScreenBuilder builder;
+  builder.Put(0, 0, u"██", static_cast<std::uint8_t>(3 | kAttrBlink | 1 << kAttrBackgroundShift));
+  FramePainter painter;
+  painter.Resize(1280, 720);
+  FrameState frame = FrameOf(builder);
+  painter.Update(frame);
+  EXPECT_EQ(Pixel(painter, painter.CellRect(0, 1).center()), 0x808000u);
+  frame.blinkOff = true;
+  EXPECT_FALSE(painter.Update(frame).isEmpty());
+  EXPECT_EQ(Pixel(painter, painter.CellRect(0, 1).center()), 0x800000u);
+}
+
+TEST_F(FramePainterTest, RowsOfBothSizesStandOnOneScreen) {
+  ScreenBuilder builder;
+  builder.Fill(3, 0, 80, static_cast<std::uint8_t>(1 << kAttrBackgroundShift));
+  builder.Fill(4, 0, 80, static_cast<std::uint8_t>(2 << kAttrBackgroundShift));
+  for (const int spacing : {5, -3}) {
+    FramePainter painter;
+    DisplaySettings settings;
+    settings.pushLineSpacing = spacing;
+    painter.ApplySettings(settings);
+    painter.Resize(1280, 720);
+    FrameState frame = FrameOf(builder);
+    frame.page[4].size = RowSize::kPush;
+    painter.Update(frame);
+    const Layout& layout = painter.CurrentLayout();
+    ASSERT_NE(layout.fontSize, layout.pushFontSize);
+    EXPECT_EQ(painter.CellRect(3, 79).right() + 1, layout.originX + 40 * layout.fontSize);
+    const QRect last = painter.CellRect(4, 79);
+    EXPECT_EQ(last.right() + 1, layout.pushOriginX + 40 * layout.pushFontSize);
+    EXPECT_EQ(painter.CellRect(4, 0).topLeft(),
+              QPoint(layout.pushOriginX, painter.CellRect(3, 0).bottom() + 1));
+    const int end = std::min(last.right(), 1279);
+    EXPECT_EQ(Pixel(painter, {end, last.center().y()}), 0x008000u);
+    if (end < 1279) {
+      EXPECT_EQ(Pixel(painter, {end + 1, last.center().y()}), 0x000000u);
+    }
+  }
+}
+
+TEST_F(FramePainterTest, LayoutFollowsModeAndDisguise) {
+  FramePainter painter;
+  painter.Resize(1281, 723);
+  EXPECT_NE(painter.CurrentLayout().originX, 0);
+  painter.Update({});
+  painter.SetLayoutMode(LayoutMode::kNarrow);
+  EXPECT_EQ(painter.CurrentLayout(),
+            RecalcLayout({.width = 1281, .height = 723, .mode = LayoutMode::kNarrow}));
+  EXPECT_FALSE(painter.Update({}).isEmpty());
+  DisplaySettings settings;
+  settings.work = true;
+  painter.ApplySettings(settings);
+  painter.SetLayoutMode(LayoutMode::kOrdinary);
+  EXPECT_EQ(painter.CurrentLayout(), RecalcLayout({.width = 1281, .height = 723, .atTopLeft = true}));
+  painter.Update({});
+  EXPECT_EQ(Pixel(painter, {1280, 722}), 0xFFFFFFu);
+}
+
+TEST_F(FramePainterTest, AnySizeFontAndSpacingDrawsAFrame) {
+  RandomPage random(9);
+  FrameState frame;
+  FramePainter painter;
+  const QSize sizes[] = {{1, 1},     {0, -3},     {3000, 1},    {1, 3000}, {47, 47},
+                         {200, 720}, {1023, 767}, {7680, 4320}, {640, 400}};
+  for (const QSize size : sizes) {
+    for (int i = 0; i < 8; ++i)
+      random.Scribble(frame);
+    Terms terms = RandomTerms(random, size);
+    terms.settings.font = u"No Such Face";
+    terms.settings.lineSpacing = static_cast<int>(random.Pick(200)) - 100;
+    terms.settings.pushLineSpacing = static_cast<int>(random.Pick(200)) - 100;
+    terms.Apply(painter);
+    painter.Update(frame);
+    EXPECT_EQ(painter.Image().size(), QSize(std::max(size.width(), 1), std::max(size.height(), 1)));
+    EXPECT_EQ(painter.Image().pixel(0, 0) >> 24, 0xFFu);
+  }
+}
+
+TEST_F(FramePainterTest, WarmingUpEndsAndChangesNoPixel) {
+  ScreenBuilder builder;
+  builder.Put(3, 0, u"一乙丁七乃九了二人儿入八几刀刁力匕十卜又 ABC xyz");
+  FramePainter painter;
+  painter.Resize(800, 600);
+  int rounds = 0;
+  while (painter.WarmUp(20) && rounds < 10000)
+    ++rounds;
+  EXPECT_FALSE(painter.WarmUp(20));
+  painter.Update(FrameOf(builder));
+  EXPECT_EQ(painter.Image(), (Terms{.size = {800, 600}}.Whole(FrameOf(builder))));
+}
+
+}  // namespace
+}  // namespace quillet
