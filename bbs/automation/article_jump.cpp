@@ -3,10 +3,11 @@
 #include <algorithm>
 
 #include "bbs/article_code.h"
+#include "bbs/automation/board_entry.h"
+#include "bbs/automation/dialogue.h"
 #include "bbs/automation/page_walk.h"
 #include "core/ascii.h"
 #include "core/charset.h"
-#include "core/key_sequence.h"
 
 namespace quillet {
 namespace {
@@ -51,7 +52,7 @@ JumpResult ArticleJump::Run(std::u16string_view board, std::u16string_view code)
   const Step asked = AskForBoard();
   if (asked != Step::kDone) return asked == Step::kBusy ? JumpResult::kBusy : JumpResult::kClosed;
   waits_.SendText(board);
-  if (!waits_.EnterBoardFromPrompt(ScreenWaits::BoardName::kAtPrompt))
+  if (!EnterBoardFromPrompt(waits_, BoardName::kAtPrompt))
     return waits_.IsAlive() ? JumpResult::kNoBoard : JumpResult::kClosed;
   // Where the name was not known, the key that should enter the board may have entered another one.
   return IsInBoard(board) ? FindCode(code) : JumpResult::kNoBoard;
@@ -69,7 +70,7 @@ ArticleJump::Step ArticleJump::AskForBoard() {
     if (asked) return Step::kDone;
     if (!waits_.IsAlive()) return Step::kEnded;
     if (pages_.IsInputField(waits_.Seen())) walk_.Press(kCancelKey);
-    walk_.Press(KeySequence(kKeyLeft));
+    walk_.StepOut();
   }
   return Failed();
 }
@@ -91,13 +92,13 @@ JumpResult ArticleJump::FindCode(std::u16string_view code) {
     return RowStartsWith(screen, kBottomRow, 0, std::string_view(codePrompt_));
   };
   const auto onList = [this](const ScreenSnapshot& screen) { return pages_.IsListCursor(screen); };
-  if (!waits_.SendKey("#", asking, onList) ||
+  Dialogue dialogue(waits_);
+  if (dialogue.Press("#", asking, onList) == Dialogue::Answer::kNone ||
       waits_.WaitForProbes(Want::kMatch, {{kBottomRow, 0, u"搜尋文章代碼"}}) == 0)
     return JumpResult::kClosed;
   waits_.SendText(code);
-  if (!waits_.SendKey(
-          "\r", [&](const ScreenSnapshot& screen) { return !asking(screen); }, asking))
-    return JumpResult::kClosed;
+  const auto taken = [&](const ScreenSnapshot& screen) { return !asking(screen); };
+  if (dialogue.Press("\r", taken, asking) == Dialogue::Answer::kNone) return JumpResult::kClosed;
   bool unknown = false;
   const bool answered = waits_.WaitUntil([&](const ScreenSnapshot& screen) {
     unknown = RowStartsWith(screen, kBottomRow - 1, 0, std::string_view(unknownCode_));

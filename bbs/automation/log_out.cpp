@@ -2,7 +2,6 @@
 
 #include "bbs/automation/page_walk.h"
 #include "core/charset.h"
-#include "core/key_sequence.h"
 
 namespace quillet {
 namespace {
@@ -47,7 +46,7 @@ LogOutResult LogOut(ScreenWaits& waits) {
     if (step == PageWalk::Step::kEnded) return LogOutResult::kEnded;
     if (step == PageWalk::Step::kBusy) return LogOutResult::kNoWay;
     if (RowStartsWith(waits.Seen(), 0, kTitleCol, std::string_view(mainMenu))) return SayGoodbye(waits);
-    walk.Press(KeySequence(kKeyLeft));
+    walk.StepOut();
   }
   return LogOutResult::kNoWay;
 }

@@ -1,12 +1,12 @@
-// How an automation gets out of the page that the BBS shows: which kind of page it is, and the keys that
-// leave it, until a menu or a list shows. Used by the automations that start wherever the user is. Worker
-// threads.
+// Which page the BBS shows to an automation, and the keys that lead out of it. Used by the automations that
+// start wherever the user is. Worker threads.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
-#include "bbs/automation/screen_waits.h"
+#include "bbs/automation/dialogue.h"
 
 namespace quillet {
 
@@ -15,28 +15,43 @@ inline constexpr int kMostPagesLeft = 20;
 
 class PageWalk {
  public:
+  using Milliseconds = ScreenWaits::Milliseconds;
+  // A page that shows no reaction by then has none to the key.
+  static constexpr Milliseconds kReaction{3000};
+
   // `waits` outlives the walk.
-  explicit PageWalk(ScreenWaits& waits);
+  explicit PageWalk(ScreenWaits& waits, Milliseconds reaction = kReaction);
+
+  enum class Page {
+    kUnknown,    // or still being drawn
+    kTypedInto,  // a prompt or the editor
+    kReader,
+    kNotice,   // in front of an article
+    kMessage,  // or a pause: waits for any key
+    kList      // or a menu, with its cursor
+  };
+  Page PageOf(const ScreenSnapshot& screen) const;
+  // The page that shows with no message over it; kUnknown when none that is known comes in time, or a message
+  // stays. Nothing when the run has ended.
+  std::optional<Page> Await();
 
   enum class Step {
     kDone,
     kBusy,  // the page is typed into, or none that is known: nothing may be pressed there
     kEnded  // the run has
   };
-  // Leaves articles, notices and pauses until there is a list or menu with its cursor.
+  // Leaves articles, notices and messages until there is a list or menu.
   Step ReachList();
-  // Sends and waits for any reaction.
-  void Press(std::string_view key);
-  // A page that shows no reaction by then has none to the key.
-  static constexpr std::chrono::milliseconds kReaction{3000};
+
+  // Each waits for the reaction; false when there is none.
+  bool Press(std::string_view key);
+  bool Leave(Page page);  // one that ReachList leaves
+  bool StepOut();         // of a list or menu to the one from which it was entered, or of an article
 
  private:
-  // What a page wants before it can be left; unknown also while it is still being drawn.
-  enum class Kind { kUnknown, kList, kTypedInto, kLeft, kPassed };
-  Kind KindOf(const ScreenSnapshot& screen) const;
-
   ScreenWaits& waits_;
   const PageTests& pages_;
+  Dialogue dialogue_;
   const std::string message_;
 };
 

@@ -21,22 +21,11 @@ constexpr int kPromptReach = 7;
 constexpr int kEndOfDigits = 74;
 // Nothing is waited for longer than this in one piece, so that a run ends soon after it is told to.
 constexpr std::chrono::milliseconds kSleepStep = 5ms;
-// The key that makes the BBS skip what it shows when a board is entered, and how often the same other page
-// may answer it before that page is what the BBS wants to show.
-constexpr std::string_view kSkipKey = "\x03";
-constexpr std::chrono::milliseconds kSkipInterval = 100ms;
-constexpr int kMostSkips = 20;
-// A prompt that has not taken the name by then does not want it; it is left with the key above.
-constexpr std::chrono::milliseconds kAnswerLimit = 5s;
 // A message is told so often to go before it is left where it is.
 constexpr int kMostDismissals = 5;
 
 bool StartsWith(const ScreenSnapshot& screen, int row, const std::string& big5) {
   return RowStartsWith(screen, row, 0, std::string_view(big5));
-}
-
-bool CursorAt(const ScreenSnapshot& screen, int row, int col) {
-  return screen.cursorRow == row && screen.cursorCol == col;
 }
 
 // The cursor stands behind the prompt of an input field on a bar.
@@ -72,8 +61,6 @@ ScreenWaits::ScreenWaits(TermSession& session, const PageTests& pages, const std
       cancelled_(cancelled),
       connection_(session.connectionNumber),
       bracket_(ToBig5(u"【")),
-      boardList_(ToBig5(u"【看板列表】")),
-      leaveHint_(ToBig5(u"[←]離開")),
       emptyArticle_(ToBig5(u" ◆ 此文章無內容 ")),
       message_(ToBig5(u" ◆")) {
   Look();
@@ -163,59 +150,6 @@ int ScreenWaits::WaitForProbes(Want want, const std::vector<ScreenProbe>& probes
     return found != 0;
   });
   return found;
-}
-
-bool ScreenWaits::SendKey(std::string_view key, const Condition& answered, const Condition& stillAsking) {
-  for (;;) {
-    Send(key);
-    bool interrupted = false;
-    const bool seen = WaitUntil(
-        [&](const ScreenSnapshot& screen) {
-          interrupted = pages_.IsStarLine(screen);
-          return interrupted || answered(screen);
-        },
-        1ms);
-    if (!seen || !interrupted) return seen;
-    DismissMessages();
-    bool asking = false;
-    WaitUntil([&](const ScreenSnapshot& screen) {
-      asking = !answered(screen) && stillAsking(screen);
-      return asking || answered(screen);
-    });
-    if (!asking) return IsAlive();
-  }
-}
-
-bool ScreenWaits::EnterBoardFromPrompt(BoardName name) {
-  bool boardList = false;
-  if (name == BoardName::kAtPrompt) {
-    if (WaitForProbes(Want::kNoMatch, {{0, 0, u"【看板列表】"}}) == 0) return false;
-    const auto asking = [this](const ScreenSnapshot& screen) { return pages_.IsInputField(screen); };
-    if (!WaitUntil(asking)) return false;
-    const auto end = std::chrono::steady_clock::now() + kAnswerLimit;
-    const auto answered = [&](const ScreenSnapshot& screen) {
-      boardList = StartsWith(screen, 0, boardList_);
-      return boardList || CursorAt(screen, kBottomRow, kCols - 1) || StartsWith(screen, 1, leaveHint_) ||
-             pages_.IsListCursor(screen) || std::chrono::steady_clock::now() > end;
-    };
-    if (!SendKey("\r", answered, asking)) return false;
-  }
-  if (name == BoardName::kAlreadyEntered || boardList) Send("\r");
-  return KeepAskingForList();
-}
-
-bool ScreenWaits::KeepAskingForList() {
-  int others = 0;
-  while (IsAlive()) {
-    const ScreenSnapshot& screen = Look();
-    if (Settled() && pages_.IsArticleListStrict(screen)) return true;
-    const bool other = Settled() && pages_.IsListCursor(screen) && !pages_.IsArticleList(screen);
-    others = other ? others + 1 : 0;
-    if (others > kMostSkips) return false;
-    Send(kSkipKey);
-    Sleep(kSkipInterval);
-  }
-  return false;
 }
 
 bool ScreenWaits::OpenArticleUnderCursor(ArticlePart part) {

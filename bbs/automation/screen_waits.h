@@ -89,16 +89,6 @@ class ScreenWaits {
   // ended.
   int WaitForProbes(Want want, const std::vector<ScreenProbe>& probes);
 
-  // Presses a key and waits until the BBS has `answered`. An instant message that comes up meanwhile swallows
-  // the key: it is dismissed, and the key repeated where the screen is `stillAsking` for it. False when the
-  // run ended.
-  bool SendKey(std::string_view key, const Condition& answered, const Condition& stillAsking);
-
-  enum class BoardName { kAtPrompt, kAlreadyEntered };
-  // From the board prompt, with the name typed, to the board's article list, drawn completely. False when the
-  // run ended, or when the BBS, asked again and again, stays on a menu or list of something else: it has no
-  // such board.
-  bool EnterBoardFromPrompt(BoardName name);
   // From a list's cursor. False when the run ended or the article is empty: then the BBS's message stays.
   bool OpenArticleUnderCursor(ArticlePart part);
   // Until the digits typed at a list stand on the bottom row, and then until the list has taken them.
@@ -121,7 +111,6 @@ class ScreenWaits {
   bool IsReadyForProbes(const ScreenSnapshot& screen) const;
   bool IsStarLinePending();
   void Dismiss();
-  bool KeepAskingForList();
 
   TermSession& session_;
   const PageTests& pages_;
@@ -132,7 +121,7 @@ class ScreenWaits {
   bool dismissed_ = false;              // a star line was dismissed,
   std::uint32_t dismissedVersion_ = 0;  // on this screen
   std::chrono::steady_clock::time_point dismissedAt_{};
-  std::string bracket_, boardList_, leaveHint_, emptyArticle_, message_;
+  std::string bracket_, emptyArticle_, message_;
 };
 
 }  // namespace quillet

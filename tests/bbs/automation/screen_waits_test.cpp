@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <thread>
 
+#include "bbs/automation/board_entry.h"
+#include "bbs/automation/dialogue.h"
 #include "tests/bbs/automation/automation_fixture.h"
 
 namespace quillet {
@@ -39,8 +41,8 @@ TEST_F(ScreenWaitsTest, EveryWaitEndsWithItsConnectionOrWhenCancelled) {
       [](ScreenWaits& w) {
         return w.WaitForProbes(Want::kMatch, {{5, 0, u"never"}}) != 0;
       },
-      [](ScreenWaits& w) { return w.EnterBoardFromPrompt(ScreenWaits::BoardName::kAtPrompt); },
-      [](ScreenWaits& w) { return w.EnterBoardFromPrompt(ScreenWaits::BoardName::kAlreadyEntered); },
+      [](ScreenWaits& w) { return EnterBoardFromPrompt(w, BoardName::kAtPrompt); },
+      [](ScreenWaits& w) { return EnterBoardFromPrompt(w, BoardName::kAlreadyEntered); },
       [](ScreenWaits& w) { return w.OpenArticleUnderCursor(ArticlePart::kTop); },
       [](ScreenWaits& w) { return w.WaitForNumberEcho(7); },
       [](ScreenWaits& w) { return w.Sleep(std::chrono::hours(1)); },
@@ -135,9 +137,7 @@ TEST_F(ScreenWaitsTest, ProbesCountOnAFinishedPageOnly) {
 }
 
 TEST_F(ScreenWaitsTest, ABoardIsEnteredFromThePromptWhateverComesBefore) {
-  const auto enter = [](ScreenWaits& waits) {
-    return waits.EnterBoardFromPrompt(ScreenWaits::BoardName::kAtPrompt);
-  };
+  const auto enter = [](ScreenWaits& waits) { return EnterBoardFromPrompt(waits, BoardName::kAtPrompt); };
   EXPECT_TRUE(Follow({{"", BoardPrompt()}, {"\r", ArticleList()}}, enter));
   // The greeting of a board, and then the list.
   EXPECT_TRUE(Follow({{"", BoardPrompt()}, {"\r", Pause()}, {"\x03", ArticleList()}}, enter));
@@ -145,7 +145,7 @@ TEST_F(ScreenWaitsTest, ABoardIsEnteredFromThePromptWhateverComesBefore) {
   EXPECT_TRUE(Follow({{"", BoardList()}, {"", BoardPrompt()}, {"\r", BoardList()}, {"\r\x03", ArticleList()}},
                      enter));
   EXPECT_TRUE(Follow({{"", Menu()}, {"\r\x03", ArticleList()}}, [](ScreenWaits& waits) {
-    return waits.EnterBoardFromPrompt(ScreenWaits::BoardName::kAlreadyEntered);
+    return EnterBoardFromPrompt(waits, BoardName::kAlreadyEntered);
   }));
 }
 
@@ -158,7 +158,10 @@ TEST_F(ScreenWaitsTest, AMessageThatSwallowsTheKeyIsDismissedAndTheKeyRepeated) 
   };
   EXPECT_TRUE(Follow(
       {{"", BoardPrompt()}, {"\r", StarLine(23)}, {"\n", At(23, 0) + "\x1b[K" + At(1, 40)}, {"\r", Menu()}},
-      [&](ScreenWaits& waits) { return waits.WaitUntil(asking) && waits.SendKey("\r", answered, asking); }));
+      [&](ScreenWaits& waits) {
+        return waits.WaitUntil(asking) &&
+               Dialogue(waits).Press("\r", answered, asking) == Dialogue::Answer::kAfterMessage;
+      }));
 }
 
 // The extra ones would choose and confirm things on the page beneath.
