@@ -6,7 +6,7 @@ namespace quillet {
 
 QString DescribeTitle(const SessionFacts& session, const TitleFacts& facts) {
   if (facts.work) return u"新文字文件.txt - 記事本"_qs;
-  const QString plain = u"Quillet"_qs;
+  QString plain = u"Quillet"_qs;
   switch (session.state) {
     case kStateConnecting:
       return u"%1（連線中）- %2"_qs.arg(session.siteName, plain);
