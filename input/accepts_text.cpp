@@ -3,8 +3,8 @@
 #include <string_view>
 
 #include "bbs/page_flags.h"
+#include "bbs/page_kind.h"
 #include "bbs/page_tests.h"
-#include "input/page_kind.h"
 
 namespace quillet {
 namespace {

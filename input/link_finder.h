@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "bbs/article_code.h"
+#include "bbs/link_places.h"
 #include "core/screen_snapshot.h"
 #include "platform/web_address.h"
 
@@ -21,9 +22,10 @@ struct TextLink {
   bool operator==(const TextLink&) const = default;
 };
 
-// In the order of their columns, not overlapping. A web address ends where none can go on: at blanks, quotes,
-// double-width characters; punctuation at its end belongs to the sentence around it, and so does a bracket
-// that is not opened within it.
+// What stands at a place of the line.
+TextLink LinkOf(const ScreenRow& text, const LinkPlace& place, const WebHosts& hosts);
+
+// All of the line, in the order of their columns.
 std::vector<TextLink> FindLinks(const ScreenRow& text, const WebHosts& hosts);
 
 }  // namespace quillet

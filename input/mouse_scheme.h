@@ -5,8 +5,8 @@
 
 #include <string>
 
+#include "bbs/page_kind.h"
 #include "core/screen_snapshot.h"
-#include "input/page_kind.h"
 #include "input/wheel_steps.h"
 #include "settings/settings.h"
 

@@ -7,9 +7,9 @@
 #include <optional>
 #include <string>
 
+#include "bbs/page_kind.h"
 #include "core/screen_snapshot.h"
 #include "input/key_control.h"
-#include "input/page_kind.h"
 
 namespace quillet {
 

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "bbs/page_flags.h"
+#include "bbs/page_kind.h"
 #include "core/key_sequence.h"
-#include "input/page_kind.h"
 
 namespace quillet {
 namespace {

@@ -1,10 +1,10 @@
 #include "input/sure_answer.h"
 
+#include "bbs/page_kind.h"
 #include "bbs/page_tests.h"
 #include "bbs/screen_fields.h"
 #include "core/key_sequence.h"
 #include "input/accepts_text.h"
-#include "input/page_kind.h"
 
 namespace quillet {
 namespace {

@@ -13,7 +13,7 @@
 #include "app/interaction/clipboard_device.h"
 #include "app/interaction/paste_question.h"
 #include "app/messages/text_messages.h"
-#include "input/page_kind.h"
+#include "bbs/page_kind.h"
 #include "input/paste_plan.h"
 #include "input/web_commands.h"
 

@@ -8,6 +8,7 @@
 
 #include "app/document/quill_doc.h"
 #include "app/page/article_view.h"
+#include "bbs/understood_page.h"
 #include "input/narrow_sight.h"
 #include "render/article_bar.h"
 #include "render/paint/frame_painter.h"
@@ -29,13 +30,18 @@ class PageComposer {
   // Whether anything was revealed.
   bool EndReveal();
 
+  // Before the next Compose: another screen has come, or the rules are others. `page` is what stands on it.
+  void MarkKeywords(const ScreenSnapshot& screen, UnderstoodPage& page) const {
+    quillet::MarkKeywords(screen, rules_.keywords, page);
+  }
   // Before the next Compose: another screen has come. Returns what is to be sent so that the next page of a
   // list is seen from its first line on, in a small window.
-  std::string OnScreen(const ScreenSnapshot& screen);
+  std::string OnScreen(const ScreenSnapshot& screen, const UnderstoodPage& page);
   // The screen that came last is a page to type text into.
   bool AcceptsText() const { return acceptsText_; }
   // Fills everything of `frame` that the screen or the article decides; the caret too where `caretShown`.
-  void Compose(const ScreenSnapshot& screen, bool caretShown, FrameState& frame);
+  // `page` is marked with the keywords.
+  void Compose(const ScreenSnapshot& screen, const UnderstoodPage& page, bool caretShown, FrameState& frame);
 
   // Its caption stands in the picture.
   bool Offers(ArticleCommand command) const;
@@ -59,7 +65,7 @@ class PageComposer {
   bool SetRowsInSight(int rows);
 
  private:
-  void ComposeScreen(const ScreenSnapshot& screen, FrameState& frame);
+  void ComposeScreen(const ScreenSnapshot& screen, const UnderstoodPage& page, FrameState& frame);
   void KeepArticleAbovePrompt(const ScreenSnapshot& screen, FrameState& frame);
   void MoveIntoSight(int cursorRow, Page& page);
   bool OffersCommands(const ScreenSnapshot& screen) const;

@@ -252,6 +252,7 @@ void CQuillView::ApplyDisplaySettings() {
   surface_.ApplySettings(doc_.Display());
   ime_.ApplySettings(doc_.Display());
   composer_.RefreshRules();
+  composer_.MarkKeywords(screen_, page_);
   background_.SetSource(QString::fromStdU16String(doc_.Fields().backgroundPicture));
   ApplyBackground();
   ShowOtherLines();
@@ -296,12 +297,14 @@ void CQuillView::TakeMessages() {
   MessageTarget::Messages messages = doc_.Messages().Take(doc_.Session().connectionNumber);
   if (messages.screen) {
     screen_ = *messages.screen;
+    page_ = messages.page;
+    composer_.MarkKeywords(screen_, page_);
     ++screenCount_;
     if (messages.reason != ScreenReason::kUpdated) keys_.DropWaiting();
     doc_.OnScreen(messages.reason, std::move(messages.seen));
     if (doc_.IsAutomationBusy()) article_.OnAutomationKey();
     article_.OnScreen(screen_);
-    const std::string keys = composer_.OnScreen(screen_);
+    const std::string keys = composer_.OnScreen(screen_, page_);
     if (!keys.empty() && !doc_.IsAutomationBusy()) SendBytes(keys);
     keys_.Flush();
     ShowOtherLines();
@@ -366,7 +369,7 @@ void CQuillView::RefreshFrame() {
   ime_.SetEnabled(AcceptsComposedText());
   frame_.blinkOff = timers_.BlinkOff();
   frame_.rightInset = qCeil(kRightInset * surface_.Scale());
-  composer_.Compose(screen_, caret, frame_);
+  composer_.Compose(screen_, page_, caret, frame_);
   pointer_.Decorate(frame_.page);
   links_.Decorate(frame_.page);
   search_.Decorate(frame_.page);

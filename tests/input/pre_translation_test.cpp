@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "bbs/page_flags.h"
+#include "bbs/page_kind.h"
 #include "core/key_sequence.h"
-#include "input/page_kind.h"
 #include "tests/input/bbs_page.h"
 #include "tests/support/article_pages.h"
 #include "tests/support/tables.h"

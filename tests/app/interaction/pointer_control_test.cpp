@@ -10,6 +10,7 @@
 #include "bbs/screen_classifier.h"
 #include "tests/app/window_fixture.h"
 #include "tests/support/screen_builder.h"
+#include "tests/support/understanding.h"
 
 namespace quillet {
 namespace {
@@ -57,7 +58,8 @@ struct Terminal {
 
   void Show(const ScreenSnapshot& next) {
     screen = next;
-    composer.Compose(screen, false, frame);
+    page = Understand(screen);
+    composer.Compose(screen, page, false, frame);
     surface.Refresh(frame);
     pointer.OnPictureChanged();
   }
@@ -65,6 +67,7 @@ struct Terminal {
   QWidget widget;
   FrameSurface surface{widget};
   ScreenSnapshot screen;
+  UnderstoodPage page;
   FrameState frame;
   ScreenLines lines{screen};
   ArticleView article;

@@ -5,6 +5,7 @@
 #include "bbs/push_watch.h"
 #include "tests/bbs/automation/automation_fixture.h"
 #include "tests/support/screen_builder.h"
+#include "tests/support/understanding.h"
 
 namespace quillet {
 namespace {
@@ -239,14 +240,15 @@ TEST_F(PushRunTest, APushByHandIsNoticedWhenItIsTaken) {
     return builder.screen;
   };
   PushWatch watch;
-  EXPECT_FALSE(watch.Look(screen(PF_PUSH_LINE | PF_PUSH_CONFIRM)));
-  EXPECT_FALSE(watch.Look(screen(0)));
-  EXPECT_TRUE(watch.Look(screen(PF_READING)));
-  EXPECT_FALSE(watch.Look(screen(PF_READING)));
+  const auto look = [&watch](const ScreenSnapshot& shown) { return watch.Look(shown, Understand(shown)); };
+  EXPECT_FALSE(look(screen(PF_PUSH_LINE | PF_PUSH_CONFIRM)));
+  EXPECT_FALSE(look(screen(0)));
+  EXPECT_TRUE(look(screen(PF_READING)));
+  EXPECT_FALSE(look(screen(PF_READING)));
   // The "y" taken back, and a refusal.
-  watch.Look(screen(PF_PUSH_LINE | PF_PUSH_CONFIRM));
-  EXPECT_FALSE(watch.Look(screen(PF_PUSH_LINE)));
-  EXPECT_FALSE(watch.Look(screen(PF_READING)));
+  look(screen(PF_PUSH_LINE | PF_PUSH_CONFIRM));
+  EXPECT_FALSE(look(screen(PF_PUSH_LINE)));
+  EXPECT_FALSE(look(screen(PF_READING)));
 
   // The answer came and went unseen: only the new line tells.
   const auto asked = [] {
@@ -263,12 +265,12 @@ TEST_F(PushRunTest, APushByHandIsNoticedWhenItIsTaken) {
     builder.screen.pageFlags = PF_READING | flags;
     return builder.screen;
   };
-  EXPECT_FALSE(watch.Look(asked()));
-  EXPECT_FALSE(watch.Look(article(u"推 me: 好吃                10/06 22:00", 0)));
-  EXPECT_TRUE(watch.Look(article(u"推 me: 好                  10/06 22:00", PF_READ_END)));
-  EXPECT_FALSE(watch.Look(asked()));
-  EXPECT_FALSE(watch.Look(article(u"", PF_READ_END)));
-  EXPECT_FALSE(watch.Look(article(u"推 me: 好                  10/06 22:00", PF_READ_END)));
+  EXPECT_FALSE(look(asked()));
+  EXPECT_FALSE(look(article(u"推 me: 好吃                10/06 22:00", 0)));
+  EXPECT_TRUE(look(article(u"推 me: 好                  10/06 22:00", PF_READ_END)));
+  EXPECT_FALSE(look(asked()));
+  EXPECT_FALSE(look(article(u"", PF_READ_END)));
+  EXPECT_FALSE(look(article(u"推 me: 好                  10/06 22:00", PF_READ_END)));
 }
 
 }  // namespace

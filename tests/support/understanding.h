@@ -1,0 +1,13 @@
+// What stands on a screen that came alone.
+#pragma once
+
+#include "bbs/page_understanding.h"
+
+namespace quillet {
+
+// `screen` is classified.
+inline UnderstoodPage Understand(const ScreenSnapshot& screen) {
+  return PageUnderstanding().Look(screen);
+}
+
+}  // namespace quillet
