@@ -61,8 +61,8 @@ std::string PageComposer::OnScreen(const ScreenSnapshot& screen, const Understoo
     covered_ = screen;
   else if (!doc_.IsArticleOpen())
     covered_.reset();
-  acceptsText_ = quillet::AcceptsText(screen);
-  return sight_.OnScreen(screen);
+  acceptsText_ = quillet::AcceptsText(screen, page);
+  return sight_.OnScreen(screen, page);
 }
 
 void PageComposer::Compose(const ScreenSnapshot& screen, const UnderstoodPage& page, bool caretShown,

@@ -58,8 +58,9 @@ class PageComposer {
   bool IsPromptOverArticle(const ScreenSnapshot& screen) const;
   bool ShowsArticle() const { return article_.IsShown(); }
   // What a key that is the BBS's does in a small window; see NarrowSight.
-  std::optional<std::string> OnKey(const KeyPress& press, const ScreenSnapshot& screen) {
-    return sight_.OnKey(press, screen);
+  std::optional<std::string> OnKey(const KeyPress& press, const ScreenSnapshot& screen,
+                                   const UnderstoodPage& page) {
+    return sight_.OnKey(press, screen, page);
   }
   // Rows of the picture that the window shows, the lowest ones. Returns whether they are others.
   bool SetRowsInSight(int rows);

@@ -35,7 +35,7 @@ WindowState CQuillView::StateForKeys() const {
 
 KeyDecision CQuillView::Decide(const QKeyEvent& event) const {
   return DecideKeyMessage(ToKeyPress(event), event.isAutoRepeat() ? KeyPhase::kRepeat : KeyPhase::kFirst,
-                          screen_, StateForKeys());
+                          screen_, page_, StateForKeys());
 }
 
 bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
@@ -75,7 +75,7 @@ bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
     return true;
   timers_.RestartCaret();
   if (decision.route == KeyRoute::kBbs) {
-    if (auto keys = composer_.OnKey(ToKeyPress(event), screen_)) {
+    if (auto keys = composer_.OnKey(ToKeyPress(event), screen_, page_)) {
       if (!keys->empty()) SendBytes(*std::move(keys));
       ShowOtherLines();
       return true;

@@ -209,7 +209,7 @@ TEST_F(UnderstoodPageTest, WhatIsKeptFromTheScreenBeforeMakesNoDifference) {
   for (int round = 0; round < 4000; ++round) {
     const ScreenSnapshot& screen = drawn.Next();
     const UnderstoodPage& page = kept.Look(screen);
-    ASSERT_EQ(page, Understand(screen)) << round;
+    ASSERT_EQ(page, PageUnderstanding().Look(screen)) << round;
     // The same as each fact asked for alone.
     ASSERT_EQ(HeaderAuthor(screen, page), facts.ParseHeaderAuthor(screen));
     ASSERT_EQ(HeaderPostTime(screen, page, 0), facts.ParseHeaderTime(screen, 0));

@@ -7,7 +7,8 @@ namespace quillet {
 
 // `screen` is classified.
 inline UnderstoodPage Understand(const ScreenSnapshot& screen) {
-  return PageUnderstanding().Look(screen);
+  static PageUnderstanding understanding;
+  return understanding.Look(screen);
 }
 
 }  // namespace quillet

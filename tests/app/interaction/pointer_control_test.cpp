@@ -51,7 +51,8 @@ struct Terminal {
                  .selection = selection,
                  .links = links,
                  .doc = doc,
-                 .screen = screen},
+                 .screen = screen,
+                 .page = page},
                 std::move(handlers)) {
     widget.resize(1000, 620);
   }
