@@ -56,7 +56,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
                 {.refused = [this] { toast_.Show(DescribeNoCommand(doc_.IsConnected())); },
                  .pushOn = [this] { push_.Open(); },
                  .giveMoney = [this] { money_.Open(); }}),
-      shown_(screen_, frame_.page, composer_, article_),
+      shown_(screen_, page_, frame_.page, composer_, article_),
       selection_(shown_, {.changed = [this] { RefreshFrame(); },
                           .scrollBy = [this](int lines) { ScrollSelecting(lines); },
                           .finished = [this] { edit_.OnSelected(); }}),

@@ -1,10 +1,9 @@
-// Links in a line of text: web addresses, and articles of the BBS by their web link or by "#code (board)".
-// Pure; any thread.
+// Where a link leads: to a web address, or to an article of the BBS, named by its web link or by
+// "#code (board)". Pure; any thread.
 #pragma once
 
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "bbs/article_code.h"
 #include "bbs/link_places.h"
@@ -24,8 +23,5 @@ struct TextLink {
 
 // What stands at a place of the line.
 TextLink LinkOf(const ScreenRow& text, const LinkPlace& place, const WebHosts& hosts);
-
-// All of the line, in the order of their columns.
-std::vector<TextLink> FindLinks(const ScreenRow& text, const WebHosts& hosts);
 
 }  // namespace quillet

@@ -1,4 +1,4 @@
-#include "input/link_finder.h"
+#include "input/text_link.h"
 
 #include <algorithm>
 #include <string_view>
@@ -47,13 +47,6 @@ TextLink LinkOf(const ScreenRow& text, const LinkPlace& place, const WebHosts& h
     link.address = std::move(shown);
   }
   return link;
-}
-
-std::vector<TextLink> FindLinks(const ScreenRow& text, const WebHosts& hosts) {
-  std::vector<TextLink> links;
-  for (const LinkPlace& place : FindLinkPlaces(text))
-    links.push_back(LinkOf(text, place, hosts));
-  return links;
 }
 
 }  // namespace quillet
