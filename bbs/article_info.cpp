@@ -9,8 +9,6 @@
 namespace quillet {
 namespace {
 
-constexpr int kTimeRow = 2;
-
 // Pages that are entered by leaving the article.
 constexpr std::uint32_t kOtherPages =
     PF_LIST_CURSOR | PF_MAIL_MENU | PF_ARTICLE_LIST | PF_ARTICLE_LIST_CURSOR | PF_EDITOR | PF_DISPUTED_NOTICE;
@@ -26,9 +24,8 @@ bool Take(T& known, T seen) {
 }
 
 // The reader calls its first page the top even when it has been scrolled by a few lines.
-bool IsScrolled(const ScreenSnapshot& screen) {
-  const std::optional<LineRange> lines = PageFacts::ParseReaderLines(screen);
-  return lines && lines->first > 1;
+bool IsScrolled(const UnderstoodPage& page) {
+  return page.footer.lines && page.footer.lines->first > 1;
 }
 
 // Cleared, and not yet drawn down to its status line.
@@ -44,60 +41,63 @@ bool IsSameArticle(const ArticleInfo& one, const ArticleInfo& other) {
          one.postTime == other.postTime;
 }
 
-bool ArticleTracker::Look(const ScreenSnapshot& screen, std::int64_t now) {
-  const std::uint32_t flags = screen.pageFlags;
-  const bool left = (flags & kOtherPages) != 0 && (flags & PF_PUSH_OVER_READER) == 0;
-  if (!left && (flags & PF_STAR_LINE) != 0) return false;
-  if ((flags & PF_READING) != 0) return Read(screen, now);
+bool ArticleTracker::Look(const ScreenSnapshot& screen, const UnderstoodPage& page, std::int64_t now) {
+  const bool left = page.Shows(kOtherPages) && !page.Shows(PF_PUSH_OVER_READER);
+  if (!left && page.Shows(PF_STAR_LINE)) return false;
+  if (page.Shows(PF_READING)) return Read(screen, page, now);
   if (!open_) return false;
   if (left || !StaysUnder(screen)) {
     Drop();
     return true;
   }
-  return (flags & PF_ANYKEY_BANNER) != 0 && ReadCode(screen);
+  return ReadCode(screen, page);
 }
 
 void ArticleTracker::Drop() {
   info_ = {};
-  timeRow_.clear();
+  header_.reset();
   open_ = false;
 }
 
-bool ArticleTracker::Read(const ScreenSnapshot& screen, std::int64_t now) {
+bool ArticleTracker::Read(const ScreenSnapshot& screen, const UnderstoodPage& page, std::int64_t now) {
   bool changed = !std::exchange(open_, true);
-  if ((screen.pageFlags & PF_READ_TOP) != 0 && !IsScrolled(screen)) changed |= ReadHeader(screen, now);
-  changed |= Take(info_.page, std::int32_t{facts_.ParseReaderPage(screen).value_or(0)});
-  const int lastLine = PageFacts::ParseReaderLastLine(screen);
-  changed |= Take(info_.lastLine, std::int32_t{lastLine == kNoLine ? 0 : lastLine});
+  if (page.Shows(PF_READ_TOP) && !IsScrolled(page)) changed |= ReadHeader(screen, page, now);
+  const ReaderFooter& footer = page.footer;
+  changed |= Take(info_.page, std::int32_t{footer.page.value_or(0)});
+  changed |= Take(info_.lastLine, std::int32_t{footer.lastLine == kNoLine ? 0 : footer.lastLine});
   std::copy_n(screen.text.begin(), kPageRows, page_.begin());
   return changed;
 }
 
-bool ArticleTracker::ReadHeader(const ScreenSnapshot& screen, std::int64_t now) {
+bool ArticleTracker::ReadHeader(const ScreenSnapshot& screen, const UnderstoodPage& page, std::int64_t now) {
+  const HeaderRows rows{
+      {screen.text[kHeaderAuthorRow], screen.text[kHeaderTitleRow], screen.text[kHeaderTimeRow]},
+      page.header};
+  if (header_ == rows) return false;
   ArticleInfo seen;
-  seen.author = facts_.ParseHeaderAuthor(screen);
-  seen.board = facts_.ParseHeaderBoard(screen);
-  seen.title = facts_.ParseHeaderTitle(screen);
-  const std::string_view timeRow = screen.RowText(kTimeRow);
-  if (seen.author == info_.author && seen.board == info_.board && seen.title == info_.title &&
-      timeRow == timeRow_)
+  seen.author = HeaderAuthor(screen, page);
+  seen.board = HeaderBoard(screen, page);
+  seen.title = HeaderTitle(screen, page);
+  const bool isFirst = !header_;
+  const bool sameTime = header_ && BytesOf(header_->text.back()) == BytesOf(rows.text.back());
+  header_ = rows;
+  if (seen.author == info_.author && seen.board == info_.board && seen.title == info_.title && sameTime)
     return false;
   // The information box may have been opened before the header was seen.
-  if (timeRow_.empty()) seen.code = info_.code;
-  timeRow_ = timeRow;
-  seen.postTime = facts_.ParseHeaderTime(screen, now);
+  if (isFirst) seen.code = info_.code;
+  seen.postTime = HeaderPostTime(screen, page, now);
   info_ = std::move(seen);
   return true;
 }
 
-bool ArticleTracker::ReadCode(const ScreenSnapshot& screen) {
-  std::u16string code = PageFacts::ParseInfoBoxAid(screen);
+bool ArticleTracker::ReadCode(const ScreenSnapshot& screen, const UnderstoodPage& page) {
+  std::u16string code = BoxCode(screen, page);
   if (code.empty() || code == info_.code) return false;
-  const std::u16string board = PageFacts::ParseInfoBoxBoard(screen);
+  const std::u16string board = BoxBoard(screen, page);
   const bool another = !info_.code.empty() || (!info_.board.empty() && board != info_.board);
   if (another) {
     info_ = {};
-    timeRow_.clear();
+    header_.reset();
     info_.board = board;
   }
   info_.code = std::move(code);

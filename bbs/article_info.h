@@ -4,9 +4,11 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 
-#include "bbs/page_facts.h"
+#include "bbs/understood_page.h"
+#include "core/screen_snapshot.h"
 
 namespace quillet {
 
@@ -28,16 +30,13 @@ bool IsSameArticle(const ArticleInfo& one, const ArticleInfo& other);
 
 class ArticleTracker {
  public:
-  // `facts` outlives the tracker.
-  explicit ArticleTracker(const PageFacts& facts) : facts_(facts) {}
-
-  // The next screen, classified and marked by MarkPushOverReader. `now` as for ParseHeaderTime. Returns
-  // whether anything known has changed.
+  // The next screen, and what stands on it. `now` as for HeaderSeconds. Returns whether anything known has
+  // changed.
   //
   // The article stays open under whatever the BBS draws over the reader and takes away again: prompts,
   // questions, messages, boxes, help pages, and screens that have arrived only half. A list, a menu, the
   // editor or any other page ends it.
-  bool Look(const ScreenSnapshot& screen, std::int64_t now);
+  bool Look(const ScreenSnapshot& screen, const UnderstoodPage& page, std::int64_t now);
   // Forgets the article; for a connection that begins or ends.
   void Drop();
 
@@ -49,15 +48,21 @@ class ArticleTracker {
   // The rows above those that prompts and messages take.
   static constexpr int kPageRows = kRows - 2;
 
-  bool Read(const ScreenSnapshot& screen, std::int64_t now);
-  bool ReadHeader(const ScreenSnapshot& screen, std::int64_t now);
-  bool ReadCode(const ScreenSnapshot& screen);
+  // The rows of a header: what they say needs not be read from them twice.
+  struct HeaderRows {
+    std::array<ScreenRow, 3> text;
+    PageHeader header;
+    bool operator==(const HeaderRows&) const = default;
+  };
+
+  bool Read(const ScreenSnapshot& screen, const UnderstoodPage& page, std::int64_t now);
+  bool ReadHeader(const ScreenSnapshot& screen, const UnderstoodPage& page, std::int64_t now);
+  bool ReadCode(const ScreenSnapshot& screen, const UnderstoodPage& page);
   bool StaysUnder(const ScreenSnapshot& screen) const;
   bool ShowsTheSamePage(const ScreenSnapshot& screen) const;
 
-  const PageFacts& facts_;
   ArticleInfo info_;
-  std::string timeRow_;                      // as it stood in the header
+  std::optional<HeaderRows> header_;         // that `info_` was read from
   std::array<ScreenRow, kPageRows> page_{};  // what the reader showed last
   bool open_ = false;
 };

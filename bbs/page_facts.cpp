@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "bbs/article_code.h"
-#include "bbs/header_time.h"
+#include "bbs/article_box.h"
 #include "bbs/page_flags.h"
 #include "bbs/page_tests.h"
 #include "bbs/screen_fields.h"
@@ -14,21 +13,7 @@
 namespace quillet {
 namespace {
 
-constexpr std::uint8_t kHeaderLabel = 0xE4;  // blue on white
-constexpr int kHeaderWhite = 7;
-constexpr int kHeaderBlue = 4;
-
-constexpr int kAuthorCol = 7;
-constexpr int kHeaderTitleCol = 7;
 constexpr int kIdLength = 12;
-constexpr int kBoardSearchCol = 55;
-constexpr int kBoardLabelColumns = 8;
-constexpr int kBoardLastCol = 76;
-
-constexpr int kListTitleCol = 30;
-
-constexpr int kPushIdCol = 3;
-constexpr int kPushColonLastCol = 15;
 constexpr int kArrowNoteRow = 22;
 constexpr int kArrowNoteCol = 8;
 
@@ -40,101 +25,45 @@ constexpr bool IsListRow(int row) {
   return row >= kListFirstRow && row <= kListLastRow;
 }
 
-bool HasBackground(const ScreenSnapshot& screen, int row, int col, int background) {
-  return BackgroundOf(screen.AttrAt(row, col)) == background;
+const ScreenRow& TextOf(const ScreenSnapshot& screen, int row) {
+  return screen.text[static_cast<std::size_t>(row)];
 }
 
-// A label of the header, white at `col` and at `col` + 5, its word between them blue on white.
-bool IsLabelBox(const ScreenSnapshot& screen, int row, int col) {
-  if (!HasBackground(screen, row, col, kHeaderWhite) || !HasBackground(screen, row, col + 5, kHeaderWhite))
-    return false;
-  for (int at = col + 1; at <= col + 4; ++at)
-    if (screen.AttrAt(row, at) != kHeaderLabel) return false;
-  return true;
+// Where the digits in front of `col` begin.
+int DigitsBefore(const ScreenSnapshot& screen, int row, int col) {
+  while (col > 0 && IsAsciiDigit(screen.TextAt(row, col - 1)))
+    --col;
+  return col;
 }
 
-// The row of the information box with the article's code.
-std::optional<int> InfoBoxRow(const ScreenSnapshot& screen) {
-  constexpr int kCodeMarkCol = 18;
-  for (const int row : {19, 20})
-    if (IsCharacter(screen, row, kCodeMarkCol, '#')) return row;
-  return std::nullopt;
-}
-
-// Whether `text` begins with the ASCII `prefix`, which is in lower case.
-bool StartsWithAnyCase(std::u16string_view text, std::u16string_view prefix) {
-  const auto lower = [](char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c; };
-  return text.size() >= prefix.size() &&
-         std::equal(prefix.begin(), prefix.end(), text.begin(),
-                    [&](char16_t wanted, char16_t c) { return lower(c) == wanted; });
-}
-
-// How the BBS prints an article's title in a list.
-std::u16string ListTitle(std::u16string_view title) {
-  struct Mark {
-    std::u16string_view typed;
-    std::u16string_view listed;
-  };
-  for (const Mark& mark : {Mark{u"re:", u"R: "}, Mark{u"fw:", u"轉 "}}) {
-    if (!StartsWithAnyCase(title, mark.typed)) continue;
-    title.remove_prefix(mark.typed.size());
-    if (title.starts_with(u' ')) title.remove_prefix(1);
-    return std::u16string(mark.listed).append(title);
-  }
-  return std::u16string(u"□ ").append(title);
+std::optional<int> PercentIn(const ScreenSnapshot& screen) {
+  const std::optional<int> sign = FindCharacter(screen, kBottomRow, 0, kCols - 1, '%');
+  if (!sign) return std::nullopt;
+  return WholeNumber(screen, kBottomRow, DigitsBefore(screen, kBottomRow, *sign), *sign - 1);
 }
 
 }  // namespace
 
 PageFacts::PageFacts()
-    : author_(ToBig5(u" 作者 ")),
-      board_(ToBig5(u"  看板  ")),
-      title_(ToBig5(u" 標題 ")),
-      time_(ToBig5(u" 時間 ")),
-      push_(ToBig5(u"推")),
-      boo_(ToBig5(u"噓")),
-      arrow_(ToBig5(u"→")),
-      arrowNote_(ToBig5(u", 使用 → 加註方式 ")),
-      pageBegin_(ToBig5(u"第")),
-      pageEnd_(ToBig5(u"頁")) {}
+    : arrowNote_(ToBig5(u", 使用 → 加註方式 ")), pageBegin_(ToBig5(u"第")), pageEnd_(ToBig5(u"頁")) {}
 
 std::u16string PageFacts::ParseHeaderAuthor(const ScreenSnapshot& screen) const {
-  if (!RowStartsWith(screen, 0, 0, author_) || !IsLabelBox(screen, 0, 0) ||
-      !IsCharacterStart(screen, 0, kAuthorCol))
-    return {};
-  int last = kAuthorCol + kIdLength - 1;
-  for (const char end : {' ', '('})
-    if (const auto col = FindCharacter(screen, 0, kAuthorCol, last, end)) last = *col - 1;
-  return FieldText(screen, 0, kAuthorCol, last);
+  const ScreenRow& row = TextOf(screen, kHeaderAuthorRow);
+  return FieldText(row, header_.Author(row, screen.attr[kHeaderAuthorRow]));
 }
 
 std::u16string PageFacts::ParseHeaderBoard(const ScreenSnapshot& screen) const {
-  // By bytes: a nickname that was cut through a character ends on a lead byte, and no character has a blank
-  // for its second half.
-  const std::size_t found = screen.RowText(0).find(board_, kBoardSearchCol);
-  if (board_.empty() || found == std::string_view::npos) return {};
-  const int label = static_cast<int>(found);
-  if (!HasBackground(screen, 0, label, kHeaderBlue) || !IsLabelBox(screen, 0, label + 1) ||
-      !HasBackground(screen, 0, label + 7, kHeaderBlue))
-    return {};
-  return FieldText(screen, 0, label + kBoardLabelColumns, kBoardLastCol);
+  const ScreenRow& row = TextOf(screen, kHeaderAuthorRow);
+  return FieldText(row, header_.Board(row, screen.attr[kHeaderAuthorRow]));
 }
 
 std::u16string PageFacts::ParseHeaderTitle(const ScreenSnapshot& screen) const {
-  if (!RowStartsWith(screen, 1, 0, title_) || !IsCharacterStart(screen, 1, kHeaderTitleCol)) return {};
-  return FieldText(screen, 1, kHeaderTitleCol, kCols - 1);
+  const ScreenRow& row = TextOf(screen, kHeaderTitleRow);
+  return FieldText(row, header_.Title(row));
 }
 
 std::int64_t PageFacts::ParseHeaderTime(const ScreenSnapshot& screen, std::int64_t now) const {
-  constexpr int kRow = 2;
-  if (!RowStartsWith(screen, kRow, 0, time_)) return 0;
-  return SecondsOf({.monthName = screen.RowText(kRow).substr(11, 3),
-                    .year = WholeNumber(screen, kRow, 27, 30),
-                    .day = WholeNumber(screen, kRow, 15, 16),
-                    .hour = WholeNumber(screen, kRow, 18, 19),
-                    .minute = WholeNumber(screen, kRow, 21, 22),
-                    .second = WholeNumber(screen, kRow, 24, 25)},
-                   now);
+  return header_.IsTime(TextOf(screen, kHeaderTimeRow)) ? HeaderSeconds(screen, now) : 0;
 }
 
 std::u16string PageFacts::ParseListAuthor(const ScreenSnapshot& screen, int row) {
@@ -148,63 +77,33 @@ std::u16string PageFacts::ParseListTitle(const ScreenSnapshot& screen, int row) 
 }
 
 bool PageFacts::IsDeletedListLine(const ScreenSnapshot& screen, int row) {
-  return IsListRow(row) && IsCharacter(screen, row, kListAuthorCol, '-');
+  return IsListRow(row) && IsDeletedLine(TextOf(screen, row));
 }
 
 std::u16string PageFacts::ParseInfoBoxAid(const ScreenSnapshot& screen) {
-  constexpr int kCol = 19;
-  const std::optional<int> row = InfoBoxRow(screen);
-  if (!row) return {};
-  std::u16string code = FieldText(screen, *row, kCol, kCol + static_cast<int>(kAidLength) - 1, Trim::kNo);
-  const bool whole = code.size() == kAidLength && code.find_first_not_of(kAidAlphabet) == code.npos;
-  return whole ? code : std::u16string();
+  const std::optional<ArticleBox> box = FindArticleBox(screen);
+  return box ? FieldText(TextOf(screen, box->row), box->code, Trim::kNo) : std::u16string();
 }
 
 std::u16string PageFacts::ParseInfoBoxBoard(const ScreenSnapshot& screen) {
-  constexpr int kCol = 29;
-  const std::optional<int> row = InfoBoxRow(screen);
-  if (!row) return {};
-  const std::optional<int> end = FindCharacter(screen, *row, kCol, kCol + kIdLength, ')');
-  return end ? FieldText(screen, *row, kCol, *end - 1) : std::u16string();
+  const std::optional<ArticleBox> box = FindArticleBox(screen);
+  return box ? FieldText(TextOf(screen, box->row), box->board) : std::u16string();
 }
 
 std::u16string PageFacts::ParseInfoBoxTitle(const ScreenSnapshot& screen) {
-  constexpr int kSearchCol = 37;
-  constexpr int kLastCol = 74;
-  const std::optional<int> row = InfoBoxRow(screen);
-  if (!row) return {};
-  const std::optional<int> bracket = FindCharacter(screen, *row, kSearchCol, kCols - 1, ']');
-  if (!bracket) return {};
-  // The BBS writes a question mark there for half a character that it had to cut.
-  const int last = IsCharacter(screen, *row, kLastCol, '?') ? kLastCol - 1 : kLastCol;
-  const std::u16string title = FieldText(screen, *row, *bracket + 2, last);
+  const std::optional<ArticleBox> box = FindArticleBox(screen);
+  const std::u16string title = box ? FieldText(TextOf(screen, box->row), box->title) : std::u16string();
   return title.empty() ? title : ListTitle(title);
 }
 
 bool PageFacts::IsPushCommentLine(const ScreenSnapshot& screen, int row) const {
-  return PushColon(screen, row).has_value();
+  return row >= 0 && row < kRows && push_.Colon(TextOf(screen, row)).has_value();
 }
 
 std::u16string PageFacts::ParsePushAuthor(const ScreenSnapshot& screen, int row) const {
-  const std::optional<int> colon = PushColon(screen, row);
-  return colon ? FieldText(screen, row, kPushIdCol, *colon - 1) : std::u16string();
-}
-
-std::optional<int> PageFacts::PushColon(const ScreenSnapshot& screen, int row) const {
-  const auto starts = [&](std::string_view mark) { return RowStartsWith(screen, row, 0, mark); };
-  if (!starts(push_) && !starts(boo_) && !starts(arrow_)) return std::nullopt;
-  if (screen.TextAt(row, kPushIdCol - 1) != ' ' || !IsAsciiLetter(screen.TextAt(row, kPushIdCol)))
-    return std::nullopt;
-  bool idEnded = false;
-  for (int col = kPushIdCol + 1; col <= kPushColonLastCol; ++col) {
-    const std::uint8_t byte = screen.TextAt(row, col);
-    if (byte == ':') return col;
-    if (byte == ' ')
-      idEnded = true;
-    else if (idEnded || !IsAsciiLetterOrDigit(byte))
-      return std::nullopt;
-  }
-  return std::nullopt;
+  if (row < 0 || row >= kRows) return {};
+  const std::optional<PushLine> push = push_.Read(TextOf(screen, row));
+  return push ? PushId(TextOf(screen, row), *push) : std::u16string();
 }
 
 bool PageFacts::IsArrowInputRow(const ScreenSnapshot& screen, int row) const {
@@ -222,9 +121,7 @@ std::optional<LineRange> PageFacts::ParseReaderLines(const ScreenSnapshot& scree
   constexpr int kTooLarge = std::numeric_limits<int>::max();
   const std::optional<int> mark = FindCharacter(screen, kBottomRow, kLineRangeCol, kCols - 1, '~');
   if (!mark) return std::nullopt;
-  int begin = *mark;
-  while (begin > 0 && IsAsciiDigit(screen.TextAt(kBottomRow, begin - 1)))
-    --begin;
+  const int begin = DigitsBefore(screen, kBottomRow, *mark);
   const LineRange range{FieldNumber(screen, kBottomRow, begin, *mark - 1),
                         FieldNumber(screen, kBottomRow, *mark + 1, kCols - 1)};
   const bool alone = begin > 0 && screen.TextAt(kBottomRow, begin - 1) == ' ';
@@ -239,6 +136,13 @@ std::optional<int> PageFacts::ParseReaderPage(const ScreenSnapshot& screen) cons
   if (!end) return std::nullopt;
   const int page = FieldNumber(screen, kBottomRow, *begin + 3, *end - 1);
   return page > 0 ? std::optional(page) : std::nullopt;
+}
+
+ReaderFooter PageFacts::ReadFooter(const ScreenSnapshot& screen) const {
+  return {.lines = ParseReaderLines(screen),
+          .lastLine = ParseReaderLastLine(screen),
+          .page = ParseReaderPage(screen),
+          .percent = PercentIn(screen)};
 }
 
 std::int32_t PageFacts::ParseMoney(const ScreenSnapshot& screen) {

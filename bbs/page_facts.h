@@ -9,26 +9,16 @@
 #include <string>
 #include <string_view>
 
+#include "bbs/listed_article.h"
+#include "bbs/page_header.h"
+#include "bbs/push_line.h"
+#include "bbs/reader_footer.h"
 #include "core/screen_snapshot.h"
 
 namespace quillet {
 
-// Answers of ParseReaderLastLine and ParseMoney for a page without one.
-inline constexpr int kNoLine = -99;
+// ParseMoney's answer for a page without one.
 inline constexpr std::int32_t kNoMoney = -1;
-
-// Where an article list has its lines, and where their authors begin.
-inline constexpr int kListFirstRow = 3;
-inline constexpr int kListLastRow = 22;
-inline constexpr int kListAuthorCol = 17;
-
-// The lines that the reader says it shows, counted from 1.
-struct LineRange {
-  int first = 0;
-  int last = 0;
-
-  bool operator==(const LineRange&) const = default;
-};
 
 class PageFacts {
  public:
@@ -38,9 +28,9 @@ class PageFacts {
   std::u16string ParseHeaderAuthor(const ScreenSnapshot& screen) const;
   std::u16string ParseHeaderBoard(const ScreenSnapshot& screen) const;
   std::u16string ParseHeaderTitle(const ScreenSnapshot& screen) const;
-  // Seconds since 1970 of the row read as local time; 0 when there is no such row or the time is none. A
-  // month that cannot be read is that of `now` (seconds since 1970).
+  // Seconds since 1970, as HeaderSeconds; 0 when there is no such row.
   std::int64_t ParseHeaderTime(const ScreenSnapshot& screen, std::int64_t now) const;
+  const HeaderReader& Header() const { return header_; }
 
   // ---- A line of an article list, rows 3 to 22; nothing of another row.
   static std::u16string ParseListAuthor(const ScreenSnapshot& screen, int row);
@@ -58,6 +48,8 @@ class PageFacts {
   bool IsPushCommentLine(const ScreenSnapshot& screen, int row) const;
   // The user id of a push line; empty for another line.
   std::u16string ParsePushAuthor(const ScreenSnapshot& screen, int row) const;
+  // All of its parts; none of another line.
+  std::optional<PushLine> ReadPush(const ScreenRow& text) const { return push_.Read(text); }
   // A row that the push prompt drawn over an article occupies.
   bool IsArrowInputRow(const ScreenSnapshot& screen, int row) const;
 
@@ -68,15 +60,14 @@ class PageFacts {
   static std::optional<LineRange> ParseReaderLines(const ScreenSnapshot& screen);
   // The page shown, none when the line does not say.
   std::optional<int> ParseReaderPage(const ScreenSnapshot& screen) const;
+  ReaderFooter ReadFooter(const ScreenSnapshot& screen) const;
   static std::int32_t ParseMoney(const ScreenSnapshot& screen);
 
  private:
-  // The column of the colon behind a push line's id.
-  std::optional<int> PushColon(const ScreenSnapshot& screen, int row) const;
-
-  std::string author_, board_, title_, time_;   // labels of the header
-  std::string push_, boo_, arrow_, arrowNote_;  // beginnings of push lines
-  std::string pageBegin_, pageEnd_;             // around the reader's page number
+  HeaderReader header_;
+  PushLineReader push_;
+  std::string arrowNote_;            // in a row of the push prompt
+  std::string pageBegin_, pageEnd_;  // around the reader's page number
 };
 
 }  // namespace quillet

@@ -1,34 +1,30 @@
 #include "bbs/push_watch.h"
 
-#include <cstdint>
 #include <utility>
 
 #include "bbs/page_flags.h"
 #include "core/charset.h"
 
 namespace quillet {
-namespace {}  // namespace
-
 PushWatch::PushWatch() : question_(ToBig5(u" 確定[y/N]:")) {}
 
-bool PushWatch::Look(const ScreenSnapshot& screen) {
-  const std::uint32_t flags = screen.pageFlags;
-  if ((flags & PF_STAR_LINE) != 0) return false;  // lies over whatever it was
-  if ((flags & PF_PUSH_CONFIRM) != 0) {
+bool PushWatch::Look(const ScreenSnapshot& screen, const UnderstoodPage& page) {
+  if (page.Shows(PF_STAR_LINE)) return false;  // lies over whatever it was
+  if (page.Shows(PF_PUSH_CONFIRM)) {
     confirmed_ = true;
     return false;
   }
   // While the page is drawn anew, no flag says anything; the prompt and a refusal have one.
-  if ((flags & PF_PUSH_LINE) != 0) {
+  if (page.Shows(PF_PUSH_LINE)) {
     confirmed_ = false;
     asked_ = AskedFor(screen);
     return false;
   }
-  if ((flags & (PF_READING | PF_LIST_CURSOR)) == 0) return false;
+  if (!page.Shows(PF_READING | PF_LIST_CURSOR)) return false;
   // An answer may come and go within one piece of what the BBS sends; then only the new line tells of it, on
   // this page or on one that follows.
-  const bool pushed = std::exchange(confirmed_, false) || ((flags & PF_READING) != 0 && IsTakenUp(screen));
-  if (pushed || (flags & (PF_READ_END | PF_LIST_CURSOR)) != 0) asked_.clear();
+  const bool pushed = std::exchange(confirmed_, false) || (page.Shows(PF_READING) && IsTakenUp(screen, page));
+  if (pushed || page.Shows(PF_READ_END | PF_LIST_CURSOR)) asked_.clear();
   return pushed;
 }
 
@@ -49,10 +45,10 @@ std::string PushWatch::AskedFor(const ScreenSnapshot& screen) const {
   return push.ends_with(':') ? std::string() : std::string(push) + ' ';
 }
 
-bool PushWatch::IsTakenUp(const ScreenSnapshot& screen) const {
+bool PushWatch::IsTakenUp(const ScreenSnapshot& screen, const UnderstoodPage& page) const {
   if (asked_.empty()) return false;
   for (int row = 0; row < kBottomRow; ++row)
-    if (screen.RowText(row).starts_with(asked_)) return true;
+    if (page.Line(row).push && screen.RowText(row).starts_with(asked_)) return true;
   return false;
 }
 

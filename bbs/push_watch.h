@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "bbs/understood_page.h"
 #include "core/screen_snapshot.h"
 
 namespace quillet {
@@ -13,14 +14,14 @@ class PushWatch {
  public:
   PushWatch();
 
-  // Whether a push has been taken since the screen before. `screen` is classified.
-  bool Look(const ScreenSnapshot& screen);
+  // Whether a push has been taken since the screen before. `page` is what stands on `screen`.
+  bool Look(const ScreenSnapshot& screen, const UnderstoodPage& page);
   void Forget();
 
  private:
   // The push as it stands in front of the question whether to push, and a blank; empty without the question.
   std::string AskedFor(const ScreenSnapshot& screen) const;
-  bool IsTakenUp(const ScreenSnapshot& screen) const;
+  bool IsTakenUp(const ScreenSnapshot& screen, const UnderstoodPage& page) const;
 
   std::string question_;
   std::string asked_;

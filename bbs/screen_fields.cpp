@@ -19,9 +19,12 @@ int Width(std::uint8_t firstByte) {
 }
 
 // The first column at or behind `col` where a character begins.
-int CharacterStart(const ScreenSnapshot& screen, int row, int col) {
+int CharacterStart(const ScreenRow& text, int col) {
   col = std::max(col, 0);
-  return col >= kCols || IsCharacterStart(screen, row, col) ? col : col + 1;
+  return col >= kCols || IsCharacterStart(text, col) ? col : col + 1;
+}
+int CharacterStart(const ScreenSnapshot& screen, int row, int col) {
+  return CharacterStart(screen.text[static_cast<std::size_t>(row)], col);
 }
 
 int AddDigit(int number, std::uint8_t digit) {
@@ -40,15 +43,28 @@ int SkipBlanks(const ScreenSnapshot& screen, int row, int col, int last) {
 
 std::u16string FieldText(const ScreenSnapshot& screen, int row, int first, int last, Trim trim) {
   if (!IsRow(row)) return {};
-  const std::span<const std::uint8_t> cells(screen.text[static_cast<std::size_t>(row)].data(), kCols);
-  const int from = CharacterStart(screen, row, first);
-  const int behind = std::min(last, kCols - 1) + 1;
+  return FieldText(screen.text[static_cast<std::size_t>(row)], {first, std::min(last, kCols - 1) + 1}, trim);
+}
+
+std::u16string FieldText(const ScreenRow& text, CellRange range, Trim trim) {
+  const std::span<const std::uint8_t> cells(text.data(), kCols);
+  const int from = CharacterStart(text, range.first);
+  const int behind = std::min(range.last, kCols);
   if (from >= behind) return {};
-  std::u16string text = FromBig5(cells, static_cast<std::size_t>(from), static_cast<std::size_t>(behind));
-  std::erase(text, u'\0');
-  if (trim == Trim::kNo) return text;
-  const std::u16string_view inner = Trimmed(text);
-  return inner.size() == text.size() ? text : std::u16string(inner);
+  std::u16string field = FromBig5(cells, static_cast<std::size_t>(from), static_cast<std::size_t>(behind));
+  std::erase(field, u'\0');
+  if (trim == Trim::kNo) return field;
+  const std::u16string_view inner = Trimmed(field);
+  return inner.size() == field.size() ? field : std::u16string(inner);
+}
+
+CellRange WithoutBlanks(const ScreenRow& text, CellRange range) {
+  const auto isBlank = [&text](int col) { return text[static_cast<std::size_t>(col)] == ' '; };
+  while (!range.IsEmpty() && isBlank(range.first))
+    ++range.first;
+  while (!range.IsEmpty() && isBlank(range.last - 1))
+    --range.last;
+  return range;
 }
 
 std::optional<int> FindCharacter(const ScreenSnapshot& screen, int row, int from, int last, char wanted) {
@@ -74,10 +90,14 @@ std::optional<int> FindText(const ScreenSnapshot& screen, int row, int from, std
 }
 
 bool IsCharacterStart(const ScreenSnapshot& screen, int row, int col) {
-  if (!IsRow(row) || col < 0 || col >= kCols) return false;
+  return IsRow(row) && IsCharacterStart(screen.text[static_cast<std::size_t>(row)], col);
+}
+
+bool IsCharacterStart(const ScreenRow& text, int col) {
+  if (col < 0 || col >= kCols) return false;
   // A byte without the high bit always ends a character, so only the run of bytes with it decides.
   int run = col;
-  while (run > 0 && screen.TextAt(row, run - 1) >= 0x80)
+  while (run > 0 && text[static_cast<std::size_t>(run - 1)] >= 0x80)
     --run;
   return (col - run) % 2 == 0;
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "bbs/cell_range.h"
 #include "core/screen_snapshot.h"
 
 namespace quillet {
@@ -18,6 +19,10 @@ enum class Trim { kNo, kBothEnds };
 // that the table does not hold are dropped. Empty for a place outside the grid.
 std::u16string FieldText(const ScreenSnapshot& screen, int row, int first, int last,
                          Trim trim = Trim::kBothEnds);
+// The same of a row alone; a range may be empty.
+std::u16string FieldText(const ScreenRow& text, CellRange range, Trim trim = Trim::kBothEnds);
+// What is left of a range without the blanks at both ends; empty when there is nothing but blanks.
+CellRange WithoutBlanks(const ScreenRow& text, CellRange range);
 
 // The first column from `from` to `last` where a character of its own equals the ASCII `wanted`; none when
 // there is none.
@@ -30,6 +35,7 @@ std::optional<int> FindText(const ScreenSnapshot& screen, int row, int from, std
 // Whether a character begins at `col`: bytes with the high bit set begin a pair, from column 0 on. False
 // outside the grid.
 bool IsCharacterStart(const ScreenSnapshot& screen, int row, int col);
+bool IsCharacterStart(const ScreenRow& text, int col);
 
 // The character at `col` is the ASCII `wanted`, and not the second byte of one.
 bool IsCharacter(const ScreenSnapshot& screen, int row, int col, char wanted);

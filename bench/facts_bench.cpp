@@ -1,9 +1,9 @@
-// What it costs to understand a screen: the facts of an article page (its header, 20 push lines, the flags of
-// all rows), and one classification of every kind of page.
+// What it costs to understand a screen: an article page with 20 push lines from nothing, the same page when
+// one row is different, the user's keywords in it, and one classification of every kind of page.
 //
 //   facts_bench                      times
-//   facts_bench --callgrind NAME     one run of what NAME says ("facts", or a page of --pages), for
-//                                    "valgrind --tool=callgrind --toggle-collect='*Measured*'"
+//   facts_bench --callgrind NAME     one run of what NAME says ("page", "row", "keywords", or a page of
+//                                    --pages), for "valgrind --tool=callgrind --toggle-collect='*Measured*'"
 //   facts_bench --pages              the names of the pages
 #include <benchmark/benchmark.h>
 #include <cstdio>
@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "bbs/article_info.h"
-#include "bbs/line_flags.h"
-#include "bbs/page_facts.h"
+#include "bbs/keywords.h"
+#include "bbs/page_understanding.h"
 #include "bbs/screen_classifier.h"
 #include "core/charset.h"
 #include "tests/support/article_pages.h"
@@ -89,16 +89,14 @@ std::vector<Page> AllPages() {
   return pages;
 }
 
-[[gnu::noinline]] std::size_t MeasuredFacts(const PageFacts& facts, const ScreenSnapshot& screen,
-                                            const Keywords& keywords) {
-  std::size_t sum = facts.ParseHeaderAuthor(screen).size() + facts.ParseHeaderBoard(screen).size() +
-                    facts.ParseHeaderTitle(screen).size();
-  sum += static_cast<std::size_t>(facts.ParseHeaderTime(screen, kNow));
-  for (int row = 3; row < 23; ++row)
-    sum += facts.ParsePushAuthor(screen, row).size();
-  for (const std::uint8_t flag : FlagLines(facts, screen, keywords))
-    sum += flag;
-  return sum;
+[[gnu::noinline]] const UnderstoodPage& MeasuredUnderstanding(PageUnderstanding& understanding,
+                                                              const ScreenSnapshot& screen) {
+  return understanding.Look(screen);
+}
+
+[[gnu::noinline]] void MeasuredKeywords(const ScreenSnapshot& screen, const Keywords& keywords,
+                                        UnderstoodPage& page) {
+  MarkKeywords(screen, keywords, page);
 }
 
 [[gnu::noinline]] void MeasuredClassification(const PageTests& pages, ScreenSnapshot& screen) {
@@ -114,14 +112,31 @@ ScreenSnapshot Classified(ScreenSnapshot screen) {
   return screen;
 }
 
-int RunCallgrind(std::string_view name) {
-  if (name == "facts") {
-    const PageFacts facts;
-    const ScreenSnapshot screen = Classified(ArticlePage());
-    facts.ParseHeaderTime(screen, kNow);  // reads the time zone
-    FlagLines(facts, screen, Keywords());
-    return MeasuredFacts(facts, screen, Keywords(SomeKeywords())) > 0 ? 0 : 1;
+ScreenSnapshot WithOtherRow(ScreenSnapshot screen) {
+  screen.text[12] = ScreenBuilder().Put(12, 0, u"→ kagami: 鏡子裡是誰  11/06 06:04").screen.text[12];
+  return screen;
+}
+
+// False when `name` is none of these.
+bool CountPage(std::string_view name) {
+  const ScreenSnapshot screen = Classified(ArticlePage());
+  PageUnderstanding understanding;
+  UnderstoodPage page = PageUnderstanding().Look(screen);  // the linker's work at first calls
+  if (name == "page") {
+    MeasuredUnderstanding(understanding, screen);
+  } else if (name == "row") {
+    understanding.Look(screen);
+    MeasuredUnderstanding(understanding, WithOtherRow(screen));
+  } else if (name == "keywords") {
+    MeasuredKeywords(screen, Keywords(SomeKeywords()), page);
+  } else {
+    return false;
   }
+  return true;
+}
+
+int RunCallgrind(std::string_view name) {
+  if (CountPage(name)) return 0;
   for (Page& page : AllPages()) {
     if (page.name != name) continue;
     const PageTests pages;
@@ -137,20 +152,32 @@ int RunCallgrind(std::string_view name) {
 int RunTimes(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  const PageFacts facts;
   const ScreenSnapshot article = Classified(ArticlePage());
-  const auto addFacts = [&](const char* name, const Keywords& keywords) {
-    benchmark::RegisterBenchmark(name, [&facts, &article, keywords](benchmark::State& state) {
-      for (auto _ : state)
-        benchmark::DoNotOptimize(MeasuredFacts(facts, article, keywords));
-    });
-  };
-  addFacts("Facts/no-keywords", Keywords());
-  addFacts("Facts/five-keywords", Keywords(SomeKeywords()));
-  benchmark::RegisterBenchmark("Tracker/same-page", [&](benchmark::State& state) {
-    ArticleTracker tracker(facts);
+  const ScreenSnapshot other = WithOtherRow(article);
+  benchmark::RegisterBenchmark("Understand/page", [&](benchmark::State& state) {
+    PageUnderstanding understanding;
+    for (auto _ : state) {
+      understanding = PageUnderstanding();
+      benchmark::DoNotOptimize(MeasuredUnderstanding(understanding, article));
+    }
+  });
+  benchmark::RegisterBenchmark("Understand/one-row", [&](benchmark::State& state) {
+    PageUnderstanding understanding;
+    bool turn = false;
     for (auto _ : state)
-      benchmark::DoNotOptimize(tracker.Look(article, kNow));
+      benchmark::DoNotOptimize(MeasuredUnderstanding(understanding, (turn = !turn) ? article : other));
+  });
+  benchmark::RegisterBenchmark("Understand/five-keywords", [&](benchmark::State& state) {
+    UnderstoodPage page = PageUnderstanding().Look(article);
+    const Keywords keywords(SomeKeywords());
+    for (auto _ : state)
+      MeasuredKeywords(article, keywords, page);
+  });
+  benchmark::RegisterBenchmark("Tracker/same-page", [&](benchmark::State& state) {
+    ArticleTracker tracker;
+    const UnderstoodPage page = PageUnderstanding().Look(article);
+    for (auto _ : state)
+      benchmark::DoNotOptimize(tracker.Look(article, page, kNow));
   });
   const PageTests pages;
   for (const Page& page : AllPages())

@@ -1,6 +1,6 @@
 // Any bytes as a few screens, one after the other: text, colours, cursor and flags. Every page test and every
-// extractor looks at each of them, and so does one tracker at all; whatever they say has the form that
-// callers rely on.
+// extractor looks at each of them, and so do one understanding and one tracker at all; whatever they say has
+// the form that callers rely on.
 //
 // An input is a list of edits of a blank screen: an opcode and its operands. A byte that is no opcode is
 // text.
@@ -13,8 +13,9 @@
 #include "bbs/article_code.h"
 #include "bbs/article_info.h"
 #include "bbs/end_lines.h"
-#include "bbs/line_flags.h"
+#include "bbs/keywords.h"
 #include "bbs/page_facts.h"
+#include "bbs/page_understanding.h"
 #include "bbs/push_over_reader.h"
 #include "bbs/screen_classifier.h"
 #include "bbs/screen_fields.h"
@@ -197,10 +198,11 @@ void CheckFacts(const PageFacts& facts, const ScreenSnapshot& screen) {
   Require(PageFacts::ParseMoney(screen) >= kNoMoney);
 }
 
-void CheckLines(const PageFacts& facts, const ScreenSnapshot& screen, const Keywords& keywords) {
-  const LineFlags flags = FlagLines(facts, screen, keywords);
+void CheckLines(UnderstoodPage page, const ScreenSnapshot& screen, const Keywords& keywords) {
+  Require(page == PageUnderstanding().Look(screen));
+  MarkKeywords(screen, keywords, page);
   for (int row = 0; row < kRows; ++row) {
-    const std::uint8_t flag = flags[static_cast<std::size_t>(row)];
+    const std::uint8_t flag = page.Line(row).flags;
     Require((flag & ~(LF_PUSH | LF_KEYWORD | LF_MARK_MASK)) == 0);
     Require((flag & LF_MARK_MASK) == 0 || (row >= 3 && row <= 22 && (flag & LF_PUSH) == 0));
     Require((flag & LF_MARK_MASK) != LF_DELETED || flag == LF_DELETED);
@@ -229,10 +231,10 @@ void CheckFields(const ScreenSnapshot& screen, int row, int first, int last) {
   IsBlankBetween(screen, row, first, last);
 }
 
-void CheckTracker(ArticleTracker& tracker, const ScreenSnapshot& screen) {
+void CheckTracker(ArticleTracker& tracker, const ScreenSnapshot& screen, const UnderstoodPage& page) {
   const ArticleInfo before = tracker.Current();
   const bool wasOpen = tracker.IsOpen();
-  const bool changed = tracker.Look(screen, kNow);
+  const bool changed = tracker.Look(screen, page, kNow);
   const ArticleInfo& info = tracker.Current();
   Require(changed || (info == before && tracker.IsOpen() == wasOpen));
   Require(tracker.IsOpen() || info == ArticleInfo{});
@@ -242,7 +244,7 @@ void CheckTracker(ArticleTracker& tracker, const ScreenSnapshot& screen) {
   RequireTime(info.postTime);
   Require(info.page >= 0 && info.lastLine >= 0);
   // The same screen again tells nothing new.
-  Require(!tracker.Look(screen, kNow));
+  Require(!tracker.Look(screen, page, kNow));
 }
 
 void RunInput(std::string_view bytes) {
@@ -251,7 +253,8 @@ void RunInput(std::string_view bytes) {
   static const Keywords keywords({u"moon", u"月亮", u"]"});
   Input input(bytes);
   Drawing drawing;
-  ArticleTracker tracker(facts);
+  PageUnderstanding understanding;
+  ArticleTracker tracker;
   std::uint32_t previous = 0;
   bool more = true;
   for (int screens = 0; more && screens < 16; ++screens) {
@@ -265,8 +268,9 @@ void RunInput(std::string_view bytes) {
     }
     previous = screen.pageFlags;
     CheckFacts(facts, screen);
-    CheckLines(facts, screen, keywords);
-    CheckTracker(tracker, screen);
+    const UnderstoodPage& page = understanding.Look(screen);
+    CheckLines(page, screen, keywords);
+    CheckTracker(tracker, screen, page);
   }
 }
 

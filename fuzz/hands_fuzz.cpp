@@ -9,9 +9,9 @@
 #include "bbs/automation/push_pieces.h"
 #include "core/charset.h"
 #include "input/copy_text.h"
-#include "input/link_finder.h"
 #include "input/lost_characters.h"
 #include "input/paste_plan.h"
+#include "input/text_link.h"
 #include "input/web_commands.h"
 #include "platform/web_address.h"
 
@@ -61,7 +61,9 @@ void LookForLinks(const Lines& lines) {
   const WebHosts hosts{u"www.bbs.example", u"mirror1.example", u"mirror2.example"};
   for (int line = 0; line < lines.Count(); ++line) {
     int end = 0;
-    for (const TextLink& link : FindLinks(lines.Line(line).text, hosts)) {
+    const ScreenRow& text = lines.Line(line).text;
+    for (const LinkPlace& place : FindLinkPlaces(text)) {
+      const TextLink link = LinkOf(text, place, hosts);
       Require(link.first >= end && link.first < link.last && link.last <= kCols);
       Require(link.article || IsWebAddress(link.address));
       end = link.last;

@@ -2,9 +2,7 @@
 
 #include <string_view>
 
-#include "bbs/page_flags.h"
 #include "bbs/page_tests.h"
-#include "input/page_kind.h"
 
 namespace quillet {
 namespace {
@@ -30,20 +28,19 @@ int FieldCells(const ScreenSnapshot& screen) {
   return last - first;
 }
 
-bool AsksForLetter(const ScreenSnapshot& screen) {
-  if ((screen.pageFlags & (PF_PUSH_CONFIRM | PF_ANIMATION_PROMPT)) != 0) return true;
-  if ((screen.pageFlags & PF_PUSH_LINE) != 0 && RowStartsWith(screen, kRows - 1, 0, kPushQuestion))
-    return true;
+bool AsksForLetter(const ScreenSnapshot& screen, const UnderstoodPage& page) {
+  if (page.Shows(PF_PUSH_CONFIRM | PF_ANIMATION_PROMPT)) return true;
+  if (page.Shows(PF_PUSH_LINE) && RowStartsWith(screen, kRows - 1, 0, kPushQuestion)) return true;
   const int cells = FieldCells(screen);
   return cells > 0 && cells < kNarrowestForText;
 }
 
 }  // namespace
 
-bool AcceptsText(const ScreenSnapshot& screen) {
-  switch (KindOf(screen)) {
+bool AcceptsText(const ScreenSnapshot& screen, const UnderstoodPage& page) {
+  switch (page.kind) {
     case PageKind::kTyping:
-      return !AsksForLetter(screen);
+      return !AsksForLetter(screen, page);
     case PageKind::kEditor:
     case PageKind::kOther:
       return true;

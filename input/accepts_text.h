@@ -3,12 +3,13 @@
 // thread.
 #pragma once
 
+#include "bbs/understood_page.h"
 #include "core/screen_snapshot.h"
 
 namespace quillet {
 
-// Of a classified screen: the editor, the push line and other fields, and a page that nothing is known of.
-// Not the questions that a letter or a digit answers.
-bool AcceptsText(const ScreenSnapshot& screen);
+// Of a screen and what stands on it: the editor, the push line and other fields, and a page that nothing is
+// known of. Not the questions that a letter or a digit answers.
+bool AcceptsText(const ScreenSnapshot& screen, const UnderstoodPage& page);
 
 }  // namespace quillet

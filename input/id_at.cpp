@@ -1,17 +1,13 @@
 #include "input/id_at.h"
 
 #include <algorithm>
-#include <memory>
 #include <utility>
 
-#include "bbs/page_flags.h"
+#include "bbs/screen_fields.h"
 #include "core/ascii.h"
 
 namespace quillet {
 namespace {
-
-constexpr int kHeaderAuthorCol = 7;
-constexpr int kPushIdCol = 3;
 
 bool IsId(std::u16string_view text) {
   return !text.empty() && IsAsciiLetter(text.front()) &&
@@ -19,35 +15,15 @@ bool IsId(std::u16string_view text) {
 }
 
 // An id takes a column for each letter.
-std::optional<PlacedId> PlacedFrom(int first, std::u16string id, int col) {
-  const int last = first + static_cast<int>(id.size());
-  if (!IsId(id) || col < first || col >= last) return std::nullopt;
-  return PlacedId{first, last, std::move(id)};
+std::optional<PlacedId> PlacedFrom(const ScreenRow& text, CellRange range, int col) {
+  if (!range.Has(col)) return std::nullopt;
+  std::u16string id = FieldText(text, range);
+  if (!IsId(id)) return std::nullopt;
+  return PlacedId{range.first, range.last, std::move(id)};
 }
 
-std::optional<PlacedId> InListLine(const ScreenSnapshot& screen, int row, int col) {
-  std::u16string author = PageFacts::ParseListAuthor(screen, row);
-  if (author.empty()) return std::nullopt;
-  int first = kListAuthorCol;
-  while (first + 1 < kCols && screen.TextAt(row, first) == ' ')
-    ++first;
-  return PlacedFrom(first, std::move(author), col);
-}
-
-std::optional<PlacedId> InHeader(const PageFacts& facts, const ScreenSnapshot& screen, int col) {
-  return PlacedFrom(kHeaderAuthorCol, facts.ParseHeaderAuthor(screen), col);
-}
-
-std::optional<PlacedId> InPushLine(const PageFacts& facts, const ScreenSnapshot& screen, int row, int col) {
-  return PlacedFrom(kPushIdCol, facts.ParsePushAuthor(screen, row), col);
-}
-
-// The bottom row is never the article's.
-std::optional<PlacedId> InReader(const PageFacts& facts, const ScreenSnapshot& screen, int row, int col) {
-  if (row < 0 || row >= kRows - 1) return std::nullopt;
-  std::optional<PlacedId> placed;
-  if (row == 0) placed = InHeader(facts, screen, col);
-  return placed ? placed : InPushLine(facts, screen, row, col);
+std::optional<PlacedId> InPushLine(const ScreenRow& text, const std::optional<PushLine>& push, int col) {
+  return push ? PlacedFrom(text, push->id, col) : std::nullopt;
 }
 
 std::u16string IdOf(std::optional<PlacedId> placed) {
@@ -56,26 +32,28 @@ std::u16string IdOf(std::optional<PlacedId> placed) {
 
 }  // namespace
 
-std::optional<PlacedId> PlacedIdAt(const PageFacts& facts, const ScreenSnapshot& screen, int row, int col) {
-  const auto shows = [&](std::uint32_t flags) { return (screen.pageFlags & flags) != 0; };
-  // The push prompt leaves the article's page above it, which may pass for another kind of page then.
-  if (shows(PF_READING | PF_PUSH_OVER_READER)) return InReader(facts, screen, row, col);
-  return shows(PF_ARTICLE_LIST) ? InListLine(screen, row, col) : std::nullopt;
+std::optional<PlacedId> PlacedIdAt(const ScreenSnapshot& screen, const UnderstoodPage& page, int row,
+                                   int col) {
+  if (row < 0 || row >= kRows) return std::nullopt;
+  const ScreenRow& text = screen.text[static_cast<std::size_t>(row)];
+  const PageLine& line = page.Line(row);
+  if (line.listed) return PlacedFrom(text, line.listed->author, col);
+  // Under another question than a push's the article is not what is asked about.
+  if (!page.Shows(PF_READING | PF_PUSH_OVER_READER)) return std::nullopt;
+  std::optional<PlacedId> placed;
+  if (row == kHeaderAuthorRow) placed = PlacedFrom(text, page.header.author, col);
+  return placed ? placed : InPushLine(text, line.push, col);
 }
 
 std::optional<PlacedId> PlacedIdInArticle(const PageFacts& facts, const ArticleLine& line, int lineIndex,
                                           int col) {
-  const auto screen = std::make_unique<ScreenSnapshot>();
-  screen->Clear();
-  screen->text[0] = line.text;
-  screen->attr[0] = line.attr;
   std::optional<PlacedId> placed;
-  if (lineIndex == 0) placed = InHeader(facts, *screen, col);
-  return placed ? placed : InPushLine(facts, *screen, 0, col);
+  if (lineIndex == 0) placed = PlacedFrom(line.text, facts.Header().Author(line.text, line.attr), col);
+  return placed ? placed : InPushLine(line.text, facts.ReadPush(line.text), col);
 }
 
-std::u16string IdAt(const PageFacts& facts, const ScreenSnapshot& screen, int row, int col) {
-  return IdOf(PlacedIdAt(facts, screen, row, col));
+std::u16string IdAt(const ScreenSnapshot& screen, const UnderstoodPage& page, int row, int col) {
+  return IdOf(PlacedIdAt(screen, page, row, col));
 }
 
 std::u16string IdInArticle(const PageFacts& facts, const ArticleLine& line, int lineIndex, int col) {

@@ -8,6 +8,7 @@
 
 #include "bbs/article_lines.h"
 #include "bbs/page_facts.h"
+#include "bbs/understood_page.h"
 
 namespace quillet {
 
@@ -19,14 +20,16 @@ struct PlacedId {
   bool operator==(const PlacedId&) const = default;
 };
 
-// On a classified screen of the BBS. Nothing beside an id, on pages that show none, outside the screen.
-std::optional<PlacedId> PlacedIdAt(const PageFacts& facts, const ScreenSnapshot& screen, int row, int col);
+// On a screen of the BBS, where `page` stands. Nothing beside an id, on pages that show none, outside the
+// screen.
+std::optional<PlacedId> PlacedIdAt(const ScreenSnapshot& screen, const UnderstoodPage& page, int row,
+                                   int col);
 // On a line of an article, the one with its author being 0.
 std::optional<PlacedId> PlacedIdInArticle(const PageFacts& facts, const ArticleLine& line, int lineIndex,
                                           int col);
 
 // Only the id; empty: none.
-std::u16string IdAt(const PageFacts& facts, const ScreenSnapshot& screen, int row, int col);
+std::u16string IdAt(const ScreenSnapshot& screen, const UnderstoodPage& page, int row, int col);
 std::u16string IdInArticle(const PageFacts& facts, const ArticleLine& line, int lineIndex, int col);
 
 }  // namespace quillet

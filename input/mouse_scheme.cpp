@@ -158,13 +158,13 @@ int SignOf(int value) {
 }
 
 // Beyond the article's top and end the BBS would go on to another article.
-int WithinArticle(int lines, const ScreenSnapshot& screen) {
-  return std::clamp(lines, -LinesBelow(screen), LinesAbove(screen));
+int WithinArticle(int lines, const UnderstoodPage& page) {
+  return std::clamp(lines, -LinesBelow(page), LinesAbove(page));
 }
 
-int PagesWithinArticle(int pages, const ScreenSnapshot& screen) {
+int PagesWithinArticle(int pages, const UnderstoodPage& page) {
   const auto pagesOf = [](int lines) { return (lines + kPageStep - 1) / kPageStep; };
-  return std::clamp(pages, -pagesOf(LinesBelow(screen)), pagesOf(LinesAbove(screen)));
+  return std::clamp(pages, -pagesOf(LinesBelow(page)), pagesOf(LinesAbove(page)));
 }
 
 MouseAction OpenNeighbour(int direction) {
@@ -184,6 +184,7 @@ struct Situation {
   Picture picture;
   PageKind kind;
   const ScreenSnapshot& screen;
+  const UnderstoodPage& page;
 };
 
 // An instant message over a page has the cursor, takes the next key, and has to be read first.
@@ -191,24 +192,23 @@ PageKind KindUnderMessage(PageKind kind) {
   return kind == PageKind::kTyping || kind == PageKind::kEditor ? PageKind::kTyping : PageKind::kPause;
 }
 
-bool HasMessage(const ScreenSnapshot& screen) {
-  return (screen.pageFlags & PF_STAR_LINE) != 0;
+bool HasMessage(const UnderstoodPage& page) {
+  return page.Shows(PF_STAR_LINE);
 }
 
-Situation SituationOf(Picture picture, const ScreenSnapshot& screen) {
-  if (picture == Picture::kArticle) return {picture, PageKind::kReader, screen};
-  const PageKind kind = KindOf(screen);
-  return {picture, HasMessage(screen) ? KindUnderMessage(kind) : kind, screen};
+Situation SituationOf(Picture picture, const ScreenSnapshot& screen, const UnderstoodPage& page) {
+  if (picture == Picture::kArticle) return {picture, PageKind::kReader, screen, page};
+  return {picture, HasMessage(page) ? KindUnderMessage(page.kind) : page.kind, screen, page};
 }
 
 MouseAction StepLines(int lines, const Situation& at) {
   if (at.kind != PageKind::kReader) return SendKey(kKeyUp, kKeyDown, lines);
-  return SendKey(kKeyUp, kKeyDown, WithinArticle(lines, at.screen), Repeat::kAfterAnswer);
+  return SendKey(kKeyUp, kKeyDown, WithinArticle(lines, at.page), Repeat::kAfterAnswer);
 }
 
 MouseAction StepPages(int pages, const Situation& at) {
   if (at.kind != PageKind::kReader) return SendKey(kKeyPageUp, kKeyPageDown, pages);
-  return SendKey(kKeyPageUp, kKeyPageDown, PagesWithinArticle(pages, at.screen), Repeat::kAfterAnswer);
+  return SendKey(kKeyPageUp, kKeyPageDown, PagesWithinArticle(pages, at.page), Repeat::kAfterAnswer);
 }
 
 MouseAction Step(Scheme scheme, const WheelTurn& turn, const Situation& at) {
@@ -259,8 +259,8 @@ bool IsBackStrip(const PointerPlace& place, PageKind kind) {
 }
 
 // A line feed puts a message away and does nothing else.
-std::string GoOnKey(const ScreenSnapshot& screen) {
-  return HasMessage(screen) ? "\n" : " ";
+std::string GoOnKey(const UnderstoodPage& page) {
+  return HasMessage(page) ? "\n" : " ";
 }
 
 // Where a character begins, and no farther than behind the text: from there the cursor would go on to the
@@ -273,7 +273,7 @@ int CursorColumn(const ScreenSnapshot& screen, int row, int col) {
 
 MouseAction WebClick(const PointerPlace& place, const Situation& at) {
   if (IsBackStrip(place, at.kind)) return Send(std::string(KeySequence(kKeyLeft)), Repeat::kByNewGesture);
-  if (at.kind == PageKind::kPause) return Send(GoOnKey(at.screen), Repeat::kByNewGesture);
+  if (at.kind == PageKind::kPause) return Send(GoOnKey(at.page), Repeat::kByNewGesture);
   if (!IsInText(place)) return {};
   switch (at.kind) {
     case PageKind::kList:
@@ -304,8 +304,9 @@ PointerShape ShapeOfText(const PointerPlace& place, PageKind kind) {
 
 }  // namespace
 
-MouseAction DecideClick(const PointerPlace& place, const ScreenSnapshot& screen, const Settings& settings) {
-  const Situation at = SituationOf(place.picture, screen);
+MouseAction DecideClick(const PointerPlace& place, const ScreenSnapshot& screen, const UnderstoodPage& page,
+                        const Settings& settings) {
+  const Situation at = SituationOf(place.picture, screen, page);
   switch (Chosen(kClickSchemes, settings.leftButton)) {
     case kUpDown:
       return HalvesClick(place, at);
@@ -316,17 +317,19 @@ MouseAction DecideClick(const PointerPlace& place, const ScreenSnapshot& screen,
   }
 }
 
-bool OpensLine(const PointerPlace& place, const ScreenSnapshot& screen, const Settings& settings) {
-  const Situation at = SituationOf(place.picture, screen);
+bool OpensLine(const PointerPlace& place, const ScreenSnapshot& screen, const UnderstoodPage& page,
+               const Settings& settings) {
+  const Situation at = SituationOf(place.picture, screen, page);
   const bool hasLines =
       at.kind == PageKind::kMenu || at.kind == PageKind::kList || at.kind == PageKind::kArticleList;
   return hasLines && Chosen(kClickSchemes, settings.leftButton) == kWeb && !IsBackStrip(place, at.kind) &&
          WebClick(place, at).kind == MouseActionKind::kSend;
 }
 
-PointerShape ShapeAt(const PointerPlace& place, const ScreenSnapshot& screen, const Settings& settings) {
-  const PageKind kind = SituationOf(place.picture, screen).kind;
-  const MouseAction click = DecideClick(place, screen, settings);
+PointerShape ShapeAt(const PointerPlace& place, const ScreenSnapshot& screen, const UnderstoodPage& page,
+                     const Settings& settings) {
+  const PageKind kind = SituationOf(place.picture, screen, page).kind;
+  const MouseAction click = DecideClick(place, screen, page, settings);
   if (click.kind == MouseActionKind::kNone || click.kind == MouseActionKind::kMoveCursor)
     return ShapeOfText(place, kind);
   if (Chosen(kClickSchemes, settings.leftButton) == kUpDown)
@@ -336,19 +339,19 @@ PointerShape ShapeAt(const PointerPlace& place, const ScreenSnapshot& screen, co
 }
 
 MouseAction DecideWheel(const WheelTurn& turn, HeldButton held, Picture picture, const ScreenSnapshot& screen,
-                        const Settings& settings) {
+                        const UnderstoodPage& page, const Settings& settings) {
   const Scheme plain = Chosen(kWheelSchemes, settings.wheel);
   Scheme scheme = plain;
   if (held == HeldButton::kLeft) scheme = Chosen(kButtonWheelSchemes, settings.leftButtonWheel);
   if (held == HeldButton::kRight) scheme = Chosen(kButtonWheelSchemes, settings.rightButtonWheel);
-  return Step(scheme == kWheel ? plain : scheme, turn, SituationOf(picture, screen));
+  return Step(scheme == kWheel ? plain : scheme, turn, SituationOf(picture, screen, page));
 }
 
 MouseAction DecideSideButton(SideButtonPressed button, Picture picture, const ScreenSnapshot& screen,
-                             const Settings& settings) {
+                             const UnderstoodPage& page, const Settings& settings) {
   const int direction = button == SideButtonPressed::kBack ? 1 : -1;
   return Step(Chosen(kSideSchemes, settings.sideButton), {.notches = direction, .lines = direction},
-              SituationOf(picture, screen));
+              SituationOf(picture, screen, page));
 }
 
 }  // namespace quillet

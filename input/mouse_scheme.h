@@ -5,8 +5,8 @@
 
 #include <string>
 
+#include "bbs/understood_page.h"
 #include "core/screen_snapshot.h"
-#include "input/page_kind.h"
 #include "input/wheel_steps.h"
 #include "settings/settings.h"
 
@@ -56,17 +56,20 @@ struct MouseAction {
 enum class PointerShape { kOrdinary, kHand, kBack, kUp, kDown, kText };
 
 // A plain click of the left button that neither a caption nor a link took.
-MouseAction DecideClick(const PointerPlace& place, const ScreenSnapshot& screen, const Settings& settings);
+MouseAction DecideClick(const PointerPlace& place, const ScreenSnapshot& screen, const UnderstoodPage& page,
+                        const Settings& settings);
 // Such a click would open the line of a list, or the item of a menu, that it lies on.
-bool OpensLine(const PointerPlace& place, const ScreenSnapshot& screen, const Settings& settings);
-PointerShape ShapeAt(const PointerPlace& place, const ScreenSnapshot& screen, const Settings& settings);
+bool OpensLine(const PointerPlace& place, const ScreenSnapshot& screen, const UnderstoodPage& page,
+               const Settings& settings);
+PointerShape ShapeAt(const PointerPlace& place, const ScreenSnapshot& screen, const UnderstoodPage& page,
+                     const Settings& settings);
 
 enum class HeldButton { kNone, kLeft, kRight };
 MouseAction DecideWheel(const WheelTurn& turn, HeldButton held, Picture picture, const ScreenSnapshot& screen,
-                        const Settings& settings);
+                        const UnderstoodPage& page, const Settings& settings);
 
 enum class SideButtonPressed { kBack, kForward };
 MouseAction DecideSideButton(SideButtonPressed button, Picture picture, const ScreenSnapshot& screen,
-                             const Settings& settings);
+                             const UnderstoodPage& page, const Settings& settings);
 
 }  // namespace quillet

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "bbs/page_flags.h"
 #include "bbs/screen_fields.h"
 #include "core/key_sequence.h"
 
@@ -26,8 +25,8 @@ bool IsList(PageKind kind) {
   return kind == PageKind::kList || kind == PageKind::kArticleList;
 }
 
-bool HasCursorOnEntry(const ScreenSnapshot& screen) {
-  return (screen.pageFlags & PF_LIST_CURSOR) != 0 && screen.cursorRow >= kFirstEntryRow &&
+bool HasCursorOnEntry(const ScreenSnapshot& screen, const UnderstoodPage& page) {
+  return page.Shows(PF_LIST_CURSOR) && screen.cursorRow >= kFirstEntryRow &&
          screen.cursorRow <= kLastEntryRow;
 }
 
@@ -73,8 +72,8 @@ int NarrowSight::TopFor(int cursorRow) const {
   return std::clamp(top_, std::max(0, cursorRow - rows_ + 1), std::min(cursorRow, LastTop()));
 }
 
-std::string NarrowSight::OnScreen(const ScreenSnapshot& screen) {
-  const PageKind kind = KindOf(screen);
+std::string NarrowSight::OnScreen(const ScreenSnapshot& screen, const UnderstoodPage& page) {
+  const PageKind kind = page.kind;
   asksBelow_ = kind == PageKind::kTyping && screen.cursorRow == kBottomRow;
   // One that is half drawn, or a picture.
   if (kind == PageKind::kOther) return {};
@@ -86,7 +85,7 @@ std::string NarrowSight::OnScreen(const ScreenSnapshot& screen) {
     const Way way = asked_->way;
     asked_.reset();
     top_ = way == Way::kOn ? 0 : LastTop();
-    if (IsList(kind) && HasCursorOnEntry(screen)) {
+    if (IsList(kind) && HasCursorOnEntry(screen, page)) {
       const int row = way == Way::kOn ? kFirstEntryRow : LastEntry(screen);
       keys = Moves(screen.cursorRow, row);
     }
@@ -99,10 +98,11 @@ bool NarrowSight::HasCome(const ScreenSnapshot& screen) const {
   return asked_ && asked_->lines != LinesOf(screen);
 }
 
-std::optional<std::string> NarrowSight::OnKey(const KeyPress& press, const ScreenSnapshot& screen) {
+std::optional<std::string> NarrowSight::OnKey(const KeyPress& press, const ScreenSnapshot& screen,
+                                              const UnderstoodPage& page) {
   asked_.reset();
   if (!IsNarrow()) return std::nullopt;
-  const PageKind kind = KindOf(screen);
+  const PageKind kind = page.kind;
   const bool reads = kind == PageKind::kReader;
   top_ = TopFor(screen.cursorRow);
   if (!reads && !IsList(kind)) return std::nullopt;
@@ -111,51 +111,52 @@ std::optional<std::string> NarrowSight::OnKey(const KeyPress& press, const Scree
   const bool pagesBack = IsPageKey(press, kKeyPageUp, 'B');
   if (pagesOn || pagesBack) {
     const Way way = pagesOn ? Way::kOn : Way::kBack;
-    return reads ? PageText(way, screen) : PageList(way, screen);
+    return reads ? PageText(way, screen, page) : PageList(way, screen, page);
   }
   if (!reads) return std::nullopt;
   // Where the BBS's reader cannot go on by a line, the picture can.
   const bool on = IsPlain(press, kKeyDown) || IsPlain(press, kKeyEnter) || Types(press, u"j");
   const bool back = IsPlain(press, kKeyUp) || Types(press, u"k");
-  if (on && (screen.pageFlags & PF_READ_END) != 0 && top_ < LastTop()) {
+  if (on && page.Shows(PF_READ_END) && top_ < LastTop()) {
     ++top_;
     return std::string();
   }
-  if (back && top_ > 0 && (screen.pageFlags & PF_READ_TOP) != 0) {
+  if (back && top_ > 0 && page.Shows(PF_READ_TOP)) {
     --top_;
     return std::string();
   }
   return std::nullopt;
 }
 
-std::optional<std::string> NarrowSight::PageText(Way way, const ScreenSnapshot& screen) {
+std::optional<std::string> NarrowSight::PageText(Way way, const ScreenSnapshot& screen,
+                                                 const UnderstoodPage& page) {
   const bool atEdge = way == Way::kOn ? top_ == LastTop() : top_ == 0;
   if (!atEdge) {
     const int step = std::max(1, rows_ - 1);
     top_ = std::clamp(top_ + (way == Way::kOn ? step : -step), 0, LastTop());
     return std::string();
   }
-  const bool leaves = (screen.pageFlags & (way == Way::kOn ? PF_READ_END : PF_READ_TOP)) != 0;
-  if (leaves) return std::nullopt;
-  return AskFor(way, screen);
+  if (page.Shows(way == Way::kOn ? PF_READ_END : PF_READ_TOP)) return std::nullopt;
+  return AskFor(way, screen, page.kind);
 }
 
-std::optional<std::string> NarrowSight::PageList(Way way, const ScreenSnapshot& screen) {
-  if (!HasCursorOnEntry(screen)) return std::nullopt;
+std::optional<std::string> NarrowSight::PageList(Way way, const ScreenSnapshot& screen,
+                                                 const UnderstoodPage& page) {
+  if (!HasCursorOnEntry(screen, page)) return std::nullopt;
   const int from = screen.cursorRow;
   if (way == Way::kOn) {
     const int last = LastEntry(screen);
     const int end = top_ + rows_ - 1;
-    return end >= last ? AskFor(way, screen) : Moves(from, std::min(last, end + rows_));
+    return end >= last ? AskFor(way, screen, page.kind) : Moves(from, std::min(last, end + rows_));
   }
   if (top_ > kFirstEntryRow) return Moves(from, std::max(kFirstEntryRow, top_ - rows_));
-  if (top_ == 0 || from >= rows_) return AskFor(way, screen);
+  if (top_ == 0 || from >= rows_) return AskFor(way, screen, page.kind);
   top_ = 0;  // the heads
   return std::string();
 }
 
-std::string NarrowSight::AskFor(Way way, const ScreenSnapshot& screen) {
-  asked_ = {.way = way, .kind = KindOf(screen), .lines = LinesOf(screen)};
+std::string NarrowSight::AskFor(Way way, const ScreenSnapshot& screen, PageKind kind) {
+  asked_ = {.way = way, .kind = kind, .lines = LinesOf(screen)};
   return std::string(KeySequence(way == Way::kOn ? kKeyPageDown : kKeyPageUp));
 }
 

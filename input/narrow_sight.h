@@ -7,9 +7,9 @@
 #include <optional>
 #include <string>
 
+#include "bbs/understood_page.h"
 #include "core/screen_snapshot.h"
 #include "input/key_control.h"
-#include "input/page_kind.h"
 
 namespace quillet {
 
@@ -23,12 +23,13 @@ class NarrowSight {
   // is typed there: then what is asked stands above.
   int TopFor(int cursorRow) const;
 
-  // Another screen, classified. Returns what is to be sent, where a page of a list that was asked for has
+  // Another screen. Returns what is to be sent, where a page of a list that was asked for has
   // come with the cursor at its far end.
-  std::string OnScreen(const ScreenSnapshot& screen);
+  std::string OnScreen(const ScreenSnapshot& screen, const UnderstoodPage& page);
   // What a key does that is the BBS's elsewhere: nothing returned, it is the BBS's here too. Empty: the
   // picture has moved and nothing is sent.
-  std::optional<std::string> OnKey(const KeyPress& press, const ScreenSnapshot& screen);
+  std::optional<std::string> OnKey(const KeyPress& press, const ScreenSnapshot& screen,
+                                   const UnderstoodPage& page);
 
  private:
   enum class Way { kBack, kOn };
@@ -37,10 +38,10 @@ class NarrowSight {
     PageKind kind;
     std::string lines;  // of the page before
   };
-  std::optional<std::string> PageList(Way way, const ScreenSnapshot& screen);
-  std::optional<std::string> PageText(Way way, const ScreenSnapshot& screen);
+  std::optional<std::string> PageList(Way way, const ScreenSnapshot& screen, const UnderstoodPage& page);
+  std::optional<std::string> PageText(Way way, const ScreenSnapshot& screen, const UnderstoodPage& page);
   bool HasCome(const ScreenSnapshot& screen) const;
-  std::string AskFor(Way way, const ScreenSnapshot& screen);
+  std::string AskFor(Way way, const ScreenSnapshot& screen, PageKind kind);
   int LastTop() const { return kRows - 1 - rows_; }
 
   int rows_ = kRows - 1;

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "bbs/page_flags.h"
+#include "bbs/page_kind.h"
 #include "core/key_sequence.h"
-#include "input/page_kind.h"
 
 namespace quillet {
 namespace {
@@ -128,13 +128,14 @@ KeyDecision Once(KeyPhase phase, KeyDecision decision) {
 
 class KeyMessage {
  public:
-  KeyMessage(const KeyPress& press, KeyPhase phase, const ScreenSnapshot& screen, const WindowState& window)
+  KeyMessage(const KeyPress& press, KeyPhase phase, const ScreenSnapshot& screen, const UnderstoodPage& page,
+             const WindowState& window)
       : press_(press),
         phase_(phase),
-        screen_(screen),
+        page_(page),
         window_(window),
         // What people see counts, whatever an automation does under the article meanwhile.
-        keys_(kPageKeys[static_cast<std::size_t>(window.articleShown ? PageKind::kReader : KindOf(screen))]),
+        keys_(kPageKeys[static_cast<std::size_t>(window.articleShown ? PageKind::kReader : page.kind)]),
         meaning_(DecideKey(press, screen)) {}
 
   KeyDecision Decide() const {
@@ -179,11 +180,11 @@ class KeyMessage {
   bool Types(char16_t character) const {
     return IsPlain() && press_.text.size() == 1 && press_.text.front() == character;
   }
-  bool Has(std::uint32_t flags) const { return (screen_.pageFlags & flags) != 0; }
+  bool Has(std::uint32_t flags) const { return page_.Shows(flags); }
 
   const KeyPress& press_;
   const KeyPhase phase_;
-  const ScreenSnapshot& screen_;
+  const UnderstoodPage& page_;
   const WindowState& window_;
   const PageKeys& keys_;
   const KeyAction meaning_;
@@ -303,8 +304,8 @@ KeyDecision KeyMessage::ForBbs() const {
 }  // namespace
 
 KeyDecision DecideKeyMessage(const KeyPress& press, KeyPhase phase, const ScreenSnapshot& screen,
-                             const WindowState& window) {
-  return KeyMessage(press, phase, screen, window).Decide();
+                             const UnderstoodPage& page, const WindowState& window) {
+  return KeyMessage(press, phase, screen, page, window).Decide();
 }
 
 }  // namespace quillet

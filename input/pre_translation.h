@@ -4,6 +4,7 @@
 // User-interface thread.
 #pragma once
 
+#include "bbs/understood_page.h"
 #include "core/screen_snapshot.h"
 #include "input/article_paging.h"
 #include "input/key_control.h"
@@ -77,6 +78,6 @@ enum class KeyPhase { kFirst, kRepeat };
 
 // `kRepeat`: the key is held down. It goes on scrolling and typing, and does nothing else twice.
 KeyDecision DecideKeyMessage(const KeyPress& press, KeyPhase phase, const ScreenSnapshot& screen,
-                             const WindowState& window);
+                             const UnderstoodPage& page, const WindowState& window);
 
 }  // namespace quillet

@@ -1,14 +1,14 @@
-// How far the BBS's reader can be scrolled before it leaves the article, as far as its bottom row tells.
+// How far the BBS's reader can be scrolled before it leaves the article, as far as its status line tells.
 // Pure; user-interface thread.
 #pragma once
 
-#include "core/screen_snapshot.h"
+#include "bbs/understood_page.h"
 
 namespace quillet {
 
 // At least so many lines are above or below those on the page: never more than there are, 0 only at the
 // article's top or end.
-int LinesAbove(const ScreenSnapshot& screen);
-int LinesBelow(const ScreenSnapshot& screen);
+int LinesAbove(const UnderstoodPage& page);
+int LinesBelow(const UnderstoodPage& page);
 
 }  // namespace quillet

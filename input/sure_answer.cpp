@@ -4,7 +4,6 @@
 #include "bbs/screen_fields.h"
 #include "core/key_sequence.h"
 #include "input/accepts_text.h"
-#include "input/page_kind.h"
 
 namespace quillet {
 namespace {
@@ -27,10 +26,10 @@ bool AsksForPassword(const ScreenSnapshot& screen) {
 
 }  // namespace
 
-bool IsSurelyAnswered(const ScreenSnapshot& screen, const KeyAction& action) {
+bool IsSurelyAnswered(const ScreenSnapshot& screen, const UnderstoodPage& page, const KeyAction& action) {
   if (action.bytes == "\r") return true;
-  if (action.kind == KeyActionKind::kSendText && AcceptsText(screen)) return !AsksForPassword(screen);
-  const PageKind kind = KindOf(screen);
+  if (action.kind == KeyActionKind::kSendText && AcceptsText(screen, page)) return !AsksForPassword(screen);
+  const PageKind kind = page.kind;
   const bool isList = kind == PageKind::kList || kind == PageKind::kArticleList;
   switch (action.virtualKey) {
     case kKeyUp:

@@ -3,12 +3,13 @@
 // user's when it is sent. Pure; user-interface thread.
 #pragma once
 
+#include "bbs/understood_page.h"
 #include "core/screen_snapshot.h"
 #include "input/key_control.h"
 
 namespace quillet {
 
-// Of a classified screen and a key that was sent to it.
-bool IsSurelyAnswered(const ScreenSnapshot& screen, const KeyAction& action);
+// Of a screen, what stands on it, and a key that was sent to it.
+bool IsSurelyAnswered(const ScreenSnapshot& screen, const UnderstoodPage& page, const KeyAction& action);
 
 }  // namespace quillet

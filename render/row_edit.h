@@ -2,18 +2,11 @@
 // double-width character is changed whole or not at all. Called by the styling functions. Pure.
 #pragma once
 
-#include "bbs/line_flags.h"
+#include "bbs/cell_range.h"
+#include "bbs/keywords.h"
 #include "render/page_row.h"
 
 namespace quillet {
-
-// Columns first to last-1.
-struct CellRange {
-  int first = 0;
-  int last = 0;
-
-  bool IsEmpty() const { return first >= last; }
-};
 
 // What stands in place of a hidden character.
 enum class HiddenForm { kStars, kBlanks };

@@ -470,9 +470,11 @@ void CQuillDoc::OnScreen(ScreenReason reason, Sightings seen) {
   if (another) NoteStatus();
   ReviewAnswer();
   // What an automation pushes it tells of itself, perhaps only after its last screen.
-  if (!seen_.pushed || automation_.IsBusy() || automation_.IsRunning()) return;
-  if (IsSameArticle(*seen_.pushed, OpenArticle())) emit ArticlePushed();
-  BookmarkAfterPush(*seen_.pushed);
+  if (automation_.IsBusy() || automation_.IsRunning()) return;
+  for (ArticleInfo& article : std::exchange(seen_.pushed, {})) {
+    if (IsSameArticle(article, OpenArticle())) emit ArticlePushed();
+    BookmarkAfterPush(std::move(article));
+  }
 }
 
 void CQuillDoc::ReviewAnswer() {

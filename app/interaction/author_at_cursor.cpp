@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "bbs/page_flags.h"
 #include "core/ascii.h"
 
 namespace quillet {
@@ -15,9 +14,10 @@ bool IsId(std::u16string_view text) {
 
 }  // namespace
 
-std::u16string AuthorAtCursor(const ScreenSnapshot& screen, const ArticleInfo& open) {
-  const bool inList = (screen.pageFlags & PF_ARTICLE_LIST_CURSOR) != 0 && screen.CursorInside();
-  std::u16string author = inList ? PageFacts::ParseListAuthor(screen, screen.cursorRow) : open.author;
+std::u16string AuthorAtCursor(const ScreenSnapshot& screen, const UnderstoodPage& page,
+                              const ArticleInfo& open) {
+  const bool inList = page.Shows(PF_ARTICLE_LIST_CURSOR) && screen.CursorInside();
+  std::u16string author = inList ? ListedAuthor(screen, page, screen.cursorRow) : open.author;
   return IsId(author) ? author : std::u16string();
 }
 

@@ -13,7 +13,7 @@
 #include "app/interaction/clipboard_device.h"
 #include "app/interaction/paste_question.h"
 #include "app/messages/text_messages.h"
-#include "input/page_kind.h"
+#include "bbs/page_kind.h"
 #include "input/paste_plan.h"
 #include "input/web_commands.h"
 
@@ -62,10 +62,10 @@ struct ClipboardController::Impl {
         shortLink(network, limits) {}
   ~Impl() { delete box; }
 
-  Moment Now() const { return {doc.Session().connectionNumber, KindOf(handlers.screen())}; }
+  Moment Now() const { return {doc.Session().connectionNumber, handlers.pageKind()}; }
   bool IsStill(const Moment& moment) const { return doc.IsConnected() && moment == Now(); }
   PastePlace Place() const {
-    return KindOf(handlers.screen()) == PageKind::kEditor ? PastePlace::kEditor : PastePlace::kElsewhere;
+    return handlers.pageKind() == PageKind::kEditor ? PastePlace::kEditor : PastePlace::kElsewhere;
   }
   void PasteText(std::u16string_view text);
   void Ask(PasteQuestion::Question asked);

@@ -13,6 +13,7 @@
 
 #include "app/document/quill_doc.h"
 #include "app/interaction/short_link.h"
+#include "bbs/page_kind.h"
 #include "core/term_session.h"
 #include "input/clipboard_blocks.h"
 
@@ -24,7 +25,7 @@ class ClipboardController : public QObject {
  public:
   struct Handlers {
     std::function<void(std::u16string_view text, Wrap wrap)> send;
-    std::function<const ScreenSnapshot&()> screen;
+    std::function<PageKind()> pageKind;  // that it is pasted to
   };
   // `window` gets the message boxes; it, `doc` and `network` outlive the object. Without `network` the link
   // shortener is asked over one of the object's own.

@@ -12,7 +12,7 @@
 #include <QWidget>
 
 #include "app/interaction/edit_commands.h"
-#include "input/link_finder.h"
+#include "input/text_link.h"
 
 namespace quillet {
 

@@ -11,7 +11,7 @@
 #include "app/interaction/selection_control.h"
 #include "app/interaction/web_controller.h"
 #include "app/page/shown_text.h"
-#include "input/link_finder.h"
+#include "input/text_link.h"
 
 namespace quillet {
 

@@ -58,7 +58,7 @@ void KeyDispatch::Send(const Input& input) {
       break;
   }
   // A text without a character that the BBS knows is nothing to answer.
-  if (doc_.Session().sentCount != sent && IsSurelyAnswered(handlers_.screen(), action))
+  if (doc_.Session().sentCount != sent && IsSurelyAnswered(handlers_.screen(), handlers_.page(), action))
     doc_.Driver().NoteTyped(received);
 }
 

@@ -22,6 +22,7 @@ class KeyDispatch {
     // Of a text, that the site's character set does not have.
     std::function<void(const LostCharacters&)> lost;
     std::function<const ScreenSnapshot&()> screen;  // that the user types at
+    std::function<const UnderstoodPage&()> page;    // what stands on it
   };
   KeyDispatch(CQuillDoc& doc, Handlers handlers) : doc_(doc), handlers_(std::move(handlers)) {}
 

@@ -68,7 +68,10 @@ std::vector<TextLink> LinkHover::LinksInSight() const {
 std::vector<TextLink> LinkHover::LinksIn(int row) const {
   const int line = text_.LineAtRow(row);
   if (line < 0 || line >= text_.Count()) return {};
-  return FindLinks(text_.Line(line).text, hosts_);
+  std::vector<TextLink> links;
+  for (const LinkPlace& place : text_.Links(line))
+    links.push_back(LinkOf(text_.Line(line).text, place, hosts_));
+  return links;
 }
 
 void LinkHover::Decorate(Page& page) const {

@@ -12,7 +12,7 @@
 
 #include "app/overlay/panel_look.h"
 #include "app/page/picture_lines.h"
-#include "input/link_finder.h"
+#include "input/text_link.h"
 #include "render/page_row.h"
 
 namespace quillet {

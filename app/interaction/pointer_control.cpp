@@ -75,14 +75,14 @@ PointerControl::Target PointerControl::TargetAt(const QPointF& at) const {
   }
   if (!MayAct()) return target;
   const PointerPlace place = PlaceAt(at);
-  target.action = DecideClick(place, parts_.screen, parts_.doc.Fields());
+  target.action = DecideClick(place, parts_.screen, parts_.page, parts_.doc.Fields());
   if (target.action.repeat == Repeat::kByNewGesture) target.page = SignOfPage(place);
   return target;
 }
 
 // The same keys may open another line, or leave another page. An article is left as a whole, wherever it is.
 std::string PointerControl::SignOfPage(const PointerPlace& place) const {
-  const PageKind kind = place.picture == Picture::kArticle ? PageKind::kReader : KindOf(parts_.screen);
+  const PageKind kind = place.picture == Picture::kArticle ? PageKind::kReader : parts_.page.kind;
   if (kind == PageKind::kReader) return {};
   std::string sign(parts_.screen.RowText(0));
   sign += parts_.screen.RowText(kBarRow);
@@ -109,7 +109,7 @@ PointerControl::Hovered PointerControl::HoveredAt(const QPointF& at) const {
   const ArticleCommand command = parts_.composer.CommandAt(cell->y(), cell->x());
   if (command != ArticleCommand::kNone) return {.command = command};
   const bool opensLine = meansRow_ && MayAct() && parts_.widget.isActiveWindow() &&
-                         OpensLine(PlaceAt(at), parts_.screen, parts_.doc.Fields());
+                         OpensLine(PlaceAt(at), parts_.screen, parts_.page, parts_.doc.Fields());
   return {.linkCell = cell, .row = opensLine ? cell->y() : -1};
 }
 
@@ -149,7 +149,7 @@ void PointerControl::Hover() {
   if (hovered.command != ArticleCommand::kNone || parts_.links.Current())
     SetShape(PointerShape::kHand);
   else if (MayAct())
-    SetShape(ShapeAt(PlaceAt(*pointer_), parts_.screen, parts_.doc.Fields()));
+    SetShape(ShapeAt(PlaceAt(*pointer_), parts_.screen, parts_.page, parts_.doc.Fields()));
   else
     SetShape(PointerShape::kOrdinary);
 }
@@ -328,7 +328,7 @@ void PointerControl::ReleaseMiddle(const QPointF& at) {
 }
 
 void PointerControl::PressSide(SideButtonPressed button) {
-  Carry(DecideSideButton(button, PictureNow(), parts_.screen, parts_.doc.Fields()));
+  Carry(DecideSideButton(button, PictureNow(), parts_.screen, parts_.page, parts_.doc.Fields()));
 }
 
 // ---- The wheel.
@@ -362,7 +362,7 @@ bool PointerControl::OnWheel(const QWheelEvent& event) {
   }
   const HeldButton held = HeldFor(event);
   VoidHeld(held);
-  Carry(DecideWheel(turn, held, PictureNow(), parts_.screen, parts_.doc.Fields()));
+  Carry(DecideWheel(turn, held, PictureNow(), parts_.screen, parts_.page, parts_.doc.Fields()));
   Hover();
   return true;
 }
@@ -370,7 +370,8 @@ bool PointerControl::OnWheel(const QWheelEvent& event) {
 // What is selected goes on into what the wheel brings; another page would end it.
 void PointerControl::TurnWhileSelecting(const WheelTurn& turn) {
   if (PictureNow() != Picture::kArticle) return;
-  ScrollArticle(DecideWheel(turn, HeldButton::kNone, PictureNow(), parts_.screen, parts_.doc.Fields()));
+  ScrollArticle(
+      DecideWheel(turn, HeldButton::kNone, PictureNow(), parts_.screen, parts_.page, parts_.doc.Fields()));
   Drag(*pointer_);
 }
 

@@ -40,6 +40,7 @@ class PointerControl {
     LinkHover& links;
     CQuillDoc& doc;
     const ScreenSnapshot& screen;
+    const UnderstoodPage& page;  // what stands on it
   };
   struct Handlers {
     std::function<void(ArticleCommand)> perform;

@@ -7,7 +7,7 @@
 
 #include "app/document/quill_doc.h"
 #include "app/messages/session_messages.h"
-#include "input/link_finder.h"
+#include "input/text_link.h"
 #include "input/web_commands.h"
 
 namespace quillet {

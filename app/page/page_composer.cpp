@@ -52,8 +52,8 @@ bool PageComposer::EndReveal() {
   return true;
 }
 
-std::string PageComposer::OnScreen(const ScreenSnapshot& screen) {
-  const std::uint32_t kind = screen.pageFlags & kRevealingPages;
+std::string PageComposer::OnScreen(const ScreenSnapshot& screen, const UnderstoodPage& page) {
+  const std::uint32_t kind = page.flags & kRevealingPages;
   if (kind != pageKind_) EndReveal();
   pageKind_ = kind;
   if (rules_.myId != doc_.LoginId()) RefreshRules();
@@ -61,11 +61,12 @@ std::string PageComposer::OnScreen(const ScreenSnapshot& screen) {
     covered_ = screen;
   else if (!doc_.IsArticleOpen())
     covered_.reset();
-  acceptsText_ = quillet::AcceptsText(screen);
-  return sight_.OnScreen(screen);
+  acceptsText_ = quillet::AcceptsText(screen, page);
+  return sight_.OnScreen(screen, page);
 }
 
-void PageComposer::Compose(const ScreenSnapshot& screen, bool caretShown, FrameState& frame) {
+void PageComposer::Compose(const ScreenSnapshot& screen, const UnderstoodPage& page, bool caretShown,
+                           FrameState& frame) {
   rules_.now = SecondsNow();
   frame.progress = 0;
   frame.caretRow = -1;
@@ -75,7 +76,7 @@ void PageComposer::Compose(const ScreenSnapshot& screen, bool caretShown, FrameS
     rowOf_.fill(-1);
     return;
   }
-  ComposeScreen(screen, frame);
+  ComposeScreen(screen, page, frame);
   if (IsPromptOverArticle(screen)) KeepArticleAbovePrompt(screen, frame);
   if (caretShown && screen.CursorInside()) {
     frame.caretRow = PageRowOf(screen.cursorRow);
@@ -84,9 +85,10 @@ void PageComposer::Compose(const ScreenSnapshot& screen, bool caretShown, FrameS
   }
 }
 
-void PageComposer::ComposeScreen(const ScreenSnapshot& screen, FrameState& frame) {
+void PageComposer::ComposeScreen(const ScreenSnapshot& screen, const UnderstoodPage& page,
+                                 FrameState& frame) {
   captions_.clear();
-  const StyledScreen dressed = StyleScreen(doc_.PageReader(), screen, rules_, doc_.OpenArticle().postTime);
+  const StyledScreen dressed = StyleScreen(screen, page, rules_, doc_.OpenArticle().postTime);
   frame.page = dressed.page;
   rowOf_ = dressed.rowOf;
   if (sight_.IsNarrow()) MoveIntoSight(PageRowOf(screen.cursorRow), frame.page);

@@ -8,6 +8,7 @@
 
 #include "app/document/quill_doc.h"
 #include "app/page/article_view.h"
+#include "bbs/understood_page.h"
 #include "input/narrow_sight.h"
 #include "render/article_bar.h"
 #include "render/paint/frame_painter.h"
@@ -29,13 +30,18 @@ class PageComposer {
   // Whether anything was revealed.
   bool EndReveal();
 
+  // Before the next Compose: another screen has come, or the rules are others. `page` is what stands on it.
+  void MarkKeywords(const ScreenSnapshot& screen, UnderstoodPage& page) const {
+    quillet::MarkKeywords(screen, rules_.keywords, page);
+  }
   // Before the next Compose: another screen has come. Returns what is to be sent so that the next page of a
   // list is seen from its first line on, in a small window.
-  std::string OnScreen(const ScreenSnapshot& screen);
+  std::string OnScreen(const ScreenSnapshot& screen, const UnderstoodPage& page);
   // The screen that came last is a page to type text into.
   bool AcceptsText() const { return acceptsText_; }
   // Fills everything of `frame` that the screen or the article decides; the caret too where `caretShown`.
-  void Compose(const ScreenSnapshot& screen, bool caretShown, FrameState& frame);
+  // `page` is marked with the keywords.
+  void Compose(const ScreenSnapshot& screen, const UnderstoodPage& page, bool caretShown, FrameState& frame);
 
   // Its caption stands in the picture.
   bool Offers(ArticleCommand command) const;
@@ -52,14 +58,15 @@ class PageComposer {
   bool IsPromptOverArticle(const ScreenSnapshot& screen) const;
   bool ShowsArticle() const { return article_.IsShown(); }
   // What a key that is the BBS's does in a small window; see NarrowSight.
-  std::optional<std::string> OnKey(const KeyPress& press, const ScreenSnapshot& screen) {
-    return sight_.OnKey(press, screen);
+  std::optional<std::string> OnKey(const KeyPress& press, const ScreenSnapshot& screen,
+                                   const UnderstoodPage& page) {
+    return sight_.OnKey(press, screen, page);
   }
   // Rows of the picture that the window shows, the lowest ones. Returns whether they are others.
   bool SetRowsInSight(int rows);
 
  private:
-  void ComposeScreen(const ScreenSnapshot& screen, FrameState& frame);
+  void ComposeScreen(const ScreenSnapshot& screen, const UnderstoodPage& page, FrameState& frame);
   void KeepArticleAbovePrompt(const ScreenSnapshot& screen, FrameState& frame);
   void MoveIntoSight(int cursorRow, Page& page);
   bool OffersCommands(const ScreenSnapshot& screen) const;

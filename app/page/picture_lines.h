@@ -2,6 +2,7 @@
 // than this. User-interface thread.
 #pragma once
 
+#include "bbs/link_places.h"
 #include "input/selectable_text.h"
 
 namespace quillet {
@@ -12,6 +13,8 @@ class PictureLines : public SelectableText {
   virtual int LineAtRow(int row) const = 0;
   // Where a line is in the picture; -1: not now.
   virtual int RowOfLine(int line) const = 0;
+  // Where links stand in a line.
+  virtual LinkPlaces Links(int index) const { return FindLinkPlaces(Line(index).text); }
   // The lines are an article's, which the picture can be moved over, not those of the BBS's screen.
   virtual bool IsArticle() const = 0;
 };

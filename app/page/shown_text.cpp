@@ -1,5 +1,6 @@
 #include "app/page/shown_text.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace quillet {
@@ -12,6 +13,11 @@ ArticleLine BlankLine() {
   return line;
 }
 
+bool HidesSomething(const PageRow& look) {
+  return std::any_of(look.cells.begin(), look.cells.end(),
+                     [](const PageCell& cell) { return (cell.style & CS_HIDDEN) != 0; });
+}
+
 ArticleLine AsSeen(ArticleLine line, const PageRow& look) {
   for (std::size_t col = 0; col < kCols; ++col)
     if ((look.cells[col].style & CS_HIDDEN) != 0) line.text[col] = look.cells[col].byte;
@@ -20,9 +26,9 @@ ArticleLine AsSeen(ArticleLine line, const PageRow& look) {
 
 }  // namespace
 
-ShownText::ShownText(const ScreenSnapshot& screen, const Page& page, const PageComposer& composer,
-                     const ArticleView& article)
-    : screen_(screen), page_(page), composer_(composer), article_(article) {}
+ShownText::ShownText(const ScreenSnapshot& screen, const UnderstoodPage& understood, const Page& page,
+                     const PageComposer& composer, const ArticleView& article)
+    : screen_(screen), understood_(understood), page_(page), composer_(composer), article_(article) {}
 
 bool ShownText::IsArticle() const {
   return composer_.ShowsArticle() || composer_.IsPromptOverArticle(screen_);
@@ -54,6 +60,12 @@ const ArticleLine& ShownText::Keep(int index, const ArticleLine& line) const {
 PageRow ShownText::Look(int index) const {
   if (IsArticle()) return article_.ShownRow(index);
   return index >= 0 && index < kRows ? page_[static_cast<std::size_t>(index)] : PageRow{};
+}
+
+LinkPlaces ShownText::Links(int index) const {
+  const int screenRow = index >= 0 && index < kRows && !IsArticle() ? composer_.ScreenRowAt(index) : -1;
+  const bool isAsSent = screenRow >= 0 && !HidesSomething(page_[static_cast<std::size_t>(index)]);
+  return isAsSent ? understood_.Line(screenRow).links : PictureLines::Links(index);
 }
 
 int ShownText::LineAtRow(int row) const {

@@ -13,10 +13,10 @@ namespace quillet {
 
 class ShownText : public PictureLines {
  public:
-  // All outlive the object. `page` is the picture that `composer` has composed last; the rows of the BBS's
-  // screen are those that it shows.
-  ShownText(const ScreenSnapshot& screen, const Page& page, const PageComposer& composer,
-            const ArticleView& article);
+  // All outlive the object. `understood` is what stands on the screen, `page` the picture that `composer` has
+  // composed last; the rows of the BBS's screen are those that it shows.
+  ShownText(const ScreenSnapshot& screen, const UnderstoodPage& understood, const Page& page,
+            const PageComposer& composer, const ArticleView& article);
 
   int Count() const override;
   const ArticleLine& Line(int index) const override;
@@ -25,6 +25,7 @@ class ShownText : public PictureLines {
   int LineAtRow(int row) const override;
   int RowOfLine(int line) const override;
   bool IsArticle() const override;
+  LinkPlaces Links(int index) const override;
   // How a line is shown, or would be; what is laid over the page may be in it.
   PageRow Look(int index) const;
 
@@ -32,6 +33,7 @@ class ShownText : public PictureLines {
   const ArticleLine& Keep(int index, const ArticleLine& line) const;
 
   const ScreenSnapshot& screen_;
+  const UnderstoodPage& understood_;
   const Page& page_;
   const PageComposer& composer_;
   const ArticleView& article_;

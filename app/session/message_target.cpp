@@ -50,7 +50,10 @@ MessageTarget::Messages MessageTarget::Take(unsigned connection) {
   wakeQueued_ = false;
   Messages taken = std::exchange(waiting_, {});
   if (connection != connection_) return {};
-  if (taken.screen) taken.seen = witness_.Take();
+  if (taken.screen) {
+    taken.page = witness_.Page();
+    taken.seen = witness_.Take();
+  }
   return taken;
 }
 

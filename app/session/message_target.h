@@ -1,7 +1,8 @@
 // Where the session's threads leave their messages for the view. Keeps only the newest screen, so that a
 // burst of updates costs one repaint, and wakes the view with one queued event. Every screen passes here,
-// also those that the view never sees, so here is where the witness looks at each; what it has found waits
-// with the newest screen. Post comes from any thread; everything else belongs to the user-interface thread.
+// also those that the view never sees, so here is where the witness looks at each; what stands on the newest
+// and what all of them have told goes with it. Post comes from any thread; everything else belongs to the
+// user-interface thread.
 #pragma once
 
 #include <functional>
@@ -39,7 +40,9 @@ class MessageTarget : public NotifyTarget {
     // The newest reason other than kUpdated, so that no connect or disconnect is lost between updates.
     ScreenReason reason = ScreenReason::kUpdated;
     bool bell = false;
-    Sightings seen;  // with the screen
+    // With the screen: what stands on it, and what those up to it have told.
+    UnderstoodPage page;
+    Sightings seen;
   };
   Messages Take(unsigned connection);
 

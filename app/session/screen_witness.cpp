@@ -9,30 +9,30 @@
 namespace quillet {
 
 void ScreenWitness::Look(ScreenSnapshot& screen, ScreenReason reason, std::int64_t now) {
-  MarkPushOverReader(lastFlags_, screen);
-  lastFlags_ = screen.pageFlags;
+  MarkPushOverReader(Page().flags, screen);
+  const UnderstoodPage& page = understanding_.Look(screen);
   if (reason != ScreenReason::kUpdated) {
     article_.Drop();
     login_.Clear();
     push_.Forget();
   }
   // Before the BBS goes back to a list, where no article is open.
-  if ((screen.pageFlags & PF_PUSH_LINE) != 0) pushing_ = article_.Current();
-  if (screen.sessionState == kStateConnected) article_.Look(screen, now);
+  if (page.Shows(PF_PUSH_LINE)) pushing_ = article_.Current();
+  if (screen.sessionState == kStateConnected) article_.Look(screen, page, now);
   login_.Look(screen);
-  if (push_.Look(screen)) pushed_ = pushing_;
+  if (push_.Look(screen, page)) pushed_.push_back(pushing_);
 }
 
 Sightings ScreenWitness::Take() {
   return {.article = article_.Current(),
           .articleOpen = article_.IsOpen(),
           .loginId = login_.Id(),
-          .pushed = std::exchange(pushed_, std::nullopt)};
+          .pushed = std::exchange(pushed_, {})};
 }
 
 void ScreenWitness::ForgetPush() {
   push_.Forget();
-  pushed_.reset();
+  pushed_.clear();
 }
 
 }  // namespace quillet

@@ -1,14 +1,15 @@
-// Looks at every screen of a connection, also at those that the view never takes over, and keeps what they
-// tell by following one another: which article is open, who logs in, that the user has pushed. The message
-// target owns it and guards it: any thread, one at a time.
+// Looks at every screen of a connection, also at those that the view never takes over: understands the page,
+// and keeps what the screens tell by following one another: which article is open, who logs in, that the user
+// has pushed. The message target owns it and guards it: any thread, one at a time.
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
+#include <vector>
 
 #include "app/session/login_id_watch.h"
 #include "bbs/article_info.h"
+#include "bbs/page_understanding.h"
 #include "bbs/push_watch.h"
 #include "core/screen_snapshot.h"
 #include "core/screen_watcher.h"
@@ -18,9 +19,9 @@ namespace quillet {
 // What the screens up to the newest one have told.
 struct Sightings {
   ArticleInfo article;
-  bool articleOpen = false;           // even where its header has not been seen
-  std::u16string loginId;             // empty while nobody is known to be logged in
-  std::optional<ArticleInfo> pushed;  // the article that has been pushed to since they were taken last
+  bool articleOpen = false;         // even where its header has not been seen
+  std::u16string loginId;           // empty while nobody is known to be logged in
+  std::vector<ArticleInfo> pushed;  // the articles that have been pushed to since they were taken last
 };
 
 class ScreenWitness {
@@ -28,6 +29,8 @@ class ScreenWitness {
   // The next screen, classified; tells it whether a push prompt lies over an open article. `now` in seconds
   // since 1970.
   void Look(ScreenSnapshot& screen, ScreenReason reason, std::int64_t now);
+  // What stands on the screen that came last.
+  const UnderstoodPage& Page() const { return understanding_.Page(); }
   Sightings Take();
 
   // What is known of the login without looking.
@@ -36,13 +39,12 @@ class ScreenWitness {
   void ForgetPush();
 
  private:
-  PageFacts facts_;
-  ArticleTracker article_{facts_};
+  PageUnderstanding understanding_;
+  ArticleTracker article_;
   LoginIdWatch login_;
   PushWatch push_;
-  std::uint32_t lastFlags_ = 0;  // of the screen that came last
-  ArticleInfo pushing_;          // open when a push was last asked for
-  std::optional<ArticleInfo> pushed_;
+  ArticleInfo pushing_;  // open when a push was last asked for
+  std::vector<ArticleInfo> pushed_;
 };
 
 }  // namespace quillet

@@ -50,12 +50,13 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
                   .userTypes = [this] { OnUserTypes(); },
                   .mustWait = [this] { return article_.Reading().MustWait(); },
                   .lost = [this](const LostCharacters& lost) { toast_.Show(DescribeLostCharacters(lost)); },
-                  .screen = [this]() -> const ScreenSnapshot& { return screen_; }}),
+                  .screen = [this]() -> const ScreenSnapshot& { return screen_; },
+                  .page = [this]() -> const UnderstoodPage& { return page_; }}),
       commands_(doc, article_, keys_,
                 {.refused = [this] { toast_.Show(DescribeNoCommand(doc_.IsConnected())); },
                  .pushOn = [this] { push_.Open(); },
                  .giveMoney = [this] { money_.Open(); }}),
-      shown_(screen_, frame_.page, composer_, article_),
+      shown_(screen_, page_, frame_.page, composer_, article_),
       selection_(shown_, {.changed = [this] { RefreshFrame(); },
                           .scrollBy = [this](int lines) { ScrollSelecting(lines); },
                           .finished = [this] { edit_.OnSelected(); }}),
@@ -63,7 +64,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       links_(shown_, WebHostsOf(doc.Hosts())),
       clipboard_(doc, *this,
                  {.send = [this](std::u16string_view text, Wrap wrap) { keys_.SendText(text, wrap); },
-                  .screen = [this]() -> const ScreenSnapshot& { return screen_; }}),
+                  .pageKind = [this] { return page_.kind; }}),
       web_(doc, {.beforeJump = [this] { article_.OnUserKey(); },
                  .tell = [this](const PanelText& notice) { ShowNotice(notice); }}),
       edit_({.doc = doc, .text = shown_, .selection = selection_, .clipboard = clipboard_, .web = web_},
@@ -79,7 +80,8 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
                 .selection = selection_,
                 .links = links_,
                 .doc = doc,
-                .screen = screen_},
+                .screen = screen_,
+                .page = page_},
                PointerHandlers()),
       timers_({.phaseTurned = [this] { RefreshFrame(); },
                .tick = [this] { Tick(); },
@@ -252,6 +254,7 @@ void CQuillView::ApplyDisplaySettings() {
   surface_.ApplySettings(doc_.Display());
   ime_.ApplySettings(doc_.Display());
   composer_.RefreshRules();
+  composer_.MarkKeywords(screen_, page_);
   background_.SetSource(QString::fromStdU16String(doc_.Fields().backgroundPicture));
   ApplyBackground();
   ShowOtherLines();
@@ -296,12 +299,14 @@ void CQuillView::TakeMessages() {
   MessageTarget::Messages messages = doc_.Messages().Take(doc_.Session().connectionNumber);
   if (messages.screen) {
     screen_ = *messages.screen;
+    page_ = messages.page;
+    composer_.MarkKeywords(screen_, page_);
     ++screenCount_;
     if (messages.reason != ScreenReason::kUpdated) keys_.DropWaiting();
     doc_.OnScreen(messages.reason, std::move(messages.seen));
     if (doc_.IsAutomationBusy()) article_.OnAutomationKey();
     article_.OnScreen(screen_);
-    const std::string keys = composer_.OnScreen(screen_);
+    const std::string keys = composer_.OnScreen(screen_, page_);
     if (!keys.empty() && !doc_.IsAutomationBusy()) SendBytes(keys);
     keys_.Flush();
     ShowOtherLines();
@@ -366,7 +371,7 @@ void CQuillView::RefreshFrame() {
   ime_.SetEnabled(AcceptsComposedText());
   frame_.blinkOff = timers_.BlinkOff();
   frame_.rightInset = qCeil(kRightInset * surface_.Scale());
-  composer_.Compose(screen_, caret, frame_);
+  composer_.Compose(screen_, page_, caret, frame_);
   pointer_.Decorate(frame_.page);
   links_.Decorate(frame_.page);
   search_.Decorate(frame_.page);

@@ -164,6 +164,7 @@ class CQuillView : public QWidget {
 
   CQuillDoc& doc_;
   ScreenSnapshot screen_;
+  UnderstoodPage page_;  // what stands on it, marked with the user's keywords
   FrameState frame_;
   unsigned screenCount_ = 0;
   bool flagsAtTop_ = false;  // in the picture; the side buttons leave them the margin

@@ -35,7 +35,7 @@ WindowState CQuillView::StateForKeys() const {
 
 KeyDecision CQuillView::Decide(const QKeyEvent& event) const {
   return DecideKeyMessage(ToKeyPress(event), event.isAutoRepeat() ? KeyPhase::kRepeat : KeyPhase::kFirst,
-                          screen_, StateForKeys());
+                          screen_, page_, StateForKeys());
 }
 
 bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
@@ -75,7 +75,7 @@ bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
     return true;
   timers_.RestartCaret();
   if (decision.route == KeyRoute::kBbs) {
-    if (auto keys = composer_.OnKey(ToKeyPress(event), screen_)) {
+    if (auto keys = composer_.OnKey(ToKeyPress(event), screen_, page_)) {
       if (!keys->empty()) SendBytes(*std::move(keys));
       ShowOtherLines();
       return true;
@@ -263,7 +263,7 @@ std::u16string CQuillView::IdAtCell(int row, int col) const {
   const int line = shown_.LineAtRow(row);
   if (line < 0) return {};
   // As the BBS has sent it: who has masked an id must be able to take it out of his lists again.
-  if (!shown_.IsArticle()) return IdAt(doc_.PageReader(), screen_, composer_.ScreenRowAt(row), col);
+  if (!shown_.IsArticle()) return IdAt(screen_, page_, composer_.ScreenRowAt(row), col);
   const ArticleLine* const sent = article_.ShownLine(line);
   return sent == nullptr ? std::u16string() : IdInArticle(doc_.PageReader(), *sent, line, col);
 }
@@ -271,7 +271,7 @@ std::u16string CQuillView::IdAtCell(int row, int col) const {
 QString CQuillView::IdInQuestion() const {
   const auto cell = pointer_.CellUnderPointer();
   std::u16string id = cell ? IdAtCell(cell->y(), cell->x()) : std::u16string();
-  if (id.empty()) id = AuthorAtCursor(screen_, doc_.OpenArticle());
+  if (id.empty()) id = AuthorAtCursor(screen_, page_, doc_.OpenArticle());
   return QString::fromStdU16String(id);
 }
 

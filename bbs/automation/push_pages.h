@@ -7,12 +7,9 @@
 #include <string>
 
 #include "bbs/page_tests.h"
+#include "bbs/push_line.h"
 
 namespace quillet {
-
-// In the order of the BBS's own choices, which count from 1.
-enum class PushKind { kGood, kBad, kNote };
-inline constexpr std::size_t kPushKinds = 3;
 
 class PushPages {
  public:

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "bbs/line_flags.h"
+#include "bbs/listed_article.h"
+#include "bbs/page_header.h"
 #include "render/age_text.h"
 #include "render/row_edit.h"
 #include "render/style/id_marks.h"
@@ -12,9 +15,7 @@ namespace quillet {
 namespace {
 
 constexpr CellRange kPushMark = {0, 2};
-constexpr CellRange kListAuthor = {17, 29};
-constexpr CellRange kListTitle = {30, kCols};
-constexpr int kHeaderAuthorCol = 7;
+constexpr CellRange kListTitle = {kListTitleCol, kCols};
 
 HiddenForm FormOf(const StyleRules& rules) {
   return rules.settings->hideCharShowStar ? HiddenForm::kStars : HiddenForm::kBlanks;
@@ -32,16 +33,6 @@ void Recolour(PageRow& row, CellRange range, std::uint8_t from, std::uint8_t to)
     PageCell& cell = row.cells[static_cast<std::size_t>(col)];
     if (cell.fore == from && IsDarkGround(cell.back)) cell.fore = to;
   }
-}
-
-// What is left of the range without the blanks at both ends.
-CellRange WithoutBlanks(const PageRow& row, CellRange range) {
-  const auto isBlank = [&](int col) { return row.cells[static_cast<std::size_t>(col)].byte == ' '; };
-  while (!range.IsEmpty() && isBlank(range.first))
-    ++range.first;
-  while (!range.IsEmpty() && isBlank(range.last - 1))
-    --range.last;
-  return range;
 }
 
 // Where the ground that lies under `col` ends: before the header's next label.
@@ -71,7 +62,7 @@ void StylePushLine(PageRow& row, const PushInPage& push, const StyleRules& rules
   if (settings.mergePush && push.followsOwnId) {
     if (isMasked) HideText(row, push.line.id, HiddenForm::kBlanks);
     LeaveOut(row, push.line.id);
-    if (push.line.isNote) LeaveOut(row, kPushMark);
+    if (push.line.kind == PushKind::kNote) LeaveOut(row, kPushMark);
   } else {
     if (isMasked) HideText(row, push.line.id, FormOf(rules));
     MarkId(row, {push.line.id, push.line.words, isMasked}, push.id, rules);
@@ -89,11 +80,10 @@ void StyleListLine(PageRow& row, const ListLine& line, const Keywords& titleWord
   const int mark = line.flags & LF_MARK_MASK;
   if (mark == LF_DELETED) return;
   const TitleTreatment treatment = TitleTreatmentOf(rules, titleWords, line.author, line.title);
-  const CellRange author = WithoutBlanks(row, kListAuthor);
   const bool isMasked = treatment >= TitleTreatment::kMaskId;
-  if (isMasked) HideText(row, author, FormOf(rules));
+  if (isMasked) HideText(row, line.authorCells, FormOf(rules));
   if (treatment >= TitleTreatment::kHideText) HideText(row, kListTitle, FormOf(rules));
-  MarkId(row, {author, kListTitle, isMasked}, line.author, rules);
+  MarkId(row, {line.authorCells, kListTitle, isMasked}, line.author, rules);
   const bool hasKeyword = (line.flags & LF_KEYWORD) != 0 && ColourKeywords(row, rules.keywords);
   if (hasKeyword || treatment != TitleTreatment::kNone) return;
   // A title that the BBS has coloured, as that of the chosen article, keeps its colour.
@@ -103,8 +93,8 @@ void StyleListLine(PageRow& row, const ListLine& line, const Keywords& titleWord
 }
 
 void StyleHeaderAuthor(PageRow& row, std::u16string_view author, const StyleRules& rules) {
-  const int end = kHeaderAuthorCol + ColumnsOf(author);
-  MarkId(row, {{kHeaderAuthorCol, end}, {end, EndOfGround(row, kHeaderAuthorCol)}}, author, rules);
+  const int end = kHeaderFieldCol + ColumnsOf(author);
+  MarkId(row, {{kHeaderFieldCol, end}, {end, EndOfGround(row, kHeaderFieldCol)}}, author, rules);
 }
 
 void LayBar(PageRow& row) {

@@ -6,8 +6,9 @@
 #include <cstdint>
 #include <string_view>
 
+#include "bbs/cell_range.h"
+#include "bbs/push_line.h"
 #include "render/page_row.h"
-#include "render/style/push_line.h"
 #include "render/style/style_rules.h"
 
 namespace quillet {
@@ -26,6 +27,7 @@ void StylePushLine(PageRow& row, const PushInPage& push, const StyleRules& rules
 void StylePushPrompt(PageRow& row, const StyleRules& rules);
 
 struct ListLine {
+  CellRange authorCells;
   std::u16string_view author;
   std::u16string_view title;  // needed while there are title words
   std::uint8_t flags = 0;     // LineFlag

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "render/style/push_line.h"
+#include "bbs/push_line.h"
 
 namespace quillet {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "bbs/line_flags.h"
+#include "bbs/keywords.h"
 #include "settings/name_list.h"
 #include "settings/settings.h"
 

@@ -4,8 +4,10 @@
 #include <bit>
 #include <utility>
 
+#include "bbs/screen_fields.h"
 #include "core/byte_words.h"
 #include "core/charset.h"
+#include "render/row_edit.h"
 #include "render/style/line_style.h"
 #include "render/style/list_treatment.h"
 #include "render/style/push_clock.h"
@@ -38,12 +40,7 @@ bool Begins(std::string_view cells, std::string_view mark) {
 }  // namespace
 
 StyledArticle::StyledArticle(const PageFacts& facts)
-    : facts_(&facts),
-      noteMark_(ToBig5(u"※")),
-      origin_(ToBig5(u"※ 發信站")),
-      scratch_(std::make_unique<ScreenSnapshot>()) {
-  scratch_->Clear();
-}
+    : facts_(&facts), noteMark_(ToBig5(u"※")), origin_(ToBig5(u"※ 發信站")) {}
 
 void StyledArticle::Follow(const ArticleLines& lines, std::int64_t postTime, const StyleRules& rules) {
   const std::size_t known = lines_.size();
@@ -126,11 +123,9 @@ StyledArticle::Facts StyledArticle::Read(const ArticleLine& line, std::size_t at
   Facts facts;
   facts.print = PrintOf(line);
   facts.earliest = at == 0 ? postTime_ : lines_[at - 1].earliest;
-  scratch_->text[0] = line.text;
-  scratch_->attr[0] = line.attr;
-  if (at == 0) author_ = facts_->ParseHeaderAuthor(*scratch_);
-  if (facts_->IsPushCommentLine(*scratch_, 0)) {
-    ReadPush(line.text, facts, now);
+  if (at == 0) author_ = FieldText(line.text, facts_->Header().Author(line.text, line.attr));
+  if (const std::optional<PushLine> push = facts_->ReadPush(line.text)) {
+    ReadPush(line.text, *push, facts, now);
   } else {
     facts.isOrigin = Begins(BytesOf(line.text), origin_);
     facts.isColoured = IsAuthorsOwn(line, at) && !IsPlain(line.attr);
@@ -138,12 +133,12 @@ StyledArticle::Facts StyledArticle::Read(const ArticleLine& line, std::size_t at
   return facts;
 }
 
-void StyledArticle::ReadPush(const ScreenRow& text, Facts& facts, std::int64_t now) {
-  facts.writer = WriterOf(facts_->ParsePushAuthor(*scratch_, 0));
-  facts.push = ReadPushLine(text);
-  if (!facts.push.stamp) return;
+void StyledArticle::ReadPush(const ScreenRow& text, const PushLine& push, Facts& facts, std::int64_t now) {
+  facts.writer = WriterOf(PushId(text, push));
+  facts.push = push;
+  if (!push.stamp) return;
   PushClock clock(facts.earliest);
-  facts.time = clock.TimeOf(*facts.push.stamp, now);
+  facts.time = clock.TimeOf(*push.stamp, now);
   facts.earliest = clock.Earliest();
 }
 

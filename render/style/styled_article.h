@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -11,8 +10,8 @@
 
 #include "bbs/article_lines.h"
 #include "bbs/page_facts.h"
+#include "bbs/push_line.h"
 #include "render/page_row.h"
-#include "render/style/push_line.h"
 #include "render/style/style_rules.h"
 
 namespace quillet {
@@ -65,7 +64,7 @@ class StyledArticle {
 
   std::size_t ReadLines(const ArticleLines& lines, bool isLater, std::int64_t now);
   Facts Read(const ArticleLine& line, std::size_t at, std::int64_t now);
-  void ReadPush(const ScreenRow& text, Facts& facts, std::int64_t now);
+  void ReadPush(const ScreenRow& text, const PushLine& push, Facts& facts, std::int64_t now);
   bool IsAuthorsOwn(const ArticleLine& line, std::size_t at) const;
   int WriterOf(std::u16string id);
   bool AskLists(const StyleRules& rules);
@@ -73,9 +72,8 @@ class StyledArticle {
   bool IsPush(std::size_t line) const { return lines_[line].writer != kNobody; }
   void FindFirstPush();
 
-  const PageFacts* facts_;                   // never null
-  std::string noteMark_, origin_;            // beginnings of lines that the BBS writes
-  std::unique_ptr<ScreenSnapshot> scratch_;  // row 0 holds the line that is being looked at
+  const PageFacts* facts_;         // never null
+  std::string noteMark_, origin_;  // beginnings of lines that the BBS writes
   std::vector<Facts> lines_;
   std::vector<int> shown_;
   std::vector<Writer> writers_;

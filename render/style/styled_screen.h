@@ -3,7 +3,7 @@
 // User-interface thread; pure.
 #pragma once
 
-#include "bbs/page_facts.h"
+#include "bbs/understood_page.h"
 #include "render/page_row.h"
 #include "render/style/style_rules.h"
 
@@ -15,8 +15,9 @@ struct StyledScreen {
   std::array<int, kRows> rowOf{};
 };
 
-// `screen` is classified; `postTime` is the open article's, 0 unknown.
-StyledScreen StyleScreen(const PageFacts& facts, const ScreenSnapshot& screen, const StyleRules& rules,
+// `page` is what stands on `screen`, marked with the user's keywords; `postTime` is the open article's, 0
+// unknown.
+StyledScreen StyleScreen(const ScreenSnapshot& screen, const UnderstoodPage& page, const StyleRules& rules,
                          std::int64_t postTime);
 
 }  // namespace quillet

@@ -30,7 +30,7 @@ inline BbsArticle ArticleOf(int rows) {
   return article;
 }
 
-inline std::u16string PushLine(int number) {
+inline std::u16string PushText(int number) {
   const std::string digits = std::to_string(number);
   return u"推 someone: 第" + std::u16string(digits.begin(), digits.end()) + u"樓";
 }

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "bbs/page_flags.h"
+#include "bbs/page_understanding.h"
 #include "bbs/push_over_reader.h"
 #include "bbs/screen_classifier.h"
 #include "tests/support/article_pages.h"
@@ -20,8 +20,6 @@ class ArticleInfoTest : public WithTables {
   void SetUp() override {
     WithTables::SetUp();
     pages_.emplace();
-    facts_.emplace();
-    tracker_.emplace(*facts_);
   }
   bool Show(ScreenSnapshot screen) {
     ClassifyScreen(*pages_, screen, ScreenReason::kUpdated);
@@ -32,9 +30,9 @@ class ArticleInfoTest : public WithTables {
     screen.pageFlags = flags;
     MarkPushOverReader(flags_, screen);
     flags_ = screen.pageFlags;
-    return tracker_->Look(screen, kNow);
+    return tracker_.Look(screen, understanding_.Look(screen), kNow);
   }
-  const ArticleInfo& Info() const { return tracker_->Current(); }
+  const ArticleInfo& Info() const { return tracker_.Current(); }
 
   static ScreenSnapshot Body(int firstLine) {
     ScreenBuilder builder;
@@ -60,16 +58,16 @@ class ArticleInfoTest : public WithTables {
   }
 
   std::optional<PageTests> pages_;
-  std::optional<PageFacts> facts_;
-  std::optional<ArticleTracker> tracker_;
+  PageUnderstanding understanding_;
+  ArticleTracker tracker_;
   std::uint32_t flags_ = 0;
 };
 
 TEST_F(ArticleInfoTest, AnArticleIsReadAtItsTopAndKeptOnItsPages) {
   EXPECT_FALSE(Show(List()));
-  EXPECT_FALSE(tracker_->IsOpen());
+  EXPECT_FALSE(tracker_.IsOpen());
   EXPECT_TRUE(Show(TopPage()));
-  EXPECT_TRUE(tracker_->IsOpen() && Info().IsArticle());
+  EXPECT_TRUE(tracker_.IsOpen() && Info().IsArticle());
   EXPECT_EQ(Info().author, u"kagami");
   EXPECT_EQ(Info().board, u"Astronomy");
   EXPECT_EQ(Info().title, u"[問題] 鏡子裡是誰");
@@ -87,7 +85,7 @@ TEST_F(ArticleInfoTest, AnArticleIsReadAtItsTopAndKeptOnItsPages) {
   EXPECT_TRUE(Show(TopPage()));
   EXPECT_EQ(Info(), top);
   EXPECT_TRUE(Show(List()));
-  EXPECT_FALSE(tracker_->IsOpen());
+  EXPECT_FALSE(tracker_.IsOpen());
   EXPECT_EQ(Info(), ArticleInfo{});
 }
 
@@ -99,7 +97,7 @@ TEST_F(ArticleInfoTest, AnotherArticleReplacesTheRecord) {
   for (const Header& header :
        {Header{.author = u"tsukasa"}, Header{.board = u"Joke"}, Header{.title = u"Re: [問題]"},
         Header{.time = u"Fri Nov  6 06:04:06 2026"}, Header{.time = u"garbage"}}) {
-    tracker_->Drop();
+    tracker_.Drop();
     Show(TopPage());
     const ArticleInfo first = Info();
     EXPECT_TRUE(
@@ -110,7 +108,7 @@ TEST_F(ArticleInfoTest, AnotherArticleReplacesTheRecord) {
   }
   // One without a header is not the one before.
   EXPECT_TRUE(Show(WithReaderFooter(Body(0))));
-  EXPECT_TRUE(tracker_->IsOpen());
+  EXPECT_TRUE(tracker_.IsOpen());
   EXPECT_FALSE(Info().IsArticle());
   EXPECT_EQ(Info().title, u"");
   EXPECT_EQ(Info().postTime, 0);
@@ -151,13 +149,13 @@ TEST_F(ArticleInfoTest, WhatIsDrawnOverTheReaderDoesNotEndIt) {
       Over(SecondPage(), 23, u" ★ 這份文件是可播放的文字動畫，要開始播放嗎？ [Y/n]"),
   };
   for (const ScreenSnapshot& cover : covers) {
-    tracker_->Drop();
+    tracker_.Drop();
     Show(TopPage());
     Show(SecondPage());
     const ArticleInfo before = Info();
     EXPECT_FALSE(Show(cover));
     EXPECT_EQ(flags_ & PF_READING, 0u);
-    EXPECT_TRUE(tracker_->IsOpen());
+    EXPECT_TRUE(tracker_.IsOpen());
     EXPECT_FALSE(Show(SecondPage()));
     EXPECT_EQ(Info(), before);
   }
@@ -170,7 +168,7 @@ TEST_F(ArticleInfoTest, AStarLineChangesNothing) {
   EXPECT_EQ(Info(), before);
   // Over a list it says that the article has been left.
   EXPECT_TRUE(ShowAs(Over(List(), 23, u"★tsukasa 在嗎"), PF_ARTICLE_LIST | PF_STAR_LINE));
-  EXPECT_FALSE(tracker_->IsOpen());
+  EXPECT_FALSE(tracker_.IsOpen());
 }
 
 TEST_F(ArticleInfoTest, AnyOtherPageEndsIt) {
@@ -184,7 +182,7 @@ TEST_F(ArticleInfoTest, AnyOtherPageEndsIt) {
   for (const ScreenBuilder& page : {menu, mail, editor, notice}) {
     Show(TopPage());
     EXPECT_TRUE(Show(page.screen));
-    EXPECT_FALSE(tracker_->IsOpen());
+    EXPECT_FALSE(tracker_.IsOpen());
     EXPECT_EQ(Info(), ArticleInfo{});
   }
 }
@@ -215,7 +213,7 @@ TEST_F(ArticleInfoTest, TheBoxOverTheReaderTellsTheCode) {
   EXPECT_EQ(Info().author, u"");
   EXPECT_EQ(Info().board, u"Joke");
   // A code that came first stays when the header is seen.
-  tracker_->Drop();
+  tracker_.Drop();
   Show(SecondPage());
   Show(box(SecondPage(), kLine));
   Show(TopPage());

@@ -99,7 +99,7 @@ TEST_F(ArticleLinesTest, AGapIsNotTakenAndDoesNoHarm) {
 TEST_F(ArticleLinesTest, APageBehindTheKnownEndReopensTheArticle) {
   TakeAll();
   for (int push = 0; push < 60; ++push)
-    bbs_->articles[0].rows.push_back(PushLine(push));
+    bbs_->articles[0].rows.push_back(PushText(push));
   const unsigned version = lines_->Version();
   EXPECT_EQ(TakeAt(1000), Taken::kNothing);
   EXPECT_FALSE(lines_->IsComplete());

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "bbs/article_reading.h"
+#include "bbs/page_understanding.h"
 #include "tests/bbs/article_bbs.h"
 #include "tests/support/tables.h"
 
@@ -25,8 +26,6 @@ class ArticleReadingTest : public WithTables {
   void SetUp() override {
     WithTables::SetUp();
     bbs_ = std::make_unique<ArticleBbs>();
-    facts_ = std::make_unique<PageFacts>();
-    tracker_ = std::make_unique<ArticleTracker>(*facts_);
     reading_ = std::make_unique<ArticleReading>(
         ArticleReading::Handlers{.send = [this](std::string_view keys) { SendOwn(keys); },
                                  .news = [this](const ArticleNews& news) { news_.push_back(news); }});
@@ -36,7 +35,7 @@ class ArticleReadingTest : public WithTables {
   // A new connection to a new BBS.
   void Restart() {
     reading_->Drop();
-    tracker_->Drop();
+    tracker_.Drop();
     bbs_ = std::make_unique<ArticleBbs>();
     line_.clear();
     own_.clear();
@@ -53,8 +52,8 @@ class ArticleReadingTest : public WithTables {
   }
   void UserTypes(int key) { UserTypes(KeySequence(key)); }
   void Show(const ScreenSnapshot& screen) {
-    tracker_->Look(screen, 0);
-    reading_->OnScreen(screen, tracker_->Current(), tracker_->IsOpen(), now_);
+    tracker_.Look(screen, understanding_.Look(screen), 0);
+    reading_->OnScreen(screen, tracker_.Current(), tracker_.IsOpen(), now_);
     EXPECT_FALSE(reading_->StandsForScreen() && reading_->Lines().Count() == 0);
   }
   // The BBS takes what has arrived, one key after the other.
@@ -123,7 +122,7 @@ class ArticleReadingTest : public WithTables {
   BbsArticle& Article() { return bbs_->articles[0]; }
   void AddPushes(int count) {
     for (int push = 0; push < count; ++push)
-      Article().rows.push_back(PushLine(push));
+      Article().rows.push_back(PushText(push));
   }
   static std::string Keys(int key, int times) {
     std::string keys;
@@ -138,8 +137,8 @@ class ArticleReadingTest : public WithTables {
   std::deque<Key> line_;
   std::vector<ArticleNews> news_;
   std::unique_ptr<ArticleBbs> bbs_;
-  std::unique_ptr<PageFacts> facts_;
-  std::unique_ptr<ArticleTracker> tracker_;
+  PageUnderstanding understanding_;
+  ArticleTracker tracker_;
   std::unique_ptr<ArticleReading> reading_;
 };
 

@@ -86,15 +86,15 @@ TEST_F(ArticleRefreshingTest, AnEditedTextIsReadAgainAndTold) {
       {"on the first page", [](auto& rows) { rows[3] = u"改過"; }, true, 0},
       {"a line more in the middle", [](auto& rows) { rows.insert(rows.begin() + 60, u"多一行"); }, true, 0},
       {"a line less, and a push",
-       [](auto& rows) { rows.erase(rows.begin() + 30), rows.push_back(PushLine(9)); }, true, 1},
+       [](auto& rows) { rows.erase(rows.begin() + 30), rows.push_back(PushText(9)); }, true, 1},
       {"a note at the end",
        [](auto& rows) {
-         rows.insert(rows.end(), {u"※ 編輯: kagami, 11/06/2026 07:00:00", PushLine(9)});
+         rows.insert(rows.end(), {u"※ 編輯: kagami, 11/06/2026 07:00:00", PushText(9)});
        },
        true, 1},
       {"pushes only",
        [](auto& rows) {
-         rows.insert(rows.end(), {PushLine(9), PushLine(10)});
+         rows.insert(rows.end(), {PushText(9), PushText(10)});
        },
        false, 2},
   };

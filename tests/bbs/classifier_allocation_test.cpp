@@ -4,6 +4,7 @@
 #include <new>
 #include <string>
 
+#include "bbs/page_understanding.h"
 #include "bbs/screen_classifier.h"
 #include "tests/support/article_pages.h"
 #include "tests/support/tables.h"
@@ -46,9 +47,11 @@ TEST_F(ClassifierAllocationTest, NoPageTakesMemory) {
   banner.Put(0, 0, u"【").Put(23, 0, u" ▄▄▄▄▄▄▄▄▄▄▄▄▄▄▄ 請按任意鍵繼續 ▄▄▄▄▄▄▄▄▄▄▄▄▄▄▄  ").Cursor(23, 79);
   ScreenSnapshot screens[] = {list.screen,   field.screen,           push.screen,
                               banner.screen, ScreenBuilder().screen, WithReaderFooter(ArticleHeader())};
+  PageUnderstanding understanding;
   for (ScreenSnapshot& screen : screens) {
     const int before = allocations;
     ClassifyScreen(pages, screen, ScreenReason::kUpdated);
+    understanding.Look(screen);
     EXPECT_EQ(allocations, before);
   }
   // The counter counts.

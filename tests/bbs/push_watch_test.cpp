@@ -5,6 +5,7 @@
 #include "bbs/page_flags.h"
 #include "tests/support/screen_builder.h"
 #include "tests/support/tables.h"
+#include "tests/support/understanding.h"
 
 namespace quillet {
 namespace {
@@ -15,13 +16,13 @@ class PushWatchTest : public WithTables {
     ScreenBuilder builder;
     builder.Put(20, 0, line);
     builder.screen.pageFlags = flags;
-    return watch_.Look(builder.screen);
+    return watch_.Look(builder.screen, Understand(builder.screen));
   }
   bool LookAtQuestion() {
     ScreenBuilder builder;
     builder.Put(kBottomRow, 0, u"推 me: 好    確定[y/N]:").Cursor(kBottomRow, 23);
     builder.screen.pageFlags = PF_PUSH_LINE;
-    return watch_.Look(builder.screen);
+    return watch_.Look(builder.screen, Understand(builder.screen));
   }
   static constexpr std::uint32_t kConfirmed = PF_PUSH_LINE | PF_PUSH_CONFIRM;
   static constexpr const char16_t* kTaken = u"推 me: 好                  10/06 22:00";

@@ -97,7 +97,7 @@ TEST_F(TypingPauseTest, NoKeyOfItsOwnEverGoesAstray) {
       if (below(2) == 0) Pass(below(300), true);
     }
     if (below(3) == 0) reading_->WantMore(now_);
-    if (below(5) == 0) bbs_->articles[static_cast<std::size_t>(below(2))].rows.push_back(PushLine(round));
+    if (below(5) == 0) bbs_->articles[static_cast<std::size_t>(below(2))].rows.push_back(PushText(round));
     if (below(40) == 0 && line_.empty() && !reading_->MustWait()) {
       bbs_->cover = u" ◆ 系統訊息 ";
       Show(bbs_->Screen());

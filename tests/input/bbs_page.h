@@ -3,6 +3,7 @@
 
 #include "bbs/screen_classifier.h"
 #include "tests/support/screen_builder.h"
+#include "tests/support/understanding.h"
 
 namespace quillet {
 

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 #include <random>
 
-#include "bbs/page_flags.h"
 #include "tests/support/article_pages.h"
 #include "tests/support/screen_builder.h"
 #include "tests/support/tables.h"
+#include "tests/support/understanding.h"
 
 namespace quillet {
 namespace {
@@ -14,11 +14,12 @@ namespace {
 class IdAtTest : public WithTables {
  protected:
   // The id at each column of the row, told once for each run of columns: "3-9 someone".
-  std::string IdsIn(const ScreenSnapshot& screen, int row) const {
+  static std::string IdsIn(const ScreenSnapshot& screen, int row) {
     std::string all;
+    const UnderstoodPage page = Understand(screen);
     for (int col = -1; col <= kCols; ++col)
-      if (const auto placed = PlacedIdAt(facts_, screen, row, col)) {
-        EXPECT_EQ(IdAt(facts_, screen, row, col), placed->id);
+      if (const auto placed = PlacedIdAt(screen, page, row, col)) {
+        EXPECT_EQ(IdAt(screen, page, row, col), placed->id);
         if (col == placed->first)
           all += std::to_string(placed->first) + "-" + std::to_string(placed->last) + " " +
                  std::string(placed->id.begin(), placed->id.end()) + ";";

@@ -86,15 +86,16 @@ class MouseSchemeTest : public WithTables {
   }
 
   MouseAction Click(int row, int col, const ScreenSnapshot& screen) const {
-    return DecideClick({.row = row, .col = col, .upperHalf = row < 12}, screen, settings);
+    return DecideClick({.row = row, .col = col, .upperHalf = row < 12}, screen, Understand(screen), settings);
   }
   MouseAction Turn(int notches, const ScreenSnapshot& screen, HeldButton held = HeldButton::kNone,
                    Picture picture = Picture::kScreen) const {
-    return DecideWheel({.notches = notches, .lines = 3 * notches}, held, picture, screen, settings);
+    return DecideWheel({.notches = notches, .lines = 3 * notches}, held, picture, screen, Understand(screen),
+                       settings);
   }
   MouseAction Side(SideButtonPressed button, const ScreenSnapshot& screen,
                    Picture picture = Picture::kScreen) const {
-    return DecideSideButton(button, picture, screen, settings);
+    return DecideSideButton(button, picture, screen, Understand(screen), settings);
   }
   static constexpr HeldButton kWithRight = HeldButton::kRight;
   static constexpr SideButtonPressed kBack = SideButtonPressed::kBack, kForward = SideButtonPressed::kForward;
@@ -154,8 +155,8 @@ TEST_F(MouseSchemeTest, AClickGoesOnWhereAnyKeyDoes) {
 TEST_F(MouseSchemeTest, TheLeftMarginGoesBackButNotOutOfWhatIsWritten) {
   const auto margin = [&](const ScreenSnapshot& screen, Picture picture = Picture::kScreen) {
     const PointerPlace place{.picture = picture, .row = 5, .col = 0, .leftMargin = true};
-    if (ShapeAt(place, screen, settings) == PointerShape::kBack)
-      return DecideClick(place, screen, settings).bytes;
+    if (ShapeAt(place, screen, Understand(screen), settings) == PointerShape::kBack)
+      return DecideClick(place, screen, Understand(screen), settings).bytes;
     return std::string();
   };
   for (const ScreenSnapshot& screen : {ArticleList(5, 22), BoardList(5, 22), Menu(13), ReaderMiddle()})
@@ -170,15 +171,19 @@ TEST_F(MouseSchemeTest, TheHalvesOfTheWindowMoveUpAndDown) {
   for (const ScreenSnapshot& screen : {ArticleList(5, 22), BoardList(5, 22), Menu(13), ReaderMiddle()}) {
     EXPECT_EQ(Click(2, 40, screen).bytes, kUp);
     EXPECT_EQ(Click(20, 40, screen).bytes, kDown);
-    EXPECT_EQ(ShapeAt({.row = 2, .col = 40, .upperHalf = true}, screen, settings), PointerShape::kUp);
-    EXPECT_EQ(ShapeAt({.row = 20, .col = 40}, screen, settings), PointerShape::kDown);
+    EXPECT_EQ(ShapeAt({.row = 2, .col = 40, .upperHalf = true}, screen, Understand(screen), settings),
+              PointerShape::kUp);
+    EXPECT_EQ(ShapeAt({.row = 20, .col = 40}, screen, Understand(screen), settings), PointerShape::kDown);
   }
-  EXPECT_EQ(ShapeAt({.row = 20, .col = 40}, ReaderEnd(), settings), PointerShape::kText);
-  EXPECT_EQ(ShapeAt({.row = 20, .col = 40}, Typing(), settings), PointerShape::kOrdinary);
+  EXPECT_EQ(ShapeAt({.row = 20, .col = 40}, ReaderEnd(), Understand(ReaderEnd()), settings),
+            PointerShape::kText);
+  EXPECT_EQ(ShapeAt({.row = 20, .col = 40}, Typing(), Understand(Typing()), settings),
+            PointerShape::kOrdinary);
   EXPECT_EQ(Click(2, 40, ReaderTop()), MouseAction());
   EXPECT_EQ(Click(20, 40, ReaderEnd()), MouseAction());
-  EXPECT_EQ(DecideClick({.picture = Picture::kArticle, .row = 20}, ReaderEnd(), settings),
-            (MouseAction{.kind = MouseActionKind::kScrollLines, .lines = 1}));
+  EXPECT_EQ(
+      DecideClick({.picture = Picture::kArticle, .row = 20}, ReaderEnd(), Understand(ReaderEnd()), settings),
+      (MouseAction{.kind = MouseActionKind::kScrollLines, .lines = 1}));
 }
 
 TEST_F(MouseSchemeTest, NoChoiceClicksIntoWhatIsTyped) {
@@ -205,7 +210,9 @@ TEST_F(MouseSchemeTest, EveryChoiceOfTheWheelMovesByStepsOfItsOwn) {
   EXPECT_EQ(Turn(-1, Editor()).bytes, Times(3, kDown));
   const WheelTurn fine{.notches = 0, .lines = -1};
   for (const auto& [screen, keys] : {std::pair{ReaderMiddle(), kDown}, {ArticleList(5, 22), std::string()}})
-    EXPECT_EQ(DecideWheel(fine, HeldButton::kNone, Picture::kScreen, screen, settings).bytes, keys);
+    EXPECT_EQ(
+        DecideWheel(fine, HeldButton::kNone, Picture::kScreen, screen, Understand(screen), settings).bytes,
+        keys);
   settings.wheel = kWheelUpDown;
   EXPECT_EQ(Turn(2, ArticleList(5, 22)).bytes, kUp + kUp);
   EXPECT_EQ(inArticle(-1).lines, 1);
@@ -266,7 +273,9 @@ TEST_F(MouseSchemeTest, NoWheelAndNoSideButtonActsOnWhatIsTypedOrAsked) {
 TEST_F(MouseSchemeTest, AnUnheardOfTurnSendsABoundedNumberOfKeys) {
   const WheelTurn huge{.notches = -9000, .lines = -27000};
   for (const ScreenSnapshot& screen : {ArticleList(5, 22), Menu(12), Editor(), ReaderMiddle()})
-    EXPECT_LT(DecideWheel(huge, HeldButton::kNone, Picture::kScreen, screen, settings).bytes.size(), 500u);
+    EXPECT_LT(DecideWheel(huge, HeldButton::kNone, Picture::kScreen, screen, Understand(screen), settings)
+                  .bytes.size(),
+              500u);
 }
 
 // ---- The wheel with a button, and the side buttons

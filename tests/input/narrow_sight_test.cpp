@@ -44,14 +44,17 @@ struct List {
   }
 };
 
+std::string See(NarrowSight& sight, const ScreenSnapshot& screen) {
+  return sight.OnScreen(screen, Understand(screen));
+}
+
 class NarrowSightTest : public WithTables {
  protected:
   // Presses the key until the entry has been in sight; returns the entries that have been, page by page.
   std::set<int> Walk(List& list, int virtualKey, int until) {
     std::set<int> seen;
     for (int press = 0; press < 3 * list.count + 10; ++press) {
-      for (std::string keys = sight.OnScreen(list.Screen()); !keys.empty();
-           keys = sight.OnScreen(list.Screen()))
+      for (std::string keys = See(sight, list.Screen()); !keys.empty(); keys = See(sight, list.Screen()))
         list.Take(keys);
       const int row = kFirstEntry + list.selected - list.Page();
       const int top = sight.TopFor(row);
@@ -60,7 +63,7 @@ class NarrowSightTest : public WithTables {
            ++at)
         if (const int entry = list.Page() + at - kFirstEntry; entry < list.count) seen.insert(entry);
       if (seen.count(until) != 0) break;
-      const auto keys = sight.OnKey({.virtualKey = virtualKey}, list.Screen());
+      const auto keys = sight.OnKey({.virtualKey = virtualKey}, list.Screen(), Understand(list.Screen()));
       if (keys) list.Take(*keys);
     }
     return seen;
@@ -85,36 +88,37 @@ TEST_F(NarrowSightTest, PagingThroughAListBringsEveryLineIntoSightBothWays) {
 
 TEST_F(NarrowSightTest, ItFollowsAWindowThatBecomesSmallOverAPage) {
   const List list{.count = 47, .selected = 46};
-  sight.OnScreen(list.Screen());
+  See(sight, list.Screen());
   sight.SetRows(4);
   ASSERT_EQ(sight.TopFor(9), 6);
-  EXPECT_EQ(sight.OnKey({.virtualKey = kKeyPageUp}, list.Screen())->size(), 6 * KeySequence(kKeyUp).size());
+  EXPECT_EQ(sight.OnKey({.virtualKey = kKeyPageUp}, list.Screen(), Understand(list.Screen()))->size(),
+            6 * KeySequence(kKeyUp).size());
 }
 
 TEST_F(NarrowSightTest, ALongTextIsPagedThroughByTheRowsInSight) {
   ScreenSnapshot page = Classified(WithReaderFooter(ArticleHeader()));
   page.pageFlags &= ~(PF_READ_TOP | PF_READ_END);
   page.cursorRow = 23;
-  const auto press = [&](int key) { return sight.OnKey({.virtualKey = key}, page); };
+  const auto press = [&](int key) { return sight.OnKey({.virtualKey = key}, page, Understand(page)); };
   EXPECT_FALSE(press(kKeyPageDown)) << "all is in sight";
   sight.SetRows(8);
-  sight.OnScreen(page);
+  See(sight, page);
   for (const int top : {7, 14, 15}) {
     EXPECT_EQ(press(kKeyPageDown), "");
     EXPECT_EQ(sight.TopFor(23), top);
   }
   EXPECT_EQ(press(kKeyPageDown), KeySequence(kKeyPageDown));
   page.text[9].fill('x');
-  sight.OnScreen(page);
+  See(sight, page);
   EXPECT_EQ(sight.TopFor(23), 0) << "the next page is read from its top";
   EXPECT_EQ(press(kKeyPageUp), KeySequence(kKeyPageUp));
   page.text[9].fill('y');
-  sight.OnScreen(page);
+  See(sight, page);
   EXPECT_EQ(sight.TopFor(23), 15);
   page.pageFlags |= PF_READ_TOP | PF_READ_END;
   EXPECT_FALSE(press(kKeyPageDown)) << "the BBS goes to the next article";
   EXPECT_FALSE(press(kKeyDown));
-  sight.OnScreen(ScreenBuilder().screen);
+  See(sight, ScreenBuilder().screen);
   EXPECT_EQ(press(kKeyUp), "");
   EXPECT_EQ(sight.TopFor(23), 14);
 }

@@ -1,4 +1,4 @@
-#include "input/page_kind.h"
+#include "bbs/page_kind.h"
 
 #include <gtest/gtest.h>
 #include <ostream>
@@ -60,7 +60,8 @@ TEST_F(PageKindTest, OfThePagesOfAWalkAndWhereTextIsTyped) {
     builder.Put(kBottom, 0, page.bottom).Fill(kBottom, 30, 30 + page.fieldCells, kAttrInputField);
     builder.Cursor(kBottom, 30).screen.pageFlags = page.flags;
     EXPECT_EQ(KindOf(builder.screen), page.kind) << Utf8FromUtf16(page.bottom);
-    EXPECT_EQ(AcceptsText(builder.screen), page.takesText) << Utf8FromUtf16(page.bottom);
+    EXPECT_EQ(AcceptsText(builder.screen, Understand(builder.screen)), page.takesText)
+        << Utf8FromUtf16(page.bottom);
   }
 }
 

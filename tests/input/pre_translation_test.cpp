@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "bbs/page_flags.h"
+#include "bbs/page_kind.h"
 #include "core/key_sequence.h"
-#include "input/page_kind.h"
 #include "tests/input/bbs_page.h"
 #include "tests/support/article_pages.h"
 #include "tests/support/tables.h"
@@ -71,9 +71,13 @@ class PreTranslationTest : public WithTables {
       Classified(ScreenBuilder().Put(23, 0, u" ◆ 沒有了").Cursor(23, 79)),
   };
 
+  std::vector<UnderstoodPage> understood_;
+
   void SetUp() override {
-    for (int kind = 0; kind < kPageKinds; ++kind)
-      ASSERT_EQ(static_cast<int>(KindOf(pages_[static_cast<std::size_t>(kind)])), kind);
+    for (const ScreenSnapshot& page : pages_) {
+      understood_.push_back(Understand(page));
+      ASSERT_EQ(static_cast<std::size_t>(understood_.back().kind), understood_.size() - 1);
+    }
   }
 
   // An article, at its top or its end or both or neither.
@@ -85,7 +89,11 @@ class PreTranslationTest : public WithTables {
 
   KeyDecision Decide(const KeyPress& press, PageKind kind, const WindowState& window = {},
                      KeyPhase phase = KeyPhase::kFirst) const {
-    return DecideKeyMessage(press, phase, pages_[static_cast<std::size_t>(kind)], window);
+    return DecideOn(static_cast<std::size_t>(kind), press, phase, window);
+  }
+  KeyDecision DecideOn(std::size_t page, const KeyPress& press, KeyPhase phase,
+                       const WindowState& window) const {
+    return DecideKeyMessage(press, phase, pages_[page], understood_[page], window);
   }
   // The key as the BBS gets it where nothing claims it.
   KeyDecision ForBbs(const KeyPress& press) const {
@@ -176,7 +184,7 @@ TEST_F(PreTranslationTest, TabShowsNotesWhereIdsAreAndTheBackQuoteIsTheBbssTab) 
   EXPECT_EQ(Decide(kTab, PageKind::kReader, {}, KeyPhase::kRepeat), On(KeyRoute::kSwallowed))
       << "no double Tab";
   EXPECT_EQ(Decide(Shifted(kKeyTab), PageKind::kReader), On(KeyRoute::kToolkit));
-  pages_[static_cast<std::size_t>(PageKind::kReader)].pageFlags &= ~std::uint32_t{PF_BROWSABLE};
+  understood_[static_cast<std::size_t>(PageKind::kReader)].flags &= ~std::uint32_t{PF_BROWSABLE};
   EXPECT_EQ(Decide(kTab, PageKind::kReader), Tabulator()) << "another site";
 }
 
@@ -247,7 +255,7 @@ TEST_F(PreTranslationTest, InTheLocalArticleTheKeysOfSearchingAreTheClients) {
 TEST_F(PreTranslationTest, FourKeysDoNotLeaveTheBbssReaderWhenTheUserWantsItSo) {
   const WindowState window{.articleOpen = true, .preventArticleChange = true};
   const auto on = [&](std::uint32_t ends, const KeyPress& press, const WindowState& state) {
-    return DecideKeyMessage(press, KeyPhase::kFirst, Reader(ends), state);
+    return DecideKeyMessage(press, KeyPhase::kFirst, Reader(ends), Understand(Reader(ends)), state);
   };
   const std::vector<KeyPress> onward = {Key(kKeyDown), kEnter, Char(u' ')};
   for (const KeyPress& press : onward) {
@@ -315,9 +323,9 @@ WindowState NothingOver(unsigned bits) {
 
 TEST_F(PreTranslationTest, NoKeyOfTheBbssIsLeftToTheToolkitAndNoOtherReachesTheBbs) {
   for (const KeyPress& press : EveryPress()) {
-    for (const ScreenSnapshot& page : pages_) {
-      const KeyActionKind meaning = DecideKey(press, page).kind;
-      const KeyRoute route = DecideKeyMessage(press, KeyPhase::kFirst, page, {}).route;
+    for (std::size_t page = 0; page < pages_.size(); ++page) {
+      const KeyActionKind meaning = DecideKey(press, pages_[page]).kind;
+      const KeyRoute route = DecideOn(page, press, KeyPhase::kFirst, {}).route;
       if (meaning == KeyActionKind::kNone)
         ASSERT_EQ(route, KeyRoute::kToolkit) << press.virtualKey;
       else if (meaning == KeyActionKind::kCommand)
@@ -344,9 +352,9 @@ TEST_F(PreTranslationTest, WhileTypingEveryCharacterIsTheBbss) {
 
 TEST_F(PreTranslationTest, AHeldKeyOnlyScrollsSelectsAndTypes) {
   for (const KeyPress& press : EveryPress()) {
-    for (const ScreenSnapshot& page : pages_) {
+    for (std::size_t page = 0; page < pages_.size(); ++page) {
       for (const unsigned bits : {0U, 63U, 127U}) {
-        const KeyRoute route = DecideKeyMessage(press, KeyPhase::kRepeat, page, NothingOver(bits)).route;
+        const KeyRoute route = DecideOn(page, press, KeyPhase::kRepeat, NothingOver(bits)).route;
         ASSERT_TRUE(route == KeyRoute::kToolkit || route == KeyRoute::kBbs || route == KeyRoute::kSwallowed ||
                     route == KeyRoute::kSelection)
             << press.virtualKey << ' ' << static_cast<int>(route);

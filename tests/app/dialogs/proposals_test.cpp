@@ -6,6 +6,7 @@
 #include "bbs/page_flags.h"
 #include "tests/support/screen_builder.h"
 #include "tests/support/tables.h"
+#include "tests/support/understanding.h"
 
 namespace quillet {
 namespace {
@@ -64,20 +65,23 @@ TEST_F(ProposalsTest, TheNamesOfOneSiteAreOneKey) {
 TEST_F(ProposalsTest, TheAuthorUnderTheListsCursorOrOfTheOpenArticle) {
   ScreenBuilder list;
   list.Put(5, 17, u"kitten      ").Cursor(5, 1);
-  EXPECT_EQ(AuthorAtCursor(list.screen, {}), u"") << "not known as a list";
-  list.screen.pageFlags = PF_ARTICLE_LIST_CURSOR;
-  EXPECT_EQ(AuthorAtCursor(list.screen, {}), u"kitten");
-  EXPECT_EQ(AuthorAtCursor(list.Cursor(-3, 200).screen, {}), u"");
+  const auto author = [](const ScreenBuilder& page, const ArticleInfo& open) {
+    return AuthorAtCursor(page.screen, Understand(page.screen), open);
+  };
+  EXPECT_EQ(author(list, {}), u"") << "not known as a list";
+  list.screen.pageFlags = PF_ARTICLE_LIST | PF_ARTICLE_LIST_CURSOR;
+  EXPECT_EQ(author(list, {}), u"kitten");
+  EXPECT_EQ(author(list.Cursor(-3, 200), {}), u"");
 
   ScreenBuilder article;
   article.Put(0, 0, u"the text, far down");
   article.screen.pageFlags = PF_READING;
   ArticleInfo open;
-  EXPECT_EQ(AuthorAtCursor(article.screen, open), u"");
+  EXPECT_EQ(author(article, open), u"");
   open.author = u"kitten";
-  EXPECT_EQ(AuthorAtCursor(article.screen, open), u"kitten");
+  EXPECT_EQ(author(article, open), u"kitten");
   open.author = u"no id.";
-  EXPECT_EQ(AuthorAtCursor(article.screen, open), u"");
+  EXPECT_EQ(author(article, open), u"");
 }
 
 }  // namespace

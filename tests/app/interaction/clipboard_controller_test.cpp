@@ -10,7 +10,6 @@
 
 #include "app/interaction/clipboard_device.h"
 #include "app/window/tour/tour.h"
-#include "bbs/page_flags.h"
 #include "tests/app/page/picture_server.h"
 #include "tests/app/window_fixture.h"
 
@@ -61,9 +60,8 @@ class ClipboardControllerTest : public WindowTest {
                                           [this](std::u16string_view text, Wrap wrap) {
                                             sent.push_back({std::u16string(text), wrap});
                                           },
-                                      .screen = [this]() -> const ScreenSnapshot& { return screen; }},
+                                      .pageKind = [this] { return page; }},
         &network);
-    screen.Clear();
     Connect();
     QObject::connect(desk.get(), &ClipboardController::Working, [this](bool now) { working.push_back(now); });
     QObject::connect(desk.get(), &ClipboardController::Said, [this](const QString& words) { said = words; });
@@ -83,8 +81,8 @@ class ClipboardControllerTest : public WindowTest {
     desk->OnScreen();
   }
 
-  void ShowPage(std::uint32_t flags) {
-    screen.pageFlags = flags;
+  void ShowPage(PageKind kind) {
+    page = kind;
     desk->OnScreen();
   }
   void Paste(const QString& text) {
@@ -119,7 +117,7 @@ class ClipboardControllerTest : public WindowTest {
   }};
   LoopbackNetwork network{server};
   QWidget window;
-  ScreenSnapshot screen;
+  PageKind page = PageKind::kOther;
   std::vector<Sent> sent;
   std::vector<bool> working;
   std::unique_ptr<ClipboardController> desk;
@@ -159,7 +157,7 @@ TEST_F(ClipboardControllerTest, ABrokenBlockIsToldWithoutHoldingTheWindow) {
 }
 
 TEST_F(ClipboardControllerTest, TheEditorGetsLinesBrokenAsTheUserWants) {
-  ShowPage(PF_EDITOR);
+  ShowPage(PageKind::kEditor);
   Paste(u"一\n二\n"_qs);
   doc->Change(u"Basic", u"PasteAutoChangeLine", u"0");
   Paste(u"三"_qs);
@@ -168,7 +166,7 @@ TEST_F(ClipboardControllerTest, TheEditorGetsLinesBrokenAsTheUserWants) {
 }
 
 TEST_F(ClipboardControllerTest, TheEditorGetsColoursAsTheUserWants) {
-  ShowPage(PF_EDITOR);
+  ShowPage(PageKind::kEditor);
   for (const QString& caption : {u"連同色彩"_qs, u"只貼文字"_qs, u"取消"_qs}) {
     Paste(u"\x1B[1;31m紅\x1B[m\n"_qs);
     Click(caption);
@@ -178,7 +176,7 @@ TEST_F(ClipboardControllerTest, TheEditorGetsColoursAsTheUserWants) {
 }
 
 TEST_F(ClipboardControllerTest, SeveralLinesWaitForTheUsersWord) {
-  ShowPage(PF_ARTICLE_LIST | PF_LIST_CURSOR);
+  ShowPage(PageKind::kArticleList);
   Paste(u"<b>一</b> & b\n二\n三\n四\n"_qs);
   QMessageBox* const box = BoxOf(window);
   ASSERT_NE(box, nullptr);
@@ -219,16 +217,16 @@ TEST_F(ClipboardControllerTest, EnterAndEscapeDecline) {
 }
 
 TEST_F(ClipboardControllerTest, TheQuestionGoesWithItsPage) {
-  ShowPage(PF_READING | PF_BROWSABLE);
+  ShowPage(PageKind::kReader);
   Paste(u"一\n二"_qs);
-  ShowPage(PF_READING | PF_BROWSABLE | PF_READ_END);
+  ShowPage(PageKind::kReader);
   EXPECT_TRUE(desk->IsAsking()) << "still a reader";
-  ShowPage(PF_ARTICLE_LIST | PF_LIST_CURSOR);
+  ShowPage(PageKind::kArticleList);
   EXPECT_FALSE(desk->IsAsking());
   EXPECT_EQ(BoxOf(window), nullptr);
   Paste(u"一\n二"_qs);
   // The page has changed, but nobody has said so yet.
-  screen.pageFlags = PF_READING;
+  page = PageKind::kReader;
   Click(u"貼上"_qs);
   EXPECT_TRUE(sent.empty());
 }
@@ -279,7 +277,7 @@ TEST_F(ClipboardControllerTest, HugeTextsAreRefusedWithTheirLength) {
 }
 
 TEST_F(ClipboardControllerTest, TheShortLinkTakesThePlaceOfTheLink) {
-  ShowPage(PF_PUSH_LINE);
+  ShowPage(PageKind::kTyping);
   PasteShortLink(u"https://www.bbs.example/a?b=c&d=e\n"_qs);
   EXPECT_TRUE(sent.empty());
   ASSERT_TRUE(Worked());
@@ -288,7 +286,7 @@ TEST_F(ClipboardControllerTest, TheShortLinkTakesThePlaceOfTheLink) {
 }
 
 TEST_F(ClipboardControllerTest, WithoutAShortLinkTheTextItselfIsPasted) {
-  ShowPage(PF_EDITOR);
+  ShowPage(PageKind::kEditor);
   answer = "<html>Error</html>";
   PasteShortLink(u"https://www.bbs.example/長\r\n"_qs);
   ASSERT_TRUE(Worked());
@@ -296,7 +294,7 @@ TEST_F(ClipboardControllerTest, WithoutAShortLinkTheTextItselfIsPasted) {
 }
 
 TEST_F(ClipboardControllerTest, TheShortenerIsNotBotheredWithWhatIsNoLink) {
-  ShowPage(PF_EDITOR);
+  ShowPage(PageKind::kEditor);
   PasteShortLink(u"一\n二"_qs);
   PasteShortLink(QString(10000, u'x'));
   ASSERT_EQ(sent.size(), 2U);
@@ -307,10 +305,10 @@ TEST_F(ClipboardControllerTest, TheShortenerIsNotBotheredWithWhatIsNoLink) {
 
 TEST_F(ClipboardControllerTest, AShortLinkThatComesTooLateIsDropped) {
   holds = true;
-  ShowPage(PF_PUSH_LINE);
+  ShowPage(PageKind::kTyping);
   PasteShortLink(u"https://a.example/"_qs);
   ASSERT_TRUE(Until([&] { return !held.isNull(); }));
-  ShowPage(PF_ARTICLE_LIST | PF_LIST_CURSOR);
+  ShowPage(PageKind::kArticleList);
   PictureServer::Answer(*held, "200 OK", {}, answer);
   ASSERT_TRUE(Worked());
   EXPECT_TRUE(sent.empty()) << "its letters would be commands here";
@@ -331,7 +329,7 @@ TEST_F(ClipboardControllerTest, AShortLinkThatComesTooLateIsDropped) {
 
 TEST_F(ClipboardControllerTest, AShortLinkDoesNotComeBetweenTheKeysOfAnAutomation) {
   holds = true;
-  ShowPage(PF_PUSH_LINE);
+  ShowPage(PageKind::kTyping);
   PasteShortLink(u"https://a.example/"_qs);
   ASSERT_TRUE(Until([&] { return !held.isNull(); }));
   ASSERT_TRUE(doc->JumpTo({.board = u"Test", .code = u"1a2B3c4_"}));

@@ -10,6 +10,7 @@
 #include "bbs/screen_classifier.h"
 #include "tests/app/window_fixture.h"
 #include "tests/support/screen_builder.h"
+#include "tests/support/understanding.h"
 
 namespace quillet {
 namespace {
@@ -50,14 +51,16 @@ struct Terminal {
                  .selection = selection,
                  .links = links,
                  .doc = doc,
-                 .screen = screen},
+                 .screen = screen,
+                 .page = page},
                 std::move(handlers)) {
     widget.resize(1000, 620);
   }
 
   void Show(const ScreenSnapshot& next) {
     screen = next;
-    composer.Compose(screen, false, frame);
+    page = Understand(screen);
+    composer.Compose(screen, page, false, frame);
     surface.Refresh(frame);
     pointer.OnPictureChanged();
   }
@@ -65,6 +68,7 @@ struct Terminal {
   QWidget widget;
   FrameSurface surface{widget};
   ScreenSnapshot screen;
+  UnderstoodPage page;
   FrameState frame;
   ScreenLines lines{screen};
   ArticleView article;

@@ -9,6 +9,7 @@
 #include "core/term_session.h"
 #include "tests/support/article_pages.h"
 #include "tests/support/tables.h"
+#include "tests/support/understanding.h"
 
 namespace quillet {
 namespace {
@@ -125,23 +126,36 @@ TEST_F(WitnessTest, WhatScreensTellThatNobodyTookIsTakenWithTheLastOne) {
     screen.sessionState = kStateConnected;
     ASSERT_TRUE(PostScreen(target, screen, ScreenReason::kUpdated));
   };
+  const auto pushTo = [&](const ScreenSnapshot& page, std::uint32_t then) {
+    post(page, PF_READING | PF_READ_TOP);
+    post(page, PF_PUSH_LINE | PF_PUSH_CONFIRM);
+    post(page, then);
+  };
   const auto push = [&](std::uint32_t then) {
-    post(article, PF_READING | PF_READ_TOP);
-    post(article, PF_PUSH_LINE | PF_PUSH_CONFIRM);
-    post(article, then);
+    pushTo(article, then);
     return target.Take(0).seen;
   };
   post(ScreenBuilder().Put(20, 0, u"請輸入代號，或以 guest 參觀，或以 new 註冊: alice").screen, 0);
   const Sightings back = push(PF_READING);
   EXPECT_EQ(back.loginId, u"alice");
   EXPECT_EQ(back.article.board, u"Astronomy");
-  ASSERT_TRUE(back.pushed);
-  EXPECT_EQ(back.pushed->board, u"Astronomy");
+  ASSERT_EQ(back.pushed.size(), 1u);
+  EXPECT_EQ(back.pushed[0].board, u"Astronomy");
   const Sightings inList = push(PF_LIST_CURSOR);
   EXPECT_FALSE(inList.articleOpen);
-  ASSERT_TRUE(inList.pushed);
-  EXPECT_EQ(inList.pushed->board, u"Astronomy") << "the one that was open";
-  EXPECT_FALSE(push(PF_PUSH_LINE).pushed) << "refused, and each is told once";
+  ASSERT_EQ(inList.pushed.size(), 1u);
+  EXPECT_EQ(inList.pushed[0].board, u"Astronomy") << "the one that was open";
+  EXPECT_TRUE(push(PF_PUSH_LINE).pushed.empty()) << "refused, and each is told once";
+
+  // As long as the view does not come to take anything.
+  pushTo(article, PF_LIST_CURSOR);
+  pushTo(WithReaderFooter(ArticleHeader(u"kagami", u"Joke")), PF_READING);
+  post(ScreenBuilder().Put(5, 0, u"推 kagami: x").screen, PF_READING);
+  const MessageTarget::Messages late = target.Take(0);
+  ASSERT_EQ(late.seen.pushed.size(), 2u);
+  EXPECT_EQ(late.seen.pushed[0].board + late.seen.pushed[1].board, u"AstronomyJoke");
+  EXPECT_EQ(late.page, Understand(*late.screen)) << "of the newest screen";
+  EXPECT_TRUE(late.page.Line(5).push);
   target.Detach();
 }
 

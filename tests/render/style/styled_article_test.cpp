@@ -95,7 +95,7 @@ TEST_F(StyledArticleTest, LinesLookAsTheyDoOnTheBbssOwnScreen) {
   for (const int level : {2, 3}) {
     wishes_.settings.blackPush = level;
     Follow();
-    const StyledScreen screen = StyleScreen(facts_, PageOf(text, 0), wishes_.Rules(), postTime_);
+    const StyledScreen screen = Dress(PageOf(text, 0), wishes_.Rules(), postTime_);
     ASSERT_EQ(article_.Count(), ArticleLines::kPageRows - 2);
     for (int index = 0; index < article_.Count(); ++index) {
       EXPECT_EQ(Row(index), screen.page[static_cast<std::size_t>(index)]) << index;

@@ -19,14 +19,13 @@ std::string Cells(int dots, int marks) {
 class StyledScreenTest : public WithTables {
  protected:
   StyledScreen Dress(const ScreenSnapshot& screen, std::int64_t postTime = Local(2026, 11, 6, 6, 0)) const {
-    return StyleScreen(facts_, screen, wishes_.Rules(), postTime);
+    return quillet::Dress(screen, wishes_.Rules(), postTime);
   }
   PageRow StyledRow(const ScreenBuilder& builder, int row) const {
     return Dress(AsReader(builder)).page[static_cast<std::size_t>(row)];
   }
   std::u16string Text(const ScreenBuilder& builder, int row) const { return Reads(StyledRow(builder, row)); }
 
-  PageFacts facts_;
   Wishes wishes_;
 };
 

@@ -9,8 +9,10 @@
 #include "bbs/screen_classifier.h"
 #include "render/page_row.h"
 #include "render/style/style_rules.h"
+#include "render/style/styled_screen.h"
 #include "tests/support/article_pages.h"
 #include "tests/support/screen_builder.h"
+#include "tests/support/understanding.h"
 
 namespace quillet {
 
@@ -67,6 +69,13 @@ inline void PutPush(ScreenBuilder& builder, int row, std::u16string_view mark, s
 inline ScreenSnapshot Classified(ScreenSnapshot screen) {
   ClassifyScreen(PageTests(), screen, ScreenReason::kUpdated);
   return screen;
+}
+
+// As the view has it styled.
+inline StyledScreen Dress(const ScreenSnapshot& screen, const StyleRules& rules, std::int64_t postTime) {
+  UnderstoodPage page = Understand(screen);
+  MarkKeywords(screen, rules.keywords, page);
+  return StyleScreen(screen, page, rules, postTime);
 }
 
 inline ScreenSnapshot AsReader(const ScreenBuilder& builder) {

@@ -1,4 +1,4 @@
-#include "input/page_kind.h"
+#include "bbs/page_kind.h"
 
 #include <string_view>
 

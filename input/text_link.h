@@ -1,12 +1,12 @@
-// Links in a line of text: web addresses, and articles of the BBS by their web link or by "#code (board)".
-// Pure; any thread.
+// Where a link leads: to a web address, or to an article of the BBS, named by its web link or by
+// "#code (board)". Pure; any thread.
 #pragma once
 
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "bbs/article_code.h"
+#include "bbs/link_places.h"
 #include "core/screen_snapshot.h"
 #include "platform/web_address.h"
 
@@ -21,9 +21,7 @@ struct TextLink {
   bool operator==(const TextLink&) const = default;
 };
 
-// In the order of their columns, not overlapping. A web address ends where none can go on: at blanks, quotes,
-// double-width characters; punctuation at its end belongs to the sentence around it, and so does a bracket
-// that is not opened within it.
-std::vector<TextLink> FindLinks(const ScreenRow& text, const WebHosts& hosts);
+// What stands at a place of the line.
+TextLink LinkOf(const ScreenRow& text, const LinkPlace& place, const WebHosts& hosts);
 
 }  // namespace quillet

@@ -1,4 +1,4 @@
-#include "input/link_finder.h"
+#include "input/text_link.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -22,10 +22,17 @@ namespace {
 const WebHosts kHosts{.host = u"www.bbs.example", .mirror1 = u"m1.example", .mirror2 = u"m2.example"};
 constexpr std::u16string_view kFileName = u"M.1700000000.A.1F3";
 
+std::vector<TextLink> FindLinks(const ScreenRow& row) {
+  std::vector<TextLink> links;
+  for (const LinkPlace& place : FindLinkPlaces(row))
+    links.push_back(LinkOf(row, place, kHosts));
+  return links;
+}
+
 class LinkFinderTest : public WithTables {
  protected:
   static std::vector<TextLink> Find(std::u16string_view text, int col = 0) {
-    return FindLinks(ScreenBuilder().Put(0, col, text).screen.text[0], kHosts);
+    return FindLinks(ScreenBuilder().Put(0, col, text).screen.text[0]);
   }
   // The addresses, with a bar between them.
   static std::string Addresses(std::u16string_view text) {
@@ -122,7 +129,7 @@ TEST_F(LinkFinderTest, CharactersAreTakenWhole) {
   ScreenBuilder page;
   page.Put(0, 1, u"http://a.example http://b.example");
   page.screen.text[0][0] = 0xA4;
-  const std::vector<TextLink> links = FindLinks(page.screen.text[0], kHosts);
+  const std::vector<TextLink> links = FindLinks(page.screen.text[0]);
   ASSERT_EQ(links.size(), 1U);
   EXPECT_EQ(links[0].address, u"http://b.example");
 }
@@ -147,7 +154,7 @@ TEST_F(LinkFinderTest, AnyBytesGiveLinksInOrderThatMayBeOpened) {
         row[col++] = static_cast<std::uint8_t>(piece[i]);
     }
     int end = 0;
-    for (const TextLink& link : FindLinks(row, kHosts)) {
+    for (const TextLink& link : FindLinks(row)) {
       ASSERT_LE(end, link.first);
       ASSERT_LT(link.first, link.last);
       ASSERT_LE(link.last, kCols);

@@ -1,5 +1,5 @@
 // The kinds of page that keys and mouse are told apart by: coarser than the page flags, exactly one for each
-// screen. Pure; user-interface thread.
+// screen. Pure; any thread.
 #pragma once
 
 #include "core/screen_snapshot.h"
