@@ -32,7 +32,7 @@ int FieldCells(const ScreenSnapshot& screen) {
 
 bool AsksForLetter(const ScreenSnapshot& screen) {
   if ((screen.pageFlags & (PF_PUSH_CONFIRM | PF_ANIMATION_PROMPT)) != 0) return true;
-  if ((screen.pageFlags & PF_PUSH_LINE) != 0 && RowStartsWith(screen, kRows - 1, 0, kPushQuestion))
+  if ((screen.pageFlags & PF_PUSH_LINE) != 0 && RowStartsWith(screen, kBottomRow, 0, kPushQuestion))
     return true;
   const int cells = FieldCells(screen);
   return cells > 0 && cells < kNarrowestForText;

@@ -44,7 +44,7 @@ std::optional<PlacedId> InPushLine(const PageFacts& facts, const ScreenSnapshot&
 
 // The bottom row is never the article's.
 std::optional<PlacedId> InReader(const PageFacts& facts, const ScreenSnapshot& screen, int row, int col) {
-  if (row < 0 || row >= kRows - 1) return std::nullopt;
+  if (row < 0 || row >= kBottomRow) return std::nullopt;
   std::optional<PlacedId> placed;
   if (row == 0) placed = InHeader(facts, screen, col);
   return placed ? placed : InPushLine(facts, screen, row, col);
