@@ -17,8 +17,8 @@ std::uint32_t If(bool holds, PageFlags flag) {
 
 std::uint32_t ReaderFlags(const PageTests& pages, const ScreenSnapshot& screen) {
   return If(pages.IsReaderTop(screen), PF_READ_TOP) |
-         If(BackgroundOf(screen.AttrAt(kRows - 1, 2)) == kBlueGround, PF_READ_END) |
-         If(BackgroundOf(screen.AttrAt(kRows - 1, 60)) == kRedGround, PF_READ_FOOTER_RED);
+         If(BackgroundOf(screen.AttrAt(kBottomRow, 2)) == kBlueGround, PF_READ_END) |
+         If(BackgroundOf(screen.AttrAt(kBottomRow, 60)) == kRedGround, PF_READ_FOOTER_RED);
 }
 
 std::uint32_t OtherPageFlags(const PageTests& pages, const ScreenSnapshot& screen) {

@@ -69,7 +69,7 @@ void ScreenSnapshot::ScrollUp() {
   constexpr std::size_t kSize = (kRows - 1) * sizeof(ScreenRow);
   std::memmove(text[0].data(), text[1].data(), kSize);
   std::memmove(attr[0].data(), attr[1].data(), kSize);
-  BlankRow(kRows - 1, 0);
+  BlankRow(kBottomRow, 0);
 }
 
 }  // namespace quillet

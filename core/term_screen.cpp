@@ -22,7 +22,6 @@ constexpr std::uint8_t kGround = 0;
 constexpr std::uint8_t kAfterEscape = kEscape;
 constexpr std::uint8_t kInSequence = '[';
 
-constexpr int kLastRow = kRows - 1;
 constexpr int kLastCol = kCols - 1;
 // The reader's status line is 70 or more columns wide; the cursor parks behind it.
 constexpr int kStatusEndCol = 69;
@@ -260,7 +259,7 @@ void TermScreen::Print(std::uint8_t byte) {
 }
 
 void TermScreen::LineFeed() {
-  if (cursorRow == kLastRow) {
+  if (cursorRow == kBottomRow) {
     ScrollUp();
   } else if (cursorRow < kCursorMax) {
     ++cursorRow;
@@ -271,7 +270,7 @@ void TermScreen::LineFeed() {
 void TermScreen::OpenLine() {
   MoveRowsDown(cursorRow, 1);
   BlankRow(cursorRow, cursorCol);
-  if (cursorRow < kLastRow) ++cursorRow;
+  if (cursorRow < kBottomRow) ++cursorRow;
 }
 
 void TermScreen::Ring() {
@@ -279,7 +278,7 @@ void TermScreen::Ring() {
 }
 
 void TermScreen::PlaceCursor(std::uint8_t rowParam, std::uint8_t colParam) {
-  if (cursorRow == kLastRow && cursorCol >= kStatusEndCol && rowParam == kRows && colParam == 1)
+  if (cursorRow == kBottomRow && cursorCol >= kStatusEndCol && rowParam == kRows && colParam == 1)
     bottomJump = 1;
   cursorRow = CursorFromParam(rowParam);
   cursorCol = CursorFromParam(colParam);
@@ -294,7 +293,7 @@ void TermScreen::InsertLines(std::int8_t count) {
 
 // The reader is handed over as soon as its status line is complete, even when more follows in the batch.
 void TermScreen::HandOverReader() {
-  if (cursorRow != kLastRow || cursorCol < kStatusEndCol) return;  // nearly always
+  if (cursorRow != kBottomRow || cursorCol < kStatusEndCol) return;  // nearly always
   if (watcher_ == nullptr || !CursorParked(kStatusEndCol) || !watcher_->IsReaderSettled(*this)) return;
   inBatch = 0;
   ProcessScreen(ScreenReason::kUpdated);
@@ -304,7 +303,7 @@ void TermScreen::HandOverReader() {
 // A bottom line was drawn to its end: the cursor waits on a plain blank at `fromCol` or later, right behind
 // the line's colour, and no colour is set.
 bool TermScreen::CursorParked(int fromCol) const {
-  return CursorInside() && cursorRow == kLastRow && cursorCol >= fromCol && curAttr == kAttrBlank &&
+  return CursorInside() && cursorRow == kBottomRow && cursorCol >= fromCol && curAttr == kAttrBlank &&
          TextAt(cursorRow, cursorCol) == ' ' && AttrAt(cursorRow, cursorCol) == kAttrBlank &&
          BackgroundOf(AttrAt(cursorRow, cursorCol - 1)) != 0;
 }
@@ -316,7 +315,7 @@ bool TermScreen::ShowsCompletePage() {
   if (!watcher_->IsArticleList(*this)) return true;
   return ShowsListPrompt() || watcher_->IsStarLine(*this) || watcher_->IsListCursor(*this) ||
          watcher_->IsInputField(*this) ||
-         (CursorParked(kLastCol) && BackgroundOf(AttrAt(kLastRow, kLastCol - 1)) != kWhite);
+         (CursorParked(kLastCol) && BackgroundOf(AttrAt(kBottomRow, kLastCol - 1)) != kWhite);
 }
 
 bool TermScreen::ShowsListPrompt() {
@@ -324,7 +323,7 @@ bool TermScreen::ShowsListPrompt() {
     listPrompts_.quickSwitch = ToBig5(u" ★快速切換: ");
     listPrompts_.rating = ToBig5(u"您覺得這篇文章 1.值得推薦 2.給它噓聲 3.只加→註解 [1]?");
   }
-  const std::string_view bottomLine = RowText(kLastRow);
+  const std::string_view bottomLine = RowText(kBottomRow);
   return bottomLine.starts_with(listPrompts_.quickSwitch) || bottomLine.starts_with(listPrompts_.rating);
 }
 

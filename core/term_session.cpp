@@ -7,6 +7,7 @@
 #include "core/key_sequence.h"
 #include "core/session_link.h"
 #include "core/transport_factory.h"
+#include "platform/clock.h"
 
 namespace quillet {
 namespace {
@@ -25,11 +26,6 @@ constexpr std::uint32_t kLastServer = 12;
 
 bool Contains(std::string_view text, std::string_view part) {
   return !part.empty() && text.find(part) != std::string_view::npos;
-}
-
-std::int64_t SecondsNow() {
-  using std::chrono::duration_cast, std::chrono::seconds, std::chrono::system_clock;
-  return duration_cast<seconds>(system_clock::now().time_since_epoch()).count();
 }
 
 // Notes a thread for as long as it is inside.

@@ -7,6 +7,7 @@
 #include "core/session_link.h"
 #include "core/term_session.h"
 #include "core/wrap_text.h"
+#include "platform/clock.h"
 
 namespace quillet {
 namespace {
@@ -19,11 +20,6 @@ constexpr std::chrono::milliseconds kReactionInterval{1};
 
 // Where a list shows its cursor and the start of its numbers.
 constexpr int kMarkColumn = 5;
-
-std::int64_t SteadyMilliseconds() {
-  using std::chrono::duration_cast, std::chrono::milliseconds, std::chrono::steady_clock;
-  return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
-}
 
 MenuMark MarkAtCursor(const ScreenSnapshot& screen) {
   if (screen.cursorRow < 0 || screen.cursorRow >= kRows) return {};

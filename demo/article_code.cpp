@@ -64,11 +64,6 @@ BbsTime TimeOf(std::int64_t seconds) {
           static_cast<int>(clock.seconds().count())};
 }
 
-std::int64_t NowSeconds() {
-  using namespace std::chrono;
-  return duration_cast<seconds>(system_clock::now().time_since_epoch()).count();
-}
-
 bool ParseBbsTime(std::string_view text, BbsTime& time) {
   BbsTime read;
   const int fields = std::sscanf(std::string(text).c_str(), "%4d-%2d-%2d %2d:%2d:%2d", &read.year,

@@ -20,7 +20,6 @@ struct BbsTime {
 };
 std::int64_t SecondsOf(const BbsTime& time);
 BbsTime TimeOf(std::int64_t seconds);
-std::int64_t NowSeconds();
 
 // "2026-10-03 21:14:05"; false for anything else.
 bool ParseBbsTime(std::string_view text, BbsTime& time);

@@ -6,6 +6,7 @@
 #include "core/charset.h"
 #include "demo/article_code.h"
 #include "demo/big5_text.h"
+#include "platform/clock.h"
 
 namespace quillet::demo {
 namespace {
@@ -90,7 +91,7 @@ PushResult World::AddPush(std::string_view board, std::string_view fileName, con
   auto changed = std::make_shared<Article>(*article);
   changed->pushes.push_back(push);
   article = std::move(changed);
-  lastPush_[{found->info.name, push.userId}] = NowSeconds();
+  lastPush_[{found->info.name, push.userId}] = SecondsNow();
   return PushResult::kDone;
 }
 
@@ -101,14 +102,14 @@ int World::PushPause(std::string_view board, const User& user) const {
   const auto last = lastPush_.find({found->info.name, user.id});
   if (last == lastPush_.end()) return 0;
   const int pause = std::max(found->info.pushPauseSeconds, user.Has(kHastyFlag) ? kHastySeconds : 0);
-  return static_cast<int>(std::max<std::int64_t>(0, last->second + pause - NowSeconds()));
+  return static_cast<int>(std::max<std::int64_t>(0, last->second + pause - SecondsNow()));
 }
 
 void World::PostArticle(std::string_view board, Article article) {
   const std::lock_guard lock(mutex_);
   Board* found = BoardOf(board);
   if (!found || found->articles.size() >= kMostArticles) return;
-  article.seconds = NowSeconds();
+  article.seconds = SecondsNow();
   const unsigned suffix = StableHash(found->info.name) + nextSuffix_++;
   article.fileName = ArticleFileName(article.seconds, suffix);
   article.code = ArticleCode(article.seconds, suffix);
@@ -162,7 +163,7 @@ bool World::SendMail(std::string_view toId, Mail mail) {
   const std::lock_guard lock(mutex_);
   const User* user = UserOf(toId);
   if (!user || user->id == kGuestId) return false;
-  mail.seconds = NowSeconds();
+  mail.seconds = SecondsNow();
   std::vector<Mail>& box = mails_[user->id];
   if (box.size() >= kMostMails) box.erase(box.begin());
   box.push_back(std::move(mail));

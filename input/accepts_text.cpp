@@ -30,7 +30,7 @@ int FieldCells(const ScreenSnapshot& screen) {
 
 bool AsksForLetter(const ScreenSnapshot& screen, const UnderstoodPage& page) {
   if (page.Shows(PF_PUSH_CONFIRM | PF_ANIMATION_PROMPT)) return true;
-  if (page.Shows(PF_PUSH_LINE) && RowStartsWith(screen, kRows - 1, 0, kPushQuestion)) return true;
+  if (page.Shows(PF_PUSH_LINE) && RowStartsWith(screen, kBottomRow, 0, kPushQuestion)) return true;
   const int cells = FieldCells(screen);
   return cells > 0 && cells < kNarrowestForText;
 }

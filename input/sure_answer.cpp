@@ -13,7 +13,7 @@ constexpr int kFirstLine = 3;  // below the heads of a list
 // Up and down come around at the ends of a list or menu, unless it is of a single line.
 bool HasNeighbours(const ScreenSnapshot& screen) {
   const auto hasLine = [&screen](int row) {
-    return row >= kFirstLine && row < kRows - 1 && !IsBlankBetween(screen, row, 0, kCols - 1);
+    return row >= kFirstLine && row < kBottomRow && !IsBlankBetween(screen, row, 0, kCols - 1);
   };
   return hasLine(screen.cursorRow - 1) || hasLine(screen.cursorRow + 1);
 }

@@ -12,7 +12,7 @@ ImePlacement PlaceComposition(const Layout& layout, RowSize size, int cursorRow,
   // Centres the box in the row; one that is higher than its row begins at the row's top.
   const int offset = std::max(0, layout.rowHeight - box) / 2;
   return {.x = std::clamp(cursorCol, 0, kCols - 1) * grid.halfCell + grid.left,
-          .y = RowTop(layout, std::clamp(cursorRow, 0, kRows - 1)) + offset,
+          .y = RowTop(layout, std::clamp(cursorRow, 0, kBottomRow)) + offset,
           .size = box};
 }
 

@@ -8,6 +8,7 @@
 #include "demo/pages/main_menu.h"
 #include "demo/pages/prompts.h"
 #include "demo/pages/reader_page.h"
+#include "platform/clock.h"
 
 namespace quillet::demo {
 namespace {
@@ -37,7 +38,7 @@ class WelcomePage : public Page {
     int row = kWelcomeTextRow;
     for (const std::string& line : lines_)
       canvas.Put(row++, 0, CellsOf(line));
-    const std::string last = PushTime(NowSeconds() - 86400);
+    const std::string last = PushTime(SecondsNow() - 86400);
     canvas.Put(21, 0, ToBig5(u"《上次上站》 ") + last + ToBig5(u" 來自 192.0.2.44"),
                Attr(kCyan, kBlack, Weight::kBold));
     DrawAnyKeyBanner(canvas);

@@ -6,6 +6,7 @@
 #include "demo/big5_text.h"
 #include "demo/content_loader.h"
 #include "demo/pages/board_prompt.h"
+#include "platform/clock.h"
 
 namespace quillet::demo {
 namespace {
@@ -105,9 +106,9 @@ void DrawTitleBar(Canvas& canvas, std::u16string_view title, std::string_view ri
 void DrawStatusBar(Canvas& canvas, PageHost& host) {
   constexpr std::uint8_t kLeft = Attr(kWhite, kCyan, Weight::kBold);
   constexpr std::uint8_t kMiddle = Attr(kBlack, kWhite);
-  const BbsTime now = TimeOf(NowSeconds());
+  const BbsTime now = TimeOf(SecondsNow());
   const std::string date = " [" + std::to_string(now.month) + "/" + std::to_string(now.day) + " " +
-                           PushTime(NowSeconds()).substr(6) + "] ";
+                           PushTime(SecondsNow()).substr(6) + "] ";
   int col = canvas.Put(kBottomRow, 0, date, kLeft);
   canvas.Fill(kBottomRow, col, kBarEnd, kMiddle);
   col = canvas.Put(kBottomRow, col, u" 線上 ", kMiddle);

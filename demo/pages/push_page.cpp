@@ -5,6 +5,7 @@
 #include "demo/big5_text.h"
 #include "demo/pages/article_text.h"
 #include "demo/pages/prompts.h"
+#include "platform/clock.h"
 
 namespace quillet::demo {
 namespace {
@@ -95,7 +96,7 @@ void PushPage::OnKind(const Key& key) {
 
 void PushPage::Publish() {
   const Push push{kind_, host_.CurrentUser().id, std::string(Trimmed(text_.Text())), host_.Address(),
-                  PushTime(NowSeconds())};
+                  PushTime(SecondsNow())};
   switch (host_.TheWorld().AddPush(board_, fileName_, push)) {
     case PushResult::kDone:
       return;
