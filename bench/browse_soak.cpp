@@ -269,12 +269,12 @@ class Visitor {
 
   void SwitchPalette() {
     struct Look {
-      const char16_t *dim, *work;
+      bool dim, work;
     };
-    constexpr std::array kLooks = {Look{u"1", u"0"}, Look{u"0", u"1"}, Look{u"0", u"0"}};
+    constexpr std::array kLooks = {Look{true, false}, Look{false, true}, Look{false, false}};
     const Look& look = kLooks[palettes_++ % kLooks.size()];
-    run_.Set(u"DarkColor", look.dim);
-    run_.Set(u"Work", look.work);
+    run_.Set(&Settings::darkColor, look.dim);
+    run_.Set(&Settings::work, look.work);
   }
 
   void Type(const std::vector<TourKey>& keys) {

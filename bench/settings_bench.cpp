@@ -65,9 +65,9 @@ std::u16string Numbered(std::u16string_view text, int number) {
 SettingsMap UsualSettings() {
   SettingsMap map = DefaultSettings(kMainHost);
   for (const SettingRow& row : SettingTable()) {
-    const bool isText = row.kind == SettingKind::kText && row.initial.empty();
-    if (map.Find(row.section, row.key) == nullptr)
-      map.Set(row.section, row.key, isText ? u"C:\\Users\\someone\\Pictures\\背景.png" : row.initial);
+    if (map.Find(row.section, row.key) != nullptr) continue;
+    const std::u16string initial = InitialText(row);
+    map.Set(row.section, row.key, initial.empty() ? u"C:\\Users\\someone\\Pictures\\背景.png" : initial);
   }
   std::vector<std::u16string> rules;
   for (int i = 0; i < kUsualRules; ++i)
@@ -186,7 +186,7 @@ void BenchSave(benchmark::State& state, const fs::path& parent, bool (*save)(Set
 }
 
 bool SaveSettings(SettingsStore& store, int round) {
-  store.Map().SetNumber(u"Basic", u"Work", round % 2);
+  Put(store.Map(), {&Settings::work, round % 2 != 0});
   return store.Save();
 }
 

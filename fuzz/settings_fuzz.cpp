@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <string>
-#include <variant>
 
 #include "settings/old_settings.h"
 #include "settings/setting_table.h"
@@ -31,8 +30,8 @@ void RequireComesBack(const SettingsMap& map) {
 
 void RequireInRange(const Settings& fields) {
   for (const SettingRow& row : SettingTable())
-    if (const auto* number = std::get_if<int Settings::*>(&row.field))
-      Require(fields.*(*number) >= row.least && fields.*(*number) <= row.most);
+    if (row.kind != SettingKind::kText)
+      Require(NumberOf(row, fields) >= row.least && NumberOf(row, fields) <= row.most);
 }
 
 void RunAsFile(std::string_view bytes) {

@@ -16,34 +16,7 @@
 namespace quillet {
 namespace {
 
-// ---- The user's choices, in the order in which the settings number them.
-
-enum class Scheme {
-  kNothing,
-  kWeb,
-  kWheel,      // what the wheel does by itself
-  kNeighbour,  // the article before, the article after
-  kUpDown,
-  kPages,
-  kEnds,
-  kBF,
-  kThread,
-  kAuthor,
-  kRead
-};
-using enum Scheme;
-
-constexpr std::array kClickSchemes{kNothing, kUpDown, kWeb};
-constexpr std::array kWheelSchemes{kNothing, kWeb, kUpDown, kPages};
-constexpr std::array kButtonWheelSchemes{kNothing, kWheel,  kUpDown, kPages, kEnds,
-                                         kBF,      kThread, kAuthor, kRead};
-constexpr std::array kSideSchemes{kNothing, kNeighbour, kUpDown, kPages, kEnds, kBF, kThread, kAuthor, kRead};
-
-template <std::size_t count>
-Scheme Chosen(const std::array<Scheme, count>& schemes, int choice) {
-  return choice >= 0 && choice < static_cast<int>(count) ? schemes[static_cast<std::size_t>(choice)]
-                                                         : kNothing;
-}
+using enum MouseScheme;
 
 // ---- What a step, up or down, does by scheme and page.
 
@@ -63,7 +36,7 @@ enum class Deed {
 using enum Deed;
 
 struct SchemeRow {
-  Scheme scheme;
+  MouseScheme scheme;
   // By PageKind.
   Deed other, menu, list, articleList, reader, editor, typing, pause;
   Deed ownArticle;
@@ -108,7 +81,7 @@ Deed DeedOn(const SchemeRow& row, PageKind kind) {
   return row.other;
 }
 
-Deed DeedOf(Scheme scheme, Picture picture, PageKind kind) {
+Deed DeedOf(MouseScheme scheme, Picture picture, PageKind kind) {
   const auto* const row = std::find_if(
       kSteps.begin(), kSteps.end(), [&](const SchemeRow& candidate) { return candidate.scheme == scheme; });
   if (row == kSteps.end()) return kNo;
@@ -118,7 +91,7 @@ Deed DeedOf(Scheme scheme, Picture picture, PageKind kind) {
 // Up, down.
 using Pair = std::pair<char, char>;
 
-Pair LettersOf(Scheme scheme) {
+Pair LettersOf(MouseScheme scheme) {
   switch (scheme) {
     case kThread:
       return {'[', ']'};
@@ -173,7 +146,7 @@ MouseAction OpenNeighbour(int direction) {
 }
 
 // In an article a letter leads to another one, which must be seen before the next letter makes sense.
-MouseAction SendLetters(Scheme scheme, int steps, PageKind kind) {
+MouseAction SendLetters(MouseScheme scheme, int steps, PageKind kind) {
   const Pair pair = LettersOf(scheme);
   const char letter = steps > 0 ? pair.first : pair.second;
   if (kind != PageKind::kArticleList) return Send(std::string(1, letter), Repeat::kAfterAnswer);
@@ -211,7 +184,7 @@ MouseAction StepPages(int pages, const Situation& at) {
   return SendKey(kKeyPageUp, kKeyPageDown, PagesWithinArticle(pages, at.page), Repeat::kAfterAnswer);
 }
 
-MouseAction Step(Scheme scheme, const WheelTurn& turn, const Situation& at) {
+MouseAction Step(MouseScheme scheme, const WheelTurn& turn, const Situation& at) {
   const Deed deed = DeedOf(scheme, at.picture, at.kind);
   if (deed == kMany) return StepLines(turn.lines, at);
   if (deed == kOwnMany) return Scroll(MouseActionKind::kScrollLines, turn.lines);
@@ -307,14 +280,8 @@ PointerShape ShapeOfText(const PointerPlace& place, PageKind kind) {
 MouseAction DecideClick(const PointerPlace& place, const ScreenSnapshot& screen, const UnderstoodPage& page,
                         const Settings& settings) {
   const Situation at = SituationOf(place.picture, screen, page);
-  switch (Chosen(kClickSchemes, settings.leftButton)) {
-    case kUpDown:
-      return HalvesClick(place, at);
-    case kWeb:
-      return WebClick(place, at);
-    default:
-      return {};
-  }
+  if (settings.leftButton == kUpDown) return HalvesClick(place, at);
+  return settings.leftButton == kWeb ? WebClick(place, at) : MouseAction();
 }
 
 bool OpensLine(const PointerPlace& place, const ScreenSnapshot& screen, const UnderstoodPage& page,
@@ -322,7 +289,7 @@ bool OpensLine(const PointerPlace& place, const ScreenSnapshot& screen, const Un
   const Situation at = SituationOf(place.picture, screen, page);
   const bool hasLines =
       at.kind == PageKind::kMenu || at.kind == PageKind::kList || at.kind == PageKind::kArticleList;
-  return hasLines && Chosen(kClickSchemes, settings.leftButton) == kWeb && !IsBackStrip(place, at.kind) &&
+  return hasLines && settings.leftButton == kWeb && !IsBackStrip(place, at.kind) &&
          WebClick(place, at).kind == MouseActionKind::kSend;
 }
 
@@ -332,25 +299,23 @@ PointerShape ShapeAt(const PointerPlace& place, const ScreenSnapshot& screen, co
   const MouseAction click = DecideClick(place, screen, page, settings);
   if (click.kind == MouseActionKind::kNone || click.kind == MouseActionKind::kMoveCursor)
     return ShapeOfText(place, kind);
-  if (Chosen(kClickSchemes, settings.leftButton) == kUpDown)
-    return place.upperHalf ? PointerShape::kUp : PointerShape::kDown;
+  if (settings.leftButton == kUpDown) return place.upperHalf ? PointerShape::kUp : PointerShape::kDown;
   if (kind == PageKind::kPause) return PointerShape::kOrdinary;  // the whole page would be a button
   return IsBackStrip(place, kind) ? PointerShape::kBack : PointerShape::kHand;
 }
 
 MouseAction DecideWheel(const WheelTurn& turn, HeldButton held, Picture picture, const ScreenSnapshot& screen,
                         const UnderstoodPage& page, const Settings& settings) {
-  const Scheme plain = Chosen(kWheelSchemes, settings.wheel);
-  Scheme scheme = plain;
-  if (held == HeldButton::kLeft) scheme = Chosen(kButtonWheelSchemes, settings.leftButtonWheel);
-  if (held == HeldButton::kRight) scheme = Chosen(kButtonWheelSchemes, settings.rightButtonWheel);
-  return Step(scheme == kWheel ? plain : scheme, turn, SituationOf(picture, screen, page));
+  MouseScheme scheme = settings.wheel;
+  if (held == HeldButton::kLeft) scheme = settings.leftButtonWheel;
+  if (held == HeldButton::kRight) scheme = settings.rightButtonWheel;
+  return Step(scheme == kWheel ? settings.wheel : scheme, turn, SituationOf(picture, screen, page));
 }
 
 MouseAction DecideSideButton(SideButtonPressed button, Picture picture, const ScreenSnapshot& screen,
                              const UnderstoodPage& page, const Settings& settings) {
   const int direction = button == SideButtonPressed::kBack ? 1 : -1;
-  return Step(Chosen(kSideSchemes, settings.sideButton), {.notches = direction, .lines = direction},
+  return Step(settings.sideButton, {.notches = direction, .lines = direction},
               SituationOf(picture, screen, page));
 }
 

@@ -1,6 +1,6 @@
-// What the mouse does, by gesture, by the user's choice for it and by the kind of page: tables and pure
-// functions over them. The pointer control turns the toolkit's events into these and carries the answers
-// out. User-interface thread.
+// What the mouse does, by the scheme that the user has chosen for the gesture and by the kind of page: tables
+// and pure functions over them. The pointer control turns the toolkit's events into these and carries the
+// answers out. User-interface thread.
 #pragma once
 
 #include <string>

@@ -105,9 +105,11 @@ std::vector<SideListEntry> FlattenList(const ArticleFolder& root, const ArticleO
   return entries;
 }
 
-ArticleOrder HotArticleOrder(int sortMode, const BoardWeights& weights) {
-  if (sortMode == 1) return [](const auto& a, const auto& b) { return a.postTime > b.postTime; };
-  if (sortMode == 2) return [](const auto& a, const auto& b) { return Popularity(a) > Popularity(b); };
+ArticleOrder HotArticleOrder(HotSortMode mode, const BoardWeights& weights) {
+  if (mode == HotSortMode::kNewestFirst)
+    return [](const auto& a, const auto& b) { return a.postTime > b.postTime; };
+  if (mode == HotSortMode::kByPopularity)
+    return [](const auto& a, const auto& b) { return Popularity(a) > Popularity(b); };
   return [&weights](const ArticleItem& a, const ArticleItem& b) {
     const auto weightOf = [&](const ArticleItem& item) {
       const auto weight = weights.find(item.board);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "settings/article_lists.h"
+#include "settings/setting_choices.h"
 
 namespace quillet {
 
@@ -25,9 +26,9 @@ using ArticleOrder = std::function<bool(const ArticleItem&, const ArticleItem&)>
 // that order; without one, everything stands as it does in the tree.
 std::vector<SideListEntry> FlattenList(const ArticleFolder& root, const ArticleOrder& order = nullptr);
 
-// The order of the hot articles for a value of "HotArticleSortMode": 0 by board (those of greater weight
-// first, then by name), 1 the newest first, 2 the most pushed or booed first. `weights` outlives the answer.
-ArticleOrder HotArticleOrder(int sortMode, const BoardWeights& weights);
+// The order of the hot articles. By board: those of greater weight first, then by name. By popularity: the
+// most pushed or booed first. `weights` outlives the answer.
+ArticleOrder HotArticleOrder(HotSortMode mode, const BoardWeights& weights);
 
 // Null when the path leads nowhere or is empty. Valid until the tree changes.
 const ArticleFolder::Child* EntryAt(const ArticleFolder& root, const std::vector<int>& path);

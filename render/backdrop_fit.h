@@ -1,10 +1,9 @@
 // Where the background picture lies in the window. Pure.
 #pragma once
 
-namespace quillet {
+#include "settings/setting_choices.h"
 
-// In the order of the options dialog's choices.
-enum class BackdropStyle { kNone, kStretch, kCrop, kMovingCrop };
+namespace quillet {
 
 struct BackdropRect {
   double x = 0;

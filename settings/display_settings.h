@@ -14,6 +14,8 @@ struct DisplaySettings {
   bool work = false;  // looks like office work; before darkColor
   bool smoothFont = true;
   bool lighterDarkBlue = true;
+
+  bool operator==(const DisplaySettings&) const = default;
 };
 
 }  // namespace quillet

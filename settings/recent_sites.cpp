@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/ascii.h"
+#include "settings/setting_table.h"
 #include "settings/text_lines.h"
 
 namespace quillet {
@@ -88,13 +89,12 @@ void NameSite(SettingsMap& map, std::u16string_view address, std::u16string_view
   Write(map, site);
 }
 
-void ForgetSite(SettingsMap& map, std::u16string_view address) {
+void ForgetSite(SettingsMap& map, std::u16string_view address, std::u16string_view setUp) {
   const std::u16string plain = PlainAddress(address);
   map.Remove(kSection, plain);
   // It is not proposed any more either, where there is another one to propose.
   const std::vector<RecentSite> left = AllSites(map);
-  if (!left.empty() && PlainAddress(map.Text(u"Basic", u"Site")) == plain)
-    map.Set(u"Basic", u"Site", left.front().address);
+  if (!left.empty() && PlainAddress(setUp) == plain) Put(map, {&Settings::site, left.front().address});
 }
 
 }  // namespace quillet

@@ -36,7 +36,7 @@ std::u16string NameOfSite(const SettingsMap& map, std::u16string_view address);
 void NoteSiteUsed(SettingsMap& map, std::u16string_view address, std::int64_t seconds);
 // Nothing for a site that is not listed.
 void NameSite(SettingsMap& map, std::u16string_view address, std::u16string_view name);
-// The address that is set up becomes the next one's if it was this one's.
-void ForgetSite(SettingsMap& map, std::u16string_view address);
+// Where it is the `setUp` one, the next one's address is set up instead.
+void ForgetSite(SettingsMap& map, std::u16string_view address, std::u16string_view setUp);
 
 }  // namespace quillet

@@ -1,6 +1,13 @@
 #include "settings/settings.h"
 
+#include "settings/setting_table.h"
+
 namespace quillet {
+
+Settings::Settings() {
+  for (const SettingRow& row : SettingTable())
+    ApplyRow(row, InitialText(row), *this);
+}
 
 DisplaySettings DisplayOf(const Settings& settings) {
   DisplaySettings display;

@@ -1,9 +1,6 @@
 #include "settings/settings_store.h"
 
-#include <algorithm>
-#include <type_traits>
 #include <utility>
-#include <variant>
 
 #include "settings/old_settings.h"
 #include "settings/setting_table.h"
@@ -13,26 +10,6 @@ namespace {
 
 // Older versions kept them here in the open; they belong in the registry.
 constexpr std::u16string_view kAccountKeys[] = {u"Account", u"AutoLogin"};
-
-int InRange(const SettingRow& row, int number) {
-  if (row.kind == SettingKind::kNumber) return std::clamp(number, row.least, row.most);
-  return number >= row.least && number <= row.most ? number : ToNumber(row.initial);
-}
-
-void ApplyRow(const SettingRow& row, const std::u16string& value, Settings& fields) {
-  std::visit(
-      [&](auto field) {
-        auto& target = fields.*field;
-        using Target = std::remove_reference_t<decltype(target)>;
-        if constexpr (std::is_same_v<Target, bool>)
-          target = ToNumber(value) != 0;
-        else if constexpr (std::is_same_v<Target, int>)
-          target = InRange(row, ToNumber(value));
-        else
-          target = value;
-      },
-      row.field);
-}
 
 // A map that a file of these lines is laid over, all but the lists in today's form.
 struct Overlaid {
@@ -153,18 +130,22 @@ void SettingsStore::MergeInTitleWords() {
   if (others && MergeTitleWords(titleWords_, others->now, others->before)) ++mergedIn_;
 }
 
-void SettingsStore::Change(std::u16string_view section, std::u16string_view key, std::u16string_view value) {
-  map_.Set(section, key, value);
+bool SettingsStore::Set(const std::vector<SettingChange>& changes) {
+  const SettingsMap before = map_;
+  for (const SettingChange& change : changes)
+    Put(map_, change);
+  if (map_ == before) return false;
   Apply();
   Save();
+  return true;
 }
 
 SettingsMap DefaultSettings(std::string_view mainHost) {
   SettingsMap map;
   for (const SettingRow& row : SettingTable())
-    if (row.inMap) map.Set(row.section, row.key, row.initial);
+    if (row.inMap) map.Set(row.section, row.key, InitialText(row));
   if (!mainHost.empty())
-    map.Set(u"Basic", u"Site", std::u16string(u"ssh://").append(mainHost.begin(), mainHost.end()));
+    Put(map, {&Settings::site, std::u16string(u"ssh://").append(mainHost.begin(), mainHost.end())});
   return map;
 }
 

@@ -7,10 +7,12 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "settings/data_files.h"
 #include "settings/name_list.h"
+#include "settings/setting_table.h"
 #include "settings/settings.h"
 #include "settings/settings_map.h"
 
@@ -45,8 +47,13 @@ class SettingsStore {
   // fields are filled anew by then, and entries of the list that were found before are no longer valid.
   std::size_t MergedInCount() const { return mergedIn_; }
 
-  // One value changed at run time: set, applied, saved.
-  void Change(std::u16string_view section, std::u16string_view key, std::u16string_view value);
+  // What is changed at run time: set, applied and saved, all in one. False, and nothing happens, where the
+  // map says all of it already.
+  bool Set(const std::vector<SettingChange>& changes);
+  template <typename T>
+  bool Set(T Settings::*field, const std::type_identity_t<T>& value) {
+    return Set({{field, value}});
+  }
 
   const Settings& Fields() const { return fields_; }
   SettingsMap& Map() { return map_; }

@@ -43,7 +43,7 @@ void LeaveQuestion::Before(LeaveFor purpose, std::function<void()> then) {
   LeaveFacts facts = facts_();
   // The screen may be the last one of a connection that has ended.
   facts.inEditor = facts.inEditor && KeepsLogin();
-  LeavePlan plan = PlanLeaving(purpose, facts, static_cast<LeaveMode>(doc_.Fields().leaveMode));
+  LeavePlan plan = PlanLeaving(purpose, facts, doc_.Fields().leaveMode);
   if (plan == LeavePlan::kAsk) {
     const std::optional<LeavePlan> answer = Ask(purpose, facts);
     if (!answer) return;
@@ -92,7 +92,7 @@ std::optional<LeavePlan> LeaveQuestion::Ask(LeaveFor purpose, const LeaveFacts& 
   if (clicked == nullptr || clicked == stay) return std::nullopt;
   const LeavePlan answer = clicked == leave ? LeavePlan::kGo : LeavePlan::kLogOutFirst;
   if (box.checkBox() != nullptr && box.checkBox()->isChecked())
-    doc_.Change(u"Basic", u"LeaveMode", answer == LeavePlan::kGo ? u"2" : u"1");
+    doc_.Set(&Settings::leaveMode, answer == LeavePlan::kGo ? LeaveMode::kDirectly : LeaveMode::kLogOut);
   return answer;
 }
 

@@ -15,8 +15,6 @@
 
 namespace quillet {
 
-// How one leaves a site while logged in; the numbers of the setting "LeaveMode".
-enum class LeaveMode { kAsk = 0, kLogOut = 1, kDirectly = 2 };
 enum class LeavePlan { kGo, kLogOutFirst, kAsk };
 
 // What could be lost is asked about whatever the mode.

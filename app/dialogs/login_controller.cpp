@@ -182,7 +182,7 @@ void LoginController::ChooseSite(const QString& address) {
 
 void LoginController::RemoveSite(const QString& address) {
   if (!form_) return;
-  doc_.ChangeMap([&](SettingsMap& map) { ForgetSite(map, address.toStdU16String()); });
+  doc_.ChangeMap([&](SettingsMap& map) { ForgetSite(map, address.toStdU16String(), doc_.Fields().site); });
   const std::vector<RecentSite> left = doc_.RecentSites();
   if (left.empty()) return OfferSites();
   ChooseSite(Text(left.front().address));
@@ -245,7 +245,7 @@ LoginOrder LoginController::MakeOrder(const std::u16string& key, const LoginEntr
     form_->Complain(DescribeUnsealable(kSealedPasswordLength));
     return nullptr;
   }
-  doc_.Change(u"Basic", u"KickOthers", entry.kickOthers ? u"1" : u"0");
+  doc_.Set(&Settings::kickOthers, entry.kickOthers);
   Wipe(pending_.password);
   pending_ = entry;
   pendingFor_ = key;

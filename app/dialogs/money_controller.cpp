@@ -6,7 +6,6 @@
 namespace quillet {
 namespace {
 
-constexpr std::u16string_view kSection = u"AutoGiveP";
 // Lines arrive while the dialog is open; nobody waits for its list more eagerly than this.
 constexpr int kFollowMs = 100;
 
@@ -78,13 +77,10 @@ void MoneyController::OnFinished(int answer) {
 }
 
 void MoneyController::Send(const GiveMoneyDlg& dialog) {
-  StoreMoneyChoices(dialog.Choices(), doc_.Store().Map());
-  doc_.Store().Apply();
-  doc_.Store().Save();
   MoneyOrder order{.article = {.board = asked_.board, .code = doc_.OpenArticle().code}, .gifts = {}};
   for (const FloorGift& gift : dialog.Gifts())
     order.gifts.push_back({gift.id, gift.amount});
-  doc_.ApplySettings();
+  doc_.Set(ChangesFor(dialog.Choices()));
   article_.OnUserKey();
   if (!doc_.GiveMoney(std::move(order)))
     return emit Notice(
@@ -110,23 +106,22 @@ MoneyChoices MoneyChoicesOf(const Settings& settings) {
           .afterTax = settings.autoGiveAfterTax};
 }
 
-void StoreMoneyChoices(const MoneyChoices& choices, SettingsMap& map) {
-  const auto number = [&map](std::u16string_view key, int value) { map.SetNumber(kSection, key, value); };
-  number(u"Push", choices.push);
-  number(u"Shi", choices.boo);
-  number(u"Arrow", choices.arrow);
-  number(u"FromFloor", choices.fromFloor);
-  number(u"ToFloor", choices.toFloor);
-  number(u"FloorInterval", choices.floorInterval);
-  number(u"Number", choices.number);
-  number(u"NoDupe", choices.noDupe);
-  map.Set(kSection, u"ContentInclude", choices.contentInclude);
-  number(u"MatchCase", choices.matchCase);
-  number(u"NoBlack", choices.noBlack);
-  number(u"NoSBlack", choices.noSuperBlack);
-  number(u"Random", choices.random);
-  number(u"MoneyForEach", choices.moneyForEach);
-  number(u"AfterTax", choices.afterTax);
+std::vector<SettingChange> ChangesFor(const MoneyChoices& choices) {
+  return {{&Settings::autoGivePush, choices.push},
+          {&Settings::autoGiveShi, choices.boo},
+          {&Settings::autoGiveArrow, choices.arrow},
+          {&Settings::autoGiveFromFloor, choices.fromFloor},
+          {&Settings::autoGiveToFloor, choices.toFloor},
+          {&Settings::autoGiveFloorInterval, choices.floorInterval},
+          {&Settings::autoGiveNumber, choices.number},
+          {&Settings::autoGiveNoDupe, choices.noDupe},
+          {&Settings::autoGiveContentInclude, choices.contentInclude},
+          {&Settings::autoGiveMatchCase, choices.matchCase},
+          {&Settings::autoGiveNoBlack, choices.noBlack},
+          {&Settings::autoGiveNoSBlack, choices.noSuperBlack},
+          {&Settings::autoGiveRandom, choices.random},
+          {&Settings::autoGiveMoneyForEach, choices.moneyForEach},
+          {&Settings::autoGiveAfterTax, choices.afterTax}};
 }
 
 }  // namespace quillet

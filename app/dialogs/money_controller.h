@@ -48,6 +48,6 @@ class MoneyController : public QObject {
 
 // The choices as the settings hold them, and their way back.
 MoneyChoices MoneyChoicesOf(const Settings& settings);
-void StoreMoneyChoices(const MoneyChoices& choices, SettingsMap& map);
+std::vector<SettingChange> ChangesFor(const MoneyChoices& choices);
 
 }  // namespace quillet

@@ -69,11 +69,8 @@ CQuillDoc::~CQuillDoc() {
   EndAutomation();
 }
 
-void CQuillDoc::Change(std::u16string_view section, std::u16string_view key, std::u16string_view value) {
-  if (const std::u16string* const stored = store_.Map().Find(section, key); stored && *stored == value)
-    return;
-  store_.Change(section, key, value);
-  ApplySettings();
+void CQuillDoc::Set(const std::vector<SettingChange>& changes) {
+  if (store_.Set(changes)) ApplySettings();
 }
 
 void CQuillDoc::ChangeMap(const std::function<void(SettingsMap&)>& change) {
@@ -169,7 +166,7 @@ void CQuillDoc::KeepSite() {
   if (!wasMade || !site_.Lasts()) return;
   ChangeMap([this](SettingsMap& map) {
     const std::u16string address = site_.address.trimmed().toStdU16String();
-    map.Set(u"Basic", u"Site", address);
+    Put(map, {&Settings::site, address});
     NoteSiteUsed(map, address, SecondsNow());
   });
 }

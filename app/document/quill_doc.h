@@ -106,7 +106,7 @@ class CQuillDoc : public QObject {
   // What web addresses are opened with.
   Opener& WebOpener() { return opener_; }
 
-  // A dialog that changes it calls ApplySettings when it has done so; single values go through Change.
+  // A dialog that changes it calls ApplySettings when it has done so; single values go through Set.
   SettingsStore& Store() { return store_; }
   const Settings& Fields() const { return store_.Fields(); }
   const DisplaySettings& Display() const { return display_; }
@@ -121,9 +121,13 @@ class CQuillDoc : public QObject {
   // Takes in what another program has written to the list's file, changes the list and saves it.
   void ChangeArticleList(ArticleListKind kind, const std::function<void(ArticleFolder&)>& change);
   BoardWeights& Boards() { return boards_; }
-  // One value, applied and saved at once. Nothing when it stands there already.
-  void Change(std::u16string_view section, std::u16string_view key, std::u16string_view value);
-  // The same for what is more than one value.
+  // Applied and saved at once. Nothing when all of it stands there already.
+  void Set(const std::vector<SettingChange>& changes);
+  template <typename T>
+  void Set(T Settings::*field, const std::type_identity_t<T>& value) {
+    Set({{field, value}});
+  }
+  // The same for keys that are no rows of the table.
   void ChangeMap(const std::function<void(SettingsMap&)>& change);
   // Where the user has been, the last site first.
   std::vector<RecentSite> RecentSites() const { return RecentSitesIn(store_.Map()); }

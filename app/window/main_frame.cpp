@@ -73,7 +73,7 @@ void CMainFrame::AskAddress() {
     doc_.ChangeMap([&](SettingsMap& map) { NameSite(map, address.toStdU16String(), name.toStdU16String()); });
   });
   connect(&dialog, &ConnectDlg::SiteRemoved, this, [this](const QString& address) {
-    doc_.ChangeMap([&](SettingsMap& map) { ForgetSite(map, address.toStdU16String()); });
+    doc_.ChangeMap([&](SettingsMap& map) { ForgetSite(map, address.toStdU16String(), doc_.Fields().site); });
   });
   const int answer = dialog.exec();
   activateWindow();
@@ -215,7 +215,7 @@ void CMainFrame::ApplyLayout(LayoutMode mode) {
 }
 
 void CMainFrame::ToggleWorkMode() {
-  doc_.Change(u"Basic", u"Work", doc_.Fields().work ? u"0" : u"1");
+  doc_.Set(&Settings::work, !doc_.Fields().work);
 }
 
 void CMainFrame::ApplyTopmost() {

@@ -128,7 +128,7 @@ void CMainFrame::MakeLookMenu() {
 void CMainFrame::AddPlaces(QMenu& menu) {
   const QString text = u"推文IP轉地理位置"_qs;
   const QKeySequence keys(kClientKeys | Qt::Key_G);
-  if (Acts(u"Basic", u"IpToName")) {
+  if (RowOf(&Settings::ipToName).Acts()) {
     Add(menu, text + u"(&I)"_qs, keys, [this] { view_->TogglePlaces(); });
     return;
   }

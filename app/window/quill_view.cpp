@@ -243,7 +243,7 @@ void CQuillView::SetLayoutMode(LayoutMode mode) {
 }
 
 void CQuillView::NoteVersion() {
-  doc_.Change(u"Basic", u"Version", QStringLiteral(QUILLET_VERSION).toStdU16String());
+  doc_.Set(&Settings::version, QStringLiteral(QUILLET_VERSION).toStdU16String());
 }
 
 void CQuillView::TellFileProblems() {
@@ -265,7 +265,7 @@ void CQuillView::ApplyDisplaySettings() {
 
 void CQuillView::ApplyBackground() {
   surface_.SetBackdrop({.picture = background_.Picture(),
-                        .style = static_cast<BackdropStyle>(doc_.Fields().backgroundPictureStyle),
+                        .style = doc_.Fields().backgroundPictureStyle,
                         .opacityPercent = doc_.Fields().backPicOpacity});
   RefreshFrame();
 }

@@ -178,9 +178,9 @@ void CQuillView::OnCommand(KeyCommand command) {
 }
 
 void CQuillView::TogglePlaces() {
-  if (!Acts(u"Basic", u"IpToName")) return toast_.Show(DescribeActsNotYet(u"推文IP轉地理位置"_qs));
+  if (!RowOf(&Settings::ipToName).Acts()) return toast_.Show(DescribeActsNotYet(u"推文IP轉地理位置"_qs));
   const bool on = !doc_.Fields().ipToName;
-  doc_.Change(u"Basic", u"IpToName", on ? u"1" : u"0");
+  doc_.Set(&Settings::ipToName, on);
   toast_.Show(on ? u"推文IP轉地理位置：開"_qs : u"推文IP轉地理位置：關"_qs);
 }
 

@@ -7,10 +7,6 @@
 
 namespace quillet {
 
-// Each includes the ones before it; the settings' own numbers.
-enum class PushTreatment { kNone, kNoPictures, kHideText, kMaskId, kRemove };
-enum class TitleTreatment { kNone, kHideText, kMaskId };
-
 // kNone while the user has hidden things shown.
 PushTreatment PushTreatmentOf(const StyleRules& rules, std::u16string_view id);
 // `words` are the rules' title words. A title with one of them is treated as if its author were black-listed,

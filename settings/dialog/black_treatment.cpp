@@ -6,10 +6,11 @@
 #include <QVBoxLayout>
 
 #include "settings/dialog/option_panel.h"
-#include "settings/text_lines.h"
 
 namespace quillet {
 namespace {
+
+using S = Settings;
 
 enum Page { kBlackPage, kSuperBlackPage, kOtherPage };
 
@@ -25,28 +26,24 @@ BlackTreatment::BlackTreatment(SettingsStore& store)
     : store_(store), controls_(OptionPanel::kList, *this), pages_(new QStackedWidget(this)) {
   auto* const layout = new QVBoxLayout(this);
   layout->addWidget(pages_);
-  pages_->addWidget(MakeChoices(u"黑名單"_qs, u"BlackTitle", u"BlackPush"));
-  pages_->addWidget(MakeChoices(u"超黑名單"_qs, u"SBlackTitle", u"SBlackPush"));
+  pages_->addWidget(MakeChoices(u"黑名單"_qs, &S::blackTitle, &S::blackPush));
+  pages_->addWidget(MakeChoices(u"超黑名單"_qs, &S::superBlackTitle, &S::superBlackPush));
   pages_->addWidget(new NoteLabel(u"這種名單的標題和推文照常顯示，\n只加上底線與旗子。"_qs));
-  controls_.Open(store_.Map());
-  for (Choice& choice : choices_)
-    choice.before = choice.box->currentIndex();
+  controls_.Open(store_.Fields());
 }
 
-QWidget* BlackTreatment::MakeChoices(const QString& listName, std::u16string_view titleKey,
-                                     std::u16string_view pushKey) {
+QWidget* BlackTreatment::MakeChoices(const QString& listName, const SettingField& titles,
+                                     const SettingField& pushes) {
   auto* const page = new QWidget;
   auto* const form = new QFormLayout(page);
   form->setContentsMargins(0, 0, 0, 0);
   form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
-  const auto addBox = [&](std::u16string_view key) {
-    controls_.AddRow(*form, key);
-    auto* const box = static_cast<QComboBox*>(controls_.Control(key));
-    choices_.push_back({key, box, box->currentIndex()});
-    return box;
+  const auto addBox = [&](const SettingField& field) {
+    controls_.AddRow(*form, field);
+    return static_cast<const QComboBox*>(controls_.Control(field));
   };
-  const QComboBox* const title = addBox(titleKey);
-  const QComboBox* const push = addBox(pushKey);
+  const QComboBox* const title = addBox(titles);
+  const QComboBox* const push = addBox(pushes);
   auto* const seen = new NoteLabel(SeenWords(listName, 0, 0));
   form->addRow(seen);
   // The longer words' room is kept.
@@ -65,9 +62,7 @@ void BlackTreatment::SetKind(ListKind kind) {
 }
 
 void BlackTreatment::Store() {
-  for (const Choice& choice : choices_)
-    if (choice.box->currentIndex() != choice.before)
-      store_.Change(u"Basic", choice.key, ToText(choice.box->currentIndex()));
+  store_.Set(controls_.Touched());
 }
 
 }  // namespace quillet

@@ -9,7 +9,6 @@
 #include "settings/list_entry.h"
 #include "settings/settings_store.h"
 
-class QComboBox;
 class QStackedWidget;
 
 namespace quillet {
@@ -27,18 +26,11 @@ class BlackTreatment : public QGroupBox {
   void Store();
 
  private:
-  struct Choice {
-    std::u16string_view key;
-    QComboBox* box;
-    int before;
-  };
-
-  QWidget* MakeChoices(const QString& listName, std::u16string_view titleKey, std::u16string_view pushKey);
+  QWidget* MakeChoices(const QString& listName, const SettingField& titles, const SettingField& pushes);
 
   SettingsStore& store_;
   SettingControls controls_;
   QStackedWidget* pages_;  // black, super-black, others
-  std::vector<Choice> choices_;
 };
 
 }  // namespace quillet

@@ -7,24 +7,29 @@
 #include <QPushButton>
 
 namespace quillet {
+namespace {
+
+using S = Settings;
+
+}  // namespace
 
 OptionBehaviorPanel::OptionBehaviorPanel(std::function<void()> becomeDefaultBrowser, QWidget* parent)
     : OptionPanelWidget(parent), controls_(OptionPanel::kBehavior, *this) {
   const auto [left, right] = MakeColumns();
   AddGroup(*left, QStringLiteral("圖片"), controls_,
-           {u"ShowPicMode", u"QuotePic", u"ContentPic", u"SignPic", u"PushPic", u"DownloadEngine",
-            u"OpenPicAfterDownload", u"AutoPlayGif"});
+           {&S::showPicMode, &S::quotePic, &S::contentPic, &S::signPic, &S::pushPic, &S::downloadEngine,
+            &S::openPicAfterDownload, &S::autoPlayGif});
   AddProgram(*left, std::move(becomeDefaultBrowser));
   QFormLayout* articles = AddGroup(*right, QStringLiteral("文章"), controls_,
-                                   {u"WebArticle", u"AutoRefreshPush", u"MarkAfterPush"});
-  controls_.AddRow(*articles, u"PreventUpDownChangeArticle", u"Keyboard");
-  AddGroup(*right, QStringLiteral("通知"), controls_, {u"NotifyArticleChanged", u"PlaySound", u"Flash"});
-  AddGroup(*right, QStringLiteral("連線"), controls_, {u"LeaveMode"});
-  AddGroup(*right, QStringLiteral("複製與貼上"), controls_, {u"CopyWhenSelect", u"PasteAutoChangeLine"});
+                                   {&S::webArticle, &S::autoRefreshPush, &S::markAfterPush});
+  controls_.AddRow(*articles, &S::preventUpDownChangeArticle);
+  AddGroup(*right, QStringLiteral("通知"), controls_, {&S::notifyArticleChanged, &S::playSound, &S::flash});
+  AddGroup(*right, QStringLiteral("連線"), controls_, {&S::leaveMode});
+  AddGroup(*right, QStringLiteral("複製與貼上"), controls_, {&S::copyWhenSelect, &S::pasteAutoChangeLine});
 }
 
 void OptionBehaviorPanel::AddProgram(QVBoxLayout& column, std::function<void()> becomeDefaultBrowser) {
-  QFormLayout* group = AddGroup(column, QStringLiteral("更新與瀏覽器"), controls_, {u"AutoCheckUpdate"});
+  QFormLayout* group = AddGroup(column, QStringLiteral("更新與瀏覽器"), controls_, {&S::autoCheckUpdate});
   auto* button = new QPushButton(QStringLiteral("使用Quillet做為Qor網頁的預設瀏覽器"), this);
   button->setObjectName(QStringLiteral("becomeDefaultBrowser"));
   button->setAutoDefault(false);
@@ -43,7 +48,7 @@ void OptionBehaviorPanel::AddProgram(QVBoxLayout& column, std::function<void()> 
 }
 
 void OptionBehaviorPanel::Open(const SettingsStore& store) {
-  controls_.Open(store.Map());
+  controls_.Open(store.Fields());
 }
 
 void OptionBehaviorPanel::Store(SettingsStore& store) const {

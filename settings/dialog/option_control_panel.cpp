@@ -4,18 +4,22 @@
 #include <QFormLayout>
 
 namespace quillet {
+namespace {
+
+using S = Settings;
+
+}  // namespace
 
 OptionControlPanel::OptionControlPanel(QWidget* parent)
     : OptionPanelWidget(parent), controls_(OptionPanel::kControl, *this) {
   const auto [left, right] = MakeColumns();
-  QFormLayout* buttons =
-      AddGroup(*left, QStringLiteral("按鍵"), controls_, {u"LButton", u"SButton"}, u"Mouse");
-  controls_.AddRow(*buttons, u"MButtonOpenURL");
-  AddGroup(*right, QStringLiteral("滾輪"), controls_, {u"Wheel", u"LButtonWheel", u"RButtonWheel"}, u"Mouse");
+  QFormLayout* buttons = AddGroup(*left, QStringLiteral("按鍵"), controls_, {&S::leftButton, &S::sideButton});
+  controls_.AddRow(*buttons, &S::middleButtonOpensUrl);
+  AddGroup(*right, QStringLiteral("滾輪"), controls_, {&S::wheel, &S::leftButtonWheel, &S::rightButtonWheel});
 }
 
 void OptionControlPanel::Open(const SettingsStore& store) {
-  controls_.Open(store.Map());
+  controls_.Open(store.Fields());
 }
 
 void OptionControlPanel::Store(SettingsStore& store) const {

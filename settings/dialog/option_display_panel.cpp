@@ -19,6 +19,8 @@
 namespace quillet {
 namespace {
 
+using S = Settings;
+
 // The installed faces that can draw the screen: of one width, or with the characters it is full of.
 QStringList ScreenFonts() {
   QStringList fonts;
@@ -73,26 +75,27 @@ OptionDisplayPanel::OptionDisplayPanel(QWidget* parent)
     : OptionPanelWidget(parent), controls_(OptionPanel::kDisplay, *this) {
   const auto [left, right] = MakeColumns();
   AddGroup(*left, QStringLiteral("文章與推文"), controls_,
-           {u"DarkerReadArticle", u"DarkerUpdatedArticle", u"LighterPushLine", u"GrayBackgroundPush",
-            u"MergePush", u"ColorMyId", u"IpDetectProxy", u"IpToName"});
+           {&S::darkerReadArticle, &S::darkerUpdatedArticle, &S::lighterPushLine, &S::grayBackgroundPush,
+            &S::mergePush, &S::colorMyId, &S::ipDetectProxy, &S::ipToName});
   AddBackground(*left);
   AddText(*right);
   AddGroup(*right, QStringLiteral("視窗"), controls_,
-           {u"TitleShowID", u"Topmost", u"HideTopLeftIcons", u"NoScrollAnimation", u"Work"});
+           {&S::titleShowId, &S::topmost, &S::hideTopLeftIcons, &S::noScrollAnimation, &S::work});
 }
 
 void OptionDisplayPanel::AddText(QVBoxLayout& column) {
   QFormLayout* group = AddGroup(column, QStringLiteral("文字與顏色"));
-  group->addRow(controls_.LabelOf(u"Font"), MakeFontBox());
+  group->addRow(controls_.LabelOf(&S::font), MakeFontBox());
   auto* note = new NoteLabel(QStringLiteral("(不為0時ANSI圖會有毛邊)"), this);
-  group->addRow(controls_.LabelOf(u"LineSpacing"), LeftAligned({controls_.Control(u"LineSpacing"), note}));
-  group->addRow(controls_.LabelOf(u"PushLineSpacing"), LeftAligned({controls_.Control(u"PushLineSpacing")}));
-  for (const std::u16string_view key : {u"SmoothFont", u"LighterDarkBlue", u"DarkColor", u"ShowHighlight"})
-    controls_.AddRow(*group, key);
+  group->addRow(controls_.LabelOf(&S::lineSpacing), LeftAligned({controls_.Control(&S::lineSpacing), note}));
+  group->addRow(controls_.LabelOf(&S::pushLineSpacing),
+                LeftAligned({controls_.Control(&S::pushLineSpacing)}));
+  for (const SettingField field : {&S::smoothFont, &S::lighterDarkBlue, &S::darkColor, &S::showHighlight})
+    controls_.AddRow(*group, field);
 }
 
 QWidget* OptionDisplayPanel::MakeFontBox() {
-  auto* edit = static_cast<QLineEdit*>(controls_.Control(u"Font"));
+  auto* edit = static_cast<QLineEdit*>(controls_.Control(&S::font));
   auto* box = new QComboBox(this);
   box->setAccessibleName(edit->accessibleName());
   box->addItems(ScreenFonts());
@@ -112,8 +115,8 @@ QWidget* OptionDisplayPanel::MakeFontBox() {
 
 void OptionDisplayPanel::AddBackground(QVBoxLayout& column) {
   QFormLayout* group = AddGroup(column, QStringLiteral("背景"));
-  group->addRow(controls_.LabelOf(u"BackgroundPicture"));
-  auto* picture = controls_.Control(u"BackgroundPicture");
+  group->addRow(controls_.LabelOf(&S::backgroundPicture));
+  auto* picture = controls_.Control(&S::backgroundPicture);
   auto* browse = new QToolButton(this);
   browse->setText(QStringLiteral(".."));
   browse->setObjectName(QStringLiteral("browse"));
@@ -121,13 +124,13 @@ void OptionDisplayPanel::AddBackground(QVBoxLayout& column) {
   browse->setToolTip(browse->accessibleName());
   connect(browse, &QToolButton::clicked, this, &OptionDisplayPanel::BrowseForPicture);
   group->addRow(Beside(picture, browse));
-  controls_.AddRow(*group, u"BackgroundPictureStyle");
-  auto* slider = static_cast<QSlider*>(controls_.Control(u"BackPicOpacity"));
-  group->addRow(controls_.LabelOf(u"BackPicOpacity"), Beside(slider, MakePercentage(*slider)));
+  controls_.AddRow(*group, &S::backgroundPictureStyle);
+  auto* slider = static_cast<QSlider*>(controls_.Control(&S::backPicOpacity));
+  group->addRow(controls_.LabelOf(&S::backPicOpacity), Beside(slider, MakePercentage(*slider)));
 }
 
 void OptionDisplayPanel::BrowseForPicture() {
-  auto* edit = static_cast<QLineEdit*>(controls_.Control(u"BackgroundPicture"));
+  auto* edit = static_cast<QLineEdit*>(controls_.Control(&S::backgroundPicture));
   const QFileInfo current(edit->text());
   const QString chosen = QFileDialog::getOpenFileName(
       this, QStringLiteral("選擇背景圖片"), current.isFile() ? current.absoluteFilePath() : QString(),
@@ -136,7 +139,7 @@ void OptionDisplayPanel::BrowseForPicture() {
 }
 
 void OptionDisplayPanel::Open(const SettingsStore& store) {
-  controls_.Open(store.Map());
+  controls_.Open(store.Fields());
 }
 
 void OptionDisplayPanel::Store(SettingsStore& store) const {

@@ -10,6 +10,8 @@
 namespace quillet {
 namespace {
 
+using S = Settings;
+
 constexpr std::u16string_view kAnd = u" && ";
 constexpr std::array<std::u16string_view, 3> kFields{u"board", u"author", u"title"};
 
@@ -54,7 +56,7 @@ OptionHotTrackPanel::OptionHotTrackPanel(QWidget* parent)
   rules_->setObjectName(u"rules");
   auto* const layout = new QVBoxLayout(this);
   AddGroup(*layout, u"功能"_qs, controls_,
-           {u"HotArticle", u"TrackArticle", u"BookmarkUpdate", u"HotArticleSortMode"});
+           {&S::hotArticle, &S::trackArticle, &S::bookmarkUpdate, &S::hotArticleSortMode});
   layout->addWidget(MakeRules(), 1);
 }
 
@@ -73,7 +75,7 @@ QWidget* OptionHotTrackPanel::MakeRules() {
 }
 
 void OptionHotTrackPanel::Open(const SettingsStore& store) {
-  controls_.Open(store.Map());
+  controls_.Open(store.Fields());
   std::u16string text;
   for (const std::u16string& line : store.Map().TrackLines())
     text.append(line).append(u"\n");

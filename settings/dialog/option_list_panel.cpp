@@ -10,6 +10,8 @@
 namespace quillet {
 namespace {
 
+using S = Settings;
+
 // A line of the list as the reader of its file has it, but with all that stands behind the id.
 struct NameLine {
   std::u16string_view id;
@@ -67,10 +69,10 @@ OptionListPanel::OptionListPanel(QWidget* parent)
   options->addLayout(left, 1);
   options->addLayout(right, 1);
   AddGroup(*left, u"id黑名單等級(高等級包含低等級效果)"_qs, controls_,
-           {u"BlackTitle", u"BlackPush", u"SBlackTitle", u"SBlackPush"})
+           {&S::blackTitle, &S::blackPush, &S::superBlackTitle, &S::superBlackPush})
       ->addRow(new NoteLabel(u"(「不自動開圖」%1)"_qs.arg(QStringView(kActsNotYet))));
   QFormLayout* const switches =
-      AddGroup(*right, u"顯示與快捷鍵"_qs, controls_, {u"HideCharShowStar", u"AddBlackHotKey"});
+      AddGroup(*right, u"顯示與快捷鍵"_qs, controls_, {&S::hideCharShowStar, &S::addBlackHotKey});
   switches->addRow(
       new NoteLabel(u"(鼠標指到id上, \n按 ` 可切換黑名單, \n按 0~7 可切換旗子顏色, \n按 u 可切換底線, "
                     u"按~\n可加入上次新增的名單)"_qs));
@@ -83,7 +85,7 @@ OptionListPanel::OptionListPanel(QWidget* parent)
 }
 
 void OptionListPanel::Open(const SettingsStore& store) {
-  controls_.Open(store.Map());
+  controls_.Open(store.Fields());
   names_->Fill(store.Names().AsText());
   titleWords_->Fill(TitleWordsAsText(store.TitleWords()));
 }

@@ -37,13 +37,12 @@ OptionPanelWidget::Columns OptionPanelWidget::MakeColumns() {
 }
 
 QFormLayout* OptionPanelWidget::AddGroup(QBoxLayout& column, const QString& title, SettingControls& controls,
-                                         std::initializer_list<std::u16string_view> keys,
-                                         std::u16string_view section) {
+                                         std::initializer_list<SettingField> fields) {
   QFormLayout* group = AddGroup(column, title);
-  for (const std::u16string_view key : keys)
-    controls.AddRow(*group, key, section);
-  const auto acts = [section](std::u16string_view key) { return SettingControls::Acts(key, section); };
-  if (!std::all_of(keys.begin(), keys.end(), acts))
+  for (const SettingField& field : fields)
+    controls.AddRow(*group, field);
+  const auto acts = [](const SettingField& field) { return RowOf(field).Acts(); };
+  if (!std::all_of(fields.begin(), fields.end(), acts))
     group->addRow(new NoteLabel(QStringLiteral("(灰色的選項%1)").arg(QStringView(kActsNotYet)), this));
   return group;
 }

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <initializer_list>
-#include <string_view>
 
 #include <QLabel>
 #include <QString>
@@ -42,10 +41,9 @@ class OptionPanelWidget : public QWidget {
   Columns MakeColumns();
   // A titled group at the end of `column`, laid out as a form.
   QFormLayout* AddGroup(QBoxLayout& column, const QString& title);
-  // The same with the controls of these keys in it, and a word about those that are grey.
+  // The same with the controls of these fields in it, and a word about those that are grey.
   QFormLayout* AddGroup(QBoxLayout& column, const QString& title, SettingControls& controls,
-                        std::initializer_list<std::u16string_view> keys,
-                        std::u16string_view section = u"Basic");
+                        std::initializer_list<SettingField> fields);
 };
 
 // A remark beside a control, quieter than its label in a light and in a dark look. Room is kept for all of

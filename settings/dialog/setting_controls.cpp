@@ -1,6 +1,7 @@
 #include "settings/dialog/setting_controls.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -15,7 +16,6 @@
 #include <QSlider>
 #include <QSpinBox>
 
-#include "settings/settings_store.h"
 #include "settings/text_lines.h"
 
 namespace quillet {
@@ -51,12 +51,6 @@ QString Words(std::u16string_view text) {
   return QStringView(text).toString();
 }
 
-const SettingRow& RowOf(std::u16string_view key, std::u16string_view section) {
-  const SettingRow* row = FindSetting(section, key);
-  if (row == nullptr) qFatal("no setting %s", qPrintable(Words(key)));
-  return *row;
-}
-
 void GreyOut(QWidget& widget) {
   widget.setEnabled(false);
   widget.setToolTip(Words(kActsNotYet));
@@ -66,8 +60,8 @@ QWidget* MakeComboBox(const SettingRow& row, QWidget& owner) {
   auto* box = new QComboBox(&owner);
   box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-  for (const std::u16string_view choice : row.choices)
-    box->addItem(Words(choice));
+  for (const SettingChoice& choice : row.choices)
+    box->addItem(Words(choice.label));
   return box;
 }
 
@@ -81,7 +75,7 @@ QWidget* MakeRadioButtons(const SettingRow& row, QWidget& owner) {
   line->setContentsMargins(0, 0, 0, 0);
   auto* group = new QButtonGroup(widget);
   for (std::size_t value = 0; value < row.choices.size(); ++value) {
-    auto* button = new QRadioButton(Words(row.choices[value]), widget);
+    auto* button = new QRadioButton(Words(row.choices[value].label), widget);
     group->addButton(button, static_cast<int>(value));
     line->addWidget(button);
   }
@@ -109,26 +103,26 @@ QWidget* MakeTextBox(const SettingRow& row, QWidget& owner) {
 }
 
 void Show(const SettingRow& row, const Settings& settings, QWidget* control) {
-  const auto number = [&] { return settings.*std::get<int Settings::*>(row.field); };
+  const int number = NumberOf(row, settings);
   switch (row.control) {
     case OptionControl::kCheckBox:
-      static_cast<QCheckBox*>(control)->setChecked(settings.*std::get<bool Settings::*>(row.field));
+      static_cast<QCheckBox*>(control)->setChecked(number != 0);
       break;
     case OptionControl::kComboBox:
-      static_cast<QComboBox*>(control)->setCurrentIndex(number());
+      static_cast<QComboBox*>(control)->setCurrentIndex(number);
       break;
     case OptionControl::kRadioButtons:
-      if (QAbstractButton* button = ButtonsOf(*control).button(number())) button->setChecked(true);
+      if (QAbstractButton* button = ButtonsOf(*control).button(number)) button->setChecked(true);
       break;
     case OptionControl::kSlider:
-      static_cast<QSlider*>(control)->setValue(number());
+      static_cast<QSlider*>(control)->setValue(number);
       break;
     case OptionControl::kNumberBox:
-      static_cast<QSpinBox*>(control)->setValue(number());
+      static_cast<QSpinBox*>(control)->setValue(number);
       break;
     case OptionControl::kTextBox: {
       auto* box = static_cast<QLineEdit*>(control);
-      box->setText(Words(settings.*std::get<std::u16string Settings::*>(row.field)));
+      box->setText(Words(TextOf(row, settings)));
       box->setCursorPosition(0);
       break;
     }
@@ -163,16 +157,16 @@ std::u16string ValueOf(const SettingRow& row, QWidget* control) {
 SettingControls::SettingControls(OptionPanel panel, QWidget& owner)
     : panel_(panel), owner_(owner), guard_(new ControlGuard(&owner)) {}
 
-QWidget* SettingControls::Control(std::u16string_view key, std::u16string_view section) {
-  const SettingRow& row = RowOf(key, section);
-  if (row.panel != panel_) qFatal("setting %s is of another panel", qPrintable(Words(key)));
+QWidget* SettingControls::Control(const SettingField& field) {
+  const SettingRow& row = RowOf(field);
+  if (row.panel != panel_) qFatal("setting %s is of another panel", qPrintable(Words(row.key)));
   const auto made =
       std::find_if(entries_.begin(), entries_.end(), [&](const Entry& e) { return e.row == &row; });
   if (made != entries_.end()) return made->control;
   QWidget* control = Make(row);
   control->setObjectName(Words(row.key));
   control->setAccessibleName(Words(row.label).simplified());
-  if (!row.acts) GreyOut(*control);
+  if (!row.Acts()) GreyOut(*control);
   entries_.push_back({&row, control});
   return control;
 }
@@ -207,49 +201,40 @@ void SettingControls::Guard(QWidget& control) {
   control.installEventFilter(guard_);
 }
 
-bool SettingControls::Acts(std::u16string_view key, std::u16string_view section) {
-  return RowOf(key, section).acts;
-}
-
-QString SettingControls::Label(std::u16string_view key, std::u16string_view section) {
-  return Words(RowOf(key, section).label);
-}
-
-QLabel* SettingControls::LabelOf(std::u16string_view key, std::u16string_view section) {
-  auto* label = new QLabel(Label(key, section), &owner_);
-  label->setBuddy(Control(key, section));
-  if (!Acts(key, section)) GreyOut(*label);
+QLabel* SettingControls::LabelOf(const SettingField& field) {
+  const SettingRow& row = RowOf(field);
+  auto* label = new QLabel(Words(row.label), &owner_);
+  label->setBuddy(Control(field));
+  if (!row.Acts()) GreyOut(*label);
   return label;
 }
 
-void SettingControls::AddRow(QFormLayout& form, std::u16string_view key, std::u16string_view section) {
-  QWidget* control = Control(key, section);
-  if (RowOf(key, section).control == OptionControl::kCheckBox)
+void SettingControls::AddRow(QFormLayout& form, const SettingField& field) {
+  QWidget* control = Control(field);
+  if (RowOf(field).control == OptionControl::kCheckBox)
     form.addRow(control);
   else
-    form.addRow(LabelOf(key, section), control);
+    form.addRow(LabelOf(field), control);
 }
 
-std::vector<QString> SettingControls::Missing() const {
-  std::vector<QString> missing;
-  for (const SettingRow& row : SettingTable()) {
-    const auto isOfRow = [&](const Entry& entry) { return entry.row == &row; };
-    if (row.panel == panel_ && std::none_of(entries_.begin(), entries_.end(), isOfRow))
-      missing.push_back(Words(row.key));
-  }
-  return missing;
-}
-
-void SettingControls::Open(const SettingsMap& map) {
-  Settings settings;
-  ApplySettings(map, settings);
-  for (const Entry& entry : entries_)
+void SettingControls::Open(const Settings& settings) {
+  for (Entry& entry : entries_) {
     Show(*entry.row, settings, entry.control);
+    entry.opened = ValueOf(*entry.row, entry.control);
+  }
 }
 
 void SettingControls::Store(SettingsMap& map) const {
   for (const Entry& entry : entries_)
-    map.Set(entry.row->section, entry.row->key, ValueOf(*entry.row, entry.control));
+    Put(map, {*entry.row, ValueOf(*entry.row, entry.control)});
+}
+
+std::vector<SettingChange> SettingControls::Touched() const {
+  std::vector<SettingChange> changes;
+  for (const Entry& entry : entries_)
+    if (std::u16string value = ValueOf(*entry.row, entry.control); value != entry.opened)
+      changes.emplace_back(*entry.row, std::move(value));
+  return changes;
 }
 
 }  // namespace quillet

@@ -1,9 +1,12 @@
 #include "input/mouse_scheme.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include "bbs/page_flags.h"
 #include "input/answer_gate.h"
+#include "settings/setting_table.h"
+#include "settings/text_lines.h"
 #include "tests/input/bbs_page.h"
 #include "tests/support/tables.h"
 
@@ -22,10 +25,13 @@ std::string Times(int count, const std::string& keys) {
 
 class MouseSchemeTest : public WithTables {
  protected:
-  enum LeftButton { kClickNothing, kClickUpDown, kClickWeb };
-  enum Wheel { kWheelNothing, kWheelWeb, kWheelUpDown, kWheelPages };
-  // Of a button with the wheel, and of the side buttons.
-  enum Button { kNothing, kStillOrNeighbour, kUpDown, kPages, kEnds, kBF, kThread, kAuthor, kRead };
+  // What the gesture can be set to.
+  static std::vector<MouseScheme> Offered(MouseScheme Settings::*gesture) {
+    std::vector<MouseScheme> schemes;
+    for (const SettingChoice& choice : RowOf(gesture).choices)
+      schemes.push_back(static_cast<MouseScheme>(choice.value));
+    return schemes;
+  }
 
   // Entries in the rows 3 to `last`, the cursor at `cursor`.
   static ScreenBuilder ListPage(int cursor, int last, std::u16string_view bottom) {
@@ -167,7 +173,7 @@ TEST_F(MouseSchemeTest, TheLeftMarginGoesBackButNotOutOfWhatIsWritten) {
 }
 
 TEST_F(MouseSchemeTest, TheHalvesOfTheWindowMoveUpAndDown) {
-  settings.leftButton = kClickUpDown;
+  settings.leftButton = MouseScheme::kUpDown;
   for (const ScreenSnapshot& screen : {ArticleList(5, 22), BoardList(5, 22), Menu(13), ReaderMiddle()}) {
     EXPECT_EQ(Click(2, 40, screen).bytes, kUp);
     EXPECT_EQ(Click(20, 40, screen).bytes, kDown);
@@ -187,11 +193,12 @@ TEST_F(MouseSchemeTest, TheHalvesOfTheWindowMoveUpAndDown) {
 }
 
 TEST_F(MouseSchemeTest, NoChoiceClicksIntoWhatIsTyped) {
-  for (settings.leftButton = -1; settings.leftButton < 5; ++settings.leftButton) {
+  for (const MouseScheme scheme : Offered(&Settings::leftButton)) {
+    settings.leftButton = scheme;
     EXPECT_EQ(Click(2, 40, Typing()), MouseAction());
     EXPECT_EQ(Click(20, 6, Typing()), MouseAction());
   }
-  settings.leftButton = kClickNothing;
+  settings.leftButton = MouseScheme::kNothing;
   for (const ScreenSnapshot& screen : {ArticleList(5, 22), Menu(13), ReaderMiddle(), Editor(), Pause()})
     EXPECT_EQ(Click(6, 3, screen), MouseAction());
 }
@@ -213,13 +220,13 @@ TEST_F(MouseSchemeTest, EveryChoiceOfTheWheelMovesByStepsOfItsOwn) {
     EXPECT_EQ(
         DecideWheel(fine, HeldButton::kNone, Picture::kScreen, screen, Understand(screen), settings).bytes,
         keys);
-  settings.wheel = kWheelUpDown;
+  settings.wheel = MouseScheme::kUpDown;
   EXPECT_EQ(Turn(2, ArticleList(5, 22)).bytes, kUp + kUp);
   EXPECT_EQ(inArticle(-1).lines, 1);
-  settings.wheel = kWheelPages;
+  settings.wheel = MouseScheme::kPages;
   EXPECT_EQ(Turn(-1, ReaderMiddle()).bytes, kPageDown);
   EXPECT_EQ(inArticle(2), (MouseAction{.kind = MouseActionKind::kScrollPages, .lines = -2}));
-  settings.leftButtonWheel = settings.sideButton = kEnds;
+  settings.leftButtonWheel = settings.sideButton = MouseScheme::kEnds;
   EXPECT_EQ(Turn(2, ArticleList(5, 22), HeldButton::kLeft).bytes, kHome);
   EXPECT_EQ(Side(kForward, ReaderEnd()).bytes, kEnd);
   EXPECT_EQ(inArticle(-2, HeldButton::kLeft),
@@ -227,15 +234,16 @@ TEST_F(MouseSchemeTest, EveryChoiceOfTheWheelMovesByStepsOfItsOwn) {
 }
 
 TEST_F(MouseSchemeTest, TheWheelNeverLeavesTheArticle) {
-  for (settings.wheel = -1; settings.wheel < 6; ++settings.wheel) {
-    EXPECT_EQ(Turn(5, ReaderTop()), MouseAction()) << settings.wheel;
-    EXPECT_EQ(Turn(-5, ReaderEnd()), MouseAction()) << settings.wheel;
+  for (const MouseScheme scheme : Offered(&Settings::wheel)) {
+    settings.wheel = scheme;
+    EXPECT_EQ(Turn(5, ReaderTop()), MouseAction()) << static_cast<int>(scheme);
+    EXPECT_EQ(Turn(-5, ReaderEnd()), MouseAction()) << static_cast<int>(scheme);
   }
-  settings.wheel = kWheelWeb;
+  settings.wheel = MouseScheme::kWeb;
   const std::u16string_view nearTop = u"  瀏覽 第 1/9 頁 ( 12%)  目前顯示: 第 03~24 行";
   EXPECT_EQ(Turn(3, Reader(nearTop, kMiddle)).bytes, Times(2, kUp));
   EXPECT_EQ(Turn(-3, Reader(u"  瀏覽 第 1 頁", kMiddle)).bytes, kDown) << "what is not told is not risked";
-  settings.wheel = kWheelPages;
+  settings.wheel = MouseScheme::kPages;
   EXPECT_EQ(Turn(-3, Reader(u"  瀏覽 第 8/9 頁 ( 96%)  目前顯示: 第 27~48 行", kMiddle)).bytes, kPageDown);
   EXPECT_EQ(Turn(1, ReaderMiddle()).repeat, Repeat::kAfterAnswer);
 }
@@ -257,8 +265,9 @@ TEST_F(MouseSchemeTest, TheLastLinesOfAnyArticleAreReachedAndNotPassed) {
 }
 
 TEST_F(MouseSchemeTest, NoWheelAndNoSideButtonActsOnWhatIsTypedOrAsked) {
-  for (int choice = -1; choice < 12; ++choice) {
-    settings.wheel = settings.leftButtonWheel = settings.rightButtonWheel = settings.sideButton = choice;
+  for (int choice = 0; choice <= static_cast<int>(MouseScheme::kRead); ++choice) {
+    settings.wheel = settings.leftButtonWheel = settings.rightButtonWheel = settings.sideButton =
+        static_cast<MouseScheme>(choice);
     for (const ScreenSnapshot& screen :
          {Typing(), Pause(), StarLine(ArticleList(5, 22)), Classified(ScreenBuilder().Put(3, 3, u"歡迎"))}) {
       for (const HeldButton held : {HeldButton::kNone, HeldButton::kLeft, HeldButton::kRight})
@@ -281,7 +290,8 @@ TEST_F(MouseSchemeTest, AnUnheardOfTurnSendsABoundedNumberOfKeys) {
 // ---- The wheel with a button, and the side buttons
 
 TEST_F(MouseSchemeTest, LettersGoToTheArticlesPagesOnly) {
-  const std::pair<int, std::string> pairs[] = {{kThread, "[]"}, {kAuthor, "Aa"}, {kRead, "{}"}};
+  const std::pair<MouseScheme, std::string> pairs[] = {
+      {MouseScheme::kThread, "[]"}, {MouseScheme::kAuthor, "Aa"}, {MouseScheme::kRead, "{}"}};
   for (const auto& [choice, letters] : pairs) {
     settings.rightButtonWheel = settings.sideButton = choice;
     for (const ScreenSnapshot& screen : {ArticleList(5, 22), ReaderMiddle()}) {
@@ -298,11 +308,11 @@ TEST_F(MouseSchemeTest, LettersGoToTheArticlesPagesOnly) {
 }
 
 TEST_F(MouseSchemeTest, TheArticlesBeforeAndAfterAreReachedFromListAndReader) {
-  settings.rightButtonWheel = kBF;
+  settings.rightButtonWheel = MouseScheme::kBF;
   EXPECT_EQ(Turn(1, ReaderMiddle(), kWithRight).bytes, "b");
   EXPECT_EQ(Turn(-1, ReaderEnd(), kWithRight).bytes, "f");
   EXPECT_EQ(Turn(1, ArticleList(5, 22), kWithRight).bytes, kUp) << "b shows the board's notes there";
-  settings.sideButton = kStillOrNeighbour;
+  settings.sideButton = MouseScheme::kNeighbour;
   EXPECT_EQ(Side(kBack, ReaderTop(), Picture::kArticle).bytes, "b");
   EXPECT_EQ(Side(kForward, ReaderMiddle()).bytes, "f");
   EXPECT_EQ(Side(kBack, ArticleList(5, 22)).bytes, kUp + kRight);
@@ -311,10 +321,36 @@ TEST_F(MouseSchemeTest, TheArticlesBeforeAndAfterAreReachedFromListAndReader) {
 }
 
 TEST_F(MouseSchemeTest, AHeldButtonCanLeaveTheWheelAsItIs) {
-  settings.rightButtonWheel = kStillOrNeighbour;
-  for (settings.wheel = 0; settings.wheel < 4; ++settings.wheel)
+  settings.rightButtonWheel = MouseScheme::kWheel;
+  for (const MouseScheme scheme : Offered(&Settings::wheel)) {
+    settings.wheel = scheme;
     for (const ScreenSnapshot& screen : {ArticleList(5, 22), ReaderMiddle(), Editor()})
       EXPECT_EQ(Turn(-1, screen, kWithRight), Turn(-1, screen));
+  }
+}
+
+TEST_F(MouseSchemeTest, EveryChoiceOfEveryGestureIsFelt) {
+  const auto felt = [&] {
+    std::vector<MouseAction> actions;
+    for (const ScreenSnapshot& screen : {ArticleList(5, 22), ReaderMiddle()}) {
+      actions.push_back(Click(13, 40, screen));
+      for (const HeldButton held : {HeldButton::kNone, HeldButton::kLeft, kWithRight})
+        actions.push_back(Turn(-2, screen, held));
+      actions.push_back(Side(kBack, screen));
+    }
+    return actions;
+  };
+  for (const SettingRow& row : SettingTable()) {
+    if (row.actedOnBy != ActedOnBy::kMouse) continue;
+    std::vector<std::vector<MouseAction>> seen;
+    for (std::size_t number = 0; number < row.choices.size(); ++number) {
+      settings = Settings();
+      ApplyRow(row, ToText(static_cast<int>(number)), settings);
+      EXPECT_EQ(std::count(seen.begin(), seen.end(), felt()), 0)
+          << std::string(row.key.begin(), row.key.end()) << number;
+      seen.push_back(felt());
+    }
+  }
 }
 
 // ---- Waiting for the answer

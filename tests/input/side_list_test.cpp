@@ -165,11 +165,14 @@ TEST_F(SideListTreeTest, HotArticlesComeInTheChosenOrderAndFoldersFirst) {
                    Folder(u"f", {article(u"Mid", u"m2", 5, 1), article(u"Art", u"a3", 6, 2)}),
                    article(u"Mid", u"m", 200, -700), article(u"Art", u"a2", 400, 0)});
   const BoardWeights weights{{u"Mid", 5}, {u"Art", -1}};
-  const auto shown = [&](int mode) { return NamesOf(FlattenList(hot, HotArticleOrder(mode, weights))); };
-  EXPECT_EQ(shown(0), (Names{u"f/", u">m2", u">a3", u"m", u"z", u"a", u"a2"}));
-  EXPECT_EQ(shown(1), (Names{u"f/", u">a3", u">m2", u"a2", u"z", u"m", u"a"}));
-  EXPECT_EQ(shown(2), (Names{u"f/", u">a3", u">m2", u"m", u"z", u"a2", u"a"}));
-  const std::vector<SideListEntry> entries = FlattenList(hot, HotArticleOrder(2, weights));
+  const auto shown = [&](HotSortMode mode) {
+    return NamesOf(FlattenList(hot, HotArticleOrder(mode, weights)));
+  };
+  EXPECT_EQ(shown(HotSortMode::kByBoard), (Names{u"f/", u">m2", u">a3", u"m", u"z", u"a", u"a2"}));
+  EXPECT_EQ(shown(HotSortMode::kNewestFirst), (Names{u"f/", u">a3", u">m2", u"a2", u"z", u"m", u"a"}));
+  EXPECT_EQ(shown(HotSortMode::kByPopularity), (Names{u"f/", u">a3", u">m2", u"m", u"z", u"a2", u"a"}));
+  const std::vector<SideListEntry> entries =
+      FlattenList(hot, HotArticleOrder(HotSortMode::kByPopularity, weights));
   EXPECT_EQ(entries[3].path, std::vector<int>{3}) << "paths are the tree's";
 }
 

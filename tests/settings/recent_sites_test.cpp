@@ -38,10 +38,9 @@ TEST(RecentSitesTest, ASiteThatIsRemovedIsNotProposedEither) {
   SettingsMap map;
   NoteSiteUsed(map, u"first", 1);
   NoteSiteUsed(map, u"second", 2);
-  map.Set(u"Basic", u"Site", u"Second:23");
-  ForgetSite(map, u"second");
+  ForgetSite(map, u"second", u"Second:23");
   EXPECT_EQ(map.Text(u"Basic", u"Site"), u"telnet://first");
-  ForgetSite(map, u"first");
+  ForgetSite(map, u"first", u"telnet://first");
   EXPECT_EQ(List(map), u"");
 }
 

@@ -143,38 +143,36 @@ TEST(SettingTableTest, EveryRowIsSound) {
   for (const SettingRow& row : SettingTable()) {
     SCOPED_TRACE(std::string(row.key.begin(), row.key.end()));
     EXPECT_TRUE(seen.emplace(row.section, row.key).second) << "twice in the table";
-    EXPECT_EQ(FindSetting(row.section, row.key), &row);
+    EXPECT_EQ(&RowOf(row.field), &row) << "its field is another row's too";
     EXPECT_EQ(std::holds_alternative<bool Settings::*>(row.field), row.kind == SettingKind::kFlag);
     EXPECT_EQ(std::holds_alternative<std::u16string Settings::*>(row.field), row.kind == SettingKind::kText);
     EXPECT_EQ(row.choices.size(), row.kind == SettingKind::kChoice ? std::size_t(row.most) + 1 : 0);
     EXPECT_EQ(row.panel == OptionPanel::kNone, row.control == OptionControl::kNone);
     EXPECT_EQ(row.panel == OptionPanel::kNone, row.label.empty());
-    if (row.kind == SettingKind::kText) continue;
-    const int initial = ToNumber(row.initial);
-    EXPECT_TRUE(initial >= row.least && initial <= row.most);
-    EXPECT_EQ(ToText(initial), row.initial);
+    EXPECT_TRUE(row.kind == SettingKind::kText || (row.initial >= row.least && row.initial <= row.most));
   }
-}
-
-TEST(SettingTableTest, FieldsBeginWithTheTablesValues) {
-  SettingsMap all;
-  for (const SettingRow& row : SettingTable())
-    all.Set(row.section, row.key, row.initial);
-  Settings fromTable;
-  ApplySettings(all, fromTable);
-  EXPECT_EQ(fromTable, Settings());
   EXPECT_EQ(DefaultSettings("").Find(u"Basic", u"Site"), nullptr);
 }
 
-TEST(SettingTableTest, EveryRowReachesAFieldOfItsOwn) {
-  Settings expected;
-  SettingsMap all;
+TEST(SettingTableTest, EveryValueOfEveryRowReachesItsFieldAndComesBack) {
+  const auto drawn = [](const Settings& fields) { return DisplayOf(fields); };
+  EXPECT_EQ(drawn(Settings()), DisplaySettings());
   for (const SettingRow& row : SettingTable()) {
-    const Settings before = expected;
-    const int changed = ToNumber(row.initial) == row.least ? row.least + 1 : row.least;
-    all.Set(row.section, row.key, row.kind == SettingKind::kText ? u"text" : ToText(changed));
-    ApplySettings(all, expected);
-    EXPECT_NE(expected, before) << std::string(row.key.begin(), row.key.end());
+    SCOPED_TRACE(std::string(row.key.begin(), row.key.end()));
+    std::vector<std::u16string> values{ToText(row.least), ToText(row.most)};
+    if (row.kind == SettingKind::kText) values = {u"text", u"another"};
+    for (std::size_t number = 1; number + 1 < row.choices.size(); ++number)
+      values.push_back(ToText(static_cast<int>(number)));
+    for (const std::u16string& value : values) {
+      SettingsMap map;
+      map.Set(row.section, row.key, value);
+      Settings fields;
+      ApplySettings(map, fields);
+      EXPECT_EQ(TextOf(row, fields), value);
+      const bool isOther = value != InitialText(row);
+      EXPECT_EQ(fields != Settings(), isOther);
+      EXPECT_EQ(drawn(fields) != drawn({}), isOther && row.actedOnBy == ActedOnBy::kDrawing);
+    }
   }
 }
 
@@ -194,9 +192,9 @@ TEST(SettingTableTest, ValueOutOfRangeStaysHarmless) {
   EXPECT_EQ(fields.font, u"mine") << "its key is absent";
   EXPECT_TRUE(fields.work);
   EXPECT_FALSE(fields.playSound);
-  EXPECT_EQ(fields.contentPic, 3);
-  EXPECT_EQ(fields.downloadEngine, 1);
-  EXPECT_EQ(fields.pushPic, 0);
+  EXPECT_EQ(fields.contentPic, PictureSize::kFullWidth);
+  EXPECT_EQ(fields.downloadEngine, DownloadEngine::kWinHttp);
+  EXPECT_EQ(fields.pushPic, PictureSize::kNone);
   EXPECT_EQ(fields.backPicOpacity, 100);
   EXPECT_EQ(fields.lineSpacing, 0);
   EXPECT_EQ(fields.autoGiveNumber, 1);

@@ -51,7 +51,7 @@ TEST_F(SettingsStoreTest, NothingIsSavedBeforeTheFirstLoad) {
   SettingsStore store(files, "bbs.example");
   EXPECT_FALSE(store.Save());
   EXPECT_FALSE(store.SaveNames());
-  store.Change(u"Basic", u"Work", u"1");
+  store.Set(&Settings::work, true);
   EXPECT_TRUE(store.Fields().work);
   EXPECT_FALSE(fs::exists(At(kSettingsFile)));
   EXPECT_EQ(FileAt(At(kTitleWordsFile)), "word\n");
@@ -65,7 +65,7 @@ TEST_F(SettingsStoreTest, FileLiesOverTheDefaultsAndComesBackWhole) {
   Put(kTitleWordsFile, " one \n\ntwo\n");
   Start();
   EXPECT_EQ(store_->Fields().font, u"標楷體");
-  EXPECT_EQ(store_->Fields().contentPic, 3);
+  EXPECT_EQ(store_->Fields().contentPic, PictureSize::kFullWidth);
   EXPECT_TRUE(store_->Fields().flash);
   EXPECT_EQ(LinesOf(kTitleWordsFile), (Words{u"one", u"two"}));
 
@@ -173,13 +173,13 @@ TEST_F(SettingsStoreTest, OldKeysBecomeTodaysChoicesAndAreGone) {
     Put(kSettingsFile, "[Basic]\nQuotePic=3\n" + std::string(c.keys));
     Start();
     const Settings& fields = store_->Fields();
-    EXPECT_EQ(fields.quotePic, c.quotePic);
-    EXPECT_EQ(fields.signPic, c.signPic);
-    EXPECT_EQ(fields.pushPic, c.pushPic);
-    EXPECT_EQ(fields.blackTitle, c.blackTitle);
-    EXPECT_EQ(fields.superBlackTitle, c.superBlackTitle);
-    EXPECT_EQ(fields.blackPush, c.blackPush);
-    EXPECT_EQ(fields.superBlackPush, c.superBlackPush);
+    EXPECT_EQ(static_cast<int>(fields.quotePic), c.quotePic);
+    EXPECT_EQ(static_cast<int>(fields.signPic), c.signPic);
+    EXPECT_EQ(static_cast<int>(fields.pushPic), c.pushPic);
+    EXPECT_EQ(static_cast<int>(fields.blackTitle), c.blackTitle);
+    EXPECT_EQ(static_cast<int>(fields.superBlackTitle), c.superBlackTitle);
+    EXPECT_EQ(static_cast<int>(fields.blackPush), c.blackPush);
+    EXPECT_EQ(static_cast<int>(fields.superBlackPush), c.superBlackPush);
     for (const std::u16string_view old :
          {u"HideQuotePic", u"HideSignPic", u"HidePushPic", u"HideBlackTitle", u"HideBlackPic",
           u"HideBlackPush", u"HideBlackName", u"RemoveBlackPush", u"OnlyHideSuperBlack"})

@@ -48,7 +48,8 @@ TEST_F(TwoProgramsTest, SavesCloseTogetherLoseNothing) {
   const auto save = [&](int number) {
     for (int i = 0; i < kSaves; ++i) {
       const std::u16string name = ToText(number) + u'-' + ToText(i);
-      programs[number].store.Change(u"Keys", name, u"1");
+      programs[number].store.Map().Set(u"Keys", name, u"1");
+      programs[number].store.Save();
       programs[number].Name(name, u"");
     }
   };
@@ -86,12 +87,12 @@ TEST_F(TwoProgramsTest, ListsOfBothCome) {
 TEST_F(TwoProgramsTest, WhatWasSetHereWinsOverTheOther) {
   Put(kNamesFile, "both\nremovedHere\nremovedThere\n");
   Program a(*this), b(*this);
-  a.store.Change(u"Basic", u"Font", u"theirs");
+  a.store.Set(&Settings::font, u"theirs");
   a.store.Names().Set(u"both", ParseEntryText(u"theirs"));
   a.store.Names().Set(u"removedHere", ParseEntryText(u"edited"));
   EXPECT_TRUE(a.Unname(u"removedThere"));
 
-  b.store.Change(u"Basic", u"Font", u"ours");
+  b.store.Set(&Settings::font, u"ours");
   b.store.Names().Set(u"both", ParseEntryText(u"ours"));
   b.store.Names().Remove(u"removedHere");
   EXPECT_TRUE(b.Name(u"removedThere", u"edited"));
@@ -124,7 +125,7 @@ TEST_F(TwoProgramsTest, RefreshTakesInAndWritesNothing) {
   Put(kSettingsFile, "[Basic]\nShowPicMode=0\nQuotePic=3\n");
   Put(kNamesFile, "old\n");
   Program a(*this);
-  EXPECT_EQ(a.store.Fields().quotePic, 3);
+  EXPECT_EQ(a.store.Fields().quotePic, PictureSize::kFullWidth);
   a.store.Refresh();
   EXPECT_EQ(a.store.MergedInCount(), 0U);
   a.store.Names().Set(u"unsaved", ListEntry{});
@@ -134,7 +135,7 @@ TEST_F(TwoProgramsTest, RefreshTakesInAndWritesNothing) {
   Put(kTitleWordsFile, "word\n");
   a.store.Refresh();
   EXPECT_EQ(a.store.MergedInCount(), 3U);
-  EXPECT_EQ(a.store.Fields().showPicMode, 2);
+  EXPECT_EQ(a.store.Fields().showPicMode, PictureScope::kAllPages);
   EXPECT_EQ(a.store.Fields().quotePic, Settings().quotePic) << "a key that went";
   EXPECT_EQ(a.store.TitleWords(), Words{u"word"});
   EXPECT_EQ(a.store.Names().Size(), 3U);
@@ -241,7 +242,7 @@ TEST_F(TwoProgramsTest, UnreadableFileIsLeftAloneUntilItCanBeRead) {
 
   fs::rename(At(kSettingsFile), At("elsewhere"));
   fs::create_directories(At(kSettingsFile));
-  a.store.Change(u"Basic", u"Font", u"mine");
+  a.store.Set(&Settings::font, u"mine");
   EXPECT_TRUE(fs::is_directory(At(kSettingsFile)));
   a.store.TitleWords() = {u"word"};
   EXPECT_FALSE(a.store.Save());
@@ -272,8 +273,8 @@ TEST_F(TwoProgramsTest, WhatAnOlderVersionWritesMeanwhileIsConverted) {
   older.replace(older.find("[Basic]"), 7, "[Basic]\nRemoveBlackPush=1\nAccount=me");
   older += "[Black]\nknown=then\nfresh=3:red\n[White]\nfine=x\n";
   Put(kSettingsFile, older);
-  a.store.Change(u"Basic", u"Work", u"1");
-  EXPECT_EQ(a.store.Fields().blackPush, 4);
+  a.store.Set(&Settings::work, true);
+  EXPECT_EQ(a.store.Fields().blackPush, PushTreatment::kRemove);
   EXPECT_EQ(OnDisk(), a.store.Map());
   for (const std::u16string_view key : {u"RemoveBlackPush", u"Account"})
     EXPECT_EQ(OnDisk().Find(u"Basic", key), nullptr);

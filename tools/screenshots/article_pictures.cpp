@@ -5,40 +5,35 @@
 namespace quillet {
 namespace {
 
-struct Value {
-  const char16_t* key;
-  const char16_t* value;
-  const char16_t* usual;
-};
-
 struct Look {
   const char* name;
-  std::vector<Value> values;
+  std::vector<SettingChange> changes;
 };
 
 const std::vector<Look> kLooks = {
-    {"push-spacing-3", {{u"PushLineSpacing", u"3", u"0"}}},
-    {"line-spacing-5", {{u"LineSpacing", u"5", u"0"}}},
-    {"push-not-merged", {{u"MergePush", u"0", u"1"}}},
-    {"push-no-ground", {{u"GrayBackgroundPush", u"0", u"1"}}},
-    {"push-not-lighter", {{u"LighterPushLine", u"0", u"1"}}},
+    {"push-spacing-3", {{&Settings::pushLineSpacing, 3}}},
+    {"line-spacing-5", {{&Settings::lineSpacing, 5}}},
+    {"push-not-merged", {{&Settings::mergePush, false}}},
+    {"push-no-ground", {{&Settings::grayBackgroundPush, false}}},
+    {"push-not-lighter", {{&Settings::lighterPushLine, false}}},
     {"push-plain",
-     {{u"MergePush", u"0", u"1"},
-      {u"GrayBackgroundPush", u"0", u"1"},
-      {u"LighterPushLine", u"0", u"1"},
-      {u"ColorMyId", u"0", u"1"},
-      {u"ShowHighlight", u"0", u"1"}}},
+     {{&Settings::mergePush, false},
+      {&Settings::grayBackgroundPush, false},
+      {&Settings::lighterPushLine, false},
+      {&Settings::colorMyId, false},
+      {&Settings::showHighlight, false}}},
 };
 
 void ShootLook(DemoRun& run, const Look& look) {
-  for (const Value& value : look.values)
-    run.Set(value.key, value.value);
+  std::vector<SettingChange> usual;
+  for (const SettingChange& change : look.changes)
+    usual.emplace_back(*change.row, TextOf(*change.row, run.Doc().Fields()));
+  run.Doc().Set(look.changes);
   run.Press({NamedKey(Qt::Key_Home)}, ArticleRests(0, 1));
   run.Save(QStringLiteral("%1-top").arg(look.name));
   run.Press({NamedKey(Qt::Key_End)}, ArticleRestsAtEnd);
   run.Save(QStringLiteral("%1-end").arg(look.name));
-  for (const Value& value : look.values)
-    run.Set(value.key, value.usual);
+  run.Doc().Set(usual);
 }
 
 void ShootLongArticle(DemoRun& run) {
@@ -61,9 +56,9 @@ void ShootReadTitles(DemoRun& run) {
   run.LeaveArticle();
   run.Press({NamedKey(Qt::Key_Up)}, Is(PF_ARTICLE_LIST_CURSOR));
   run.Save("list-read-darker");
-  run.Set(u"DarkerReadArticle", u"0");
-  run.Set(u"DarkerUpdatedArticle", u"0");
-  run.Set(u"ShowHighlight", u"0");
+  run.Set(&Settings::darkerReadArticle, false);
+  run.Set(&Settings::darkerUpdatedArticle, false);
+  run.Set(&Settings::showHighlight, false);
   run.Save("list-plain");
 }
 

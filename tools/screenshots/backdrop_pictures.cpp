@@ -38,22 +38,24 @@ bool ShowsBackdrop(const CQuillView& view) {
 }
 
 struct Style {
-  const char16_t* value;
+  BackdropStyle value;
   const char* name;
 };
 
-constexpr Style kStyles[] = {{u"1", "stretch"}, {u"2", "crop"}, {u"3", "moving-crop"}};
+constexpr Style kStyles[] = {{BackdropStyle::kStretch, "stretch"},
+                             {BackdropStyle::kCrop, "crop"},
+                             {BackdropStyle::kMovingCrop, "moving-crop"}};
 
 void ShootLists(DemoRun& run) {
   for (const Style style : kStyles) {
-    run.Set(u"BackgroundPictureStyle", style.value);
+    run.Set(&Settings::backgroundPictureStyle, style.value);
     run.Save(QStringLiteral("backdrop-%1-list").arg(style.name));
   }
 }
 
 void ShootArticles(DemoRun& run) {
   for (const Style style : kStyles) {
-    run.Set(u"BackgroundPictureStyle", style.value);
+    run.Set(&Settings::backgroundPictureStyle, style.value);
     run.Press({NamedKey(Qt::Key_Home)}, ArticleRests(0, 1));
     run.Save(QStringLiteral("backdrop-%1-article").arg(style.name));
     run.Press({NamedKey(Qt::Key_End)}, ArticleRestsAtEnd);
@@ -68,7 +70,7 @@ void ShootBackdropPictures(DemoRun& run) {
   if (!Sunset().save(file)) return run.Fail(QStringLiteral("\"%1\" cannot be written.").arg(file));
   run.LogIn();
   run.GoToBoard("Cats");
-  run.Set(u"BackgroundPicture", file.toStdU16String());
+  run.Set(&Settings::backgroundPicture, file.toStdU16String());
   run.Await("the background picture", [&] { return ShowsBackdrop(run.View()); });
   ShootLists(run);
   run.Read(u"最奇怪"_qs);
@@ -77,7 +79,7 @@ void ShootBackdropPictures(DemoRun& run) {
   run.GoToBoard("AsciiArt");
   run.Read(u"夜景"_qs);
   run.Save("backdrop-art");
-  run.Set(u"DarkColor", u"1");
+  run.Set(&Settings::darkColor, true);
   run.Save("backdrop-art-dim");
 }
 

@@ -32,8 +32,11 @@ class DemoRun {
   // Of this run only.
   QString ScratchFolder() const { return places_.scratch->path(); }
 
-  // "Basic", applied as the options dialog does.
-  void Set(std::u16string_view key, std::u16string_view value) { doc_.Change(u"Basic", key, value); }
+  // Applied as the options dialog does.
+  template <typename T>
+  void Set(T Settings::*field, const std::type_identity_t<T>& value) {
+    doc_.Set(field, value);
+  }
   // Of the view, in widget units.
   void Resize(QSize view);
   void LogIn();

@@ -49,12 +49,12 @@ class Mouse {
 void ShootSelections(DemoRun& run, Mouse& mouse) {
   mouse.Drag({14, 15}, {17, 33});
   run.Save("select");
-  run.Set(u"DarkColor", u"1");
+  run.Set(&Settings::darkColor, true);
   run.Save("select-dim");
-  run.Set(u"DarkColor", u"0");
-  run.Set(u"Work", u"1");
+  run.Set(&Settings::darkColor, false);
+  run.Set(&Settings::work, true);
   run.Save("select-work");
-  run.Set(u"Work", u"0");
+  run.Set(&Settings::work, false);
   PressKey(run.Frame(), NamedKey(Qt::Key_Escape));
   mouse.Drag({17, 12}, {22, 16}, Qt::AltModifier);
   run.Save("select-column");

@@ -29,10 +29,14 @@ void FillLists(DemoRun& run) {
   run.Doc().ApplySettings();
 }
 
-void Treat(DemoRun& run, std::u16string_view key, std::u16string_view superKey, char16_t level) {
-  const std::u16string value(1, level);
-  run.Set(key, value);
-  run.Set(superKey, value);
+void TreatPushes(DemoRun& run, PushTreatment level) {
+  run.Set(&Settings::blackPush, level);
+  run.Set(&Settings::superBlackPush, level);
+}
+
+void TreatTitles(DemoRun& run, TitleTreatment level) {
+  run.Set(&Settings::blackTitle, level);
+  run.Set(&Settings::superBlackTitle, level);
 }
 
 void RevealAndTake(DemoRun& run, const QString& name) {
@@ -45,21 +49,24 @@ void RevealAndTake(DemoRun& run, const QString& name) {
 
 void ShootPushes(DemoRun& run) {
   struct Level {
-    char16_t value;
+    PushTreatment value;
     const char* name;
   };
-  constexpr Level kLevels[] = {{u'1', "open"}, {u'2', "hide"}, {u'3', "mask"}, {u'4', "remove"}};
+  constexpr Level kLevels[] = {{PushTreatment::kNoPictures, "open"},
+                               {PushTreatment::kHideText, "hide"},
+                               {PushTreatment::kMaskId, "mask"},
+                               {PushTreatment::kRemove, "remove"}};
   for (const Level level : kLevels) {
-    Treat(run, u"BlackPush", u"SBlackPush", level.value);
+    TreatPushes(run, level.value);
     run.Press({NamedKey(Qt::Key_End)}, ArticleRestsAtEnd);
     run.Save(QStringLiteral("names-push-%1").arg(level.name));
   }
-  Treat(run, u"BlackPush", u"SBlackPush", u'3');
+  TreatPushes(run, PushTreatment::kMaskId);
   run.Press({NamedKey(Qt::Key_End)}, ArticleRestsAtEnd);
   RevealAndTake(run, "names-push-mask");
-  run.Set(u"HideCharShowStar", u"0");
+  run.Set(&Settings::hideCharShowStar, false);
   run.Save("names-push-mask-no-stars");
-  run.Set(u"HideCharShowStar", u"1");
+  run.Set(&Settings::hideCharShowStar, true);
 }
 
 void ShootTitles(DemoRun& run) {
@@ -68,9 +75,9 @@ void ShootTitles(DemoRun& run) {
   run.Doc().Store().Map().SetTrackLines({u"board=Cats && title=最奇怪", u"title=剪指甲"});
   run.Doc().ApplySettings();
   run.Save("names-title-words");
-  Treat(run, u"BlackTitle", u"SBlackTitle", u'1');
+  TreatTitles(run, TitleTreatment::kHideText);
   run.Save("names-titles-hide");
-  Treat(run, u"BlackTitle", u"SBlackTitle", u'2');
+  TreatTitles(run, TitleTreatment::kMaskId);
   run.Save("names-titles-mask");
   RevealAndTake(run, "names-titles-mask");
 }
@@ -85,10 +92,10 @@ void ShootNameListPictures(DemoRun& run) {
   run.Read(u"最奇怪"_qs);
   run.Save("names-article");
   ShootPushes(run);
-  run.Set(u"DarkColor", u"1");
+  run.Set(&Settings::darkColor, true);
   run.Save("names-push-mask-dim");
-  run.Set(u"DarkColor", u"0");
-  run.Set(u"Work", u"1");
+  run.Set(&Settings::darkColor, false);
+  run.Set(&Settings::work, true);
   run.Save("names-push-mask-work");
 }
 

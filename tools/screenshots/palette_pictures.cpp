@@ -3,12 +3,12 @@
 namespace quillet {
 
 void ShootDimPictures(DemoRun& run) {
-  run.Set(u"DarkColor", u"1");
+  run.Set(&Settings::darkColor, true);
   run.Walk(DemoTour(), "dim-");
 }
 
 void ShootDisguisePictures(DemoRun& run) {
-  run.Set(u"Work", u"1");
+  run.Set(&Settings::work, true);
   run.Await("the first page", [&] { return run.View().ScreenCount() > 0; });
   run.SaveWindow("work-window");
   run.Walk(DemoTour(), "work-");

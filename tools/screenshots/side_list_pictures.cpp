@@ -95,15 +95,15 @@ void ShootSideListPictures(DemoRun& run) {
   run.View().SideList().SetCompact(true);
   ShootCards(run, "-compact");
   run.View().SideList().SetCompact(false);
-  run.Set(u"DarkColor", u"1");
+  run.Set(&Settings::darkColor, true);
   ShootList(run, ArticleListKind::kHot, "side-hot-dim");
-  run.Set(u"DarkColor", u"0");
-  run.Set(u"Work", u"1");
+  run.Set(&Settings::darkColor, false);
+  run.Set(&Settings::work, true);
   ShootCards(run, "-work");
   run.View().SideList().SetCompact(true);
   ShootList(run, ArticleListKind::kHot, "side-hot-compact-work");
   run.View().SideList().SetCompact(false);
-  run.Set(u"Work", u"0");
+  run.Set(&Settings::work, false);
   run.Resize({640, 400});
   ShootCards(run, "-small");
 }

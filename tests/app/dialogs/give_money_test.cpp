@@ -75,7 +75,7 @@ TEST_F(GiveMoneyTest, WhatTheListShowsIsGivenAndTold) {
 }
 
 TEST_F(GiveMoneyTest, NothingCanBeSentBeforeTheArticleIsWhole) {
-  doc->Change(u"Basic", u"WebArticle", u"0");
+  doc->Set(&Settings::webArticle, false);
   ASSERT_TRUE(doc->JumpTo(longest));
   ASSERT_TRUE(
       Until([&] { return doc->OpenArticle().IsArticle() && doc->CurrentActivity() == Activity::kNone; }));
@@ -87,7 +87,7 @@ TEST_F(GiveMoneyTest, NothingCanBeSentBeforeTheArticleIsWhole) {
   Dialog()->accept();
   EXPECT_TRUE(Dialog()->isVisible());
   // While the dialog is open the rest arrives.
-  doc->Change(u"Basic", u"WebArticle", u"1");
+  doc->Set(&Settings::webArticle, true);
   EXPECT_TRUE(Until([&] { return Lines().IsComplete() && Note().indexOf(u"還沒有讀完"_qs) == -1; }));
   Dialog()->reject();
 }

@@ -66,7 +66,7 @@ TEST_F(LeaveTest, AnotherSiteTheDemoAndALoginAskOnceAndNoMoreIfSoWished) {
                   Click("leave")(dialog);
                 }});
   EXPECT_EQ(demos, 1);
-  EXPECT_EQ(doc->Fields().leaveMode, 2);
+  EXPECT_EQ(doc->Fields().leaveMode, LeaveMode::kDirectly);
   Disconnect({});
   EXPECT_FALSE(doc->IsConnected());
 }
@@ -84,7 +84,7 @@ TEST_F(LeaveTest, ATextThatWouldBeLostIsAskedAboutWithoutALoginToo) {
 }
 
 TEST_F(LeaveTest, InTheEditorThereIsNoLogOutAndNoWayToBeAskedNoMore) {
-  doc->Change(u"Basic", u"LeaveMode", u"2");
+  doc->Set(&Settings::leaveMode, LeaveMode::kDirectly);
   Open(longest);
   Press(Qt::Key_Left);
   ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_ARTICLE_LIST) != 0; }));
@@ -139,7 +139,7 @@ TEST_F(LeaveTest, ASiteThatDoesNotAnswerIsLeftAllTheSame) {
   doc->LogIn({.address = QString::fromStdString(server.SiteAddress()), .name = {}},
              MakeLoginOrder({.account = u"alice", .password = u"wonder"}));
   ASSERT_TRUE(Until([&] { return doc->LoginId() == u"alice"; }));
-  doc->Change(u"Basic", u"LeaveMode", u"1");
+  doc->Set(&Settings::leaveMode, LeaveMode::kLogOut);
   LeaveQuestion question(
       *doc, *frame, [] { return LeaveFacts{}; }, std::chrono::milliseconds(50));
   bool left = false;

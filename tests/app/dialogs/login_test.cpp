@@ -38,7 +38,7 @@ class LoginTest : public WindowTest {
     UseSite(demo->Address());
   }
   void UseSite(const std::string& address) {
-    doc->Change(u"Basic", u"Site", QString::fromStdString(address).toStdU16String());
+    doc->Set(&Settings::site, QString::fromStdString(address).toStdU16String());
   }
 
   LoginForm* Form() { return View().Login().Form(); }
@@ -97,10 +97,10 @@ TEST_F(LoginTest, ByTheKeyboardAloneTheReaderGetsToTheMenu) {
   EXPECT_TRUE(frame->windowTitle().contains(u"（alice）"_qs)) << frame->windowTitle().toStdString();
   EXPECT_FALSE(frame->windowTitle().contains("wonder"));
   EXPECT_EQ(doc->Account().Account(), u"") << "nothing was to be remembered";
-  doc->Change(u"Basic", u"TitleShowID", u"0");
+  doc->Set(&Settings::titleShowId, false);
   EXPECT_FALSE(frame->windowTitle().contains("alice"));
-  doc->Change(u"Basic", u"TitleShowID", u"1");
-  doc->Change(u"Basic", u"Work", u"1");
+  doc->Set(&Settings::titleShowId, true);
+  doc->Set(&Settings::work, true);
   EXPECT_FALSE(frame->windowTitle().contains("alice"));
 }
 
@@ -374,9 +374,8 @@ TEST_F(LoginTest, WithoutASiteTheFormPointsToTheAddress) {
 
 TEST_F(LoginTest, InDisguiseTheFormIsWhiteAndSwitchesAtOnce) {
   View().AskLogin();
-  for (const char16_t* work : {u"0", u"1", u"0"}) {
-    doc->Change(u"Basic", u"Work", work);
-    const bool isWhite = doc->Fields().work;
+  for (const bool isWhite : {false, true, false}) {
+    doc->Set(&Settings::work, isWhite);
     const QImage picture = Form()->grab().toImage();
     std::vector<QPoint> grounds{QPoint(Form()->width() / 2, 4)};
     for (const char* name :

@@ -191,7 +191,7 @@ TEST_F(PushOnTest, APushPutsTheArticleAmongTheBookmarksIfTheUserWantsThat) {
   Push(u"一"_qs);
   ASSERT_TRUE(Until([&] { return !said.isEmpty(); }));
   EXPECT_FALSE(doc->IsOpenArticleBookmarked());
-  doc->Change(u"Basic", u"MarkAfterPush", u"1");
+  doc->Set(&Settings::markAfterPush, true);
   said.clear();
   Push(u"二"_qs);
   ASSERT_TRUE(Until([&] { return !said.isEmpty(); }));

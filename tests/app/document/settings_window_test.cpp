@@ -70,7 +70,7 @@ TEST_F(SettingsWindowTest, ADamagedFileIsToldOnceAndKeptAside) {
 
   Enter();
   EXPECT_TRUE(PanelSays(u"尚未連線"_qs));
-  doc->Change(u"Basic", u"DarkColor", u"0");
+  doc->Set(&Settings::darkColor, false);
   EXPECT_TRUE(PanelSays(u"尚未連線"_qs)) << "told once";
   Start();
   EXPECT_TRUE(PanelSays(u"尚未連線"_qs)) << "the file is whole again";
@@ -89,7 +89,7 @@ TEST_F(SettingsWindowTest, WhatCannotBeSavedIsToldAndHoldsUntilTheEnd) {
 
 TEST_F(SettingsWindowTest, AFullDiskOrAFileThatMayNotBeWrittenIsTold) {
   std::filesystem::permissions(ProgramHome() / "Quill.ini", std::filesystem::perms::owner_read);
-  doc->Change(u"Basic", u"DarkColor", u"1");
+  doc->Set(&Settings::darkColor, true);
   EXPECT_TRUE(PanelSays(u"設定無法存檔"_qs));
   EXPECT_TRUE(doc->Fields().darkColor);
 }
@@ -106,7 +106,7 @@ TEST_F(SettingsWindowTest, ListsThatHoldSomethingAreNewsUntilTheUserTypes) {
   Start();
   OpenScript();
   EXPECT_EQ(doc->Driver().Status(), ConnectionStatus::kSomethingNew);
-  doc->Change(u"Basic", u"TrackArticle", u"0");
+  doc->Set(&Settings::trackArticle, false);
   EXPECT_EQ(doc->Driver().Status(), ConnectionStatus::kQuiet) << "the user does not follow them";
 }
 

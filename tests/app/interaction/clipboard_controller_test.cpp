@@ -159,7 +159,7 @@ TEST_F(ClipboardControllerTest, ABrokenBlockIsToldWithoutHoldingTheWindow) {
 TEST_F(ClipboardControllerTest, TheEditorGetsLinesBrokenAsTheUserWants) {
   ShowPage(PageKind::kEditor);
   Paste(u"一\n二\n"_qs);
-  doc->Change(u"Basic", u"PasteAutoChangeLine", u"0");
+  doc->Set(&Settings::pasteAutoChangeLine, false);
   Paste(u"三"_qs);
   EXPECT_EQ(sent, (std::vector<Sent>{{u"一\r二\r", Wrap::kAt78ColumnsLeftOpen}, {u"三", Wrap::kNone}}));
   EXPECT_FALSE(desk->IsAsking());

@@ -62,7 +62,7 @@ TEST_F(HandsTest, TheLineThatAClickWouldOpenIsShownBefore) {
   View().clearFocus();
   EXPECT_TRUE(shown().empty());
   View().setFocus();
-  doc->Change(u"Mouse", u"LButton", u"0");
+  doc->Set(&Settings::leftButton, MouseScheme::kNothing);
   EXPECT_TRUE(shownAt(At(6, 40.5)).empty()) << "clicks do nothing";
 }
 
@@ -124,7 +124,7 @@ TEST_F(HandsTest, WithTheOptionASelectionIsCopiedWhenTheButtonIsLetGo) {
   Drag(At(row, col), At(row, col + 3.0));
   EXPECT_EQ(Clipboard(), u"");
   Escape();
-  doc->Change(u"Basic", u"CopyWhenSelect", u"1");
+  doc->Set(&Settings::copyWhenSelect, true);
   Drag(At(row, col + 1.0), At(row, col + 4.0));
   EXPECT_EQ(Clipboard(), u"lmn");
 }
@@ -199,7 +199,7 @@ TEST_F(HandsTest, HiddenPushesAreNeitherCopiedNorFollowed) {
   ASSERT_TRUE(View().Links().Current());
 
   doc->Store().Names().Set(u"jabber", {.description = u"吵"});
-  doc->Change(u"Basic", u"BlackPush", u"2");
+  doc->Set(&Settings::blackPush, PushTreatment::kHideText);
   EXPECT_FALSE(View().Selected().IsShown()) << "it would read differently";
   EXPECT_FALSE(View().Links().Current());
   Click(onLink);
@@ -208,12 +208,12 @@ TEST_F(HandsTest, HiddenPushesAreNeitherCopiedNorFollowed) {
   EXPECT_EQ(hidden.find(u"example.com/jabber"), hidden.npos);
   EXPECT_NE(hidden.find(u"→ jabber: ＊＊＊"), hidden.npos);
 
-  doc->Change(u"Basic", u"BlackPush", u"3");
+  doc->Set(&Settings::blackPush, PushTreatment::kMaskId);
   EXPECT_EQ(copied().find(u"jabber"), std::u16string::npos);
   PointAt(At(link.row, 5.5));
   EXPECT_EQ(View().IdInQuestion(), "jabber") << "who masks an id can also take it out of the lists";
 
-  doc->Change(u"Basic", u"BlackPush", u"4");
+  doc->Set(&Settings::blackPush, PushTreatment::kRemove);
   const std::u16string removed = copied();
   EXPECT_EQ(removed.find(u"jabber"), removed.npos);
   EXPECT_EQ(removed.find(u"***"), removed.npos);
@@ -222,8 +222,8 @@ TEST_F(HandsTest, HiddenPushesAreNeitherCopiedNorFollowed) {
 
 TEST_F(HandsTest, TheBbssOwnPagesAreCopiedAsTheyAreShown) {
   doc->Store().Names().Set(u"jabber", {.description = u"吵"});
-  doc->Change(u"Basic", u"BlackPush", u"4");
-  doc->Change(u"Basic", u"WebArticle", u"0");
+  doc->Set(&Settings::blackPush, PushTreatment::kRemove);
+  doc->Set(&Settings::webArticle, false);
   GoToBoard();
   TypeText(u"/filler 40"_qs);
   Enter();
@@ -238,7 +238,7 @@ TEST_F(HandsTest, TheBbssOwnPagesAreCopiedAsTheyAreShown) {
 
   EXPECT_NE(Copied().find(u"filler 40"), std::u16string::npos);
   doc->Store().Names().Set(kAuthor, {.description = u"吵"});
-  doc->Change(u"Basic", u"BlackTitle", u"2");
+  doc->Set(&Settings::blackTitle, TitleTreatment::kMaskId);
   const std::u16string list = Copied();
   EXPECT_EQ(list.find(u"filler"), list.npos);
   EXPECT_EQ(list.find(kAuthor), list.npos);
@@ -356,7 +356,7 @@ TEST_F(HandsTest, AnArticleThatIsNamedOpensOnTheBbs) {
 // ---- Names
 
 TEST_F(HandsTest, KeysOverAnIdChangeItsEntryInTheLists) {
-  doc->Change(u"Basic", u"AddBlackHotKey", u"1");
+  doc->Set(&Settings::addBlackHotKey, true);
   GoToBoard();
   const auto [row, col] = Find(kAuthor);
   ASSERT_GE(row, 0);

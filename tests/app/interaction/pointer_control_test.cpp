@@ -269,7 +269,7 @@ TEST_F(PointerControlTest, APageWithItsCursorInTheSamePlaceIsAnotherOneToo) {
 }
 
 TEST_F(PointerControlTest, QuickClicksUpAndDownAllCount) {
-  doc->Change(u"Mouse", u"LButton", u"1");
+  doc->Set(&Settings::leftButton, MouseScheme::kUpDown);
   Click(At(20, 30));
   SecondClick(At(20, 30));
   Click(At(20, 30));
@@ -301,7 +301,7 @@ TEST_F(PointerControlTest, ALinkOpensByEitherButtonAsTheUserWishes) {
   Click(At(6, 12), Qt::MiddleButton);
   EXPECT_EQ(opened.size(), 1u);
   EXPECT_EQ(pasted, 1);
-  doc->Change(u"Basic", u"MButtonOpenURL", u"1");
+  doc->Set(&Settings::middleButtonOpensUrl, true);
   Click(At(6, 12), Qt::MiddleButton);
   EXPECT_EQ(opened.size(), 2u);
   Click(At(6, 60), Qt::MiddleButton);

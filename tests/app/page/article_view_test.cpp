@@ -111,13 +111,13 @@ TEST_F(ArticleViewTest, RightOnTheLastPageGoesToTheNextArticleWhereverTheBbsStan
 TEST_F(ArticleViewTest, UpAtTheTopGoesToTheArticleBeforeUnlessArticlesAreKept) {
   OpenWhole(talkative);
   const std::u16string title = doc->OpenArticle().title;
-  doc->Change(u"Keyboard", u"PreventUpDownChangeArticle", u"1");
+  doc->Set(&Settings::preventUpDownChangeArticle, true);
   Press(Qt::Key_Up);
   Press(Qt::Key_End);
   Enter();
   ASSERT_TRUE(AtRest(Last()));
   EXPECT_EQ(doc->OpenArticle().title, title);
-  doc->Change(u"Keyboard", u"PreventUpDownChangeArticle", u"0");
+  doc->Set(&Settings::preventUpDownChangeArticle, false);
   Press(Qt::Key_Home);
   Press(Qt::Key_Up);
   EXPECT_TRUE(Until([&] { return doc->OpenArticle().title != title; }));
@@ -154,10 +154,10 @@ TEST_F(ArticleViewTest, TheLineAtTheTopStaysWhenOthersAreTakenOut) {
   const int before = Article().LineCount();
   const std::string top = Row(0);
   doc->Store().Names().Set(SomebodyAbove(top), {});
-  doc->Change(u"Basic", u"BlackPush", u"4");
+  doc->Set(&Settings::blackPush, PushTreatment::kRemove);
   ASSERT_LT(Article().LineCount(), before);
   EXPECT_EQ(Row(0), top);
-  doc->Change(u"Basic", u"BlackPush", u"0");
+  doc->Set(&Settings::blackPush, PushTreatment::kNone);
   EXPECT_EQ(Article().LineCount(), before);
   EXPECT_EQ(Row(0), top);
 }
@@ -167,7 +167,7 @@ TEST_F(ArticleViewTest, WhoStandsAtTheEndGoesAlongWithNewPushes) {
   Press(Qt::Key_End);
   ASSERT_TRUE(AtRest(Last()));
   const int before = Article().LineCount();
-  doc->Change(u"Basic", u"MarkAfterPush", u"1");
+  doc->Set(&Settings::markAfterPush, true);
   TypeText("X");
   ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_PUSH_LINE) != 0; }));
   TypeText("1");
@@ -183,20 +183,20 @@ TEST_F(ArticleViewTest, WhoStandsAtTheEndGoesAlongWithNewPushes) {
   EXPECT_TRUE(Until([&] { return doc->IsOpenArticleBookmarked(); })) << "as the user wants it";
   ASSERT_EQ(PushWriter(Row(22)), u"reader");
   const QImage coloured = View().grab().toImage();
-  doc->Change(u"Basic", u"ColorMyId", u"0");
+  doc->Set(&Settings::colorMyId, false);
   EXPECT_NE(View().grab().toImage(), coloured);
 }
 
 TEST_F(ArticleViewTest, WithoutAnimationItMovesAtOnceAndTheWheelNeverLeavesIt) {
   OpenWhole(talkative);
   const std::u16string title = doc->OpenArticle().title;
-  doc->Change(u"Basic", u"NoScrollAnimation", u"1");
+  doc->Set(&Settings::noScrollAnimation, true);
   Wheel(-1000);
   EXPECT_EQ(Article().TopLine(), Last()) << "without any step between";
   Wheel(-1);
   ASSERT_TRUE(AtRest(Last()));
   EXPECT_EQ(doc->OpenArticle().title, title);
-  doc->Change(u"Basic", u"HideTopLeftIcons", u"1");
+  doc->Set(&Settings::hideTopLeftIcons, true);
   EXPECT_TRUE(Article().Captions().empty());
   EXPECT_NE(Row(kBottomRow).find(ToBig5(u"行")), std::string::npos) << "the position stays";
 }
@@ -302,7 +302,7 @@ TEST_F(ArticleViewTest, InTheMiniWindowAPageIsItsRows) {
 
 TEST_F(ArticleViewTest, TheMiniWindowShowsTheSameRowsInDisguise) {
   OpenWhole(talkative);
-  doc->Change(u"Basic", u"Work", u"1");
+  doc->Set(&Settings::work, true);
   View().SetLayoutMode(LayoutMode::kNarrow);
   frame->setMinimumSize(0, 0);
   frame->resize(528, 207);
@@ -370,7 +370,7 @@ TEST_F(ArticleViewTest, ATextIsLookedForInWhatIsShownAndTheBbsKnowsNothingOfIt) 
   QCoreApplication::sendEvent(frame->focusWidget(), &commit);
   const int shown = marks();
   doc->Store().Names().Set(id, {});
-  doc->Change(u"Basic", u"BlackPush", u"4");
+  doc->Set(&Settings::blackPush, PushTreatment::kRemove);
   EXPECT_GT(shown, 0);
   EXPECT_EQ(marks(), 0);
   EXPECT_EQ(View().ScreenCount(), screens) << "nothing was sent";
@@ -379,7 +379,7 @@ TEST_F(ArticleViewTest, ATextIsLookedForInWhatIsShownAndTheBbsKnowsNothingOfIt) 
   Enter();
   Press(Qt::Key_Left);
   ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_ARTICLE_LIST_CURSOR) != 0; }));
-  doc->Change(u"Basic", u"BlackPush", u"0");
+  doc->Set(&Settings::blackPush, PushTreatment::kNone);
   Press(Qt::Key_Right);
   ASSERT_TRUE(Until([&] { return Article().IsShown() && Lines().IsComplete(); }));
   EXPECT_EQ(marks(), 0);
@@ -426,7 +426,7 @@ TEST_F(ArticleViewTest, ACaptionGivesItsCommandOnAClick) {
 }
 
 TEST_F(ArticleViewTest, TabShowsDescriptionsAndTwiceWhatIsHidden) {
-  doc->Change(u"Basic", u"BlackPush", u"2");
+  doc->Set(&Settings::blackPush, PushTreatment::kHideText);
   OpenWhole(talkative);
   Press(Qt::Key_End);
   ASSERT_TRUE(AtRest(Last()));

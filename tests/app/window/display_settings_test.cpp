@@ -6,24 +6,26 @@ namespace quillet {
 namespace {
 
 struct Switch {
-  std::u16string key;
-  std::u16string other;
-  std::u16string usual;
+  template <typename T>
+  Switch(T Settings::*field, const std::type_identity_t<T>& otherValue,
+         const std::type_identity_t<T>& usualValue)
+      : other(field, otherValue), usual(field, usualValue) {}
+
+  SettingChange other, usual;
 };
 
 class DisplaySettingsTest : public DemoArticleTest {
  protected:
   QImage Picture() { return View().Surface().Picture().copy(); }
   QRgb Pixel(QPoint at) { return View().Surface().Picture().pixel(at) & 0xFFFFFF; }
-  void Set(const std::u16string& key, const std::u16string& value) { doc->Change(u"Basic", key, value); }
 
   void ExpectEachToAct(const std::vector<Switch>& switches) {
     const QImage usual = Picture();
     for (const Switch& one : switches) {
-      SCOPED_TRACE(QString::fromStdU16String(one.key).toStdString());
-      Set(one.key, one.other);
+      SCOPED_TRACE(QStringView(one.other.row->key).toString().toStdString());
+      doc->Set({one.other});
       EXPECT_NE(Picture(), usual);
-      Set(one.key, one.usual);
+      doc->Set({one.usual});
       EXPECT_EQ(Picture(), usual);
     }
   }
@@ -45,46 +47,46 @@ TEST_F(DisplaySettingsTest, ThePictureOfAnArticleFollowsEachSwitch) {
   View().PerformArticleCommand(ArticleCommand::kFirstPush);
   ASSERT_TRUE(
       Until([&] { return Article().TopLine() > 0 && Article().TopLine() == Article().TargetLine(); }));
-  ExpectEachToAct({{u"LineSpacing", u"3", u"0"},
-                   {u"PushLineSpacing", u"3", u"0"},
-                   {u"SmoothFont", u"0", u"1"},
-                   {u"DarkColor", u"1", u"0"},
-                   {u"Work", u"1", u"0"},
-                   {u"GrayBackgroundPush", u"0", u"1"},
-                   {u"LighterPushLine", u"0", u"1"},
-                   {u"MergePush", u"0", u"1"},
-                   {u"HideTopLeftIcons", u"1", u"0"},
-                   {u"WebArticle", u"0", u"1"}});
+  ExpectEachToAct({{&Settings::lineSpacing, 3, 0},
+                   {&Settings::pushLineSpacing, 3, 0},
+                   {&Settings::smoothFont, false, true},
+                   {&Settings::darkColor, true, false},
+                   {&Settings::work, true, false},
+                   {&Settings::grayBackgroundPush, false, true},
+                   {&Settings::lighterPushLine, false, true},
+                   {&Settings::mergePush, false, true},
+                   {&Settings::hideTopLeftIcons, true, false},
+                   {&Settings::webArticle, false, true}});
   // A face that is not installed changes nothing, and leaves no boxes.
   const QImage usual = Picture();
-  Set(u"Font", u"No Such Face At All");
+  doc->Set(&Settings::font, u"No Such Face At All");
   EXPECT_EQ(Picture(), usual);
 }
 
 TEST_F(DisplaySettingsTest, ListsFollowTheirs) {
   OpenWhole(talkative);
   GoToList();
-  ExpectEachToAct({{u"ShowHighlight", u"0", u"1"}, {u"DarkerReadArticle", u"0", u"1"}});
+  ExpectEachToAct({{&Settings::showHighlight, false, true}, {&Settings::darkerReadArticle, false, true}});
 
   const std::u16string author = PageFacts::ParseListAuthor(View().Screen(), View().Screen().cursorRow);
   doc->Store().Names().Set(author, {});
-  ExpectEachToAct({{u"BlackTitle", u"2", u"0"}});
-  Set(u"BlackTitle", u"2");
-  ExpectEachToAct({{u"HideCharShowStar", u"0", u"1"}});
+  ExpectEachToAct({{&Settings::blackTitle, TitleTreatment::kMaskId, TitleTreatment::kNone}});
+  doc->Set(&Settings::blackTitle, TitleTreatment::kMaskId);
+  ExpectEachToAct({{&Settings::hideCharShowStar, false, true}});
 }
 
 TEST_F(DisplaySettingsTest, DarkBlueIsLighterWhereTheUserWantsIt) {
   OpenScript();
   script->Deliver("\x1B[2J\x1B[34mdark blue words");
   ASSERT_TRUE(Until([&] { return View().Screen().TextAt(0, 0) == 'd'; }));
-  ExpectEachToAct({{u"LighterDarkBlue", u"0", u"1"}});
+  ExpectEachToAct({{&Settings::lighterDarkBlue, false, true}});
 }
 
 TEST_F(DisplaySettingsTest, DisguiseLooksLikeATextEditorAndGoesAgain) {
   OpenWhole(talkative);
   const QString title = frame->windowTitle();
   const Layout usual = View().Surface().CurrentLayout();
-  Set(u"Work", u"1");
+  doc->Set(&Settings::work, true);
   EXPECT_EQ(frame->windowTitle(), u"新文字文件.txt - 記事本"_qs);
   EXPECT_FALSE(frame->windowIcon().isNull());
   EXPECT_EQ(View().Surface().CurrentLayout().originX, 0);
@@ -96,7 +98,7 @@ TEST_F(DisplaySettingsTest, DisguiseLooksLikeATextEditorAndGoesAgain) {
   EXPECT_TRUE(ScrollBar().isVisible()) << "a text editor always has one";
   EXPECT_FALSE(ScrollBar().isEnabled());
   EXPECT_EQ(ScrollBar().styleSheet(), "");
-  Set(u"Work", u"0");
+  doc->Set(&Settings::work, false);
   EXPECT_FALSE(ScrollBar().isVisible());
   EXPECT_EQ(frame->windowTitle(), title);
   EXPECT_EQ(View().Surface().CurrentLayout(), usual);
@@ -105,20 +107,20 @@ TEST_F(DisplaySettingsTest, DisguiseLooksLikeATextEditorAndGoesAgain) {
 TEST_F(DisplaySettingsTest, ABackgroundPictureShinesThroughAndItsStyleAndOpacityActAtOnce) {
   OpenWhole(talkative);
   const QRgb ground = Pixel({2, 2});
-  Set(u"BackPicOpacity", u"100");
-  Set(u"BackgroundPicture", PictureFile(Qt::red));
+  doc->Set(&Settings::backPicOpacity, 100);
+  doc->Set(&Settings::backgroundPicture, PictureFile(Qt::red));
   ASSERT_TRUE(Until([&] { return Pixel({2, 2}) != ground; }));
   EXPECT_EQ(Pixel({2, 2}), 0xFF0000u);
-  Set(u"BackPicOpacity", u"0");
+  doc->Set(&Settings::backPicOpacity, 0);
   EXPECT_EQ(Pixel({2, 2}), ground);
-  Set(u"BackPicOpacity", u"100");
-  Set(u"BackgroundPictureStyle", u"0");
+  doc->Set(&Settings::backPicOpacity, 100);
+  doc->Set(&Settings::backgroundPictureStyle, BackdropStyle::kNone);
   EXPECT_EQ(Pixel({2, 2}), ground);
-  Set(u"BackgroundPictureStyle", u"3");
-  Set(u"Work", u"1");
+  doc->Set(&Settings::backgroundPictureStyle, BackdropStyle::kMovingCrop);
+  doc->Set(&Settings::work, true);
   EXPECT_EQ(Pixel({2, View().height() - 2}), 0xFFFFFFu) << "not in disguise";
-  Set(u"Work", u"0");
-  Set(u"BackgroundPicture", u"/no/such/picture.png");
+  doc->Set(&Settings::work, false);
+  doc->Set(&Settings::backgroundPicture, u"/no/such/picture.png");
   EXPECT_TRUE(Until([&] { return PanelSays(u"背景圖片無法顯示"_qs); }));
   EXPECT_EQ(Pixel({2, 2}), ground);
 }

@@ -204,9 +204,9 @@ TEST_F(MainFrameTest, TheProgramsIconStandsOnEveryWindow) {
   const QImage usual = picture(*frame);
   ASSERT_FALSE(usual.isNull());
   EXPECT_EQ(picture(ConnectDlg({}, {}, frame.get())), usual);
-  doc->Change(u"Basic", u"Work", u"1");
+  doc->Set(&Settings::work, true);
   EXPECT_NE(picture(*frame), usual);
-  doc->Change(u"Basic", u"Work", u"0");
+  doc->Set(&Settings::work, false);
   EXPECT_EQ(picture(*frame), usual);
 }
 
@@ -233,7 +233,7 @@ TEST_F(MainFrameTest, TheAddressDialogOffersNamesAndRemovesTheSitesUsedBefore) {
     NoteSiteUsed(map, u"telnet://first.example", 1);
     NoteSiteUsed(map, u"telnet://second.example:2323", 2);
   });
-  doc->Change(u"Basic", u"Site", u"telnet://third.example");
+  doc->Set(&Settings::site, u"telnet://third.example");
   AnswerDialogs([&] { frame->AskAddress(); }, {[&](QDialog& dialog) {
                   EXPECT_EQ(dynamic_cast<ConnectDlg&>(dialog).Address(), "telnet://third.example");
                   auto& list = Find<QTreeWidget>(dialog, "recentSites");

@@ -83,7 +83,7 @@ class StyledArticleTest : public WithTables {
 TEST_F(StyledArticleTest, LinesLookAsTheyDoOnTheBbssOwnScreen) {
   wishes_.Note(u"kagami", ListKind::kBlack, u"鏡", 0x06, true);
   wishes_.Note(u"troll", ListKind::kSuperBlack);
-  wishes_.settings.superBlackPush = 4;
+  wishes_.settings.superBlackPush = PushTreatment::kRemove;
   wishes_.reveal = Reveal::kDescriptions;
   wishes_.keywords = {u"月"};
   wishes_.myId = u"miko";
@@ -92,7 +92,7 @@ TEST_F(StyledArticleTest, LinesLookAsTheyDoOnTheBbssOwnScreen) {
     body.push_back(Push(id, u"月亮"));
   const Text text = ArticleOf(body);
   Take(text);
-  for (const int level : {2, 3}) {
+  for (const PushTreatment level : {PushTreatment::kHideText, PushTreatment::kMaskId}) {
     wishes_.settings.blackPush = level;
     Follow();
     const StyledScreen screen = Dress(PageOf(text, 0), wishes_.Rules(), postTime_);
@@ -107,7 +107,7 @@ TEST_F(StyledArticleTest, LinesLookAsTheyDoOnTheBbssOwnScreen) {
 }
 
 TEST_F(StyledArticleTest, LinesThatTheListsRemoveGoAndComeBackAtOnce) {
-  wishes_.settings.blackPush = 4;
+  wishes_.settings.blackPush = PushTreatment::kRemove;
   Show({Push(u"miko"), Push(u"troll"), Push(u"troll"), Push(u"miko")});
   EXPECT_EQ(article_.Count(), 23);
   wishes_.Note(u"troll", ListKind::kBlack);
@@ -150,7 +150,7 @@ TEST_F(StyledArticleTest, FirstPushIsBehindTheOriginAndShown) {
       {Push(u"quoted"), origin, Push(u"forwarded"), origin, Plain(u"※ 編輯"), Push(u"troll"), Push(u"miko")});
   EXPECT_EQ(article_.FirstPush(), 9);
   wishes_.Note(u"troll", ListKind::kBlack);
-  wishes_.settings.blackPush = 4;
+  wishes_.settings.blackPush = PushTreatment::kRemove;
   Follow();
   EXPECT_EQ(article_.LineOf(article_.FirstPush()), 10);
   Show({Plain(u"沒有站名"), Push(u"miko")});
@@ -179,7 +179,7 @@ TEST_F(StyledArticleTest, FollowingStepByStepEndsWhereReadingAtOnceDoes) {
     if (below(4) == 0) return Plain(u"彩色的字", static_cast<std::uint8_t>(below(256)));
     return Push(kIds[below(3)], u"月", kStamps[below(5)]);
   };
-  wishes_.settings.blackPush = 4;
+  wishes_.settings.blackPush = PushTreatment::kRemove;
   postTime_ = Local(2020, 5, 5);
   Text text = ArticleOf(Text(60, Plain(u"底")));
   for (int round = 0; round < 300; ++round) {

@@ -1,11 +1,14 @@
 #include "render/style/styled_screen.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <random>
 
 #include "bbs/push_over_reader.h"
 #include "render/row_cells.h"
 #include "render/style_colours.h"
+#include "settings/setting_table.h"
+#include "settings/text_lines.h"
 #include "tests/render/style/styling.h"
 #include "tests/support/tables.h"
 
@@ -68,9 +71,9 @@ TEST_F(StyledScreenTest, LinesMergeWithWhatIsShownAboveThem) {
   };
   using Rows = std::vector<std::u16string>;
   wishes_.Note(u"troll", ListKind::kBlack);
-  wishes_.settings.blackPush = 4;
+  wishes_.settings.blackPush = PushTreatment::kRemove;
   EXPECT_EQ(begins(), (Rows{u"推 miko: 一", u"推     : 一", u"推 Miko: 一", u"推 miko: 一"}));
-  wishes_.settings.blackPush = 3;
+  wishes_.settings.blackPush = PushTreatment::kMaskId;
   const Rows masked = {u"推 miko: 一", u"推 *****: ", u"推 miko: 一", u"推 Miko: 一",
                        u"推 *****: ",  u"推      : ", u"推 miko: 一"};
   EXPECT_EQ(begins(), masked);
@@ -78,7 +81,7 @@ TEST_F(StyledScreenTest, LinesMergeWithWhatIsShownAboveThem) {
   for (const int row : {1, 5})
     PutPush(builder, row, u"推", u"trull", u"一");
   wishes_.Note(u"trull", ListKind::kSuperBlack);
-  wishes_.settings.superBlackPush = 3;
+  wishes_.settings.superBlackPush = PushTreatment::kMaskId;
   EXPECT_EQ(begins()[4], u"推 *****: ");
   EXPECT_EQ(begins()[5], u"推 *****: ");
   // Another mark stays, and an arrow's goes with the id.
@@ -119,23 +122,24 @@ TEST_F(StyledScreenTest, BlackListedPushLinesByLevel) {
   const std::u16string shown = u"推 troll: 壞 a話　!  ";
   for (const ListKind kind : {ListKind::kBlack, ListKind::kSuperBlack}) {
     wishes_.Note(u"troll", kind);
-    int& level = kind == ListKind::kBlack ? wishes_.settings.blackPush : wishes_.settings.superBlackPush;
-    for (level = 0; level <= 1; ++level)
+    auto& level = kind == ListKind::kBlack ? wishes_.settings.blackPush : wishes_.settings.superBlackPush;
+    for (const PushTreatment open : {PushTreatment::kNone, PushTreatment::kNoPictures}) {
+      level = open;
       EXPECT_EQ(begin(), shown);
+    }
+    level = PushTreatment::kHideText;
     EXPECT_EQ(begin(), u"推 troll: ＊ *＊　*  ");
     EXPECT_EQ(hidden(), Cells(10, 2) + ".xxx..x");
     EXPECT_TRUE(Text(builder, 3).ends_with(u" 140.112.8.8 11/06 10:00"));
     EXPECT_EQ(Text(builder, 7), u"推 troll: ＊ ****** *") << "its end is no stamp";
-    level = 3;
+    level = PushTreatment::kMaskId;
     EXPECT_EQ(begin(), u"推 *****: ＊ *＊　*  ");
     wishes_.settings.hideCharShowStar = false;
     EXPECT_EQ(begin(), u"推      :       　 ");
     EXPECT_EQ(hidden(), Cells(3, 5) + "..xx.xxx..x") << "blanks that hide";
     wishes_.settings.hideCharShowStar = true;
-    for (const int removed : {4, 900}) {
-      level = removed;
-      EXPECT_EQ(Text(builder, 3), u"※ 編輯");
-    }
+    level = PushTreatment::kRemove;
+    EXPECT_EQ(Text(builder, 3), u"※ 編輯");
     wishes_.reveal = Reveal::kHidden;
     EXPECT_EQ(begin(), shown);
     wishes_.reveal = Reveal::kDescriptions;
@@ -150,7 +154,7 @@ TEST_F(StyledScreenTest, BlackListedPushLinesByLevel) {
 
 TEST_F(StyledScreenTest, RemovedLinesCloseUpAndPromptsStay) {
   wishes_.Note(u"troll", ListKind::kBlack);
-  wishes_.settings.blackPush = 4;
+  wishes_.settings.blackPush = PushTreatment::kRemove;
   ScreenBuilder builder;
   for (int row = 0; row < 23; ++row)
     PutPush(builder, row, u"推", row % 4 == 1 ? u"troll" : u"miko", u"一");
@@ -231,7 +235,7 @@ TEST_F(StyledScreenTest, DescriptionsStandBehindTheTextWhereThereIsRoom) {
   EXPECT_EQ(tagCol(6), 10);
   EXPECT_EQ(tagCol(8), 20);
   // Blanks that hide are room.
-  wishes_.settings.blackPush = 2;
+  wishes_.settings.blackPush = PushTreatment::kHideText;
   wishes_.settings.hideCharShowStar = false;
   EXPECT_EQ(tagCol(6), 11);
 
@@ -248,7 +252,7 @@ TEST_F(StyledScreenTest, NothingTellsWhoseAMaskedIdIs) {
   ScreenBuilder builder;
   PutPush(builder, 8, u"推", u"troll", u"一");
   wishes_.Note(u"troll", ListKind::kBlack, u"吵", 0x0A, true);
-  wishes_.settings.blackPush = 3;
+  wishes_.settings.blackPush = PushTreatment::kMaskId;
   wishes_.myId = u"troll";
   for (const bool stars : {true, false}) {
     wishes_.settings.hideCharShowStar = stars;
@@ -355,14 +359,14 @@ TEST_F(StyledListTest, TitlesOfBlackListedAuthorsByLevel) {
   const auto shown = [&] { return Reads(ListRow(3)).substr(17); };
   for (const ListKind kind : {ListKind::kBlack, ListKind::kSuperBlack}) {
     wishes_.Note(u"troll", kind, u"", 0x02, true);
-    int& level = kind == ListKind::kBlack ? wishes_.settings.blackTitle : wishes_.settings.superBlackTitle;
-    level = 0;
+    auto& level = kind == ListKind::kBlack ? wishes_.settings.blackTitle : wishes_.settings.superBlackTitle;
+    level = TitleTreatment::kNone;
     EXPECT_EQ(shown(), u"troll        □ 壞話");
-    level = 1;
+    level = TitleTreatment::kHideText;
     EXPECT_EQ(shown(), u"troll        ＊ ＊＊");
     EXPECT_EQ(WhereFore(ListRow(3), kReadTitle), "");
     EXPECT_EQ(WhereFore(ListRow(3), 28), "");
-    level = 2;
+    level = TitleTreatment::kMaskId;
     EXPECT_EQ(shown(), u"*****        ＊ ＊＊");
     EXPECT_EQ(WhereStyle(ListRow(3), CS_UNDERLINE), "");
     EXPECT_EQ(ListRow(3).pennants, 0);
@@ -378,12 +382,41 @@ TEST_F(StyledListTest, TitleWordsHideButForWhiteListedAuthors) {
   wishes_.titleWords = {u"", u"spam"};
   const auto shown = [&] { return Reads(ListRow(3)).substr(17); };
   EXPECT_EQ(shown(), u"kagami       ＊ ＊****＊");
-  wishes_.settings.blackTitle = 2;
+  wishes_.settings.blackTitle = TitleTreatment::kMaskId;
   EXPECT_EQ(shown(), u"******       ＊ ＊****＊");
   wishes_.settings.hideCharShowStar = false;
   EXPECT_EQ(Reads(ListRow(3)), u"    123 +  11/06");
   wishes_.Note(u"kagami", ListKind::kWhite);
   EXPECT_EQ(shown(), u"kagami       □ 聊SPAM的");
+}
+
+TEST_F(StyledListTest, EverySettingOfTheLinesIsSeen) {
+  wishes_.Note(u"troll", ListKind::kBlack);
+  wishes_.Note(u"villain", ListKind::kSuperBlack);
+  wishes_.myId = u"miko";
+  ScreenBuilder reader;
+  int line = 3;
+  for (const std::u16string_view id : {u"troll", u"villain", u"miko", u"miko"}) {
+    PutPush(reader, line, u"推", id, u"一");
+    PutListLine(builder_, line, u" +~ "[line - 3], id, u"□ 月亮");
+    ++line;
+  }
+  Settings usual;
+  usual.blackPush = PushTreatment::kHideText;
+  const auto seen = [&](const Settings& settings) {
+    wishes_.settings = settings;
+    return std::pair(Dress(AsReader(reader)).page, Dress(AsList(builder_, 6)).page);
+  };
+  for (const SettingRow& row : SettingTable()) {
+    if (row.actedOnBy != ActedOnBy::kStyling) continue;
+    bool isSeen = false;
+    for (int number = row.least; number <= row.most; ++number) {
+      Settings other = usual;
+      ApplyRow(row, ToText(number), other);
+      isSeen = isSeen || seen(other) != seen(usual);
+    }
+    EXPECT_TRUE(isSeen) << std::string(row.key.begin(), row.key.end());
+  }
 }
 
 TEST_F(StyledListTest, BarLiesOverTheRowWithTheListsCursor) {
@@ -447,9 +480,10 @@ class Hostile {
                        &settings.lighterPushLine, &settings.colorMyId, &settings.darkerReadArticle,
                        &settings.hideCharShowStar, &settings.showHighlight})
       *flag = Below(2) == 0;
-    for (int* level :
-         {&settings.blackPush, &settings.superBlackPush, &settings.blackTitle, &settings.superBlackTitle})
-      *level = Below(9) - 2;
+    for (PushTreatment* level : {&settings.blackPush, &settings.superBlackPush})
+      *level = static_cast<PushTreatment>(std::clamp(Below(9) - 2, 0, 4));
+    for (TitleTreatment* level : {&settings.blackTitle, &settings.superBlackTitle})
+      *level = static_cast<TitleTreatment>(std::clamp(Below(9) - 2, 0, 2));
     for (int i = Below(6); i > 0; --i)
       wishes.Note(Id(), static_cast<ListKind>(Below(4)), Id(), static_cast<std::uint8_t>(Below(256)),
                   Below(2) == 0);

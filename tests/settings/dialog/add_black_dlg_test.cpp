@@ -184,11 +184,11 @@ TEST_F(AddBlackDlgTest, WhatIsDoneToTheKindIsSaidAndCanBeChosen) {
   EXPECT_TRUE(open.Says(u"目前超黑名單的標題和推文照常顯示"_qs));
   EXPECT_TRUE(box("SBlackTitle")->isVisible() && !box("BlackTitle")->isVisible());
   open.Ok().click();
-  EXPECT_EQ(store.Fields().blackPush, 4);
+  EXPECT_EQ(store.Fields().blackPush, PushTreatment::kRemove);
   EXPECT_EQ(store.Map().Find(u"Basic", u"SBlackTitle"), nullptr) << "what was left alone is not written";
   SettingsStore later(files, "bbs.example.org");
   later.Load();
-  EXPECT_EQ(later.Fields().blackPush, 4);
+  EXPECT_EQ(later.Fields().blackPush, PushTreatment::kRemove);
 }
 
 TEST_F(AddBlackDlgTest, LayoutFollowsTheEyeAndNothingJumps) {

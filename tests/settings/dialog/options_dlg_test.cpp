@@ -100,7 +100,7 @@ class OptionsDlgTest : public testing::Test, public LoadedStore {
   std::map<const SettingRow*, std::u16string> ChangeAll() {
     std::map<const SettingRow*, std::u16string> expected;
     for (const SettingRow* row : ShownRows())
-      if (row->acts) expected[row] = ChangeControl(Control(row->key));
+      if (row->Acts()) expected[row] = ChangeControl(Control(row->key));
     return expected;
   }
   std::string SettingsFile() { return FileAt(files.Locate(kSettingsFile)); }
@@ -122,8 +122,8 @@ TEST_F(OptionsDlgTest, ShowsEveryRowOnceOnItsTab) {
     const QWidget* control = Control(row->key);
     EXPECT_TRUE(Page().isAncestorOf(control));
     EXPECT_TRUE(control->isVisible());
-    EXPECT_EQ(control->isEnabled(), row->acts);
-    EXPECT_EQ(control->toolTip(), row->acts ? QString() : Text(kActsNotYet));
+    EXPECT_EQ(control->isEnabled(), row->Acts());
+    EXPECT_EQ(control->toolTip(), row->Acts() ? QString() : Text(kActsNotYet));
   }
 }
 
@@ -139,9 +139,7 @@ TEST_F(OptionsDlgTest, OkWritesEveryChangedControl) {
   for (const auto& [row, value] : expected) {
     SCOPED_TRACE(Text(row->key).toStdString());
     EXPECT_EQ(Text(reloaded.Map().Text(row->section, row->key)), Text(value));
-    const bool isApplied =
-        std::visit([&](auto field) { return store.Fields().*field != before.*field; }, row->field);
-    EXPECT_TRUE(isApplied);
+    EXPECT_NE(TextOf(*row, store.Fields()), TextOf(*row, before));
   }
   EXPECT_EQ(reloaded.Fields(), store.Fields());
 
@@ -180,6 +178,7 @@ TEST_F(OptionsDlgTest, ShowsTheValueInUseWhereTheFileHasAnImpossibleOne) {
   store.Map().Set(u"Basic", u"BackPicOpacity", u"300");
   store.Map().Set(u"Basic", u"DownloadEngine", u"-1");
   store.Map().Set(u"Basic", u"Flash", u"5");
+  store.Apply();
   Open();
   EXPECT_EQ(Named<QComboBox>("PushPic").currentText(), u"一般開圖");
   EXPECT_EQ(Named<QSlider>("BackPicOpacity").value(), 100);
