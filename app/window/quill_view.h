@@ -163,6 +163,9 @@ class CQuillView : public QWidget {
   bool AcceptsComposedText() const;
 
   CQuillDoc& doc_;
+  Connection& connection_;
+  Automations& automations_;
+  UserSettings& settings_;
   ScreenSnapshot screen_;
   FrameState frame_;
   unsigned screenCount_ = 0;
