@@ -56,38 +56,44 @@ TermSession::~TermSession() {
 
 // ---- Beginning
 
+void TermSession::StartConnect(std::string_view address, ConnectTraits traits) {
+  if (CalledFromInside()) return;
+  std::lock_guard lock(lifecycleLock_);
+  const ParsedAddress parsed = ParseSiteAddress(address);
+  EndLink();
+  ResetForAttempt(parsed.address, traits);
+  if (parsed.error == AddressError::kUnknownScheme) return Fail(EndReason::kUnknownScheme, {});
+  if (parsed.error == AddressError::kTooLong) return Fail(EndReason::kAddressTooLong, {});
+  RecogniseHost();
+  std::unique_ptr<Transport> transport;
+  try {
+    transport = MakeTransport(parsed.address);
+  } catch (const std::system_error& error) {
+    return Fail(EndReason::kConnectFailed, error.what());
+  }
+  if (!transport) return Fail(EndReason::kUnsupported, {});
+  Begin(std::move(transport));
+}
+
+void TermSession::StartConnectWith(std::unique_ptr<Transport> transport, ConnectTraits traits) {
+  if (CalledFromInside()) return;
+  std::lock_guard lock(lifecycleLock_);
+  EndLink();
+  ResetForAttempt({}, traits);
+  if (!transport) return Fail(EndReason::kUnsupported, {});
+  Begin(std::move(transport));
+}
+
 void TermSession::Connect(std::string_view address, const IdleHook& idle, ConnectTraits traits) {
   if (CalledFromInside()) return;
-  {
-    std::lock_guard lock(lifecycleLock_);
-    const ParsedAddress parsed = ParseSiteAddress(address);
-    EndLink();
-    ResetForAttempt(parsed.address, traits);
-    if (parsed.error == AddressError::kUnknownScheme) return Fail(EndReason::kUnknownScheme, {});
-    if (parsed.error == AddressError::kTooLong) return Fail(EndReason::kAddressTooLong, {});
-    RecogniseHost();
-    std::unique_ptr<Transport> transport;
-    try {
-      transport = MakeTransport(parsed.address);
-    } catch (const std::system_error& error) {
-      return Fail(EndReason::kConnectFailed, error.what());
-    }
-    if (!transport) return Fail(EndReason::kUnsupported, {});
-    Begin(std::move(transport));
-  }
+  StartConnect(address, traits);
   WaitForAttempt(idle);
 }
 
 void TermSession::ConnectWith(std::unique_ptr<Transport> transport, const IdleHook& idle,
                               ConnectTraits traits) {
   if (CalledFromInside()) return;
-  {
-    std::lock_guard lock(lifecycleLock_);
-    EndLink();
-    ResetForAttempt({}, traits);
-    if (!transport) return Fail(EndReason::kUnsupported, {});
-    Begin(std::move(transport));
-  }
+  StartConnectWith(std::move(transport), traits);
   WaitForAttempt(idle);
 }
 
@@ -152,7 +158,6 @@ void TermSession::WaitForAttempt(const IdleHook& idle) {
   const Presence presence(waitingThread_);
   while (!link->WaitSettled(kIdleInterval))
     if (idle && !link->StopRequested() && !idle()) link->RequestStop();
-  connectedAt = SecondsNow();
 }
 
 // ---- Ending
@@ -206,6 +211,11 @@ void TermSession::RunReceiver(SessionLink& link) {
   if (link.StopRequested()) end = {link.connected ? EndReason::kClosedByUser : EndReason::kCancelled, {}};
   link.Finish();
   ReportEnd(std::move(end));
+  if (!link.connected) SettleAttempt(link);
+}
+
+void TermSession::SettleAttempt(SessionLink& link) {
+  connectedAt = SecondsNow();
   link.Settle();
 }
 
@@ -215,7 +225,7 @@ void TermSession::OnConnected(std::string_view peerAddress) {
   link->connected = true;
   state = kStateConnected;
   link->queue.Start();
-  link->Settle();
+  SettleAttempt(*link);
   if (link->Way().OpensWithDeleteKeys()) SendDeleteKeys();
   HandOver(ScreenReason::kConnected);
 }

@@ -64,10 +64,15 @@ class TermSession : private TransportEvents {
   // Called every 10 ms while Connect waits, on the calling thread; returns false to give up.
   using IdleHook = std::function<bool()>;
 
-  // Ends any previous connection, resets the screen and connects. Returns when the attempt has ended; `state`
-  // then is connected or closed. User-interface thread. A call from within the idle hook does nothing.
-  void Connect(std::string_view address, const IdleHook& idle = {}, ConnectTraits traits = {});
+  // Ends any previous connection, resets the screen and begins to connect; the site's answer is not waited
+  // for. The watcher is handed a screen when the attempt has ended: kConnected or kDisconnected.
+  // User-interface thread. A call from within the idle hook or the watcher does nothing.
+  void StartConnect(std::string_view address, ConnectTraits traits = {});
   // The same over a transport made by the caller (a recorded stream, a test's script); `host` is empty then.
+  void StartConnectWith(std::unique_ptr<Transport> transport, ConnectTraits traits = {});
+
+  // The same two, but they return when the attempt has ended; `state` then is connected or closed.
+  void Connect(std::string_view address, const IdleHook& idle = {}, ConnectTraits traits = {});
   void ConnectWith(std::unique_ptr<Transport> transport, const IdleHook& idle = {},
                    ConnectTraits traits = {});
 
@@ -108,7 +113,7 @@ class TermSession : private TransportEvents {
   std::atomic<bool> frozen{false};
   std::atomic<bool> noSendWait{false};
   std::atomic<int> idleMark{0};               // 0 on every send; the view's idle logic writes other values
-  std::atomic<std::int64_t> connectedAt{0};   // seconds since 1970
+  std::atomic<std::int64_t> connectedAt{0};   // when the last attempt ended, seconds since 1970
   std::atomic<std::int64_t> lastSendTick{0};  // milliseconds of the steady clock
   // How often something has been given to be sent, and how often something has come: who has waited since one
   // of them sees whether the other has happened.
@@ -141,6 +146,7 @@ class TermSession : private TransportEvents {
 
   // Receive thread.
   void RunReceiver(SessionLink& link);
+  void SettleAttempt(SessionLink& link);
   void OnConnected(std::string_view peerAddress) override;
   void OnReceived(std::span<const std::uint8_t> bytes) override;
   bool Pause(int milliseconds) override;

@@ -14,19 +14,19 @@ LeavePlan PlanLeaving(LeaveFor purpose, const LeaveFacts& facts, LeaveMode mode)
   return mode == LeaveMode::kLogOut ? LeavePlan::kLogOutFirst : LeavePlan::kGo;
 }
 
-LeaveQuestion::LeaveQuestion(CQuillDoc& doc, QWidget& window, std::function<LeaveFacts()> facts,
+LeaveQuestion::LeaveQuestion(const Parts& parts, std::function<LeaveFacts()> facts,
                              std::chrono::milliseconds patience)
-    : doc_(doc), window_(window), facts_(std::move(facts)) {
+    : parts_(parts), facts_(std::move(facts)) {
   patience_.setSingleShot(true);
   patience_.setInterval(patience);
   connect(&patience_, &QTimer::timeout, this, &LeaveQuestion::GoOn);
-  connect(&doc_, &CQuillDoc::LogOutEnded, this, &LeaveQuestion::OnLogOutEnded);
+  connect(&parts_.automations, &Automations::LogOutEnded, this, &LeaveQuestion::OnLogOutEnded);
 }
 
 bool LeaveQuestion::KeepsLogin() const {
-  if (!doc_.IsConnected() || doc_.CurrentSite().makeTransport) return false;
-  if (doc_.CurrentActivity() == Activity::kLogOut) return false;
-  return !doc_.LoginId().empty() || facts_().inEditor;
+  if (!parts_.connection.IsConnected() || parts_.connection.CurrentSite().makeTransport) return false;
+  if (parts_.automations.Current() == Activity::kLogOut) return false;
+  return !parts_.connection.Seen().loginId.empty() || facts_().inEditor;
 }
 
 bool LeaveQuestion::LosesDraft(LeaveFor purpose) const {
@@ -43,7 +43,7 @@ void LeaveQuestion::Before(LeaveFor purpose, std::function<void()> then) {
   LeaveFacts facts = facts_();
   // The screen may be the last one of a connection that has ended.
   facts.inEditor = facts.inEditor && KeepsLogin();
-  LeavePlan plan = PlanLeaving(purpose, facts, doc_.Fields().leaveMode);
+  LeavePlan plan = PlanLeaving(purpose, facts, parts_.settings.Fields().leaveMode);
   if (plan == LeavePlan::kAsk) {
     const std::optional<LeavePlan> answer = Ask(purpose, facts);
     if (!answer) return;
@@ -51,7 +51,7 @@ void LeaveQuestion::Before(LeaveFor purpose, std::function<void()> then) {
     // What comes next would ask the same again.
     givesUpDraft_ = facts.hasDraft && purpose == LeaveFor::kClosing;
   }
-  if (plan == LeavePlan::kGo || !doc_.LogOut()) return then();
+  if (plan == LeavePlan::kGo || !parts_.automations.LogOut()) return then();
   then_ = std::move(then);
   patience_.start();
 }
@@ -60,10 +60,10 @@ std::optional<LeavePlan> LeaveQuestion::Ask(LeaveFor purpose, const LeaveFacts& 
   const bool keepsLogin = KeepsLogin();
   const LeaveMessages words =
       DescribeLeaving(purpose, facts,
-                      {.site = keepsLogin ? doc_.CurrentSite().ShownName() : QString(),
-                       .id = QString::fromStdU16String(doc_.LoginId())},
-                      doc_.Fields().work);
-  QMessageBox box(QMessageBox::Question, words.title, {}, QMessageBox::NoButton, window_.window());
+                      {.site = keepsLogin ? parts_.connection.CurrentSite().ShownName() : QString(),
+                       .id = QString::fromStdU16String(parts_.connection.Seen().loginId)},
+                      parts_.settings.Fields().work);
+  QMessageBox box(QMessageBox::Question, words.title, {}, QMessageBox::NoButton, parts_.window.window());
   box.setTextFormat(Qt::PlainText);
   box.setText(words.question);
   box.setInformativeText(u"<p>%1</p>"_qs.arg(words.reason.toHtmlEscaped().replace(u'\n', u"<br>"_qs)));
@@ -87,12 +87,13 @@ std::optional<LeavePlan> LeaveQuestion::Ask(LeaveFor purpose, const LeaveFacts& 
   isAsking_ = true;
   box.exec();
   isAsking_ = false;
-  window_.window()->activateWindow();
+  parts_.window.window()->activateWindow();
   const QAbstractButton* const clicked = box.clickedButton();
   if (clicked == nullptr || clicked == stay) return std::nullopt;
   const LeavePlan answer = clicked == leave ? LeavePlan::kGo : LeavePlan::kLogOutFirst;
   if (box.checkBox() != nullptr && box.checkBox()->isChecked())
-    doc_.Set(&Settings::leaveMode, answer == LeavePlan::kGo ? LeaveMode::kDirectly : LeaveMode::kLogOut);
+    parts_.settings.Set(&Settings::leaveMode,
+                        answer == LeavePlan::kGo ? LeaveMode::kDirectly : LeaveMode::kLogOut);
   return answer;
 }
 

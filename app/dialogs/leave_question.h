@@ -10,8 +10,10 @@
 #include <QObject>
 #include <QTimer>
 
-#include "app/document/quill_doc.h"
+#include "app/document/user_settings.h"
 #include "app/messages/leave_messages.h"
+#include "app/session/automations.h"
+#include "app/session/connection.h"
 
 namespace quillet {
 
@@ -25,9 +27,16 @@ class LeaveQuestion : public QObject {
   // Longer than leaving a few nested pages takes over a slow line, short enough to wait for.
   static constexpr std::chrono::milliseconds kPatience{6000};
 
+  // All outlive the object.
+  struct Parts {
+    const Connection& connection;
+    Automations& automations;
+    UserSettings& settings;
+    QWidget& window;
+  };
   // The question lies over `window`'s window; `facts` tells what the moment is like. A log-out that has not
   // come about after `patience` is waited for no longer.
-  LeaveQuestion(CQuillDoc& doc, QWidget& window, std::function<LeaveFacts()> facts,
+  LeaveQuestion(const Parts& parts, std::function<LeaveFacts()> facts,
                 std::chrono::milliseconds patience = kPatience);
 
   // Nothing stands in the way: nobody is logged in, or he is on his way out, and no text is lost that he has
@@ -44,8 +53,7 @@ class LeaveQuestion : public QObject {
   void OnLogOutEnded(LogOutEnd end);
   void GoOn();
 
-  CQuillDoc& doc_;
-  QWidget& window_;
+  const Parts parts_;
   std::function<LeaveFacts()> facts_;
   bool isAsking_ = false;
   bool givesUpDraft_ = false;

@@ -23,14 +23,13 @@ void Wipe(QString& text) {
 
 }  // namespace
 
-LoginController::LoginController(CQuillDoc& doc, QWidget& view, LeaveQuestion& leaving)
-    : doc_(doc), view_(view), leaving_(leaving) {
+LoginController::LoginController(const Parts& parts) : parts_(parts) {
   // However it came about, it needs no form any more.
-  connect(&doc_, &CQuillDoc::ConnectionBegins, this, &LoginController::Close);
-  connect(&doc_, &CQuillDoc::LoginEnded, this, &LoginController::OnLoginEnded);
-  connect(&doc_, &CQuillDoc::SettingsChanged, this, &LoginController::Dress);
+  connect(&parts_.connection, &Connection::ConnectionBegins, this, &LoginController::Close);
+  connect(&parts_.automations, &Automations::LoginEnded, this, &LoginController::OnLoginEnded);
+  connect(&parts_.settings, &UserSettings::Changed, this, &LoginController::Dress);
   // An account that an older version kept belongs to the site that is set up now, whatever is chosen later.
-  doc_.Account().AdoptFor(SiteKey(Text(doc_.Fields().site), doc_.Hosts()));
+  parts_.account.AdoptFor(SiteKey(Text(parts_.settings.Fields().site), parts_.hosts));
 }
 
 LoginController::~LoginController() {
@@ -40,13 +39,13 @@ LoginController::~LoginController() {
 
 void LoginController::Show() {
   if (form_) return GiveKeyboard();
-  const Site& current = doc_.CurrentSite();
-  const bool standsThere = doc_.IsConnected() && !current.makeTransport;
-  const std::u16string& usedLast = doc_.Fields().site;
-  aim_ = standsThere
-             ? current
-             : Site{.address = Text(usedLast), .name = Text(NameOfSite(doc_.Store().Map(), usedLast))};
-  const LoginSites ways = ProposedLogin(aim_.address, doc_.Hosts());
+  const Site& current = parts_.connection.CurrentSite();
+  const bool standsThere = parts_.connection.IsConnected() && !current.makeTransport;
+  const std::u16string& usedLast = parts_.settings.Fields().site;
+  aim_ = standsThere ? current
+                     : Site{.address = Text(usedLast),
+                            .name = Text(NameOfSite(parts_.settings.Store().Map(), usedLast))};
+  const LoginSites ways = ProposedLogin(aim_.address, parts_.hosts);
   LoginEntry entry = Remembered(KeyOf(SiteAt(ways.Of(ways.proposed).address)));
   Open(entry, {});
   Wipe(entry.password);
@@ -54,7 +53,7 @@ void LoginController::Show() {
 
 void LoginController::Open(const LoginEntry& entry, const LoginComplaint& complaint) {
   Discard();
-  form_ = new LoginForm({.aim = WaysTo(aim_), .entry = entry, .complaint = complaint}, &view_);
+  form_ = new LoginForm({.aim = WaysTo(aim_), .entry = entry, .complaint = complaint}, &parts_.view);
   proposedFor_ = AimKey();
   proposed_ = entry;
   Wipe(proposed_.password);
@@ -78,13 +77,13 @@ void LoginController::Open(const LoginEntry& entry, const LoginComplaint& compla
 }
 
 void LoginController::Dress() {
-  if (form_) form_->SetColours(LoginFormColoursFor(doc_.Fields().work));
+  if (form_) form_->SetColours(LoginFormColoursFor(parts_.settings.Fields().work));
 }
 
 void LoginController::Discard() {
   if (!form_) return;
   NoteUnticking();
-  view_.setFocusProxy(nullptr);
+  parts_.view.setFocusProxy(nullptr);
   form_->hide();
   form_->deleteLater();
   form_ = nullptr;
@@ -93,14 +92,14 @@ void LoginController::Discard() {
 void LoginController::Close() {
   if (!form_) return;
   Discard();
-  view_.setFocus();
+  parts_.view.setFocus();
   emit Changed();
 }
 
 void LoginController::GiveKeyboard() {
   if (!IsShown()) return;
   QWidget* const field = form_->FirstField();
-  view_.setFocusProxy(field);
+  parts_.view.setFocusProxy(field);
   field->setFocus();
 }
 
@@ -108,10 +107,10 @@ void LoginController::SetCovered(bool covered) {
   if (covered == covered_) return;
   covered_ = covered;
   if (!form_) return;
-  view_.setFocusProxy(nullptr);
+  parts_.view.setFocusProxy(nullptr);
   form_->setVisible(!covered_);
   if (covered_)
-    view_.setFocus();
+    parts_.view.setFocus();
   else
     GiveKeyboard();
   emit Changed();
@@ -131,19 +130,19 @@ Site LoginController::SiteAt(const QString& address) const {
 
 LoginForm::Aim LoginController::WaysTo(const Site& site) const {
   return {
-      .ways = ProposedLogin(site.address, doc_.Hosts()), .siteName = site.name, .namedAddress = site.address};
+      .ways = ProposedLogin(site.address, parts_.hosts), .siteName = site.name, .namedAddress = site.address};
 }
 
 std::u16string LoginController::KeyOf(const Site& site) const {
-  return site.isBbs ? std::u16string(kDemoKey) : SiteKey(site.address, doc_.Hosts());
+  return site.isBbs ? std::u16string(kDemoKey) : SiteKey(site.address, parts_.hosts);
 }
 
 LoginEntry LoginController::Remembered(const std::u16string& key) {
-  AccountStore& kept = doc_.Account();
+  AccountStore& kept = parts_.account;
   LoginEntry entry{.account = Text(kept.Account(key)), .password = Text(kept.Password(key))};
   entry.rememberAccount = !entry.account.isEmpty();
   entry.rememberPassword = !entry.password.isEmpty();
-  entry.kickOthers = doc_.Fields().kickOthers;
+  entry.kickOthers = parts_.settings.Fields().kickOthers;
   return entry;
 }
 
@@ -161,7 +160,7 @@ void LoginController::OnAimChanged() {
 }
 
 void LoginController::ReviewPassword() {
-  AccountStore& kept = doc_.Account();
+  AccountStore& kept = parts_.account;
   QString known;
   if (Text(kept.Account(proposedFor_)) == form_->Entry().account) known = Text(kept.Password(proposedFor_));
   form_->ProposePassword(known);
@@ -174,7 +173,8 @@ void LoginController::ReviewPassword() {
 
 void LoginController::ChooseSite(const QString& address) {
   if (!form_ || address == aim_.address) return;
-  aim_ = {.address = address, .name = Text(NameOfSite(doc_.Store().Map(), address.toStdU16String()))};
+  aim_ = {.address = address,
+          .name = Text(NameOfSite(parts_.settings.Store().Map(), address.toStdU16String()))};
   form_->SetAim(WaysTo(aim_));
   OfferSites();
   OnAimChanged();
@@ -182,8 +182,9 @@ void LoginController::ChooseSite(const QString& address) {
 
 void LoginController::RemoveSite(const QString& address) {
   if (!form_) return;
-  doc_.ChangeMap([&](SettingsMap& map) { ForgetSite(map, address.toStdU16String(), doc_.Fields().site); });
-  const std::vector<RecentSite> left = doc_.RecentSites();
+  parts_.settings.ChangeMap(
+      [&](SettingsMap& map) { ForgetSite(map, address.toStdU16String(), parts_.settings.Fields().site); });
+  const std::vector<RecentSite> left = parts_.settings.RecentSites();
   if (left.empty()) return OfferSites();
   ChooseSite(Text(left.front().address));
 }
@@ -196,12 +197,12 @@ void LoginController::OfferSites() {
     });
     if (!isThere) sites.push_back({.address = Text(address), .name = Text(name)});
   };
-  for (const RecentSite& site : doc_.RecentSites())
+  for (const RecentSite& site : parts_.settings.RecentSites())
     add(site.address, site.name);
   // Who has been elsewhere finds his way back to the BBS itself.
-  const QString own = ProposedAddress({}, doc_.Hosts().mainHost);
+  const QString own = ProposedAddress({}, parts_.hosts.mainHost);
   const bool isOwnThere = std::any_of(sites.begin(), sites.end(), [&](const OfferedSite& site) {
-    return SiteKey(site.address, doc_.Hosts()) == SiteKey(own, doc_.Hosts());
+    return SiteKey(site.address, parts_.hosts) == SiteKey(own, parts_.hosts);
   });
   if (!own.isEmpty() && !isOwnThere) sites.push_back({.address = own, .name = {}});
   form_->OfferSites(sites);
@@ -209,7 +210,7 @@ void LoginController::OfferSites() {
 
 void LoginController::NoteUnticking() {
   if (!form_) return;
-  AccountStore& kept = doc_.Account();
+  AccountStore& kept = parts_.account;
   const LoginEntry entry = form_->Entry();
   const std::u16string account = kept.Account(proposedFor_);
   if (account.empty() || Text(account) != entry.account) return;
@@ -220,7 +221,7 @@ void LoginController::NoteUnticking() {
 }
 
 void LoginController::Remember(const LoginEntry& entry, const std::u16string& key) {
-  AccountStore& kept = doc_.Account();
+  AccountStore& kept = parts_.account;
   const std::u16string account = entry.account.toStdU16String();
   if (!entry.rememberAccount) {
     if (kept.Account(key) == account) kept.Forget(key);
@@ -237,7 +238,7 @@ void LoginController::Remember(const LoginEntry& entry, const std::u16string& ke
 
 LoginOrder LoginController::MakeOrder(const std::u16string& key, const LoginEntry& entry) {
   std::u16string password = entry.password.toStdU16String();
-  if (entry.rememberPassword && !doc_.Account().CanRemember(password)) {
+  if (entry.rememberPassword && !parts_.account.CanRemember(password)) {
     quillet::Wipe(password);
     // Not the user's doing, so that nothing is forgotten by it.
     proposed_.rememberPassword = false;
@@ -245,7 +246,7 @@ LoginOrder LoginController::MakeOrder(const std::u16string& key, const LoginEntr
     form_->Complain(DescribeUnsealable(kSealedPasswordLength));
     return nullptr;
   }
-  doc_.Set(&Settings::kickOthers, entry.kickOthers);
+  parts_.settings.Set(&Settings::kickOthers, entry.kickOthers);
   Wipe(pending_.password);
   pending_ = entry;
   pendingFor_ = key;
@@ -256,27 +257,27 @@ LoginOrder LoginController::MakeOrder(const std::u16string& key, const LoginEntr
 }
 
 void LoginController::LogIn() {
-  leaving_.Before(LeaveFor::kOtherSite, [this] {
+  parts_.leaving.Before(LeaveFor::kOtherSite, [this] {
     if (!form_) return;
     const Site site = SiteAt(form_->Address());
     LoginOrder order = MakeOrder(KeyOf(site), form_->Entry());
     if (!order) return;
     Close();
-    doc_.LogIn(site, std::move(order));
+    parts_.connection.Open(site, std::move(order));
   });
 }
 
 void LoginController::ConnectOnly() {
-  leaving_.Before(LeaveFor::kOtherSite, [this] {
+  parts_.leaving.Before(LeaveFor::kOtherSite, [this] {
     if (!form_) return;
     const Site site = SiteAt(form_->Address());
     Close();
-    doc_.Open(site);
+    parts_.connection.Open(site);
   });
 }
 
 void LoginController::GoToDemo() {
-  leaving_.Before(LeaveFor::kOtherSite, [this] {
+  parts_.leaving.Before(LeaveFor::kOtherSite, [this] {
     if (!form_) return;
     // What is remembered for another site is not told to this one.
     const LoginEntry there = Remembered(proposedFor_);
@@ -294,7 +295,7 @@ void LoginController::GoToDemo() {
 
 void LoginController::OnLoginEnded(const LoginEnd& end) {
   // Of an earlier login: what is pending is on its way to take its place.
-  if (end.how == LoginEnd::How::kTakenOver && doc_.IsConnecting()) return;
+  if (end.how == LoginEnd::How::kTakenOver && parts_.connection.IsConnecting()) return;
   LoginEntry entry = std::exchange(pending_, {});
   switch (end.how) {
     case LoginEnd::How::kFinished:
@@ -302,12 +303,12 @@ void LoginController::OnLoginEnded(const LoginEnd& end) {
       break;
     case LoginEnd::How::kRefused:
       Wipe(entry.password);
-      aim_ = doc_.CurrentSite();
+      aim_ = parts_.connection.CurrentSite();
       Open(entry, DescribeRefusal(end.said));
       break;
     case LoginEnd::How::kNotConnected:
-      aim_ = doc_.CurrentSite();
-      Open(entry, DescribeBrokenLogin(doc_.Facts()));
+      aim_ = parts_.connection.CurrentSite();
+      Open(entry, DescribeBrokenLogin(parts_.connection.Facts()));
       break;
     case LoginEnd::How::kTakenOver:
       break;

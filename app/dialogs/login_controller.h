@@ -8,7 +8,10 @@
 
 #include "app/dialogs/leave_question.h"
 #include "app/dialogs/login_form.h"
-#include "app/document/quill_doc.h"
+#include "app/document/user_settings.h"
+#include "app/session/automations.h"
+#include "app/session/connection.h"
+#include "settings/account_store.h"
 
 namespace quillet {
 
@@ -16,8 +19,17 @@ class LoginController : public QObject {
   Q_OBJECT
 
  public:
-  // All outlive the desk; the form lies over `view`.
-  LoginController(CQuillDoc& doc, QWidget& view, LeaveQuestion& leaving);
+  // All outlive the object; the form lies over `view`.
+  struct Parts {
+    Connection& connection;
+    const Automations& automations;
+    UserSettings& settings;
+    AccountStore& account;
+    const Endpoints& hosts;
+    LeaveQuestion& leaving;
+    QWidget& view;
+  };
+  explicit LoginController(const Parts& parts);
   ~LoginController() override;
 
   // Opens the form, or leaves it as it is when it is open. It has the keyboard then.
@@ -74,9 +86,7 @@ class LoginController : public QObject {
   void GoToDemo();
   void OnLoginEnded(const LoginEnd& end);
 
-  CQuillDoc& doc_;
-  QWidget& view_;
-  LeaveQuestion& leaving_;
+  const Parts parts_;
   QPointer<LoginForm> form_;
   bool covered_ = false;
   double unit_ = 0;

@@ -9,8 +9,8 @@ namespace {
 // Lines arrive while the dialog is open; nobody waits for its list more eagerly than this.
 constexpr int kFollowMs = 100;
 
-MoneyPeople PeopleOf(const CQuillDoc& doc, const NameList& names) {
-  return {.self = doc.LoginId(), .standing = [&names](std::u16string_view id) {
+MoneyPeople PeopleOf(const std::u16string& self, const NameList& names) {
+  return {.self = self, .standing = [&names](std::u16string_view id) {
             const ListEntry* const entry = names.Find(id);
             if (entry == nullptr) return IdStanding::kOrdinary;
             return entry->kind == ListKind::kBlack        ? IdStanding::kBlack
@@ -21,12 +21,11 @@ MoneyPeople PeopleOf(const CQuillDoc& doc, const NameList& names) {
 
 }  // namespace
 
-MoneyController::MoneyController(CQuillDoc& doc, ArticleView& article, QWidget& view)
-    : doc_(doc), article_(article), view_(view) {
+MoneyController::MoneyController(const Parts& parts) : parts_(parts) {
   follow_.setInterval(kFollowMs);
   connect(&follow_, &QTimer::timeout, this, &MoneyController::Follow);
-  connect(&doc_, &CQuillDoc::StatusChanged, this, &MoneyController::Follow);
-  connect(&doc_, &CQuillDoc::MoneyEnded, this,
+  connect(&parts_.connection, &Connection::StatusChanged, this, &MoneyController::Follow);
+  connect(&parts_.automations, &Automations::MoneyEnded, this,
           [this](const MoneyRunResult& result) { emit Notice(DescribeMoneyEnd(result)); });
 }
 
@@ -39,15 +38,16 @@ void MoneyController::Open() {
     dialog_->activateWindow();
     return;
   }
-  if (!doc_.IsConnected()) return emit Notice(DescribeNoMoney(NoMoneyReason::kNotConnected));
+  if (!parts_.connection.IsConnected()) return emit Notice(DescribeNoMoney(NoMoneyReason::kNotConnected));
   // The latter for a moment only: the article is being opened anew.
-  if (doc_.IsAutomationBusy() || article_.Reading().MustWait())
+  if (parts_.automations.IsBusy() || parts_.article.Reading().MustWait())
     return emit Notice(DescribeNoMoney(NoMoneyReason::kBusy));
-  if (!doc_.OpenArticle().IsArticle()) return emit Notice(DescribeNoMoney(NoMoneyReason::kNoArticle));
-  doc_.RefreshSettings();
-  asked_ = doc_.OpenArticle();
-  dialog_ = new GiveMoneyDlg(MoneyChoicesOf(doc_.Fields()), PeopleOf(doc_, doc_.Store().Names()),
-                             std::random_device{}(), &view_);
+  if (!OpenArticle().IsArticle()) return emit Notice(DescribeNoMoney(NoMoneyReason::kNoArticle));
+  parts_.settings.Refresh();
+  asked_ = OpenArticle();
+  dialog_ = new GiveMoneyDlg(MoneyChoicesOf(parts_.settings.Fields()),
+                             PeopleOf(parts_.connection.Seen().loginId, parts_.settings.Store().Names()),
+                             std::random_device{}(), &parts_.view);
   dialog_->setAttribute(Qt::WA_DeleteOnClose);
   connect(dialog_, &QDialog::finished, this, &MoneyController::OnFinished);
   shown_.reset();
@@ -59,12 +59,12 @@ void MoneyController::Open() {
 void MoneyController::Follow() {
   if (dialog_ == nullptr) return;
   // The article has gone away under the dialog.
-  if (!doc_.IsConnected() || !IsSameArticle(doc_.OpenArticle(), asked_)) return dialog_->reject();
-  const ArticleLines& lines = article_.Reading().Lines();
+  if (!parts_.connection.IsConnected() || !IsSameArticle(OpenArticle(), asked_)) return dialog_->reject();
+  const ArticleLines& lines = parts_.article.Reading().Lines();
   if (shown_ == lines.Version()) return;
   shown_ = lines.Version();
-  if (lines.IsComplete()) return dialog_->SetFloors(ReadFloors(doc_.PageReader(), lines));
-  const bool byHand = !doc_.Fields().webArticle;
+  if (lines.IsComplete()) return dialog_->SetFloors(ReadFloors(parts_.pageFacts, lines));
+  const bool byHand = !parts_.settings.Fields().webArticle;
   dialog_->SetFloorsUnknown(lines.Count(),
                             byHand ? u"請關閉這個視窗，把文章翻到最後一頁再試。"_qs : QString());
 }
@@ -77,15 +77,15 @@ void MoneyController::OnFinished(int answer) {
 }
 
 void MoneyController::Send(const GiveMoneyDlg& dialog) {
-  MoneyOrder order{.article = {.board = asked_.board, .code = doc_.OpenArticle().code}, .gifts = {}};
+  MoneyOrder order{.article = {.board = asked_.board, .code = OpenArticle().code}, .gifts = {}};
   for (const FloorGift& gift : dialog.Gifts())
     order.gifts.push_back({gift.id, gift.amount});
-  doc_.Set(ChangesFor(dialog.Choices()));
-  article_.OnUserKey();
-  if (!doc_.GiveMoney(std::move(order)))
-    return emit Notice(
-        DescribeNoMoney(doc_.IsConnected() ? NoMoneyReason::kBusy : NoMoneyReason::kNotConnected));
-  article_.KeepPlace();
+  parts_.settings.Set(ChangesFor(dialog.Choices()));
+  parts_.article.OnUserKey();
+  if (!parts_.automations.GiveMoney(std::move(order)))
+    return emit Notice(DescribeNoMoney(parts_.connection.IsConnected() ? NoMoneyReason::kBusy
+                                                                       : NoMoneyReason::kNotConnected));
+  parts_.article.KeepPlace();
 }
 
 MoneyChoices MoneyChoicesOf(const Settings& settings) {

@@ -9,9 +9,11 @@
 #include <QTimer>
 
 #include "app/dialogs/give_money_dlg.h"
-#include "app/document/quill_doc.h"
+#include "app/document/user_settings.h"
 #include "app/messages/money_messages.h"
 #include "app/page/article_view.h"
+#include "app/session/automations.h"
+#include "app/session/connection.h"
 
 namespace quillet {
 
@@ -19,8 +21,16 @@ class MoneyController : public QObject {
   Q_OBJECT
 
  public:
-  // All outlive the desk; the dialog lies over `view`.
-  MoneyController(CQuillDoc& doc, ArticleView& article, QWidget& view);
+  // All outlive the object; the dialog lies over `view`.
+  struct Parts {
+    const Connection& connection;
+    Automations& automations;
+    UserSettings& settings;
+    const PageFacts& pageFacts;
+    ArticleView& article;
+    QWidget& view;
+  };
+  explicit MoneyController(const Parts& parts);
   ~MoneyController() override;
 
   // Opens the dialog and returns; leaves it as it is when it is open.
@@ -37,9 +47,9 @@ class MoneyController : public QObject {
   void OnFinished(int answer);
   void Send(const GiveMoneyDlg& dialog);
 
-  CQuillDoc& doc_;
-  ArticleView& article_;
-  QWidget& view_;
+  const ArticleInfo& OpenArticle() const { return parts_.connection.Seen().article; }
+
+  const Parts parts_;
   QPointer<GiveMoneyDlg> dialog_;
   QTimer follow_;                  // while the dialog is open
   ArticleInfo asked_;              // the article that the dialog is about

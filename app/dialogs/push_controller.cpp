@@ -8,9 +8,8 @@
 
 namespace quillet {
 
-PushController::PushController(CQuillDoc& doc, ArticleView& article, QWidget& view)
-    : doc_(doc), article_(article), view_(view) {
-  connect(&doc_, &CQuillDoc::PushesEnded, this, &PushController::OnEnded);
+PushController::PushController(const Parts& parts) : parts_(parts) {
+  connect(&parts_.automations, &Automations::PushesEnded, this, &PushController::OnEnded);
 }
 
 PushController::~PushController() {
@@ -24,25 +23,25 @@ std::u16string PushController::KeyOf(const ArticleInfo& article) {
 }
 
 std::optional<NoPushReason> PushController::Obstacle() const {
-  if (!doc_.IsConnected()) return NoPushReason::kNotConnected;
+  if (!parts_.connection.IsConnected()) return NoPushReason::kNotConnected;
   // The latter for a moment only: the article is being opened anew.
-  if (doc_.IsAutomationBusy() || article_.Reading().MustWait()) return NoPushReason::kBusy;
-  if (!doc_.OpenArticle().IsArticle()) return NoPushReason::kNoArticle;
+  if (parts_.automations.IsBusy() || parts_.article.Reading().MustWait()) return NoPushReason::kBusy;
+  if (!OpenArticle().IsArticle()) return NoPushReason::kNoArticle;
   return std::nullopt;
 }
 
 bool PushController::IsOwnArticle() const {
-  const std::u16string& author = doc_.OpenArticle().author;
-  const std::u16string& id = doc_.LoginId();
+  const std::u16string& author = OpenArticle().author;
+  const std::u16string& id = LoginId();
   return std::equal(author.begin(), author.end(), id.begin(), id.end(),
                     [](char16_t a, char16_t b) { return AsciiLower(a) == AsciiLower(b); });
 }
 
 int PushController::LikelyColumns() const {
-  if (columns_ > 0 && columnsOfId_ == doc_.LoginId()) return columns_;
+  if (columns_ > 0 && columnsOfId_ == LoginId()) return columns_;
   // Of an unknown id, the longest leaves the least room.
   constexpr std::size_t kLongestId = 12;
-  return LikelyPushColumns(doc_.LoginId().empty() ? kLongestId : doc_.LoginId().size());
+  return LikelyPushColumns(LoginId().empty() ? kLongestId : LoginId().size());
 }
 
 void PushController::Open() {
@@ -51,7 +50,7 @@ void PushController::Open() {
     return;
   }
   if (const std::optional<NoPushReason> obstacle = Obstacle()) return emit Said(DescribeNoPush(*obstacle));
-  const ArticleInfo& article = doc_.OpenArticle();
+  const ArticleInfo& article = OpenArticle();
   asked_ = KeyOf(article);
   const auto kept = drafts_.find(asked_);
   const Draft draft = kept == drafts_.end() ? Draft{} : kept->second;
@@ -60,7 +59,7 @@ void PushController::Open() {
                            .kind = draft.kind,
                            .kinds = IsOwnArticle() ? PushOnDlg::Kinds::kNoteOnly : PushOnDlg::Kinds::kAll,
                            .columns = LikelyColumns()},
-                          &view_);
+                          &parts_.view);
   dialog_->setAttribute(Qt::WA_DeleteOnClose);
   connect(dialog_, &PushOnDlg::Edited, this, &PushController::KeepDraft);
   connect(dialog_, &PushOnDlg::StartRequested, this, &PushController::Start);
@@ -79,16 +78,18 @@ void PushController::KeepDraft() {
 
 void PushController::Start() {
   std::optional<NoPushReason> obstacle = Obstacle();
-  if (!obstacle && KeyOf(doc_.OpenArticle()) != asked_) obstacle = NoPushReason::kOtherArticle;
+  if (!obstacle && KeyOf(OpenArticle()) != asked_) obstacle = NoPushReason::kOtherArticle;
   if (obstacle == NoPushReason::kNoArticle) obstacle = NoPushReason::kOtherArticle;
   if (obstacle) return dialog_->Complain(DescribeNoPush(*obstacle));
   KeepDraft();
   // No page of the reading's own is asked for between the keys of the run.
-  article_.OnUserKey();
-  const bool started = doc_.PushOn(
-      {.text = dialog_->Text().toStdU16String(), .kind = dialog_->Kind(), .columns = LikelyColumns()});
+  parts_.article.OnUserKey();
+  const bool started = parts_.automations.PushOn({.text = dialog_->Text().toStdU16String(),
+                                                  .kind = dialog_->Kind(),
+                                                  .columns = LikelyColumns(),
+                                                  .asksCode = parts_.bookmarks.WantsCodeOf(OpenArticle())});
   if (!started) return dialog_->Complain(DescribeNoPush(NoPushReason::kBusy));
-  article_.KeepPlace();
+  parts_.article.KeepPlace();
   pushed_ = asked_;
   dialog_->accept();
 }
@@ -98,13 +99,13 @@ void PushController::OnEnded(const PushRunResult& result) {
   if (article.empty()) return;
   if (result.columns > 0) {
     columns_ = result.columns;
-    columnsOfId_ = doc_.LoginId();
+    columnsOfId_ = LoginId();
   }
   if (result.rest.empty())
     drafts_.erase(article);
   else
     drafts_[article].text = QString::fromStdU16String(result.rest);
-  if (result.pushed > 0) article_.ShowEnd();
+  if (result.pushed > 0) parts_.article.ShowEnd();
   const QString words = DescribePushSuccess(result);
   if (words.isEmpty())
     emit Notice(DescribePushEnd(result));

@@ -11,9 +11,11 @@
 #include <QPointer>
 
 #include "app/dialogs/push_on_dlg.h"
-#include "app/document/quill_doc.h"
+#include "app/document/bookmarks.h"
 #include "app/messages/push_messages.h"
 #include "app/page/article_view.h"
+#include "app/session/automations.h"
+#include "app/session/connection.h"
 
 namespace quillet {
 
@@ -21,8 +23,15 @@ class PushController : public QObject {
   Q_OBJECT
 
  public:
-  // All outlive the desk; the dialog lies over `view`.
-  PushController(CQuillDoc& doc, ArticleView& article, QWidget& view);
+  // All outlive the object; the dialog lies over `view`.
+  struct Parts {
+    const Connection& connection;
+    Automations& automations;
+    const Bookmarks& bookmarks;
+    ArticleView& article;
+    QWidget& view;
+  };
+  explicit PushController(const Parts& parts);
   ~PushController() override;
 
   // Opens the dialog for the article that is open, and returns; leaves it as it is when it is open. Says so
@@ -54,9 +63,10 @@ class PushController : public QObject {
   void Start();
   void OnEnded(const PushRunResult& result);
 
-  CQuillDoc& doc_;
-  ArticleView& article_;
-  QWidget& view_;
+  const ArticleInfo& OpenArticle() const { return parts_.connection.Seen().article; }
+  const std::u16string& LoginId() const { return parts_.connection.Seen().loginId; }
+
+  const Parts parts_;
   QPointer<PushOnDlg> dialog_;
   std::u16string asked_;   // the key of the article that the dialog is about
   std::u16string pushed_;  // and the one that is pushed to

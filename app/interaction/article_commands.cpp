@@ -12,7 +12,7 @@ void ArticleCommands::Perform(ArticleCommand command) {
   switch (command) {
     case ArticleCommand::kBookmark:
       article_.OnUserKey();
-      if (!doc_.ToggleBookmark()) handlers_.refused();
+      if (!bookmarks_.ToggleOpenArticle()) handlers_.refused();
       break;
     case ArticleCommand::kPush:
       keys_.Perform({.kind = KeyActionKind::kSendBytes, .bytes = std::string(kPushKey)});

@@ -4,7 +4,7 @@
 #include <functional>
 #include <utility>
 
-#include "app/document/quill_doc.h"
+#include "app/document/bookmarks.h"
 #include "app/interaction/key_dispatch.h"
 #include "app/page/article_view.h"
 #include "render/article_bar.h"
@@ -20,13 +20,13 @@ class ArticleCommands {
     std::function<void()> giveMoney;  // asks for whom to give money to
   };
   // All outlive the object.
-  ArticleCommands(CQuillDoc& doc, ArticleView& article, KeyDispatch& keys, Handlers handlers)
-      : doc_(doc), article_(article), keys_(keys), handlers_(std::move(handlers)) {}
+  ArticleCommands(Bookmarks& bookmarks, ArticleView& article, KeyDispatch& keys, Handlers handlers)
+      : bookmarks_(bookmarks), article_(article), keys_(keys), handlers_(std::move(handlers)) {}
 
   void Perform(ArticleCommand command);
 
  private:
-  CQuillDoc& doc_;
+  Bookmarks& bookmarks_;
   ArticleView& article_;
   KeyDispatch& keys_;
   Handlers handlers_;

@@ -53,17 +53,12 @@ struct ClipboardController::Impl {
     bool operator==(const Moment&) const = default;
   };
 
-  Impl(CQuillDoc& document, QWidget& parent, Handlers given, QNetworkAccessManager& network,
-       const ShortLinkLimits& limits)
-      : doc(document),
-        window(parent),
-        handlers(std::move(given)),
-        question(parent),
-        shortLink(network, limits) {}
+  Impl(const Parts& given, Handlers calls, QNetworkAccessManager& network, const ShortLinkLimits& limits)
+      : parts(given), handlers(std::move(calls)), question(given.window), shortLink(network, limits) {}
   ~Impl() { delete box; }
 
-  Moment Now() const { return {doc.Session().connectionNumber, handlers.pageKind()}; }
-  bool IsStill(const Moment& moment) const { return doc.IsConnected() && moment == Now(); }
+  Moment Now() const { return {parts.connection.Session().connectionNumber, handlers.pageKind()}; }
+  bool IsStill(const Moment& moment) const { return parts.connection.IsConnected() && moment == Now(); }
   PastePlace Place() const {
     return handlers.pageKind() == PageKind::kEditor ? PastePlace::kEditor : PastePlace::kElsewhere;
   }
@@ -71,8 +66,7 @@ struct ClipboardController::Impl {
   void Ask(PasteQuestion::Question asked);
   void Tell(const QString& message, const QString& more = {});
 
-  CQuillDoc& doc;
-  QWidget& window;
+  const Parts parts;
   Handlers handlers;
   QPointer<QMessageBox> box;  // the last one that told something, while it is open
   PasteQuestion question;
@@ -83,7 +77,7 @@ struct ClipboardController::Impl {
 };
 
 void ClipboardController::Impl::PasteText(std::u16string_view text) {
-  const Wrap editorWrap = doc.Fields().pasteAutoChangeLine ? Wrap::kAt78ColumnsLeftOpen : Wrap::kNone;
+  const Wrap editorWrap = parts.settings.pasteAutoChangeLine ? Wrap::kAt78ColumnsLeftOpen : Wrap::kNone;
   PastePlan plan = PlanPaste(text, Place(), editorWrap);
   switch (plan.way) {
     case PasteWay::kNothing:
@@ -112,24 +106,24 @@ void ClipboardController::Impl::Ask(PasteQuestion::Question asked) {
 
 void ClipboardController::Impl::Tell(const QString& message, const QString& more) {
   delete box;
-  box = new QMessageBox(QMessageBox::Warning, u"Quillet"_qs, message, QMessageBox::NoButton, &window);
+  box = new QMessageBox(QMessageBox::Warning, u"Quillet"_qs, message, QMessageBox::NoButton, &parts.window);
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->setInformativeText(more);
   box->addButton(u"確定"_qs, QMessageBox::AcceptRole);
   box->open();
 }
 
-ClipboardController::ClipboardController(CQuillDoc& doc, QWidget& window, Handlers handlers,
+ClipboardController::ClipboardController(const Parts& parts, Handlers handlers,
                                          QNetworkAccessManager* network, const ShortLinkLimits& limits)
-    : impl_(std::make_unique<Impl>(doc, window, std::move(handlers),
+    : impl_(std::make_unique<Impl>(parts, std::move(handlers),
                                    network != nullptr ? *network : *new QNetworkAccessManager(this),
                                    limits)) {
-  connect(&doc, &CQuillDoc::StatusChanged, this, &ClipboardController::OnScreen);
+  connect(&parts.connection, &Connection::StatusChanged, this, &ClipboardController::OnScreen);
   connect(&impl_->shortLink, &ShortLink::Done, this, [this](const QString& link) {
     emit Working(false);
     const std::u16string original = std::exchange(impl_->toShorten, {});
     // Among the keys of an automation it would stop it, or be typed into its prompts.
-    if (impl_->IsStill(impl_->shortenedAt) && !impl_->doc.IsAutomationBusy())
+    if (impl_->IsStill(impl_->shortenedAt) && !impl_->parts.automations.IsBusy())
       impl_->PasteText(link.isEmpty() ? original : View(link));
     else
       emit Said(DescribeDroppedLink());
@@ -174,18 +168,18 @@ void ClipboardController::OfferSelection(const std::u16string& text) {
 }
 
 void ClipboardController::Paste(QClipboard::Mode mode) {
-  if (!impl_->doc.IsConnected()) return;
+  if (!impl_->parts.connection.IsConnected()) return;
   if (const std::optional<QString> text = TextOnClipboard(mode)) impl_->PasteText(View(*text));
 }
 
 void ClipboardController::PasteShortLink() {
-  if (!impl_->doc.IsConnected()) return;
+  if (!impl_->parts.connection.IsConnected()) return;
   const std::optional<QString> clipboard = TextOnClipboard(QClipboard::Clipboard);
   if (!clipboard) return;
   const std::u16string_view text = View(*clipboard);
   if (!MayBeLink(text)) return impl_->PasteText(text);
   const std::u16string_view link = WithoutLineEnds(text);
-  const std::u16string request = ShortenerRequest(link, impl_->doc.Hosts());
+  const std::u16string request = ShortenerRequest(link, impl_->parts.hosts);
   if (request.empty()) return impl_->PasteText(link);
   impl_->toShorten = link;
   impl_->shortenedAt = impl_->Now();
@@ -201,7 +195,8 @@ bool ClipboardController::IsAsking() const {
 void ClipboardController::OnScreen() {
   if (IsAsking() && !impl_->IsStill(impl_->askedAt)) impl_->question.Close();
   const bool isSameConnection =
-      impl_->doc.IsConnected() && impl_->doc.Session().connectionNumber == impl_->shortenedAt.connection;
+      impl_->parts.connection.IsConnected() &&
+      impl_->parts.connection.Session().connectionNumber == impl_->shortenedAt.connection;
   if (!impl_->shortLink.IsAsking() || isSameConnection) return;
   impl_->shortLink.Drop();
   impl_->toShorten.clear();

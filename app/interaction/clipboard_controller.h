@@ -11,11 +11,13 @@
 #include <QObject>
 #include <QWidget>
 
-#include "app/document/quill_doc.h"
 #include "app/interaction/short_link.h"
+#include "app/session/automations.h"
+#include "app/session/connection.h"
 #include "bbs/page_kind.h"
 #include "core/term_session.h"
 #include "input/clipboard_blocks.h"
+#include "settings/settings.h"
 
 namespace quillet {
 
@@ -23,14 +25,21 @@ class ClipboardController : public QObject {
   Q_OBJECT
 
  public:
+  // All outlive the object.
+  struct Parts {
+    const Connection& connection;
+    const Automations& automations;
+    const Settings& settings;
+    const Endpoints& hosts;
+    QWidget& window;  // gets the message boxes
+  };
   struct Handlers {
     std::function<void(std::u16string_view text, Wrap wrap)> send;
     std::function<PageKind()> pageKind;  // that it is pasted to
   };
-  // `window` gets the message boxes; it, `doc` and `network` outlive the object. Without `network` the link
-  // shortener is asked over one of the object's own.
-  ClipboardController(CQuillDoc& doc, QWidget& window, Handlers handlers,
-                      QNetworkAccessManager* network = nullptr, const ShortLinkLimits& limits = {});
+  // `network` outlives the object; without it the link shortener is asked over one of the object's own.
+  ClipboardController(const Parts& parts, Handlers handlers, QNetworkAccessManager* network = nullptr,
+                      const ShortLinkLimits& limits = {});
   ~ClipboardController() override;
 
   // True on success; a message box tells what failed otherwise.

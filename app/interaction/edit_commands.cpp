@@ -70,7 +70,8 @@ void EditCommands::SearchSelection(SearchEngine engine) {
 void EditCommands::OnSelected() {
   const std::u16string text = parts_.selection.Text();
   parts_.clipboard.OfferSelection(text);
-  if (parts_.doc.Fields().copyWhenSelect && parts_.clipboard.CopyText(text)) handlers_.tell(u"已複製"_qs);
+  if (parts_.settings.Fields().copyWhenSelect && parts_.clipboard.CopyText(text))
+    handlers_.tell(u"已複製"_qs);
 }
 
 void EditCommands::Copy(Form form) {
@@ -82,7 +83,7 @@ void EditCommands::Copy(Form form) {
       copied = parts_.clipboard.CopyText(text);
       break;
     case Form::kHtml: {
-      const CopyLook look = CopyLookOf(parts_.text, parts_.doc.Display());
+      const CopyLook look = CopyLookOf(parts_.text, parts_.settings.Display());
       copied = parts_.clipboard.CopyHtml(SelectedHtml(selection, parts_.text, look), text);
       break;
     }

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "app/document/quill_doc.h"
+#include "app/document/user_settings.h"
 #include "app/interaction/clipboard_controller.h"
 #include "app/interaction/selection_control.h"
 #include "app/interaction/web_controller.h"
@@ -42,7 +42,7 @@ class EditCommands {
  public:
   // All outlive the object.
   struct Parts {
-    CQuillDoc& doc;
+    const UserSettings& settings;
     const ShownText& text;
     SelectionControl& selection;
     ClipboardController& clipboard;

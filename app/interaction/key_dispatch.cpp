@@ -20,7 +20,7 @@ void KeyDispatch::SendText(std::u16string_view text, Wrap wrap) {
 }
 
 void KeyDispatch::Take(Input input) {
-  if (!doc_.IsConnected()) return;
+  if (!connection_.IsConnected()) return;
   handlers_.userTypes();
   const LostCharacters lost = FindLostCharacters(input.action.text);
   if (!lost.IsNone()) handlers_.lost(lost);
@@ -36,30 +36,37 @@ void KeyDispatch::Flush() {
   }
 }
 
+bool KeyDispatch::TakeOver() {
+  const Activity stopped = automations_.Current();
+  automations_.Stop();
+  connection_.NoteNews(false);
+  return stopped != Activity::kPush && stopped != Activity::kGiveMoney;
+}
+
 void KeyDispatch::Send(const Input& input) {
-  if (!doc_.IsConnected()) return;
-  if (!doc_.OnUserActed()) return;
+  if (!connection_.IsConnected() || !TakeOver()) return;
+  TermSession& session = connection_.Session();
   const KeyAction& action = input.action;
-  const unsigned sent = doc_.Session().sentCount;
-  const unsigned received = doc_.Session().receivedCount;
+  const unsigned sent = session.sentCount;
+  const unsigned received = session.receivedCount;
   switch (action.kind) {
     case KeyActionKind::kSendKey:
-      doc_.Session().SendKey(action.virtualKey);
+      session.SendKey(action.virtualKey);
       break;
     case KeyActionKind::kSendText:
-      doc_.Session().SendText(action.text, input.wrap);
+      session.SendText(action.text, input.wrap);
       break;
     case KeyActionKind::kSendThenClose:
-      doc_.Session().SendBytes(action.bytes);
-      doc_.DisconnectAfterSending();
+      session.SendBytes(action.bytes);
+      connection_.DisconnectAfterSending();
       break;
     default:
-      doc_.Session().SendBytes(action.bytes);
+      session.SendBytes(action.bytes);
       break;
   }
   // A text without a character that the BBS knows is nothing to answer.
-  if (doc_.Session().sentCount != sent && IsSurelyAnswered(handlers_.screen(), handlers_.page(), action))
-    doc_.Driver().NoteTyped(received);
+  if (session.sentCount != sent && IsSurelyAnswered(handlers_.screen(), handlers_.page(), action))
+    driver_.NoteTyped(received);
 }
 
 }  // namespace quillet

@@ -7,7 +7,8 @@
 #include <functional>
 #include <utility>
 
-#include "app/document/quill_doc.h"
+#include "app/session/automations.h"
+#include "app/session/connection.h"
 #include "input/key_control.h"
 #include "input/lost_characters.h"
 
@@ -24,7 +25,9 @@ class KeyDispatch {
     std::function<const ScreenSnapshot&()> screen;  // that the user types at
     std::function<const UnderstoodPage&()> page;    // what stands on it
   };
-  KeyDispatch(CQuillDoc& doc, Handlers handlers) : doc_(doc), handlers_(std::move(handlers)) {}
+  // All outlive the object.
+  KeyDispatch(Connection& connection, Automations& automations, SessionDriver& driver, Handlers handlers)
+      : connection_(connection), automations_(automations), driver_(driver), handlers_(std::move(handlers)) {}
 
   // Returns false for kNone only; input without a connection is taken and dropped.
   bool Perform(const KeyAction& action);
@@ -42,8 +45,14 @@ class KeyDispatch {
   };
   void Take(Input input);
   void Send(const Input& input);
+  // The user is about to type to the site: he has seen that his lists hold something, and no automation types
+  // between his keys. False when that has stopped one that was filling in prompts: what he types was meant
+  // for another page, and must not go out.
+  [[nodiscard]] bool TakeOver();
 
-  CQuillDoc& doc_;
+  Connection& connection_;
+  Automations& automations_;
+  SessionDriver& driver_;
   Handlers handlers_;
   std::deque<Input> waiting_;
 };

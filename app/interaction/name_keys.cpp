@@ -22,8 +22,8 @@ QString DescribeEntry(const ListEntry& entry) {
   return parts.isEmpty() ? u"只有描述"_qs : parts.join(u"，");
 }
 
-std::optional<ListEntry> Find(CQuillDoc& doc, const std::u16string& id) {
-  const ListEntry* const entry = doc.Store().Names().Find(id);
+std::optional<ListEntry> Find(const NameList& names, const std::u16string& id) {
+  const ListEntry* const entry = names.Find(id);
   return entry == nullptr ? std::nullopt : std::optional(*entry);
 }
 
@@ -31,12 +31,12 @@ std::optional<ListEntry> Find(CQuillDoc& doc, const std::u16string& id) {
 
 QString NameKeys::Press(const std::u16string& id, NameKey key, int colour) {
   if (id.empty()) return {};
-  doc_.RefreshSettings();
-  const std::optional<ListEntry> before = Find(doc_, id);
+  settings_.Refresh();
+  NameList& names = settings_.Store().Names();
+  const std::optional<ListEntry> before = Find(names, id);
   std::optional<ListEntry> after = ChangedEntry(before, key, colour, last_);
   if (after == before) return {};
   const QString name = QString::fromStdU16String(id);
-  NameList& names = doc_.Store().Names();
   if (after) {
     after->changed = true;
     names.Set(id, *after);
@@ -44,13 +44,13 @@ QString NameKeys::Press(const std::u16string& id, NameKey key, int colour) {
   } else {
     names.Remove(id);
   }
-  doc_.Store().SaveNames();
-  doc_.ApplySettings();
+  settings_.Store().SaveNames();
+  settings_.Apply();
   return after ? u"%1：%2"_qs.arg(name, DescribeEntry(*after)) : u"%1 已移出名單"_qs.arg(name);
 }
 
 void NameKeys::NoteAdded(const std::u16string& id) {
-  if (const std::optional<ListEntry> entry = Find(doc_, id)) last_ = entry;
+  if (const std::optional<ListEntry> entry = Find(settings_.Store().Names(), id)) last_ = entry;
 }
 
 }  // namespace quillet

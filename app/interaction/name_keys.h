@@ -7,15 +7,15 @@
 
 #include <QString>
 
-#include "app/document/quill_doc.h"
+#include "app/document/user_settings.h"
 #include "input/list_hot_keys.h"
 
 namespace quillet {
 
 class NameKeys {
  public:
-  // `doc` outlives the object.
-  explicit NameKeys(CQuillDoc& doc) : doc_(doc) {}
+  // `settings` outlives the object.
+  explicit NameKeys(UserSettings& settings) : settings_(settings) {}
 
   // Returns what has changed, in words; empty when nothing has.
   QString Press(const std::u16string& id, NameKey key, int colour);
@@ -23,7 +23,7 @@ class NameKeys {
   void NoteAdded(const std::u16string& id);
 
  private:
-  CQuillDoc& doc_;
+  UserSettings& settings_;
   std::optional<ListEntry> last_;
 };
 

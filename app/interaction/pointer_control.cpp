@@ -75,7 +75,7 @@ PointerControl::Target PointerControl::TargetAt(const QPointF& at) const {
   }
   if (!MayAct()) return target;
   const PointerPlace place = PlaceAt(at);
-  target.action = DecideClick(place, parts_.screen, parts_.page, parts_.doc.Fields());
+  target.action = DecideClick(place, parts_.screen, parts_.page, parts_.settings);
   if (target.action.repeat == Repeat::kByNewGesture) target.page = SignOfPage(place);
   return target;
 }
@@ -109,7 +109,7 @@ PointerControl::Hovered PointerControl::HoveredAt(const QPointF& at) const {
   const ArticleCommand command = parts_.composer.CommandAt(cell->y(), cell->x());
   if (command != ArticleCommand::kNone) return {.command = command};
   const bool opensLine = meansRow_ && MayAct() && parts_.widget.isActiveWindow() &&
-                         OpensLine(PlaceAt(at), parts_.screen, parts_.page, parts_.doc.Fields());
+                         OpensLine(PlaceAt(at), parts_.screen, parts_.page, parts_.settings);
   return {.linkCell = cell, .row = opensLine ? cell->y() : -1};
 }
 
@@ -149,7 +149,7 @@ void PointerControl::Hover() {
   if (hovered.command != ArticleCommand::kNone || parts_.links.Current())
     SetShape(PointerShape::kHand);
   else if (MayAct())
-    SetShape(ShapeAt(PlaceAt(*pointer_), parts_.screen, parts_.page, parts_.doc.Fields()));
+    SetShape(ShapeAt(PlaceAt(*pointer_), parts_.screen, parts_.page, parts_.settings));
   else
     SetShape(PointerShape::kOrdinary);
 }
@@ -319,7 +319,7 @@ bool PointerControl::Click(const Target& target) {
 
 void PointerControl::ReleaseMiddle(const QPointF& at) {
   const auto cell = parts_.surface.CellAt(at);
-  const bool opens = parts_.doc.Fields().middleButtonOpensUrl;
+  const bool opens = parts_.settings.middleButtonOpensUrl;
   const auto link = cell && opens ? parts_.links.LinkAt(cell->y(), cell->x()) : std::nullopt;
   if (link)
     handlers_.open(*link);
@@ -328,7 +328,7 @@ void PointerControl::ReleaseMiddle(const QPointF& at) {
 }
 
 void PointerControl::PressSide(SideButtonPressed button) {
-  Carry(DecideSideButton(button, PictureNow(), parts_.screen, parts_.page, parts_.doc.Fields()));
+  Carry(DecideSideButton(button, PictureNow(), parts_.screen, parts_.page, parts_.settings));
 }
 
 // ---- The wheel.
@@ -362,7 +362,7 @@ bool PointerControl::OnWheel(const QWheelEvent& event) {
   }
   const HeldButton held = HeldFor(event);
   VoidHeld(held);
-  Carry(DecideWheel(turn, held, PictureNow(), parts_.screen, parts_.page, parts_.doc.Fields()));
+  Carry(DecideWheel(turn, held, PictureNow(), parts_.screen, parts_.page, parts_.settings));
   Hover();
   return true;
 }
@@ -371,7 +371,7 @@ bool PointerControl::OnWheel(const QWheelEvent& event) {
 void PointerControl::TurnWhileSelecting(const WheelTurn& turn) {
   if (PictureNow() != Picture::kArticle) return;
   ScrollArticle(
-      DecideWheel(turn, HeldButton::kNone, PictureNow(), parts_.screen, parts_.page, parts_.doc.Fields()));
+      DecideWheel(turn, HeldButton::kNone, PictureNow(), parts_.screen, parts_.page, parts_.settings));
   Drag(*pointer_);
 }
 

@@ -15,16 +15,17 @@
 #include <QWheelEvent>
 #include <QWidget>
 
-#include "app/document/quill_doc.h"
 #include "app/interaction/link_hover.h"
 #include "app/interaction/selection_control.h"
 #include "app/page/article_view.h"
 #include "app/page/frame_surface.h"
 #include "app/page/page_composer.h"
+#include "app/session/connection.h"
 #include "input/answer_gate.h"
 #include "input/mouse_scheme.h"
 #include "input/wheel_steps.h"
 #include "render/page_row.h"
+#include "settings/settings.h"
 
 namespace quillet {
 
@@ -38,7 +39,8 @@ class PointerControl {
     ArticleView& article;
     SelectionControl& selection;
     LinkHover& links;
-    CQuillDoc& doc;
+    const Connection& connection;
+    const Settings& settings;
     const ScreenSnapshot& screen;
     const UnderstoodPage& page;  // what stands on it
   };
@@ -98,7 +100,7 @@ class PointerControl {
     QPointF at;           // where it was pressed
   };
 
-  bool MayAct() const { return parts_.doc.IsConnected(); }
+  bool MayAct() const { return parts_.connection.IsConnected(); }
   Picture PictureNow() const;
   PointerPlace PlaceAt(const QPointF& at) const;
   Target TargetAt(const QPointF& at) const;

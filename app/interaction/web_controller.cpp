@@ -21,27 +21,28 @@ PanelText DescribeNoBrowser(std::u16string_view address) {
 
 void WebController::Open(const TextLink& link) {
   // Without a connection the article is still to be read on the web.
-  const bool onBbs = link.article && (doc_.IsConnected() || link.address.empty());
+  const bool onBbs = link.article && (parts_.connection.IsConnected() || link.address.empty());
   if (!onBbs) return OpenAddress(link.address);
   handlers_.beforeJump();
-  if (!doc_.JumpTo(*link.article)) handlers_.tell(DescribeNoJump(doc_.IsConnected()));
+  if (!parts_.automations.JumpTo(*link.article))
+    handlers_.tell(DescribeNoJump(parts_.connection.IsConnected()));
 }
 
 void WebController::Search(SearchEngine engine, std::u16string_view text) {
-  OpenAddress(SearchAddress(engine, text, doc_.Hosts()));
+  OpenAddress(SearchAddress(engine, text, parts_.hosts));
 }
 
 void WebController::OpenUserPage(std::u16string_view id) {
-  OpenAddress(UserPageAddress(id, doc_.Hosts()));
+  OpenAddress(UserPageAddress(id, parts_.hosts));
 }
 
 QString WebController::EngineName(SearchEngine engine) const {
-  return QUrl(QString::fromStdU16String(SearchAddress(engine, kAnyText, doc_.Hosts()))).host();
+  return QUrl(QString::fromStdU16String(SearchAddress(engine, kAnyText, parts_.hosts))).host();
 }
 
 void WebController::OpenAddress(std::u16string_view address) {
   if (address.empty()) return;
-  if (!doc_.WebOpener().Open(address)) handlers_.tell(DescribeNoBrowser(address));
+  if (!parts_.opener.Open(address)) handlers_.tell(DescribeNoBrowser(address));
 }
 
 }  // namespace quillet

@@ -5,21 +5,30 @@
 #include <functional>
 #include <string>
 
-#include "app/document/quill_doc.h"
 #include "app/messages/session_messages.h"
+#include "app/session/automations.h"
+#include "app/session/connection.h"
+#include "core/endpoints.h"
 #include "input/text_link.h"
 #include "input/web_commands.h"
+#include "platform/opener.h"
 
 namespace quillet {
 
 class WebController {
  public:
+  // All outlive the object.
+  struct Parts {
+    const Connection& connection;
+    Automations& automations;
+    const Endpoints& hosts;
+    Opener& opener;
+  };
   struct Handlers {
     std::function<void()> beforeJump;            // the client is about to lead the BBS to another article
     std::function<void(const PanelText&)> tell;  // what did not come about
   };
-  // `doc` outlives the desk.
-  WebController(CQuillDoc& doc, Handlers handlers) : doc_(doc), handlers_(std::move(handlers)) {}
+  WebController(const Parts& parts, Handlers handlers) : parts_(parts), handlers_(std::move(handlers)) {}
 
   void Open(const TextLink& link);
   // Nothing for an empty text.
@@ -32,7 +41,7 @@ class WebController {
  private:
   void OpenAddress(std::u16string_view address);
 
-  CQuillDoc& doc_;
+  const Parts parts_;
   Handlers handlers_;
 };
 

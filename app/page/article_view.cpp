@@ -22,16 +22,16 @@ constexpr int kMostBeyond = 3 * kPageStep;
 
 }  // namespace
 
-ArticleView::ArticleView(CQuillDoc& doc, QWidget& parent)
-    : doc_(doc),
-      rules_{.settings = &doc.Fields(),
-             .names = &doc.Store().Names(),
-             .titleWords = &doc.Store().TitleWords(),
+ArticleView::ArticleView(const Parts& parts, QWidget& parent)
+    : parts_(parts),
+      rules_{.settings = &parts.settings.Fields(),
+             .names = &parts.settings.Names(),
+             .titleWords = &parts.settings.TitleWords(),
              .keywords = {},
              .myId = {}},
-      reading_({.send = [this](std::string_view keys) { doc_.Session().SendBytes(keys); },
+      reading_({.send = [this](std::string_view keys) { parts_.connection.Session().SendBytes(keys); },
                 .news = [this](const ArticleNews& news) { emit NewsArrived(news); }}),
-      dressed_(doc.PageReader()),
+      dressed_(parts.pageFacts),
       scrollBar_(std::make_unique<ArticleScrollBar>(&parent)) {
   animation_.setInterval(kFrameMs);
   animation_.setTimerType(Qt::PreciseTimer);
@@ -45,14 +45,17 @@ ArticleView::ArticleView(CQuillDoc& doc, QWidget& parent)
   connect(scrollBar_.get(), &ArticleScrollBar::Wanted, this, [this](int value, bool dragged) {
     MoveTo(value, dragged ? Motion::kAtOnce : Motion::kEased, Stay::kAtLine);
   });
-  connect(&doc_, &CQuillDoc::ArticlePushed, this, [this] { reading_.WantRefresh(); });
-  connect(&doc_, &CQuillDoc::MoneyEnded, this, [this] {
+  connect(&parts_.automations, &Automations::ArticlePushed, this,
+          [this](const ArticleInfo& article, PushedBy by) {
+            if (by == PushedBy::kOrder || IsSameArticle(article, OpenArticle())) reading_.WantRefresh();
+          });
+  connect(&parts_.automations, &Automations::MoneyEnded, this, [this] {
     // No key of the user's has to be waited for on the way back to the place.
     if (wanted_) reading_.WantMore(SteadyMilliseconds());
     ReadOnInTime();
   });
-  connect(&doc_, &CQuillDoc::ArticleListsChanged, this, [this] {
-    bookmarked_ = doc_.IsOpenArticleBookmarked();
+  connect(&parts_.bookmarks, &Bookmarks::Changed, this, [this] {
+    bookmarked_ = parts_.bookmarks.HasOpenArticle();
     Review();
     emit Changed();
   });
@@ -73,10 +76,10 @@ void ArticleView::SetRules(const StyleRules& rules) {
 }
 
 void ArticleView::OnScreen(const ScreenSnapshot& screen) {
-  reading_.OnScreen(screen, doc_.OpenArticle(), doc_.IsArticleOpen(), SteadyMilliseconds());
+  reading_.OnScreen(screen, OpenArticle(), parts_.connection.Seen().articleOpen, SteadyMilliseconds());
   rules_.now = SecondsNow();
   atBbsEnd_ = (screen.pageFlags & PF_READING) != 0 && (screen.pageFlags & PF_READ_END) != 0;
-  bookmarked_ = doc_.IsOpenArticleBookmarked();
+  bookmarked_ = parts_.bookmarks.HasOpenArticle();
 
   const bool another = IsAnotherArticle();
   if (another) {
@@ -88,7 +91,7 @@ void ArticleView::OnScreen(const ScreenSnapshot& screen) {
   std::optional<int> line = reading_.TakeMovedTo();
   if (held_) line.reset();  // an automation's doing
   if (another && !line) line = 0;
-  const ArticleInfo& open = doc_.OpenArticle();
+  const ArticleInfo& open = OpenArticle();
   if (wanted_ && open.IsArticle() && !IsSameArticle(open, wanted_->article)) wanted_.reset();
   if (line && wanted_)
     StandWhereWanted();
@@ -102,7 +105,7 @@ void ArticleView::OnScreen(const ScreenSnapshot& screen) {
 void ArticleView::OnTick(bool mayRefresh) {
   mayRefresh_ = mayRefresh;
   // No key of the reading's own comes between those of an automation.
-  if (doc_.IsAutomationBusy()) OnAutomationKey();
+  if (parts_.automations.IsBusy()) OnAutomationKey();
   rules_.now = SecondsNow();
   const bool wasShown = IsShown();
   reading_.OnTick(SteadyMilliseconds(), mayRefresh && !IsMoving());
@@ -172,7 +175,7 @@ void ArticleView::Follow() {
   const bool resting = top_ == target_;
   const int topLine = dressed_.Count() > 0 ? dressed_.LineOf(top_) : 0;
   // It is not known while the article is away to be opened anew.
-  if (doc_.OpenArticle().postTime != 0) postTime_ = doc_.OpenArticle().postTime;
+  if (OpenArticle().postTime != 0) postTime_ = OpenArticle().postTime;
   dressed_.Follow(reading_.Lines(), postTime_, rules_);
   target_ = TopOf(anchor_);
   top_ = resting ? target_ : TopOf(topLine);
@@ -239,7 +242,7 @@ void ArticleView::MoveTo(int top, Motion motion, Stay stay) {
   else
     GoTo(top, motion, stay);
   const bool nearEnd = target_ + inSight_ + kLinesShown > dressed_.Count();
-  if (nearEnd && !reading_.Lines().IsComplete() && !doc_.IsAutomationBusy())
+  if (nearEnd && !reading_.Lines().IsComplete() && !parts_.automations.IsBusy())
     reading_.WantMore(SteadyMilliseconds());
   ReadOnInTime();
   Review();
@@ -293,7 +296,7 @@ void ArticleView::GoToFirstPush() {
 }
 
 void ArticleView::KeepPlace() {
-  wanted_ = {doc_.OpenArticle(), anchor_};
+  wanted_ = {OpenArticle(), anchor_};
 }
 
 void ArticleView::ShowEnd() {

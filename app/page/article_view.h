@@ -11,13 +11,14 @@
 #include <QObject>
 #include <QTimer>
 
-#include "app/document/quill_doc.h"
+#include "app/document/bookmarks.h"
 #include "app/page/article_scroll_bar.h"
 #include "bbs/article_reading.h"
 #include "input/article_paging.h"
 #include "render/article_bar.h"
 #include "render/paint/frame_painter.h"
 #include "render/style/styled_article.h"
+#include "settings/settings_store.h"
 
 namespace quillet {
 
@@ -25,13 +26,21 @@ class ArticleView : public QObject {
   Q_OBJECT
 
  public:
-  // Both outlive the view; the scroll bar lies in `parent`.
-  ArticleView(CQuillDoc& doc, QWidget& parent);
+  // All outlive the view.
+  struct Parts {
+    Connection& connection;
+    const Automations& automations;
+    const Bookmarks& bookmarks;
+    const SettingsStore& settings;
+    const PageFacts& pageFacts;
+  };
+  // The scroll bar lies in `parent`, which outlives the view too.
+  ArticleView(const Parts& parts, QWidget& parent);
   ~ArticleView() override;
 
   // Settings, lists or the Tab key's state are different.
   void SetRules(const StyleRules& rules);
-  // The document has seen the screen before.
+  // The connection has seen the screen before.
   void OnScreen(const ScreenSnapshot& screen);
   // A few times a second. `mayRefresh`: as for the reading, whether the article moves or not.
   void OnTick(bool mayRefresh);
@@ -111,6 +120,7 @@ class ArticleView : public QObject {
   };
   enum class Motion { kEased, kAtOnce };
 
+  const ArticleInfo& OpenArticle() const { return parts_.connection.Seen().article; }
   // Takes in what the reading knows.
   void Follow();
   // Whether the lines are another article's than at the last call.
@@ -136,7 +146,7 @@ class ArticleView : public QObject {
   void Review();
   ArticleBarInput BarInput() const;
 
-  CQuillDoc& doc_;
+  const Parts parts_;
   StyleRules rules_;
   ArticleReading reading_;
   StyledArticle dressed_;

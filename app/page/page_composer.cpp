@@ -25,16 +25,16 @@ bool IsSameRow(const ScreenSnapshot& one, const ScreenSnapshot& other, int row) 
 
 }  // namespace
 
-PageComposer::PageComposer(CQuillDoc& doc, ArticleView& article) : doc_(doc), article_(article) {
+PageComposer::PageComposer(const Parts& parts) : parts_(parts), article_(parts.article) {
   RefreshRules();
 }
 
 void PageComposer::RefreshRules() {
-  rules_.settings = &doc_.Fields();
-  rules_.names = &doc_.Store().Names();
-  rules_.titleWords = &doc_.Store().TitleWords();
-  rules_.keywords = Keywords(WordsOfTrackRules(doc_.Store().Map().TrackLines()));
-  rules_.myId = doc_.LoginId();
+  rules_.settings = &parts_.settings.Fields();
+  rules_.names = &parts_.settings.Names();
+  rules_.titleWords = &parts_.settings.TitleWords();
+  rules_.keywords = Keywords(WordsOfTrackRules(parts_.settings.Map().TrackLines()));
+  rules_.myId = parts_.seen.loginId;
   rules_.reveal = reveal_.Shown();
   rules_.now = SecondsNow();
   article_.SetRules(rules_);
@@ -56,10 +56,10 @@ std::string PageComposer::OnScreen(const ScreenSnapshot& screen, const Understoo
   const std::uint32_t kind = page.flags & kRevealingPages;
   if (kind != pageKind_) EndReveal();
   pageKind_ = kind;
-  if (rules_.myId != doc_.LoginId()) RefreshRules();
+  if (rules_.myId != parts_.seen.loginId) RefreshRules();
   if (article_.IsShown())
     covered_ = screen;
-  else if (!doc_.IsArticleOpen())
+  else if (!parts_.seen.articleOpen)
     covered_.reset();
   acceptsText_ = quillet::AcceptsText(screen, page);
   return sight_.OnScreen(screen, page);
@@ -88,13 +88,13 @@ void PageComposer::Compose(const ScreenSnapshot& screen, const UnderstoodPage& p
 void PageComposer::ComposeScreen(const ScreenSnapshot& screen, const UnderstoodPage& page,
                                  FrameState& frame) {
   captions_.clear();
-  const StyledScreen dressed = StyleScreen(screen, page, rules_, doc_.OpenArticle().postTime);
+  const StyledScreen dressed = StyleScreen(screen, page, rules_, parts_.seen.article.postTime);
   frame.page = dressed.page;
   rowOf_ = dressed.rowOf;
   if (sight_.IsNarrow()) MoveIntoSight(PageRowOf(screen.cursorRow), frame.page);
   if (!OffersCommands(screen)) return;
   ArticleBar bar = MakeArticleBarOver(frame.page[kStatusRow],
-                                      {.bookmarked = doc_.IsOpenArticleBookmarked(),
+                                      {.bookmarked = parts_.bookmarks.HasOpenArticle(),
                                        .offers = {ArticleCommand::kBookmark, ArticleCommand::kPush,
                                                   ArticleCommand::kPushOn, ArticleCommand::kGiveMoney},
                                        .hovered = hovered_});
@@ -125,7 +125,7 @@ void PageComposer::MoveIntoSight(int cursorRow, Page& page) {
 }
 
 bool PageComposer::IsPromptOverArticle(const ScreenSnapshot& screen) const {
-  if (!covered_ || article_.LineCount() == 0 || !doc_.Fields().webArticle) return false;
+  if (!covered_ || article_.LineCount() == 0 || !parts_.settings.Fields().webArticle) return false;
   for (int row = 0; row < kPromptRow; ++row)
     if (!IsSameRow(screen, *covered_, row)) return false;
   // What is asked is about the BBS's page, and is seen over no other.
@@ -144,8 +144,8 @@ void PageComposer::KeepArticleAbovePrompt(const ScreenSnapshot& screen, FrameSta
 }
 
 bool PageComposer::OffersCommands(const ScreenSnapshot& screen) const {
-  return (screen.pageFlags & PF_READING) != 0 && doc_.OpenArticle().IsArticle() &&
-         !doc_.Fields().hideTopLeftIcons;
+  return (screen.pageFlags & PF_READING) != 0 && parts_.seen.article.IsArticle() &&
+         !parts_.settings.Fields().hideTopLeftIcons;
 }
 
 bool PageComposer::Offers(ArticleCommand command) const {

@@ -6,7 +6,6 @@
 #include <optional>
 #include <vector>
 
-#include "app/document/quill_doc.h"
 #include "app/page/article_view.h"
 #include "bbs/understood_page.h"
 #include "input/narrow_sight.h"
@@ -19,8 +18,15 @@ namespace quillet {
 
 class PageComposer {
  public:
-  // Both outlive the composer.
-  PageComposer(CQuillDoc& doc, ArticleView& article);
+  // All outlive the composer.
+  struct Parts {
+    ArticleView& article;
+    const Bookmarks& bookmarks;
+    const SettingsStore& settings;
+    const Sightings& seen;
+    const PageFacts& pageFacts;
+  };
+  explicit PageComposer(const Parts& parts);
 
   // Settings, lists or the login are different.
   void RefreshRules();
@@ -71,7 +77,7 @@ class PageComposer {
   void MoveIntoSight(int cursorRow, Page& page);
   bool OffersCommands(const ScreenSnapshot& screen) const;
 
-  CQuillDoc& doc_;
+  const Parts parts_;
   ArticleView& article_;
   StyleRules rules_;
   RevealState reveal_;

@@ -58,8 +58,9 @@ std::vector<SideListFrame::Hint> HintsFor(ArticleListKind kind, const SideListEn
 
 }  // namespace
 
-SideListView::SideListView(CQuillDoc& doc, EmbeddedImages& images, QWidget* parent)
-    : QWidget(parent), doc_(doc), images_(images) {
+SideListView::SideListView(Bookmarks& lists, const UserSettings& settings, EmbeddedImages& images,
+                           QWidget* parent)
+    : QWidget(parent), lists_(lists), settings_(settings), images_(images) {
   setFocusPolicy(Qt::NoFocus);
   setAttribute(Qt::WA_OpaquePaintEvent);
   setCursor(Qt::ArrowCursor);
@@ -72,8 +73,8 @@ SideListView::SideListView(CQuillDoc& doc, EmbeddedImages& images, QWidget* pare
   connect(&removalQuestion_, &QTimer::timeout, this, &SideListView::FollowState);
   ages_.setInterval(kAgesMs);
   connect(&ages_, &QTimer::timeout, this, qOverload<>(&QWidget::update));
-  connect(&doc_, &CQuillDoc::ArticleListsChanged, this, &SideListView::Refresh);
-  connect(&doc_, &CQuillDoc::SettingsChanged, this, &SideListView::Refresh);
+  connect(&lists_, &Bookmarks::Changed, this, &SideListView::Refresh);
+  connect(&settings_, &UserSettings::Changed, this, &SideListView::Refresh);
 }
 
 SideListView::~SideListView() = default;
@@ -125,7 +126,7 @@ void SideListView::SetCompact(bool compact) {
 // ---- State
 
 const ArticleFolder& SideListView::Root() const {
-  return doc_.Articles().Of(*shown_);
+  return lists_.List(*shown_);
 }
 
 const SideListEntry* SideListView::Selected() const {
@@ -143,7 +144,7 @@ void SideListView::Refresh() {
   removalQuestion_.stop();
   ArticleOrder order;
   if (*shown_ == ArticleListKind::kHot)
-    order = HotArticleOrder(doc_.Fields().hotArticleSortMode, doc_.Boards());
+    order = HotArticleOrder(settings_.Fields().hotArticleSortMode, lists_.Boards());
   entries_ = FlattenList(Root(), order);
   state_.count = static_cast<int>(entries_.size());
   FindSelectedAgain();
@@ -189,7 +190,7 @@ void SideListView::FollowState() {
   frame_.SetHints(Hints());
   // A list that became shorter has nothing left to move through.
   top_ = std::clamp(top_, 0, std::max(0, state_.count - state_.shown));
-  if (doc_.Fields().noScrollAnimation) top_ = state_.first;
+  if (settings_.Fields().noScrollAnimation) top_ = state_.first;
   if (top_ != state_.first && !motion_.isActive()) motion_.start();
   update();
 }
@@ -282,7 +283,7 @@ void SideListView::RemoveSelected() {
   const ArticleFolder::Child what = *child;
   selectedName_.clear();  // the next one moves up to its place
   // The list may be another one when it comes to the change.
-  doc_.ChangeArticleList(*shown_, [&](ArticleFolder& root) { RemoveEntry(root, path, what); });
+  lists_.Change(*shown_, [&](ArticleFolder& root) { RemoveEntry(root, path, what); });
 }
 
 void SideListView::DropQuestion() {
@@ -363,10 +364,10 @@ void SideListView::wheelEvent(QWheelEvent* event) {
 // ---- Drawing
 
 CardLook SideListView::Look() const {
-  return {.palette = &PaletteOf(PaletteKindFor(doc_.Display())),
+  return {.palette = &PaletteOf(PaletteKindFor(settings_.Display())),
           .font = frame_.Font(),
           .compact = compact_,
-          .plain = doc_.Display().work};
+          .plain = settings_.Display().work};
 }
 
 void SideListView::paintEvent(QPaintEvent* /*event*/) {

@@ -8,7 +8,8 @@
 #include <QTimer>
 #include <QWidget>
 
-#include "app/document/quill_doc.h"
+#include "app/document/bookmarks.h"
+#include "app/document/user_settings.h"
 #include "app/side_list/side_list_frame.h"
 #include "input/side_list.h"
 #include "render/paint/embedded_images.h"
@@ -19,8 +20,8 @@ class SideListView : public QWidget {
   Q_OBJECT
 
  public:
-  // `doc` and `images` outlive the view.
-  SideListView(CQuillDoc& doc, EmbeddedImages& images, QWidget* parent);
+  // All three outlive the view.
+  SideListView(Bookmarks& lists, const UserSettings& settings, EmbeddedImages& images, QWidget* parent);
   ~SideListView() override;
 
   void Open(ArticleListKind kind);
@@ -28,7 +29,7 @@ class SideListView : public QWidget {
   // Open the same list again closes it.
   void Toggle(ArticleListKind kind);
   std::optional<ArticleListKind> Shown() const { return shown_; }
-  // Settings, palette or lists are different. The document's own signals lead here too.
+  // Settings, palette or lists are different. Their own signals lead here too.
   void Refresh();
   // `area` is the client area in widget units, `unit` the height of the terminal's rows there.
   void Place(const QRect& area, qreal unit);
@@ -88,7 +89,8 @@ class SideListView : public QWidget {
 
   CardLook Look() const;
 
-  CQuillDoc& doc_;
+  Bookmarks& lists_;
+  const UserSettings& settings_;
   EmbeddedImages& images_;
   std::optional<ArticleListKind> shown_;
   bool compact_ = false;

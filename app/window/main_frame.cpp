@@ -32,7 +32,11 @@ constexpr QSize kFirstNarrowView(528, 136);
 }  // namespace
 
 CMainFrame::CMainFrame(CQuillDoc& doc, QWidget* parent)
-    : QMainWindow(parent), doc_(doc), view_(new CQuillView(doc, this)) {
+    : QMainWindow(parent),
+      doc_(doc),
+      connection_(doc.GetConnection()),
+      settings_(doc.GetSettings()),
+      view_(new CQuillView(doc, this)) {
   setCentralWidget(view_);
   MakeMenus();
   setMinimumSize(kSmallestView + QSize(0, menuBar()->sizeHint().height()));
@@ -41,7 +45,7 @@ CMainFrame::CMainFrame(CQuillDoc& doc, QWidget* parent)
   connect(view_, &CQuillView::OptionsRequested, this, &CMainFrame::ShowOptions);
   connect(view_, &CQuillView::NamesRequested, this, &CMainFrame::AddToNames);
   connect(&doc_, &CQuillDoc::StatusChanged, this, &CMainFrame::OnStatusChanged);
-  connect(&doc_, &CQuillDoc::SettingsChanged, this, &CMainFrame::OnSettingsChanged);
+  connect(&settings_, &UserSettings::Changed, this, &CMainFrame::OnSettingsChanged);
   OnStatusChanged();
   OnSettingsChanged();
   const QSize room = LargestView();
@@ -66,14 +70,17 @@ int CMainFrame::MenuHeight() const {
 }
 
 void CMainFrame::AskAddress() {
-  doc_.RefreshSettings();
-  ConnectDlg dialog(ProposedAddress(QString::fromStdU16String(doc_.Fields().site), doc_.Hosts().mainHost),
-                    doc_.RecentSites(), this);
+  settings_.Refresh();
+  ConnectDlg dialog(
+      ProposedAddress(QString::fromStdU16String(settings_.Fields().site), doc_.Hosts().mainHost),
+      settings_.RecentSites(), this);
   connect(&dialog, &ConnectDlg::SiteNamed, this, [this](const QString& address, const QString& name) {
-    doc_.ChangeMap([&](SettingsMap& map) { NameSite(map, address.toStdU16String(), name.toStdU16String()); });
+    settings_.ChangeMap(
+        [&](SettingsMap& map) { NameSite(map, address.toStdU16String(), name.toStdU16String()); });
   });
   connect(&dialog, &ConnectDlg::SiteRemoved, this, [this](const QString& address) {
-    doc_.ChangeMap([&](SettingsMap& map) { ForgetSite(map, address.toStdU16String(), doc_.Fields().site); });
+    settings_.ChangeMap(
+        [&](SettingsMap& map) { ForgetSite(map, address.toStdU16String(), settings_.Fields().site); });
   });
   const int answer = dialog.exec();
   activateWindow();
@@ -83,7 +90,7 @@ void CMainFrame::AskAddress() {
     return;
   }
   view_->Leaving().Before(LeaveFor::kOtherSite, [this, address = dialog.Address()] {
-    doc_.Open({.address = address, .name = {}, .makeTransport = {}});
+    connection_.Open({.address = address, .name = {}, .makeTransport = {}});
   });
 }
 
@@ -92,27 +99,27 @@ void CMainFrame::OpenDemo() {
 }
 
 void CMainFrame::Disconnect() {
-  view_->Leaving().Before(LeaveFor::kDisconnecting, [this] { doc_.Disconnect(); });
+  view_->Leaving().Before(LeaveFor::kDisconnecting, [this] { connection_.Disconnect(); });
 }
 
 void CMainFrame::Reconnect() {
   // Where nothing is answered nobody can log out.
-  if (doc_.Answer() == AnswerWait::State::kStalled) return doc_.Reconnect();
-  view_->Leaving().Before(LeaveFor::kReconnecting, [this] { doc_.Reconnect(); });
+  if (doc_.Answer() == AnswerWait::State::kStalled) return connection_.Reconnect();
+  view_->Leaving().Before(LeaveFor::kReconnecting, [this] { connection_.Reconnect(); });
 }
 
 void CMainFrame::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   const bool activated = event->type() == QEvent::ActivationChange && isActiveWindow();
-  if (activated && QApplication::activeModalWidget() == nullptr) doc_.RefreshSettings();
+  if (activated && QApplication::activeModalWidget() == nullptr) settings_.Refresh();
 }
 
 void CMainFrame::ShowOptions() {
-  doc_.RefreshSettings();
-  CQuillOptionDlg dialog(doc_.Store(), {}, this);
+  settings_.Refresh();
+  CQuillOptionDlg dialog(settings_.Store(), {}, this);
   const int answer = dialog.exec();
   activateWindow();
-  if (answer == QDialog::Accepted) doc_.ApplySettings();
+  if (answer == QDialog::Accepted) settings_.Apply();
 }
 
 void CMainFrame::AskForName() {
@@ -122,10 +129,10 @@ void CMainFrame::AskForName() {
 }
 
 void CMainFrame::AddToNames(const QString& id) {
-  doc_.RefreshSettings();
-  AddBlackDlg dialog(doc_.Store(), id, this);
+  settings_.Refresh();
+  AddBlackDlg dialog(settings_.Store(), id, this);
   if (dialog.exec() == QDialog::Accepted) {
-    doc_.ApplySettings();
+    settings_.Apply();
     view_->NoteAddedName(id);
   }
   activateWindow();
@@ -139,13 +146,14 @@ void CMainFrame::OpenUserPage() {
 }
 
 void CMainFrame::JumpToArticle() {
-  if (!doc_.IsConnected()) return view_->ShowNotice(DescribeNoJump(false));
+  if (!connection_.IsConnected()) return view_->ShowNotice(DescribeNoJump(false));
   JumpDlg dialog(WebHostsOf(doc_.Hosts()), QString::fromStdU16String(doc_.OpenArticle().board),
                  QGuiApplication::clipboard()->text(), this);
   const int answer = dialog.exec();
   activateWindow();
   if (answer != QDialog::Accepted) return;
-  if (!doc_.JumpTo(dialog.Article())) view_->ShowNotice(DescribeNoJump(doc_.IsConnected()));
+  if (!doc_.GetAutomations().JumpTo(dialog.Article()))
+    view_->ShowNotice(DescribeNoJump(connection_.IsConnected()));
 }
 
 void CMainFrame::OnCommand(KeyCommand command) {
@@ -158,19 +166,19 @@ void CMainFrame::OnCommand(KeyCommand command) {
 }
 
 void CMainFrame::ShowTitle() {
-  const Settings& settings = doc_.Fields();
-  setWindowTitle(DescribeTitle(
-      doc_.Facts(), {.work = settings.work,
+  const Settings& settings = settings_.Fields();
+  setWindowTitle(
+      DescribeTitle(connection_.Facts(),
+                    {.work = settings.work,
                      .news = doc_.Driver().Status() == ConnectionStatus::kSomethingNew,
                      .id = settings.titleShowId ? QString::fromStdU16String(doc_.LoginId()) : QString()}));
 }
 
 void CMainFrame::OnStatusChanged() {
   ShowTitle();
-  disconnect_->setEnabled(doc_.IsConnected() || doc_.IsConnecting());
+  disconnect_->setEnabled(connection_.IsConnected() || connection_.IsConnecting());
   // A dead connection looks as if it were up as long as nothing is sent.
-  const bool begun = doc_.Session().state == kStateClosed || doc_.IsConnected();
-  reconnect_->setEnabled(begun && !doc_.IsConnecting());
+  reconnect_->setEnabled(connection_.IsClosed() || connection_.IsConnected());
 }
 
 void CMainFrame::ToggleFullScreen() {
@@ -185,7 +193,7 @@ void CMainFrame::ToggleFullScreen() {
 }
 
 void CMainFrame::OnSettingsChanged() {
-  const bool work = doc_.Fields().work;
+  const bool work = settings_.Fields().work;
   workMode_->setChecked(work);
   workMenus_->Show(work ? MenuFace::kEditor : MenuFace::kOwn);
   // None at all would hide the application's own.
@@ -215,11 +223,11 @@ void CMainFrame::ApplyLayout(LayoutMode mode) {
 }
 
 void CMainFrame::ToggleWorkMode() {
-  doc_.Set(&Settings::work, !doc_.Fields().work);
+  settings_.Set(&Settings::work, !settings_.Fields().work);
 }
 
 void CMainFrame::ApplyTopmost() {
-  const bool on = doc_.Fields().topmost;
+  const bool on = settings_.Fields().topmost;
   if (windowFlags().testFlag(Qt::WindowStaysOnTopHint) == on) return;
   // The window that is up is told by itself: the widget's own way hides it, and it comes back elsewhere and
   // without the keyboard.
@@ -228,7 +236,7 @@ void CMainFrame::ApplyTopmost() {
 }
 
 void CMainFrame::ShowAbout() {
-  if (doc_.Fields().work) return ShowEditorAbout(*this);
+  if (settings_.Fields().work) return ShowEditorAbout(*this);
   QMessageBox box(QMessageBox::NoIcon, u"關於 Quillet"_qs,
                   u"<b>Quillet %1</b>"_qs.arg(QCoreApplication::applicationVersion()), QMessageBox::NoButton,
                   this);
@@ -245,12 +253,12 @@ void CMainFrame::closeEvent(QCloseEvent* event) {
   if (!qApp->isSavingSession() && !view_->Leaving().IsFree(LeaveFor::kClosing)) {
     event->ignore();
     view_->Leaving().Before(LeaveFor::kClosing, [this] {
-      doc_.Disconnect();
+      connection_.Disconnect();
       QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
     });
     return;
   }
-  doc_.Disconnect();
+  connection_.Disconnect();
   event->accept();
 }
 

@@ -71,6 +71,8 @@ class CMainFrame : public QMainWindow {
   void ShowAbout();
 
   CQuillDoc& doc_;
+  Connection& connection_;
+  UserSettings& settings_;
   CQuillView* view_;
   QAction* disconnect_ = nullptr;
   QAction* reconnect_ = nullptr;

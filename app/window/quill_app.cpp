@@ -62,6 +62,7 @@ void CQuillApp::InitInstance() {
                                                    .registry = *places_.registry,
                                                    .opener = opener_,
                                                    .folders = places_.folders});
+  doc_->Load();
   frame_ = std::make_unique<CMainFrame>(*doc_);
   signaller->SetWindow(frame_.get());
   signaller_ = std::move(signaller);
@@ -78,7 +79,7 @@ void CQuillApp::Start() {
   else if (!options_.replayFile.isEmpty())
     OpenReplay();
   else if (!options_.address.isEmpty())
-    doc_->Open({.address = options_.address, .name = {}, .makeTransport = {}});
+    doc_->GetConnection().Open({.address = options_.address, .name = {}, .makeTransport = {}});
   else
     frame_->View().AskLogin();
 }
@@ -101,18 +102,16 @@ void CQuillApp::OpenDemo(const LoginOrder& login) {
             .name = u"示範站台"_qs,
             .makeTransport = {},
             .isBbs = true};
-  if (login)
-    doc_->LogIn(std::move(site), login);
-  else
-    doc_->Open(std::move(site));
+  doc_->GetConnection().Open(std::move(site), login);
 }
 
 void CQuillApp::OpenReplay() {
   const std::filesystem::path file(options_.replayFile.toStdU16String());
   const auto speed = static_cast<std::uint32_t>(options_.speed.value_or(0));
-  doc_->Open({.address = options_.replayFile,
-              .name = QFileInfo(options_.replayFile).fileName(),
-              .makeTransport = [file, speed] { return std::make_unique<ReplayTransport>(file, speed); }});
+  doc_->GetConnection().Open(
+      {.address = options_.replayFile,
+       .name = QFileInfo(options_.replayFile).fileName(),
+       .makeTransport = [file, speed] { return std::make_unique<ReplayTransport>(file, speed); }});
 }
 
 void CQuillApp::RunTour() {

@@ -32,28 +32,47 @@ bool HasFlagsAtTop(const Page& page) {
 CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
     : QWidget(parent),
       doc_(doc),
+      connection_(doc.GetConnection()),
+      automations_(doc.GetAutomations()),
+      settings_(doc.GetSettings()),
       surface_(*this),
       toast_(images_, [this] { update(); }),
-      leaving_(doc, *this,
-               [this] {
-                 return LeaveFacts{.inEditor = (screen_.pageFlags & PF_EDITOR) != 0,
-                                   .hasDraft = push_.HasDraft()};
-               }),
-      login_(doc, *this, leaving_),
-      article_(doc, *this),
-      composer_(doc, article_),
-      sideList_(doc, images_, this),
+      leaving_(
+          {.connection = connection_, .automations = automations_, .settings = settings_, .window = *this},
+          [this] {
+            return LeaveFacts{.inEditor = (screen_.pageFlags & PF_EDITOR) != 0, .hasDraft = push_.HasDraft()};
+          }),
+      login_({.connection = connection_,
+              .automations = automations_,
+              .settings = settings_,
+              .account = doc.Account(),
+              .hosts = doc.Hosts(),
+              .leaving = leaving_,
+              .view = *this}),
+      article_({.connection = connection_,
+                .automations = automations_,
+                .bookmarks = doc.GetBookmarks(),
+                .settings = settings_.Store(),
+                .pageFacts = doc.PageReader()},
+               *this),
+      composer_({.article = article_,
+                 .bookmarks = doc.GetBookmarks(),
+                 .settings = settings_.Store(),
+                 .seen = connection_.Seen(),
+                 .pageFacts = doc.PageReader()}),
+      sideList_(doc.GetBookmarks(), settings_, images_, this),
       sideButtons_(images_, this),
       stallSign_(this),
       ime_(*this, surface_),
-      keys_(doc, {.command = [this](KeyCommand command) { OnCommand(command); },
-                  .userTypes = [this] { OnUserTypes(); },
-                  .mustWait = [this] { return article_.Reading().MustWait(); },
-                  .lost = [this](const LostCharacters& lost) { toast_.Show(DescribeLostCharacters(lost)); },
-                  .screen = [this]() -> const ScreenSnapshot& { return screen_; },
-                  .page = [this]() -> const UnderstoodPage& { return page_; }}),
-      commands_(doc, article_, keys_,
-                {.refused = [this] { toast_.Show(DescribeNoCommand(doc_.IsConnected())); },
+      keys_(connection_, automations_, doc.Driver(),
+            {.command = [this](KeyCommand command) { OnCommand(command); },
+             .userTypes = [this] { OnUserTypes(); },
+             .mustWait = [this] { return article_.Reading().MustWait(); },
+             .lost = [this](const LostCharacters& lost) { toast_.Show(DescribeLostCharacters(lost)); },
+             .screen = [this]() -> const ScreenSnapshot& { return screen_; },
+             .page = [this]() -> const UnderstoodPage& { return page_; }}),
+      commands_(doc.GetBookmarks(), article_, keys_,
+                {.refused = [this] { toast_.Show(DescribeNoCommand(connection_.IsConnected())); },
                  .pushOn = [this] { push_.Open(); },
                  .giveMoney = [this] { money_.Open(); }}),
       shown_(screen_, page_, frame_.page, composer_, article_),
@@ -62,24 +81,46 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
                           .finished = [this] { edit_.OnSelected(); }}),
       search_(article_, shown_, *this),
       links_(shown_, WebHostsOf(doc.Hosts())),
-      clipboard_(doc, *this,
+      clipboard_({.connection = connection_,
+                  .automations = automations_,
+                  .settings = doc.Fields(),
+                  .hosts = doc.Hosts(),
+                  .window = *this},
                  {.send = [this](std::u16string_view text, Wrap wrap) { keys_.SendText(text, wrap); },
                   .pageKind = [this] { return page_.kind; }}),
-      web_(doc, {.beforeJump = [this] { article_.OnUserKey(); },
-                 .tell = [this](const PanelText& notice) { ShowNotice(notice); }}),
-      edit_({.doc = doc, .text = shown_, .selection = selection_, .clipboard = clipboard_, .web = web_},
+      web_({.connection = connection_,
+            .automations = automations_,
+            .hosts = doc.Hosts(),
+            .opener = doc.WebOpener()},
+           {.beforeJump = [this] { article_.OnUserKey(); },
+            .tell = [this](const PanelText& notice) { ShowNotice(notice); }}),
+      edit_({.settings = settings_,
+             .text = shown_,
+             .selection = selection_,
+             .clipboard = clipboard_,
+             .web = web_},
             {.tell = [this](const QString& words) { toast_.Show(words); },
              .askForNames = [this](const QString& id) { emit NamesRequested(id); }}),
-      nameKeys_(doc),
-      money_(doc, article_, *this),
-      push_(doc, article_, *this),
+      nameKeys_(settings_),
+      money_({.connection = connection_,
+              .automations = automations_,
+              .settings = settings_,
+              .pageFacts = doc.PageReader(),
+              .article = article_,
+              .view = *this}),
+      push_({.connection = connection_,
+             .automations = automations_,
+             .bookmarks = doc.GetBookmarks(),
+             .article = article_,
+             .view = *this}),
       pointer_({.widget = *this,
                 .surface = surface_,
                 .composer = composer_,
                 .article = article_,
                 .selection = selection_,
                 .links = links_,
-                .doc = doc,
+                .connection = connection_,
+                .settings = doc.Fields(),
                 .screen = screen_,
                 .page = page_},
                PointerHandlers()),
@@ -92,12 +133,12 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
   setFocusPolicy(Qt::StrongFocus);
   setContextMenuPolicy(Qt::PreventContextMenu);  // the right button is released for it
   connect(&doc_, &CQuillDoc::StatusChanged, this, &CQuillView::RefreshPanel);
-  connect(&doc_, &CQuillDoc::SettingsChanged, this, &CQuillView::OnSettingsChanged);
-  connect(&doc_, &CQuillDoc::ConnectionBegins, this, [this] {
+  connect(&settings_, &UserSettings::Changed, this, &CQuillView::OnSettingsChanged);
+  connect(&connection_, &Connection::ConnectionBegins, this, [this] {
     keys_.DropWaiting();
     article_.Forget();
   });
-  connect(&stallSign_, &StallSign::clicked, &doc_, &CQuillDoc::Reconnect);
+  connect(&stallSign_, &StallSign::clicked, &connection_, &Connection::Reconnect);
   ConnectLogin();
   ConnectArticle();
   ConnectSideLists();
@@ -126,9 +167,10 @@ void CQuillView::ConnectLogin() {
   connect(&login_, &LoginController::AddressRequested, this,
           [this] { emit CommandRequested(KeyCommand::kConnect); });
   connect(&login_, &LoginController::DemoRequested, this, &CQuillView::DemoRequested);
-  connect(&doc_, &CQuillDoc::JumpEnded, this, [this](const ArticleReference& article, JumpResult result) {
-    ShowNotice(DescribeJump(article, result));
-  });
+  connect(&automations_, &Automations::JumpEnded, this,
+          [this](const ArticleReference& article, JumpResult result) {
+            ShowNotice(DescribeJump(article, result));
+          });
 }
 
 void CQuillView::ConnectArticle() {
@@ -151,12 +193,12 @@ void CQuillView::ConnectArticle() {
   connect(&push_, &PushController::Said, this, [this](const QString& words) { toast_.Show(words); });
   connect(&push_, &PushController::Notice, this, &CQuillView::ShowNotice);
   connect(&money_, &MoneyController::Notice, this, &CQuillView::ShowNotice);
-  connect(&doc_, &CQuillDoc::BookmarkEnded, this,
+  connect(&doc_.GetBookmarks(), &Bookmarks::Ended, this,
           [this](BookmarkEnd end) { toast_.Show(DescribeBookmarkEnd(end), EmbeddedImage::kBookmarkList); });
 }
 
 void CQuillView::ConnectSideLists() {
-  connect(&doc_, &CQuillDoc::ArticleListsChanged, this, [this] {
+  connect(&doc_.GetBookmarks(), &Bookmarks::Changed, this, [this] {
     sideList_.Refresh();
     TellFileProblems();
     RefreshFrame();
@@ -164,7 +206,7 @@ void CQuillView::ConnectSideLists() {
   connect(&sideList_, &SideListView::ArticleChosen, this, [this](const ArticleReference& article) {
     sideList_.Close();
     article_.OnUserKey();
-    if (!doc_.JumpTo(article)) ShowNotice(DescribeNoJump(doc_.IsConnected()));
+    if (!automations_.JumpTo(article)) ShowNotice(DescribeNoJump(connection_.IsConnected()));
   });
   connect(&sideList_, &SideListView::Closed, this, [this] { setFocus(); });
   connect(&sideButtons_, &SideButtons::Clicked, this, &CQuillView::OnSideButton);
@@ -215,7 +257,7 @@ void CQuillView::PlaceOverlays() {
   const Layout& layout = surface_.CurrentLayout();
   const qreal scale = surface_.Scale();
   const qreal unit = layout.rowHeight / scale;
-  const bool work = doc_.Fields().work;
+  const bool work = settings_.Fields().work;
   if (composer_.SetRowsInSight(layout.rowsInSight)) ShowOtherLines();
   login_.Place(unit);
   sideList_.Place(rect(), unit);
@@ -232,7 +274,8 @@ void CQuillView::PlaceSideButtons() {
   const QRect margin(0, qFloor(layout.originY / scale), qMax(0, qFloor(left / scale)), height());
   // The flags of listed ids stand in the margin too, and come first.
   flagsAtTop_ = HasFlagsAtTop(frame_.page);
-  sideButtons_.Place(margin, !doc_.Fields().hideTopLeftIcons && !doc_.Fields().work && !flagsAtTop_);
+  sideButtons_.Place(margin,
+                     !settings_.Fields().hideTopLeftIcons && !settings_.Fields().work && !flagsAtTop_);
 }
 
 void CQuillView::SetLayoutMode(LayoutMode mode) {
@@ -243,7 +286,7 @@ void CQuillView::SetLayoutMode(LayoutMode mode) {
 }
 
 void CQuillView::NoteVersion() {
-  doc_.Set(&Settings::version, QStringLiteral(QUILLET_VERSION).toStdU16String());
+  settings_.Set(&Settings::version, QStringLiteral(QUILLET_VERSION).toStdU16String());
 }
 
 void CQuillView::TellFileProblems() {
@@ -251,11 +294,11 @@ void CQuillView::TellFileProblems() {
 }
 
 void CQuillView::ApplyDisplaySettings() {
-  surface_.ApplySettings(doc_.Display());
-  ime_.ApplySettings(doc_.Display());
+  surface_.ApplySettings(settings_.Display());
+  ime_.ApplySettings(settings_.Display());
   composer_.RefreshRules();
   composer_.MarkKeywords(screen_, page_);
-  background_.SetSource(QString::fromStdU16String(doc_.Fields().backgroundPicture));
+  background_.SetSource(QString::fromStdU16String(settings_.Fields().backgroundPicture));
   ApplyBackground();
   ShowOtherLines();
   sideList_.Refresh();
@@ -265,8 +308,8 @@ void CQuillView::ApplyDisplaySettings() {
 
 void CQuillView::ApplyBackground() {
   surface_.SetBackdrop({.picture = background_.Picture(),
-                        .style = doc_.Fields().backgroundPictureStyle,
-                        .opacityPercent = doc_.Fields().backPicOpacity});
+                        .style = settings_.Fields().backgroundPictureStyle,
+                        .opacityPercent = settings_.Fields().backPicOpacity});
   RefreshFrame();
 }
 
@@ -296,7 +339,7 @@ bool CQuillView::event(QEvent* event) {
 }
 
 void CQuillView::TakeMessages() {
-  MessageTarget::Messages messages = doc_.Messages().Take(doc_.Session().connectionNumber);
+  MessageTarget::Messages messages = doc_.Messages().Take(connection_.Session().connectionNumber);
   if (messages.screen) {
     screen_ = *messages.screen;
     page_ = messages.page;
@@ -304,23 +347,23 @@ void CQuillView::TakeMessages() {
     ++screenCount_;
     if (messages.reason != ScreenReason::kUpdated) keys_.DropWaiting();
     doc_.OnScreen(messages.reason, std::move(messages.seen));
-    if (doc_.IsAutomationBusy()) article_.OnAutomationKey();
+    if (automations_.IsBusy()) article_.OnAutomationKey();
     article_.OnScreen(screen_);
     const std::string keys = composer_.OnScreen(screen_, page_);
-    if (!keys.empty() && !doc_.IsAutomationBusy()) SendBytes(keys);
+    if (!keys.empty() && !automations_.IsBusy()) SendBytes(keys);
     keys_.Flush();
     ShowOtherLines();
     clipboard_.OnScreen();
     UpdateIme(ImeAdapter::Move::kIfChanged);
   }
-  if (messages.bell) doc_.Driver().OnBell(doc_.IsAutomationBusy());
+  if (messages.bell) doc_.Driver().OnBell(automations_.IsBusy());
 }
 
 void CQuillView::Tick() {
   doc_.Driver().Tick();
   doc_.ReviewAnswer();
   RefreshPanel();
-  const bool busy = doc_.IsAutomationBusy() || search_.IsAsking() || panel_.IsActive() || login_.IsOpen() ||
+  const bool busy = automations_.IsBusy() || search_.IsAsking() || panel_.IsActive() || login_.IsOpen() ||
                     ime_.IsComposing() || QApplication::activeModalWidget() != nullptr;
   article_.OnTick(!busy && isVisible());
   keys_.Flush();
@@ -329,11 +372,11 @@ void CQuillView::Tick() {
 void CQuillView::RefreshPanel() {
   const bool wasShown = panel_.IsShown();
   const PanelText before = panel_.Text();
-  panel_.SetSession(DescribeSession(doc_.Facts()));
+  panel_.SetSession(DescribeSession(connection_.Facts()));
   login_.SetCovered(panel_.HasNotice());
-  const Activity activity = doc_.CurrentActivity();
+  const Activity activity = automations_.Current();
   article_.SetHeld(activity == Activity::kAskCode || activity == Activity::kPush);
-  if (badge_.SetText(DescribeActivity(activity, doc_.CurrentProgress())) || !badge_.Text().isEmpty())
+  if (badge_.SetText(DescribeActivity(activity, automations_.Progress())) || !badge_.Text().isEmpty())
     update();
   if (panel_.IsShown() != wasShown || panel_.Text() != before) update();
   timers_.SetAnimating(panel_.IsBusy());
@@ -367,7 +410,7 @@ bool CQuillView::AcceptsComposedText() const {
 
 void CQuillView::RefreshFrame() {
   const bool caret =
-      timers_.CaretOn() && hasFocus() && !login_.IsShown() && !panel_.IsActive() && doc_.IsConnected();
+      timers_.CaretOn() && hasFocus() && !login_.IsShown() && !panel_.IsActive() && connection_.IsConnected();
   ime_.SetEnabled(AcceptsComposedText());
   frame_.blinkOff = timers_.BlinkOff();
   frame_.rightInset = qCeil(kRightInset * surface_.Scale());
@@ -390,7 +433,7 @@ void CQuillView::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   surface_.Paint(painter, event->rect());
   ime_.Paint(painter);
-  const panel_look::Colours& colours = panel_look::ColoursFor(doc_.Fields().work);
+  const panel_look::Colours& colours = panel_look::ColoursFor(settings_.Fields().work);
   badge_.Paint(painter, rect(), unit, colours);
   toast_.Paint(painter, rect(), unit, colours);
   links_.Paint(painter, rect(), unit, colours);

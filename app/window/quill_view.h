@@ -163,6 +163,9 @@ class CQuillView : public QWidget {
   bool AcceptsComposedText() const;
 
   CQuillDoc& doc_;
+  Connection& connection_;
+  Automations& automations_;
+  UserSettings& settings_;
   ScreenSnapshot screen_;
   UnderstoodPage page_;  // what stands on it, marked with the user's keywords
   FrameState frame_;

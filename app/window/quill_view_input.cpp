@@ -22,14 +22,14 @@ WindowState CQuillView::StateForKeys() const {
           .sideListShown = sideList_.Shown().has_value(),
           .selectionShown = selection_.IsShown(),
           .revealShown = composer_.IsRevealing(),
-          .activityRuns = doc_.CurrentActivity() != Activity::kNone,
+          .activityRuns = automations_.Current() != Activity::kNone,
           .articleShown = article_.IsShown(),
           .article = article_.Paging(),
-          .articleOpen = doc_.IsArticleOpen(),
+          .articleOpen = connection_.Seen().articleOpen,
           .commandsOffered = composer_.Offers(ArticleCommand::kBookmark),
           .idUnderPointer = cell && !IdAtCell(cell->y(), cell->x()).empty(),
-          .addBlackHotKey = doc_.Fields().addBlackHotKey,
-          .preventArticleChange = doc_.Fields().preventUpDownChangeArticle,
+          .addBlackHotKey = settings_.Fields().addBlackHotKey,
+          .preventArticleChange = settings_.Fields().preventUpDownChangeArticle,
           .search = search_.Use()};
 }
 
@@ -62,7 +62,7 @@ bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
       ShowOtherLines();
       return true;
     case KeyRoute::kActivity:
-      return doc_.StopActivity();
+      return automations_.Stop();
     case KeyRoute::kNames:
       ChangeName(decision.name, decision.flagColour);
       return true;
@@ -114,7 +114,7 @@ void CQuillView::Search(SearchStep step) {
   if (article_.IsShown())
     search_.Take(step);
   else
-    toast_.Show(DescribeNoCommand(doc_.IsConnected()));
+    toast_.Show(DescribeNoCommand(connection_.IsConnected()));
 }
 
 void CQuillView::PerformArticleCommand(ArticleCommand command) {
@@ -122,13 +122,13 @@ void CQuillView::PerformArticleCommand(ArticleCommand command) {
   if (article_.IsShown() || reading)
     commands_.Perform(command);
   else
-    toast_.Show(DescribeNoCommand(doc_.IsConnected()));
+    toast_.Show(DescribeNoCommand(connection_.IsConnected()));
 }
 
 void CQuillView::PerformPanelAction(PanelAction action) {
   switch (action) {
     case PanelAction::kReconnect:
-      doc_.Reconnect();
+      connection_.Reconnect();
       break;
     case PanelAction::kAskAddress:
       emit CommandRequested(KeyCommand::kConnect);
@@ -137,7 +137,7 @@ void CQuillView::PerformPanelAction(PanelAction action) {
       AskLogin();
       break;
     case PanelAction::kCancel:
-      doc_.Disconnect();
+      connection_.Disconnect();
       break;
     case PanelAction::kDismiss:
       panel_.Dismiss();
@@ -179,8 +179,8 @@ void CQuillView::OnCommand(KeyCommand command) {
 
 void CQuillView::TogglePlaces() {
   if (!RowOf(&Settings::ipToName).Acts()) return toast_.Show(DescribeActsNotYet(u"推文IP轉地理位置"_qs));
-  const bool on = !doc_.Fields().ipToName;
-  doc_.Set(&Settings::ipToName, on);
+  const bool on = !settings_.Fields().ipToName;
+  settings_.Set(&Settings::ipToName, on);
   toast_.Show(on ? u"推文IP轉地理位置：開"_qs : u"推文IP轉地理位置：關"_qs);
 }
 
@@ -283,7 +283,7 @@ void CQuillView::ShowMenuOfPlace(const QPoint& at, const std::optional<QPoint>& 
   const EditTarget target = cell ? TargetAt(*cell) : EditTarget{};
   const ContextFacts facts{.selection = QString::fromStdU16String(selection_.Text()),
                            .target = target,
-                           .connected = doc_.IsConnected(),
+                           .connected = connection_.IsConnected(),
                            .firstEngine = web_.EngineName(SearchEngine::kFirst),
                            .secondEngine = web_.EngineName(SearchEngine::kSecond)};
   // What was selected may have gone while the menu was open.

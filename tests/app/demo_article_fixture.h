@@ -51,10 +51,10 @@ class DemoArticleTest : public WindowTest {
     for (const demo::Board& board : demo::LoadContent(content).boards)
       for (const demo::ArticlePtr& article : board.articles)
         Consider(board, *article);
-    doc->LogIn({.address = QString::fromStdString(demo->Address()), .name = {}, .isBbs = true},
-               MakeLoginOrder({.account = u"reader", .password = u"quillet"}));
-    ASSERT_TRUE(
-        Until([&] { return doc->LoginId() == u"reader" && doc->CurrentActivity() == Activity::kNone; }));
+    doc->GetConnection().Open({.address = QString::fromStdString(demo->Address()), .name = {}, .isBbs = true},
+                              MakeLoginOrder({.account = u"reader", .password = u"quillet"}));
+    ASSERT_TRUE(Until(
+        [&] { return doc->LoginId() == u"reader" && doc->GetAutomations().Current() == Activity::kNone; }));
   }
   void TearDown() override {
     frame.reset();
@@ -93,8 +93,9 @@ class DemoArticleTest : public WindowTest {
 
   void Open(const ArticleReference& article) {
     ASSERT_FALSE(article.code.empty());
-    ASSERT_TRUE(doc->JumpTo(article));
-    ASSERT_TRUE(Until([&] { return Article().IsShown() && doc->CurrentActivity() == Activity::kNone; }));
+    ASSERT_TRUE(doc->GetAutomations().JumpTo(article));
+    ASSERT_TRUE(
+        Until([&] { return Article().IsShown() && doc->GetAutomations().Current() == Activity::kNone; }));
   }
   void OpenWhole(const ArticleReference& article) {
     Open(article);

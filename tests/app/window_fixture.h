@@ -62,6 +62,7 @@ class WindowTest : public WithTables {
                       .folders = {.working = ProgramHome(), .data = home.Path() / "data"},
                       .machineTag = [] { return std::string("TEST-01"); },
                       .clock = [this] { return SteadyMilliseconds() + ahead; }});
+    doc->Load();
     frame = std::make_unique<CMainFrame>(*doc);
     frame->show();
     frame->activateWindow();
@@ -72,10 +73,23 @@ class WindowTest : public WithTables {
 
   CQuillView& View() { return frame->View(); }
 
+  ArticleView::Parts ArticleParts() {
+    return {doc->GetConnection(), doc->GetAutomations(), doc->GetBookmarks(), doc->Store(),
+            doc->PageReader()};
+  }
+
+  // Returns at once.
+  void BeginScript() {
+    doc->GetConnection().Open({.address = "script", .name = {}, .makeTransport = [this] {
+                                 return std::make_unique<ScriptedTransport>(script);
+                               }});
+  }
+  bool Settles() {
+    return Until([&] { return !doc->GetConnection().IsConnecting(); });
+  }
   void OpenScript() {
-    doc->Open({.address = "script", .name = {}, .makeTransport = [this] {
-                 return std::make_unique<ScriptedTransport>(script);
-               }});
+    BeginScript();
+    ASSERT_TRUE(Settles());
   }
 
   static bool Until(const std::function<bool()>& done) { return HandleEventsUntil(done, kPatienceMs); }

@@ -27,13 +27,15 @@ DemoRun::DemoRun(const QString& folder)
             .signaller = signaller_,
             .registry = *places_.registry,
             .opener = opener_,
-            .folders = places_.folders}),
-      frame_(doc_) {
+            .folders = places_.folders}) {
+  doc_.Load();
+  frame_ = std::make_unique<CMainFrame>(doc_);
   complaint_ = QString::fromStdString(demo_.Error());
   if (!IsFine()) return;
-  frame_.show();
+  frame_->show();
   Resize({1280, 720});
-  doc_.Open({.address = QString::fromStdString(demo_.Address()), .name = u"示範站台"_qs, .isBbs = true});
+  doc_.GetConnection().Open(
+      {.address = QString::fromStdString(demo_.Address()), .name = u"示範站台"_qs, .isBbs = true});
 }
 
 void DemoRun::Fail(const QString& complaint) {
@@ -42,7 +44,7 @@ void DemoRun::Fail(const QString& complaint) {
 
 void DemoRun::Resize(QSize view) {
   view_ = view;
-  frame_.SizeForView(view);
+  frame_->SizeForView(view);
   Await(QStringLiteral("the view of %1x%2").arg(view.width()).arg(view.height()),
         [&] { return View().size() == view; });
 }
@@ -78,7 +80,7 @@ void DemoRun::Walk(const std::vector<TourStep>& steps, const QString& prefix) {
   if (prefix.isEmpty())
     for (TourStep& step : walked)
       step.name.clear();
-  const TourResult result = WalkTour(frame_, settings, walked);
+  const TourResult result = WalkTour(*frame_, settings, walked);
   if (!result.ok) Fail(result.message);
 }
 
@@ -105,7 +107,7 @@ void DemoRun::SaveWith(QWidget* over, const QString& name) {
 
 void DemoRun::SaveWindow(const QString& name) {
   QCoreApplication::processEvents();
-  Write(frame_.grab(), name);
+  Write(frame_->grab(), name);
 }
 
 void DemoRun::Write(const QPixmap& picture, const QString& name) {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include <QString>
 
@@ -26,8 +27,8 @@ class DemoRun {
   const QString& Complaint() const { return complaint_; }
   void Fail(const QString& complaint);
 
-  CMainFrame& Frame() { return frame_; }
-  CQuillView& View() { return frame_.View(); }
+  CMainFrame& Frame() { return *frame_; }
+  CQuillView& View() { return frame_->View(); }
   CQuillDoc& Doc() { return doc_; }
   // Of this run only.
   QString ScratchFolder() const { return places_.scratch->path(); }
@@ -68,7 +69,7 @@ class DemoRun {
   WindowSignaller signaller_;
   SystemOpener opener_;
   CQuillDoc doc_;
-  CMainFrame frame_;
+  std::unique_ptr<CMainFrame> frame_;
   QSize view_;
   QString complaint_;
 };

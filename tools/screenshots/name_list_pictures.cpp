@@ -26,7 +26,7 @@ void FillLists(DemoRun& run) {
   SettingsStore& store = run.Doc().Store();
   for (const Listed& listed : kListed)
     store.Names().Set(listed.id, ParseEntryText(listed.entry));
-  run.Doc().ApplySettings();
+  run.Doc().GetSettings().Apply();
 }
 
 void TreatPushes(DemoRun& run, PushTreatment level) {
@@ -73,7 +73,7 @@ void ShootTitles(DemoRun& run) {
   run.Save("names-titles");
   run.Doc().Store().TitleWords() = {u"戒指", u"[送養]"};
   run.Doc().Store().Map().SetTrackLines({u"board=Cats && title=最奇怪", u"title=剪指甲"});
-  run.Doc().ApplySettings();
+  run.Doc().GetSettings().Apply();
   run.Save("names-title-words");
   TreatTitles(run, TitleTreatment::kHideText);
   run.Save("names-titles-hide");

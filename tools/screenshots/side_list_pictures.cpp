@@ -89,8 +89,8 @@ void ShootSideListPictures(DemoRun& run) {
   run.LogIn();
   run.GoToBoard("Cats");
   ShootList(run, ArticleListKind::kTracked, "side-empty");
-  run.Doc().ChangeArticleList(ArticleListKind::kHot, FillHot);
-  run.Doc().ChangeArticleList(ArticleListKind::kBookmarks, FillBookmarks);
+  run.Doc().GetBookmarks().Change(ArticleListKind::kHot, FillHot);
+  run.Doc().GetBookmarks().Change(ArticleListKind::kBookmarks, FillBookmarks);
   ShootCards(run, {});
   run.View().SideList().SetCompact(true);
   ShootCards(run, "-compact");

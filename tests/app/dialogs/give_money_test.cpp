@@ -26,7 +26,8 @@ class GiveMoneyTest : public DemoArticleTest {
   void Number(const QString& name, int value) { Find<QSpinBox>(*Dialog(), name).setValue(value); }
   void Check(const QString& name, bool on) { Find<QCheckBox>(*Dialog(), name).setChecked(on); }
   bool IsOver() {
-    return Until([&] { return View().Panel().HasNotice() && doc->CurrentActivity() == Activity::kNone; });
+    return Until(
+        [&] { return View().Panel().HasNotice() && doc->GetAutomations().Current() == Activity::kNone; });
   }
   std::string Words() {
     const PanelText& notice = View().Panel().Text();
@@ -54,11 +55,11 @@ TEST_F(GiveMoneyTest, WhatTheListShowsIsGivenAndTold) {
   ASSERT_EQ(rows->rowCount(), 3);
   EXPECT_EQ(rows->index(2, 1).data().toString().toStdU16String(), gifts[2].id);
   std::vector<MoneyRunResult> results;
-  QObject::connect(doc.get(), &CQuillDoc::MoneyEnded, &View(),
+  QObject::connect(&doc->GetAutomations(), &Automations::MoneyEnded, &View(),
                    [&](const MoneyRunResult& result) { results.push_back(result); });
   Send().click();
-  EXPECT_EQ(doc->CurrentActivity(), Activity::kGiveMoney);
-  EXPECT_EQ(doc->CurrentProgress().total, 3);
+  EXPECT_EQ(doc->GetAutomations().Current(), Activity::kGiveMoney);
+  EXPECT_EQ(doc->GetAutomations().Progress().total, 3);
   ASSERT_TRUE(IsOver());
   ASSERT_EQ(results.size(), 1u);
   ASSERT_EQ(results[0].gifts.size(), 3u);
@@ -76,9 +77,9 @@ TEST_F(GiveMoneyTest, WhatTheListShowsIsGivenAndTold) {
 
 TEST_F(GiveMoneyTest, NothingCanBeSentBeforeTheArticleIsWhole) {
   doc->Set(&Settings::webArticle, false);
-  ASSERT_TRUE(doc->JumpTo(longest));
-  ASSERT_TRUE(
-      Until([&] { return doc->OpenArticle().IsArticle() && doc->CurrentActivity() == Activity::kNone; }));
+  ASSERT_TRUE(doc->GetAutomations().JumpTo(longest));
+  ASSERT_TRUE(Until(
+      [&] { return doc->OpenArticle().IsArticle() && doc->GetAutomations().Current() == Activity::kNone; }));
   View().PerformArticleCommand(ArticleCommand::kGiveMoney);
   ASSERT_NE(Dialog(), nullptr);
   EXPECT_FALSE(Send().isEnabled());
@@ -157,7 +158,7 @@ TEST_F(GiveMoneyTest, EscapeStopsItAndTellsWhoGotMoney) {
   const int wanted = static_cast<int>(Dialog()->Gifts().size());
   ASSERT_GT(wanted, 10);
   Send().click();
-  ASSERT_TRUE(Until([&] { return doc->CurrentProgress().done >= 2; }));
+  ASSERT_TRUE(Until([&] { return doc->GetAutomations().Progress().done >= 2; }));
   Escape();
   ASSERT_TRUE(IsOver());
   EXPECT_NE(Words().find("您停止了送錢"), std::string::npos) << Words();
@@ -165,7 +166,8 @@ TEST_F(GiveMoneyTest, EscapeStopsItAndTellsWhoGotMoney) {
 }
 
 TEST_F(GiveMoneyTest, WithoutAnArticleOrAConnectionThereIsNothingToAsk) {
-  MoneyController desk(*doc, const_cast<ArticleView&>(Article()), View());
+  MoneyController desk({doc->GetConnection(), doc->GetAutomations(), doc->GetSettings(), doc->PageReader(),
+                        const_cast<ArticleView&>(Article()), View()});
   QString said;
   QObject::connect(&desk, &MoneyController::Notice, &View(),
                    [&said](const PanelText& notice) { said = notice.lines.join('\n'); });
@@ -175,7 +177,7 @@ TEST_F(GiveMoneyTest, WithoutAnArticleOrAConnectionThereIsNothingToAsk) {
   OpenWhole(talkative);
   TypeText("g");
   ASSERT_NE(Dialog(), nullptr) << "by the key that the caption names";
-  doc->Disconnect();
+  doc->GetConnection().Disconnect();
   EXPECT_EQ(Dialog(), nullptr) << "closed with the connection";
   desk.Open();
   EXPECT_EQ(desk.Dialog(), nullptr);

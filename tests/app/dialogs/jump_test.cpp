@@ -35,9 +35,9 @@ TEST_F(JumpTest, ACopiedLinkOpensItsArticle) {
     EXPECT_EQ(Find<QLineEdit>(dialog, "code").text().toStdU16String(), u"#" + target.code);
     dialog.accept();
   });
-  EXPECT_EQ(doc->CurrentActivity(), Activity::kJump);
+  EXPECT_EQ(doc->GetAutomations().Current(), Activity::kJump);
   EXPECT_TRUE(Until([&] { return doc->OpenArticle().board == target.board; }));
-  EXPECT_TRUE(Until([&] { return doc->CurrentActivity() == Activity::kNone; }));
+  EXPECT_TRUE(Until([&] { return doc->GetAutomations().Current() == Activity::kNone; }));
   EXPECT_FALSE(View().Panel().IsActive());
   EXPECT_NE(View().Screen().pageFlags & PF_READ_TOP, 0u);
   const std::u16string author = doc->OpenArticle().author;
@@ -71,7 +71,7 @@ TEST_F(JumpTest, WhatIsNotThereIsTold) {
   fill(QString::fromStdU16String(target.board), QString::fromStdU16String(target.code));
   EXPECT_TRUE(Until([&] { return PanelSays(u"現在不能跳到文章"_qs); })) << "the user is typing";
   Enter();
-  doc->Disconnect();
+  doc->GetConnection().Disconnect();
   frame->JumpToArticle();
   EXPECT_TRUE(PanelSays(u"現在不能跳到文章"_qs));
 }

@@ -19,6 +19,9 @@ class LeaveTest : public DemoArticleTest {
   void Disconnect(const std::vector<Answer>& answers) {
     AnswerDialogs([this] { frame->Disconnect(); }, answers);
   }
+  LeaveQuestion::Parts Parts() {
+    return {doc->GetConnection(), doc->GetAutomations(), doc->GetSettings(), *frame};
+  }
 };
 
 TEST(LeavePlanTest, WhatWouldBeLostIsAskedAboutWhateverTheUserChose) {
@@ -38,7 +41,7 @@ TEST_F(LeaveTest, ClosingAsksAndLogsOutFromWithinAnArticle) {
   EXPECT_TRUE(frame->isVisible());
   EXPECT_TRUE(doc->IsConnected());
   AnswerDialogs([this] { frame->close(); }, {Click("logOut")});
-  EXPECT_EQ(doc->CurrentActivity(), Activity::kLogOut);
+  EXPECT_EQ(doc->GetAutomations().Current(), Activity::kLogOut);
   ASSERT_TRUE(Until([&] { return !frame->isVisible(); }));
   EXPECT_FALSE(doc->IsConnected());
   QCoreApplication::processEvents();
@@ -72,8 +75,8 @@ TEST_F(LeaveTest, AnotherSiteTheDemoAndALoginAskOnceAndNoMoreIfSoWished) {
 }
 
 TEST_F(LeaveTest, ATextThatWouldBeLostIsAskedAboutWithoutALoginToo) {
-  doc->Disconnect();
-  LeaveQuestion question(*doc, *frame, [] { return LeaveFacts{.hasDraft = true}; });
+  doc->GetConnection().Disconnect();
+  LeaveQuestion question(Parts(), [] { return LeaveFacts{.hasDraft = true}; });
   EXPECT_TRUE(question.IsFree(LeaveFor::kOtherSite));
   bool left = false;
   const auto close = [&] { question.Before(LeaveFor::kClosing, [&] { left = true; }); };
@@ -105,11 +108,12 @@ TEST_F(LeaveTest, InTheEditorThereIsNoLogOutAndNoWayToBeAskedNoMore) {
 }
 
 TEST_F(LeaveTest, ConnectingAnewAsksAndGoesOnAfterTheLogOut) {
-  const unsigned first = doc->Session().connectionNumber;
+  const unsigned first = doc->GetConnection().Session().connectionNumber;
   AnswerDialogs([this] { frame->Reconnect(); }, {Click("stay")});
-  EXPECT_EQ(doc->Session().connectionNumber, first);
+  EXPECT_EQ(doc->GetConnection().Session().connectionNumber, first);
   AnswerDialogs([this] { frame->Reconnect(); }, {Click("logOut")});
-  EXPECT_TRUE(Until([&] { return doc->Session().connectionNumber != first && doc->IsConnected(); }));
+  EXPECT_TRUE(
+      Until([&] { return doc->GetConnection().Session().connectionNumber != first && doc->IsConnected(); }));
 }
 
 TEST(LeaveMessagesTest, InDisguiseTheyNameNeitherTheProgramNorTheSite) {
@@ -136,19 +140,19 @@ TEST_F(LeaveTest, ASiteThatDoesNotAnswerIsLeftAllTheSame) {
              stop);
     stop.WaitFor(kPatienceMs);
   });
-  doc->LogIn({.address = QString::fromStdString(server.SiteAddress()), .name = {}},
-             MakeLoginOrder({.account = u"alice", .password = u"wonder"}));
+  doc->GetConnection().Open({.address = QString::fromStdString(server.SiteAddress()), .name = {}},
+                            MakeLoginOrder({.account = u"alice", .password = u"wonder"}));
   ASSERT_TRUE(Until([&] { return doc->LoginId() == u"alice"; }));
   doc->Set(&Settings::leaveMode, LeaveMode::kLogOut);
   LeaveQuestion question(
-      *doc, *frame, [] { return LeaveFacts{}; }, std::chrono::milliseconds(50));
+      Parts(), [] { return LeaveFacts{}; }, std::chrono::milliseconds(50));
   bool left = false;
   question.Before(LeaveFor::kDisconnecting, [&] { left = true; });
   EXPECT_FALSE(left);
   EXPECT_TRUE(Until([&] { return left; }));
-  EXPECT_EQ(doc->CurrentActivity(), Activity::kLogOut) << "it was still waiting";
+  EXPECT_EQ(doc->GetAutomations().Current(), Activity::kLogOut) << "it was still waiting";
   TypeText("x");
-  EXPECT_EQ(doc->CurrentActivity(), Activity::kNone) << "the user stops it";
+  EXPECT_EQ(doc->GetAutomations().Current(), Activity::kNone) << "the user stops it";
 }
 
 }  // namespace

@@ -63,17 +63,18 @@ class LoginTest : public WindowTest {
   }
   void LogInByScript() {
     script = std::make_shared<Script>();
-    doc->LogIn({.address = "script",
-                .name = {},
-                .makeTransport = [this] { return std::make_unique<ScriptedTransport>(script); }},
-               MakeLoginOrder({.account = u"alice", .password = u"wonder"}));
-    ASSERT_EQ(doc->CurrentActivity(), Activity::kLogin);
+    doc->GetConnection().Open(
+        {.address = "script",
+         .name = {},
+         .makeTransport = [this] { return std::make_unique<ScriptedTransport>(script); }},
+        MakeLoginOrder({.account = u"alice", .password = u"wonder"}));
+    ASSERT_TRUE(Until([&] { return doc->GetAutomations().Current() == Activity::kLogin; }));
   }
   bool Shows(const QString& text) {
     return Until([&] { return QString::fromStdU16String(ScreenAsText(View().Screen())).contains(text); });
   }
   bool IsBack() {
-    return Until([&] { return Form() != nullptr && doc->CurrentActivity() == Activity::kNone; });
+    return Until([&] { return Form() != nullptr && doc->GetAutomations().Current() == Activity::kNone; });
   }
   bool IsIn() {
     return Until([&] { return !doc->LoginId().empty(); }) && Shows(u"【主功能表】"_qs);
@@ -162,7 +163,7 @@ TEST_F(LoginTest, APasswordThatCannotBeSealedIsToldBeforeTheLogin) {
   ASSERT_TRUE(Until([&] { return !Complaint().isEmpty(); }));
   EXPECT_TRUE(Complaint().contains(u"不能記住"_qs));
   EXPECT_FALSE(Field<QCheckBox>("rememberPassword").isChecked());
-  EXPECT_EQ(doc->Session().state, kStateIdle) << "the user decides first";
+  EXPECT_EQ(doc->GetConnection().Session().state, kStateIdle) << "the user decides first";
   Enter();
   ASSERT_TRUE(Until([&] { return Complaint().contains(u"不接受"_qs); }));
 }
@@ -202,7 +203,7 @@ TEST_F(LoginTest, WhateverHappensASiteKeepsWhatItsLastSuccessOrUntickingSaid) {
     Enter();
     if (event == kSuccess) {
       ASSERT_TRUE(Until([&] {
-        return doc->IsConnected() && doc->CurrentActivity() == Activity::kNone &&
+        return doc->IsConnected() && doc->GetAutomations().Current() == Activity::kNone &&
                doc->LoginId() == now.account.toStdU16String();
       }));
       kept[host] = now;
@@ -213,7 +214,7 @@ TEST_F(LoginTest, WhateverHappensASiteKeepsWhatItsLastSuccessOrUntickingSaid) {
       Escape();
       ASSERT_TRUE(Until([&] { return Form() == nullptr; }));
     }
-    if (step < 16) doc->Disconnect();
+    if (step < 16) doc->GetConnection().Disconnect();
   }
   const QString last = QString::fromStdU16String(doc->Fields().site);
   Start();
@@ -228,15 +229,17 @@ TEST_F(LoginTest, OnlyASiteThatWasReachedIsProposedAgainAndOffered) {
   StartDemo();
   const QString reached = QString::fromStdString(demo->Address());
   UseSite("telnet://old.example");
-  doc->Open({.address = "telnet://127.0.0.1:1", .name = {}});
+  doc->GetConnection().Open({.address = "telnet://127.0.0.1:1", .name = {}});
+  ASSERT_TRUE(Settles());
   EXPECT_EQ(doc->Fields().site, u"telnet://old.example");
-  EXPECT_TRUE(doc->RecentSites().empty());
-  doc->ChangeMap([](SettingsMap& map) {
+  EXPECT_TRUE(doc->GetSettings().RecentSites().empty());
+  doc->GetSettings().ChangeMap([](SettingsMap& map) {
     NoteSiteUsed(map, u"telnet://older.example", 1);
     NameSite(map, u"older.example", u"老站");
   });
   doc->Account().Remember(u"older.example", u"keeper", u"k-1");
-  doc->Open({.address = reached, .name = {}});
+  doc->GetConnection().Open({.address = reached, .name = {}});
+  ASSERT_TRUE(Settles());
   Start();
   View().AskLogin();
   EXPECT_EQ(Form()->Address(), reached);
@@ -252,7 +255,7 @@ TEST_F(LoginTest, OnlyASiteThatWasReachedIsProposedAgainAndOffered) {
   Field<QPushButton>("removeSite").click();
   ASSERT_TRUE(Until([&] { return Form()->Address() == reached; }));
   EXPECT_EQ(Text("account"), "");
-  EXPECT_EQ(doc->RecentSites().size(), 1U);
+  EXPECT_EQ(doc->GetSettings().RecentSites().size(), 1U);
   EXPECT_EQ(doc->Account().Password(u"older.example"), u"k-1") << "that was not asked for";
 }
 
@@ -277,11 +280,11 @@ TEST_F(LoginTest, TypingOrEscTakesOver) {
   LogInByScript();
   EXPECT_TRUE(Until([&] { return View().Badge().IsShown(); }));
   Escape();
-  EXPECT_EQ(doc->CurrentActivity(), Activity::kNone);
+  EXPECT_EQ(doc->GetAutomations().Current(), Activity::kNone);
   EXPECT_TRUE(Until([&] { return !View().Badge().IsShown(); }));
   LogInByScript();
   TypeText("x");
-  EXPECT_EQ(doc->CurrentActivity(), Activity::kNone);
+  EXPECT_EQ(doc->GetAutomations().Current(), Activity::kNone);
   script->Deliver(kIdPrompt + ToBig5(kIdQuestion));
   ASSERT_TRUE(Shows(u"請輸入代號"_qs));
   TypeText("y");
@@ -303,7 +306,7 @@ TEST_F(LoginTest, ASiteThatTakesNothingHoldsUpNeitherTheUserNorTheClosing) {
   sinceKey.start();
   TypeText("x");
   EXPECT_LT(sinceKey.elapsed(), 2000);
-  EXPECT_EQ(doc->CurrentActivity(), Activity::kNone);
+  EXPECT_EQ(doc->GetAutomations().Current(), Activity::kNone);
   frame->close();
   frame.reset();
   doc.reset();
@@ -315,7 +318,7 @@ TEST_F(LoginTest, AnotherConnectionDuringALoginTakesItsPlace) {
   script = std::make_shared<Script>();
   OpenScript();
   EXPECT_TRUE(doc->IsConnected());
-  EXPECT_EQ(doc->CurrentActivity(), Activity::kNone);
+  EXPECT_EQ(doc->GetAutomations().Current(), Activity::kNone);
   script->Deliver(kIdPrompt + ToBig5(kIdQuestion));
   ASSERT_TRUE(Shows(u"請輸入代號"_qs));
   TypeText("z");
@@ -404,7 +407,7 @@ TEST_F(LoginTest, AConnectionThatIsMadeOtherwiseNeedsNoForm) {
   std::vector<LoginOrder> demos;
   QObject::connect(frame.get(), &CMainFrame::DemoRequested, [&](const LoginOrder& login) {
     demos.push_back(login);
-    OpenScript();
+    BeginScript();
   });
   const auto goToDemo = [&] {
     const std::size_t before = demos.size();
@@ -416,9 +419,10 @@ TEST_F(LoginTest, AConnectionThatIsMadeOtherwiseNeedsNoForm) {
   EXPECT_EQ(demos[0], nullptr);
   EXPECT_EQ(Form(), nullptr);
   EXPECT_EQ(frame->focusWidget(), &View());
+  ASSERT_TRUE(Settles());
   TypeText("x");
   EXPECT_TRUE(Until([&] { return script->Written() == "x"; }));
-  doc->Disconnect();
+  doc->GetConnection().Disconnect();
   // What stands beside the button is for the demo, but not what is remembered for another site.
   UseSite("telnet://other.example");
   doc->Account().Remember(u"other.example", u"keeper", u"k-1");
@@ -453,10 +457,13 @@ TEST_F(LoginTest, AFlatButtonThatHasTheKeyboardIsSeenToHaveIt) {
 TEST_F(LoginTest, TheFormLeadsToTheSiteThatIsConnected) {
   StartDemo();
   UseSite("telnet://elsewhere.example");
-  doc->Open({.address = QString::fromStdString(demo->Address()), .name = "here", .isBbs = true});
+  doc->GetConnection().Open(
+      {.address = QString::fromStdString(demo->Address()), .name = "here", .isBbs = true});
+  ASSERT_TRUE(Settles());
   LogIn("alice", "wonder");
   ASSERT_TRUE(IsIn());
-  EXPECT_TRUE(doc->Session().isBbsSite) << "what is known of the site holds for the login too";
+  EXPECT_TRUE(doc->GetConnection().Session().isBbsSite)
+      << "what is known of the site holds for the login too";
   EXPECT_EQ(doc->Fields().site, u"telnet://elsewhere.example");
 }
 
@@ -466,7 +473,7 @@ TEST_F(LoginTest, ConnectingWithoutALoginTypesNothing) {
   Field<QPushButton>("connectOnly").click();
   ASSERT_TRUE(Shows(u"請輸入代號"_qs));
   EXPECT_EQ(Form(), nullptr);
-  EXPECT_FALSE(doc->Session().autoLogin);
+  EXPECT_FALSE(doc->GetConnection().Session().autoLogin);
   TypeText("alice");
   Enter();
   ASSERT_TRUE(Shows(u"請輸入您的密碼"_qs));

@@ -24,8 +24,9 @@ class PushOnTest : public DemoArticleTest {
  protected:
   void SetUp() override {
     DemoArticleTest::SetUp();
-    article = std::make_unique<ArticleView>(*doc, View());
-    desk = std::make_unique<PushController>(*doc, *article, View());
+    article = std::make_unique<ArticleView>(ArticleParts(), View());
+    desk = std::make_unique<PushController>(PushController::Parts{doc->GetConnection(), doc->GetAutomations(),
+                                                                  doc->GetBookmarks(), *article, View()});
     QObject::connect(desk.get(), &PushController::Said, [this](const QString& words) { said = words; });
     QObject::connect(desk.get(), &PushController::Notice,
                      [this](const PanelText& notice) { noticed = notice; });
@@ -36,9 +37,10 @@ class PushOnTest : public DemoArticleTest {
     DemoArticleTest::TearDown();
   }
   void LogInAs(const std::u16string& id) {
-    doc->LogIn({.address = QString::fromStdString(demo->Address()), .name = {}, .isBbs = true},
-               MakeLoginOrder({.account = id, .password = id}));
-    ASSERT_TRUE(Until([&] { return doc->LoginId() == id && doc->CurrentActivity() == Activity::kNone; }));
+    doc->GetConnection().Open({.address = QString::fromStdString(demo->Address()), .name = {}, .isBbs = true},
+                              MakeLoginOrder({.account = id, .password = id}));
+    ASSERT_TRUE(
+        Until([&] { return doc->LoginId() == id && doc->GetAutomations().Current() == Activity::kNone; }));
   }
 
   PushOnDlg& OpenDialog() {
@@ -58,7 +60,7 @@ class PushOnTest : public DemoArticleTest {
     Field().setPlainText(text);
     StartButton().click();
     ASSERT_EQ(desk->Dialog(), nullptr);
-    ASSERT_EQ(doc->CurrentActivity(), Activity::kPush);
+    ASSERT_EQ(doc->GetAutomations().Current(), Activity::kPush);
   }
   // The words of the last lines by this writer, as the open article shows them.
   QStringList PushesBy(std::u16string_view id) {
@@ -97,10 +99,11 @@ TEST_F(PushOnTest, ATextIsCutAsItIsTypedPushedAndShownInTheArticle) {
   EXPECT_EQ(pieces.topLevelItemCount(), 3);
   EXPECT_TRUE(StartButton().isEnabled());
   PressIn(Field(), Qt::Key_Return, "\r", Qt::ControlModifier);
-  ASSERT_EQ(doc->CurrentActivity(), Activity::kPush);
+  ASSERT_EQ(doc->GetAutomations().Current(), Activity::kPush);
   bool tellsProgress = false;
   ASSERT_TRUE(Until([&] {
-    tellsProgress |= DescribeActivity(doc->CurrentActivity(), doc->CurrentProgress()).contains(u"/3"_qs);
+    tellsProgress |= DescribeActivity(doc->GetAutomations().Current(), doc->GetAutomations().Progress())
+                         .contains(u"/3"_qs);
     return !said.isEmpty();
   })) << noticed.lines.join('\n').toStdString();
   EXPECT_TRUE(tellsProgress);
@@ -143,7 +146,7 @@ TEST_F(PushOnTest, WhatIsTypedIsKeptForItsArticleUntilItIsPushed) {
   OpenDialog();
   EXPECT_EQ(Field().toPlainText(), u"想到一半\n"_qs);
   // The connection is gone: the dialog says so, and stays.
-  doc->Disconnect();
+  doc->GetConnection().Disconnect();
   StartButton().click();
   ASSERT_NE(desk->Dialog(), nullptr);
   EXPECT_EQ(Find<QLabel>(*desk->Dialog(), "complaint").text(), DescribeNoPush(NoPushReason::kNotConnected));
@@ -153,14 +156,14 @@ TEST_F(PushOnTest, AKeyThatStopsItIsTypedNowhereAndTheRestIsInTheDialog) {
   LogInAs(u"hasty");
   OpenWhole(talkative);
   Push(u"一\n二\n三"_qs);
-  ASSERT_TRUE(Until([&] { return doc->CurrentProgress().waitSeconds > 0; }));
-  EXPECT_EQ(doc->CurrentProgress().done, 1);
-  EXPECT_TRUE(DescribeActivity(Activity::kPush, doc->CurrentProgress()).contains(u"站台要求等"_qs));
+  ASSERT_TRUE(Until([&] { return doc->GetAutomations().Progress().waitSeconds > 0; }));
+  EXPECT_EQ(doc->GetAutomations().Progress().done, 1);
+  EXPECT_TRUE(DescribeActivity(Activity::kPush, doc->GetAutomations().Progress()).contains(u"站台要求等"_qs));
   TypeText("q");
-  EXPECT_EQ(doc->CurrentActivity(), Activity::kNone);
+  EXPECT_EQ(doc->GetAutomations().Current(), Activity::kNone);
   EXPECT_EQ(noticed.title, u"推文沒有全部推出"_qs);
   EXPECT_EQ(noticed.lines.value(0), u"共 3 則，已推出 1 則。"_qs);
-  ASSERT_TRUE(Until([&] { return !doc->IsAutomationBusy(); }));
+  ASSERT_TRUE(Until([&] { return !doc->GetAutomations().IsBusy(); }));
   OpenDialog();
   EXPECT_EQ(Field().toPlainText(), u"二\n三"_qs);
   desk->Dialog()->reject();
@@ -180,7 +183,7 @@ TEST_F(PushOnTest, ARefusalIsToldInTheBbssWords) {
   EXPECT_TRUE(noticed.lines.contains(u"站台說：無法推文: 使用者不可發言"_qs))
       << noticed.lines.join('\n').toStdString();
   EXPECT_TRUE(Until([&] { return Article().IsShown(); }));
-  doc->Disconnect();
+  doc->GetConnection().Disconnect();
   desk->Open();
   EXPECT_EQ(desk->Dialog(), nullptr);
   EXPECT_EQ(said, DescribeNoPush(NoPushReason::kNotConnected));
@@ -190,12 +193,12 @@ TEST_F(PushOnTest, APushPutsTheArticleAmongTheBookmarksIfTheUserWantsThat) {
   OpenWhole(talkative);
   Push(u"一"_qs);
   ASSERT_TRUE(Until([&] { return !said.isEmpty(); }));
-  EXPECT_FALSE(doc->IsOpenArticleBookmarked());
+  EXPECT_FALSE(doc->GetBookmarks().HasOpenArticle());
   doc->Set(&Settings::markAfterPush, true);
   said.clear();
   Push(u"二"_qs);
   ASSERT_TRUE(Until([&] { return !said.isEmpty(); }));
-  EXPECT_TRUE(doc->IsOpenArticleBookmarked());
+  EXPECT_TRUE(doc->GetBookmarks().HasOpenArticle());
 }
 
 TEST_F(PushOnTest, TheDialogNamesWhatWillBeLeftOutAndStopsAtTooMuch) {

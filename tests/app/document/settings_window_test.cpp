@@ -117,7 +117,7 @@ TEST_F(SettingsWindowTest, WhatAnotherWindowSavedIsTakenInWithTheKeyboard) {
   QEvent activated(QEvent::ActivationChange);
   QCoreApplication::sendEvent(frame.get(), &activated);
   EXPECT_TRUE(doc->Fields().darkColor);
-  EXPECT_TRUE(doc->Display().darkColor);
+  EXPECT_TRUE(doc->GetSettings().Display().darkColor);
 }
 
 TEST_F(SettingsWindowTest, TheEmbeddedBrowserIsSetUpAndTheVersionNoted) {

@@ -55,7 +55,11 @@ class ClipboardControllerTest : public WindowTest {
     endpoints.values["shortener/host"] = "short.test";
     WindowTest::SetUp();
     desk = std::make_unique<ClipboardController>(
-        *doc, window,
+        ClipboardController::Parts{.connection = doc->GetConnection(),
+                                   .automations = doc->GetAutomations(),
+                                   .settings = doc->Fields(),
+                                   .hosts = doc->Hosts(),
+                                   .window = window},
         ClipboardController::Handlers{.send =
                                           [this](std::u16string_view text, Wrap wrap) {
                                             sent.push_back({std::u16string(text), wrap});
@@ -332,11 +336,11 @@ TEST_F(ClipboardControllerTest, AShortLinkDoesNotComeBetweenTheKeysOfAnAutomatio
   ShowPage(PageKind::kTyping);
   PasteShortLink(u"https://a.example/"_qs);
   ASSERT_TRUE(Until([&] { return !held.isNull(); }));
-  ASSERT_TRUE(doc->JumpTo({.board = u"Test", .code = u"1a2B3c4_"}));
+  ASSERT_TRUE(doc->GetAutomations().JumpTo({.board = u"Test", .code = u"1a2B3c4_"}));
   PictureServer::Answer(*held, "200 OK", {}, answer);
   ASSERT_TRUE(Worked());
   EXPECT_TRUE(sent.empty());
-  EXPECT_EQ(doc->CurrentActivity(), Activity::kJump);
+  EXPECT_EQ(doc->GetAutomations().Current(), Activity::kJump);
   EXPECT_FALSE(said.isEmpty());
 }
 

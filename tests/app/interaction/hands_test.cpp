@@ -149,7 +149,7 @@ TEST_F(HandsTest, TheMenuDoesNotCopyWhatIsNoLongerSelected) {
   Click(At(spot.row, spot.col + 1.5), Qt::NoModifier, Qt::RightButton);
   auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
   ASSERT_TRUE(menu);
-  doc->Session().SendBytes("\x1B[D");
+  doc->GetConnection().Session().SendBytes("\x1B[D");
   ASSERT_TRUE(AtMainMenu());
   for (QAction* item : menu->actions())
     if (item->text().startsWith(u"複製(")) item->trigger();

@@ -39,9 +39,9 @@ class ScreenLines : public PictureLines {
 
 // What the pointer works on, in a widget of its own.
 struct Terminal {
-  Terminal(CQuillDoc& doc, PointerControl::Handlers handlers)
-      : article(doc, widget),
-        composer(doc, article),
+  Terminal(const ArticleView::Parts& parts, PointerControl::Handlers handlers)
+      : article(parts, widget),
+        composer({article, parts.bookmarks, parts.settings, parts.connection.Seen(), parts.pageFacts}),
         selection(lines, {.changed = [] {}, .scrollBy = [](int) {}, .finished = [] {}}),
         links(lines, {}),
         pointer({.widget = widget,
@@ -50,7 +50,8 @@ struct Terminal {
                  .article = article,
                  .selection = selection,
                  .links = links,
-                 .doc = doc,
+                 .connection = parts.connection,
+                 .settings = parts.settings.Fields(),
                  .screen = screen,
                  .page = page},
                 std::move(handlers)) {
@@ -83,14 +84,15 @@ class PointerControlTest : public WindowTest {
   void SetUp() override {
     WindowTest::SetUp();
     terminal = std::make_unique<Terminal>(
-        *doc, PointerControl::Handlers{
-                  .perform = [](ArticleCommand) {},
-                  .open = [this](const TextLink& link) { opened.push_back(link.address); },
-                  .act = [this](const MouseAction& action) { sent.push_back(action.bytes); },
-                  .pastePrimary = [this] { ++pasted; },
-                  .contextMenu = [this](QPoint, std::optional<QPoint> cell) { menus.push_back(cell); },
-                  .changed = [] {},
-                  .targetChanged = [] {}});
+        ArticleParts(),
+        PointerControl::Handlers{
+            .perform = [](ArticleCommand) {},
+            .open = [this](const TextLink& link) { opened.push_back(link.address); },
+            .act = [this](const MouseAction& action) { sent.push_back(action.bytes); },
+            .pastePrimary = [this] { ++pasted; },
+            .contextMenu = [this](QPoint, std::optional<QPoint> cell) { menus.push_back(cell); },
+            .changed = [] {},
+            .targetChanged = [] {}});
     OpenScript();
     ASSERT_TRUE(Until([&] { return doc->IsConnected(); }));
     terminal->Show(List(5));
@@ -277,7 +279,7 @@ TEST_F(PointerControlTest, QuickClicksUpAndDownAllCount) {
 }
 
 TEST_F(PointerControlTest, WithoutAConnectionTextIsSelectedAndNothingSent) {
-  doc->Disconnect();
+  doc->GetConnection().Disconnect();
   ASSERT_TRUE(Until([&] { return !doc->IsConnected(); }));
   EXPECT_FALSE(Click(At(7, 30)));
   Turn(1);

@@ -37,13 +37,8 @@ TEST_F(ArticleViewTest, TheKeysMoveThroughTheWholeArticle) {
 TEST_F(ArticleViewTest, AConnectionThatBeginsKnowsNothingOfTheArticle) {
   OpenWhole(talkative);
   script->NeverConnect();
-  bool wasShown = true;
-  QTimer::singleShot(50, &View(), [&] {
-    wasShown = Article().IsShown() || Lines().Count() > 0 || doc->IsArticleOpen();
-    doc->Disconnect();
-  });
-  OpenScript();
-  EXPECT_FALSE(wasShown);
+  BeginScript();
+  EXPECT_FALSE(Article().IsShown() || Lines().Count() > 0 || doc->GetConnection().Seen().articleOpen);
 }
 
 TEST_F(ArticleViewTest, TheScrollBarMovesItAndFollowsIt) {
@@ -98,7 +93,7 @@ TEST_F(ArticleViewTest, RightOnTheLastPageGoesToTheNextArticleWhereverTheBbsStan
   OpenWhole(talkative);
   const std::u16string title = doc->OpenArticle().title;
   // The BBS's own Page Up, behind the window's back.
-  doc->Session().SendBytes("\x02");
+  doc->GetConnection().Session().SendBytes("\x02");
   ASSERT_TRUE(AtRest(Last() - kPageStep)) << "the view goes where the BBS was sent";
   Press(Qt::Key_Home);
   Press(Qt::Key_End);
@@ -180,7 +175,7 @@ TEST_F(ArticleViewTest, WhoStandsAtTheEndGoesAlongWithNewPushes) {
   ASSERT_TRUE(Until([&] { return Article().LineCount() == before + 1; }));
   ASSERT_TRUE(AtRest(Last()));
   EXPECT_NE(Row(22).find("new"), std::string::npos);
-  EXPECT_TRUE(Until([&] { return doc->IsOpenArticleBookmarked(); })) << "as the user wants it";
+  EXPECT_TRUE(Until([&] { return doc->GetBookmarks().HasOpenArticle(); })) << "as the user wants it";
   ASSERT_EQ(PushWriter(Row(22)), u"reader");
   const QImage coloured = View().grab().toImage();
   doc->Set(&Settings::colorMyId, false);
@@ -221,7 +216,7 @@ TEST_F(ArticleViewTest, ABookmarkAsksTheBbsForTheCodeAndThePageStaysMeanwhile) {
   ASSERT_EQ(doc->OpenArticle().code, u"");
   Press(Qt::Key_PageDown);
   ASSERT_TRUE(AtRest(kPageStep));
-  const auto& bookmarks = doc->Articles().Of(ArticleListKind::kBookmarks).children;
+  const auto& bookmarks = doc->GetBookmarks().List(ArticleListKind::kBookmarks).children;
   bool stayed = true;
   TypeText("m");
   ASSERT_TRUE(Until([&] {
@@ -233,7 +228,7 @@ TEST_F(ArticleViewTest, ABookmarkAsksTheBbsForTheCodeAndThePageStaysMeanwhile) {
   const auto& item = std::get<ArticleItem>(bookmarks.front());
   EXPECT_EQ(item.code, talkative.code);
   EXPECT_EQ(item.board, talkative.board);
-  ASSERT_TRUE(Until([&] { return doc->CurrentActivity() == Activity::kNone; }));
+  ASSERT_TRUE(Until([&] { return doc->GetAutomations().Current() == Activity::kNone; }));
   EXPECT_NE(FromBig5(Row(kBottomRow)).find(u"移除書籤"), std::u16string::npos);
   EXPECT_FALSE(View().LastToast().Text().isEmpty());
 
@@ -386,7 +381,7 @@ TEST_F(ArticleViewTest, ATextIsLookedForInWhatIsShownAndTheBbsKnowsNothingOfIt) 
   TypeText("n");
   EXPECT_TRUE(Until([&] { return marks() > 0; })) << "the same text in the article that is open now";
   TypeText("/");
-  doc->Disconnect();
+  doc->GetConnection().Disconnect();
   EXPECT_TRUE(Until([&] { return !View().Found().IsAsking() && View().hasFocus(); }));
 }
 
@@ -434,7 +429,7 @@ TEST_F(ArticleViewTest, TabShowsDescriptionsAndTwiceWhatIsHidden) {
   const std::u16string id = PushWriter(plain);
   ASSERT_NE(id, u"");
   doc->Store().Names().Set(id, {.description = u"愛吵架"});
-  doc->ApplySettings();
+  doc->GetSettings().Apply();
   EXPECT_NE(Row(22), plain) << "its words are hidden";
   EXPECT_TRUE(View().Frame().page[22].tag.empty());
   Press(Qt::Key_Tab, "\t");

@@ -33,7 +33,7 @@ class SideListViewTest : public WindowTest {
   void StartList() {
     Start();
     window.resize(kWindow);
-    list = new SideListView(*doc, images, &window);
+    list = new SideListView(doc->GetBookmarks(), doc->GetSettings(), images, &window);
     window.show();
     list->Place(window.rect(), kUnit);
   }
@@ -141,7 +141,7 @@ TEST_F(SideListViewTest, ABookmarkIsRemovedFromTheListAsAnotherProgramHasMadeIt)
   list->OnKey(kKeyDelete);
   list->OnKey(kKeyDelete);
   EXPECT_EQ(list->State().count, 0);
-  EXPECT_TRUE(doc->Articles().Of(Kind::kBookmarks).children.empty());
+  EXPECT_TRUE(doc->GetBookmarks().List(Kind::kBookmarks).children.empty());
 }
 
 TEST_F(SideListViewTest, AFolderThatHoldsSomethingIsRemovedAtTheSecondPressOnly) {
@@ -206,7 +206,7 @@ TEST_F(SideListViewTest, TheSameArticleStaysSelectedWhereItIsSeen) {
   for (int i = 0; i < 3; ++i)
     list->OnKey(kKeyPageDown);
   const SideListState before = list->State();
-  doc->ChangeArticleList(Kind::kBookmarks, [](ArticleFolder& root) {
+  doc->GetBookmarks().Change(Kind::kBookmarks, [](ArticleFolder& root) {
     const ArticleFolder::Child another = ArticleItem();
     root.children.insert(root.children.begin(), 2, another);
   });
@@ -267,7 +267,7 @@ TEST_F(SideListViewTest, ItLooksAsTheSettingsSay) {
     QObject::disconnect(link);
     return board;
   };
-  doc->Boards()[u"Zoo"] = 3;
+  doc->GetBookmarks().Boards()[u"Zoo"] = 3;
   list->Refresh();
   EXPECT_EQ(opened(), "Zoo") << "the heavier board";
   doc->Set(&Settings::hotArticleSortMode, HotSortMode::kNewestFirst);

@@ -17,8 +17,8 @@ TEST_F(DemoWindowTest, TheTourFindsEveryPageAndSavesItsPicture) {
                               .seed = 7,
                               .log = {}});
   ASSERT_EQ(demo.Error(), "");
-  doc->Open({.address = QString::fromStdString(demo.Address()), .name = {}, .makeTransport = {}});
-  ASSERT_TRUE(doc->IsConnected());
+  doc->GetConnection().Open(
+      {.address = QString::fromStdString(demo.Address()), .name = {}, .makeTransport = {}});
   const QTemporaryDir folder;
   const TourResult result =
       WalkTour(*frame, {.folder = folder.filePath("new/pictures"), .only = {}, .prefix = {}});
@@ -26,7 +26,7 @@ TEST_F(DemoWindowTest, TheTourFindsEveryPageAndSavesItsPicture) {
   EXPECT_GE(result.pictures.size(), 8);
   for (const QString& file : result.pictures)
     EXPECT_FALSE(QImage(file).isNull()) << file.toStdString();
-  doc->Disconnect();
+  doc->GetConnection().Disconnect();
 }
 
 }  // namespace

@@ -45,8 +45,7 @@ class LoopbackTypingTest : public WindowTest {
  protected:
   void SetUp() override {
     WindowTest::SetUp();
-    doc->Open({.address = server.Address(), .name = {}, .makeTransport = {}});
-    ASSERT_TRUE(doc->IsConnected());
+    doc->GetConnection().Open({.address = server.Address(), .name = {}, .makeTransport = {}});
     ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_EDITOR) != 0; }));
   }
 

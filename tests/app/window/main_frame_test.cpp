@@ -74,7 +74,7 @@ TEST_F(MainFrameTest, MenuItemsFollowTheConnection) {
   EXPECT_TRUE(reconnect->isEnabled());
   EXPECT_EQ(View().Panel().Text().title, u"已離開站台"_qs);
   reconnect->trigger();
-  EXPECT_TRUE(doc->IsConnected());
+  EXPECT_TRUE(Settles() && doc->IsConnected());
 }
 
 TEST_F(MainFrameTest, TheMenuSendsTheControlKeyThatPastingTook) {
@@ -87,7 +87,6 @@ TEST_F(MainFrameTest, TheMenuSendsTheControlKeyThatPastingTook) {
 // there.
 TEST_F(MainFrameTest, EveryShortcutWorksInTheWindowAndInFullScreen) {
   OpenScript();
-  ASSERT_TRUE(Until([&] { return doc->IsConnected(); }));
   for (const bool full : {false, true}) {
     if (full) Strike(Qt::Key_F11, Qt::NoModifier);
     ASSERT_EQ(frame->isFullScreen(), full);
@@ -229,7 +228,7 @@ TEST_F(MainFrameTest, TheAddressDialogAcceptsOnlyWhatCanBeAnAddress) {
 }
 
 TEST_F(MainFrameTest, TheAddressDialogOffersNamesAndRemovesTheSitesUsedBefore) {
-  doc->ChangeMap([](SettingsMap& map) {
+  doc->GetSettings().ChangeMap([](SettingsMap& map) {
     NoteSiteUsed(map, u"telnet://first.example", 1);
     NoteSiteUsed(map, u"telnet://second.example:2323", 2);
   });
@@ -246,8 +245,8 @@ TEST_F(MainFrameTest, TheAddressDialogOffersNamesAndRemovesTheSitesUsedBefore) {
                   Find<QPushButton>(dialog, "removeSite").click();
                   dialog.reject();
                 }});
-  ASSERT_EQ(doc->RecentSites().size(), 1U);
-  EXPECT_EQ(doc->RecentSites().front().name, u"老站");
+  ASSERT_EQ(doc->GetSettings().RecentSites().size(), 1U);
+  EXPECT_EQ(doc->GetSettings().RecentSites().front().name, u"老站");
 }
 
 }  // namespace

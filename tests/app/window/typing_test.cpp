@@ -124,9 +124,9 @@ TEST_F(TypingTest, TheConfirmedLogOutSendsEnterAndThenCloses) {
   script->Deliver("\x1B[23;1H" + ToBig5(u"您確定要離開【 奧拉拉文藝坊 】嗎(Y/N)？[N] y"));
   ASSERT_TRUE(Until([&] { return View().Screen().TextAt(22, 0) != ' '; }));
   Enter();
-  ASSERT_TRUE(Until([&] { return doc->Session().state == kStateClosed; }));
+  ASSERT_TRUE(Until([&] { return doc->GetConnection().Session().state == kStateClosed; }));
   EXPECT_EQ(script->Written(), "\r");
-  EXPECT_EQ(doc->Session().LastEnd().reason, EndReason::kClosedByUser);
+  EXPECT_EQ(doc->GetConnection().Session().LastEnd().reason, EndReason::kClosedByUser);
 }
 
 TEST_F(TypingTest, ABellFlashesAndBeepsUnlessTheUserTypes) {

@@ -1,0 +1,108 @@
+// The connection to a site as the program uses it: opens it, ends it, remembers where it leads and what has
+// been seen on it, and tells whenever that is different. Waits for nothing: an attempt goes on with the
+// screens that the session posts, which the view passes on. The document owns it. User-interface thread.
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include <QObject>
+#include <QString>
+
+#include "app/session/screen_witness.h"
+#include "app/session/session_driver.h"
+#include "app/session/session_facts.h"
+#include "app/session/site.h"
+#include "app/session/wiped_text.h"
+#include "core/term_session.h"
+
+namespace quillet {
+
+class Connection : public QObject {
+  Q_OBJECT
+
+ public:
+  // What the user calls the site of an address; may be empty.
+  using Naming = std::function<QString(const QString& address)>;
+
+  // Both references outlive the object.
+  Connection(TermSession& session, SessionDriver& driver, Naming nameOf);
+
+  // Begins to connect; AttemptEnded follows with `login` (null: none), or LoginDropped when another site is
+  // wanted before that. An attempt that goes on is ended first.
+  void Open(Site site, LoginOrder login = nullptr);
+  // Without a login.
+  void Reconnect() { Open(site_); }
+  // Ends the connection, or asks the attempt to make one to end.
+  void Disconnect();
+  // The user has logged out: the connection will be closed after what was sent last has had time to leave.
+  void DisconnectAfterSending();
+  // The user is on his way out, or not any more: whoever hangs up first meanwhile, he has ended it.
+  void NoteLeaving() { leaving_ = true; }
+  void NoteStaying() { leaving_ = false; }
+
+  bool IsConnecting() const { return connecting_; }
+  // The attempt is over, and has made it.
+  bool IsConnected() const { return !connecting_ && session_.state == kStateConnected; }
+  // There was one, and it has ended.
+  bool IsClosed() const { return !connecting_ && session_.state == kStateClosed; }
+  // The last one given to Open.
+  const Site& CurrentSite() const { return site_; }
+  SessionFacts Facts() const;
+  // Up to the screen that the view took last.
+  const Sightings& Seen() const { return seen_; }
+  // What to send with, and what crosses the threads.
+  TermSession& Session() { return session_; }
+  const TermSession& Session() const { return session_; }
+
+  // A screen with this reason has reached the view, and what has been seen up to it.
+  void OnScreen(ScreenReason reason, Sightings seen);
+  // It is known without a screen who is logged in.
+  void NoteLogin(const std::u16string& id);
+  // Whether something that the user follows is new.
+  void NoteNews(bool news);
+
+ signals:
+  // Before the connection is ended by the user, or replaced: nothing may go on using it.
+  void AboutToEnd();
+  // A connection is about to be made: nothing of the one before counts any more.
+  void ConnectionBegins();
+  // The site was reached, even if it is gone again. Before AttemptEnded.
+  void SiteReached();
+  // Connected or not.
+  void AttemptEnded(const LoginOrder& login);
+  // The user wants another site than the one that this was for.
+  void LoginDropped(const LoginOrder& login);
+  // State, status or title are different from before.
+  void StatusChanged();
+  // The user has pushed the article.
+  void PushSeen(const ArticleInfo& article);
+
+ private:
+  struct Attempt {
+    Site site;
+    LoginOrder login;
+  };
+  void Begin(Attempt attempt);
+  // Whatever belongs to one connection and not to the next.
+  void Reset();
+  void StartConnect(bool autoLogin);
+  void StopAttempt();
+  // Goes on when the attempt has ended.
+  void Review();
+  bool WasMade() const;
+  void NoteStatus();
+
+  TermSession& session_;
+  SessionDriver& driver_;
+  const Naming nameOf_;
+  Site site_;
+  LoginOrder login_;             // of the attempt that goes on; null: none
+  std::optional<Attempt> next_;  // once that has ended
+  Sightings seen_;
+  bool connecting_ = false;
+  bool stopping_ = false;  // the attempt has been told to end
+  bool leaving_ = false;
+};
+
+}  // namespace quillet
