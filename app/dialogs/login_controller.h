@@ -9,10 +9,11 @@
 #include "app/dialogs/leave_question.h"
 #include "app/dialogs/login_form.h"
 #include "app/document/quill_doc.h"
+#include "app/overlay/overlay.h"
 
 namespace quillet {
 
-class LoginController : public QObject {
+class LoginController : public QObject, public Overlay {
   Q_OBJECT
 
  public:
@@ -31,8 +32,11 @@ class LoginController : public QObject {
 
   // A notice lies before the form until it is dismissed.
   void SetCovered(bool covered);
-  // The view's size or the height of its rows, in widget units, is another.
-  void Place(double unit);
+  void Place(const OverlayPlace& place) override;
+  bool KeepsMouse() const override { return IsShown(); }
+  // The terminal around the form is dimmed.
+  QRectF Bounds(const OverlayPlace& place) const override;
+  void Paint(QPainter& painter, const OverlayPlace& place) override;
 
  signals:
   // It was opened, closed, covered or uncovered.
