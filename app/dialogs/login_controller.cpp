@@ -116,9 +116,17 @@ void LoginController::SetCovered(bool covered) {
   emit Changed();
 }
 
-void LoginController::Place(double unit) {
-  unit_ = unit;
-  if (form_) form_->Place(unit);
+void LoginController::Place(const OverlayPlace& place) {
+  unit_ = place.unit;
+  if (form_) form_->Place(unit_);
+}
+
+QRectF LoginController::Bounds(const OverlayPlace& place) const {
+  return IsShown() ? QRectF(place.area) : QRectF();
+}
+
+void LoginController::Paint(QPainter& painter, const OverlayPlace& place) {
+  painter.fillRect(place.area, place.Colours().calmScrim);
 }
 
 // ---- What the user keeps

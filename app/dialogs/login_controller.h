@@ -9,13 +9,14 @@
 #include "app/dialogs/leave_question.h"
 #include "app/dialogs/login_form.h"
 #include "app/document/user_settings.h"
+#include "app/overlay/overlay.h"
 #include "app/session/automations.h"
 #include "app/session/connection.h"
 #include "settings/account_store.h"
 
 namespace quillet {
 
-class LoginController : public QObject {
+class LoginController : public QObject, public Overlay {
   Q_OBJECT
 
  public:
@@ -43,8 +44,11 @@ class LoginController : public QObject {
 
   // A notice lies before the form until it is dismissed.
   void SetCovered(bool covered);
-  // The view's size or the height of its rows, in widget units, is another.
-  void Place(double unit);
+  void Place(const OverlayPlace& place) override;
+  bool KeepsMouse() const override { return IsShown(); }
+  // The terminal around the form is dimmed.
+  QRectF Bounds(const OverlayPlace& place) const override;
+  void Paint(QPainter& painter, const OverlayPlace& place) override;
 
  signals:
   // It was opened, closed, covered or uncovered.

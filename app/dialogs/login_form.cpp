@@ -330,7 +330,7 @@ void LoginForm::Place(double unit) {
     letters.setPixelSize(qRound(size));
     setFont(letters);
     QFont large = letters;
-    large.setPixelSize(qRound(size * 1.3));
+    large.setPixelSize(qRound(size * panel_look::kTitleSize));
     large.setWeight(QFont::DemiBold);
     title_->setFont(large);
     letters.setWeight(QFont::DemiBold);
@@ -339,7 +339,7 @@ void LoginForm::Place(double unit) {
     const int indent = qRound(size * 0.25);
     for (QLineEdit* field : {account_, password_})
       field->setTextMargins(indent, 0, indent, 0);
-    const int padding = qRound(size * 1.5);
+    const int padding = qRound(size * panel_look::kPanelPadding);
     layout()->setContentsMargins(padding, padding, padding, padding);
     layout()->setSpacing(qRound(size * 0.6));
     // The rows within it still go by the controls' sizes before.
@@ -365,12 +365,12 @@ void LoginForm::Place(double unit) {
 
 void LoginForm::paintEvent(QPaintEvent* /*event*/) {
   const double size = panel_look::TextSize(unit_);
-  const double padding = qRound(size * 1.5);
+  const double padding = qRound(size * panel_look::kPanelPadding);
   const panel_look::Colours& panel = colours_->panel;
   QPainter painter(this);
   panel_look::PaintBox(painter, rect(), size, panel.border, panel.fill);
   const bool problem = !complaint_->text().isEmpty();
-  painter.fillRect(QRectF(padding * 0.5, padding, qRound(size * 0.18), accentHeight_),
+  painter.fillRect(QRectF(padding * 0.5, padding, qRound(size * panel_look::kMarkWidth), accentHeight_),
                    problem ? panel.problem : panel.busy);
 }
 

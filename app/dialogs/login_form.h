@@ -49,7 +49,7 @@ class LoginForm : public QWidget {
     LoginEntry entry;
     LoginComplaint complaint;
   };
-  // In the usual colours; Wear changes them.
+  // In the usual colours; SetColours changes them.
   LoginForm(const Contents& contents, QWidget* parent);
 
   // Lays itself over the middle of its parent; `unit` is the height of the terminal's rows there, in widget

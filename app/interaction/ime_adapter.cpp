@@ -116,13 +116,17 @@ QRect ImeAdapter::Box() const {
 }
 
 void ImeAdapter::UpdateBox() {
-  if (!IsComposing()) return;
-  const QRectF box = Box();
-  const qreal scale = surface_.Scale();
-  widget_.update(QRectF(box.topLeft() / scale, box.size() / scale).toAlignedRect());
+  widget_.update(Bounds({}).toAlignedRect());
 }
 
-void ImeAdapter::Paint(QPainter& painter) {
+QRectF ImeAdapter::Bounds(const OverlayPlace& /*place*/) const {
+  if (!IsComposing()) return {};
+  const QRectF box = Box();
+  const qreal scale = surface_.Scale();
+  return {box.topLeft() / scale, box.size() / scale};
+}
+
+void ImeAdapter::Paint(QPainter& painter, const OverlayPlace& /*place*/) {
   if (!IsComposing()) return;
   const QRect box = Box();
   const Layout& layout = surface_.CurrentLayout();

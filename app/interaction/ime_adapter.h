@@ -7,17 +7,17 @@
 
 #include <QFont>
 #include <QInputMethodEvent>
-#include <QPainter>
 #include <QString>
 #include <QVariant>
 
+#include "app/overlay/overlay.h"
 #include "app/page/frame_surface.h"
 #include "render/ime_placement.h"
 #include "render/paint/composition_painter.h"
 
 namespace quillet {
 
-class ImeAdapter {
+class ImeAdapter : public Overlay {
  public:
   ImeAdapter(QWidget& widget, const FrameSurface& surface) : widget_(widget), surface_(surface) {}
 
@@ -42,7 +42,8 @@ class ImeAdapter {
   const QString& Preedit() const { return composition_.text; }
   // Where the composition is drawn, in device pixels; empty when there is none.
   QRect Box() const;
-  void Paint(QPainter& painter);
+  QRectF Bounds(const OverlayPlace& place) const override;
+  void Paint(QPainter& painter, const OverlayPlace& place) override;
 
  private:
   CompositionFit Fit() const;

@@ -81,25 +81,34 @@ void LinkHover::Decorate(Page& page) const {
     cells[static_cast<std::size_t>(col)].style |= CS_UNDERLINE;
 }
 
-void LinkHover::Paint(QPainter& painter, const QRectF& area, qreal unit,
-                      const panel_look::Colours& colours) const {
-  if (!current_) return;
-  const qreal size = std::round(panel_look::TextSize(unit) * kTargetTextSize);
-  painter.save();
-  QFont font = painter.font();
-  font.setPixelSize(static_cast<int>(size));
-  painter.setFont(font);
+QRectF LinkHover::Bounds(const OverlayPlace& place) const {
+  return current_ ? LabelAt(place, *current_).box : QRectF();
+}
+
+LinkHover::Label LinkHover::LabelAt(const OverlayPlace& place, const TextLink& link) const {
+  const double letter = std::round(panel_look::TextSize(place.unit) * kTargetTextSize);
+  const QFont font = panel_look::Sized(place.font, letter);
   const QFontMetricsF metrics(font);
-  const qreal padding = kTargetPadding * size;
+  const double padding = kTargetPadding * letter;
+  const QRectF area = place.area;
   const QString text =
-      metrics.elidedText(TargetOf(*current_), Qt::ElideMiddle, area.width() * kWidest - 2 * padding);
+      metrics.elidedText(TargetOf(link), Qt::ElideMiddle, area.width() * kWidest - 2 * padding);
   const QSizeF extent(std::ceil(metrics.horizontalAdvance(text) + 2 * padding),
-                      std::ceil(size * kTargetHeight));
-  const QRectF box = PlaceLabel(area, extent, kMargin * size, row_ >= kRows - kRowsBelow);
-  panel_look::PaintBox(painter, box, size, colours.border, colours.fill);
+                      std::ceil(letter * kTargetHeight));
+  const QRectF box = PlaceLabel(area, extent, kMargin * letter, row_ >= kRows - kRowsBelow);
+  return {.font = font, .letter = letter, .text = text, .box = box};
+}
+
+void LinkHover::Paint(QPainter& painter, const OverlayPlace& place) {
+  if (!current_) return;
+  const Label label = LabelAt(place, *current_);
+  const panel_look::Colours& colours = place.Colours();
+  painter.save();
+  painter.setFont(label.font);
+  panel_look::PaintBox(painter, label.box, label.letter, colours.border, colours.fill);
   painter.setPen(colours.line);
-  painter.drawText(box.adjusted(padding, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                   text);
+  painter.drawText(label.box.adjusted(kTargetPadding * label.letter, 0, 0, 0),
+                   Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, label.text);
   painter.restore();
 }
 

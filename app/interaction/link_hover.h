@@ -5,19 +5,17 @@
 #include <optional>
 #include <vector>
 
-#include <QPainter>
 #include <QPoint>
-#include <QRectF>
 #include <QString>
 
-#include "app/overlay/panel_look.h"
+#include "app/overlay/overlay.h"
 #include "app/page/picture_lines.h"
 #include "input/text_link.h"
 #include "render/page_row.h"
 
 namespace quillet {
 
-class LinkHover {
+class LinkHover : public Overlay {
  public:
   // `text` outlives the object.
   LinkHover(const PictureLines& text, WebHosts hosts);
@@ -34,13 +32,22 @@ class LinkHover {
 
   // Underlines the current link.
   void Decorate(Page& page) const;
-  // Where it leads, over the lower edge of `area`, which the picture fills; away from the link. Nothing while
-  // there is none. `unit` is the height of a text row, in the painter's units.
-  void Paint(QPainter& painter, const QRectF& area, qreal unit, const panel_look::Colours& colours) const;
+  // Where it leads is told over the lower edge of the picture, away from the link. Nothing while there is
+  // none.
+  QRectF Bounds(const OverlayPlace& place) const override;
+  void Paint(QPainter& painter, const OverlayPlace& place) override;
   // For people: the article, or the very address that will be opened.
   static QString TargetOf(const TextLink& link);
 
  private:
+  // What is told of it, and where.
+  struct Label {
+    QFont font;
+    double letter;  // the size of the letters
+    QString text;
+    QRectF box;
+  };
+  Label LabelAt(const OverlayPlace& place, const TextLink& link) const;
   std::vector<TextLink> LinksIn(int row) const;
 
   const PictureLines& text_;

@@ -34,8 +34,8 @@ class SearchController : public QObject {
   void OnOtherKey() { walks_ = false; }
   // The picture may show other lines.
   void OnLines();
-  // As SearchBar::Place.
-  void Place(double top, double unit, const LoginFormColours& colours) { bar_.Place(top, unit, colours); }
+  // The field.
+  Overlay& Bar() { return bar_; }
 
   // Lays the hits over the page.
   void Decorate(Page& page) const;

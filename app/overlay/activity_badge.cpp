@@ -9,13 +9,13 @@ namespace {
 
 constexpr qint64 kDelayMs = 300;
 
-// Of the panel's letters.
-constexpr double kBadgeTextSize = 0.9;
 // In the badge's letters.
-constexpr double kBadgeHeight = 1.9;
-constexpr double kBadgePadding = 0.9;
 constexpr double kTextLeft = 1.5;
 constexpr double kDotRadius = 0.22;
+
+double LetterOf(const OverlayPlace& place) {
+  return panel_look::TextSize(place.unit) * panel_look::kSignTextSize;
+}
 
 }  // namespace
 
@@ -30,26 +30,32 @@ bool ActivityBadge::IsShown() const {
   return !text_.isEmpty() && since_.elapsed() >= kDelayMs;
 }
 
-void ActivityBadge::Paint(QPainter& painter, const QRectF& area, qreal unit,
-                          const panel_look::Colours& colours) const {
-  if (!IsShown()) return;
-  const qreal size = panel_look::TextSize(unit) * kBadgeTextSize;
+QRectF ActivityBadge::Bounds(const OverlayPlace& place) const {
+  if (!IsShown()) return {};
+  const double letter = LetterOf(place);
+  const QFontMetricsF metrics(panel_look::Sized(place.font, letter));
+  QRectF badge(0, 0,
+               std::ceil(metrics.horizontalAdvance(text_)) + (kTextLeft + panel_look::kSignPadding) * letter,
+               std::ceil(letter * panel_look::kSignHeight));
+  const double fromCorner = std::round(letter * panel_look::kFromCorner);
+  badge.moveTopRight(QRectF(place.area).topRight() + QPointF(-fromCorner, fromCorner));
+  return badge;
+}
+
+void ActivityBadge::Paint(QPainter& painter, const OverlayPlace& place) {
+  const QRectF badge = Bounds(place);
+  if (badge.isEmpty()) return;
+  const double letter = LetterOf(place);
+  const panel_look::Colours& colours = place.Colours();
   painter.save();
-  QFont font = painter.font();
-  font.setPixelSize(qRound(size));
-  painter.setFont(font);
-  const QFontMetricsF metrics(font);
-  QRectF badge(0, 0, std::ceil(metrics.horizontalAdvance(text_)) + (kTextLeft + kBadgePadding) * size,
-               std::ceil(size * kBadgeHeight));
-  badge.moveTopRight(area.topRight() + QPointF(-std::round(size * panel_look::kFromCorner),
-                                               std::round(size * panel_look::kFromCorner)));
-  panel_look::PaintBox(painter, badge, size, colours.border, colours.fill);
+  painter.setFont(panel_look::Sized(place.font, letter));
+  panel_look::PaintBox(painter, badge, letter, colours.border, colours.fill);
   painter.setPen(Qt::NoPen);
   painter.setBrush(colours.busy);
-  painter.drawEllipse(QPointF(badge.left() + size * kBadgePadding, badge.center().y()), size * kDotRadius,
-                      size * kDotRadius);
+  painter.drawEllipse(QPointF(badge.left() + letter * panel_look::kSignPadding, badge.center().y()),
+                      letter * kDotRadius, letter * kDotRadius);
   painter.setPen(colours.line);
-  painter.drawText(badge.adjusted(size * kTextLeft, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, text_);
+  painter.drawText(badge.adjusted(letter * kTextLeft, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, text_);
   painter.restore();
 }
 

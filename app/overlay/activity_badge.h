@@ -3,15 +3,13 @@
 #pragma once
 
 #include <QElapsedTimer>
-#include <QPainter>
-#include <QRectF>
 #include <QString>
 
-#include "app/overlay/panel_look.h"
+#include "app/overlay/overlay.h"
 
 namespace quillet {
 
-class ActivityBadge {
+class ActivityBadge : public Overlay {
  public:
   // Empty: nothing goes on. Returns whether it is another text than before.
   bool SetText(const QString& text);
@@ -19,8 +17,8 @@ class ActivityBadge {
   // After a moment only: what is done at once needs no sign.
   bool IsShown() const;
 
-  // `area` is the whole client area, `unit` the height of its text rows, both in the painter's units.
-  void Paint(QPainter& painter, const QRectF& area, qreal unit, const panel_look::Colours& colours) const;
+  QRectF Bounds(const OverlayPlace& place) const override;
+  void Paint(QPainter& painter, const OverlayPlace& place) override;
 
  private:
   QString text_;

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include <QColor>
+#include <QFont>
 #include <QPainter>
 #include <QRectF>
 
@@ -19,8 +20,18 @@ inline constexpr QColor kTitle(0xF2, 0xF4, 0xF7);
 inline constexpr QColor kLine(0xC6, 0xCD, 0xD8);
 inline constexpr QColor kHint(0x9D, 0xA8, 0xB8);
 
-// How far a badge or sign stands from the corner of the terminal, in its own letters.
+// A badge or sign: its letters, of the panel's; and in these letters how high it is, how far its text stands
+// from its edges, and how far it stands itself from the corner of the terminal.
+inline constexpr double kSignTextSize = 0.9;
+inline constexpr double kSignHeight = 1.9;
+inline constexpr double kSignPadding = 0.9;
 inline constexpr double kFromCorner = 0.6;
+
+// A panel: its title, of its letters; and in these letters the room around what it says, and how wide the
+// mark at the title's side is.
+inline constexpr double kTitleSize = 1.3;
+inline constexpr double kPanelPadding = 1.5;
+inline constexpr double kMarkWidth = 0.18;
 
 inline constexpr QColor kCalm(0x7F, 0x8C, 0x9F);
 inline constexpr QColor kBusy(0x5A, 0xB0, 0xD6);
@@ -69,6 +80,9 @@ constexpr const Colours& ColoursFor(bool work) {
 inline double TextSize(double unit) {
   return std::clamp(unit * 0.56, 13.0, 40.0);
 }
+
+// The same letters in another size, in widget units; at least 1.
+QFont Sized(QFont font, double pixels);
 
 // The ground of what lies over the terminal: a box with round corners, its edge one unit wide and within it.
 // `letter` is the size of its letters. Leaves the painter's pen and brush set.

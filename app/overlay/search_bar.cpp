@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include <QFocusEvent>
 #include <QHBoxLayout>
@@ -80,34 +81,38 @@ void SearchBar::Tell(const QString& tally, bool found) {
   tally_->setPalette(palette);
 }
 
-void SearchBar::Place(double top, double unit, const LoginFormColours& colours) {
+void SearchBar::Place(const OverlayPlace& place) {
+  const double letter = std::round(panel_look::TextSize(place.unit));
+  const LoginFormColours& colours = LoginFormColoursFor(place.work);
+  if (std::exchange(letter_, letter) != letter || colours_ != &colours) SetLook(place.font, colours);
+  const auto height = std::max({static_cast<int>(std::ceil(letter * kHeight)),
+                                static_cast<int>(std::ceil(place.unit)), layout()->minimumSize().height()});
+  const int free = place.area.height() - height;
+  const int top = std::max(0, std::min(static_cast<int>(std::floor(place.footTop)), free));
+  setGeometry(0, top, place.area.width(), height);
+}
+
+void SearchBar::SetLook(const QFont& font, const LoginFormColours& colours) {
   colours_ = &colours;
-  const double size = std::round(panel_look::TextSize(unit));
-  const auto gap = static_cast<int>(size * kGap);
-  QFont font = parentWidget()->font();
-  font.setPixelSize(static_cast<int>(size));
+  const QFont letters = panel_look::Sized(font, letter_);
+  const auto gap = static_cast<int>(letter_ * kGap);
   setPalette(LoginFormPalette(colours));
   for (QWidget* const part : std::initializer_list<QWidget*>{label_, field_, previous_, next_, tally_}) {
-    part->setFont(font);
-    StyleLoginControl(*part, size, colours);
+    part->setFont(letters);
+    StyleLoginControl(*part, letter_, colours);
     part->setPalette(LoginFormPalette(colours));
   }
-  field_->setMaximumWidth(static_cast<int>(size * kWidestField));
+  field_->setMaximumWidth(static_cast<int>(letter_ * kWidestField));
   for (QPushButton* const button : {previous_, next_})
-    button->setFixedWidth(static_cast<int>(size * kHeight));
+    button->setFixedWidth(static_cast<int>(letter_ * kHeight));
   layout()->setContentsMargins(gap, 1, gap, 1);
   layout()->setSpacing(gap);
-  const QRect area = parentWidget()->rect();
-  const auto height = std::max({static_cast<int>(std::ceil(size * kHeight)),
-                                static_cast<int>(std::ceil(unit)), layout()->minimumSize().height()});
-  const int free = area.height() - height;
-  setGeometry(0, std::max(0, std::min(static_cast<int>(std::floor(top)), free)), area.width(), height);
 }
 
 // ---- Keys
 
 bool SearchBar::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::KeyPress) return OnKey(*static_cast<QKeyEvent*>(event));
+  if (event->type() == QEvent::KeyPress) return OnFieldKey(*static_cast<QKeyEvent*>(event));
   if (event->type() == QEvent::FocusOut && open_) {
     const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
     const bool stays = reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason ||
@@ -117,7 +122,7 @@ bool SearchBar::eventFilter(QObject* watched, QEvent* event) {
   return QWidget::eventFilter(watched, event);
 }
 
-bool SearchBar::OnKey(const QKeyEvent& event) {
+bool SearchBar::OnFieldKey(const QKeyEvent& event) {
   const bool back = event.modifiers().testFlag(Qt::ShiftModifier);
   switch (event.key()) {
     case Qt::Key_Return:

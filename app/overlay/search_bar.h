@@ -9,11 +9,11 @@
 #include <QWidget>
 
 #include "app/overlay/form_style.h"
-#include "input/pre_translation.h"
+#include "app/overlay/overlay.h"
 
 namespace quillet {
 
-class SearchBar : public QWidget {
+class SearchBar : public QWidget, public Overlay {
   Q_OBJECT
 
  public:
@@ -26,9 +26,8 @@ class SearchBar : public QWidget {
   bool IsOpen() const { return open_; }
   // `found`: not that there is nothing.
   void Tell(const QString& tally, bool found);
-  // Over the row whose top edge is at `top`, as high as its letters need, no lower than the parent's edge.
-  // `unit` is the height of the terminal's rows; both in widget units.
-  void Place(double top, double unit, const LoginFormColours& colours);
+  // Over the bottom row, as high as its letters need, no lower than the parent's edge.
+  void Place(const OverlayPlace& place) override;
 
  signals:
   void TextChanged(const QString& text);
@@ -47,9 +46,11 @@ class SearchBar : public QWidget {
   bool focusNextPrevChild(bool next) override;
 
  private:
-  bool OnKey(const QKeyEvent& event);
+  void SetLook(const QFont& font, const LoginFormColours& colours);
+  bool OnFieldKey(const QKeyEvent& event);
 
   bool open_ = false;
+  double letter_ = 0;  // the size of the letters, in widget units
   const LoginFormColours* colours_;
   QLabel* label_;
   QLineEdit* field_;

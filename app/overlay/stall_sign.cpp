@@ -8,15 +8,8 @@
 #include "app/messages/session_messages.h"
 
 namespace quillet {
-namespace {
 
-// Of the panel's letters.
-constexpr double kSignTextSize = 0.9;
-// In the sign's letters.
-constexpr double kSignHeight = 1.9;
-constexpr double kSignPadding = 0.9;
-
-}  // namespace
+using panel_look::kSignPadding;
 
 StallSign::StallSign(QWidget* parent) : QAbstractButton(parent) {
   setFocusPolicy(Qt::NoFocus);
@@ -33,12 +26,10 @@ void StallSign::Tell(AnswerWait::State state) {
   setVisible(state != AnswerWait::State::kNone);
 }
 
-void StallSign::Place(const QRect& area, qreal unit, const panel_look::Colours& colours) {
-  area_ = area;
-  colours_ = colours;
-  QFont letters = font();
-  letters.setPixelSize(qRound(panel_look::TextSize(unit) * kSignTextSize));
-  setFont(letters);
+void StallSign::Place(const OverlayPlace& place) {
+  area_ = place.area;
+  colours_ = place.Colours();
+  setFont(panel_look::Sized(font(), panel_look::TextSize(place.unit) * panel_look::kSignTextSize));
   Arrange();
 }
 
@@ -46,7 +37,7 @@ void StallSign::Arrange() {
   const int letter = font().pixelSize();
   const int from = qRound(letter * panel_look::kFromCorner);
   const int wanted = fontMetrics().horizontalAdvance(text()) + qRound(2 * kSignPadding * letter);
-  QRect place(0, 0, qMin(wanted, area_.width() - 2 * from), qRound(letter * kSignHeight));
+  QRect place(0, 0, qMin(wanted, area_.width() - 2 * from), qRound(letter * panel_look::kSignHeight));
   place.moveTopRight(area_.topRight() + QPoint(-from, from));
   setGeometry(place);
   update();

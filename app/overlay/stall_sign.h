@@ -5,18 +5,18 @@
 
 #include <QAbstractButton>
 
-#include "app/overlay/panel_look.h"
+#include "app/overlay/overlay.h"
 #include "bbs/answer_wait.h"
 
 namespace quillet {
 
-class StallSign : public QAbstractButton {
+class StallSign : public QAbstractButton, public Overlay {
  public:
   explicit StallSign(QWidget* parent);
 
   void Tell(AnswerWait::State state);
-  // Goes into the right upper corner of `area`; `unit` is the height of a text row, both in widget units.
-  void Place(const QRect& area, qreal unit, const panel_look::Colours& colours);
+  // In the right upper corner.
+  void Place(const OverlayPlace& place) override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;

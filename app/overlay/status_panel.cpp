@@ -8,6 +8,8 @@
 
 #include <QFontMetricsF>
 
+#include "input/key_control.h"
+
 namespace quillet {
 namespace {
 
@@ -16,17 +18,14 @@ constexpr qint64 kBusyDelayMs = 200;
 using panel_look::Colours;
 
 // Of the panel's letters.
-constexpr qreal kTitleSize = 1.3;
 constexpr qreal kHintSize = 0.9;
 // In the panel's letters.
-constexpr qreal kPadding = 1.5;
 constexpr qreal kFirstLineGap = 0.7;
 constexpr qreal kLineGap = 0.35;
 constexpr qreal kHintGap = 1.1;
 constexpr qreal kNarrowest = 15;
 constexpr qreal kWidest = 34;
 constexpr qreal kLeastText = 8;  // even where the window is narrower
-constexpr qreal kMark = 0.18;
 constexpr qreal kDotStep = 0.62;
 constexpr qreal kWaitingDotRadius = 0.15;
 constexpr qreal kDotsGap = 0.6;
@@ -57,25 +56,25 @@ struct Block {
 
 constexpr int kWrap = Qt::TextWordWrap | Qt::TextWrapAnywhere | Qt::AlignLeft | Qt::AlignTop;
 
-QFont Sized(const QFont& base, qreal pixels, QFont::Weight weight) {
-  QFont font = base;
-  font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixels))));
+QFont Letters(const QFont& base, qreal pixels, QFont::Weight weight) {
+  QFont font = panel_look::Sized(base, pixels);
   font.setWeight(weight);
   return font;
 }
 
 std::vector<Block> BlocksOf(const PanelText& text, const QFont& base, qreal size, const Colours& colours) {
   std::vector<Block> blocks;
-  blocks.push_back({text.title, Sized(base, size * kTitleSize, QFont::DemiBold), colours.title, 0, {}});
+  blocks.push_back(
+      {text.title, Letters(base, size * panel_look::kTitleSize, QFont::DemiBold), colours.title, 0, {}});
   for (qsizetype i = 0; i < text.lines.size(); ++i)
     blocks.push_back({text.lines[i],
-                      Sized(base, size, QFont::Normal),
+                      Letters(base, size, QFont::Normal),
                       colours.line,
                       size * (i == 0 ? kFirstLineGap : kLineGap),
                       {}});
   if (!text.hint.isEmpty())
     blocks.push_back(
-        {text.hint, Sized(base, size * kHintSize, QFont::Normal), colours.hint, size * kHintGap, {}});
+        {text.hint, Letters(base, size * kHintSize, QFont::Normal), colours.hint, size * kHintGap, {}});
   return blocks;
 }
 
@@ -153,12 +152,34 @@ void StatusPanel::Dismiss() {
     notices_.removeFirst();
 }
 
-void StatusPanel::Paint(QPainter& painter, const QRectF& area, qreal unit, const Colours& colours) const {
+void StatusPanel::TellKeys(WindowState& state) const {
+  state.noticeShown = !Text().title.isEmpty();
+}
+
+bool StatusPanel::OnKey(int virtualKey) {
+  PanelAction action = PanelAction::kNone;
+  if (virtualKey == kKeyEnter)
+    action = Text().onEnter;
+  else if (IsActive())
+    action = Text().onEscape;
+  if (action == PanelAction::kDismiss) Dismiss();
+  if (action == PanelAction::kNone) Recall();
+  answered_(action);
+  return true;
+}
+
+QRectF StatusPanel::Bounds(const OverlayPlace& place) const {
+  return IsShown() ? QRectF(place.area) : QRectF();
+}
+
+void StatusPanel::Paint(QPainter& painter, const OverlayPlace& place) {
   if (!IsShown()) return;
   const PanelText& text = Text();
-  const qreal size = panel_look::TextSize(unit);
-  const qreal padding = std::round(size * kPadding);
-  std::vector<Block> blocks = BlocksOf(text, painter.font(), size, colours);
+  const Colours& colours = place.Colours();
+  const QRectF area = place.area;
+  const qreal size = panel_look::TextSize(place.unit);
+  const qreal padding = std::round(size * panel_look::kPanelPadding);
+  std::vector<Block> blocks = BlocksOf(text, place.font, size, colours);
   const QSizeF content =
       StackBlocks(blocks, std::max(size * kLeastText, std::min(size * kWidest, area.width() * kWidestShare)));
   QRectF panel(0, 0, std::max(content.width(), size * kNarrowest) + 2 * padding,
@@ -169,8 +190,8 @@ void StatusPanel::Paint(QPainter& painter, const QRectF& area, qreal unit, const
   painter.save();
   painter.fillRect(area, text.tone == PanelTone::kCalm ? colours.calmScrim : colours.scrim);
   panel_look::PaintBox(painter, panel, size, colours.border, colours.fill);
-  const QRectF mark(panel.left() + padding * 0.5, panel.top() + padding, std::round(size * kMark),
-                    blocks.front().place.height());
+  const QRectF mark(panel.left() + padding * 0.5, panel.top() + padding,
+                    std::round(size * panel_look::kMarkWidth), blocks.front().place.height());
   painter.fillRect(mark, MarkOf(text.tone, colours));
   PaintBlocks(painter, blocks, panel.topLeft() + QPointF(padding, padding));
   if (text.tone == PanelTone::kBusy) {

@@ -2,17 +2,21 @@
 // said and whether it is shown; draws it. User-interface thread.
 #pragma once
 
+#include <functional>
+#include <utility>
+
 #include <QElapsedTimer>
-#include <QPainter>
-#include <QRectF>
 
 #include "app/messages/panel_text.h"
-#include "app/overlay/panel_look.h"
+#include "app/overlay/overlay.h"
 
 namespace quillet {
 
-class StatusPanel {
+class StatusPanel : public Overlay {
  public:
+  // `answered`: Enter or Esc has been pressed; what is left to do where it was not about the panel alone.
+  explicit StatusPanel(std::function<void(PanelAction)> answered) : answered_(std::move(answered)) {}
+
   // What the connection says; a text other than the last one shows the panel again after a dismissal.
   void SetSession(PanelText text);
   // Lies before the connection's panel until it is dismissed. Notices queue up.
@@ -32,10 +36,16 @@ class StatusPanel {
   void Dismiss();
   void Recall() { dismissed_ = false; }
 
-  // `area` is the whole client area, `unit` the height of its text rows, both in the painter's units.
-  void Paint(QPainter& painter, const QRectF& area, qreal unit, const panel_look::Colours& colours) const;
+  bool KeepsMouse() const override { return IsActive(); }
+  // It dims what it lies over.
+  QRectF Bounds(const OverlayPlace& place) const override;
+  void Paint(QPainter& painter, const OverlayPlace& place) override;
+  void TellKeys(WindowState& state) const override;
+  KeyRoute OwnKeys() const override { return KeyRoute::kNotice; }
+  bool OnKey(int virtualKey) override;
 
  private:
+  std::function<void(PanelAction)> answered_;
   PanelText session_;
   QList<PanelText> notices_;
   bool dismissed_ = false;

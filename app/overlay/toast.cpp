@@ -13,8 +13,6 @@ namespace {
 // Long enough to read a line of a dozen characters twice.
 constexpr int kShownMs = 4000;
 
-// Of the panel's letters.
-constexpr double kToastTextSize = 0.9;
 // In the toast's letters.
 constexpr double kToastHeight = 2.1;
 constexpr double kToastPadding = 0.8;
@@ -45,29 +43,38 @@ void Toast::Hide() {
   changed_();
 }
 
-void Toast::Paint(QPainter& painter, const QRectF& area, qreal unit,
-                  const panel_look::Colours& colours) const {
-  if (text_.isEmpty()) return;
-  const qreal size = std::round(panel_look::TextSize(unit) * kToastTextSize);
-  painter.save();
-  QFont font = painter.font();
-  font.setPixelSize(static_cast<int>(size));
-  painter.setFont(font);
-  const qreal picture = image_ ? std::round(size * kPictureStep) : 0;
-  const qreal textWidth = std::ceil(QFontMetricsF(font).horizontalAdvance(text_));
-  QRectF box(0, 0, textWidth + picture + 2 * kToastPadding * size, std::ceil(size * kToastHeight));
+QRectF Toast::Bounds(const OverlayPlace& place) const {
+  return text_.isEmpty() ? QRectF() : ShapeAt(place).box;
+}
+
+Toast::Shape Toast::ShapeAt(const OverlayPlace& place) const {
+  const double letter = std::round(panel_look::TextSize(place.unit) * panel_look::kSignTextSize);
+  const QFont font = panel_look::Sized(place.font, letter);
+  const double picture = image_ ? std::round(letter * kPictureStep) : 0;
+  const double textWidth = std::ceil(QFontMetricsF(font).horizontalAdvance(text_));
+  const QRectF area = place.area;
+  QRectF box(0, 0, textWidth + picture + 2 * kToastPadding * letter, std::ceil(letter * kToastHeight));
   box.moveCenter(QPointF(area.center().x(), 0));
-  box.moveBottom(std::round(area.bottom() - unit * kAboveFoot));
-  panel_look::PaintBox(painter, box, size, colours.border, colours.fill);
-  QPointF at(box.left() + size * kToastPadding, box.center().y());
+  box.moveBottom(std::round(area.bottom() - place.unit * kAboveFoot));
+  return {.font = font, .letter = letter, .picture = picture, .textWidth = textWidth, .box = box};
+}
+
+void Toast::Paint(QPainter& painter, const OverlayPlace& place) {
+  if (text_.isEmpty()) return;
+  const Shape shape = ShapeAt(place);
+  const panel_look::Colours& colours = place.Colours();
+  painter.save();
+  painter.setFont(shape.font);
+  panel_look::PaintBox(painter, shape.box, shape.letter, colours.border, colours.fill);
+  QPointF at(shape.box.left() + shape.letter * kToastPadding, shape.box.center().y());
   if (image_) {
-    const qreal side = size * kPicture;
+    const double side = shape.letter * kPicture;
     PaintEmbedded(painter, QRectF(at.x(), at.y() - side / 2, side, side), *image_,
                   colours.busy.rgb() & 0xFFFFFF, images_);
-    at.rx() += picture;
+    at.rx() += shape.picture;
   }
   painter.setPen(colours.line);
-  painter.drawText(QRectF(at.x(), box.top(), textWidth + size, box.height()),
+  painter.drawText(QRectF(at.x(), shape.box.top(), shape.textWidth + shape.letter, shape.box.height()),
                    Qt::AlignLeft | Qt::AlignVCenter, text_);
   painter.restore();
 }

@@ -4,17 +4,15 @@
 #include <functional>
 #include <optional>
 
-#include <QPainter>
-#include <QRectF>
 #include <QString>
 #include <QTimer>
 
-#include "app/overlay/panel_look.h"
+#include "app/overlay/overlay.h"
 #include "render/paint/embedded_images.h"
 
 namespace quillet {
 
-class Toast {
+class Toast : public Overlay {
  public:
   // `images` outlives the toast. `changed`: it has appeared or gone, the area has to be painted anew.
   Toast(EmbeddedImages& images, std::function<void()> changed);
@@ -25,10 +23,20 @@ class Toast {
   // Empty: none is shown.
   const QString& Text() const { return text_; }
 
-  // `area` is the whole client area, `unit` the height of its text rows, both in the painter's units.
-  void Paint(QPainter& painter, const QRectF& area, qreal unit, const panel_look::Colours& colours) const;
+  QRectF Bounds(const OverlayPlace& place) const override;
+  void Paint(QPainter& painter, const OverlayPlace& place) override;
 
  private:
+  // Where everything stands, in the painter's units.
+  struct Shape {
+    QFont font;
+    double letter;   // the size of the letters
+    double picture;  // the room that the picture takes before the text
+    double textWidth;
+    QRectF box;
+  };
+  Shape ShapeAt(const OverlayPlace& place) const;
+
   EmbeddedImages& images_;
   std::function<void()> changed_;
   QString text_;

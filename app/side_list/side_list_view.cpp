@@ -163,9 +163,10 @@ void SideListView::FindSelectedAgain() {
   top_ += moved;
 }
 
-void SideListView::Place(const QRect& area, qreal unit) {
-  unit_ = unit;
-  const int wanted = static_cast<int>(std::lround(std::max(area.width() * kWidthShare, unit * kLeastWidth)));
+void SideListView::Place(const OverlayPlace& place) {
+  const QRect& area = place.area;
+  unit_ = place.unit;
+  const int wanted = static_cast<int>(std::lround(std::max(area.width() * kWidthShare, unit_ * kLeastWidth)));
   const int width = std::min(area.width(), wanted);
   setGeometry(area.x() + area.width() - width, area.y(), width, area.height());
   Arrange();

@@ -10,13 +10,14 @@
 
 #include "app/document/bookmarks.h"
 #include "app/document/user_settings.h"
+#include "app/overlay/overlay.h"
 #include "app/side_list/side_list_frame.h"
 #include "input/side_list.h"
 #include "render/paint/embedded_images.h"
 
 namespace quillet {
 
-class SideListView : public QWidget {
+class SideListView : public QWidget, public Overlay {
   Q_OBJECT
 
  public:
@@ -31,11 +32,14 @@ class SideListView : public QWidget {
   std::optional<ArticleListKind> Shown() const { return shown_; }
   // Settings, palette or lists are different. Their own signals lead here too.
   void Refresh();
-  // `area` is the client area in widget units, `unit` the height of the terminal's rows there.
-  void Place(const QRect& area, qreal unit);
+  // At the right edge, over the whole height.
+  void Place(const OverlayPlace& place) override;
+  bool KeepsTyping() const override { return shown_.has_value(); }
+  void TellKeys(WindowState& state) const override { state.sideListShown = shown_.has_value(); }
+  KeyRoute OwnKeys() const override { return KeyRoute::kSideList; }
   // Windows virtual-key code of a key pressed alone. True when consumed: every key but Tab while a list is
   // open.
-  bool OnKey(int virtualKey);
+  bool OnKey(int virtualKey) override;
   // One row per card instead of two, on a light ground.
   void SetCompact(bool compact);
   bool IsCompact() const { return compact_; }

@@ -10,7 +10,6 @@
 
 #include "app/messages/article_messages.h"
 #include "app/messages/text_messages.h"
-#include "app/overlay/panel_look.h"
 #include "bbs/page_flags.h"
 
 namespace quillet {
@@ -35,8 +34,10 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       connection_(doc.GetConnection()),
       automations_(doc.GetAutomations()),
       settings_(doc.GetSettings()),
+      overlays_(*this),
       surface_(*this),
-      toast_(images_, [this] { update(); }),
+      panel_([this](PanelAction action) { PerformPanelAction(action); }),
+      toast_(images_, [this] { overlays_.Repaint(toast_); }),
       leaving_(
           {.connection = connection_, .automations = automations_, .settings = settings_, .window = *this},
           [this] {
@@ -62,6 +63,10 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
                  .pageFacts = doc.PageReader()}),
       sideList_(doc.GetBookmarks(), settings_, images_, this),
       sideButtons_(images_, this),
+      buttonsPart_([this](const OverlayPlace& place) {
+        sideButtons_.Place(place.leftMargin, !place.leftMargin.isEmpty());
+      }),
+      scrollBarPart_([this](const OverlayPlace& place) { article_.PlaceScrollBar(place.area, place.work); }),
       stallSign_(this),
       ime_(*this, surface_),
       keys_(connection_, automations_, doc.Driver(),
@@ -126,7 +131,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
                PointerHandlers()),
       timers_({.phaseTurned = [this] { RefreshFrame(); },
                .tick = [this] { Tick(); },
-               .animate = [this] { update(); }}) {
+               .animate = [this] { overlays_.Repaint(panel_); }}) {
   screen_.Clear();
   setAttribute(Qt::WA_OpaquePaintEvent);
   setAttribute(Qt::WA_InputMethodEnabled);
@@ -139,6 +144,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
     article_.Forget();
   });
   connect(&stallSign_, &StallSign::clicked, &connection_, &Connection::Reconnect);
+  ListOverlays();
   ConnectLogin();
   ConnectArticle();
   ConnectSideLists();
@@ -160,10 +166,7 @@ void CQuillView::OnSettingsChanged() {
 }
 
 void CQuillView::ConnectLogin() {
-  connect(&login_, &LoginController::Changed, this, [this] {
-    update();
-    RefreshPanel();
-  });
+  connect(&login_, &LoginController::Changed, this, &CQuillView::RefreshPanel);
   connect(&login_, &LoginController::AddressRequested, this,
           [this] { emit CommandRequested(KeyCommand::kConnect); });
   connect(&login_, &LoginController::DemoRequested, this, &CQuillView::DemoRequested);
@@ -253,29 +256,34 @@ void CQuillView::AskLogin() {
   login_.Show();
 }
 
-void CQuillView::PlaceOverlays() {
-  const Layout& layout = surface_.CurrentLayout();
-  const qreal scale = surface_.Scale();
-  const qreal unit = layout.rowHeight / scale;
-  const bool work = settings_.Fields().work;
-  if (composer_.SetRowsInSight(layout.rowsInSight)) ShowOtherLines();
-  login_.Place(unit);
-  sideList_.Place(rect(), unit);
-  PlaceSideButtons();
-  stallSign_.Place(rect(), unit, panel_look::ColoursFor(work));
-  article_.PlaceScrollBar(rect(), work);
-  search_.Place(surface_.CellRect(kRows - 1, 0).top(), unit, LoginFormColoursFor(work));
+// From the bottom up.
+void CQuillView::ListOverlays() {
+  for (Overlay* const overlay :
+       std::initializer_list<Overlay*>{&ime_, &badge_, &toast_, &links_, &panel_, &scrollBarPart_,
+                                       &buttonsPart_, &stallSign_, &sideList_, &search_.Bar(), &login_})
+    overlays_.Add(*overlay);
 }
 
-void CQuillView::PlaceSideButtons() {
+void CQuillView::PlaceOverlays() {
+  if (composer_.SetRowsInSight(surface_.CurrentLayout().rowsInSight)) ShowOtherLines();
+  flagsAtTop_ = HasFlagsAtTop(frame_.page);
+  overlays_.PlaceAll(PlaceOfOverlays());
+}
+
+OverlayPlace CQuillView::PlaceOfOverlays() const {
   const Layout& layout = surface_.CurrentLayout();
   const qreal scale = surface_.Scale();
-  const int left = std::min(layout.originX, layout.pushOriginX);
-  const QRect margin(0, qFloor(layout.originY / scale), qMax(0, qFloor(left / scale)), height());
+  OverlayPlace place{.area = rect(),
+                     .unit = layout.rowHeight / scale,
+                     .footTop = surface_.CellRect(kRows - 1, 0).top(),
+                     .font = font(),
+                     .work = settings_.Fields().work};
   // The flags of listed ids stand in the margin too, and come first.
-  flagsAtTop_ = HasFlagsAtTop(frame_.page);
-  sideButtons_.Place(margin,
-                     !settings_.Fields().hideTopLeftIcons && !settings_.Fields().work && !flagsAtTop_);
+  if (!settings_.Fields().hideTopLeftIcons && !place.work && !flagsAtTop_) {
+    const int left = std::min(layout.originX, layout.pushOriginX);
+    place.leftMargin = QRect(0, qFloor(layout.originY / scale), qMax(0, qFloor(left / scale)), height());
+  }
+  return place;
 }
 
 void CQuillView::SetLayoutMode(LayoutMode mode) {
@@ -321,6 +329,7 @@ void CQuillView::UpdateIme(ImeAdapter::Move move) {
 
 void CQuillView::ShowNotice(const PanelText& notice) {
   panel_.AddNotice(notice);
+  overlays_.Repaint(panel_);
   RefreshPanel();
 }
 
@@ -370,21 +379,21 @@ void CQuillView::Tick() {
 }
 
 void CQuillView::RefreshPanel() {
-  const bool wasShown = panel_.IsShown();
   const PanelText before = panel_.Text();
   panel_.SetSession(DescribeSession(connection_.Facts()));
+  if (panel_.Text() != before) overlays_.Repaint(panel_);
   login_.SetCovered(panel_.HasNotice());
   const Activity activity = automations_.Current();
   article_.SetHeld(activity == Activity::kAskCode || activity == Activity::kPush);
-  if (badge_.SetText(DescribeActivity(activity, automations_.Progress())) || !badge_.Text().isEmpty())
-    update();
-  if (panel_.IsShown() != wasShown || panel_.Text() != before) update();
+  if (badge_.SetText(DescribeActivity(activity, automations_.Progress()))) overlays_.Repaint(badge_);
   timers_.SetAnimating(panel_.IsBusy());
-  if (IsCovered()) {
+  const bool covered = overlays_.IsCovered();
+  if (covered) {
     pointer_.Cancel();
     search_.StopAsking();
   }
-  stallSign_.Tell(IsCovered() ? AnswerWait::State::kNone : doc_.Answer());
+  stallSign_.Tell(covered ? AnswerWait::State::kNone : doc_.Answer());
+  overlays_.Review();
   RefreshFrame();
 }
 
@@ -393,7 +402,7 @@ void CQuillView::ShowOtherLines() {
   RefreshFrame();
   search_.OnLines();
   selection_.OnTextChanged();
-  if (!IsCovered()) pointer_.OnPictureChanged();
+  if (!overlays_.IsCovered()) pointer_.OnPictureChanged();
 }
 
 // Lines that are yet to come are selected as they come, and not after the button has been let go.
@@ -404,13 +413,12 @@ void CQuillView::ScrollSelecting(int lines) {
 
 // What is being composed when the page goes is not thrown away.
 bool CQuillView::AcceptsComposedText() const {
-  const bool mayType = !IsCovered() && !sideList_.Shown();
+  const bool mayType = !overlays_.IsCovered() && !overlays_.KeepsTyping();
   return mayType && (ime_.IsComposing() || (!article_.IsShown() && composer_.AcceptsText()));
 }
 
 void CQuillView::RefreshFrame() {
-  const bool caret =
-      timers_.CaretOn() && hasFocus() && !login_.IsShown() && !panel_.IsActive() && connection_.IsConnected();
+  const bool caret = timers_.CaretOn() && hasFocus() && !overlays_.IsCovered() && connection_.IsConnected();
   ime_.SetEnabled(AcceptsComposedText());
   frame_.blinkOff = timers_.BlinkOff();
   frame_.rightInset = qCeil(kRightInset * surface_.Scale());
@@ -420,7 +428,7 @@ void CQuillView::RefreshFrame() {
   search_.Decorate(frame_.page);
   selection_.Decorate(frame_.page);
   surface_.Refresh(frame_);
-  if (HasFlagsAtTop(frame_.page) != flagsAtTop_) PlaceSideButtons();
+  if (HasFlagsAtTop(frame_.page) != flagsAtTop_) PlaceOverlays();
 }
 
 void CQuillView::paintEvent(QPaintEvent* event) {
@@ -429,18 +437,9 @@ void CQuillView::paintEvent(QPaintEvent* event) {
     surface_.Refresh(frame_);
     QMetaObject::invokeMethod(this, &CQuillView::PlaceOverlays, Qt::QueuedConnection);
   }
-  const qreal unit = surface_.CurrentLayout().rowHeight / surface_.Scale();
   QPainter painter(this);
   surface_.Paint(painter, event->rect());
-  ime_.Paint(painter);
-  const panel_look::Colours& colours = panel_look::ColoursFor(settings_.Fields().work);
-  badge_.Paint(painter, rect(), unit, colours);
-  toast_.Paint(painter, rect(), unit, colours);
-  links_.Paint(painter, rect(), unit, colours);
-  if (login_.IsShown())
-    painter.fillRect(rect(), colours.calmScrim);
-  else
-    panel_.Paint(painter, rect(), unit, colours);
+  overlays_.Paint(painter, event->region());
 }
 
 void CQuillView::resizeEvent(QResizeEvent* /*event*/) {

@@ -22,6 +22,8 @@
 #include "app/interaction/web_controller.h"
 #include "app/messages/file_messages.h"
 #include "app/overlay/activity_badge.h"
+#include "app/overlay/overlay_stack.h"
+#include "app/overlay/placed_part.h"
 #include "app/overlay/side_buttons.h"
 #include "app/overlay/stall_sign.h"
 #include "app/overlay/status_panel.h"
@@ -125,7 +127,6 @@ class CQuillView : public QWidget {
   KeyDecision Decide(const QKeyEvent& event) const;
   // Returns true when the key was consumed.
   bool PreTranslateMessage(const QKeyEvent& event);
-  void OnNoticeKey(int virtualKey);
   void SelectByKey(SelectStep step);
   void ChangeName(NameKey key, int colour);
   void PerformPanelAction(PanelAction action);
@@ -148,11 +149,10 @@ class CQuillView : public QWidget {
   void ShowMenuOfPlace(const QPoint& at, const std::optional<QPoint>& cell);
   EditTarget TargetAt(const QPoint& cell) const;
   std::u16string IdAtCell(int row, int col) const;
-  // Something lies over the terminal that keeps the mouse away from it.
-  bool IsCovered() const { return panel_.IsActive() || login_.IsShown(); }
   void ApplyBackground();
+  void ListOverlays();
+  OverlayPlace PlaceOfOverlays() const;
   void PlaceOverlays();
-  void PlaceSideButtons();
   void RefreshPanel();
   void RefreshFrame();
   // The picture shows other lines than before, or the same ones elsewhere or otherwise.
@@ -171,6 +171,7 @@ class CQuillView : public QWidget {
   FrameState frame_;
   unsigned screenCount_ = 0;
   bool flagsAtTop_ = false;  // in the picture; the side buttons leave them the margin
+  OverlayStack overlays_;
   EmbeddedImages images_;
   FrameSurface surface_;
   StatusPanel panel_;
@@ -182,6 +183,8 @@ class CQuillView : public QWidget {
   PageComposer composer_;
   SideListView sideList_;
   SideButtons sideButtons_;
+  PlacedPart buttonsPart_;
+  PlacedPart scrollBarPart_;
   StallSign stallSign_;
   BackgroundPicture background_;
   ToldProblems toldProblems_;

@@ -18,19 +18,19 @@ void CQuillView::keyPressEvent(QKeyEvent* event) {
 
 WindowState CQuillView::StateForKeys() const {
   const auto cell = pointer_.CellUnderPointer();
-  return {.noticeShown = !panel_.Text().title.isEmpty(),
-          .sideListShown = sideList_.Shown().has_value(),
-          .selectionShown = selection_.IsShown(),
-          .revealShown = composer_.IsRevealing(),
-          .activityRuns = automations_.Current() != Activity::kNone,
-          .articleShown = article_.IsShown(),
-          .article = article_.Paging(),
-          .articleOpen = connection_.Seen().articleOpen,
-          .commandsOffered = composer_.Offers(ArticleCommand::kBookmark),
-          .idUnderPointer = cell && !IdAtCell(cell->y(), cell->x()).empty(),
-          .addBlackHotKey = settings_.Fields().addBlackHotKey,
-          .preventArticleChange = settings_.Fields().preventUpDownChangeArticle,
-          .search = search_.Use()};
+  WindowState state{.selectionShown = selection_.IsShown(),
+                    .revealShown = composer_.IsRevealing(),
+                    .activityRuns = automations_.Current() != Activity::kNone,
+                    .articleShown = article_.IsShown(),
+                    .article = article_.Paging(),
+                    .articleOpen = connection_.Seen().articleOpen,
+                    .commandsOffered = composer_.Offers(ArticleCommand::kBookmark),
+                    .idUnderPointer = cell && !IdAtCell(cell->y(), cell->x()).empty(),
+                    .addBlackHotKey = settings_.Fields().addBlackHotKey,
+                    .preventArticleChange = settings_.Fields().preventUpDownChangeArticle,
+                    .search = search_.Use()};
+  overlays_.TellKeys(state);
+  return state;
 }
 
 KeyDecision CQuillView::Decide(const QKeyEvent& event) const {
@@ -47,10 +47,8 @@ bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
     case KeyRoute::kSwallowed:
       return true;
     case KeyRoute::kNotice:
-      OnNoticeKey(decision.action.virtualKey);
-      return true;
     case KeyRoute::kSideList:
-      return sideList_.OnKey(decision.action.virtualKey);
+      return overlays_.OnKey(decision);
     case KeyRoute::kSearch:
       Search(decision.search);
       return true;
@@ -87,13 +85,6 @@ bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
                               !event.modifiers().testFlag(Qt::ShiftModifier);
   if (decision.route != KeyRoute::kCommand || copiesByBbsKey) selection_.Clear();
   return taken;
-}
-
-void CQuillView::OnNoticeKey(int virtualKey) {
-  if (virtualKey == kKeyEnter)
-    PerformPanelAction(panel_.Text().onEnter);
-  else
-    PerformPanelAction(panel_.IsActive() ? panel_.Text().onEscape : PanelAction::kNone);
 }
 
 void CQuillView::SelectByKey(SelectStep step) {
@@ -140,13 +131,10 @@ void CQuillView::PerformPanelAction(PanelAction action) {
       connection_.Disconnect();
       break;
     case PanelAction::kDismiss:
-      panel_.Dismiss();
-      break;
     case PanelAction::kNone:
-      panel_.Recall();
       break;
   }
-  update();
+  overlays_.Repaint(panel_);
   RefreshPanel();
 }
 
@@ -191,8 +179,7 @@ void CQuillView::Reveal() {
 
 void CQuillView::inputMethodEvent(QInputMethodEvent* event) {
   const QString text = ime_.Handle(*event);
-  // A side list takes what is typed, however it is typed.
-  if (!text.isEmpty() && !sideList_.Shown()) {
+  if (!text.isEmpty() && !overlays_.KeepsTyping()) {
     timers_.RestartCaret();
     keys_.SendText(text.toStdU16String());
     selection_.Clear();
@@ -216,28 +203,28 @@ PointerControl::Handlers CQuillView::PointerHandlers() {
           .pastePrimary = [this] { clipboard_.Paste(QClipboard::Selection); },
           .contextMenu = [this](QPoint at, std::optional<QPoint> cell) { ShowMenuOfPlace(at, cell); },
           .changed = [this] { RefreshFrame(); },
-          .targetChanged = [this] { update(); }};  // it lies over the picture
+          .targetChanged = [this] { overlays_.Repaint(links_); }};
 }
 
 void CQuillView::mousePressEvent(QMouseEvent* event) {
-  if (!IsCovered() && pointer_.OnPress(*event)) return;
+  if (!overlays_.IsCovered() && pointer_.OnPress(*event)) return;
   if (!panel_.IsActive()) panel_.Recall();
   RefreshPanel();
   QWidget::mousePressEvent(event);
 }
 
 void CQuillView::mouseReleaseEvent(QMouseEvent* event) {
-  if (IsCovered() || pointer_.OnRelease(*event)) return;
+  if (overlays_.IsCovered() || pointer_.OnRelease(*event)) return;
   panel_.Recall();
   RefreshPanel();
 }
 
 void CQuillView::mouseDoubleClickEvent(QMouseEvent* event) {
-  if (!IsCovered()) pointer_.OnDoubleClick(*event);
+  if (!overlays_.IsCovered()) pointer_.OnDoubleClick(*event);
 }
 
 void CQuillView::mouseMoveEvent(QMouseEvent* event) {
-  if (!IsCovered()) pointer_.OnMove(*event);
+  if (!overlays_.IsCovered()) pointer_.OnMove(*event);
 }
 
 void CQuillView::leaveEvent(QEvent* /*event*/) {
@@ -245,7 +232,7 @@ void CQuillView::leaveEvent(QEvent* /*event*/) {
 }
 
 void CQuillView::wheelEvent(QWheelEvent* event) {
-  if (IsCovered() || !pointer_.OnWheel(*event)) QWidget::wheelEvent(event);
+  if (overlays_.IsCovered() || !pointer_.OnWheel(*event)) QWidget::wheelEvent(event);
 }
 
 void CQuillView::ActOnMouse(const MouseAction& action) {

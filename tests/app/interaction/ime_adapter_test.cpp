@@ -49,7 +49,7 @@ class Host : public QWidget {
   void paintEvent(QPaintEvent* event) override {
     QPainter painter(this);
     surface.Paint(painter, event->rect());
-    ime.Paint(painter);
+    ime.Paint(painter, {});
   }
   void resizeEvent(QResizeEvent* /*event*/) override {
     surface.Refresh(frame);

@@ -13,7 +13,7 @@ namespace quillet {
 namespace {
 
 constexpr qreal kUnit = 30;
-const QRectF kArea(0, 0, 900, 24 * kUnit);
+const QRect kArea(0, 0, 900, 720);
 
 // A page that shows the lines from `top` on, down to row 22.
 class Lines : public PictureLines {
@@ -68,16 +68,16 @@ class LinkHoverTest : public WithTables {
     }
     return all;
   }
-  QImage Paper(const panel_look::Colours& colours) const {
-    QImage paper(kArea.size().toSize(), QImage::Format_RGB32);
+  QImage Paper(bool work) {
+    QImage paper(kArea.size(), QImage::Format_RGB32);
     paper.fill(Qt::magenta);
     QPainter painter(&paper);
-    hover_.Paint(painter, kArea, kUnit, colours);
+    hover_.Paint(painter, {.area = kArea, .unit = kUnit, .work = work});
     return paper;
   }
   // The part of the area that is painted on.
-  QRect Painted() const {
-    const QImage paper = Paper(panel_look::kUsualColours);
+  QRect Painted() {
+    const QImage paper = Paper(false);
     QRect painted;
     for (int y = 0; y < paper.height(); ++y)
       for (int x = 0; x < paper.width(); ++x)
@@ -163,7 +163,7 @@ TEST_F(LinkHoverTest, ALongTargetLeavesRoom) {
 
 TEST_F(LinkHoverTest, InDisguiseTheLabelIsBlackOnWhite) {
   hover_.SetPointer(QPoint(7, 2));
-  const QImage paper = Paper(panel_look::kDisguiseColours);
+  const QImage paper = Paper(true);
   const QRect label = Painted();
   bool hasInk = false;
   for (int y = label.top() + 3; y < label.bottom() - 3; ++y)

@@ -35,7 +35,7 @@ class SideListViewTest : public WindowTest {
     window.resize(kWindow);
     list = new SideListView(doc->GetBookmarks(), doc->GetSettings(), images, &window);
     window.show();
-    list->Place(window.rect(), kUnit);
+    list->Place({.area = window.rect(), .unit = kUnit});
   }
   void StartMany(int count) {
     std::string text;
@@ -306,7 +306,7 @@ TEST_F(SideListViewTest, EmptyListsAndAnyWindowAreDrawnAndTakeEveryKey) {
   for (const bool empty : {false, true}) {
     for (const QSize size : {QSize(1, 1), QSize(3, 900), QSize(900, 3), QSize(640, 400), QSize(7680, 4320)}) {
       list->Open(empty ? Kind::kHot : Kind::kBookmarks);
-      list->Place(QRect({0, 0}, size), size.height() / 24.0);
+      list->Place({.area = QRect({0, 0}, size), .unit = size.height() / 24.0});
       EXPECT_LE(list->width(), size.width());
       EXPECT_EQ(list->geometry().right(), size.width() - 1);
       for (const int key : {kKeyEnd, kKeyUp, kKeyPageUp, kKeyPageDown, kKeyDown, kKeyHome, int{'D'}}) {
