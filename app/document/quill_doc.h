@@ -65,6 +65,7 @@ class CQuillDoc : public QObject {
   bool IsConnected() const { return connection_.IsConnected(); }
   const Settings& Fields() const { return settings_.Fields(); }
   SettingsStore& Store() { return settings_.Store(); }
+  void Set(const std::vector<SettingChange>& changes) { settings_.Set(changes); }
   template <typename T>
   void Set(T Settings::*field, const std::type_identity_t<T>& value) {
     settings_.Set(field, value);
