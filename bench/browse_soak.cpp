@@ -126,8 +126,8 @@ class Visitor {
 
   void Browse() {
     run_.LogIn();
-    run_.Doc().ChangeArticleList(ArticleListKind::kHot, FillList);
-    run_.Doc().ChangeArticleList(ArticleListKind::kBookmarks, FillList);
+    run_.Doc().GetBookmarks().Change(ArticleListKind::kHot, FillList);
+    run_.Doc().GetBookmarks().Change(ArticleListKind::kBookmarks, FillList);
     while (run_.IsFine() && !progress_.IsDone())
       for (const Shelf& shelf : shelves_)
         if (run_.IsFine() && !progress_.IsDone()) VisitBoard(shelf);

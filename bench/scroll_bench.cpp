@@ -110,7 +110,8 @@ class Scrolling {
   Scrolling(TimedApplication& application, DemoRun& run) : application_(application), run_(run) {}
 
   void OpenLongArticle(const DemoServer& site) {
-    run_.Doc().Open({.address = QString::fromStdString(site.Address()), .name = {}, .isBbs = true});
+    run_.Doc().GetConnection().Open(
+        {.address = QString::fromStdString(site.Address()), .name = {}, .isBbs = true});
     run_.LogIn();
     run_.GoToBoard(kLongBoard);
     run_.Press({NamedKey(Qt::Key_Right)}, ArticleRests(0, 1));
@@ -148,7 +149,8 @@ class Scrolling {
     std::vector<double> whole, bringing;
     for (int i = 0; i < kFullRepaints; ++i) {
       HandleEventsUntil([] { return false; }, kStepMs);
-      painter.ApplySettings(run_.Doc().Display());  // makes everything stale and keeps the glyphs
+      painter.ApplySettings(
+          run_.Doc().GetSettings().Display());  // makes everything stale and keeps the glyphs
       const WorkWatch watch;
       painter.Update(View().Frame());
       const double drawn = watch.SinceStart().processor;
