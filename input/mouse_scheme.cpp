@@ -196,9 +196,7 @@ bool HasMessage(const ScreenSnapshot& screen) {
 }
 
 Situation SituationOf(Picture picture, const ScreenSnapshot& screen) {
-  if (picture == Picture::kArticle) return {picture, PageKind::kReader, screen};
-  const PageKind kind = KindOf(screen);
-  return {picture, HasMessage(screen) ? KindUnderMessage(kind) : kind, screen};
+  return {picture, PageUnderHands(picture, screen), screen};
 }
 
 MouseAction StepLines(int lines, const Situation& at) {
@@ -303,6 +301,12 @@ PointerShape ShapeOfText(const PointerPlace& place, PageKind kind) {
 }
 
 }  // namespace
+
+PageKind PageUnderHands(Picture picture, const ScreenSnapshot& screen) {
+  if (picture == Picture::kArticle) return PageKind::kReader;
+  const PageKind kind = KindOf(screen);
+  return HasMessage(screen) ? KindUnderMessage(kind) : kind;
+}
 
 MouseAction DecideClick(const PointerPlace& place, const ScreenSnapshot& screen, const Settings& settings) {
   const Situation at = SituationOf(place.picture, screen);

@@ -35,6 +35,10 @@ void WebController::OpenUserPage(std::u16string_view id) {
   OpenAddress(UserPageAddress(id, doc_.Hosts()));
 }
 
+bool WebController::HasEngine(SearchEngine engine) const {
+  return !SearchAddress(engine, kAnyText, doc_.Hosts()).empty();
+}
+
 QString WebController::EngineName(SearchEngine engine) const {
   return QUrl(QString::fromStdU16String(SearchAddress(engine, kAnyText, doc_.Hosts()))).host();
 }

@@ -91,11 +91,9 @@ void PageComposer::ComposeScreen(const ScreenSnapshot& screen, FrameState& frame
   rowOf_ = dressed.rowOf;
   if (sight_.IsNarrow()) MoveIntoSight(PageRowOf(screen.cursorRow), frame.page);
   if (!OffersCommands(screen)) return;
+  const Conditions holds = Conditions().AddIf(doc_.IsOpenArticleBookmarked(), Condition::kBookmarked);
   ArticleBar bar = MakeArticleBarOver(frame.page[kStatusRow],
-                                      {.bookmarked = doc_.IsOpenArticleBookmarked(),
-                                       .offers = {ArticleCommand::kBookmark, ArticleCommand::kPush,
-                                                  ArticleCommand::kPushOn, ArticleCommand::kGiveMoney},
-                                       .hovered = hovered_});
+                                      {.offers = MakeCaptions(holds), .hovered = NumberOf(hovered_)});
   frame.page[kStatusRow] = std::move(bar.row);
   captions_ = std::move(bar.areas);
 }
@@ -146,16 +144,17 @@ bool PageComposer::OffersCommands(const ScreenSnapshot& screen) const {
          !doc_.Fields().hideTopLeftIcons;
 }
 
-bool PageComposer::Offers(ArticleCommand command) const {
-  return std::any_of(captions_.begin(), captions_.end(),
-                     [command](const CaptionArea& area) { return area.command == command; });
+bool PageComposer::Offers(Command command) const {
+  return std::any_of(
+      captions_.begin(), captions_.end(),
+      [number = NumberOf(command)](const CaptionArea& area) { return area.command == number; });
 }
 
-ArticleCommand PageComposer::CommandAt(int row, int col) const {
-  return row == kStatusRow ? quillet::CommandAt(captions_, col) : ArticleCommand::kNone;
+Command PageComposer::CommandAt(int row, int col) const {
+  return row == kStatusRow ? CaptionCommandAt(captions_, col) : Command::kNone;
 }
 
-bool PageComposer::SetHovered(ArticleCommand command) {
+bool PageComposer::SetHovered(Command command) {
   if (command == hovered_) return false;
   hovered_ = command;
   article_.SetHovered(command);

@@ -50,7 +50,6 @@ class SideListView : public QWidget {
   void ArticleChosen(const quillet::ArticleReference& article);
   void Opened();
   void Closed();
-  void CompactChanged(bool compact);
 
  protected:
   void paintEvent(QPaintEvent* event) override;

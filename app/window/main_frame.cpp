@@ -36,13 +36,9 @@ CMainFrame::CMainFrame(CQuillDoc& doc, QWidget* parent)
   setCentralWidget(view_);
   MakeMenus();
   setMinimumSize(kSmallestView + QSize(0, menuBar()->sizeHint().height()));
-  connect(view_, &CQuillView::CommandRequested, this, &CMainFrame::OnCommand);
   connect(view_, &CQuillView::DemoRequested, this, &CMainFrame::DemoRequested);
-  connect(view_, &CQuillView::OptionsRequested, this, &CMainFrame::ShowOptions);
-  connect(view_, &CQuillView::NamesRequested, this, &CMainFrame::AddToNames);
-  connect(&doc_, &CQuillDoc::StatusChanged, this, &CMainFrame::OnStatusChanged);
+  connect(&doc_, &CQuillDoc::StatusChanged, this, &CMainFrame::ShowTitle);
   connect(&doc_, &CQuillDoc::SettingsChanged, this, &CMainFrame::OnSettingsChanged);
-  OnStatusChanged();
   OnSettingsChanged();
   const QSize room = LargestView();
   const bool fits = kFirstSize.width() <= room.width() && kFirstSize.height() <= room.height();
@@ -139,22 +135,12 @@ void CMainFrame::OpenUserPage() {
 }
 
 void CMainFrame::JumpToArticle() {
-  if (!doc_.IsConnected()) return view_->ShowNotice(DescribeNoJump(false));
   JumpDlg dialog(WebHostsOf(doc_.Hosts()), QString::fromStdU16String(doc_.OpenArticle().board),
                  QGuiApplication::clipboard()->text(), this);
   const int answer = dialog.exec();
   activateWindow();
   if (answer != QDialog::Accepted) return;
   if (!doc_.JumpTo(dialog.Article())) view_->ShowNotice(DescribeNoJump(doc_.IsConnected()));
-}
-
-void CMainFrame::OnCommand(KeyCommand command) {
-  if (command == KeyCommand::kConnect)
-    AskAddress();
-  else if (command == KeyCommand::kFullScreen)
-    ToggleFullScreen();
-  else if (command == KeyCommand::kWorkMode)
-    ToggleWorkMode();
 }
 
 void CMainFrame::ShowTitle() {
@@ -165,14 +151,6 @@ void CMainFrame::ShowTitle() {
                      .id = settings.titleShowId ? QString::fromStdU16String(doc_.LoginId()) : QString()}));
 }
 
-void CMainFrame::OnStatusChanged() {
-  ShowTitle();
-  disconnect_->setEnabled(doc_.IsConnected() || doc_.IsConnecting());
-  // A dead connection looks as if it were up as long as nothing is sent.
-  const bool begun = doc_.Session().state == kStateClosed || doc_.IsConnected();
-  reconnect_->setEnabled(begun && !doc_.IsConnecting());
-}
-
 void CMainFrame::ToggleFullScreen() {
   const bool full = !isFullScreen();
   menuBar()->setVisible(!full);
@@ -180,13 +158,11 @@ void CMainFrame::ToggleFullScreen() {
   if (full) wasMaximized_ = isMaximized();
   setWindowState(
       windowState().setFlag(Qt::WindowFullScreen, full).setFlag(Qt::WindowMaximized, wasMaximized_));
-  fullScreen_->setChecked(full);
   view_->setFocus();
 }
 
 void CMainFrame::OnSettingsChanged() {
   const bool work = doc_.Fields().work;
-  workMode_->setChecked(work);
   workMenus_->Show(work ? MenuFace::kEditor : MenuFace::kOwn);
   // None at all would hide the application's own.
   setWindowIcon(work ? MakeDisguiseIcon() : MakeWindowIcon());

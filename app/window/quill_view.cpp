@@ -19,13 +19,6 @@ namespace {
 
 // What ages keep away from at the right edge, in widget units: the article's scroll bar.
 constexpr qreal kRightInset = 10;
-// The rows that the buttons in the left margin lie beside.
-constexpr int kButtonRows = 5;
-
-bool HasFlagsAtTop(const Page& page) {
-  return std::any_of(page.begin(), page.begin() + kButtonRows,
-                     [](const PageRow& row) { return row.pennants != 0; });
-}
 
 }  // namespace
 
@@ -43,18 +36,21 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       article_(doc, *this),
       composer_(doc, article_),
       sideList_(doc, images_, this),
-      sideButtons_(images_, this),
+      sideButtons_(images_, *this),
       stallSign_(this),
       ime_(*this, surface_),
-      keys_(doc, {.command = [this](KeyCommand command) { OnCommand(command); },
+      keys_(doc, {.command = [this](Command command) { runner_.Run(command); },
                   .userTypes = [this] { OnUserTypes(); },
                   .mustWait = [this] { return article_.Reading().MustWait(); },
                   .lost = [this](const LostCharacters& lost) { toast_.Show(DescribeLostCharacters(lost)); },
                   .screen = [this]() -> const ScreenSnapshot& { return screen_; }}),
+      runner_({.target = [this] { return TargetNow(); },
+               .refused = [this](Command command, Refusal refusal) { Refuse(command, refusal); }}),
       commands_(doc, article_, keys_,
                 {.refused = [this] { toast_.Show(DescribeNoCommand(doc_.IsConnected())); },
                  .pushOn = [this] { push_.Open(); },
-                 .giveMoney = [this] { money_.Open(); }}),
+                 .giveMoney = [this] { money_.Open(); },
+                 .screen = [this]() -> const ScreenSnapshot& { return screen_; }}),
       shown_(screen_, frame_.page, composer_, article_),
       selection_(shown_, {.changed = [this] { RefreshFrame(); },
                           .scrollBy = [this](int lines) { ScrollSelecting(lines); },
@@ -67,8 +63,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       web_(doc, {.beforeJump = [this] { article_.OnUserKey(); },
                  .tell = [this](const PanelText& notice) { ShowNotice(notice); }}),
       edit_({.doc = doc, .text = shown_, .selection = selection_, .clipboard = clipboard_, .web = web_},
-            {.tell = [this](const QString& words) { toast_.Show(words); },
-             .askForNames = [this](const QString& id) { emit NamesRequested(id); }}),
+            {.tell = [this](const QString& words) { toast_.Show(words); }}),
       nameKeys_(doc),
       money_(doc, article_, *this),
       push_(doc, article_, *this),
@@ -96,6 +91,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
     article_.Forget();
   });
   connect(&stallSign_, &StallSign::clicked, &doc_, &CQuillDoc::Reconnect);
+  OfferCommands();
   ConnectLogin();
   ConnectArticle();
   ConnectSideLists();
@@ -121,8 +117,7 @@ void CQuillView::ConnectLogin() {
     update();
     RefreshPanel();
   });
-  connect(&login_, &LoginController::AddressRequested, this,
-          [this] { emit CommandRequested(KeyCommand::kConnect); });
+  connect(&login_, &LoginController::AddressRequested, this, [this] { runner_.Run(Command::kConnect); });
   connect(&login_, &LoginController::DemoRequested, this, &CQuillView::DemoRequested);
   connect(&doc_, &CQuillDoc::JumpEnded, this, [this](const ArticleReference& article, JumpResult result) {
     ShowNotice(DescribeJump(article, result));
@@ -165,7 +160,7 @@ void CQuillView::ConnectSideLists() {
     if (!doc_.JumpTo(article)) ShowNotice(DescribeNoJump(doc_.IsConnected()));
   });
   connect(&sideList_, &SideListView::Closed, this, [this] { setFocus(); });
-  connect(&sideButtons_, &SideButtons::Clicked, this, &CQuillView::OnSideButton);
+  connect(&sideButtons_, &SideButtons::Clicked, this, [this](Command command) { runner_.Run(command); });
   connect(&background_, &BackgroundPicture::Loaded, this, &CQuillView::ApplyBackground);
   connect(&background_, &BackgroundPicture::Failed, this,
           [this](const QString& source, const QString& reason) {
@@ -183,20 +178,6 @@ void CQuillView::ConnectSearch() {
 void CQuillView::OnUserTypes() {
   search_.StopAsking();
   article_.OnUserKey();
-}
-
-void CQuillView::OnSideButton(SideButton button) {
-  switch (button) {
-    case SideButton::kHotList:
-      return sideList_.Toggle(ArticleListKind::kHot);
-    case SideButton::kTrackedList:
-      return sideList_.Toggle(ArticleListKind::kTracked);
-    case SideButton::kBookmarkList:
-      return sideList_.Toggle(ArticleListKind::kBookmarks);
-    case SideButton::kOptions:
-      emit OptionsRequested();
-      break;
-  }
 }
 
 void CQuillView::TellNews(const ArticleNews& news) {
@@ -226,11 +207,9 @@ void CQuillView::PlaceOverlays() {
 void CQuillView::PlaceSideButtons() {
   const Layout& layout = surface_.CurrentLayout();
   const qreal scale = surface_.Scale();
-  const int left = std::min(layout.originX, layout.pushOriginX);
-  const QRect margin(0, qFloor(layout.originY / scale), qMax(0, qFloor(left / scale)), height());
-  // The flags of listed ids stand in the margin too, and come first.
-  flagsAtTop_ = HasFlagsAtTop(frame_.page);
-  sideButtons_.Place(margin, !doc_.Fields().hideTopLeftIcons && !doc_.Fields().work && !flagsAtTop_);
+  SideRoom room = SideRoomOf(layout, frame_.page, qRound(height() * scale), scale);
+  if (doc_.Fields().hideTopLeftIcons || doc_.Fields().work) room.wish = SideRoom::Wish::kHidden;
+  sideButtons_.Place(room);
 }
 
 void CQuillView::SetLayoutMode(LayoutMode mode) {
@@ -372,7 +351,8 @@ void CQuillView::RefreshFrame() {
   search_.Decorate(frame_.page);
   selection_.Decorate(frame_.page);
   surface_.Refresh(frame_);
-  if (HasFlagsAtTop(frame_.page) != flagsAtTop_) PlaceSideButtons();
+  PlaceSideButtons();
+  sideButtons_.Follow(runner_.State({}));
 }
 
 void CQuillView::paintEvent(QPaintEvent* event) {

@@ -36,11 +36,11 @@ void Treat(DemoRun& run, std::u16string_view key, std::u16string_view superKey, 
 }
 
 void RevealAndTake(DemoRun& run, const QString& name) {
-  run.View().Reveal();
+  run.View().Commands().Run(Command::kReveal);
   run.Save(name + "-tab");
-  run.View().Reveal();
+  run.View().Commands().Run(Command::kReveal);
   run.Save(name + "-tab-twice");
-  run.View().Reveal();
+  run.View().Commands().Run(Command::kReveal);
 }
 
 void ShootPushes(DemoRun& run) {

@@ -80,7 +80,7 @@ class PointerControlTest : public WindowTest {
     WindowTest::SetUp();
     terminal = std::make_unique<Terminal>(
         *doc, PointerControl::Handlers{
-                  .perform = [](ArticleCommand) {},
+                  .perform = [](Command) {},
                   .open = [this](const TextLink& link) { opened.push_back(link.address); },
                   .act = [this](const MouseAction& action) { sent.push_back(action.bytes); },
                   .pastePrimary = [this] { ++pasted; },
