@@ -57,16 +57,19 @@ CQuillDoc::CQuillDoc(DocumentParts parts)
       account_(registry_, std::move(parts.machineTag)),
       session_(OptionsOf(endpoints_, classifier_, messages_)),
       driver_(session_, signalSettings_, parts.signaller, std::move(parts.clock)),
-      automation_(session_, classifier_.Pages()),
-      emulatesBrowser_(SetBrowserEmulation(registry_)) {
+      automation_(session_, classifier_.Pages()) {}
+
+CQuillDoc::~CQuillDoc() {
+  EndAutomation();
+}
+
+void CQuillDoc::Load() {
+  files_.Prepare();
+  emulatesBrowser_ = SetBrowserEmulation(registry_);
   store_.Load();
   LoadArticleLists(files_, WebHostsOf(endpoints_), articles_, boards_);
   ApplySettings();
   driver_.SetListHit(ListsHoldSomething());
-}
-
-CQuillDoc::~CQuillDoc() {
-  EndAutomation();
 }
 
 void CQuillDoc::Set(const std::vector<SettingChange>& changes) {

@@ -46,9 +46,12 @@ class CQuillDoc : public QObject {
   Q_OBJECT
 
  public:
-  // The character tables must have been loaded. Reads the user's files.
+  // The character tables must have been loaded.
   explicit CQuillDoc(DocumentParts parts);
   ~CQuillDoc() override;
+
+  // Reads the user's files, and writes what of them had an older form. Once, before anything else.
+  void Load();
 
   // Connects, and returns when the attempt has ended; events go on being handled meanwhile. Called again from
   // within, it ends the attempt and starts over with the new site.

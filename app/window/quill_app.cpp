@@ -62,11 +62,13 @@ void CQuillApp::InitInstance() {
                                                    .registry = *places_.registry,
                                                    .opener = opener_,
                                                    .folders = places_.folders});
+  doc_->Load();
   frame_ = std::make_unique<CMainFrame>(*doc_);
   signaller->SetWindow(frame_.get());
   signaller_ = std::move(signaller);
   QObject::connect(frame_.get(), &CMainFrame::DemoRequested, frame_.get(),
                    [this](const LoginOrder& login) { OpenDemo(login); });
+  frame_->View().NoteVersion();
   frame_->View().ShowNotice(DescribeTables(resources.tables, resources.dataFolder));
 }
 

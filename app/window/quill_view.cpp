@@ -102,7 +102,6 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
   ConnectSearch();
   doc_.Messages().Attach(this);
   ApplyDisplaySettings();
-  NoteVersion();
   TellFileProblems();
   RefreshPanel();
 }

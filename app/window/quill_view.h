@@ -64,6 +64,8 @@ class CQuillView : public QWidget {
   // A key that the client keeps for itself, for those who need it on the BBS.
   void SendControl(char code);
   void ShowNotice(const PanelText& notice);
+  // Writes down which version has been started.
+  void NoteVersion();
   // Opens the login form.
   void AskLogin();
 
@@ -137,7 +139,6 @@ class CQuillView : public QWidget {
   void Tick();
   void TellFileProblems();
   void TellNews(const ArticleNews& news);
-  void NoteVersion();
   void ConnectLogin();
   void ConnectArticle();
   void ConnectSideLists();

@@ -62,7 +62,9 @@ class WindowTest : public WithTables {
                       .folders = {.working = ProgramHome(), .data = home.Path() / "data"},
                       .machineTag = [] { return std::string("TEST-01"); },
                       .clock = [this] { return SteadyMilliseconds() + ahead; }});
+    doc->Load();
     frame = std::make_unique<CMainFrame>(*doc);
+    View().NoteVersion();
     frame->show();
     frame->activateWindow();
   }

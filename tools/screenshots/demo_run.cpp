@@ -16,6 +16,11 @@ DemoOptions OptionsFor(const Endpoints& endpoints) {
   return options;
 }
 
+CQuillDoc& Loaded(CQuillDoc& doc) {
+  doc.Load();
+  return doc;
+}
+
 }  // namespace
 
 DemoRun::DemoRun(const QString& folder)
@@ -28,7 +33,7 @@ DemoRun::DemoRun(const QString& folder)
             .registry = *places_.registry,
             .opener = opener_,
             .folders = places_.folders}),
-      frame_(doc_) {
+      frame_(Loaded(doc_)) {
   complaint_ = QString::fromStdString(demo_.Error());
   if (!IsFine()) return;
   frame_.show();
