@@ -66,7 +66,7 @@ class CQuillDoc : public QObject {
   // caller to close. False, and nothing happens, without a connection or while an automation is held up.
   bool LogOut();
   bool IsConnecting() const { return connecting_; }
-  bool IsConnected() const { return session_.state == kStateConnected; }
+  bool IsConnected() const { return session_.state == SessionState::kConnected; }
 
   // Goes to an article and opens it; JumpEnded follows unless the user takes over. False, and nothing
   // happens, without a connection or while another automation is at work.

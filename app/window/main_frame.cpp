@@ -169,7 +169,7 @@ void CMainFrame::OnStatusChanged() {
   ShowTitle();
   disconnect_->setEnabled(doc_.IsConnected() || doc_.IsConnecting());
   // A dead connection looks as if it were up as long as nothing is sent.
-  const bool begun = doc_.Session().state == kStateClosed || doc_.IsConnected();
+  const bool begun = doc_.Session().state == SessionState::kClosed || doc_.IsConnected();
   reconnect_->setEnabled(begun && !doc_.IsConnecting());
 }
 

@@ -25,7 +25,7 @@ class LiveSession {
 
   bool Connect(const std::string& address) {
     session.Connect(address, {}, {.isBbs = true, .autoLogin = true});
-    return session.state == kStateConnected;
+    return session.state == SessionState::kConnected;
   }
   // Runs on a worker thread; one run at a time.
   void Start(std::function<void(ScreenWaits&)> run) {
