@@ -86,6 +86,26 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
                 .doc = doc,
                 .screen = screen_},
                PointerHandlers()),
+      targets_({.doc = doc,
+                .screen = screen_,
+                .composer = composer_,
+                .article = article_,
+                .shown = shown_,
+                .links = links_,
+                .pointer = pointer_}),
+      keyInput_({.doc = doc,
+                 .screen = screen_,
+                 .overlays = overlays_,
+                 .composer = composer_,
+                 .article = article_,
+                 .selection = selection_,
+                 .search = search_,
+                 .targets = targets_,
+                 .names = nameKeys_,
+                 .keys = keys_},
+                {.typing = [this] { timers_.RestartCaret(); },
+                 .linesChanged = [this] { ShowOtherLines(); },
+                 .tell = [this](const QString& words) { toast_.Show(words); }}),
       timers_({.phaseTurned = [this] { RefreshFrame(); },
                .tick = [this] { Tick(); },
                .animate = [this] { overlays_.Repaint(panel_); }}) {
@@ -138,9 +158,8 @@ void CQuillView::ConnectArticle() {
     ShowOtherLines();
   });
   connect(&article_, &ArticleView::NewsArrived, this, &CQuillView::TellNews);
-  connect(&article_, &ArticleView::BytesForBbs, this, [this](const QByteArray& bytes) {
-    keys_.Perform({.kind = KeyActionKind::kSendBytes, .bytes = bytes.toStdString()});
-  });
+  connect(&article_, &ArticleView::BytesForBbs, this,
+          [this](const QByteArray& bytes) { keys_.SendBytes(bytes.toStdString()); });
   connect(&clipboard_, &ClipboardController::Working, this, [this](bool working) {
     if (working)
       toast_.Show(u"正在取得短網址…"_qs);
@@ -295,7 +314,7 @@ bool CQuillView::event(QEvent* event) {
   }
   // What the login form and the search's field do not take is a menu's.
   if (event->type() == QEvent::ShortcutOverride && !login_.IsShown() && !search_.IsAsking() &&
-      Decide(*static_cast<QKeyEvent*>(event)).route != KeyRoute::kToolkit) {
+      keyInput_.IsOurs(*static_cast<QKeyEvent*>(event))) {
     event->accept();
     return true;
   }
@@ -312,7 +331,7 @@ void CQuillView::TakeMessages() {
     if (doc_.IsAutomationBusy()) article_.OnAutomationKey();
     article_.OnScreen(screen_);
     const std::string keys = composer_.OnScreen(screen_);
-    if (!keys.empty() && !doc_.IsAutomationBusy()) SendBytes(keys);
+    if (!keys.empty() && !doc_.IsAutomationBusy()) keys_.SendBytes(keys);
     keys_.Flush();
     ShowOtherLines();
     clipboard_.OnScreen();

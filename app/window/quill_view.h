@@ -14,11 +14,13 @@
 #include "app/interaction/edit_commands.h"
 #include "app/interaction/ime_adapter.h"
 #include "app/interaction/key_dispatch.h"
+#include "app/interaction/key_input.h"
 #include "app/interaction/link_hover.h"
 #include "app/interaction/name_keys.h"
 #include "app/interaction/pointer_control.h"
 #include "app/interaction/search_controller.h"
 #include "app/interaction/selection_control.h"
+#include "app/interaction/target_finder.h"
 #include "app/interaction/web_controller.h"
 #include "app/messages/file_messages.h"
 #include "app/overlay/activity_badge.h"
@@ -35,7 +37,6 @@
 #include "app/page/shown_text.h"
 #include "app/side_list/side_list_view.h"
 #include "app/window/view_timers.h"
-#include "input/pre_translation.h"
 
 namespace quillet {
 
@@ -55,7 +56,7 @@ class CQuillView : public QWidget {
   // All links in sight, to choose one of for kOpenLink or kCopyLink.
   void ShowLinks(EditCommand use);
   // The user id under the pointer, else the one at the BBS's cursor; empty when there is none.
-  QString IdInQuestion() const;
+  QString IdInQuestion() const { return QString::fromStdU16String(targets_.IdInQuestion()); }
   void OpenUserPage(const QString& id) { web_.OpenUserPage(id.toStdU16String()); }
   // Shows or hides the places of push addresses.
   void TogglePlaces();
@@ -64,7 +65,7 @@ class CQuillView : public QWidget {
   // What the Tab key does on pages with ids.
   void Reveal();
   // A key that the client keeps for itself, for those who need it on the BBS.
-  void SendControl(char code);
+  void SendControl(char code) { keys_.SendBytes(std::string(1, code)); }
   void ShowNotice(const PanelText& notice);
   // Opens the login form.
   void AskLogin();
@@ -123,17 +124,10 @@ class CQuillView : public QWidget {
   bool focusNextPrevChild(bool next) override;
 
  private:
-  WindowState StateForKeys() const;
-  KeyDecision Decide(const QKeyEvent& event) const;
-  // Returns true when the key was consumed.
-  bool PreTranslateMessage(const QKeyEvent& event);
-  void SelectByKey(SelectStep step);
-  void ChangeName(NameKey key, int colour);
   void PerformPanelAction(PanelAction action);
   void OnCommand(KeyCommand command);
   void OnSideButton(SideButton button);
   void OnUserTypes();
-  void SendBytes(std::string bytes);
   void TakeMessages();
   void Tick();
   void TellFileProblems();
@@ -144,11 +138,7 @@ class CQuillView : public QWidget {
   void ConnectSideLists();
   void ConnectSearch();
   PointerControl::Handlers PointerHandlers();
-  // Bytes for the BBS.
-  void ActOnMouse(const MouseAction& action);
   void ShowMenuOfPlace(const QPoint& at, const std::optional<QPoint>& cell);
-  EditTarget TargetAt(const QPoint& cell) const;
-  std::u16string IdAtCell(int row, int col) const;
   void ApplyBackground();
   void ListOverlays();
   OverlayPlace PlaceOfOverlays() const;
@@ -198,6 +188,8 @@ class CQuillView : public QWidget {
   MoneyController money_;
   PushController push_;
   PointerControl pointer_;
+  TargetFinder targets_;
+  KeyInput keyInput_;
   ViewTimers timers_;
 };
 

@@ -1,11 +1,8 @@
 // The view's ways in: keys, input method, mouse, and the commands that they and the menus give.
-#include "app/interaction/author_at_cursor.h"
 #include "app/interaction/context_menu.h"
-#include "app/interaction/key_adapter.h"
 #include "app/messages/article_messages.h"
 #include "app/window/quill_view.h"
 #include "bbs/page_flags.h"
-#include "input/id_at.h"
 #include "platform/clock.h"
 #include "settings/setting_table.h"
 
@@ -13,92 +10,7 @@ namespace quillet {
 
 void CQuillView::keyPressEvent(QKeyEvent* event) {
   pointer_.OnKey();
-  if (!PreTranslateMessage(*event)) QWidget::keyPressEvent(event);
-}
-
-WindowState CQuillView::StateForKeys() const {
-  const auto cell = pointer_.CellUnderPointer();
-  WindowState state{.selectionShown = selection_.IsShown(),
-                    .revealShown = composer_.IsRevealing(),
-                    .activityRuns = doc_.CurrentActivity() != Activity::kNone,
-                    .articleShown = article_.IsShown(),
-                    .article = article_.Paging(),
-                    .articleOpen = doc_.IsArticleOpen(),
-                    .commandsOffered = composer_.Offers(ArticleCommand::kBookmark),
-                    .idUnderPointer = cell && !IdAtCell(cell->y(), cell->x()).empty(),
-                    .addBlackHotKey = doc_.Fields().addBlackHotKey,
-                    .preventArticleChange = doc_.Fields().preventUpDownChangeArticle,
-                    .search = search_.Use()};
-  overlays_.TellKeys(state);
-  return state;
-}
-
-KeyDecision CQuillView::Decide(const QKeyEvent& event) const {
-  return DecideKeyMessage(ToKeyPress(event), event.isAutoRepeat() ? KeyPhase::kRepeat : KeyPhase::kFirst,
-                          screen_, StateForKeys());
-}
-
-bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
-  const KeyDecision decision = Decide(event);
-  if (decision.route != KeyRoute::kToolkit && decision.route != KeyRoute::kSearch) search_.OnOtherKey();
-  switch (decision.route) {
-    case KeyRoute::kToolkit:
-      return false;
-    case KeyRoute::kSwallowed:
-      return true;
-    case KeyRoute::kNotice:
-    case KeyRoute::kSideList:
-      return overlays_.OnKey(decision);
-    case KeyRoute::kSearch:
-      Search(decision.search);
-      return true;
-    case KeyRoute::kSelection:
-      SelectByKey(decision.select);
-      return true;
-    case KeyRoute::kReveal:
-      composer_.EndReveal();
-      ShowOtherLines();
-      return true;
-    case KeyRoute::kActivity:
-      return doc_.StopActivity();
-    case KeyRoute::kNames:
-      ChangeName(decision.name, decision.flagColour);
-      return true;
-    case KeyRoute::kCommand:
-    case KeyRoute::kArticle:
-    case KeyRoute::kBbs:
-      break;
-  }
-  if (decision.paging.kind != PagingAction::Kind::kToBbs && article_.ApplyPaging(decision.paging))
-    return true;
-  timers_.RestartCaret();
-  if (decision.route == KeyRoute::kBbs) {
-    if (auto keys = composer_.OnKey(ToKeyPress(event), screen_)) {
-      if (!keys->empty()) SendBytes(*std::move(keys));
-      ShowOtherLines();
-      return true;
-    }
-  }
-  const bool taken = keys_.Perform(decision.action);
-  // The next Ctrl+C is the BBS's again.
-  const bool copiesByBbsKey = decision.action.command == KeyCommand::kCopy && event.key() == Qt::Key_C &&
-                              !event.modifiers().testFlag(Qt::ShiftModifier);
-  if (decision.route != KeyRoute::kCommand || copiesByBbsKey) selection_.Clear();
-  return taken;
-}
-
-void CQuillView::SelectByKey(SelectStep step) {
-  if (step == SelectStep::kClear)
-    selection_.Clear();
-  else
-    selection_.Step(step, composer_.PageRowOf(screen_.cursorRow), screen_.cursorCol);
-}
-
-void CQuillView::ChangeName(NameKey key, int colour) {
-  const auto cell = pointer_.CellUnderPointer();
-  if (!cell) return;
-  const QString told = nameKeys_.Press(IdAtCell(cell->y(), cell->x()), key, colour);
-  if (!told.isEmpty()) toast_.Show(told);
+  if (!keyInput_.PreTranslateMessage(*event)) QWidget::keyPressEvent(event);
 }
 
 void CQuillView::Search(SearchStep step) {
@@ -178,12 +90,7 @@ void CQuillView::Reveal() {
 }
 
 void CQuillView::inputMethodEvent(QInputMethodEvent* event) {
-  const QString text = ime_.Handle(*event);
-  if (!text.isEmpty() && !overlays_.KeepsTyping()) {
-    timers_.RestartCaret();
-    keys_.SendText(text.toStdU16String());
-    selection_.Clear();
-  }
+  keyInput_.OnComposed(ime_.Handle(*event));
   event->accept();
 }
 
@@ -199,7 +106,7 @@ bool CQuillView::focusNextPrevChild(bool /*next*/) {
 PointerControl::Handlers CQuillView::PointerHandlers() {
   return {.perform = [this](ArticleCommand command) { commands_.Perform(command); },
           .open = [this](const TextLink& link) { web_.Open(link); },
-          .act = [this](const MouseAction& action) { ActOnMouse(action); },
+          .act = [this](const MouseAction& action) { keys_.Perform(action); },
           .pastePrimary = [this] { clipboard_.Paste(QClipboard::Selection); },
           .contextMenu = [this](QPoint at, std::optional<QPoint> cell) { ShowMenuOfPlace(at, cell); },
           .changed = [this] { RefreshFrame(); },
@@ -235,39 +142,8 @@ void CQuillView::wheelEvent(QWheelEvent* event) {
   if (overlays_.IsCovered() || !pointer_.OnWheel(*event)) QWidget::wheelEvent(event);
 }
 
-void CQuillView::ActOnMouse(const MouseAction& action) {
-  std::string bytes = action.bytes;
-  if (action.kind == MouseActionKind::kMoveCursor)
-    bytes = CursorKeys({screen_.cursorRow, screen_.cursorCol}, {action.row, action.col});
-  SendBytes(std::move(bytes));
-}
-
-void CQuillView::SendBytes(std::string bytes) {
-  keys_.Perform({.kind = KeyActionKind::kSendBytes, .bytes = std::move(bytes)});
-}
-
-std::u16string CQuillView::IdAtCell(int row, int col) const {
-  const int line = shown_.LineAtRow(row);
-  if (line < 0) return {};
-  // As the BBS has sent it: who has masked an id must be able to take it out of his lists again.
-  if (!shown_.IsArticle()) return IdAt(doc_.PageReader(), screen_, composer_.ScreenRowAt(row), col);
-  const ArticleLine* const sent = article_.ShownLine(line);
-  return sent == nullptr ? std::u16string() : IdInArticle(doc_.PageReader(), *sent, line, col);
-}
-
-QString CQuillView::IdInQuestion() const {
-  const auto cell = pointer_.CellUnderPointer();
-  std::u16string id = cell ? IdAtCell(cell->y(), cell->x()) : std::u16string();
-  if (id.empty()) id = AuthorAtCursor(screen_, doc_.OpenArticle());
-  return QString::fromStdU16String(id);
-}
-
-EditTarget CQuillView::TargetAt(const QPoint& cell) const {
-  return {.link = links_.LinkAt(cell.y(), cell.x()), .id = IdAtCell(cell.y(), cell.x())};
-}
-
 void CQuillView::ShowMenuOfPlace(const QPoint& at, const std::optional<QPoint>& cell) {
-  const EditTarget target = cell ? TargetAt(*cell) : EditTarget{};
+  const EditTarget target = cell ? targets_.At(*cell) : EditTarget{};
   const ContextFacts facts{.selection = QString::fromStdU16String(selection_.Text()),
                            .target = target,
                            .connected = doc_.IsConnected(),
@@ -284,18 +160,13 @@ void CQuillView::ShowMenuOfPlace(const QPoint& at, const std::optional<QPoint>& 
 }
 
 void CQuillView::Edit(EditCommand command) {
-  EditTarget target{.link = links_.Current(), .id = IdInQuestion().toStdU16String()};
-  edit_.Perform(command, target);
+  edit_.Perform(command, targets_.Current());
 }
 
 void CQuillView::ShowLinks(EditCommand use) {
   const QPointF at = surface_.CellRect(1, 1).topLeft();
   ShowLinkMenu(*this, mapToGlobal(at.toPoint()), links_.LinksInSight(),
                [this, use](const TextLink& link) { edit_.Perform(use, {.link = link, .id = {}}); });
-}
-
-void CQuillView::SendControl(char code) {
-  SendBytes(std::string(1, code));
 }
 
 }  // namespace quillet
