@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "bbs/page_flags.h"
 #include "core/key_sequence.h"
 #include "platform/clock.h"
 #include "render/scroll_motion.h"
@@ -72,10 +71,10 @@ void ArticleView::SetRules(const StyleRules& rules) {
   Review();
 }
 
-void ArticleView::OnScreen(const ScreenSnapshot& screen) {
-  reading_.OnScreen(screen, doc_.OpenArticle(), doc_.IsArticleOpen(), SteadyMilliseconds());
+void ArticleView::OnScreen(const ScreenSnapshot& screen, const UnderstoodPage& page) {
+  reading_.OnScreen(screen, page, doc_.OpenArticle(), doc_.IsArticleOpen(), SteadyMilliseconds());
   rules_.now = SecondsNow();
-  atBbsEnd_ = (screen.pageFlags & PF_READING) != 0 && (screen.pageFlags & PF_READ_END) != 0;
+  atBbsEnd_ = page.Shows(PF_READING) && page.Shows(PF_READ_END);
   bookmarked_ = doc_.IsOpenArticleBookmarked();
 
   const bool another = IsAnotherArticle();

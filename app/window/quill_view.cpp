@@ -11,7 +11,6 @@
 #include "app/messages/article_messages.h"
 #include "app/messages/text_messages.h"
 #include "app/overlay/panel_look.h"
-#include "bbs/page_flags.h"
 
 namespace quillet {
 
@@ -34,11 +33,9 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       doc_(doc),
       surface_(*this),
       toast_(images_, [this] { update(); }),
-      leaving_(doc, *this,
-               [this] {
-                 return LeaveFacts{.inEditor = (screen_.pageFlags & PF_EDITOR) != 0,
-                                   .hasDraft = push_.HasDraft()};
-               }),
+      leaving_(
+          doc, *this,
+          [this] { return LeaveFacts{.inEditor = page_.Shows(PF_EDITOR), .hasDraft = push_.HasDraft()}; }),
       login_(doc, *this, leaving_),
       article_(doc, *this),
       composer_(doc, article_),
@@ -305,7 +302,7 @@ void CQuillView::TakeMessages() {
     if (messages.reason != ScreenReason::kUpdated) keys_.DropWaiting();
     doc_.OnScreen(messages.reason, std::move(messages.seen));
     if (doc_.IsAutomationBusy()) article_.OnAutomationKey();
-    article_.OnScreen(screen_);
+    article_.OnScreen(screen_, page_);
     const std::string keys = composer_.OnScreen(screen_, page_);
     if (!keys.empty() && !doc_.IsAutomationBusy()) SendBytes(keys);
     keys_.Flush();
