@@ -41,6 +41,8 @@ using MenuMark = std::array<std::uint8_t, 2>;
 struct CellPosition {
   int row = 0;
   int col = 0;
+
+  bool operator==(const CellPosition&) const = default;
 };
 
 struct SessionOptions {

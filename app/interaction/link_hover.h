@@ -6,12 +6,12 @@
 #include <vector>
 
 #include <QPainter>
-#include <QPoint>
 #include <QRectF>
 #include <QString>
 
 #include "app/overlay/panel_look.h"
 #include "app/page/picture_lines.h"
+#include "core/term_session.h"
 #include "input/link_finder.h"
 #include "render/page_row.h"
 
@@ -22,9 +22,9 @@ class LinkHover {
   // `text` outlives the object.
   LinkHover(const PictureLines& text, WebHosts hosts);
 
-  // `cell`: column (x) and row (y) of the picture; nothing: the pointer is elsewhere. Returns whether the
-  // picture is different.
-  bool SetPointer(std::optional<QPoint> cell);
+  // `cell`: its row is the picture's; nothing: the pointer is elsewhere. Returns whether the picture is
+  // different.
+  bool SetPointer(std::optional<CellPosition> cell);
   // The pointer stays, but other text may lie under it.
   bool Refresh() { return SetPointer(cell_); }
   std::optional<TextLink> LinkAt(int row, int col) const;
@@ -45,7 +45,7 @@ class LinkHover {
 
   const PictureLines& text_;
   WebHosts hosts_;
-  std::optional<QPoint> cell_;
+  std::optional<CellPosition> cell_;
   int row_ = -1;
   std::optional<TextLink> current_;
 };

@@ -63,18 +63,14 @@ class LoginTest : public WindowTest {
   }
   void LogInByScript() {
     script = std::make_shared<Script>();
-    doc->GetConnection().Open(
-        {.address = "script",
-         .name = {},
-         .makeTransport = [this] { return std::make_unique<ScriptedTransport>(script); }},
-        MakeLoginOrder({.account = u"alice", .password = u"wonder"}));
+    BeginScript(MakeLoginOrder({.account = u"alice", .password = u"wonder"}));
     ASSERT_TRUE(Until([&] { return doc->GetAutomations().Current() == Activity::kLogin; }));
   }
   bool Shows(const QString& text) {
     return Until([&] { return QString::fromStdU16String(ScreenAsText(View().Screen())).contains(text); });
   }
   bool IsBack() {
-    return Until([&] { return Form() != nullptr && doc->GetAutomations().Current() == Activity::kNone; });
+    return Until([&] { return Form() != nullptr && IsIdle(); });
   }
   bool IsIn() {
     return Until([&] { return !doc->LoginId().empty(); }) && Shows(u"【主功能表】"_qs);
@@ -202,15 +198,14 @@ TEST_F(LoginTest, WhateverHappensASiteKeepsWhatItsLastSuccessOrUntickingSaid) {
     Field<QCheckBox>("rememberPassword").setChecked(true);
     Enter();
     if (event == kSuccess) {
-      ASSERT_TRUE(Until([&] {
-        return doc->IsConnected() && doc->GetAutomations().Current() == Activity::kNone &&
-               doc->LoginId() == now.account.toStdU16String();
-      }));
+      ASSERT_TRUE(Until(
+          [&] { return doc->IsConnected() && IsIdle() && doc->LoginId() == now.account.toStdU16String(); }));
       kept[host] = now;
       EXPECT_EQ(doc->Account().Account(), now.account.toStdU16String());
     } else {
       ASSERT_TRUE(Until([&] { return !Complaint().isEmpty() && IsBack(); }));
       EXPECT_EQ(Complaint().contains(u"連不上站台"_qs), event == kNoConnection) << Complaint().toStdString();
+      EXPECT_EQ(Text("password"), event == kNoConnection ? now.password : QString());
       Escape();
       ASSERT_TRUE(Until([&] { return Form() == nullptr; }));
     }
@@ -259,23 +254,6 @@ TEST_F(LoginTest, OnlyASiteThatWasReachedIsProposedAgainAndOffered) {
   EXPECT_EQ(doc->Account().Password(u"older.example"), u"k-1") << "that was not asked for";
 }
 
-TEST_F(LoginTest, AServerThatGoesInMidDialogueBringsTheFormBack) {
-  LoopbackServer server([](Socket& client, const StopSignal& stop) {
-    SendText(client, kIdPrompt + ToBig5(kIdQuestion), stop);
-    std::string typed;
-    while (typed.find("alice\r") == std::string::npos && !stop.IsSet()) {
-      const std::size_t before = typed.size();
-      ReceiveText(client, typed, before + 1, stop);
-      if (typed.size() == before) return;
-    }
-  });
-  UseSite(server.SiteAddress());
-  LogIn("alice", "wonder");
-  ASSERT_TRUE(IsBack());
-  EXPECT_TRUE(Complaint().contains(u"登入還沒完成"_qs)) << Complaint().toStdString();
-  EXPECT_EQ(Text("password"), "wonder") << "there was nothing wrong with it";
-}
-
 TEST_F(LoginTest, TypingOrEscTakesOver) {
   LogInByScript();
   EXPECT_TRUE(Until([&] { return View().Badge().IsShown(); }));
@@ -311,19 +289,6 @@ TEST_F(LoginTest, ASiteThatTakesNothingHoldsUpNeitherTheUserNorTheClosing) {
   frame.reset();
   doc.reset();
   EXPECT_LT(sinceKey.elapsed(), 2000);
-}
-
-TEST_F(LoginTest, AnotherConnectionDuringALoginTakesItsPlace) {
-  LogInByScript();
-  script = std::make_shared<Script>();
-  OpenScript();
-  EXPECT_TRUE(doc->IsConnected());
-  EXPECT_EQ(doc->GetAutomations().Current(), Activity::kNone);
-  script->Deliver(kIdPrompt + ToBig5(kIdQuestion));
-  ASSERT_TRUE(Shows(u"請輸入代號"_qs));
-  TypeText("z");
-  ASSERT_TRUE(Until([&] { return !script->Written().empty(); }));
-  EXPECT_EQ(script->Written(), "z");
 }
 
 TEST_F(LoginTest, TheFormKeepsTheKeyboardAndEscGivesItBack) {
