@@ -99,8 +99,10 @@ TEST_F(TermSessionTest, TheScreenStartsAnewButKeepsItsParserState) {
   session_.ConnectWith(Scripted());
   ASSERT_TRUE(WaitUntil([&] { return session_.state == kStateClosed; }));
   script_ = std::make_shared<TransportScript>();
+  session_.frozen = true;
   session_.ConnectWith(Scripted());
   session_.Disconnect();
+  EXPECT_FALSE(session_.frozen);
   EXPECT_EQ(session_.screen.cursorRow, 0);
   EXPECT_EQ(session_.screen.cursorCol, 0);
   EXPECT_EQ(session_.screen.curAttr, kAttrBlank);
@@ -435,7 +437,7 @@ TEST(CursorKeysTest, RowsGoByHomeAndColumnsAlone) {
   EXPECT_EQ(CursorKeys({4, 9}, {4, 9}), "");
   EXPECT_EQ(CursorKeys({4, 9}, {4, 7}), "\x1b[D\x1b[D");
   EXPECT_EQ(CursorKeys({4, 9}, {5, 0}), "\x1b[1~\x1b[B");
-  EXPECT_EQ(CursorKeys({5, 0}, {4, 2}), "\x1b[1~\x1b[A\x1b[C\x1b[C");
+  EXPECT_EQ(CursorKeys({5, 1}, {4, 2}), "\x1b[1~\x1b[A\x1b[C\x1b[C");
 }
 
 }  // namespace
