@@ -58,7 +58,7 @@ class DialogSizesTest : public WindowTest {
     Check(dialog);
   }
   void CheckPushes() {
-    PushOnDlg dialog({.title = QString(39, u'題'), .text = QString(5000, u'推') + QChar(0x1F600)});
+    PushOnDlg dialog({.title = QString(39, u'題'), .text = QString(5000, u'推') + u"😀"_qs});
     Check(dialog);
   }
   void CheckBoxes() {
