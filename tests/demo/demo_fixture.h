@@ -18,7 +18,7 @@ class DemoTest : public WithTables {
   }
   void Start(DemoOptions::Writes writes) {
     DemoOptions options;
-    options.contentFolder = QUILLET_SOURCE_DIR "/tests/demo/data";
+    options.contentFolder = content;
     options.writes = writes;
     options.log = [this](std::string_view line) { closed += line == "closed"; };
     server = std::make_unique<DemoServer>(options);
@@ -34,6 +34,7 @@ class DemoTest : public WithTables {
     }
     return client;
   }
+  std::filesystem::path content = QUILLET_SOURCE_DIR "/tests/demo/data";
   std::atomic<int> closed{0};  // connections that the server has done with
   std::unique_ptr<DemoServer> server;
 };

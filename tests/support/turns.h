@@ -14,7 +14,7 @@ namespace quillet {
 
 struct Turn {
   std::string typed;
-  std::string page;  // the bytes that show it
+  std::string page;  // the bytes that show it; none: the BBS says nothing
 };
 
 inline std::string TypedIn(const std::vector<Turn>& turns) {
@@ -49,6 +49,7 @@ inline std::shared_ptr<TransportScript> PlayTurns(std::vector<Turn> turns, int t
       while (played.Written().size() < typed)
         if (stop.WaitFor(1)) return TransportEnd{};
       if (thinking > 0 && stop.WaitFor(thinking)) return TransportEnd{};
+      if (turn.page.empty()) continue;
       events.OnReceived({reinterpret_cast<const std::uint8_t*>(turn.page.data()), turn.page.size()});
     }
     while (!stop.WaitFor(1000)) {

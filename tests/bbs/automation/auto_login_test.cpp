@@ -1,132 +1,143 @@
 #include "bbs/automation/auto_login.h"
 
-#include <atomic>
-#include <gtest/gtest.h>
-#include <thread>
-
-#include "bbs/screen_classifier.h"
-#include "tests/support/login_pages.h"
-#include "tests/support/tables.h"
-#include "tests/support/wait_until.h"
+#include "tests/bbs/automation/automation_fixture.h"
 
 namespace quillet {
 namespace {
 
-using namespace login_pages;
-
-class AutoLoginTest : public WithTables {
- protected:
-  static constexpr int kThinking = 25;  // milliseconds, several looks of the login
-
-  // What was typed is complete when this returns.
-  LoginResult Play(const std::vector<Turn>& turns, const LoginRequest& request, bool enabled = true) {
-    script_ = PlayTurns(turns, kThinking);
-    session_.ConnectWith(std::make_unique<ScriptedTransport>(script_), {}, {.autoLogin = enabled});
-    std::atomic<bool> ended{false};
-    LoginResult result = LoginResult::kClosed;
-    std::atomic<bool> cancelled{false};
-    std::thread worker([&] {
-      ScreenWaits waits(session_, classifier_.Pages(), cancelled);
-      result = AutoLogin(waits, request);
-      ended = true;
-    });
-    EXPECT_TRUE(WaitUntil([&] { return ended.load(); })) << Typed();
-    cancelled = true;
-    worker.join();
-    const std::size_t expected = TypedIn(turns).size();
-    EXPECT_TRUE(WaitUntil([&] { return script_->Written().size() >= expected; })) << Typed();
-    return result;
-  }
-  std::string Typed() const { return script_->Written(); }
-
-  ScreenClassifier classifier_;
-  TermSession session_{[this] {
-    SessionOptions options;
-    options.watcher = &classifier_;
-    return options;
-  }()};
-  std::shared_ptr<TransportScript> script_;
-};
-
+constexpr const char* kDismiss = "\n\x1b[3~";
+constexpr int kThinking = 25;  // milliseconds, several looks of the login
 const LoginRequest kMe = {u"me", u"secret"};
-const std::string kToPassword = "me\rsecret\r";
 
-std::vector<Turn> BehindPassword(std::vector<Turn> turns) {
-  turns.insert(turns.begin(), {{"", Id()}, {"me\r", Password()}});
-  turns[2].typed = "secret\r";
-  return turns;
+std::string Id() {
+  return kClearScreen + At(20, 0, u"請輸入代號，或以 guest 參觀，或以 new 註冊: ");
+}
+std::string Password() {
+  return At(21, 0, u"請輸入您的密碼: ");
+}
+std::string WrongPassword() {
+  return At(21, 0, u"密碼不對喔！請檢查大小寫有無輸入錯誤。");
+}
+std::string AskedAgain() {
+  return At(21, 0, u"請重新輸入");
+}
+std::string OtherLogins() {
+  return At(22, 0, u"您想刪除其他重複登入的連線嗎？[Y/n] ") + FieldAt(22, 37);
+}
+std::string Welcome() {
+  return kClearScreen + At(0, 0, u" 奧拉拉文藝坊 ") + Banner();
+}
+std::string BottomQuestion() {
+  return kClearScreen + At(23, 0, u"您有一篇文章還沒寫完，要繼續嗎？[y/N] ");
+}
+std::string TopQuestion() {
+  return kClearScreen + At(1, 0, u"您要刪除登入失敗的記錄嗎？[y/N] ");
+}
+std::string Found() {
+  return kClearScreen + At(23, 0, u"找到 3 篇提到您的文章 ");
+}
+std::string MailMenu() {
+  return Menu(u"【郵件選單】");
 }
 
-TEST_F(AutoLoginTest, OtherLoginsAreKeptUnlessToldOtherwise) {
-  const std::string dismiss = std::string(kDismiss) + kDismiss;
-  // Without the menu as the aim the answer is the last thing typed, and nothing is waited for.
-  for (const bool kick : {false, true}) {
-    EXPECT_EQ(Play(BehindPassword({{{}, OtherLogins()}}), {u"me", u"secret", kick, false}),
-              LoginResult::kFinished);
-    const std::string typed = kToPassword + (kick ? "\r" : "n\r") + dismiss;
-    EXPECT_TRUE(WaitUntil([&] { return Typed() == typed; })) << Typed();
+class AutoLoginTest : public AutomationTest {
+ protected:
+  LoginResult Play(const std::vector<Turn>& turns, const LoginRequest& request = kMe) {
+    return Follow(
+        turns, [&](ScreenWaits& waits) { return AutoLogin(waits, request); }, kThinking);
   }
+  // The first page is what the password brings.
+  static std::vector<Turn> BehindPassword(std::vector<Turn> turns) {
+    turns.insert(turns.begin(), {{"", Id()}, {"me\r", Password()}});
+    turns[2].typed = "secret\r";
+    return turns;
+  }
+
+  const std::string dismiss_ = kDismiss;
+  // Everything that can happen, other logins ended: behind the last turn the login is done.
+  const std::vector<Turn> everything_ = BehindPassword({{{}, OtherLogins()},
+                                                        {"\r" + dismiss_ + dismiss_, BottomQuestion()},
+                                                        {"n\r" + dismiss_, TopQuestion()},
+                                                        {"q\r" + dismiss_, Found()},
+                                                        {"\r" + dismiss_, MailMenu()},
+                                                        {"q", Reader()},
+                                                        {"qqqqqqqqqq", MainMenu()}});
+};
+
+TEST_F(AutoLoginTest, EveryPageIsAnsweredAndWhenTheServerGoesNothingMoreIsTyped) {
+  const LoginRequest request{u"me", u"secret", true};
+  EXPECT_EQ(Play(everything_, request), LoginResult::kFinished);
+  for (std::size_t turn = 0; turn < everything_.size(); ++turn) {
+    std::vector<Turn> some(everything_.begin(), everything_.begin() + static_cast<std::ptrdiff_t>(turn) + 1);
+    some.back().page.clear();
+    EXPECT_EQ(FollowUntil(
+                  some, [&](ScreenWaits& waits) { return AutoLogin(waits, request); },
+                  [this] { session_.RequestDisconnect(session_.connectionNumber); }),
+              LoginResult::kClosed)
+        << turn;
+  }
+}
+
+// Without the menu as the aim the answer is the last thing typed, and nothing is waited for.
+TEST_F(AutoLoginTest, OtherLoginsAreKeptUnlessToldOtherwise) {
+  for (const bool kick : {false, true})
+    EXPECT_EQ(Play(BehindPassword({{{}, OtherLogins()}, {(kick ? "\r" : "n\r") + dismiss_ + dismiss_, ""}}),
+                   {u"me", u"secret", kick, false}),
+              LoginResult::kFinished);
 }
 
 // Neither the field of the prompt that was just answered nor one on a half drawn page is what comes next.
 TEST_F(AutoLoginTest, TheWelcomeIsPassedOnceHoweverLateItIsSeen) {
+  const Turn passed{kDismiss, MainMenu()};
   const std::vector<Turn> turns[] = {
-      BehindPassword({{{}, Welcome()}, {kDismiss, MainMenu()}}),
-      {{"", Id()}, {"me\r", Password() + FieldAt(21, 16)}, {"secret\r", Welcome()}, {kDismiss, MainMenu()}},
-      BehindPassword({{{}, At(20, 0, u"x") + FieldAt(20, 1)}, {"", Welcome()}, {kDismiss, MainMenu()}}),
-      {{"", Id()}, {"me\r", Welcome()}, {kDismiss, MainMenu()}},  // a guest's
+      BehindPassword({{{}, Welcome()}, passed}),
+      {{"", Id()}, {"me\r", Password() + FieldAt(21, 16)}, {"secret\r", Welcome()}, passed},
+      BehindPassword({{{}, At(20, 0, u"x") + FieldAt(20, 1)}, {"", Welcome()}, passed}),
+      {{"", Id()}, {"me\r", Welcome()}, passed},  // a guest's
   };
-  for (const auto& each : turns) {
-    EXPECT_EQ(Play(each, kMe), LoginResult::kFinished);
-    EXPECT_EQ(Typed(), TypedIn(each));
-  }
+  for (const auto& each : turns)
+    EXPECT_EQ(Play(each), LoginResult::kFinished);
 }
 
 TEST_F(AutoLoginTest, ARefusalIsTheLastThingSeenOfAConnection) {
   const std::vector<Turn> turns[] = {
-      {{"", Id()}, {"me\r", UnknownUser()}},
+      {{"", Id()}, {"me\r", At(21, 0, u"這裡沒有這個代號，請再試一次。")}},
       BehindPassword({{{}, WrongPassword()}}),
       BehindPassword({{{}, AskedAgain()}}),
       BehindPassword({{{}, At(20, 0) + FieldAt(20, 40) + AskedAgain() + At(20, 40)}}),
   };
   for (const auto& each : turns) {
-    EXPECT_EQ(Play(each, kMe), LoginResult::kRefused);
-    EXPECT_EQ(Typed(), TypedIn(each));
+    EXPECT_EQ(Play(each), LoginResult::kRefused);
     EXPECT_TRUE(WaitUntil([&] { return session_.state == kStateClosed; }));
     EXPECT_EQ(session_.LastEnd().reason, EndReason::kClosedByUser);
   }
 }
 
 TEST_F(AutoLoginTest, NoPageIsAnsweredTwiceOrOutOfTurn) {
-  const std::string dismiss = kDismiss;
   const std::vector<Turn> turns[] = {
-      BehindPassword({{{}, Found()}, {"\r" + dismiss, TopQuestion()}, {"", MainMenu()}}),
+      BehindPassword({{{}, Found()}, {"\r" + dismiss_, TopQuestion()}, {"", MainMenu()}}),
       BehindPassword({{{}, MailMenu()}, {"q", BottomQuestion()}, {"", MailMenu()}, {"", MainMenu()}}),
-      BehindPassword({{{}, TopQuestion()}, {"q\r" + dismiss, OtherLogins()}, {"", MainMenu()}}),
+      BehindPassword({{{}, TopQuestion()}, {"q\r" + dismiss_, OtherLogins()}, {"", MainMenu()}}),
       // Words of a refusal on a later page are that page's own.
       BehindPassword({{{}, MailMenu()}, {"q", WrongPassword()}, {"", MainMenu()}}),
       // Whatever follows the notice, it is the last page that is looked at.
       BehindPassword({{{}, Reader()}, {"qqqqqqqqqq", Reader() + At(0, 0, u"【主")}}),
   };
-  for (const auto& each : turns) {
-    EXPECT_EQ(Play(each, kMe), LoginResult::kFinished);
-    EXPECT_EQ(Typed(), TypedIn(each));
-  }
+  for (const auto& each : turns)
+    EXPECT_EQ(Play(each), LoginResult::kFinished);
 }
 
 TEST_F(AutoLoginTest, NothingIsTypedWithoutLeaveOrNeed) {
-  const std::vector<Turn> turns = {{"", Id()}};
-  EXPECT_EQ(Play(turns, kMe, false), LoginResult::kFinished);
-  EXPECT_EQ(Typed(), "");
-  EXPECT_EQ(Play(turns, {{}, u"secret"}), LoginResult::kFinished);
-  EXPECT_EQ(Typed(), "");
+  EXPECT_EQ(Play({{"", Id()}}, {{}, u"secret"}), LoginResult::kFinished);
   EXPECT_EQ(Play({{"", Id()}, {"me\r", Password()}}, {u"me", {}}), LoginResult::kFinished);
-  EXPECT_EQ(Typed(), "me\r");
-
+  EXPECT_EQ(Follow({{"", Id()}},
+                   [](ScreenWaits& waits) {
+                     waits.Session().autoLogin = false;
+                     return AutoLogin(waits, kMe);
+                   }),
+            LoginResult::kFinished);
   session_.Disconnect();
-  const std::atomic<bool> cancelled{false};
-  ScreenWaits closed(session_, classifier_.Pages(), cancelled);
-  EXPECT_EQ(AutoLogin(closed, kMe), LoginResult::kClosed);
+  EXPECT_EQ(Await([](ScreenWaits& waits) { return AutoLogin(waits, kMe); }), LoginResult::kClosed);
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
-// An automation on a thread of its own against a BBS that plays turns, and the pages of boards that the turns
-// are made of. For the tests of this folder.
+// An automation on a thread of its own against a BBS that plays turns. For the tests of this folder.
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
@@ -11,32 +11,18 @@
 
 #include "bbs/automation/screen_waits.h"
 #include "bbs/screen_classifier.h"
+#include "tests/bbs/automation/automation_pages.h"
 #include "tests/support/tables.h"
-#include "tests/support/turns.h"
 #include "tests/support/wait_until.h"
 
 namespace quillet {
-
-inline std::string Star(int row) {
-  return At(row, 0) + "\x1b[1;33;46m" + ToBig5(u"★someone") + "\x1b[37;45m hello \x1b[m ";
-}
-inline std::string StarLine(int row) {
-  return Star(row) + At(row, 16);
-}
-inline std::string BoardPrompt() {
-  return At(0, 0, u"【 選擇看板 】") + At(1, 0, u"請輸入看板名稱(按空白鍵自動搜尋): ") + FieldAt(1, 40);
-}
-inline std::string ArticleList() {
-  return kClearScreen + At(0, 0, u"【板主:someone】") +
-         At(1, 0, u"[←]離開 [→]閱讀 [Ctrl-P]發表文章 [d]刪除 [z]精華區 [i]看板資訊/設定 [h]說明   ") +
-         At(23, 0, u" 文章選讀 ") + At(3, 0, u"●") + At(3, 1);
-}
 
 class AutomationTest : public WithTables {
  protected:
   void Connect(std::shared_ptr<TransportScript> script) {
     script_ = std::move(script);
-    session_.ConnectWith(std::make_unique<ScriptedTransport>(script_), {}, {.isBbs = true});
+    session_.ConnectWith(std::make_unique<ScriptedTransport>(script_), {},
+                         {.isBbs = true, .autoLogin = true});
   }
   // Connects to a BBS that shows the page and nothing else, and waits until it does.
   void Show(const std::string& page) {
@@ -57,7 +43,7 @@ class AutomationTest : public WithTables {
       result = run(waits);
       ended = true;
     });
-    EXPECT_TRUE(WaitUntil([&] { return ended.load(); })) << Typed();
+    EXPECT_TRUE(WaitUntil([&] { return ended.load(); })) << script_->Written();
     cancelled_ = true;
     worker.join();
     cancelled_ = false;
@@ -68,11 +54,34 @@ class AutomationTest : public WithTables {
   auto Follow(const std::vector<Turn>& turns, Run run, int thinking = 0) {
     Connect(PlayTurns(turns, thinking));
     const auto result = Await(run);
-    EXPECT_TRUE(WaitUntil([&] { return Typed().size() >= TypedIn(turns).size(); }));
     EXPECT_EQ(Typed(), TypedIn(turns));
     return result;
   }
-  std::string Typed() const { return script_->Written(); }
+  // The BBS falls silent behind the turns, and when all has been typed `then` happens.
+  template <typename Run>
+  auto FollowUntil(const std::vector<Turn>& turns, Run run, const std::function<void()>& then) {
+    Connect(PlayTurns(turns));
+    const std::string expected = TypedIn(turns);
+    std::thread other([&] {
+      EXPECT_TRUE(WaitUntil([&] { return script_->Written().size() >= expected.size(); }));
+      then();
+    });
+    const auto result = Await(run);
+    other.join();
+    EXPECT_EQ(Typed(), expected);
+    return result;
+  }
+  // On this connection, all that has been sent so far included.
+  std::string Typed() {
+    constexpr char kLast = '\x1c';
+    const std::string last(1, kLast);
+    session_.SendBytes(last);
+    EXPECT_TRUE(
+        WaitUntil([&] { return script_->Written().ends_with(last) || session_.state != kStateConnected; }));
+    std::string typed = script_->Written();
+    std::erase(typed, kLast);
+    return typed;
+  }
 
   std::atomic<bool> cancelled_{false};
   ScreenClassifier classifier_;
