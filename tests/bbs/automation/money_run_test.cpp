@@ -68,7 +68,7 @@ class MoneyRunTest : public AutomationTest {
                              .gifts = std::vector<MoneyGift>(static_cast<std::size_t>(gifts), {u"bob", 5}),
                              .reaction = patience,
                              .answer = patience,
-                             .wayBack = 2 * kPatience};
+                             .wayBack = std::chrono::seconds(3)};
       MoneyLedger ledger(order.gifts);
       RunMoneyOrder(waits, order, ledger);
       return ledger.Result();
