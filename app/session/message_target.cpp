@@ -48,13 +48,10 @@ bool MessageTarget::Post(unsigned message, std::uintptr_t first, std::uintptr_t 
 MessageTarget::Messages MessageTarget::Take(unsigned connection) {
   const std::lock_guard guard(lock_);
   wakeQueued_ = false;
-  Messages taken = std::exchange(waiting_, {});
+  Posted posted = std::exchange(waiting_, {});
   if (connection != connection_) return {};
-  if (taken.screen) {
-    taken.page = witness_.Page();
-    taken.seen = witness_.Take();
-  }
-  return taken;
+  if (!posted.screen) return {std::move(posted)};
+  return {std::move(posted), witness_.Page(), witness_.Take()};
 }
 
 void MessageTarget::Tell(const std::function<void(ScreenWitness&)>& tell) {

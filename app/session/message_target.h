@@ -35,14 +35,16 @@ class MessageTarget : public NotifyTarget {
 
   // Everything that arrived since the last Take from the connection of that TermSession::connectionNumber.
   // What is left of an older one is dropped: it is no news of the site that shows now.
-  struct Messages {
+  struct Posted {
     std::unique_ptr<ScreenSnapshot> screen;  // the newest, null when there is none
     // The newest reason other than kUpdated, so that no connect or disconnect is lost between updates.
     ScreenReason reason = ScreenReason::kUpdated;
     bool bell = false;
+  };
+  struct Messages : Posted {
     // With the screen: what stands on it, and what those up to it have told.
-    UnderstoodPage page;
-    Sightings seen;
+    UnderstoodPage page{};
+    Sightings seen{};
   };
   Messages Take(unsigned connection);
 
@@ -52,7 +54,7 @@ class MessageTarget : public NotifyTarget {
  private:
   std::mutex lock_;
   QObject* receiver_ = nullptr;  // guarded by lock_, like the rest
-  Messages waiting_;
+  Posted waiting_;
   ScreenWitness witness_;
   std::uint32_t connection_ = 0;  // of the screen that came last
   bool wakeQueued_ = false;
