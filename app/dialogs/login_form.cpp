@@ -10,6 +10,7 @@
 #include <QStandardItemModel>
 #include <QVBoxLayout>
 
+#include "app/dialogs/label_words.h"
 #include "app/overlay/panel_look.h"
 
 namespace quillet {
@@ -33,11 +34,6 @@ QPushButton* Link(const QString& text) {
   auto* const button = new QPushButton(text);
   button->setFlat(true);
   return button;
-}
-
-void Say(QLabel& label, const QString& text) {
-  label.setText(text);
-  label.setVisible(!text.isEmpty());
 }
 
 }  // namespace
@@ -246,8 +242,8 @@ void LoginForm::ShowSite() {
 }
 
 void LoginForm::Complain(const LoginComplaint& complaint) {
-  Say(*complaint_, complaint.title);
-  Say(*detail_, complaint.detail);
+  ShowWords(*complaint_, complaint.title);
+  ShowWords(*detail_, complaint.detail);
   if (unit_ > 0) Place(unit_);
   update();
 }

@@ -8,6 +8,7 @@
 #include <QTreeWidgetItem>
 #include <QVBoxLayout>
 
+#include "app/dialogs/label_words.h"
 #include "app/messages/push_messages.h"
 #include "bbs/automation/push_pieces.h"
 #include "settings/dialog/dialog_room.h"
@@ -28,11 +29,6 @@ QLabel* Label(const QString& name) {
   label->setWordWrap(true);
   label->setTextFormat(Qt::PlainText);
   return label;
-}
-
-void ShowWords(QLabel& label, const QString& text) {
-  label.setText(text);
-  label.setVisible(!text.isEmpty());
 }
 
 }  // namespace
