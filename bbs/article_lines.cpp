@@ -132,19 +132,19 @@ void ArticleLines::Append(const ScreenSnapshot& screen, const Place& place) {
     lines_.push_back(LineOf(screen, index - place.top));
 }
 
-ArticleLines::Taken ArticleLines::Take(const ScreenSnapshot& screen) {
-  if (!IsWholeReaderPage(screen)) return Taken::kNothing;
+ArticleLines::Added ArticleLines::Add(const ScreenSnapshot& screen) {
+  if (!IsWholeReaderPage(screen)) return Added::kNothing;
   const std::optional<Place> place = PlaceOf(screen);
-  if (!place) return Taken::kNothing;
+  if (!place) return Added::kNothing;
   away_ = !IsOfThisText(screen, *place);
-  if (away_) return Taken::kOther;
+  if (away_) return Added::kOther;
 
   const bool wasComplete = complete_;
   if (place->top > Count()) {
     // It goes on behind what was its end.
     complete_ = false;
     if (wasComplete) ++version_;
-    return Taken::kNothing;
+    return Added::kNothing;
   }
   if (lines_.empty()) ruleRow_ = RuleRow(screen);
 
@@ -163,8 +163,8 @@ ArticleLines::Taken ArticleLines::Take(const ScreenSnapshot& screen) {
     complete_ = false;
   const bool changed = differs || shorter;
   if (changed || coloured || Count() != known || complete_ != wasComplete) ++version_;
-  if (changed) return Taken::kChanged;
-  return Count() != known ? Taken::kMore : Taken::kNothing;
+  if (changed) return Added::kChanged;
+  return Count() != known ? Added::kMore : Added::kNothing;
 }
 
 }  // namespace quillet

@@ -25,7 +25,7 @@ class ArticleLines {
  public:
   ArticleLines();
 
-  enum class Taken {
+  enum class Added {
     kNothing,  // no whole page of a reader, nothing new on it, or lines between are not known
     kMore,     // lines that were not known
     kChanged,  // known lines read differently now; what was known from the first of them on is forgotten
@@ -34,7 +34,7 @@ class ArticleLines {
   // A screen, classified; only a reader's page that is drawn to its end is looked at. The first page taken is
   // one that begins at the top. When another text has been shown meanwhile (help, in the same reader), a page
   // is this text's again once its first rows or most of its lines are recognised.
-  Taken Take(const ScreenSnapshot& screen);
+  Added Add(const ScreenSnapshot& screen);
   // Lines from `index` on are not known any more; the next page may lie anywhere in the same text.
   void ForgetFrom(int index);
   void Clear() { ForgetFrom(0); }
@@ -44,7 +44,7 @@ class ArticleLines {
   // Up to the article's end. An article of more than kMostLines never is.
   bool IsComplete() const { return complete_; }
   const ArticleLine& At(int index) const { return lines_[static_cast<std::size_t>(index)]; }
-  // Another number when Take, ForgetFrom or Clear has changed anything.
+  // Another number when Add, ForgetFrom or Clear has changed anything.
   unsigned Version() const { return version_; }
 
   // Where a reader page lies.

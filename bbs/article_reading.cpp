@@ -11,7 +11,7 @@
 namespace quillet {
 namespace {
 
-using Taken = ArticleLines::Taken;
+using Added = ArticleLines::Added;
 
 constexpr int kPageStep = ArticleLines::kPageRows - 1;  // the BBS leaves one line of the page before in sight
 // So many keys more than there are pages may bring nothing new before the answers are not believed any more.
@@ -120,17 +120,17 @@ void ArticleReading::OnPage(const ScreenSnapshot& screen, const ArticleInfo& art
 bool ArticleReading::ReadLines(const ScreenSnapshot& screen, const ArticleInfo& article) {
   const bool topOfAnArticle = article.IsArticle() && (screen.pageFlags & PF_READ_TOP) != 0;
   if (lines_.Count() == 0 && !topOfAnArticle) return false;
-  Taken taken = lines_.Take(screen);
+  Added added = lines_.Add(screen);
   const std::optional<int> top = lines_.TopOf(screen);
-  if (taken == Taken::kOther && top > 0 && seekingEnd_) {
+  if (added == Added::kOther && top > 0 && seekingEnd_) {
     // The same article, whose lines have moved: where, only reading it all again can tell.
     lines_.ForgetFrom(ArticleLines::kPageRows);
-    taken = lines_.Take(screen);
-  } else if (taken == Taken::kOther && top == 0 && topOfAnArticle) {
+    added = lines_.Add(screen);
+  } else if (added == Added::kOther && top == 0 && topOfAnArticle) {
     ForgetArticle();
-    taken = lines_.Take(screen);
+    added = lines_.Add(screen);
   }
-  return top && taken != Taken::kOther;
+  return top && added != Added::kOther;
 }
 
 void ArticleReading::NoteArrival(const ReaderPlace& page, std::int64_t now) {

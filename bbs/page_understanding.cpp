@@ -24,7 +24,7 @@ std::uint8_t FlagsOf(const PageLine& line, bool isPrompt) {
 }  // namespace
 
 const UnderstoodPage& PageUnderstanding::Look(const ScreenSnapshot& screen) {
-  const Rows changed = TakeRows(screen);
+  const Rows changed = KeepRows(screen);
   const PageContent content = ContentOf(screen.pageFlags);
   const bool sameContent = content == std::exchange(page_.content, content);
   ReadHeader(screen, changed);
@@ -42,7 +42,7 @@ const UnderstoodPage& PageUnderstanding::Look(const ScreenSnapshot& screen) {
   return page_;
 }
 
-PageUnderstanding::Rows PageUnderstanding::TakeRows(const ScreenSnapshot& screen) {
+PageUnderstanding::Rows PageUnderstanding::KeepRows(const ScreenSnapshot& screen) {
   Rows changed;
   for (std::size_t row = 0; row < kRows; ++row) {
     changed[row] = !begun_ || text_[row] != screen.text[row];

@@ -21,7 +21,7 @@ class PageUnderstanding {
   using Rows = std::array<bool, kRows>;
 
   // The rows that read otherwise than before; kept as they are now.
-  Rows TakeRows(const ScreenSnapshot& screen);
+  Rows KeepRows(const ScreenSnapshot& screen);
   void ReadLine(const ScreenRow& text, int row, PageContent content);
   // Of the flags of the page before and of the screen.
   void ReadFooter(const ScreenSnapshot& screen, const Rows& changed);

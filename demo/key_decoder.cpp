@@ -60,11 +60,11 @@ std::optional<KeyKind> ByNumber(int number) {
 std::vector<Key> KeyDecoder::Feed(std::string_view bytes) {
   keys_.clear();
   for (const char byte : bytes)
-    Take(static_cast<std::uint8_t>(byte));
+    Decode(static_cast<std::uint8_t>(byte));
   return std::move(keys_);
 }
 
-void KeyDecoder::Take(std::uint8_t byte) {
+void KeyDecoder::Decode(std::uint8_t byte) {
   if (DecodeTelnet(byte)) return;
   switch (state_) {
     case State::kEscape:

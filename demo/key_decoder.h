@@ -57,7 +57,7 @@ class KeyDecoder {
     kSubnegotiation,
     kSubTelnet
   };
-  void Take(std::uint8_t byte);
+  void Decode(std::uint8_t byte);
   void DecodeGround(std::uint8_t byte);
   void DecodeSequence(std::uint8_t byte);
   bool DecodeTelnet(std::uint8_t byte);

@@ -27,7 +27,7 @@ LoginController::LoginController(const Parts& parts) : parts_(parts) {
   // However it came about, it needs no form any more.
   connect(&parts_.connection, &Connection::ConnectionBegins, this, &LoginController::Close);
   connect(&parts_.automations, &Automations::LoginEnded, this, &LoginController::OnLoginEnded);
-  connect(&parts_.settings, &UserSettings::Changed, this, &LoginController::Dress);
+  connect(&parts_.settings, &UserSettings::Changed, this, &LoginController::ApplyColours);
   // An account that an older version kept belongs to the site that is set up now, whatever is chosen later.
   parts_.account.AdoptFor(SiteKey(Text(parts_.settings.Fields().site), parts_.hosts));
 }
@@ -69,14 +69,14 @@ void LoginController::Open(const LoginEntry& entry, const LoginComplaint& compla
   // Queued: they fill the box anew that is telling of its choice.
   connect(form_, &LoginForm::SiteChosen, this, &LoginController::ChooseSite, Qt::QueuedConnection);
   connect(form_, &LoginForm::SiteRemoved, this, &LoginController::RemoveSite, Qt::QueuedConnection);
-  Dress();
+  ApplyColours();
   if (unit_ > 0) form_->Place(unit_);
   form_->setVisible(!covered_);
   GiveKeyboard();
   emit Changed();
 }
 
-void LoginController::Dress() {
+void LoginController::ApplyColours() {
   if (form_) form_->SetColours(LoginFormColoursFor(parts_.settings.Fields().work));
 }
 

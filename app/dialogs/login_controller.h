@@ -60,7 +60,7 @@ class LoginController : public QObject, public Overlay {
  private:
   void Open(const LoginEntry& entry, const LoginComplaint& complaint);
   // In the colours of the settings.
-  void Dress();
+  void ApplyColours();
   void Discard();
   void GiveKeyboard();
 

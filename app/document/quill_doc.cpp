@@ -89,7 +89,7 @@ void CQuillDoc::OnScreen(ScreenReason reason, Sightings seen) {
 }
 
 void CQuillDoc::ReviewAnswer() {
-  const bool mayWait = IsConnected() && !automations_.IsBusy();
+  const bool mayWait = connection_.IsConnected() && !automations_.IsBusy();
   const AnswerWait::State now = mayWait ? driver_.Answer() : AnswerWait::State::kNone;
   if (std::exchange(answer_, now) != now) emit StatusChanged();
 }

@@ -6,7 +6,6 @@
 #include <functional>
 #include <string>
 #include <string_view>
-#include <type_traits>
 #include <vector>
 
 #include <QObject>
@@ -62,14 +61,7 @@ class CQuillDoc : public QObject {
   Opener& WebOpener() { return opener_; }
 
   // What is asked most often.
-  bool IsConnected() const { return connection_.IsConnected(); }
   const Settings& Fields() const { return settings_.Fields(); }
-  SettingsStore& Store() { return settings_.Store(); }
-  void Set(const std::vector<SettingChange>& changes) { settings_.Set(changes); }
-  template <typename T>
-  void Set(T Settings::*field, const std::type_identity_t<T>& value) {
-    settings_.Set(field, value);
-  }
   const ArticleInfo& OpenArticle() const { return connection_.Seen().article; }
   // Empty while nobody is known to be logged in.
   const std::u16string& LoginId() const { return connection_.Seen().loginId; }

@@ -22,7 +22,7 @@ void ImeAdapter::UpdatePosition(int cursorRow, int cursorCol, Move move, RowSize
   UpdateBox();
   place_ = place;
   size_ = size;
-  row_ = std::clamp(cursorRow, 0, kRows - 1);
+  row_ = std::clamp(cursorRow, 0, kBottomRow);
   col_ = std::clamp(cursorCol, 0, kCols - 1);
   UpdateBox();
   QGuiApplication::inputMethod()->update(Qt::ImCursorRectangle | Qt::ImAnchorRectangle | Qt::ImFont);

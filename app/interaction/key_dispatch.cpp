@@ -11,15 +11,15 @@ bool KeyDispatch::Perform(const KeyAction& action) {
   if (action.kind == KeyActionKind::kCommand)
     handlers_.command(action.command);
   else
-    Take({.action = action});
+    SendOrKeep({.action = action});
   return true;
 }
 
 void KeyDispatch::SendText(std::u16string_view text, Wrap wrap) {
-  Take({.action = {.kind = KeyActionKind::kSendText, .text = std::u16string(text)}, .wrap = wrap});
+  SendOrKeep({.action = {.kind = KeyActionKind::kSendText, .text = std::u16string(text)}, .wrap = wrap});
 }
 
-void KeyDispatch::Take(Input input) {
+void KeyDispatch::SendOrKeep(Input input) {
   if (!connection_.IsConnected()) return;
   handlers_.userTypes();
   const LostCharacters lost = FindLostCharacters(input.action.text);

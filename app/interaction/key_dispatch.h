@@ -43,7 +43,7 @@ class KeyDispatch {
     KeyAction action;
     Wrap wrap = Wrap::kNone;
   };
-  void Take(Input input);
+  void SendOrKeep(Input input);
   void Send(const Input& input);
   // The user is about to type to the site: he has seen that his lists hold something, and no automation types
   // between his keys. False when that has stopped one that was filling in prompts: what he types was meant

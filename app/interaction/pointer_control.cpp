@@ -12,7 +12,6 @@
 namespace quillet {
 namespace {
 
-constexpr int kBarRow = kRows - 1;
 // Systems that scroll by pages tell a huge count.
 constexpr int kMostLinesPerNotch = kPageStep;
 
@@ -85,7 +84,7 @@ std::string PointerControl::SignOfPage(const PointerPlace& place) const {
   const PageKind kind = place.picture == Picture::kArticle ? PageKind::kReader : parts_.page.kind;
   if (kind == PageKind::kReader) return {};
   std::string sign(parts_.screen.RowText(0));
-  sign += parts_.screen.RowText(kBarRow);
+  sign += parts_.screen.RowText(kBottomRow);
   const bool isLine = kind == PageKind::kList || kind == PageKind::kArticleList || kind == PageKind::kMenu;
   if (isLine && place.row >= 0) sign += parts_.screen.RowText(place.row);
   return sign;
@@ -290,7 +289,7 @@ void PointerControl::Drag(const QPointF& at) {
   drags_ = true;
   FrameSurface::Place place = parts_.surface.PlaceAt(at);
   // The article's text ends above the bar.
-  if (PictureNow() == Picture::kArticle && place.row == kBarRow) {
+  if (PictureNow() == Picture::kArticle && place.row == kBottomRow) {
     --place.row;
     ++place.rowsOutside;
   }

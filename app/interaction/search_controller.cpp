@@ -32,7 +32,7 @@ SearchUse SearchController::Use() const {
   return walks_ && article_.TargetLine() == stoodAt_ ? SearchUse::kWalked : SearchUse::kMarked;
 }
 
-void SearchController::Take(SearchStep step) {
+void SearchController::Perform(SearchStep step) {
   if (step == SearchStep::kEnd) return Forget();
   if (step == SearchStep::kAsk || wanted_.isEmpty()) return Ask();
   Step(step);

@@ -20,14 +20,14 @@ class SearchController : public QObject {
   Q_OBJECT
 
  public:
-  // All outlive the desk; the field lies in `view`.
+  // All outlive the controller; the field lies in `view`.
   SearchController(ArticleView& article, const PictureLines& text, QWidget& view);
 
   SearchUse Use() const;
   // The field is open and has the keyboard.
   bool IsAsking() const { return bar_.IsOpen(); }
   // Only while an article is shown.
-  void Take(SearchStep step);
+  void Perform(SearchStep step);
   // Closes the field and stays with what was found: something else has come up.
   void StopAsking();
   // A key that had nothing to do with this.

@@ -88,13 +88,13 @@ void SelectionControl::StopDragging() {
 
 // Without a line the cells themselves are all that there is.
 int SelectionControl::BoundaryAt(int row, int halves) const {
-  const int line = text_.LineAtRow(std::clamp(row, 0, kRows - 1));
+  const int line = text_.LineAtRow(std::clamp(row, 0, kBottomRow));
   return line < 0 ? (halves + 1) / 2 : NearestBoundary(text_.Line(line).text, halves);
 }
 
 // Where a row shows no line, what lies above it counts; a column keeps to its cells.
 TextPoint SelectionControl::PointAt(int row, int slot, SelectShape shape) const {
-  row = std::clamp(row, 0, kRows - 1);
+  row = std::clamp(row, 0, kBottomRow);
   for (int above = row; above >= 0; --above)
     if (const int line = text_.LineAtRow(above); line >= 0)
       return {line, above == row || shape == SelectShape::kColumn ? slot : kCols};

@@ -86,10 +86,11 @@ void BackgroundPicture::Deliver(const std::shared_ptr<Task>& task, const Decoded
   const std::lock_guard lock(task->mutex);
   if (task->owner == nullptr) return;
   QMetaObject::invokeMethod(
-      task->owner, [owner = task->owner, task, result] { owner->Take(task, result); }, Qt::QueuedConnection);
+      task->owner, [owner = task->owner, task, result] { owner->Accept(task, result); },
+      Qt::QueuedConnection);
 }
 
-void BackgroundPicture::Take(const std::shared_ptr<Task>& task, const DecodedPicture& result) {
+void BackgroundPicture::Accept(const std::shared_ptr<Task>& task, const DecodedPicture& result) {
   if (task != task_) return;
   task_.reset();
   picture_ = result.image;

@@ -44,7 +44,7 @@ class BackgroundPicture : public QObject {
   void Decode(Work work);
   // Any thread.
   static void Deliver(const std::shared_ptr<Task>& task, const DecodedPicture& result);
-  void Take(const std::shared_ptr<Task>& task, const DecodedPicture& result);
+  void Accept(const std::shared_ptr<Task>& task, const DecodedPicture& result);
 
   DownloadLimits limits_;
   QString source_;

@@ -98,14 +98,14 @@ std::optional<QPoint> FrameSurface::CellAt(const QPointF& at) const {
 
 FrameSurface::Place FrameSurface::PlaceAt(const QPointF& at) const {
   const int wanted = RowAt(at.y());
-  const int row = qBound(FirstInSight(CurrentLayout()), wanted, kRows - 1);
+  const int row = qBound(FirstInSight(CurrentLayout()), wanted, kBottomRow);
   const int cell = qMax(1, painter_.CellRect(row, 0).width());
   const int halves = qFloor(2.0 * OffsetInRow(row, at.x()) / cell);
   return {.row = row, .halves = qBound(0, halves, 2 * kCols), .rowsOutside = wanted - row};
 }
 
 bool FrameSurface::IsLeftOfPage(const QPointF& at) const {
-  return OffsetInRow(qBound(0, RowAt(at.y()), kRows - 1), at.x()) < 0;
+  return OffsetInRow(qBound(0, RowAt(at.y()), kBottomRow), at.x()) < 0;
 }
 
 }  // namespace quillet

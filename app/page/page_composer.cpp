@@ -11,9 +11,8 @@
 namespace quillet {
 namespace {
 
-constexpr int kStatusRow = kRows - 1;
 // Prompts take the status line and the row above it.
-constexpr int kPromptRow = kStatusRow - 1;
+constexpr int kPromptRow = kBottomRow - 1;
 // The pages on which something is revealed; going from one kind to another ends it.
 constexpr std::uint32_t kRevealingPages = PF_READING | PF_ARTICLE_LIST;
 
@@ -88,17 +87,17 @@ void PageComposer::Compose(const ScreenSnapshot& screen, const UnderstoodPage& p
 void PageComposer::ComposeScreen(const ScreenSnapshot& screen, const UnderstoodPage& page,
                                  FrameState& frame) {
   captions_.clear();
-  const StyledScreen dressed = StyleScreen(screen, page, rules_, parts_.seen.article.postTime);
-  frame.page = dressed.page;
-  rowOf_ = dressed.rowOf;
+  const StyledScreen styled = StyleScreen(screen, page, rules_, parts_.seen.article.postTime);
+  frame.page = styled.page;
+  rowOf_ = styled.rowOf;
   if (sight_.IsNarrow()) MoveIntoSight(PageRowOf(screen.cursorRow), frame.page);
   if (!OffersCommands(screen)) return;
-  ArticleBar bar = MakeArticleBarOver(frame.page[kStatusRow],
+  ArticleBar bar = MakeArticleBarOver(frame.page[kBottomRow],
                                       {.bookmarked = parts_.bookmarks.HasOpenArticle(),
                                        .offers = {ArticleCommand::kBookmark, ArticleCommand::kPush,
                                                   ArticleCommand::kPushOn, ArticleCommand::kGiveMoney},
                                        .hovered = hovered_});
-  frame.page[kStatusRow] = std::move(bar.row);
+  frame.page[kBottomRow] = std::move(bar.row);
   captions_ = std::move(bar.areas);
 }
 
@@ -112,11 +111,11 @@ bool PageComposer::SetRowsInSight(int rows) {
 
 // The bottom row stays; the row that is cut by the window's edge shows what stands above.
 void PageComposer::MoveIntoSight(int cursorRow, Page& page) {
-  const int first = kStatusRow - sight_.Rows();
+  const int first = kBottomRow - sight_.Rows();
   const int shift = sight_.TopFor(cursorRow) - first;
   const Page before = page;
   const auto rowBefore = rowOf_;
-  for (int row = 0; row < kStatusRow; ++row) {
+  for (int row = 0; row < kBottomRow; ++row) {
     const auto to = static_cast<std::size_t>(row);
     const auto from = static_cast<std::size_t>(std::max(row + shift, 0));
     page[to] = row + shift < 0 ? PageRow{} : before[from];
@@ -135,10 +134,10 @@ bool PageComposer::IsPromptOverArticle(const ScreenSnapshot& screen) const {
 
 void PageComposer::KeepArticleAbovePrompt(const ScreenSnapshot& screen, FrameState& frame) {
   PageRow above = std::move(frame.page[kPromptRow]);
-  PageRow prompt = std::move(frame.page[kStatusRow]);
+  PageRow prompt = std::move(frame.page[kBottomRow]);
   article_.Compose(frame);
   if (!IsSameRow(screen, *covered_, kPromptRow)) frame.page[kPromptRow] = std::move(above);
-  frame.page[kStatusRow] = std::move(prompt);
+  frame.page[kBottomRow] = std::move(prompt);
   for (int row = 0; row < kRows; ++row)
     rowOf_[static_cast<std::size_t>(row)] = row < kPromptRow ? -1 : row;
 }
@@ -154,7 +153,7 @@ bool PageComposer::Offers(ArticleCommand command) const {
 }
 
 ArticleCommand PageComposer::CommandAt(int row, int col) const {
-  return row == kStatusRow ? quillet::CommandAt(captions_, col) : ArticleCommand::kNone;
+  return row == kBottomRow ? quillet::CommandAt(captions_, col) : ArticleCommand::kNone;
 }
 
 bool PageComposer::SetHovered(ArticleCommand command) {

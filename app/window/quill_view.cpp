@@ -275,7 +275,7 @@ OverlayPlace CQuillView::PlaceOfOverlays() const {
   const qreal scale = surface_.Scale();
   OverlayPlace place{.area = rect(),
                      .unit = layout.rowHeight / scale,
-                     .footTop = surface_.CellRect(kRows - 1, 0).top(),
+                     .footTop = surface_.CellRect(kBottomRow, 0).top(),
                      .font = font(),
                      .work = settings_.Fields().work};
   // The flags of listed ids stand in the margin too, and come first.

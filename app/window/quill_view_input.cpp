@@ -103,7 +103,7 @@ void CQuillView::ChangeName(NameKey key, int colour) {
 
 void CQuillView::Search(SearchStep step) {
   if (article_.IsShown())
-    search_.Take(step);
+    search_.Perform(step);
   else
     toast_.Show(DescribeNoCommand(connection_.IsConnected()));
 }

@@ -33,19 +33,19 @@ class ReaderRows {
   int FirstFixed() const { return firstFixed_; }
 
   // False: the row is a push line that is to be left out.
-  bool Dress(int row, PageRow& dressed) {
+  bool Style(int row, PageRow& styled) {
     const PageLine& line = page_.Line(row);
     const bool isPrompt = page_.IsPromptRow(row);
-    if (line.push && !isPrompt) return StylePush(row, *line.push, dressed);
+    if (line.push && !isPrompt) return StylePush(row, *line.push, styled);
     above_.clear();
-    if (isPrompt) StylePushPrompt(dressed, rules_);
-    if (row == kHeaderAuthorRow) StyleHeaderAuthor(dressed, HeaderAuthor(screen_, page_), rules_);
-    if ((line.flags & LF_KEYWORD) != 0) ColourKeywords(dressed, rules_.keywords);
+    if (isPrompt) StylePushPrompt(styled, rules_);
+    if (row == kHeaderAuthorRow) StyleHeaderAuthor(styled, HeaderAuthor(screen_, page_), rules_);
+    if ((line.flags & LF_KEYWORD) != 0) ColourKeywords(styled, rules_.keywords);
     return true;
   }
 
  private:
-  bool StylePush(int row, const PushLine& line, PageRow& dressed) {
+  bool StylePush(int row, const PushLine& line, PageRow& styled) {
     PushInPage push{.line = line, .id = {}};
     if (line.stamp) push.time = clock_.TimeOf(*line.stamp, rules_.now);
     std::u16string id = PushAuthor(screen_, page_, row);
@@ -53,7 +53,7 @@ class ReaderRows {
     if (isRemoved && row < firstFixed_) return false;
     push.id = id;
     push.followsOwnId = id == above_;
-    StylePushLine(dressed, push, rules_);
+    StylePushLine(styled, push, rules_);
     above_ = std::move(id);
     return true;
   }
@@ -67,31 +67,31 @@ class ReaderRows {
 };
 
 void StyleArticle(const ScreenSnapshot& screen, const UnderstoodPage& page, const StyleRules& rules,
-                  std::int64_t postTime, StyledScreen& dressed) {
+                  std::int64_t postTime, StyledScreen& styled) {
   ReaderRows rows(screen, page, rules, postTime);
   std::size_t to = 0;
   for (int row = 0; row < kRows; ++row) {
     const auto from = static_cast<std::size_t>(row);
     if (row == rows.FirstFixed())
       for (; to < from; ++to) {
-        dressed.page[to] = PageRow();
-        dressed.rowOf[to] = -1;
+        styled.page[to] = PageRow();
+        styled.rowOf[to] = -1;
       }
-    if (to != from) dressed.page[to] = dressed.page[from];
-    dressed.rowOf[to] = row;
-    if (rows.Dress(row, dressed.page[to])) ++to;
+    if (to != from) styled.page[to] = styled.page[from];
+    styled.rowOf[to] = row;
+    if (rows.Style(row, styled.page[to])) ++to;
   }
 }
 
 void StyleList(const ScreenSnapshot& screen, const UnderstoodPage& page, const StyleRules& rules,
-               Page& dressed) {
+               Page& styled) {
   const Keywords titleWords(*rules.titleWords);
   for (int row = kListFirstRow; row <= kListLastRow; ++row) {
     const PageLine& line = page.Line(row);
     if (!line.listed) continue;
     const std::u16string author = ListedAuthor(screen, page, row);
     const std::u16string title = titleWords.Empty() ? std::u16string() : ListedTitle(screen, page, row);
-    StyleListLine(dressed[static_cast<std::size_t>(row)], {line.listed->author, author, title, line.flags},
+    StyleListLine(styled[static_cast<std::size_t>(row)], {line.listed->author, author, title, line.flags},
                   titleWords, rules);
   }
 }
@@ -100,21 +100,21 @@ void StyleList(const ScreenSnapshot& screen, const UnderstoodPage& page, const S
 
 StyledScreen StyleScreen(const ScreenSnapshot& screen, const UnderstoodPage& page, const StyleRules& rules,
                          std::int64_t postTime) {
-  StyledScreen dressed;
-  dressed.page = PlainPage(screen);
+  StyledScreen styled;
+  styled.page = PlainPage(screen);
   for (int row = 0; row < kRows; ++row)
-    dressed.rowOf[static_cast<std::size_t>(row)] = row;
+    styled.rowOf[static_cast<std::size_t>(row)] = row;
 
   if (page.content == PageContent::kList)
-    StyleList(screen, page, rules, dressed.page);
+    StyleList(screen, page, rules, styled.page);
   else
-    StyleArticle(screen, page, rules, postTime, dressed);
+    StyleArticle(screen, page, rules, postTime, styled);
 
   // Under a message that lies over the list the cursor is the message's.
   const bool hasListCursor = page.Shows(PF_LIST_CURSOR) && !page.Shows(PF_STAR_LINE);
   if (rules.settings->showHighlight && hasListCursor && screen.CursorInside())
-    LayBar(dressed.page[static_cast<std::size_t>(screen.cursorRow)]);
-  return dressed;
+    LayBar(styled.page[static_cast<std::size_t>(screen.cursorRow)]);
+  return styled;
 }
 
 }  // namespace quillet

@@ -74,7 +74,7 @@ class WindowTest : public WithTables {
   CQuillView& View() { return frame->View(); }
 
   ArticleView::Parts ArticleParts() {
-    return {doc->GetConnection(), doc->GetAutomations(), doc->GetBookmarks(), doc->Store(),
+    return {doc->GetConnection(), doc->GetAutomations(), doc->GetBookmarks(), doc->GetSettings().Store(),
             doc->PageReader()};
   }
 

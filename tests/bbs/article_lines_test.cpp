@@ -10,7 +10,7 @@
 namespace quillet {
 namespace {
 
-using Taken = ArticleLines::Taken;
+using Added = ArticleLines::Added;
 
 std::vector<std::string> TextOf(const ArticleLines& lines) {
   std::vector<std::string> rows;
@@ -28,13 +28,13 @@ class ArticleLinesTest : public WithTables {
     lines_ = std::make_unique<ArticleLines>();
   }
   void Fill(int rows) { bbs_->articles[0] = ArticleOf(rows); }
-  Taken TakeAt(int top) {
+  Added AddAt(int top) {
     bbs_->top = std::min(top, bbs_->LastTop());
-    return lines_->Take(bbs_->Screen());
+    return lines_->Add(bbs_->Screen());
   }
   void TakeAll() {
     for (int top = 0; !lines_->IsComplete(); top += ArticleBbs::kPage - 1)
-      ASSERT_EQ(TakeAt(top), Taken::kMore) << top;
+      ASSERT_EQ(AddAt(top), Added::kMore) << top;
     ASSERT_EQ(TextOf(*lines_), bbs_->Whole());
   }
   // A text without a header in the same reader.
@@ -55,19 +55,19 @@ TEST_F(ArticleLinesTest, ArticlesOfEveryLengthAreGatheredWhole) {
     Fill(rows);
     lines_->Clear();
     TakeAll();
-    EXPECT_EQ(lines_->Take(bbs_->Screen()), Taken::kNothing);
+    EXPECT_EQ(lines_->Add(bbs_->Screen()), Added::kNothing);
   }
 }
 
 TEST_F(ArticleLinesTest, APageIsPlacedByItsNumbersWhereverItBegins) {
   Fill(1200);
-  EXPECT_EQ(TakeAt(0), Taken::kMore);
+  EXPECT_EQ(AddAt(0), Added::kMore);
   for (int top = 0; top <= bbs_->LastTop(); ++top) {
     bbs_->top = top;
     ASSERT_EQ(lines_->TopOf(bbs_->Screen()), top);
   }
   for (int top = 1; top <= bbs_->LastTop(); ++top)
-    TakeAt(top);
+    AddAt(top);
   EXPECT_EQ(TextOf(*lines_), bbs_->Whole());
   EXPECT_TRUE(lines_->IsComplete());
 }
@@ -76,23 +76,23 @@ TEST_F(ArticleLinesTest, ATextWithoutAHeaderCountsEachRow) {
   const auto first = Plain(u"  瀏覽 第 1/2 頁 ( 50%)  目前顯示: 第 01~23 行", 0xAB, u"字");
   const auto last = Plain(u"  瀏覽 第 2/2 頁 (100%)  目前顯示: 第 23~45 行", 0x8F, u"字");
   EXPECT_EQ(lines_->TopOf(last), std::nullopt);
-  EXPECT_EQ(lines_->Take(last), Taken::kNothing);
-  EXPECT_EQ(lines_->Take(first), Taken::kMore);
+  EXPECT_EQ(lines_->Add(last), Added::kNothing);
+  EXPECT_EQ(lines_->Add(first), Added::kMore);
   EXPECT_EQ(lines_->TopOf(last), 22);
-  EXPECT_EQ(lines_->Take(last), Taken::kMore);
+  EXPECT_EQ(lines_->Add(last), Added::kMore);
   EXPECT_EQ(lines_->Count(), 45);
   EXPECT_TRUE(lines_->IsComplete());
 }
 
 TEST_F(ArticleLinesTest, AGapIsNotTakenAndDoesNoHarm) {
-  TakeAt(0);
-  EXPECT_EQ(TakeAt(1000), Taken::kNothing);
+  AddAt(0);
+  EXPECT_EQ(AddAt(1000), Added::kNothing);
   EXPECT_EQ(lines_->Count(), 23);
   EXPECT_FALSE(lines_->IsComplete());
-  EXPECT_EQ(TakeAt(24), Taken::kNothing);  // one line is missing
-  EXPECT_EQ(TakeAt(23), Taken::kMore);     // none
+  EXPECT_EQ(AddAt(24), Added::kNothing);  // one line is missing
+  EXPECT_EQ(AddAt(23), Added::kMore);     // none
   for (int top = 45; !lines_->IsComplete(); top += 22)
-    TakeAt(top);
+    AddAt(top);
   EXPECT_EQ(TextOf(*lines_), bbs_->Whole());
 }
 
@@ -101,7 +101,7 @@ TEST_F(ArticleLinesTest, APageBehindTheKnownEndReopensTheArticle) {
   for (int push = 0; push < 60; ++push)
     bbs_->articles[0].rows.push_back(PushText(push));
   const unsigned version = lines_->Version();
-  EXPECT_EQ(TakeAt(1000), Taken::kNothing);
+  EXPECT_EQ(AddAt(1000), Added::kNothing);
   EXPECT_FALSE(lines_->IsComplete());
   EXPECT_NE(lines_->Version(), version);
 }
@@ -109,14 +109,14 @@ TEST_F(ArticleLinesTest, APageBehindTheKnownEndReopensTheArticle) {
 TEST_F(ArticleLinesTest, ChangedTextReplacesWhatWasKnownFromThereOn) {
   TakeAll();
   bbs_->articles[0].rows[30] = u"改過了";
-  EXPECT_EQ(TakeAt(22), Taken::kChanged);
+  EXPECT_EQ(AddAt(22), Added::kChanged);
   EXPECT_EQ(lines_->Count(), 45);
   EXPECT_FALSE(lines_->IsComplete());
   for (int top = 44; !lines_->IsComplete(); top += 22)
-    TakeAt(top);
+    AddAt(top);
 
   bbs_->articles[0].rows.resize(90);
-  EXPECT_EQ(TakeAt(1000), Taken::kChanged);
+  EXPECT_EQ(AddAt(1000), Added::kChanged);
   EXPECT_EQ(TextOf(*lines_), bbs_->Whole());
   EXPECT_TRUE(lines_->IsComplete());
 }
@@ -126,33 +126,33 @@ TEST_F(ArticleLinesTest, ColoursFollowTheScreenWithoutBeingAChange) {
   ScreenSnapshot screen = bbs_->Screen();
   screen.attr[5][3] = 0x21;
   const unsigned version = lines_->Version();
-  EXPECT_EQ(lines_->Take(screen), Taken::kNothing);
+  EXPECT_EQ(lines_->Add(screen), Added::kNothing);
   EXPECT_NE(lines_->Version(), version);
   EXPECT_EQ(lines_->At(*lines_->TopOf(screen) + 5).attr[3], 0x21);
   EXPECT_TRUE(lines_->IsComplete());
 }
 
 TEST_F(ArticleLinesTest, PagesOfAnotherTextAreNotTaken) {
-  TakeAt(0);
+  AddAt(0);
   const std::vector<std::string> before = TextOf(*lines_);
   // The second page of help begins on a blank row, as the last one known here is.
   bbs_->articles[0].rows[18] = u"";
   lines_->Clear();
-  TakeAt(0);
-  EXPECT_EQ(lines_->Take(Plain(u"  瀏覽 第 1/2 頁 ( 50%)  目前顯示: 第 01~23 行", 0xAB, u"說明")),
-            Taken::kOther);
-  EXPECT_EQ(lines_->Take(Plain(u"  瀏覽 第 2/2 頁 (100%)  目前顯示: 第 22~44 行", 0x8F, u"說明")),
-            Taken::kOther);
-  EXPECT_EQ(lines_->Take(Plain(u"  瀏覽 第 2/2 頁 (100%)  目前顯示: 第 23~45 行", 0x8F, u"說明")),
-            Taken::kOther);
+  AddAt(0);
+  EXPECT_EQ(lines_->Add(Plain(u"  瀏覽 第 1/2 頁 ( 50%)  目前顯示: 第 01~23 行", 0xAB, u"說明")),
+            Added::kOther);
+  EXPECT_EQ(lines_->Add(Plain(u"  瀏覽 第 2/2 頁 (100%)  目前顯示: 第 22~44 行", 0x8F, u"說明")),
+            Added::kOther);
+  EXPECT_EQ(lines_->Add(Plain(u"  瀏覽 第 2/2 頁 (100%)  目前顯示: 第 23~45 行", 0x8F, u"說明")),
+            Added::kOther);
   bbs_->selected = 1;
   bbs_->articles[1].title = u"另一篇";
-  EXPECT_EQ(TakeAt(0), Taken::kOther);
+  EXPECT_EQ(AddAt(0), Added::kOther);
   EXPECT_EQ(lines_->Count(), 23);
 
   bbs_->selected = 0;
-  EXPECT_EQ(TakeAt(0), Taken::kNothing);
-  EXPECT_EQ(TakeAt(22), Taken::kMore);
+  EXPECT_EQ(AddAt(0), Added::kNothing);
+  EXPECT_EQ(AddAt(22), Added::kMore);
 }
 
 TEST_F(ArticleLinesTest, OnlyWholePagesOfAReaderAreLookedAt) {
@@ -160,8 +160,8 @@ TEST_F(ArticleLinesTest, OnlyWholePagesOfAReaderAreLookedAt) {
     ScreenBuilder builder;
     builder.screen = bbs_->Screen();
     spoil(builder);
-    const Taken taken = lines_->Take(bbs_->Classified(builder.screen));
-    return taken == Taken::kNothing && lines_->Count() == 0;
+    const Added added = lines_->Add(bbs_->Classified(builder.screen));
+    return added == Added::kNothing && lines_->Count() == 0;
   };
   EXPECT_TRUE(ignored([](ScreenBuilder& builder) { builder.Cursor(7, 0); }));
   EXPECT_TRUE(ignored([](ScreenBuilder& builder) { builder.screen.curAttr = 0x2F; }));
@@ -185,7 +185,7 @@ TEST_F(ArticleLinesTest, OnlyWholePagesOfAReaderAreLookedAt) {
 TEST_F(ArticleLinesTest, AnEndlessArticleIsKeptUpToALimit) {
   Fill(ArticleLines::kMostLines + 500);
   for (int top = 0; top < bbs_->LastTop() + 22; top += 22)
-    TakeAt(top);
+    AddAt(top);
   EXPECT_EQ(lines_->Count(), ArticleLines::kMostLines);
   EXPECT_FALSE(lines_->IsComplete());
 }
@@ -205,23 +205,23 @@ TEST_F(ArticleLinesTest, AnyBytesLeaveALineStoreThatTheArticleFindsItsWayBackInt
           static_cast<std::uint8_t>("0123456789~ "[below(12)]);
     screen.pageFlags = PF_READING | (random() & (PF_READ_TOP | PF_READ_END));
     const unsigned version = lines_->Version();
-    const Taken taken = lines_->Take(screen);
+    const Added added = lines_->Add(screen);
     EXPECT_LE(lines_->Count(), ArticleLines::kMostLines);
-    if (taken == Taken::kMore || taken == Taken::kChanged) {
+    if (added == Added::kMore || added == Added::kChanged) {
       EXPECT_NE(lines_->Version(), version);
       const auto place = lines_->PlaceOf(screen);
       ASSERT_TRUE(place && place->top >= 0 && place->rows >= 1 && place->rows <= ArticleLines::kPageRows);
       EXPECT_GE(lines_->Count(), place->End());
     }
     if (round % 1000 != 999) continue;
-    if (TakeAt(0) == Taken::kOther) {
+    if (AddAt(0) == Added::kOther) {
       lines_->Clear();
-      TakeAt(0);
+      AddAt(0);
     }
     for (int top = 22; top < bbs_->LastTop() + 22; top += 22)
-      if (TakeAt(top) == Taken::kOther) {
+      if (AddAt(top) == Added::kOther) {
         lines_->ForgetFrom(top);
-        TakeAt(top);
+        AddAt(top);
       }
     EXPECT_EQ(TextOf(*lines_), bbs_->Whole());
     EXPECT_TRUE(lines_->IsComplete());

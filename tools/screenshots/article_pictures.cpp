@@ -28,12 +28,12 @@ void ShootLook(DemoRun& run, const Look& look) {
   std::vector<SettingChange> usual;
   for (const SettingChange& change : look.changes)
     usual.emplace_back(*change.row, TextOf(*change.row, run.Doc().Fields()));
-  run.Doc().Set(look.changes);
+  run.Doc().GetSettings().Set(look.changes);
   run.Press({NamedKey(Qt::Key_Home)}, ArticleRests(0, 1));
   run.Save(QStringLiteral("%1-top").arg(look.name));
   run.Press({NamedKey(Qt::Key_End)}, ArticleRestsAtEnd);
   run.Save(QStringLiteral("%1-end").arg(look.name));
-  run.Doc().Set(usual);
+  run.Doc().GetSettings().Set(usual);
 }
 
 void ShootLongArticle(DemoRun& run) {

@@ -36,7 +36,7 @@ class DemoRun {
   // Applied as the options dialog does.
   template <typename T>
   void Set(T Settings::*field, const std::type_identity_t<T>& value) {
-    doc_.Set(field, value);
+    doc_.GetSettings().Set(field, value);
   }
   // Of the view, in widget units.
   void Resize(QSize view);

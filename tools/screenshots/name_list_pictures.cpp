@@ -23,7 +23,7 @@ constexpr Listed kListed[] = {
 };
 
 void FillLists(DemoRun& run) {
-  SettingsStore& store = run.Doc().Store();
+  SettingsStore& store = run.Doc().GetSettings().Store();
   for (const Listed& listed : kListed)
     store.Names().Set(listed.id, ParseEntryText(listed.entry));
   run.Doc().GetSettings().Apply();
@@ -71,8 +71,8 @@ void ShootPushes(DemoRun& run) {
 
 void ShootTitles(DemoRun& run) {
   run.Save("names-titles");
-  run.Doc().Store().TitleWords() = {u"戒指", u"[送養]"};
-  run.Doc().Store().Map().SetTrackLines({u"board=Cats && title=最奇怪", u"title=剪指甲"});
+  run.Doc().GetSettings().Store().TitleWords() = {u"戒指", u"[送養]"};
+  run.Doc().GetSettings().Store().Map().SetTrackLines({u"board=Cats && title=最奇怪", u"title=剪指甲"});
   run.Doc().GetSettings().Apply();
   run.Save("names-title-words");
   TreatTitles(run, TitleTreatment::kHideText);

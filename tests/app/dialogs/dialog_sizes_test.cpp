@@ -42,7 +42,7 @@ class DialogSizesTest : public WindowTest {
     Check(dialog);
   }
   void CheckOptions() {
-    CQuillOptionDlg dialog(doc->Store(), {[] {}});
+    CQuillOptionDlg dialog(doc->GetSettings().Store(), {[] {}});
     for (int tab = 0; tab < dialog.Tabs().count(); ++tab) {
       dialog.Tabs().setCurrentIndex(tab);
       Check(dialog);
@@ -82,7 +82,7 @@ TEST_F(DialogSizesTest, LargeTextFitsASmallScreen) {
       SCOPED_TRACE(family + std::to_string(factor));
       const LargeText large(factor, family);
       CheckOptions();
-      CheckNew<AddBlackDlg>(doc->Store(), u"Mossgrov1234"_qs);
+      CheckNew<AddBlackDlg>(doc->GetSettings().Store(), u"Mossgrov1234"_qs);
       CheckNew<ConnectDlg>(
           u"gopher://bbs.example.org:23"_qs,
           std::vector<RecentSite>(8, {.address = u"wss://bbs.example.org:443/bbs", .name = u"名"}));

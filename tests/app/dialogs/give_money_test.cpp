@@ -76,7 +76,7 @@ TEST_F(GiveMoneyTest, WhatTheListShowsIsGivenAndTold) {
 }
 
 TEST_F(GiveMoneyTest, NothingCanBeSentBeforeTheArticleIsWhole) {
-  doc->Set(&Settings::webArticle, false);
+  doc->GetSettings().Set(&Settings::webArticle, false);
   ASSERT_TRUE(doc->GetAutomations().JumpTo(longest));
   ASSERT_TRUE(Until(
       [&] { return doc->OpenArticle().IsArticle() && doc->GetAutomations().Current() == Activity::kNone; }));
@@ -88,7 +88,7 @@ TEST_F(GiveMoneyTest, NothingCanBeSentBeforeTheArticleIsWhole) {
   Dialog()->accept();
   EXPECT_TRUE(Dialog()->isVisible());
   // While the dialog is open the rest arrives.
-  doc->Set(&Settings::webArticle, true);
+  doc->GetSettings().Set(&Settings::webArticle, true);
   EXPECT_TRUE(Until([&] { return Lines().IsComplete() && Note().indexOf(u"還沒有讀完"_qs) == -1; }));
   Dialog()->reject();
 }
@@ -123,7 +123,7 @@ TEST_F(GiveMoneyTest, TheBlackListIsHeededAndALotIsDrawnAgain) {
   const std::u16string first = dialog.Gifts().front().id;
   ListEntry entry;
   entry.kind = ListKind::kSuperBlack;
-  doc->Store().Names().Set(first, entry);
+  doc->GetSettings().Store().Names().Set(first, entry);
   Check("noBlack", true);
   EXPECT_EQ(dialog.Gifts().front().id, first);
   Check("noSuperBlack", true);

@@ -39,11 +39,11 @@ TEST_F(LeaveTest, ClosingAsksAndLogsOutFromWithinAnArticle) {
   Open(longest);
   AnswerDialogs([this] { frame->close(); }, {Click("stay")});
   EXPECT_TRUE(frame->isVisible());
-  EXPECT_TRUE(doc->IsConnected());
+  EXPECT_TRUE(doc->GetConnection().IsConnected());
   AnswerDialogs([this] { frame->close(); }, {Click("logOut")});
   EXPECT_EQ(doc->GetAutomations().Current(), Activity::kLogOut);
   ASSERT_TRUE(Until([&] { return !frame->isVisible(); }));
-  EXPECT_FALSE(doc->IsConnected());
+  EXPECT_FALSE(doc->GetConnection().IsConnected());
   QCoreApplication::processEvents();
   EXPECT_NE(ScreenAsUtf8().find("下次再見"), std::string::npos) << ScreenAsUtf8();
 }
@@ -62,7 +62,7 @@ TEST_F(LeaveTest, AnotherSiteTheDemoAndALoginAskOnceAndNoMoreIfSoWished) {
       },
       {Click("stay")});
   Escape();
-  EXPECT_TRUE(doc->IsConnected());
+  EXPECT_TRUE(doc->GetConnection().IsConnected());
   EXPECT_EQ(demos, 0);
   AnswerDialogs([this] { frame->OpenDemo(); }, {[](QDialog& dialog) {
                   dynamic_cast<QMessageBox&>(dialog).checkBox()->setChecked(true);
@@ -71,7 +71,7 @@ TEST_F(LeaveTest, AnotherSiteTheDemoAndALoginAskOnceAndNoMoreIfSoWished) {
   EXPECT_EQ(demos, 1);
   EXPECT_EQ(doc->Fields().leaveMode, LeaveMode::kDirectly);
   Disconnect({});
-  EXPECT_FALSE(doc->IsConnected());
+  EXPECT_FALSE(doc->GetConnection().IsConnected());
 }
 
 TEST_F(LeaveTest, ATextThatWouldBeLostIsAskedAboutWithoutALoginToo) {
@@ -87,7 +87,7 @@ TEST_F(LeaveTest, ATextThatWouldBeLostIsAskedAboutWithoutALoginToo) {
 }
 
 TEST_F(LeaveTest, InTheEditorThereIsNoLogOutAndNoWayToBeAskedNoMore) {
-  doc->Set(&Settings::leaveMode, LeaveMode::kDirectly);
+  doc->GetSettings().Set(&Settings::leaveMode, LeaveMode::kDirectly);
   Open(longest);
   Press(Qt::Key_Left);
   ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_ARTICLE_LIST) != 0; }));
@@ -104,7 +104,7 @@ TEST_F(LeaveTest, InTheEditorThereIsNoLogOutAndNoWayToBeAskedNoMore) {
     EXPECT_EQ(dialog.findChild<QPushButton*>("logOut"), nullptr);
     Click("leave")(dialog);
   }});
-  EXPECT_FALSE(doc->IsConnected());
+  EXPECT_FALSE(doc->GetConnection().IsConnected());
 }
 
 TEST_F(LeaveTest, ConnectingAnewAsksAndGoesOnAfterTheLogOut) {
@@ -112,8 +112,9 @@ TEST_F(LeaveTest, ConnectingAnewAsksAndGoesOnAfterTheLogOut) {
   AnswerDialogs([this] { frame->Reconnect(); }, {Click("stay")});
   EXPECT_EQ(doc->GetConnection().Session().connectionNumber, first);
   AnswerDialogs([this] { frame->Reconnect(); }, {Click("logOut")});
-  EXPECT_TRUE(
-      Until([&] { return doc->GetConnection().Session().connectionNumber != first && doc->IsConnected(); }));
+  EXPECT_TRUE(Until([&] {
+    return doc->GetConnection().Session().connectionNumber != first && doc->GetConnection().IsConnected();
+  }));
 }
 
 TEST(LeaveMessagesTest, InDisguiseTheyNameNeitherTheProgramNorTheSite) {
@@ -143,7 +144,7 @@ TEST_F(LeaveTest, ASiteThatDoesNotAnswerIsLeftAllTheSame) {
   doc->GetConnection().Open({.address = QString::fromStdString(server.SiteAddress()), .name = {}},
                             MakeLoginOrder({.account = u"alice", .password = u"wonder"}));
   ASSERT_TRUE(Until([&] { return doc->LoginId() == u"alice"; }));
-  doc->Set(&Settings::leaveMode, LeaveMode::kLogOut);
+  doc->GetSettings().Set(&Settings::leaveMode, LeaveMode::kLogOut);
   LeaveQuestion question(
       Parts(), [] { return LeaveFacts{}; }, std::chrono::milliseconds(50));
   bool left = false;

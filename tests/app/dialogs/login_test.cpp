@@ -38,7 +38,7 @@ class LoginTest : public WindowTest {
     UseSite(demo->Address());
   }
   void UseSite(const std::string& address) {
-    doc->Set(&Settings::site, QString::fromStdString(address).toStdU16String());
+    doc->GetSettings().Set(&Settings::site, QString::fromStdString(address).toStdU16String());
   }
 
   LoginForm* Form() { return View().Login().Form(); }
@@ -98,10 +98,10 @@ TEST_F(LoginTest, ByTheKeyboardAloneTheReaderGetsToTheMenu) {
   EXPECT_TRUE(frame->windowTitle().contains(u"（alice）"_qs)) << frame->windowTitle().toStdString();
   EXPECT_FALSE(frame->windowTitle().contains("wonder"));
   EXPECT_EQ(doc->Account().Account(), u"") << "nothing was to be remembered";
-  doc->Set(&Settings::titleShowId, false);
+  doc->GetSettings().Set(&Settings::titleShowId, false);
   EXPECT_FALSE(frame->windowTitle().contains("alice"));
-  doc->Set(&Settings::titleShowId, true);
-  doc->Set(&Settings::work, true);
+  doc->GetSettings().Set(&Settings::titleShowId, true);
+  doc->GetSettings().Set(&Settings::work, true);
   EXPECT_FALSE(frame->windowTitle().contains("alice"));
 }
 
@@ -203,7 +203,7 @@ TEST_F(LoginTest, WhateverHappensASiteKeepsWhatItsLastSuccessOrUntickingSaid) {
     Enter();
     if (event == kSuccess) {
       ASSERT_TRUE(Until([&] {
-        return doc->IsConnected() && doc->GetAutomations().Current() == Activity::kNone &&
+        return doc->GetConnection().IsConnected() && doc->GetAutomations().Current() == Activity::kNone &&
                doc->LoginId() == now.account.toStdU16String();
       }));
       kept[host] = now;
@@ -291,7 +291,7 @@ TEST_F(LoginTest, TypingOrEscTakesOver) {
   ASSERT_TRUE(Until([&] { return script->Written().size() >= 2; }));
   EXPECT_EQ(script->Written(), "xy") << "nobody types but the user, and Esc is not typed";
   EXPECT_EQ(Form(), nullptr);
-  EXPECT_TRUE(doc->IsConnected());
+  EXPECT_TRUE(doc->GetConnection().IsConnected());
 }
 
 TEST_F(LoginTest, ASiteThatTakesNothingHoldsUpNeitherTheUserNorTheClosing) {
@@ -317,7 +317,7 @@ TEST_F(LoginTest, AnotherConnectionDuringALoginTakesItsPlace) {
   LogInByScript();
   script = std::make_shared<Script>();
   OpenScript();
-  EXPECT_TRUE(doc->IsConnected());
+  EXPECT_TRUE(doc->GetConnection().IsConnected());
   EXPECT_EQ(doc->GetAutomations().Current(), Activity::kNone);
   script->Deliver(kIdPrompt + ToBig5(kIdQuestion));
   ASSERT_TRUE(Shows(u"請輸入代號"_qs));
@@ -378,7 +378,7 @@ TEST_F(LoginTest, WithoutASiteTheFormPointsToTheAddress) {
 TEST_F(LoginTest, InDisguiseTheFormIsWhiteAndSwitchesAtOnce) {
   View().AskLogin();
   for (const bool isWhite : {false, true, false}) {
-    doc->Set(&Settings::work, isWhite);
+    doc->GetSettings().Set(&Settings::work, isWhite);
     const QImage picture = Form()->grab().toImage();
     std::vector<QPoint> grounds{QPoint(Form()->width() / 2, 4)};
     for (const char* name :

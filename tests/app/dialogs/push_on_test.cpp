@@ -194,7 +194,7 @@ TEST_F(PushOnTest, APushPutsTheArticleAmongTheBookmarksIfTheUserWantsThat) {
   Push(u"一"_qs);
   ASSERT_TRUE(Until([&] { return !said.isEmpty(); }));
   EXPECT_FALSE(doc->GetBookmarks().HasOpenArticle());
-  doc->Set(&Settings::markAfterPush, true);
+  doc->GetSettings().Set(&Settings::markAfterPush, true);
   said.clear();
   Push(u"二"_qs);
   ASSERT_TRUE(Until([&] { return !said.isEmpty(); }));

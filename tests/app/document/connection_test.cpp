@@ -35,7 +35,7 @@ TEST_F(ConnectionTest, ARefusedConnectionIsToldAndEnterTriesAgain) {
   Listener listener;
   ASSERT_TRUE(listener.Open(ResolvedAddress::Family::kIpv4, port));
   Enter();
-  EXPECT_TRUE(Until([&] { return doc->IsConnected(); }));
+  EXPECT_TRUE(Until([&] { return doc->GetConnection().IsConnected(); }));
   EXPECT_FALSE(View().Panel().IsActive());
 }
 
@@ -141,7 +141,7 @@ TEST_F(ConnectionTest, ReplacingAConnectionLeavesOnlyTheNewOne) {
   ASSERT_TRUE(Until([&] { return View().Screen().TextAt(0, 0) == 'o'; }));
   auto old = std::exchange(script, std::make_shared<Script>());
   OpenScript();
-  ASSERT_TRUE(doc->IsConnected());
+  ASSERT_TRUE(doc->GetConnection().IsConnected());
   script->Deliver("new");
   ASSERT_TRUE(Until([&] { return View().Screen().TextAt(0, 0) == 'n'; }));
   EXPECT_FALSE(View().Panel().IsActive());

@@ -70,7 +70,7 @@ TEST_F(SettingsWindowTest, ADamagedFileIsToldOnceAndKeptAside) {
 
   Enter();
   EXPECT_TRUE(PanelSays(u"尚未連線"_qs));
-  doc->Set(&Settings::darkColor, false);
+  doc->GetSettings().Set(&Settings::darkColor, false);
   EXPECT_TRUE(PanelSays(u"尚未連線"_qs)) << "told once";
   Start();
   EXPECT_TRUE(PanelSays(u"尚未連線"_qs)) << "the file is whole again";
@@ -84,12 +84,12 @@ TEST_F(SettingsWindowTest, WhatCannotBeSavedIsToldAndHoldsUntilTheEnd) {
                           },
                           Accept});
   EXPECT_TRUE(PanelLines().contains("black.txt")) << PanelLines().toStdString();
-  EXPECT_NE(doc->Store().Names().Find(u"reader"), nullptr);
+  EXPECT_NE(doc->GetSettings().Store().Names().Find(u"reader"), nullptr);
 }
 
 TEST_F(SettingsWindowTest, AFullDiskOrAFileThatMayNotBeWrittenIsTold) {
   std::filesystem::permissions(ProgramHome() / "Quill.ini", std::filesystem::perms::owner_read);
-  doc->Set(&Settings::darkColor, true);
+  doc->GetSettings().Set(&Settings::darkColor, true);
   EXPECT_TRUE(PanelSays(u"設定無法存檔"_qs));
   EXPECT_TRUE(doc->Fields().darkColor);
 }
@@ -106,7 +106,7 @@ TEST_F(SettingsWindowTest, ListsThatHoldSomethingAreNewsUntilTheUserTypes) {
   Start();
   OpenScript();
   EXPECT_EQ(doc->Driver().Status(), ConnectionStatus::kSomethingNew);
-  doc->Set(&Settings::trackArticle, false);
+  doc->GetSettings().Set(&Settings::trackArticle, false);
   EXPECT_EQ(doc->Driver().Status(), ConnectionStatus::kQuiet) << "the user does not follow them";
 }
 

@@ -76,11 +76,11 @@ class ClipboardControllerTest : public WindowTest {
   void Connect() {
     script = std::make_shared<Script>();
     OpenScript();
-    ASSERT_TRUE(doc->IsConnected());
+    ASSERT_TRUE(doc->GetConnection().IsConnected());
   }
   void EndConnection() {
     script->End(EndReason::kClosedByPeer);
-    ASSERT_TRUE(Until([&] { return !doc->IsConnected(); }));
+    ASSERT_TRUE(Until([&] { return !doc->GetConnection().IsConnected(); }));
     doc->OnScreen(ScreenReason::kDisconnected, {});
     desk->OnScreen();
   }
@@ -163,7 +163,7 @@ TEST_F(ClipboardControllerTest, ABrokenBlockIsToldWithoutHoldingTheWindow) {
 TEST_F(ClipboardControllerTest, TheEditorGetsLinesBrokenAsTheUserWants) {
   ShowPage(PageKind::kEditor);
   Paste(u"一\n二\n"_qs);
-  doc->Set(&Settings::pasteAutoChangeLine, false);
+  doc->GetSettings().Set(&Settings::pasteAutoChangeLine, false);
   Paste(u"三"_qs);
   EXPECT_EQ(sent, (std::vector<Sent>{{u"一\r二\r", Wrap::kAt78ColumnsLeftOpen}, {u"三", Wrap::kNone}}));
   EXPECT_FALSE(desk->IsAsking());

@@ -62,7 +62,7 @@ TEST_F(HandsTest, TheLineThatAClickWouldOpenIsShownBefore) {
   View().clearFocus();
   EXPECT_TRUE(shown().empty());
   View().setFocus();
-  doc->Set(&Settings::leftButton, MouseScheme::kNothing);
+  doc->GetSettings().Set(&Settings::leftButton, MouseScheme::kNothing);
   EXPECT_TRUE(shownAt(At(6, 40.5)).empty()) << "clicks do nothing";
 }
 
@@ -124,7 +124,7 @@ TEST_F(HandsTest, WithTheOptionASelectionIsCopiedWhenTheButtonIsLetGo) {
   Drag(At(row, col), At(row, col + 3.0));
   EXPECT_EQ(Clipboard(), u"");
   Escape();
-  doc->Set(&Settings::copyWhenSelect, true);
+  doc->GetSettings().Set(&Settings::copyWhenSelect, true);
   Drag(At(row, col + 1.0), At(row, col + 4.0));
   EXPECT_EQ(Clipboard(), u"lmn");
 }
@@ -198,8 +198,8 @@ TEST_F(HandsTest, HiddenPushesAreNeitherCopiedNorFollowed) {
   PointAt(onLink);
   ASSERT_TRUE(View().Links().Current());
 
-  doc->Store().Names().Set(u"jabber", {.description = u"吵"});
-  doc->Set(&Settings::blackPush, PushTreatment::kHideText);
+  doc->GetSettings().Store().Names().Set(u"jabber", {.description = u"吵"});
+  doc->GetSettings().Set(&Settings::blackPush, PushTreatment::kHideText);
   EXPECT_FALSE(View().Selected().IsShown()) << "it would read differently";
   EXPECT_FALSE(View().Links().Current());
   Click(onLink);
@@ -208,12 +208,12 @@ TEST_F(HandsTest, HiddenPushesAreNeitherCopiedNorFollowed) {
   EXPECT_EQ(hidden.find(u"example.com/jabber"), hidden.npos);
   EXPECT_NE(hidden.find(u"→ jabber: ＊＊＊"), hidden.npos);
 
-  doc->Set(&Settings::blackPush, PushTreatment::kMaskId);
+  doc->GetSettings().Set(&Settings::blackPush, PushTreatment::kMaskId);
   EXPECT_EQ(copied().find(u"jabber"), std::u16string::npos);
   PointAt(At(link.row, 5.5));
   EXPECT_EQ(View().IdInQuestion(), "jabber") << "who masks an id can also take it out of the lists";
 
-  doc->Set(&Settings::blackPush, PushTreatment::kRemove);
+  doc->GetSettings().Set(&Settings::blackPush, PushTreatment::kRemove);
   const std::u16string removed = copied();
   EXPECT_EQ(removed.find(u"jabber"), removed.npos);
   EXPECT_EQ(removed.find(u"***"), removed.npos);
@@ -221,9 +221,9 @@ TEST_F(HandsTest, HiddenPushesAreNeitherCopiedNorFollowed) {
 }
 
 TEST_F(HandsTest, TheBbssOwnPagesAreCopiedAsTheyAreShown) {
-  doc->Store().Names().Set(u"jabber", {.description = u"吵"});
-  doc->Set(&Settings::blackPush, PushTreatment::kRemove);
-  doc->Set(&Settings::webArticle, false);
+  doc->GetSettings().Store().Names().Set(u"jabber", {.description = u"吵"});
+  doc->GetSettings().Set(&Settings::blackPush, PushTreatment::kRemove);
+  doc->GetSettings().Set(&Settings::webArticle, false);
   GoToBoard();
   TypeText(u"/filler 40"_qs);
   Enter();
@@ -237,8 +237,8 @@ TEST_F(HandsTest, TheBbssOwnPagesAreCopiedAsTheyAreShown) {
   ASSERT_TRUE(AtList());
 
   EXPECT_NE(Copied().find(u"filler 40"), std::u16string::npos);
-  doc->Store().Names().Set(kAuthor, {.description = u"吵"});
-  doc->Set(&Settings::blackTitle, TitleTreatment::kMaskId);
+  doc->GetSettings().Store().Names().Set(kAuthor, {.description = u"吵"});
+  doc->GetSettings().Set(&Settings::blackTitle, TitleTreatment::kMaskId);
   const std::u16string list = Copied();
   EXPECT_EQ(list.find(u"filler"), list.npos);
   EXPECT_EQ(list.find(kAuthor), list.npos);
@@ -356,7 +356,7 @@ TEST_F(HandsTest, AnArticleThatIsNamedOpensOnTheBbs) {
 // ---- Names
 
 TEST_F(HandsTest, KeysOverAnIdChangeItsEntryInTheLists) {
-  doc->Set(&Settings::addBlackHotKey, true);
+  doc->GetSettings().Set(&Settings::addBlackHotKey, true);
   GoToBoard();
   const auto [row, col] = Find(kAuthor);
   ASSERT_GE(row, 0);
@@ -367,7 +367,7 @@ TEST_F(HandsTest, KeysOverAnIdChangeItsEntryInTheLists) {
   const std::string kept{std::istreambuf_iterator<char>(file), {}};
   EXPECT_NE(kept.find(Utf8(kAuthor)), std::string::npos);
   TypeText("`");
-  EXPECT_EQ(doc->Store().Names().Find(kAuthor), nullptr);
+  EXPECT_EQ(doc->GetSettings().Store().Names().Find(kAuthor), nullptr);
   TypeText("3");
   EXPECT_NE(View().Frame().page[static_cast<std::size_t>(row)].pennants, 0) << "it is seen at once";
   EXPECT_EQ(View().ScreenCount(), screens) << "none of these keys came to the BBS";

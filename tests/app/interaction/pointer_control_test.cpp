@@ -94,7 +94,7 @@ class PointerControlTest : public WindowTest {
             .changed = [] {},
             .targetChanged = [] {}});
     OpenScript();
-    ASSERT_TRUE(Until([&] { return doc->IsConnected(); }));
+    ASSERT_TRUE(Until([&] { return doc->GetConnection().IsConnected(); }));
     terminal->Show(List(5));
   }
   void TearDown() override { terminal.reset(); }
@@ -271,7 +271,7 @@ TEST_F(PointerControlTest, APageWithItsCursorInTheSamePlaceIsAnotherOneToo) {
 }
 
 TEST_F(PointerControlTest, QuickClicksUpAndDownAllCount) {
-  doc->Set(&Settings::leftButton, MouseScheme::kUpDown);
+  doc->GetSettings().Set(&Settings::leftButton, MouseScheme::kUpDown);
   Click(At(20, 30));
   SecondClick(At(20, 30));
   Click(At(20, 30));
@@ -280,7 +280,7 @@ TEST_F(PointerControlTest, QuickClicksUpAndDownAllCount) {
 
 TEST_F(PointerControlTest, WithoutAConnectionTextIsSelectedAndNothingSent) {
   doc->GetConnection().Disconnect();
-  ASSERT_TRUE(Until([&] { return !doc->IsConnected(); }));
+  ASSERT_TRUE(Until([&] { return !doc->GetConnection().IsConnected(); }));
   EXPECT_FALSE(Click(At(7, 30)));
   Turn(1);
   Click(At(7, 30), Qt::BackButton);
@@ -303,7 +303,7 @@ TEST_F(PointerControlTest, ALinkOpensByEitherButtonAsTheUserWishes) {
   Click(At(6, 12), Qt::MiddleButton);
   EXPECT_EQ(opened.size(), 1u);
   EXPECT_EQ(pasted, 1);
-  doc->Set(&Settings::middleButtonOpensUrl, true);
+  doc->GetSettings().Set(&Settings::middleButtonOpensUrl, true);
   Click(At(6, 12), Qt::MiddleButton);
   EXPECT_EQ(opened.size(), 2u);
   Click(At(6, 60), Qt::MiddleButton);

@@ -106,13 +106,13 @@ TEST_F(ArticleViewTest, RightOnTheLastPageGoesToTheNextArticleWhereverTheBbsStan
 TEST_F(ArticleViewTest, UpAtTheTopGoesToTheArticleBeforeUnlessArticlesAreKept) {
   OpenWhole(talkative);
   const std::u16string title = doc->OpenArticle().title;
-  doc->Set(&Settings::preventUpDownChangeArticle, true);
+  doc->GetSettings().Set(&Settings::preventUpDownChangeArticle, true);
   Press(Qt::Key_Up);
   Press(Qt::Key_End);
   Enter();
   ASSERT_TRUE(AtRest(Last()));
   EXPECT_EQ(doc->OpenArticle().title, title);
-  doc->Set(&Settings::preventUpDownChangeArticle, false);
+  doc->GetSettings().Set(&Settings::preventUpDownChangeArticle, false);
   Press(Qt::Key_Home);
   Press(Qt::Key_Up);
   EXPECT_TRUE(Until([&] { return doc->OpenArticle().title != title; }));
@@ -148,11 +148,11 @@ TEST_F(ArticleViewTest, TheLineAtTheTopStaysWhenOthersAreTakenOut) {
   ASSERT_TRUE(AtRest(Last() - kPageStep));
   const int before = Article().LineCount();
   const std::string top = Row(0);
-  doc->Store().Names().Set(SomebodyAbove(top), {});
-  doc->Set(&Settings::blackPush, PushTreatment::kRemove);
+  doc->GetSettings().Store().Names().Set(SomebodyAbove(top), {});
+  doc->GetSettings().Set(&Settings::blackPush, PushTreatment::kRemove);
   ASSERT_LT(Article().LineCount(), before);
   EXPECT_EQ(Row(0), top);
-  doc->Set(&Settings::blackPush, PushTreatment::kNone);
+  doc->GetSettings().Set(&Settings::blackPush, PushTreatment::kNone);
   EXPECT_EQ(Article().LineCount(), before);
   EXPECT_EQ(Row(0), top);
 }
@@ -162,7 +162,7 @@ TEST_F(ArticleViewTest, WhoStandsAtTheEndGoesAlongWithNewPushes) {
   Press(Qt::Key_End);
   ASSERT_TRUE(AtRest(Last()));
   const int before = Article().LineCount();
-  doc->Set(&Settings::markAfterPush, true);
+  doc->GetSettings().Set(&Settings::markAfterPush, true);
   TypeText("X");
   ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_PUSH_LINE) != 0; }));
   TypeText("1");
@@ -178,20 +178,20 @@ TEST_F(ArticleViewTest, WhoStandsAtTheEndGoesAlongWithNewPushes) {
   EXPECT_TRUE(Until([&] { return doc->GetBookmarks().HasOpenArticle(); })) << "as the user wants it";
   ASSERT_EQ(PushWriter(Row(22)), u"reader");
   const QImage coloured = View().grab().toImage();
-  doc->Set(&Settings::colorMyId, false);
+  doc->GetSettings().Set(&Settings::colorMyId, false);
   EXPECT_NE(View().grab().toImage(), coloured);
 }
 
 TEST_F(ArticleViewTest, WithoutAnimationItMovesAtOnceAndTheWheelNeverLeavesIt) {
   OpenWhole(talkative);
   const std::u16string title = doc->OpenArticle().title;
-  doc->Set(&Settings::noScrollAnimation, true);
+  doc->GetSettings().Set(&Settings::noScrollAnimation, true);
   Wheel(-1000);
   EXPECT_EQ(Article().TopLine(), Last()) << "without any step between";
   Wheel(-1);
   ASSERT_TRUE(AtRest(Last()));
   EXPECT_EQ(doc->OpenArticle().title, title);
-  doc->Set(&Settings::hideTopLeftIcons, true);
+  doc->GetSettings().Set(&Settings::hideTopLeftIcons, true);
   EXPECT_TRUE(Article().Captions().empty());
   EXPECT_NE(Row(kBottomRow).find(ToBig5(u"行")), std::string::npos) << "the position stays";
 }
@@ -297,7 +297,7 @@ TEST_F(ArticleViewTest, InTheMiniWindowAPageIsItsRows) {
 
 TEST_F(ArticleViewTest, TheMiniWindowShowsTheSameRowsInDisguise) {
   OpenWhole(talkative);
-  doc->Set(&Settings::work, true);
+  doc->GetSettings().Set(&Settings::work, true);
   View().SetLayoutMode(LayoutMode::kNarrow);
   frame->setMinimumSize(0, 0);
   frame->resize(528, 207);
@@ -364,8 +364,8 @@ TEST_F(ArticleViewTest, ATextIsLookedForInWhatIsShownAndTheBbsKnowsNothingOfIt) 
   commit.setCommitString(u"推 "_qs + QString::fromStdU16String(id));
   QCoreApplication::sendEvent(frame->focusWidget(), &commit);
   const int shown = marks();
-  doc->Store().Names().Set(id, {});
-  doc->Set(&Settings::blackPush, PushTreatment::kRemove);
+  doc->GetSettings().Store().Names().Set(id, {});
+  doc->GetSettings().Set(&Settings::blackPush, PushTreatment::kRemove);
   EXPECT_GT(shown, 0);
   EXPECT_EQ(marks(), 0);
   EXPECT_EQ(View().ScreenCount(), screens) << "nothing was sent";
@@ -374,7 +374,7 @@ TEST_F(ArticleViewTest, ATextIsLookedForInWhatIsShownAndTheBbsKnowsNothingOfIt) 
   Enter();
   Press(Qt::Key_Left);
   ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_ARTICLE_LIST_CURSOR) != 0; }));
-  doc->Set(&Settings::blackPush, PushTreatment::kNone);
+  doc->GetSettings().Set(&Settings::blackPush, PushTreatment::kNone);
   Press(Qt::Key_Right);
   ASSERT_TRUE(Until([&] { return Article().IsShown() && Lines().IsComplete(); }));
   EXPECT_EQ(marks(), 0);
@@ -421,14 +421,14 @@ TEST_F(ArticleViewTest, ACaptionGivesItsCommandOnAClick) {
 }
 
 TEST_F(ArticleViewTest, TabShowsDescriptionsAndTwiceWhatIsHidden) {
-  doc->Set(&Settings::blackPush, PushTreatment::kHideText);
+  doc->GetSettings().Set(&Settings::blackPush, PushTreatment::kHideText);
   OpenWhole(talkative);
   Press(Qt::Key_End);
   ASSERT_TRUE(AtRest(Last()));
   const std::string plain = Row(22);
   const std::u16string id = PushWriter(plain);
   ASSERT_NE(id, u"");
-  doc->Store().Names().Set(id, {.description = u"愛吵架"});
+  doc->GetSettings().Store().Names().Set(id, {.description = u"愛吵架"});
   doc->GetSettings().Apply();
   EXPECT_NE(Row(22), plain) << "its words are hidden";
   EXPECT_TRUE(View().Frame().page[22].tag.empty());

@@ -202,7 +202,7 @@ TEST_F(SideListViewTest, TheScrollMarkCanBeDragged) {
 
 TEST_F(SideListViewTest, TheSameArticleStaysSelectedWhereItIsSeen) {
   StartMany(60);
-  doc->Set(&Settings::noScrollAnimation, true);
+  doc->GetSettings().Set(&Settings::noScrollAnimation, true);
   for (int i = 0; i < 3; ++i)
     list->OnKey(kKeyPageDown);
   const SideListState before = list->State();
@@ -226,14 +226,14 @@ TEST_F(SideListViewTest, TheListMovesThereSmoothlyOrAtOnce) {
   EXPECT_TRUE(Until([&] { return list->Top() > 0; }));
   EXPECT_LT(list->Top(), 60 - shown);
   EXPECT_TRUE(Until([&] { return list->Top() == 60 - shown; }));
-  doc->Set(&Settings::noScrollAnimation, true);
+  doc->GetSettings().Set(&Settings::noScrollAnimation, true);
   list->OnKey(kKeyHome);
   EXPECT_EQ(list->Top(), 0);
 }
 
 TEST_F(SideListViewTest, TheWheelScrollsAndLeavesTheSelection) {
   StartMany(60);
-  doc->Set(&Settings::noScrollAnimation, true);
+  doc->GetSettings().Set(&Settings::noScrollAnimation, true);
   for (int i = 0; i < 4; ++i)
     Wheel(-30);  // a touchpad's quarters of a notch
   const int notch = list->Top();
@@ -270,7 +270,7 @@ TEST_F(SideListViewTest, ItLooksAsTheSettingsSay) {
   doc->GetBookmarks().Boards()[u"Zoo"] = 3;
   list->Refresh();
   EXPECT_EQ(opened(), "Zoo") << "the heavier board";
-  doc->Set(&Settings::hotArticleSortMode, HotSortMode::kNewestFirst);
+  doc->GetSettings().Set(&Settings::hotArticleSortMode, HotSortMode::kNewestFirst);
   EXPECT_EQ(opened(), "Art") << "the newest";
 
   const auto ground = [&] { return Picture().pixel(QPoint(20, list->height() * 3 / 4)) & 0xFFFFFF; };
@@ -280,7 +280,7 @@ TEST_F(SideListViewTest, ItLooksAsTheSettingsSay) {
   EXPECT_GT(list->State().shown, high);
   EXPECT_GT(QColor(ground()).lightness(), 160);
   list->SetCompact(false);
-  doc->Set(&Settings::work, true);
+  doc->GetSettings().Set(&Settings::work, true);
   EXPECT_EQ(ground(), PaletteOf(PaletteKind::kDisguise)[25]);
 }
 

@@ -23,9 +23,9 @@ class DisplaySettingsTest : public DemoArticleTest {
     const QImage usual = Picture();
     for (const Switch& one : switches) {
       SCOPED_TRACE(QStringView(one.other.row->key).toString().toStdString());
-      doc->Set({one.other});
+      doc->GetSettings().Set({one.other});
       EXPECT_NE(Picture(), usual);
-      doc->Set({one.usual});
+      doc->GetSettings().Set({one.usual});
       EXPECT_EQ(Picture(), usual);
     }
   }
@@ -59,7 +59,7 @@ TEST_F(DisplaySettingsTest, ThePictureOfAnArticleFollowsEachSwitch) {
                    {&Settings::webArticle, false, true}});
   // A face that is not installed changes nothing, and leaves no boxes.
   const QImage usual = Picture();
-  doc->Set(&Settings::font, u"No Such Face At All");
+  doc->GetSettings().Set(&Settings::font, u"No Such Face At All");
   EXPECT_EQ(Picture(), usual);
 }
 
@@ -69,9 +69,9 @@ TEST_F(DisplaySettingsTest, ListsFollowTheirs) {
   ExpectEachToAct({{&Settings::showHighlight, false, true}, {&Settings::darkerReadArticle, false, true}});
 
   const std::u16string author = PageFacts::ParseListAuthor(View().Screen(), View().Screen().cursorRow);
-  doc->Store().Names().Set(author, {});
+  doc->GetSettings().Store().Names().Set(author, {});
   ExpectEachToAct({{&Settings::blackTitle, TitleTreatment::kMaskId, TitleTreatment::kNone}});
-  doc->Set(&Settings::blackTitle, TitleTreatment::kMaskId);
+  doc->GetSettings().Set(&Settings::blackTitle, TitleTreatment::kMaskId);
   ExpectEachToAct({{&Settings::hideCharShowStar, false, true}});
 }
 
@@ -86,7 +86,7 @@ TEST_F(DisplaySettingsTest, DisguiseLooksLikeATextEditorAndGoesAgain) {
   OpenWhole(talkative);
   const QString title = frame->windowTitle();
   const Layout usual = View().Surface().CurrentLayout();
-  doc->Set(&Settings::work, true);
+  doc->GetSettings().Set(&Settings::work, true);
   EXPECT_EQ(frame->windowTitle(), u"新文字文件.txt - 記事本"_qs);
   EXPECT_FALSE(frame->windowIcon().isNull());
   EXPECT_EQ(View().Surface().CurrentLayout().originX, 0);
@@ -98,7 +98,7 @@ TEST_F(DisplaySettingsTest, DisguiseLooksLikeATextEditorAndGoesAgain) {
   EXPECT_TRUE(ScrollBar().isVisible()) << "a text editor always has one";
   EXPECT_FALSE(ScrollBar().isEnabled());
   EXPECT_EQ(ScrollBar().styleSheet(), "");
-  doc->Set(&Settings::work, false);
+  doc->GetSettings().Set(&Settings::work, false);
   EXPECT_FALSE(ScrollBar().isVisible());
   EXPECT_EQ(frame->windowTitle(), title);
   EXPECT_EQ(View().Surface().CurrentLayout(), usual);
@@ -107,20 +107,20 @@ TEST_F(DisplaySettingsTest, DisguiseLooksLikeATextEditorAndGoesAgain) {
 TEST_F(DisplaySettingsTest, ABackgroundPictureShinesThroughAndItsStyleAndOpacityActAtOnce) {
   OpenWhole(talkative);
   const QRgb ground = Pixel({2, 2});
-  doc->Set(&Settings::backPicOpacity, 100);
-  doc->Set(&Settings::backgroundPicture, PictureFile(Qt::red));
+  doc->GetSettings().Set(&Settings::backPicOpacity, 100);
+  doc->GetSettings().Set(&Settings::backgroundPicture, PictureFile(Qt::red));
   ASSERT_TRUE(Until([&] { return Pixel({2, 2}) != ground; }));
   EXPECT_EQ(Pixel({2, 2}), 0xFF0000u);
-  doc->Set(&Settings::backPicOpacity, 0);
+  doc->GetSettings().Set(&Settings::backPicOpacity, 0);
   EXPECT_EQ(Pixel({2, 2}), ground);
-  doc->Set(&Settings::backPicOpacity, 100);
-  doc->Set(&Settings::backgroundPictureStyle, BackdropStyle::kNone);
+  doc->GetSettings().Set(&Settings::backPicOpacity, 100);
+  doc->GetSettings().Set(&Settings::backgroundPictureStyle, BackdropStyle::kNone);
   EXPECT_EQ(Pixel({2, 2}), ground);
-  doc->Set(&Settings::backgroundPictureStyle, BackdropStyle::kMovingCrop);
-  doc->Set(&Settings::work, true);
+  doc->GetSettings().Set(&Settings::backgroundPictureStyle, BackdropStyle::kMovingCrop);
+  doc->GetSettings().Set(&Settings::work, true);
   EXPECT_EQ(Pixel({2, View().height() - 2}), 0xFFFFFFu) << "not in disguise";
-  doc->Set(&Settings::work, false);
-  doc->Set(&Settings::backgroundPicture, u"/no/such/picture.png");
+  doc->GetSettings().Set(&Settings::work, false);
+  doc->GetSettings().Set(&Settings::backgroundPicture, u"/no/such/picture.png");
   EXPECT_TRUE(Until([&] { return PanelSays(u"背景圖片無法顯示"_qs); }));
   EXPECT_EQ(Pixel({2, 2}), ground);
 }

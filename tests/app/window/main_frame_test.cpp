@@ -74,7 +74,7 @@ TEST_F(MainFrameTest, MenuItemsFollowTheConnection) {
   EXPECT_TRUE(reconnect->isEnabled());
   EXPECT_EQ(View().Panel().Text().title, u"已離開站台"_qs);
   reconnect->trigger();
-  EXPECT_TRUE(Settles() && doc->IsConnected());
+  EXPECT_TRUE(Settles() && doc->GetConnection().IsConnected());
 }
 
 TEST_F(MainFrameTest, TheMenuSendsTheControlKeyThatPastingTook) {
@@ -203,9 +203,9 @@ TEST_F(MainFrameTest, TheProgramsIconStandsOnEveryWindow) {
   const QImage usual = picture(*frame);
   ASSERT_FALSE(usual.isNull());
   EXPECT_EQ(picture(ConnectDlg({}, {}, frame.get())), usual);
-  doc->Set(&Settings::work, true);
+  doc->GetSettings().Set(&Settings::work, true);
   EXPECT_NE(picture(*frame), usual);
-  doc->Set(&Settings::work, false);
+  doc->GetSettings().Set(&Settings::work, false);
   EXPECT_EQ(picture(*frame), usual);
 }
 
@@ -232,7 +232,7 @@ TEST_F(MainFrameTest, TheAddressDialogOffersNamesAndRemovesTheSitesUsedBefore) {
     NoteSiteUsed(map, u"telnet://first.example", 1);
     NoteSiteUsed(map, u"telnet://second.example:2323", 2);
   });
-  doc->Set(&Settings::site, u"telnet://third.example");
+  doc->GetSettings().Set(&Settings::site, u"telnet://third.example");
   AnswerDialogs([&] { frame->AskAddress(); }, {[&](QDialog& dialog) {
                   EXPECT_EQ(dynamic_cast<ConnectDlg&>(dialog).Address(), "telnet://third.example");
                   auto& list = Find<QTreeWidget>(dialog, "recentSites");

@@ -12,7 +12,7 @@ class TypingTest : public WindowTest {
   void SetUp() override {
     WindowTest::SetUp();
     OpenScript();
-    ASSERT_TRUE(doc->IsConnected());
+    ASSERT_TRUE(doc->GetConnection().IsConnected());
   }
   ::testing::AssertionResult Arrived(const std::string& bytes) {
     if (Until([&] { return script->Written() == bytes; })) return ::testing::AssertionSuccess();

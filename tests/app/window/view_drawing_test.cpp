@@ -14,7 +14,7 @@ class ViewDrawingTest : public WindowTest {
 };
 
 TEST_F(ViewDrawingTest, TheWindowShowsThePaintersPictureUnchanged) {
-  doc->Set(&Settings::hideTopLeftIcons, true);  // the buttons lie over the picture
+  doc->GetSettings().Set(&Settings::hideTopLeftIcons, true);  // the buttons lie over the picture
   frame->resize(1000, 700);
   const QImage shown = View().grab().toImage().convertToFormat(QImage::Format_RGB32);
   EXPECT_EQ(shown, View().Surface().Picture().copy(shown.rect()));

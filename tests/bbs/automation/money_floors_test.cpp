@@ -19,7 +19,7 @@ class MoneyFloorsTest : public WithTables {
     bbs.reading = true;
     ArticleLines lines;
     for (; !lines.IsComplete(); bbs.top = std::min(bbs.top + ArticleBbs::kPage - 1, bbs.LastTop()))
-      lines.Take(bbs.Screen());
+      lines.Add(bbs.Screen());
     return ReadFloors(PageFacts(), lines);
   }
   std::vector<FloorGift> Choose(const MoneyChoices& choices, unsigned seed = 1) {
