@@ -58,7 +58,7 @@ void LoginController::Open(const LoginEntry& entry, const LoginComplaint& compla
   proposed_ = entry;
   Wipe(proposed_.password);
   OfferSites();
-  // Queued: connecting handles events of its own, and no key press of the form shall wait beneath it.
+  // Queued: what follows may do away with the form, which is still at work on the key or click.
   connect(form_, &LoginForm::LoginRequested, this, &LoginController::LogIn, Qt::QueuedConnection);
   connect(form_, &LoginForm::ConnectRequested, this, &LoginController::ConnectOnly, Qt::QueuedConnection);
   connect(form_, &LoginForm::AddressRequested, this, &LoginController::AddressRequested,
@@ -321,7 +321,6 @@ void LoginController::OnLoginEnded(const LoginEnd& end) {
     case LoginEnd::How::kTakenOver:
       break;
   }
-  Wipe(entry.password);
   Wipe(entry.password);
 }
 
