@@ -43,9 +43,9 @@ class Connection : public QObject {
 
   bool IsConnecting() const { return connecting_; }
   // The attempt is over, and has made it.
-  bool IsConnected() const { return !connecting_ && session_.state == kStateConnected; }
+  bool IsConnected() const { return !connecting_ && session_.state == SessionState::kConnected; }
   // There was one, and it has ended.
-  bool IsClosed() const { return !connecting_ && session_.state == kStateClosed; }
+  bool IsClosed() const { return !connecting_ && session_.state == SessionState::kClosed; }
   // The last one given to Open.
   const Site& CurrentSite() const { return site_; }
   SessionFacts Facts() const;

@@ -163,7 +163,7 @@ TEST_F(LoginTest, APasswordThatCannotBeSealedIsToldBeforeTheLogin) {
   ASSERT_TRUE(Until([&] { return !Complaint().isEmpty(); }));
   EXPECT_TRUE(Complaint().contains(u"不能記住"_qs));
   EXPECT_FALSE(Field<QCheckBox>("rememberPassword").isChecked());
-  EXPECT_EQ(doc->GetConnection().Session().state, kStateIdle) << "the user decides first";
+  EXPECT_EQ(doc->GetConnection().Session().state, SessionState::kIdle) << "the user decides first";
   Enter();
   ASSERT_TRUE(Until([&] { return Complaint().contains(u"不接受"_qs); }));
 }

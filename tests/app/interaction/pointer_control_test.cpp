@@ -101,7 +101,7 @@ class PointerControlTest : public WindowTest {
 
   static ScreenSnapshot Classified(ScreenBuilder page) {
     static const PageTests tests;
-    page.screen.sessionState = 2;
+    page.screen.sessionState = SessionState::kConnected;
     page.screen.isBbsSite = 1;
     ClassifyScreen(tests, page.screen, ScreenReason::kUpdated);
     return page.screen;
