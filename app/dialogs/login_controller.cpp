@@ -28,8 +28,6 @@ LoginController::LoginController(const Parts& parts) : parts_(parts) {
   connect(&parts_.connection, &Connection::ConnectionBegins, this, &LoginController::Close);
   connect(&parts_.automations, &Automations::LoginEnded, this, &LoginController::OnLoginEnded);
   connect(&parts_.settings, &UserSettings::Changed, this, &LoginController::ApplyColours);
-  // An account that an older version kept belongs to the site that is set up now, whatever is chosen later.
-  parts_.account.AdoptFor(SiteKey(Text(parts_.settings.Fields().site), parts_.hosts));
 }
 
 LoginController::~LoginController() {

@@ -138,7 +138,6 @@ class CQuillView : public QWidget {
   void Tick();
   void TellFileProblems();
   void TellNews(const ArticleNews& news);
-  void NoteVersion();
   void ConnectLogin();
   void ConnectArticle();
   void ConnectSideLists();

@@ -61,7 +61,8 @@ class WindowTest : public WithTables {
                       .opener = opener,
                       .folders = {.working = ProgramHome(), .data = home.Path() / "data"},
                       .machineTag = [] { return std::string("TEST-01"); },
-                      .clock = [this] { return SteadyMilliseconds() + ahead; }});
+                      .clock = [this] { return SteadyMilliseconds() + ahead; },
+                      .version = u"1.0"});
     doc->Load();
     frame = std::make_unique<CMainFrame>(*doc);
     frame->show();
