@@ -9,7 +9,6 @@ namespace {
 
 constexpr int kBlueGround = 4;
 constexpr int kRedGround = 1;
-constexpr int kConnected = 2;  // the session's state, as mirrored into the screen
 
 std::uint32_t If(bool holds, PageFlags flag) {
   return holds ? std::uint32_t{flag} : 0;
@@ -45,7 +44,7 @@ bool ClassifyScreen(const PageTests& pages, ScreenSnapshot& screen, ScreenReason
   screen.msgCount = 0;
   const bool reading = pages.IsReader(screen, PageTests::ReaderForm::kPlain);
   std::uint32_t flags = reading ? PF_READING | ReaderFlags(pages, screen) : OtherPageFlags(pages, screen);
-  if (screen.sessionState == kConnected && screen.isBbsSite != 0)
+  if (screen.sessionState == SessionState::kConnected && screen.isBbsSite != 0)
     flags |= If((flags & (PF_READING | PF_LIST_CURSOR)) != 0, PF_BROWSABLE);
   screen.pageFlags = flags;
   return true;

@@ -49,7 +49,7 @@ std::vector<Page> AllPages() {
   std::vector<Page> pages;
   const auto add = [&pages](const char* name, const ScreenBuilder& builder) {
     pages.push_back({name, builder.screen});
-    pages.back().screen.sessionState = 2;
+    pages.back().screen.sessionState = SessionState::kConnected;
     pages.back().screen.isBbsSite = 1;
   };
   const auto over = [&article](int row, std::u16string_view text) {

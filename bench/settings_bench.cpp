@@ -142,6 +142,7 @@ struct Home {
   explicit Home(const fs::path& parent) : scratch(parent) {
     fs::create_directories(scratch.Folders().working);
     DataFiles files(registry, scratch.Folders());
+    files.Prepare();
     WriteUsualFiles(files);
   }
 
@@ -153,6 +154,7 @@ void BenchStart(benchmark::State& state, const fs::path& parent) {
   Home home(parent);
   for (auto _ : state) {
     DataFiles files(home.registry, home.scratch.Folders());
+    files.Prepare();
     SettingsStore store(files, kMainHost);
     store.Load();
     ArticleLists lists;
@@ -174,6 +176,7 @@ void BenchStart(benchmark::State& state, const fs::path& parent) {
 void BenchSave(benchmark::State& state, const fs::path& parent, bool (*save)(SettingsStore&, int)) {
   Home home(parent);
   DataFiles files(home.registry, home.scratch.Folders());
+  files.Prepare();
   SettingsStore store(files, kMainHost);
   store.Load();
   int round = 0;
@@ -198,6 +201,7 @@ bool SaveNames(SettingsStore& store, int round) {
 void BenchLoadManyNames(benchmark::State& state, const fs::path& parent) {
   Home home(parent);
   DataFiles files(home.registry, home.scratch.Folders());
+  files.Prepare();
   if (!files.Write(kNamesFile, Names(kManyNames).AsText())) state.SkipWithError("the list cannot be written");
   for (auto _ : state) {
     NameList names;

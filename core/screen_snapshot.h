@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "core/session_state.h"
+
 namespace quillet {
 
 class NotifyTarget;
@@ -62,7 +64,7 @@ struct ScreenSnapshot {
   std::uint8_t frozen = 0;     // the classifier ignores screen updates
   // Mirrors of the session's fields, so that a copy carries them.
   std::uint8_t isBbsSite = 0;
-  std::int32_t sessionState = 0;
+  SessionState sessionState = SessionState::kIdle;
   std::uint32_t connection = 0;  // TermSession::connectionNumber
 
   // Every cell blank; the cursor and everything else stay.

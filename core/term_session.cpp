@@ -129,7 +129,7 @@ void TermSession::RecogniseHost() {
 }
 
 void TermSession::Begin(std::unique_ptr<Transport> transport) {
-  state = kStateConnecting;
+  state = SessionState::kConnecting;
   MirrorFields();
   live.Publish(screen);
   std::shared_ptr<SessionLink> link;
@@ -189,7 +189,7 @@ void TermSession::ReportEnd(TransportEnd end) {
     std::lock_guard lock(endLock_);
     end_ = std::move(end);
   }
-  state = kStateClosed;
+  state = SessionState::kClosed;
   HandOver(ScreenReason::kDisconnected);
 }
 
@@ -223,7 +223,7 @@ void TermSession::OnConnected(std::string_view peerAddress) {
   const std::shared_ptr<SessionLink> link = Link();
   RecognisePeer(peerAddress);
   link->connected = true;
-  state = kStateConnected;
+  state = SessionState::kConnected;
   link->queue.Start();
   SettleAttempt(*link);
   if (link->Way().OpensWithDeleteKeys()) SendDeleteKeys();

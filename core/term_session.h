@@ -17,18 +17,15 @@
 #include <thread>
 #include <vector>
 
+#include "core/cell_position.h"
 #include "core/endpoints.h"
 #include "core/live_screen.h"
+#include "core/session_state.h"
 #include "core/site_address.h"
 #include "core/term_screen.h"
 #include "core/transport.h"
 
 namespace quillet {
-
-inline constexpr int kStateIdle = 0;  // never connected
-inline constexpr int kStateConnecting = 1;
-inline constexpr int kStateConnected = 2;
-inline constexpr int kStateClosed = 8;
 
 enum class ReactionWait { kNone, kUntilCursorMoves };
 enum class Wrap { kNone, kAt78Columns, kAt78ColumnsLeftOpen };
@@ -37,11 +34,6 @@ class SessionLink;
 
 // The two cells that tell which line the BBS's menu cursor stands on.
 using MenuMark = std::array<std::uint8_t, 2>;
-
-struct CellPosition {
-  int row = 0;
-  int col = 0;
-};
 
 struct SessionOptions {
   Endpoints endpoints;
@@ -104,7 +96,7 @@ class TermSession : private TransportEvents {
   std::atomic<bool> sendDirect{false};  // write at once instead of queueing
   TermScreen screen;                    // receive thread; others read `live`
   LiveScreen live;
-  std::atomic<int> state{kStateIdle};
+  std::atomic<SessionState> state{SessionState::kIdle};
   std::atomic<bool> isBbsSite{false};
   std::atomic<bool> isMainBbs{false};
   std::atomic<bool> autoLogin{false};         // the login dialogue may be answered on this connection

@@ -60,7 +60,7 @@ void TermSession::SendBytes(std::string_view bytes, ReactionWait wait) {
   const std::shared_ptr<SessionLink> link = Link();
   if (!link) return;
   if (sendDirect) {
-    if (state == kStateConnected) SendDirectly(*link, bytes, wait);
+    if (state == SessionState::kConnected) SendDirectly(*link, bytes, wait);
     return;
   }
   const SendQueue::Patience patience =
@@ -86,7 +86,7 @@ void TermSession::SendDirectly(SessionLink& link, std::string_view bytes, Reacti
 void TermSession::WaitForReaction(const SessionLink& link, MenuMark before) {
   const auto started = std::chrono::steady_clock::now();
   LiveScreen::Copy now;
-  while (state == kStateConnected && Link().get() == &link) {
+  while (state == SessionState::kConnected && Link().get() == &link) {
     live.Read(now);
     const bool menuShows = !options_.watcher || options_.watcher->IsListCursor(now.screen);
     if (!noSendWait && MarkAtCursor(now.screen) != before && menuShows) return;

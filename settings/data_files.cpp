@@ -22,9 +22,10 @@ bool IsThere(const fs::path& file) {
 }  // namespace
 
 DataFiles::DataFiles(Registry& registry, Folders folders)
-    : registry_(registry),
-      folders_(std::move(folders)),
-      workingIsWritable_(IsFolderWritable(folders_.working)) {
+    : registry_(registry), folders_(std::move(folders)) {}
+
+void DataFiles::Prepare() {
+  workingIsWritable_ = IsFolderWritable(folders_.working);
   ChooseFolder();
   MakeDataFolder();
 }

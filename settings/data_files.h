@@ -35,11 +35,14 @@ class DataFiles {
     std::filesystem::path data;     // the user's own; made when it is missing
   };
 
-  // `registry` outlives the object. Where the user has not chosen and files cannot be made beside the
-  // program, the value becomes "1": a run with other rights has to find the same files. Where the registry
-  // has lost the value, the folder is the one that holds "Quill.ini" (beside the program when both do, or
-  // none), and no file moves in this run.
+  // `registry` outlives the object.
   DataFiles(Registry& registry, Folders folders);
+
+  // Decides which folder is in use and makes the user's own; once, before anything else is asked. Where the
+  // user has not chosen and files cannot be made beside the program, the value becomes "1": a run with other
+  // rights has to find the same files. Where the registry has lost the value, the folder is the one that
+  // holds "Quill.ini" (beside the program when both do, or none), and no file moves in this run.
+  void Prepare();
 
   // "UseAppDataLocalPath" is "1", or files cannot be made beside the program.
   bool UsesDataFolder() const;
@@ -107,7 +110,7 @@ class DataFiles {
   Registry& registry_;
   Folders folders_;
   LockPatience patience_;
-  bool workingIsWritable_;
+  bool workingIsWritable_ = false;
   std::optional<bool> guess_;  // whether to use the data folder, where the registry has lost it
   std::map<std::string, Known, std::less<>> known_;    // by name
   std::set<std::string, std::less<>> notToBeWritten_;  // by name

@@ -23,8 +23,9 @@ inline constexpr std::string_view kTitleWordsFile = "black_title.txt";
 
 class SettingsStore {
  public:
-  // The map has its defaults from here on; nothing is read yet. `files` outlives the store. `mainHost` is the
-  // BBS's own host, of which the default site is made; empty when none is configured.
+  // The map has its defaults from here on; nothing is read yet. `files` outlives the store, and is prepared
+  // before Load. `mainHost` is the BBS's own host, of which the default site is made; empty when none is
+  // configured.
   SettingsStore(DataFiles& files, std::string_view mainHost);
 
   // Reads the files, converts what older versions wrote, saves the converted form and fills the typed fields.

@@ -28,8 +28,6 @@ LoginController::LoginController(const Parts& parts) : parts_(parts) {
   connect(&parts_.connection, &Connection::ConnectionBegins, this, &LoginController::Close);
   connect(&parts_.automations, &Automations::LoginEnded, this, &LoginController::OnLoginEnded);
   connect(&parts_.settings, &UserSettings::Changed, this, &LoginController::ApplyColours);
-  // An account that an older version kept belongs to the site that is set up now, whatever is chosen later.
-  parts_.account.AdoptFor(SiteKey(Text(parts_.settings.Fields().site), parts_.hosts));
 }
 
 LoginController::~LoginController() {
@@ -298,12 +296,13 @@ void LoginController::GoToDemo() {
       if (!order) return;
     }
     emit DemoRequested(order);
+    if (!parts_.connection.WillLogIn()) Wipe(pending_.password);  // there is no demo
   });
 }
 
 void LoginController::OnLoginEnded(const LoginEnd& end) {
   // Of an earlier login: what is pending is on its way to take its place.
-  if (end.how == LoginEnd::How::kTakenOver && parts_.connection.IsConnecting()) return;
+  if (end.how == LoginEnd::How::kTakenOver && parts_.connection.WillLogIn()) return;
   LoginEntry entry = std::exchange(pending_, {});
   switch (end.how) {
     case LoginEnd::How::kFinished:

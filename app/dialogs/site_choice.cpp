@@ -7,8 +7,6 @@
 namespace quillet {
 namespace {
 
-constexpr std::u16string_view kOwnSite = u"*";
-
 QString AddressOn(const char* scheme, std::string_view host, const char* path = "") {
   if (host.empty()) return {};
   return QString::fromLatin1(scheme) + QString::fromUtf8(host.data(), static_cast<qsizetype>(host.size())) +
@@ -43,18 +41,6 @@ LoginSites ProposedLogin(const QString& preferred, const Endpoints& endpoints) {
     way.possible = CanBeConnected(way.address);
   if (fits && sites.Of(parsed.address.kind).possible) sites.proposed = parsed.address.kind;
   return sites;
-}
-
-std::u16string SiteKey(const QString& address, const Endpoints& endpoints) {
-  const ParsedAddress parsed = ParseSiteAddress(address.toStdString());
-  if (parsed.error != AddressError::kNone) return {};
-  const std::string_view whole = parsed.address.host;
-  // A WebSocket address has its path, and a port before that, in the host.
-  std::string_view host = whole.substr(0, whole.find('/'));
-  if (host.empty()) return {};
-  for (const std::string& own : {endpoints.mainHost, endpoints.secondaryHost, endpoints.webSocketHost})
-    if (host == own) return std::u16string(kOwnSite);
-  return QString::fromUtf8(host.data(), static_cast<qsizetype>(host.size())).toStdU16String();
 }
 
 }  // namespace quillet

@@ -1,5 +1,5 @@
-// Which addresses the connect dialog and the login form propose, and which of them are the same site. Pure
-// but for the transport factory, which it asks what this build can connect to. User-interface thread.
+// Which addresses the connect dialog and the login form propose. Pure but for the transport factory, which it
+// asks what this build can connect to. User-interface thread.
 #pragma once
 
 #include <array>
@@ -32,9 +32,5 @@ struct LoginSites {
 // The BBS's own addresses, but for the way of `preferred` (an address, perhaps empty or unfit), which has
 // that one and is proposed where it is possible.
 LoginSites ProposedLogin(const QString& preferred, const Endpoints& endpoints);
-
-// What tells whether two addresses lead to the same site, and what was kept for one may be told to the other:
-// the host's name, one name for all of the BBS's own. Empty for an address without a host.
-std::u16string SiteKey(const QString& address, const Endpoints& endpoints);
 
 }  // namespace quillet

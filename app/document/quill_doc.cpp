@@ -23,6 +23,7 @@ SessionOptions OptionsOf(const Endpoints& endpoints, ScreenWatcher& watcher, Not
 
 CQuillDoc::CQuillDoc(DocumentParts parts)
     : endpoints_(std::move(parts.endpoints)),
+      version_(std::move(parts.version)),
       registry_(parts.registry),
       opener_(parts.opener),
       files_(registry_, std::move(parts.folders)),
@@ -54,8 +55,12 @@ CQuillDoc::~CQuillDoc() {
 }
 
 void CQuillDoc::Load() {
+  files_.Prepare();
   emulatesBrowser_ = SetBrowserEmulation(registry_);
   settings_.Load();
+  // An account that an older version kept belongs to the site that is set up now, whatever is chosen later.
+  account_.AdoptFor(SiteKey(QString::fromStdU16String(Fields().site), endpoints_));
+  if (!version_.empty()) settings_.Set(&Settings::version, version_);
   bookmarks_.Load();
   connection_.NoteNews(bookmarks_.HoldNews());
 }

@@ -33,6 +33,7 @@ struct DocumentParts {
   DataFiles::Folders folders;
   std::function<std::string()> machineTag = MachineTag;
   SessionDriver::Clock clock{};  // empty: the steady clock
+  std::u16string version{};      // the program's, noted among the settings; empty: none is
 };
 
 class CQuillDoc : public QObject {
@@ -43,8 +44,8 @@ class CQuillDoc : public QObject {
   explicit CQuillDoc(DocumentParts parts);
   ~CQuillDoc() override;
 
-  // Reads what the user keeps, brings its files up to date and prepares the system's embedded browser. Once,
-  // before any window.
+  // Reads what the user keeps, brings it up to date and prepares the system's embedded browser. Once, before
+  // any window.
   void Load();
 
   Connection& GetConnection() { return connection_; }
@@ -89,6 +90,7 @@ class CQuillDoc : public QObject {
   void KeepSite();
 
   Endpoints endpoints_;
+  const std::u16string version_;
   Registry& registry_;
   Opener& opener_;
   DataFiles files_;

@@ -5,8 +5,8 @@
 #include <QDir>
 #include <QStringDecoder>
 
+#include "core/session_state.h"
 #include "core/site_address.h"
-#include "core/term_session.h"
 
 namespace quillet {
 namespace {
@@ -96,15 +96,15 @@ PanelText DescribeEnd(const SessionFacts& facts) {
 
 PanelText DescribeSession(const SessionFacts& facts) {
   switch (facts.state) {
-    case kStateConnected:
+    case SessionState::kConnected:
       return {};
-    case kStateConnecting:
+    case SessionState::kConnecting:
       return {.title = u"連線中"_qs,
               .lines = {Filled(u"{site}", facts)},
               .hint = u"Esc 取消"_qs,
               .tone = PanelTone::kBusy,
               .onEscape = PanelAction::kCancel};
-    case kStateClosed:
+    case SessionState::kClosed:
       return DescribeEnd(facts);
     default:
       return {.title = u"尚未連線"_qs,

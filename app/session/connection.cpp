@@ -28,11 +28,11 @@ void Connection::Open(Site site, LoginOrder login) {
 
 void Connection::Begin(Attempt attempt) {
   connecting_ = true;
+  login_ = std::move(attempt.login);
   emit AboutToEnd();
   Reset();
   site_ = std::move(attempt.site);
   if (site_.name.isEmpty()) site_.name = nameOf_(site_.address);
-  login_ = std::move(attempt.login);
   emit ConnectionBegins();
   StartConnect(login_ != nullptr);
   NoteStatus();
@@ -61,7 +61,8 @@ void Connection::StopAttempt() {
 }
 
 void Connection::Review() {
-  const bool goesOn = stopping_ ? session_.state != kStateClosed : session_.state == kStateConnecting;
+  const bool goesOn =
+      stopping_ ? session_.state != SessionState::kClosed : session_.state == SessionState::kConnecting;
   if (!connecting_ || goesOn) return;
   if (next_) return Begin(*std::exchange(next_, std::nullopt));
   connecting_ = false;
@@ -102,7 +103,7 @@ void Connection::DisconnectAfterSending() {
 SessionFacts Connection::Facts() const {
   TransportEnd end = session_.LastEnd();
   if (leaving_ && end.reason == EndReason::kClosedByPeer) end.reason = EndReason::kClosedByUser;
-  return {.state = connecting_ ? kStateConnecting : session_.state.load(),
+  return {.state = connecting_ ? SessionState::kConnecting : session_.state.load(),
           .siteName = site_.ShownName(),
           .host = QString::fromStdString(session_.host),
           .port = QString::fromStdString(session_.port),

@@ -42,10 +42,12 @@ class Connection : public QObject {
   void NoteStaying() { leaving_ = false; }
 
   bool IsConnecting() const { return connecting_; }
+  // The attempt that is wanted is for a login.
+  bool WillLogIn() const { return (next_ ? next_->login : login_) != nullptr; }
   // The attempt is over, and has made it.
-  bool IsConnected() const { return !connecting_ && session_.state == kStateConnected; }
+  bool IsConnected() const { return !connecting_ && session_.state == SessionState::kConnected; }
   // There was one, and it has ended.
-  bool IsClosed() const { return !connecting_ && session_.state == kStateClosed; }
+  bool IsClosed() const { return !connecting_ && session_.state == SessionState::kClosed; }
   // The last one given to Open.
   const Site& CurrentSite() const { return site_; }
   SessionFacts Facts() const;

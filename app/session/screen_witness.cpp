@@ -4,7 +4,7 @@
 
 #include "bbs/page_flags.h"
 #include "bbs/push_over_reader.h"
-#include "core/term_session.h"
+#include "core/session_state.h"
 
 namespace quillet {
 
@@ -18,7 +18,7 @@ void ScreenWitness::Look(ScreenSnapshot& screen, ScreenReason reason, std::int64
   }
   // Before the BBS goes back to a list, where no article is open.
   if (page.Shows(PF_PUSH_LINE)) pushing_ = article_.Current();
-  if (screen.sessionState == kStateConnected) article_.Look(screen, page, now);
+  if (screen.sessionState == SessionState::kConnected) article_.Look(screen, page, now);
   login_.Look(screen);
   if (push_.Look(screen, page)) pushed_.push_back(pushing_);
 }

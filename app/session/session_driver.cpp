@@ -43,7 +43,7 @@ void SessionDriver::SetListHit(bool on) {
 }
 
 void SessionDriver::UpdateStatus() {
-  if (session_.state != kStateConnected)
+  if (session_.state != SessionState::kConnected)
     status_ = ConnectionStatus::kNotConnected;
   else
     status_ = attention_ || listHit_ ? ConnectionStatus::kSomethingNew : ConnectionStatus::kQuiet;

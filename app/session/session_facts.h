@@ -6,13 +6,14 @@
 
 #include <QString>
 
+#include "core/session_state.h"
 #include "core/transport.h"
 
 namespace quillet {
 
 // What the document knows of its connection.
 struct SessionFacts {
-  int state = 0;     // TermSession::state
+  SessionState state = SessionState::kIdle;
   QString siteName;  // the address as the user gave it, or the site's own name
   QString host;
   QString port;

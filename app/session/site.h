@@ -1,11 +1,13 @@
-// A site to connect to. A value; any thread.
+// A site to connect to, and which addresses lead to the same one. A value; any thread.
 #pragma once
 
 #include <functional>
 #include <memory>
+#include <string>
 
 #include <QString>
 
+#include "core/endpoints.h"
 #include "core/transport.h"
 
 namespace quillet {
@@ -21,5 +23,9 @@ struct Site {
   // Its address leads there tomorrow as well.
   bool Lasts() const { return !makeTransport && !isBbs; }
 };
+
+// What tells whether two addresses lead to the same site, and what was kept for one may be told to the other:
+// the host's name, one name for all of the BBS's own. Empty for an address without a host.
+std::u16string SiteKey(const QString& address, const Endpoints& endpoints);
 
 }  // namespace quillet

@@ -57,11 +57,13 @@ int CQuillApp::Run() {
 void CQuillApp::InitInstance() {
   Resources resources = LoadResources();
   auto signaller = std::make_unique<WindowSignaller>();
-  doc_ = std::make_unique<CQuillDoc>(DocumentParts{.endpoints = std::move(resources.endpoints),
-                                                   .signaller = *signaller,
-                                                   .registry = *places_.registry,
-                                                   .opener = opener_,
-                                                   .folders = places_.folders});
+  doc_ =
+      std::make_unique<CQuillDoc>(DocumentParts{.endpoints = std::move(resources.endpoints),
+                                                .signaller = *signaller,
+                                                .registry = *places_.registry,
+                                                .opener = opener_,
+                                                .folders = places_.folders,
+                                                .version = QStringLiteral(QUILLET_VERSION).toStdU16String()});
   doc_->Load();
   frame_ = std::make_unique<CMainFrame>(*doc_);
   signaller->SetWindow(frame_.get());

@@ -151,7 +151,6 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
   ConnectSearch();
   doc_.Messages().Attach(this);
   ApplyDisplaySettings();
-  NoteVersion();
   TellFileProblems();
   RefreshPanel();
 }
@@ -291,10 +290,6 @@ void CQuillView::SetLayoutMode(LayoutMode mode) {
   RefreshFrame();
   PlaceOverlays();
   UpdateIme(ImeAdapter::Move::kForced);
-}
-
-void CQuillView::NoteVersion() {
-  settings_.Set(&Settings::version, QStringLiteral(QUILLET_VERSION).toStdU16String());
 }
 
 void CQuillView::TellFileProblems() {

@@ -194,7 +194,7 @@ void RunMoneyOrder(ScreenWaits& waits, const MoneyOrder& order, MoneyLedger& led
   MoneyRun run(waits, order, ledger);
   const MoneyRunEnd end = run.GiveAll();
   // A run that the user has stopped looks like one whose connection has ended.
-  if (end != MoneyRunEnd::kClosed || waits.Session().state != kStateConnected)
+  if (end != MoneyRunEnd::kClosed || waits.Session().state != SessionState::kConnected)
     ledger.NoteEnd(end, run.Said());
   // The user's own prompt is left alone.
   if (end == MoneyRunEnd::kBusy || !waits.IsAlive()) return;

@@ -160,7 +160,7 @@ PushRunResult RunPushOrder(ScreenWaits& waits, const PushOrder& order, PushLedge
     ledger.Note(std::move(now));
   });
   // A run that the user has stopped looks like one whose connection has ended.
-  if (result.outcome == PushOutcome::kClosed && waits.Session().state == kStateConnected)
+  if (result.outcome == PushOutcome::kClosed && waits.Session().state == SessionState::kConnected)
     result.outcome = PushOutcome::kTakenOver;
   ledger.Note(result);
   if (order.asksCode && result.pushed > 0) {

@@ -67,8 +67,8 @@ ScreenWaits::ScreenWaits(TermSession& session, const PageTests& pages, const std
 }
 
 bool ScreenWaits::IsAlive() const {
-  return !cancelled_ && session_.state == kStateConnected && session_.connectionNumber == connection_ &&
-         (!end_ || std::chrono::steady_clock::now() < *end_);
+  return !cancelled_ && session_.state == SessionState::kConnected &&
+         session_.connectionNumber == connection_ && (!end_ || std::chrono::steady_clock::now() < *end_);
 }
 
 void ScreenWaits::EndAfter(std::chrono::milliseconds limit) {

@@ -78,7 +78,7 @@ class ArticleBbs {
     return Classified(screen);
   }
   ScreenSnapshot Classified(ScreenSnapshot screen) const {
-    screen.sessionState = 2;
+    screen.sessionState = SessionState::kConnected;
     screen.isBbsSite = 1;
     ClassifyScreen(pages_, screen, ScreenReason::kUpdated);
     return screen;

@@ -33,7 +33,7 @@ ScreenSnapshot ArticleList() {
   ScreenBuilder builder;
   builder.Put(1, 0, u"[←]離開 [→]閱讀 [Ctrl-P]發表文章 [d]刪除 [z]精華區 [i]看板資訊/設定 [h]說明   ");
   builder.Put(5, 0, u">").Put(23, 0, u" 文章選讀 ").Cursor(5, 0);
-  builder.screen.sessionState = 2;
+  builder.screen.sessionState = SessionState::kConnected;
   builder.screen.isBbsSite = 1;
   return builder.screen;
 }

@@ -16,7 +16,7 @@ ScreenSnapshot FilledWith(std::uint8_t value) {
   for (ScreenRow& row : screen.attr)
     row.fill(value);
   screen.cursorRow = value;
-  screen.sessionState = value;
+  screen.connection = value;
   return screen;
 }
 
@@ -28,7 +28,7 @@ bool IsWhole(const ScreenSnapshot& screen) {
   for (const ScreenRow& row : screen.attr)
     for (const std::uint8_t cell : row)
       if (cell != value) return false;
-  return screen.cursorRow == value && screen.sessionState == value;
+  return screen.cursorRow == value && screen.connection == value;
 }
 
 TEST(LiveScreenTest, ReadsWhatWasPublishedAndKnowsABatchInProgress) {

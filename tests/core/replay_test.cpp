@@ -61,7 +61,7 @@ TEST_F(ReplayTest, TheSessionsStopEndsASlowReplay) {
 
   TermSession session({});
   session.ConnectWith(std::make_unique<ReplayTransport>(file_, 1));
-  EXPECT_EQ(session.state, kStateConnected);
+  EXPECT_EQ(session.state, SessionState::kConnected);
   session.SendBytes("goes nowhere");
   session.Disconnect();
   EXPECT_EQ(session.LastEnd().reason, EndReason::kClosedByUser);
@@ -76,7 +76,7 @@ TEST_F(ReplayTest, WhatCannotBeReadIsNamed) {
     options.watcher = &watcher;
     TermSession session(options);
     session.ConnectWith(std::make_unique<ReplayTransport>(path, 0));
-    EXPECT_EQ(session.state, kStateClosed);
+    EXPECT_EQ(session.state, SessionState::kClosed);
     EXPECT_EQ(session.LastEnd().reason, EndReason::kConnectFailed);
     EXPECT_NE(session.LastEnd().detail.find(path.filename().string()), std::string::npos);
     EXPECT_EQ(watcher.connected, 0);

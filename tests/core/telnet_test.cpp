@@ -66,10 +66,10 @@ TEST_P(TelnetFamilyTest, OpensWithDeletesAndSurvivesAPeerThatLeavesMidSequence) 
   options.debugLine = [&debug](std::string_view line) { debug.Set(std::string(line)); };
   TermSession session(options);
   session.Connect(server.SiteAddress());
-  ASSERT_EQ(session.state, kStateConnected) << session.LastEnd().detail;
+  ASSERT_EQ(session.state, SessionState::kConnected) << session.LastEnd().detail;
   ASSERT_TRUE(WaitUntil([&] { return watcher.connected == 1; }));
   session.SendBytes("quit");
-  ASSERT_TRUE(WaitUntil([&] { return session.state == kStateClosed; }));
+  ASSERT_TRUE(WaitUntil([&] { return session.state == SessionState::kClosed; }));
   session.Disconnect();
 
   EXPECT_EQ(heard.Get(), Opening() + "quit") << "nothing answers telnet options";
@@ -96,7 +96,7 @@ TEST(TelnetTest, AStalledPeerWithFiveMegabytesQueuedHoldsNothing) {
   });
   TermSession session({});
   session.Connect(server.SiteAddress());
-  ASSERT_EQ(session.state, kStateConnected);
+  ASSERT_EQ(session.state, SessionState::kConnected);
   // The opening keys are sent as well, and so they must be counted.
   ASSERT_TRUE(WaitUntil([&] {
     std::lock_guard lock(session.keyLogLock);
@@ -142,7 +142,7 @@ TEST(TelnetTest, APeerThatLeavesAtOnceIsReadToItsEndAndNothingTypedIsMissing) {
   });
   TermSession session({});
   session.Connect(server.SiteAddress());
-  ASSERT_TRUE(WaitUntil([&] { return session.state == kStateClosed; }));
+  ASSERT_TRUE(WaitUntil([&] { return session.state == SessionState::kClosed; }));
   EXPECT_EQ(session.UnsentBytes(), 0u);
   session.Disconnect();
   // A system that sees a reset in our writing to the peer throws away what was not read yet.
@@ -173,7 +173,7 @@ TEST(TelnetTest, TheFirstAddressThatAnswersWins) {
   };
   TermSession session({});
   session.ConnectWith(std::make_unique<TelnetTransport>("h", "1", resolver));
-  EXPECT_EQ(session.state, kStateConnected) << session.LastEnd().detail;
+  EXPECT_EQ(session.state, SessionState::kConnected) << session.LastEnd().detail;
   EXPECT_TRUE(WaitUntil([&] { return clients == 1; }));
   session.Disconnect();
 }
@@ -207,7 +207,7 @@ TEST(TelnetTest, AHostThatNeverAnswersCanBeGivenUp) {
     waiting.push_back(std::make_unique<TermSession>(SessionOptions{}));
     int calls = 0;
     waiting.back()->Connect(address, [&calls] { return ++calls < 30; });
-    if (waiting.back()->state == kStateConnected) continue;
+    if (waiting.back()->state == SessionState::kConnected) continue;
     if (waiting.back()->LastEnd().reason == EndReason::kConnectFailed)
       GTEST_SKIP() << "this system refuses: " << waiting.back()->LastEnd().detail;
     EXPECT_EQ(waiting.back()->LastEnd().reason, EndReason::kCancelled);

@@ -45,24 +45,24 @@ class TermSessionTest : public testing::Test {
 // ---- Beginning and ending
 
 TEST_F(TermSessionTest, AConnectionIsReportedOnceEachWay) {
-  EXPECT_EQ(session_.state, kStateIdle);
+  EXPECT_EQ(session_.state, SessionState::kIdle);
   session_.ConnectWith(Scripted());
-  EXPECT_EQ(session_.state, kStateConnected);
+  EXPECT_EQ(session_.state, SessionState::kConnected);
   EXPECT_EQ(session_.LastEnd().reason, EndReason::kNone);
   EXPECT_GT(session_.connectedAt, 0);
   ASSERT_TRUE(WaitUntil([&] { return watcher_.connected == 1; }));
-  EXPECT_EQ(watcher_.lastState, kStateConnected);
+  EXPECT_EQ(watcher_.lastState, SessionState::kConnected);
 
   session_.Disconnect();
   session_.Disconnect();
-  EXPECT_EQ(session_.state, kStateClosed);
+  EXPECT_EQ(session_.state, SessionState::kClosed);
   EXPECT_EQ(session_.LastEnd().reason, EndReason::kClosedByUser);
   EXPECT_EQ(watcher_.connected, 1);
   EXPECT_EQ(watcher_.disconnected, 1);
-  EXPECT_EQ(watcher_.lastState, kStateClosed);
+  EXPECT_EQ(watcher_.lastState, SessionState::kClosed);
   LiveScreen::Copy copy;
   session_.live.Read(copy);
-  EXPECT_EQ(copy.screen.sessionState, kStateClosed);
+  EXPECT_EQ(copy.screen.sessionState, SessionState::kClosed);
   EXPECT_TRUE(copy.settled);
 }
 
@@ -81,7 +81,7 @@ TEST_F(TermSessionTest, AddressesThatLeadNowhereEndInOneEventAndAReason) {
   int events = 0;
   for (const Case& one : cases) {
     session_.Connect(one.address);
-    EXPECT_EQ(session_.state, kStateClosed) << one.address;
+    EXPECT_EQ(session_.state, SessionState::kClosed) << one.address;
     EXPECT_EQ(session_.LastEnd().reason, one.reason) << one.address;
     EXPECT_EQ(watcher_.disconnected, ++events) << one.address;
     EXPECT_FALSE(session_.SendKey(41));
@@ -97,7 +97,7 @@ TEST_F(TermSessionTest, TheScreenStartsAnewButKeepsItsParserState) {
     return TransportEnd{EndReason::kClosedByPeer, {}};
   };
   session_.ConnectWith(Scripted());
-  ASSERT_TRUE(WaitUntil([&] { return session_.state == kStateClosed; }));
+  ASSERT_TRUE(WaitUntil([&] { return session_.state == SessionState::kClosed; }));
   script_ = std::make_shared<TransportScript>();
   session_.frozen = true;
   session_.ConnectWith(Scripted());
@@ -114,13 +114,13 @@ TEST_F(TermSessionTest, TheIdleHookCanGiveUpAndCannotReenter) {
   script_->run = NeverAnswers;
   int calls = 0;
   session_.ConnectWith(Scripted(), [&] {
-    EXPECT_EQ(session_.state, kStateConnecting);
+    EXPECT_EQ(session_.state, SessionState::kConnecting);
     session_.Connect("gopher://inner");
     session_.ConnectWith(std::make_unique<ScriptedTransport>(std::make_shared<TransportScript>()));
     return ++calls < 3;
   });
   EXPECT_EQ(calls, 3);
-  EXPECT_EQ(session_.state, kStateClosed);
+  EXPECT_EQ(session_.state, SessionState::kClosed);
   EXPECT_EQ(session_.LastEnd().reason, EndReason::kCancelled);
   EXPECT_EQ(watcher_.disconnected, 1);
 }
@@ -151,7 +151,8 @@ TEST_F(TermSessionTest, CallsFromTheReceiveThreadNeverWaitForIt) {
     if (reason == ScreenReason::kConnected) session_.Disconnect();
   };
   session_.ConnectWith(Scripted());
-  ASSERT_TRUE(WaitUntil([&] { return session_.state == kStateClosed && watcher_.disconnected == 1; }));
+  ASSERT_TRUE(
+      WaitUntil([&] { return session_.state == SessionState::kClosed && watcher_.disconnected == 1; }));
   EXPECT_EQ(session_.LastEnd().reason, EndReason::kClosedByUser);
 }
 

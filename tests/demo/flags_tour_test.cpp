@@ -10,7 +10,7 @@
 #include <sstream>
 
 #include "core/charset.h"
-#include "core/term_session.h"
+#include "core/session_state.h"
 #include "tests/demo/demo_fixture.h"
 
 namespace quillet {
@@ -53,7 +53,7 @@ class Replay : private NotifyTarget {
   Replay() {
     screen_.SetWatcher(&classifier_);
     screen_.notifyWindow = this;
-    screen_.sessionState = kStateConnected;
+    screen_.sessionState = SessionState::kConnected;
     screen_.isBbsSite = 1;
     screen_.curAttr = kAttrBlank;
   }

@@ -19,7 +19,7 @@ TestClient::TestClient(std::uint16_t port) {
   screen_.SetWatcher(&classifier_);
   screen_.notifyWindow = this;
   screen_.curAttr = kAttrBlank;
-  screen_.sessionState = 2;
+  screen_.sessionState = SessionState::kConnected;
   screen_.isBbsSite = 1;
   seen_ = screen_;
   const Resolution found = ResolveHost("127.0.0.1", std::to_string(port));

@@ -388,12 +388,12 @@ TEST(ArticleListFilesTest, SavedListsAreLoaded) {
   UserFolders user;
   const ArticleLists lists = RandomLists(1, RandomLists::Texts::kOrderly).Make();
   {
-    DataFiles files(user.registry, user.Both());
+    StartedFiles files(user);
     for (const Kind kind : kKinds)
       ASSERT_TRUE(SaveArticleList(files, lists, kind));
     ASSERT_TRUE(SaveBoardWeights(files, {{u"Test", 5}}));
   }
-  DataFiles files(user.registry, user.Both());
+  StartedFiles files(user);
   ArticleLists loaded;
   BoardWeights weights;
   LoadArticleLists(files, kHosts, loaded, weights);

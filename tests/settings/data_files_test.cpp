@@ -22,7 +22,7 @@ std::size_t CountIn(const fs::path& folder) {
 class DataFilesTest : public testing::Test, public UserFolders {};
 
 TEST_F(DataFilesTest, FilesLieBesideTheProgramUntilChosenOtherwise) {
-  DataFiles files(registry, Both());
+  StartedFiles files(*this);
   EXPECT_TRUE(fs::is_directory(data));
   EXPECT_TRUE(files.CanChooseFolder());
   EXPECT_FALSE(files.UsesDataFolder());
@@ -41,7 +41,7 @@ TEST_F(DataFilesTest, FilesLieBesideTheProgramUntilChosenOtherwise) {
 }
 
 TEST_F(DataFilesTest, EachFileMovesOnItsNextUse) {
-  DataFiles files(registry, Both());
+  StartedFiles files(*this);
   for (const std::string_view name : {"read", "written", "located", "unused"})
     Put(name, "old\n");
   files.SetUsesDataFolder(true);
@@ -62,7 +62,7 @@ TEST_F(DataFilesTest, EachFileMovesOnItsNextUse) {
 }
 
 TEST_F(DataFilesTest, MovingReplacesNothing) {
-  DataFiles files(registry, Both());
+  StartedFiles files(*this);
   Put(kName, "working\n");
   PutFile(data / kName, "data\n");
   EXPECT_EQ(files.Read(kName).lines, Lines{u"working"});
@@ -73,10 +73,10 @@ TEST_F(DataFilesTest, MovingReplacesNothing) {
 
 TEST_F(DataFilesTest, RunWithMoreRightsFindsTheFilesOfTheDataFolder) {
   fs::remove(working);
-  EXPECT_TRUE(DataFiles(registry, Both()).Write(kName, u"mine\n"));
+  EXPECT_TRUE(StartedFiles(*this).Write(kName, u"mine\n"));
   EXPECT_EQ(registry.Text(kRegistryPath, u"UseAppDataLocalPath"), u"1");
   fs::create_directories(working);
-  DataFiles later(registry, Both());
+  StartedFiles later(*this);
   EXPECT_TRUE(later.CanChooseFolder());
   EXPECT_EQ(later.Read(kName).lines, Lines{u"mine"});
   EXPECT_TRUE(fs::exists(data / kName));
@@ -84,7 +84,7 @@ TEST_F(DataFilesTest, RunWithMoreRightsFindsTheFilesOfTheDataFolder) {
   // A choice stays the user's, wherever files can be made.
   fs::remove_all(working);
   later.SetUsesDataFolder(false);
-  EXPECT_TRUE(DataFiles(registry, Both()).UsesDataFolder());
+  EXPECT_TRUE(StartedFiles(*this).UsesDataFolder());
   EXPECT_EQ(registry.Text(kRegistryPath, u"UseAppDataLocalPath"), u"0");
 }
 
@@ -112,7 +112,7 @@ TEST_F(DataFilesTest, LostRegistryMovesNoFile) {
     PutFile(user.working / "inWorking", "old\n");
     PutFile(user.data / "inData", "old\n");
     LostRegistry lost{{}};
-    DataFiles files(lost, user.Both());
+    StartedFiles files(lost, user.Both());
     EXPECT_EQ(files.UsesDataFolder(), c.usesData);
     EXPECT_FALSE(lost.Text(kRegistryPath, u"UseAppDataLocalPath").has_value());
     // As the options dialog does when nobody touched its box.
@@ -140,7 +140,7 @@ TEST_F(DataFilesTest, GuessedFolderIsRecordedOnlyWhereTheLostRegistryWasKeptAsid
     fs::create_directories(user.data);
     PutFile(user.data / kName, "data\n");
     LostRegistry lost(isKept ? "registry.unreadable" : "");
-    EXPECT_TRUE(DataFiles(lost, user.Both()).UsesDataFolder());
+    EXPECT_TRUE(StartedFiles(lost, user.Both()).UsesDataFolder());
     EXPECT_EQ(lost.Text(kRegistryPath, u"UseAppDataLocalPath").has_value(), isKept);
   }
 }
@@ -149,7 +149,7 @@ TEST_F(DataFilesTest, LostRegistryAndClosedProgramFolderLeaveTheFileWhereItIs) {
   Put(kName, "old\n");
   fs::permissions(working, fs::perms::owner_read | fs::perms::owner_exec);
   LostRegistry lost{{}};
-  DataFiles files(lost, Both());
+  StartedFiles files(lost, Both());
   if (!files.CanChooseFolder()) {
     EXPECT_EQ(files.Locate(kName), At(kName));
     EXPECT_EQ(files.Read(kName).lines, Lines{u"old"});
@@ -163,7 +163,7 @@ TEST_F(DataFilesTest, LostRegistryAndClosedProgramFolderLeaveTheFileWhereItIs) {
 
 TEST_F(DataFilesTest, FileThatCannotBeMovedIsReadWhereItIs) {
   Put(kName, "kept\n");
-  DataFiles files(registry, Both());
+  StartedFiles files(*this);
   fs::remove(data);
   PutFile(data, "a file where the folder should be");
   files.SetUsesDataFolder(true);
@@ -197,7 +197,7 @@ TEST_F(DataFilesTest, DamagedFileIsKeptAsideOnceBeforeItIsReplaced) {
     UserFolders user;
     user.Put(kName, c.bytes);
     for (int start = 0; start < 3; ++start) {
-      DataFiles files(user.registry, user.Both());
+      StartedFiles files(user);
       EXPECT_EQ(files.Read(kName).lines, c.lines);
       ASSERT_EQ(files.Problems().size(), 1U);
       EXPECT_EQ(files.Problems()[0].kind, Kind::kDamaged);
@@ -205,7 +205,7 @@ TEST_F(DataFilesTest, DamagedFileIsKeptAsideOnceBeforeItIsReplaced) {
       EXPECT_EQ(FileAt(files.Problems()[0].keptAs), c.bytes);
     }
     EXPECT_EQ(CountIn(user.working), 2U);
-    DataFiles files(user.registry, user.Both());
+    StartedFiles files(user);
     files.Read(kName);
     EXPECT_TRUE(files.Write(kName, u"whole\n"));
     EXPECT_EQ(FileAt(files.Problems()[0].keptAs), c.bytes);
@@ -213,7 +213,7 @@ TEST_F(DataFilesTest, DamagedFileIsKeptAsideOnceBeforeItIsReplaced) {
 }
 
 TEST_F(DataFilesTest, AnotherDamageIsKeptBesideTheFirst) {
-  DataFiles files(registry, Both());
+  StartedFiles files(*this);
   Put(kName, "\x80 one\n");
   files.Read(kName);
   Put(kName, "\x80 two\n");
@@ -227,7 +227,7 @@ TEST_F(DataFilesTest, DamagedFileThatCannotBeKeptAsideIsNotReplaced) {
   Put(kName, "\x80\nread\n");
   for (const char* end : {"", "-2", "-3", "-4", "-5", "-6", "-7", "-8", "-9"})
     fs::create_directories(working / (std::string(kName) + ".unreadable" + end));
-  DataFiles files(registry, Both());
+  StartedFiles files(*this);
   EXPECT_EQ(files.Read(kName).lines, Lines{u"read"});
   ASSERT_EQ(files.Problems().size(), 1U);
   EXPECT_TRUE(files.Problems()[0].keptAs.empty());
@@ -238,7 +238,7 @@ TEST_F(DataFilesTest, DamagedFileThatCannotBeKeptAsideIsNotReplaced) {
 TEST_F(DataFilesTest, WhatCannotBeOpenedIsLeftAlone) {
   fs::create_directories(At(kName));
   PutFile(At(kName) / "inside", "x");
-  DataFiles files(registry, Both());
+  StartedFiles files(*this);
   EXPECT_TRUE(files.Read(kName).lines.empty());
   ASSERT_EQ(files.Problems().size(), 1U);
   EXPECT_EQ(files.Problems()[0].kind, Kind::kUnreadable);
@@ -252,7 +252,7 @@ TEST_F(DataFilesTest, WhatCannotBeOpenedIsLeftAlone) {
 }
 
 TEST_F(DataFilesTest, DataFolderRemovedMeanwhileIsMadeAgain) {
-  DataFiles files(registry, Both());
+  StartedFiles files(*this);
   files.SetUsesDataFolder(true);
   EXPECT_TRUE(files.Write(kName, u"a\n"));
   fs::remove_all(data);
@@ -261,7 +261,7 @@ TEST_F(DataFilesTest, DataFolderRemovedMeanwhileIsMadeAgain) {
 }
 
 TEST_F(DataFilesTest, SameTextIsNotWrittenAgain) {
-  DataFiles files(registry, Both());
+  StartedFiles files(*this);
   EXPECT_TRUE(files.Write(kName, u"same\n"));
   const auto longAgo = fs::last_write_time(At(kName)) - std::chrono::hours(1);
   fs::last_write_time(At(kName), longAgo);

@@ -17,7 +17,7 @@ using Words = std::vector<std::u16string>;
 class SettingsStoreTest : public testing::Test, public UserFolders {
  protected:
   void Start() {
-    files_ = std::make_unique<DataFiles>(registry, Both());
+    files_ = std::make_unique<StartedFiles>(*this);
     store_ = std::make_unique<SettingsStore>(*files_, "bbs.example");
     store_->Load();
   }
@@ -49,6 +49,7 @@ TEST_F(SettingsStoreTest, NothingIsSavedBeforeTheFirstLoad) {
   Put(kNamesFile, "id\n");
   DataFiles files(registry, Both());
   SettingsStore store(files, "bbs.example");
+  EXPECT_FALSE(fs::exists(data)) << "nor is anything made";
   EXPECT_FALSE(store.Save());
   EXPECT_FALSE(store.SaveNames());
   store.Set(&Settings::work, true);

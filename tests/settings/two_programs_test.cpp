@@ -19,9 +19,7 @@ namespace fs = std::filesystem;
 using Words = std::vector<std::u16string>;
 
 struct Program {
-  explicit Program(UserFolders& user) : files(user.registry, user.Both()), store(files, "bbs.example") {
-    store.Load();
-  }
+  explicit Program(UserFolders& user) : files(user), store(files, "bbs.example") { store.Load(); }
 
   bool SaveAll() {
     const bool isSaved = store.Save();
@@ -36,7 +34,7 @@ struct Program {
     return store.SaveNames();
   }
 
-  DataFiles files;
+  StartedFiles files;
   SettingsStore store;
 };
 
@@ -149,9 +147,7 @@ TEST_F(TwoProgramsTest, ABookmarkThatCouldNotBeWrittenComesWithTheOthers) {
   constexpr ArticleListKind kKind = ArticleListKind::kBookmarks;
   constexpr std::string_view kFile = "bookmark.txt";
   struct Reader {
-    explicit Reader(UserFolders& user) : files(user.registry, user.Both()) {
-      LoadArticleLists(files, {}, lists, weights);
-    }
+    explicit Reader(UserFolders& user) : files(user) { LoadArticleLists(files, {}, lists, weights); }
     bool Bookmark(std::u16string code) {
       ArticleItem item;
       item.board = u"Art";
@@ -159,7 +155,7 @@ TEST_F(TwoProgramsTest, ABookmarkThatCouldNotBeWrittenComesWithTheOthers) {
       const auto add = [&](ArticleFolder& root) { ToggleBookmark(root, item); };
       return ChangeArticleList(files, {}, lists, kKind, add);
     }
-    DataFiles files;
+    StartedFiles files;
     ArticleLists lists;
     BoardWeights weights;
   };

@@ -1,4 +1,5 @@
-// A program's folder and a user's data folder that hold nothing yet, and the registry in memory.
+// A program's folder and a user's data folder that hold nothing yet, the registry in memory, and the files as
+// a program has them that has just started.
 #pragma once
 
 #include <filesystem>
@@ -34,6 +35,11 @@ struct UserFolders {
   std::filesystem::path working = scratch.Path() / "program";
   std::filesystem::path data = scratch.Path() / "data";
   MemoryRegistry registry;
+};
+
+struct StartedFiles : DataFiles {
+  StartedFiles(Registry& registry, Folders folders) : DataFiles(registry, std::move(folders)) { Prepare(); }
+  explicit StartedFiles(UserFolders& user) : StartedFiles(user.registry, user.Both()) {}
 };
 
 }  // namespace quillet

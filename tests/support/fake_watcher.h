@@ -42,7 +42,7 @@ class FakeWatcher : public ScreenWatcher {
   std::atomic<int> updated{0};
   std::atomic<int> connected{0};
   std::atomic<int> disconnected{0};
-  std::atomic<int> lastState{-1};
+  std::atomic<SessionState> lastState{SessionState::kIdle};
   std::atomic<int> lastIsBbsSite{-1};
   std::function<void(ScreenReason)> onScreen;  // set before the session connects
 };

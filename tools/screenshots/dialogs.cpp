@@ -77,6 +77,7 @@ bool SaveDark(SettingsStore& store, const QString& folder) {
 bool SaveDialogPictures(const QString& folder) {
   const UserPlaces places = PlacesForOneRun();
   DataFiles files(*places.registry, places.folders);
+  files.Prepare();
   SettingsStore store(files, "bbs.example");
   store.Load();
   Fill(store);

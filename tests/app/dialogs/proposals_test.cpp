@@ -3,6 +3,7 @@
 
 #include "app/dialogs/site_choice.h"
 #include "app/interaction/author_at_cursor.h"
+#include "app/session/site.h"
 #include "bbs/page_flags.h"
 #include "tests/support/screen_builder.h"
 #include "tests/support/tables.h"

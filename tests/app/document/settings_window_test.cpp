@@ -126,7 +126,7 @@ TEST_F(SettingsWindowTest, TheEmbeddedBrowserIsSetUpAndTheVersionNoted) {
                             u"FEATURE_BROWSER_EMULATION",
                             u"Quillet.exe"),
             11000U);
-  EXPECT_FALSE(doc->Fields().version.empty());
+  EXPECT_EQ(doc->Fields().version, u"1.0");
 }
 
 }  // namespace

@@ -3,13 +3,13 @@
 #include <gtest/gtest.h>
 #include <set>
 
-#include "core/term_session.h"
+#include "core/session_state.h"
 
 namespace quillet {
 namespace {
 
 SessionFacts Closed(EndReason reason) {
-  return {.state = kStateClosed,
+  return {.state = SessionState::kClosed,
           .siteName = "telnet://bbs.example:23",
           .host = "bbs.example",
           .port = "23",
@@ -30,6 +30,7 @@ TEST(SessionMessagesTest, EveryEndHasItsOwnWordsAndAWayOn) {
     EXPECT_NE(text.onEnter, PanelAction::kNone);
     EXPECT_TRUE(text.hint.contains("Enter"));
   }
+  EXPECT_TRUE(DescribeBrokenLogin(Closed(EndReason::kClosedByPeer)).title.contains(u"登入還沒完成"));
 }
 
 TEST(SessionMessagesTest, TheSystemsTextAndTheUnsentBytesAreTold) {

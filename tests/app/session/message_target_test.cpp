@@ -6,7 +6,7 @@
 #include <QCoreApplication>
 
 #include "bbs/page_flags.h"
-#include "core/term_session.h"
+#include "core/session_state.h"
 #include "tests/support/article_pages.h"
 #include "tests/support/tables.h"
 #include "tests/support/understanding.h"
@@ -123,7 +123,7 @@ TEST_F(WitnessTest, WhatScreensTellThatNobodyTookIsTakenWithTheLastOne) {
   const ScreenSnapshot article = WithReaderFooter(ArticleHeader());
   const auto post = [&](ScreenSnapshot screen, std::uint32_t flags) {
     screen.pageFlags = flags;
-    screen.sessionState = kStateConnected;
+    screen.sessionState = SessionState::kConnected;
     ASSERT_TRUE(PostScreen(target, screen, ScreenReason::kUpdated));
   };
   const auto pushTo = [&](const ScreenSnapshot& page, std::uint32_t then) {

@@ -12,7 +12,7 @@ class SessionDriverTest : public WithTables {
  protected:
   void Connect() {
     session.ConnectWith(std::make_unique<ScriptedTransport>(script));
-    ASSERT_EQ(session.state, kStateConnected);
+    ASSERT_EQ(session.state, SessionState::kConnected);
   }
   bool Wrote(const std::string& text) {
     return HandleEventsUntil([&] { return script->Written() == text; }, kPatienceMs);

@@ -124,7 +124,7 @@ TEST_F(TypingTest, TheConfirmedLogOutSendsEnterAndThenCloses) {
   script->Deliver("\x1B[23;1H" + ToBig5(u"您確定要離開【 奧拉拉文藝坊 】嗎(Y/N)？[N] y"));
   ASSERT_TRUE(Until([&] { return View().Screen().TextAt(22, 0) != ' '; }));
   Enter();
-  ASSERT_TRUE(Until([&] { return doc->GetConnection().Session().state == kStateClosed; }));
+  ASSERT_TRUE(Until([&] { return doc->GetConnection().Session().state == SessionState::kClosed; }));
   EXPECT_EQ(script->Written(), "\r");
   EXPECT_EQ(doc->GetConnection().Session().LastEnd().reason, EndReason::kClosedByUser);
 }

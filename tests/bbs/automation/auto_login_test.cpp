@@ -108,7 +108,7 @@ TEST_F(AutoLoginTest, ARefusalIsTheLastThingSeenOfAConnection) {
   };
   for (const auto& each : turns) {
     EXPECT_EQ(Play(each), LoginResult::kRefused);
-    EXPECT_TRUE(WaitUntil([&] { return session_.state == kStateClosed; }));
+    EXPECT_TRUE(WaitUntil([&] { return session_.state == SessionState::kClosed; }));
     EXPECT_EQ(session_.LastEnd().reason, EndReason::kClosedByUser);
   }
 }

@@ -76,8 +76,8 @@ class AutomationTest : public WithTables {
     constexpr char kLast = '\x1c';
     const std::string last(1, kLast);
     session_.SendBytes(last);
-    EXPECT_TRUE(
-        WaitUntil([&] { return script_->Written().ends_with(last) || session_.state != kStateConnected; }));
+    EXPECT_TRUE(WaitUntil(
+        [&] { return script_->Written().ends_with(last) || session_.state != SessionState::kConnected; }));
     std::string typed = script_->Written();
     std::erase(typed, kLast);
     return typed;

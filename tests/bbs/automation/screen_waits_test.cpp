@@ -55,7 +55,7 @@ TEST_F(ScreenWaitsTest, OnlyTheConnectionAskedForIsEnded) {
   session_.SendBytes("x");
   EXPECT_TRUE(Await([](ScreenWaits& waits) { return waits.WaitForListCursor(); })) << "it goes on";
   session_.RequestDisconnect(session_.connectionNumber);
-  EXPECT_TRUE(WaitUntil([&] { return session_.state == kStateClosed; }));
+  EXPECT_TRUE(WaitUntil([&] { return session_.state == SessionState::kClosed; }));
   EXPECT_EQ(session_.LastEnd().reason, EndReason::kClosedByUser);
 }
 

@@ -18,7 +18,7 @@ namespace quillet {
 struct LoadedStore : UserFolders {
   LoadedStore() { store.Load(); }
 
-  DataFiles files{registry, Both()};
+  StartedFiles files{*this};
   SettingsStore store{files, "bbs.example.org"};
 };
 

@@ -212,7 +212,7 @@ TEST_F(OptionsDlgTest, FolderCannotBeChosenWhereTheProgramsIsClosed) {
   // A file in the place of the folder refuses even a privileged user.
   const auto closed = working / "no folder";
   PutFile(closed, "");
-  DataFiles onlyData(registry, {closed, data});
+  StartedFiles onlyData(registry, {closed, data});
   SettingsStore there(onlyData, "bbs.example.org");
   there.Load();
   CQuillOptionDlg dialog(there, {});
