@@ -49,25 +49,21 @@ TEST_F(GiveMoneyTest, WhatTheListShowsIsGivenAndTold) {
   QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r");
   QCoreApplication::sendEvent(&Find<QSpinBox>(dialog, "number"), &enter);
   ASSERT_TRUE(dialog.isVisible()) << "a habit sends no money";
-  EXPECT_EQ(gifts[0].amount, 10);
   EXPECT_EQ(Send().text(), u"送出 3 份，共 $30"_qs);
   const auto* const rows = Find<QTableView>(dialog, "gifts").model();
   ASSERT_EQ(rows->rowCount(), 3);
   EXPECT_EQ(rows->index(2, 1).data().toString().toStdU16String(), gifts[2].id);
-  std::vector<MoneyRunResult> results;
+  std::vector<std::u16string> receivers;
   QObject::connect(&doc->GetAutomations(), &Automations::MoneyEnded, &View(),
-                   [&](const MoneyRunResult& result) { results.push_back(result); });
+                   [&](const MoneyRunResult& result) {
+                     for (const GiftRecord& record : result.gifts)
+                       receivers.push_back(record.gift.id);
+                   });
   Send().click();
   EXPECT_EQ(doc->GetAutomations().Current(), Activity::kGiveMoney);
   EXPECT_EQ(doc->GetAutomations().Progress().total, 3);
   ASSERT_TRUE(IsOver());
-  ASSERT_EQ(results.size(), 1u);
-  ASSERT_EQ(results[0].gifts.size(), 3u);
-  // Not everybody who has pushed in the demo has an account there.
-  const int given = results[0].Count(GiftState::kGiven);
-  EXPECT_EQ(given + results[0].Count(GiftState::kRefused), 3) << Words();
-  for (std::size_t at = 0; at < 3; ++at)
-    EXPECT_EQ(results[0].gifts[at].gift.id, gifts[at].id);
+  EXPECT_EQ(receivers, (std::vector{gifts[0].id, gifts[1].id, gifts[2].id})) << Words();
   Enter();
   EXPECT_FALSE(View().Panel().HasNotice()) << "told once";
   EXPECT_TRUE(Until([&] { return Article().IsShown() && Article().TopLine() == 2 * kPageStep; }))
@@ -124,8 +120,6 @@ TEST_F(GiveMoneyTest, TheBlackListIsHeededAndALotIsDrawnAgain) {
   ListEntry entry;
   entry.kind = ListKind::kSuperBlack;
   doc->GetSettings().Store().Names().Set(first, entry);
-  Check("noBlack", true);
-  EXPECT_EQ(dialog.Gifts().front().id, first);
   Check("noSuperBlack", true);
   EXPECT_NE(dialog.Gifts().front().id, first);
   Number("number", 1);
@@ -133,12 +127,10 @@ TEST_F(GiveMoneyTest, TheBlackListIsHeededAndALotIsDrawnAgain) {
   const std::vector<FloorGift> drawn = dialog.Gifts();
   Number("moneyForEach", 7);
   EXPECT_EQ(dialog.Gifts().front().floor, drawn.front().floor) << "the draw stays";
-  bool another = false;
-  for (int draw = 0; draw < 200 && !another; ++draw) {
+  EXPECT_TRUE(Until([&] {
     Find<QPushButton>(dialog, "drawAgain").click();
-    another = dialog.Gifts().front().floor != drawn.front().floor;
-  }
-  EXPECT_TRUE(another);
+    return dialog.Gifts().front().floor != drawn.front().floor;
+  }));
   Number("fromFloor", 99999);
   EXPECT_FALSE(Send().isEnabled());
   Check("afterTax", true);
@@ -146,23 +138,6 @@ TEST_F(GiveMoneyTest, TheBlackListIsHeededAndALotIsDrawnAgain) {
   EXPECT_EQ(Find<QLabel>(dialog, "tax").text(), u"每份送出 $99999999，對方拿到 $89999999"_qs)
       << "nobody is promised more than the BBS's field can send";
   dialog.reject();
-}
-
-TEST_F(GiveMoneyTest, EscapeStopsItAndTellsWhoGotMoney) {
-  OpenWhole(talkative);
-  Ask();
-  Check("noDupe", false);
-  Check("arrow", true);
-  Check("boo", true);
-  Number("moneyForEach", 1);
-  const int wanted = static_cast<int>(Dialog()->Gifts().size());
-  ASSERT_GT(wanted, 10);
-  Send().click();
-  ASSERT_TRUE(Until([&] { return doc->GetAutomations().Progress().done >= 2; }));
-  Escape();
-  ASSERT_TRUE(IsOver());
-  EXPECT_NE(Words().find("您停止了送錢"), std::string::npos) << Words();
-  EXPECT_NE(Words().find("還沒有送的"), std::string::npos) << Words();
 }
 
 TEST_F(GiveMoneyTest, WithoutAnArticleOrAConnectionThereIsNothingToAsk) {
