@@ -8,12 +8,15 @@
 
 #include "bbs/automation/push_pieces.h"
 #include "core/charset.h"
+#include "core/term_screen.h"
 #include "input/copy_text.h"
+#include "input/line_characters.h"
 #include "input/lost_characters.h"
 #include "input/paste_plan.h"
 #include "input/text_link.h"
 #include "input/web_commands.h"
 #include "platform/web_address.h"
+#include "tests/support/kept_lines.h"
 
 namespace quillet {
 namespace {
@@ -71,18 +74,37 @@ void LookForLinks(const Lines& lines) {
   }
 }
 
+void RequireWholeCharacters(const Selection& selection, const Lines& lines) {
+  for (int line = -1; line <= lines.Count(); ++line) {
+    const ColumnSpan span = selection.Range(line, lines);
+    Require(0 <= span.first && span.first <= span.last && span.last <= kCols);
+    if (span.IsEmpty()) continue;
+    for (const LineCharacter& character : CharactersOf(lines.Line(line)))
+      for (const int end : {span.first, span.last})
+        Require(end <= character.cols.first || end >= character.cols.last);
+  }
+}
+
 void Select(const Lines& lines, std::string_view choices) {
   const auto choice = [&](std::size_t at) {
     return at < choices.size() ? static_cast<std::int8_t>(choices[at]) : std::int8_t{0};
   };
   const auto unit = static_cast<SelectUnit>(static_cast<std::uint8_t>(choice(0)) % 3);
   const auto shape = choice(1) % 2 == 0 ? SelectShape::kStream : SelectShape::kColumn;
+  const TextPoint one{choice(2), choice(3)}, other{choice(4), choice(5)};
   Selection selection;
-  selection.Begin({choice(2), choice(3)}, unit, shape, lines);
-  selection.ExtendTo({choice(4), choice(5)}, lines);
-  for (int line = -1; line <= lines.Count(); ++line) {
-    const ColumnSpan span = selection.Range(line, lines);
-    Require(span.IsEmpty() || (span.first >= 0 && span.last <= kCols));
+  selection.Begin(one, unit, shape, lines);
+  const int line = selection.First().line;
+  const ColumnSpan first = selection.Range(line, lines);
+  selection.ExtendTo(other, lines);
+  const ColumnSpan now = selection.Range(line, lines);
+  Require(first.IsEmpty() || (now.first <= first.first && first.last <= now.last));
+  RequireWholeCharacters(selection, lines);
+  if (unit == SelectUnit::kCharacter) {
+    Selection back;
+    back.Begin(other, unit, shape, lines);
+    back.ExtendTo(one, lines);
+    Require(SelectedText(back, lines) == SelectedText(selection, lines));
   }
   for (const char16_t unitOfText : SelectedText(selection, lines))
     Require(!IsControl(unitOfText) || unitOfText == u'\r' || unitOfText == u'\n');
@@ -90,13 +112,38 @@ void Select(const Lines& lines, std::string_view choices) {
   SelectedHtml(selection, lines, {});
 }
 
+// The sequences of copied colours mean to a terminal what was on the screen that they were copied from.
+void CopyToATerminal(std::string_view bytes) {
+  constexpr std::u16string_view kSome = u"ab 推文　■，<&";
+  KeptLines text = {u""};
+  ArticleLine& line = text.lines.front();
+  std::size_t col = 0;
+  for (std::size_t at = 0; at + 1 < bytes.size() && col < kCols - 2; at += 2) {
+    const std::u16string_view unit = kSome.substr(static_cast<std::uint8_t>(bytes[at]) % kSome.size(), 1);
+    PutInLine(line, static_cast<int>(col), unit, static_cast<std::uint8_t>(bytes[at + 1]));
+    col += ToBig5(unit).size();
+  }
+  Selection all;
+  all.SelectAll(text);
+  const std::string copied = "\x1B[m" + ToBig5(SelectedAnsi(all, text));
+  TermScreen screen;
+  screen.Feed({reinterpret_cast<const std::uint8_t*>(copied.data()), copied.size()});
+  const auto end = static_cast<std::size_t>(EndOfText(line));
+  Require(screen.RowText(0).substr(0, end) == BytesOf(line.text).substr(0, end));
+  // The colour of blanks that are left out does not show.
+  for (std::size_t at = 0; at < kCols; ++at)
+    Require(((screen.attr[0][at] ^ line.attr[at]) & (at < end ? 0xFF : 0xE0)) == 0);
+}
+
 void Paste(std::u16string_view text) {
   for (const PastePlace place : {PastePlace::kEditor, PastePlace::kElsewhere}) {
     const PastePlan plan = PlanPaste(text, place, Wrap::kAt78ColumnsLeftOpen);
     for (const char16_t unit : plan.text)
       Require(!IsControl(unit) || unit == u'\r' || unit == u'\t');
-    if (place == PastePlace::kElsewhere && plan.way == PasteWay::kSend)
-      Require(plan.text.find(u'\r') == plan.text.npos);
+    if (place == PastePlace::kElsewhere) {
+      Require((plan.text.find(u'\r') != plan.text.npos) == (plan.way == PasteWay::kAsk));
+      Require(FirstLine(plan.text).empty() == (plan.way == PasteWay::kNothing));
+    }
     for (const char16_t unit : plan.coloured)
       Require(!IsControl(unit) || unit == u'\r' || unit == u'\t' || unit == 0x15);
     Require(plan.coloured.empty() == (plan.way != PasteWay::kAskColours));
@@ -133,6 +180,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const Lines lines(bytes);
   LookForLinks(lines);
   Select(lines, bytes);
+  CopyToATerminal(bytes);
   std::u16string text;
   for (std::size_t at = 0; at + 1 < size; at += 2)
     text += static_cast<char16_t>(data[at] | data[at + 1] << 8);

@@ -5,14 +5,11 @@
 
 #include <QApplication>
 #include <QMouseEvent>
-#include <QStyle>
-#include <QStyleOptionSlider>
 #include <QWheelEvent>
 
 #include "app/page/article_scroll_bar.h"
 #include "bbs/page_flags.h"
 #include "core/charset.h"
-#include "demo/content_loader.h"
 #include "demo/demo_server.h"
 #include "input/screen_text.h"
 #include "tests/app/window_fixture.h"
@@ -43,14 +40,10 @@ class DemoArticleTest : public WindowTest {
  protected:
   void SetUp() override {
     WindowTest::SetUp();
-    const std::filesystem::path content = Content();
     DemoOptions options;
-    options.contentFolder = content;
+    options.contentFolder = Content();
     demo = std::make_unique<DemoServer>(options);
     ASSERT_EQ(demo->Error(), "");
-    for (const demo::Board& board : demo::LoadContent(content).boards)
-      for (const demo::ArticlePtr& article : board.articles)
-        Consider(board, *article);
     doc->GetConnection().Open({.address = QString::fromStdString(demo->Address()), .name = {}, .isBbs = true},
                               MakeLoginOrder({.account = u"reader", .password = u"quillet"}));
     ASSERT_TRUE(Until([&] { return doc->LoginId() == u"reader" && IsIdle(); }));
@@ -63,24 +56,6 @@ class DemoArticleTest : public WindowTest {
   // The folder that the BBS shows.
   virtual std::filesystem::path Content() { return QUILLET_SOURCE_DIR "/demo/content"; }
 
-  void Consider(const demo::Board& board, const demo::Article& article) {
-    if (article.kind != demo::ArticleKind::kPlain) return;
-    const ArticleReference here{.board = FromBig5(board.info.name), .code = FromBig5(article.code)};
-    const bool isLast = &article == board.articles.back().get();
-    if (article.body.size() > longestBody) {
-      longestBody = article.body.size();
-      longest = here;
-    }
-    if (!isLast && article.pushes.size() > mostPushes) {
-      mostPushes = article.pushes.size();
-      talkative = here;
-    }
-    if (article.body.size() + article.pushes.size() < fewestLines) {
-      fewestLines = article.body.size() + article.pushes.size();
-      shortest = here;
-    }
-  }
-
   const ArticleView& Article() { return View().Article(); }
   ArticleScrollBar& ScrollBar() { return *View().findChild<ArticleScrollBar*>(); }
   const ArticleLines& Lines() { return Article().Reading().Lines(); }
@@ -91,7 +66,6 @@ class DemoArticleTest : public WindowTest {
   }
 
   void Open(const ArticleReference& article) {
-    ASSERT_FALSE(article.code.empty());
     ASSERT_TRUE(doc->GetAutomations().JumpTo(article));
     ASSERT_TRUE(Until([&] { return Article().IsShown() && IsIdle(); }));
   }
@@ -105,14 +79,6 @@ class DemoArticleTest : public WindowTest {
   std::string ScreenAsUtf8() {
     return QString::fromStdU16String(ScreenAsText(View().Screen())).toStdString();
   }
-  // Who has pushed above the page, but not in the row `top`.
-  std::u16string SomebodyAbove(const std::string& top) {
-    for (int line = 0; line < Article().TopLine(); ++line) {
-      const std::u16string id = PushWriter(TextOf(Lines().At(line)));
-      if (!id.empty() && id != PushWriter(top)) return id;
-    }
-    return {};
-  }
 
   void Wheel(int notches) {
     const QPointF at(View().rect().center());
@@ -120,31 +86,13 @@ class DemoArticleTest : public WindowTest {
                       Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(&View(), &event);
   }
-  void Mouse(QEvent::Type type, QPoint at) {
-    const bool up = type == QEvent::MouseButtonRelease;
-    QMouseEvent event(type, at, ScrollBar().mapToGlobal(at),
-                      type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
-                      up ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&ScrollBar(), &event);
-  }
-  QRect Handle() {
-    QStyleOptionSlider option;
-    option.initFrom(&ScrollBar());
-    option.orientation = Qt::Vertical;
-    option.minimum = ScrollBar().minimum();
-    option.maximum = ScrollBar().maximum();
-    option.pageStep = ScrollBar().pageStep();
-    option.singleStep = 1;
-    option.sliderPosition = option.sliderValue = ScrollBar().value();
-    return ScrollBar().style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider,
-                                               &ScrollBar());
-  }
 
   std::unique_ptr<DemoServer> demo;
-  ArticleReference longest, talkative, shortest;
-  std::size_t longestBody = 0;
-  std::size_t mostPushes = 0;
-  std::size_t fewestLines = 1000;
+  // Of the content: the one with the most lines, the one with the most pushes that has an article behind it,
+  // and one that fills no page.
+  const ArticleReference longest{.board = u"Typing", .code = u"1gmv50ad"};
+  const ArticleReference talkative{.board = u"Baseball", .code = u"1gt8PGR5"};
+  const ArticleReference shortest{.board = u"Cats", .code = u"1g-6paoC"};
 };
 
 }  // namespace quillet

@@ -1,93 +1,59 @@
-// A transport that does what a test says: connects or keeps the caller waiting, delivers bytes, takes or
-// stalls what is written, ends when told.
+// A site that does what a test says while it goes on: connects or keeps the caller waiting, delivers bytes,
+// takes or stalls what is written, ends when told.
 #pragma once
 
-#include <condition_variable>
-#include <memory>
+#include <atomic>
 #include <mutex>
 #include <string>
+#include <string_view>
+#include <utility>
 
-#include "core/transport.h"
+#include "tests/support/scripted_transport.h"
 
 namespace quillet {
 
-class Script {
+class Script : public TransportScript {
  public:
-  void NeverConnect() {
-    Change([&] { connects_ = false; });
+  Script() {
+    run = [this](TransportEvents& events, const StopSignal& stop) {
+      while (!connects_)
+        if (HasEnded() || stop.WaitFor(1)) return TransportEnd{end_, {}};
+      if (HasEnded()) return TransportEnd{end_, {}};
+      events.OnConnected({});
+      while (true) {
+        const std::string bytes = Undelivered();
+        if (!bytes.empty())
+          events.OnReceived({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+        else if (HasEnded() || stop.WaitFor(1))
+          return TransportEnd{end_, {}};
+      }
+    };
+    write = [this](std::span<const std::uint8_t> bytes, const StopSignal& stop) {
+      while (stalled_)
+        if (HasEnded() || stop.WaitFor(1)) return std::size_t{0};
+      return bytes.size();
+    };
   }
+
+  void NeverConnect() { connects_ = false; }
   void Deliver(std::string_view bytes) {
-    Change([&] { toDeliver_ += bytes; });
+    const std::lock_guard guard(lock);
+    toDeliver_ += bytes;
   }
-  void StallWrites() {
-    Change([&] { stalled_ = true; });
-  }
-  void End(EndReason reason) {
-    Change([&] { end_ = reason; });
-  }
-  std::string Written() const {
-    const std::lock_guard lock(lock_);
-    return written_;
-  }
+  void StallWrites() { stalled_ = true; }
+  void End(EndReason reason) { end_ = reason; }
 
  private:
-  friend class ScriptedTransport;
-  template <typename F>
-  void Change(F change) {
-    const std::lock_guard lock(lock_);
-    change();
-    changed_.notify_all();
+  bool HasEnded() const { return end_ != EndReason::kNone; }
+  std::string Undelivered() {
+    const std::lock_guard guard(lock);
+    return std::exchange(toDeliver_, {});
   }
 
-  mutable std::mutex lock_;
-  std::condition_variable changed_;
-  bool connects_ = true;
-  bool stalled_ = false;
-  bool stopped_ = false;
-  EndReason end_ = EndReason::kNone;
-  std::string toDeliver_;
-  std::string written_;
-};
-
-class ScriptedTransport : public Transport {
- public:
-  explicit ScriptedTransport(std::shared_ptr<Script> script) : script_(std::move(script)) {
-    script_->stopped_ = false;
-  }
-
-  TransportEnd Run(TransportEvents& events) override {
-    std::unique_lock lock(script_->lock_);
-    script_->changed_.wait(lock, [&] { return script_->connects_ || Ended(); });
-    if (Ended()) return {script_->end_, {}};
-    lock.unlock();
-    events.OnConnected({});
-    lock.lock();
-    while (true) {
-      script_->changed_.wait(lock, [&] { return !script_->toDeliver_.empty() || Ended(); });
-      const std::string bytes = std::exchange(script_->toDeliver_, {});
-      if (bytes.empty()) return {script_->end_, {}};
-      lock.unlock();
-      events.OnReceived({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
-      lock.lock();
-    }
-  }
-
-  std::size_t Write(std::span<const std::uint8_t> bytes) override {
-    std::unique_lock lock(script_->lock_);
-    script_->changed_.wait(lock, [&] { return !script_->stalled_ || Ended(); });
-    if (script_->stalled_) return 0;
-    script_->written_.append(bytes.begin(), bytes.end());
-    return bytes.size();
-  }
-
-  void Stop() override {
-    script_->Change([&] { script_->stopped_ = true; });
-  }
-
- private:
-  bool Ended() const { return script_->stopped_ || script_->end_ != EndReason::kNone; }
-
-  std::shared_ptr<Script> script_;
+  std::atomic<bool> connects_{true};
+  std::atomic<bool> stalled_{false};
+  std::atomic<EndReason> end_{EndReason::kNone};
+  std::string toDeliver_;  // guarded by lock
 };
 
 }  // namespace quillet

@@ -1,7 +1,5 @@
 #include "bbs/push_watch.h"
 
-#include <gtest/gtest.h>
-
 #include "bbs/page_flags.h"
 #include "tests/support/screen_builder.h"
 #include "tests/support/tables.h"
@@ -10,23 +8,19 @@
 namespace quillet {
 namespace {
 
+constexpr std::uint32_t kConfirmed = PF_PUSH_LINE | PF_PUSH_CONFIRM;
+constexpr std::uint32_t kEnd = PF_READING | PF_READ_END;
+constexpr char16_t kAsked[] = u"推 me: 好    確定[y/N]:";
+constexpr char16_t kTaken[] = u"推 me: 好                  10/06 22:00";
+
 class PushWatchTest : public WithTables {
  protected:
   bool Look(std::uint32_t flags, std::u16string_view line = {}) {
     ScreenBuilder builder;
-    builder.Put(20, 0, line);
+    builder.Put(flags == PF_PUSH_LINE ? kBottomRow : 20, 0, line).Cursor(kBottomRow, 23);
     builder.screen.pageFlags = flags;
     return watch_.Look(builder.screen, Understand(builder.screen));
   }
-  bool LookAtQuestion() {
-    ScreenBuilder builder;
-    builder.Put(kBottomRow, 0, u"推 me: 好    確定[y/N]:").Cursor(kBottomRow, 23);
-    builder.screen.pageFlags = PF_PUSH_LINE;
-    return watch_.Look(builder.screen, Understand(builder.screen));
-  }
-  static constexpr std::uint32_t kConfirmed = PF_PUSH_LINE | PF_PUSH_CONFIRM;
-  static constexpr const char16_t* kTaken = u"推 me: 好                  10/06 22:00";
-
   PushWatch watch_;
 };
 
@@ -37,25 +31,24 @@ TEST_F(PushWatchTest, APushByHandIsNoticedWhenItIsTaken) {
   EXPECT_TRUE(Look(PF_READING));
   EXPECT_FALSE(Look(PF_READING));
   // The "y" taken back, and a refusal.
-  Look(kConfirmed);
+  EXPECT_FALSE(Look(kConfirmed));
   EXPECT_FALSE(Look(PF_PUSH_LINE));
   EXPECT_FALSE(Look(PF_READING));
-}
-
-TEST_F(PushWatchTest, AnAnswerThatCameAndWentUnseenIsToldByTheNewLine) {
-  EXPECT_FALSE(LookAtQuestion());
+  // The answer came and went unseen: only the new line tells.
+  EXPECT_FALSE(Look(PF_PUSH_LINE, kAsked));
   EXPECT_FALSE(Look(PF_READING, u"推 me: 好吃                10/06 22:00"));
-  EXPECT_TRUE(Look(PF_READING | PF_READ_END, kTaken));
-  EXPECT_FALSE(LookAtQuestion());
-  EXPECT_FALSE(Look(PF_READING | PF_READ_END));
-  EXPECT_FALSE(Look(PF_READING | PF_READ_END, kTaken));
+  EXPECT_TRUE(Look(kEnd, kTaken));
 }
 
-TEST_F(PushWatchTest, NothingIsCarriedToAnotherArticleOrConnection) {
-  LookAtQuestion();
-  EXPECT_FALSE(Look(PF_LIST_CURSOR)) << "the article was left";
-  EXPECT_FALSE(Look(PF_READING, kTaken));
-  LookAtQuestion();
+TEST_F(PushWatchTest, NothingIsCarriedToAnotherPageArticleOrConnection) {
+  for (const std::uint32_t left : {kEnd, std::uint32_t{PF_LIST_CURSOR}}) {
+    Look(PF_PUSH_LINE, kAsked);
+    EXPECT_FALSE(Look(left));
+    EXPECT_FALSE(Look(kEnd, kTaken)) << left;
+  }
+  Look(PF_PUSH_LINE, u"推 me:       確定[y/N]:");
+  EXPECT_FALSE(Look(PF_READING, kTaken)) << "without words it begins every push of his";
+  Look(PF_PUSH_LINE, kAsked);
   watch_.Forget();
   EXPECT_FALSE(Look(PF_READING, kTaken));
   Look(kConfirmed);

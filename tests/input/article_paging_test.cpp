@@ -1,7 +1,6 @@
 #include "input/article_paging.h"
 
 #include <gtest/gtest.h>
-#include <limits>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -121,21 +120,6 @@ TEST(ArticlePagingTest, OtherKeysAreTheBbs) {
     EXPECT_EQ(From(40, {.virtualKey = key, .alt = true}), PagingAction{}) << key;
   }
   EXPECT_EQ(From(40, {.control = true, .alt = true, .text = u"$"}), PagingAction{});
-}
-
-TEST(ArticlePagingTest, NoStateLeadsOutOfTheArticle) {
-  constexpr int kHuge = std::numeric_limits<int>::max();
-  for (const int count : {-5, 0, 1, 22, 23, 24, 1000, kHuge}) {
-    for (const int top : {-kHuge, -1, 0, 1, 500, kHuge}) {
-      for (const auto* keys : {&kLineBack, &kLineOn, &kPageBack, &kPageOn}) {
-        for (const KeyPress& press : *keys) {
-          const PagingAction action = DecidePaging(press, false, {.top = top, .count = count});
-          EXPECT_GE(action.top, 0) << count << " " << top;
-          EXPECT_LE(action.top, LastTop(count)) << count << " " << top;
-        }
-      }
-    }
-  }
 }
 
 TEST(ArticlePagingTest, WhileMoreLinesComeKeysLeadBeyondTheKnownOnes) {

@@ -1,10 +1,7 @@
 #include "input/copy_text.h"
 
 #include <gtest/gtest.h>
-#include <random>
-#include <regex>
 
-#include "tests/support/feeding.h"
 #include "tests/support/kept_lines.h"
 #include "tests/support/tables.h"
 
@@ -107,36 +104,6 @@ TEST_F(CopyTextTest, AColumnIsCopiedInEveryForm) {
   EXPECT_EQ(SelectedText(column, text), u"bc\r\n乙");
   EXPECT_EQ(SelectedAnsi(column, text), u"\x1B[31mb\x1B[mc\n\x1B[44m乙\x1B[m");
   EXPECT_NE(SelectedHtml(column, text, look).find(u">b</span>c\n<span"), std::u16string::npos);
-}
-
-// The sequences mean to a terminal what was on the screen that they were copied from.
-TEST_F(CopyTextTest, CopiedColoursFedToAScreenShowTheSame) {
-  constexpr std::u16string_view kSome = u"ab 推文　■，<&";
-  std::mt19937 random(7);
-  for (int round = 0; round < 200; ++round) {
-    // Rows that fill the screen would scroll it.
-    text.lines.assign(kRows - 1, LineOf(u""));
-    for (ArticleLine& line : text.lines)
-      for (int col = 0; col < kCols - 2;) {
-        const std::u16string_view unit = kSome.substr(random() % kSome.size(), 1);
-        PutInLine(line, col, unit,
-                  static_cast<std::uint8_t>(random() % 4 == 0 ? kAttrBlank : random() % 256));
-        col += static_cast<int>(ToBig5(unit).size());
-      }
-    TermScreen screen;
-    screen.Feed(AsBytes("\x1B[m" + std::regex_replace(ToBig5(Ansi()), std::regex("\n"), "\r\n")));
-    for (std::size_t row = 0; row < text.lines.size(); ++row) {
-      const int end = EndOfText(text.lines[row]);
-      const auto length = static_cast<std::size_t>(end);
-      ASSERT_EQ(screen.RowText(static_cast<int>(row)).substr(0, length),
-                std::string_view(reinterpret_cast<const char*>(text.lines[row].text.data()), length));
-      for (std::size_t col = 0; col < kCols; ++col) {
-        // The colour of blanks that are left out does not show.
-        const int visible = static_cast<int>(col) < end ? 0xFF : 0xE0;
-        ASSERT_EQ(screen.attr[row][col] & visible, text.lines[row].attr[col] & visible) << row << ' ' << col;
-      }
-    }
-  }
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "input/id_at.h"
 
 #include <gtest/gtest.h>
-#include <random>
 
 #include "tests/support/article_pages.h"
 #include "tests/support/screen_builder.h"
@@ -72,23 +71,6 @@ TEST_F(IdAtTest, ALineOfTheLocalArticleHasTheSame) {
   EXPECT_EQ(IdInArticle(facts_, line(0), 7, 10), u"") << "a header that the text quotes";
   EXPECT_EQ(PlacedIdInArticle(facts_, line(5), 500, 3), (PlacedId{3, 9, u"pusher"}));
   EXPECT_EQ(IdInArticle(facts_, line(5), 500, 2), u"");
-}
-
-TEST_F(IdAtTest, AnyBytesAreLookedAtWithoutHarm) {
-  std::minstd_rand random(5);
-  ScreenBuilder page;
-  for (int round = 0; round < 300; ++round) {
-    for (auto* grid : {&page.screen.text, &page.screen.attr})
-      for (ScreenRow& row : *grid)
-        for (std::uint8_t& byte : row)
-          byte = static_cast<std::uint8_t>(random());
-    for (int row = 3; row < 12; ++row)
-      for (std::size_t col = 15; col < 30; ++col)
-        page.screen.text[static_cast<std::size_t>(row)][col] = "a9 \xA4"[random() % 4];
-    page.screen.pageFlags = round % 2 == 0 ? PF_ARTICLE_LIST : PF_READING;
-    for (int row = -1; row <= kRows; ++row)
-      IdsIn(page.screen, row);
-  }
 }
 
 }  // namespace

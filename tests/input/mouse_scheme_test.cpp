@@ -7,7 +7,7 @@
 #include "input/answer_gate.h"
 #include "settings/setting_table.h"
 #include "settings/text_lines.h"
-#include "tests/input/bbs_page.h"
+#include "tests/support/pages.h"
 #include "tests/support/tables.h"
 
 namespace quillet {
@@ -31,64 +31,6 @@ class MouseSchemeTest : public WithTables {
     for (const SettingChoice& choice : RowOf(gesture).choices)
       schemes.push_back(static_cast<MouseScheme>(choice.value));
     return schemes;
-  }
-
-  // Entries in the rows 3 to `last`, the cursor at `cursor`.
-  static ScreenBuilder ListPage(int cursor, int last, std::u16string_view bottom) {
-    ScreenBuilder page;
-    page.Put(0, 0, u"【板主:kagami】").Put(1, 0, u"[←]離開").Put(2, 0, u"   編號    日 期 作  者");
-    for (int row = 3; row <= last; ++row)
-      page.Put(row, 3, u"1234 + 11/06 kagami       □ [問題] 鏡子裡是誰");
-    page.Put(cursor, 0, u"●").Cursor(cursor, 1).Put(23, 0, bottom);
-    return page;
-  }
-  static ScreenSnapshot ArticleList(int cursor, int last) {
-    return Classified(ListPage(cursor, last, u" 文章選讀 "));
-  }
-  static ScreenSnapshot BoardList(int cursor, int last) {
-    return Classified(ListPage(cursor, last, u" 選擇看板 "));
-  }
-  static ScreenSnapshot Menu(int cursor) {
-    ScreenBuilder page;
-    page.Put(3, 28, u"(o)(o) 一隻貓");
-    const std::u16string_view items[] = {u"(A)nnounce    【 精華公佈欄 】", u"(F)avorite    【 我的最愛區 】",
-                                         u"(C)lass       【 分組討論區 】"};
-    for (int i = 0; i < 3; ++i)
-      page.Put(12 + i, 28, items[i]);
-    page.Put(cursor, 24, u"●").Cursor(cursor, 25).Put(23, 0, u"[11/06 (s)選看板");
-    return Classified(page);
-  }
-  static ScreenSnapshot Reader(std::u16string_view footer, std::uint8_t colour) {
-    ScreenBuilder page;
-    for (int row = 0; row < 23; ++row)
-      page.Put(row, 0, u"一行字");
-    page.Fill(23, 0, 79, colour).Put(23, 0, footer, colour).Cursor(23, 79);
-    return Classified(page);
-  }
-  static constexpr std::uint8_t kMiddle = 0xCF, kFirst = 0xAB, kLast = 0x8F;
-  static ScreenSnapshot ReaderMiddle() {
-    return Reader(u"  瀏覽 第 2/9 頁 ( 40%)  目前顯示: 第 81~103 行", kMiddle);
-  }
-  static ScreenSnapshot ReaderEnd() {
-    return Reader(u"  瀏覽 第 9/9 頁 (100%)  目前顯示: 第 181~203 行", kLast);
-  }
-  static ScreenSnapshot ReaderTop() {
-    return Reader(u"  瀏覽 第 1/9 頁 ( 11%)  目前顯示: 第 01~22 行", kFirst);
-  }
-  static ScreenSnapshot Editor() {
-    return Classified(ScreenBuilder().Put(0, 0, u"哈囉").Put(23, 0, u" 編輯文章 ").Cursor(2, 4));
-  }
-  static ScreenSnapshot Typing() {
-    return Classified(ScreenBuilder().Put(20, 0, u"代號: ").Fill(20, 6, 20, kAttrInputField).Cursor(20, 6));
-  }
-  static ScreenSnapshot Pause() {
-    return Classified(ScreenBuilder().Put(23, 0, u" ◆ 沒有符合的文章").Cursor(23, 79));
-  }
-  static ScreenSnapshot StarLine(ScreenSnapshot screen) {
-    screen.pageFlags |= PF_STAR_LINE;
-    screen.cursorRow = 22;
-    screen.cursorCol = 40;
-    return screen;
   }
 
   MouseAction Click(int row, int col, const ScreenSnapshot& screen) const {
@@ -128,7 +70,7 @@ TEST_F(MouseSchemeTest, AClickBesideTheEntriesOfAListDoesNothing) {
 }
 
 TEST_F(MouseSchemeTest, AClickOpensAMenusItemByItsLetter) {
-  const ScreenSnapshot menu = Menu(12);
+  const ScreenSnapshot menu = MenuPage(12);
   EXPECT_EQ(Click(14, 60, menu).bytes, "C\r");
   EXPECT_EQ(Click(12, 30, menu).bytes, "\r") << "some menus open an item when its letter comes again";
   for (const int row : {3, 11, 15, 23})
@@ -137,7 +79,7 @@ TEST_F(MouseSchemeTest, AClickOpensAMenusItemByItsLetter) {
 
 TEST_F(MouseSchemeTest, AClickMovesTheEditorsCursor) {
   ScreenBuilder page;
-  page.screen = Editor();
+  page.screen = EditorPage();
   const ScreenSnapshot editor = Classified(page.Put(7, 0, u"到底是誰 asked?"));
   const auto column = [&](int row, int col) {
     const MouseAction action = Click(row, col, editor);
@@ -153,9 +95,9 @@ TEST_F(MouseSchemeTest, AClickMovesTheEditorsCursor) {
 }
 
 TEST_F(MouseSchemeTest, AClickGoesOnWhereAnyKeyDoes) {
-  EXPECT_EQ(Click(12, 12, Pause()).bytes, " ");
+  EXPECT_EQ(Click(12, 12, MessagePage()).bytes, " ");
   EXPECT_EQ(Click(12, 12, StarLine(ArticleList(5, 22))).bytes, "\n");
-  EXPECT_EQ(Click(12, 12, StarLine(Editor())), MouseAction());
+  EXPECT_EQ(Click(12, 12, StarLine(EditorPage())), MouseAction());
 }
 
 TEST_F(MouseSchemeTest, TheLeftMarginGoesBackButNotOutOfWhatIsWritten) {
@@ -165,16 +107,16 @@ TEST_F(MouseSchemeTest, TheLeftMarginGoesBackButNotOutOfWhatIsWritten) {
       return DecideClick(place, screen, Understand(screen), settings).bytes;
     return std::string();
   };
-  for (const ScreenSnapshot& screen : {ArticleList(5, 22), BoardList(5, 22), Menu(13), ReaderMiddle()})
+  for (const ScreenSnapshot& screen : {ArticleList(5, 22), BoardList(5, 22), MenuPage(13), ReaderMiddle()})
     EXPECT_EQ(margin(screen), kLeft);
-  EXPECT_EQ(margin(Pause(), Picture::kArticle), kLeft) << "the client's own errands do not count";
-  EXPECT_EQ(margin(Editor()), "");
-  EXPECT_EQ(margin(Typing()), "");
+  EXPECT_EQ(margin(MessagePage(), Picture::kArticle), kLeft) << "the client's own errands do not count";
+  EXPECT_EQ(margin(EditorPage()), "");
+  EXPECT_EQ(margin(TypingPage()), "");
 }
 
 TEST_F(MouseSchemeTest, TheHalvesOfTheWindowMoveUpAndDown) {
   settings.leftButton = MouseScheme::kUpDown;
-  for (const ScreenSnapshot& screen : {ArticleList(5, 22), BoardList(5, 22), Menu(13), ReaderMiddle()}) {
+  for (const ScreenSnapshot& screen : {ArticleList(5, 22), BoardList(5, 22), MenuPage(13), ReaderMiddle()}) {
     EXPECT_EQ(Click(2, 40, screen).bytes, kUp);
     EXPECT_EQ(Click(20, 40, screen).bytes, kDown);
     EXPECT_EQ(ShapeAt({.row = 2, .col = 40, .upperHalf = true}, screen, Understand(screen), settings),
@@ -183,7 +125,7 @@ TEST_F(MouseSchemeTest, TheHalvesOfTheWindowMoveUpAndDown) {
   }
   EXPECT_EQ(ShapeAt({.row = 20, .col = 40}, ReaderEnd(), Understand(ReaderEnd()), settings),
             PointerShape::kText);
-  EXPECT_EQ(ShapeAt({.row = 20, .col = 40}, Typing(), Understand(Typing()), settings),
+  EXPECT_EQ(ShapeAt({.row = 20, .col = 40}, TypingPage(), Understand(TypingPage()), settings),
             PointerShape::kOrdinary);
   EXPECT_EQ(Click(2, 40, ReaderTop()), MouseAction());
   EXPECT_EQ(Click(20, 40, ReaderEnd()), MouseAction());
@@ -195,11 +137,12 @@ TEST_F(MouseSchemeTest, TheHalvesOfTheWindowMoveUpAndDown) {
 TEST_F(MouseSchemeTest, NoChoiceClicksIntoWhatIsTyped) {
   for (const MouseScheme scheme : Offered(&Settings::leftButton)) {
     settings.leftButton = scheme;
-    EXPECT_EQ(Click(2, 40, Typing()), MouseAction());
-    EXPECT_EQ(Click(20, 6, Typing()), MouseAction());
+    EXPECT_EQ(Click(2, 40, TypingPage()), MouseAction());
+    EXPECT_EQ(Click(20, 6, TypingPage()), MouseAction());
   }
   settings.leftButton = MouseScheme::kNothing;
-  for (const ScreenSnapshot& screen : {ArticleList(5, 22), Menu(13), ReaderMiddle(), Editor(), Pause()})
+  for (const ScreenSnapshot& screen :
+       {ArticleList(5, 22), MenuPage(13), ReaderMiddle(), EditorPage(), MessagePage()})
     EXPECT_EQ(Click(6, 3, screen), MouseAction());
 }
 
@@ -212,9 +155,9 @@ TEST_F(MouseSchemeTest, EveryChoiceOfTheWheelMovesByStepsOfItsOwn) {
   EXPECT_EQ(inArticle(-2), (MouseAction{.kind = MouseActionKind::kScrollLines, .lines = 6}));
   EXPECT_EQ(Turn(1, ArticleList(5, 22)).bytes, kPageUp);
   EXPECT_EQ(Turn(-2, BoardList(5, 22)).bytes, kPageDown + kPageDown);
-  EXPECT_EQ(Turn(-1, Menu(12)).bytes, kDown);
+  EXPECT_EQ(Turn(-1, MenuPage(12)).bytes, kDown);
   EXPECT_EQ(Turn(1, ReaderMiddle()).bytes, Times(3, kUp));
-  EXPECT_EQ(Turn(-1, Editor()).bytes, Times(3, kDown));
+  EXPECT_EQ(Turn(-1, EditorPage()).bytes, Times(3, kDown));
   const WheelTurn fine{.notches = 0, .lines = -1};
   for (const auto& [screen, keys] : {std::pair{ReaderMiddle(), kDown}, {ArticleList(5, 22), std::string()}})
     EXPECT_EQ(
@@ -241,10 +184,12 @@ TEST_F(MouseSchemeTest, TheWheelNeverLeavesTheArticle) {
   }
   settings.wheel = MouseScheme::kWeb;
   const std::u16string_view nearTop = u"  瀏覽 第 1/9 頁 ( 12%)  目前顯示: 第 03~24 行";
-  EXPECT_EQ(Turn(3, Reader(nearTop, kMiddle)).bytes, Times(2, kUp));
-  EXPECT_EQ(Turn(-3, Reader(u"  瀏覽 第 1 頁", kMiddle)).bytes, kDown) << "what is not told is not risked";
+  EXPECT_EQ(Turn(3, ReaderPage(nearTop, kFooterMiddle)).bytes, Times(2, kUp));
+  EXPECT_EQ(Turn(-3, ReaderPage(u"  瀏覽 第 1 頁", kFooterMiddle)).bytes, kDown)
+      << "what is not told is not risked";
   settings.wheel = MouseScheme::kPages;
-  EXPECT_EQ(Turn(-3, Reader(u"  瀏覽 第 8/9 頁 ( 96%)  目前顯示: 第 27~48 行", kMiddle)).bytes, kPageDown);
+  EXPECT_EQ(Turn(-3, ReaderPage(u"  瀏覽 第 8/9 頁 ( 96%)  目前顯示: 第 27~48 行", kFooterMiddle)).bytes,
+            kPageDown);
   EXPECT_EQ(Turn(1, ReaderMiddle()).repeat, Repeat::kAfterAnswer);
 }
 
@@ -253,11 +198,9 @@ TEST_F(MouseSchemeTest, TheLastLinesOfAnyArticleAreReachedAndNotPassed) {
     int last = 23;
     for (int turns = 0; last < count; ++turns) {
       ASSERT_LT(turns, 400) << "stuck in " << count << " lines";
-      std::u16string footer = u"  瀏覽 第 2/9 頁 (";
-      for (const char c : std::to_string(last * 100 / count) + "%) : " + std::to_string(last - 22) + "~" +
-                              std::to_string(last))
-        footer += static_cast<char16_t>(c);
-      const std::string keys = Turn(-1, Reader(footer, kMiddle)).bytes;
+      const std::u16string footer = u"  瀏覽 第 2/9 頁 (" + ToText(last * 100 / count) +
+                                    u"%)  目前顯示: 第 " + ToText(last - 22) + u"~" + ToText(last) + u" 行";
+      const std::string keys = Turn(-1, ReaderPage(footer, kFooterMiddle)).bytes;
       last += static_cast<int>(keys.size() / kDown.size());
       ASSERT_LE(last, count);
     }
@@ -268,8 +211,8 @@ TEST_F(MouseSchemeTest, NoWheelAndNoSideButtonActsOnWhatIsTypedOrAsked) {
   for (int choice = 0; choice <= static_cast<int>(MouseScheme::kRead); ++choice) {
     settings.wheel = settings.leftButtonWheel = settings.rightButtonWheel = settings.sideButton =
         static_cast<MouseScheme>(choice);
-    for (const ScreenSnapshot& screen :
-         {Typing(), Pause(), StarLine(ArticleList(5, 22)), Classified(ScreenBuilder().Put(3, 3, u"歡迎"))}) {
+    for (const ScreenSnapshot& screen : {TypingPage(), MessagePage(), StarLine(ArticleList(5, 22)),
+                                         Classified(ScreenBuilder().Put(3, 3, u"歡迎"))}) {
       for (const HeldButton held : {HeldButton::kNone, HeldButton::kLeft, HeldButton::kRight})
         for (const int notches : {-1, 0, 1})
           EXPECT_EQ(Turn(notches, screen, held), MouseAction()) << choice;
@@ -281,7 +224,7 @@ TEST_F(MouseSchemeTest, NoWheelAndNoSideButtonActsOnWhatIsTypedOrAsked) {
 
 TEST_F(MouseSchemeTest, AnUnheardOfTurnSendsABoundedNumberOfKeys) {
   const WheelTurn huge{.notches = -9000, .lines = -27000};
-  for (const ScreenSnapshot& screen : {ArticleList(5, 22), Menu(12), Editor(), ReaderMiddle()})
+  for (const ScreenSnapshot& screen : {ArticleList(5, 22), MenuPage(12), EditorPage(), ReaderMiddle()})
     EXPECT_LT(DecideWheel(huge, HeldButton::kNone, Picture::kScreen, screen, Understand(screen), settings)
                   .bytes.size(),
               500u);
@@ -300,7 +243,7 @@ TEST_F(MouseSchemeTest, LettersGoToTheArticlesPagesOnly) {
       EXPECT_EQ(Side(kBack, screen).bytes, letters.substr(0, 1));
       EXPECT_EQ(Side(kForward, screen).bytes, letters.substr(1));
     }
-    for (const ScreenSnapshot& screen : {BoardList(5, 22), Menu(12), Editor()})
+    for (const ScreenSnapshot& screen : {BoardList(5, 22), MenuPage(12), EditorPage()})
       EXPECT_EQ(Turn(1, screen, kWithRight), MouseAction());
   }
   EXPECT_EQ(Turn(-3, ArticleList(5, 22), kWithRight).bytes, "}}}");
@@ -324,7 +267,7 @@ TEST_F(MouseSchemeTest, AHeldButtonCanLeaveTheWheelAsItIs) {
   settings.rightButtonWheel = MouseScheme::kWheel;
   for (const MouseScheme scheme : Offered(&Settings::wheel)) {
     settings.wheel = scheme;
-    for (const ScreenSnapshot& screen : {ArticleList(5, 22), ReaderMiddle(), Editor()})
+    for (const ScreenSnapshot& screen : {ArticleList(5, 22), ReaderMiddle(), EditorPage()})
       EXPECT_EQ(Turn(-1, screen, kWithRight), Turn(-1, screen));
   }
 }

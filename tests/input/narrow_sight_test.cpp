@@ -5,8 +5,7 @@
 
 #include "bbs/page_flags.h"
 #include "core/key_sequence.h"
-#include "tests/input/bbs_page.h"
-#include "tests/support/article_pages.h"
+#include "tests/support/pages.h"
 #include "tests/support/tables.h"
 
 namespace quillet {
@@ -121,6 +120,17 @@ TEST_F(NarrowSightTest, ALongTextIsPagedThroughByTheRowsInSight) {
   See(sight, ScreenBuilder().screen);
   EXPECT_EQ(press(kKeyUp), "");
   EXPECT_EQ(sight.TopFor(23), 14);
+}
+
+TEST_F(NarrowSightTest, APageThatWasAskedForOnAnotherKindOfPageIsWaitedForNoMore) {
+  ScreenSnapshot page = Classified(WithReaderFooter(ArticleHeader()));
+  page.pageFlags &= ~(PF_READ_TOP | PF_READ_END);
+  sight.SetRows(22);
+  See(sight, page);
+  const auto pageDown = [&] { return sight.OnKey({.virtualKey = kKeyPageDown}, page, Understand(page)); };
+  pageDown();
+  ASSERT_EQ(pageDown(), KeySequence(kKeyPageDown));
+  EXPECT_EQ(See(sight, List{.count = 47, .selected = 10}.Screen()), "") << "its cursor stays";
 }
 
 }  // namespace

@@ -6,8 +6,7 @@
 #include "bbs/page_flags.h"
 #include "input/accepts_text.h"
 #include "platform/utf8.h"
-#include "tests/input/bbs_page.h"
-#include "tests/support/article_pages.h"
+#include "tests/support/pages.h"
 #include "tests/support/tables.h"
 
 namespace quillet {
@@ -97,19 +96,6 @@ TEST_F(PageKindTest, WhatWaitsOrIsTypedComesBeforeThePageBelow) {
             PageKind::kPause);
   EXPECT_EQ(Of(over().Put(kBottom, 0, u"→ kagami: ").Cursor(kBottom, 10).screen), PageKind::kTyping);
   EXPECT_EQ(Of(ScreenBuilder().screen), PageKind::kOther);
-}
-
-TEST_F(PageKindTest, NoCursorOutsideTheScreenIsLookedUp) {
-  for (const int row : {-128, -1, 24, 127}) {
-    for (const int col : {-128, -1, 80, 127}) {
-      ScreenBuilder page;
-      page.Cursor(row, col);
-      for (std::uint32_t flag = 1; flag <= PF_PUSH_OVER_READER; flag <<= 1) {
-        page.screen.pageFlags = flag;
-        EXPECT_LT(static_cast<int>(KindOf(page.screen)), kPageKinds);
-      }
-    }
-  }
 }
 
 }  // namespace

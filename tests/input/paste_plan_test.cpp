@@ -1,7 +1,6 @@
 #include "input/paste_plan.h"
 
 #include <gtest/gtest.h>
-#include <random>
 
 namespace quillet {
 namespace {
@@ -58,23 +57,6 @@ TEST(PastePlanTest, HugeTextsAreRefusedEverywhere) {
   EXPECT_EQ(Elsewhere(most).text.size(), kLongestPaste);
   EXPECT_EQ(Elsewhere(most + u"x"), PastePlan{PasteWay::kTooLong});
   EXPECT_EQ(InEditor(most + u"x"), PastePlan{PasteWay::kTooLong});
-}
-
-// Whatever is on the clipboard, an Enter leaves for a page other than the editor only by the user's word.
-TEST(PastePlanTest, NoEnterGoesElsewhereUnasked) {
-  std::mt19937 random(7);
-  constexpr char16_t kUnits[] = {u'\r', u'\n', u'a', u'\x1B', u'\0', u'中', 0xD83D, 0x2029, 0x85, u'\t'};
-  for (int round = 0; round < 20000; ++round) {
-    std::u16string text;
-    for (auto length = random() % 8; length > 0; --length)
-      text += kUnits[random() % std::size(kUnits)];
-    const PastePlan plan = Elsewhere(text);
-    const bool hasEnter = plan.text.find(u'\r') != std::u16string::npos;
-    EXPECT_EQ(hasEnter, plan.way == PasteWay::kAsk);
-    EXPECT_EQ(plan.text.find_first_of(std::u16string_view(u"\n\x1B\0", 3)), std::u16string::npos);
-    EXPECT_EQ(FirstLine(plan.text).find(u'\r'), std::u16string::npos);
-    EXPECT_EQ(FirstLine(plan.text).empty(), plan.way == PasteWay::kNothing);
-  }
 }
 
 TEST(PastePlanTest, ThePreviewShowsAFewShortLinesAndTheFirstThatSaysSomethingIsOffered) {

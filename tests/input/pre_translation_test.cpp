@@ -8,8 +8,7 @@
 #include "bbs/page_flags.h"
 #include "bbs/page_kind.h"
 #include "core/key_sequence.h"
-#include "tests/input/bbs_page.h"
-#include "tests/support/article_pages.h"
+#include "tests/support/pages.h"
 #include "tests/support/tables.h"
 
 namespace quillet {

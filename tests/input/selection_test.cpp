@@ -1,7 +1,6 @@
 #include "input/selection.h"
 
 #include <gtest/gtest.h>
-#include <random>
 
 #include "input/copy_text.h"
 #include "tests/support/kept_lines.h"
@@ -113,6 +112,8 @@ TEST_F(SelectionTest, WordsAndLinesAreAddedWholeAndTheFirstOneStays) {
   Begin({0, 5}, SelectUnit::kWord);
   EXPECT_EQ(To({0, 9}), u"two three");
   EXPECT_EQ(To({0, 7}), u"two") << "up to it, but not into it";
+  To({0, 8});
+  EXPECT_EQ(selection.Range(0, text), (ColumnSpan{4, 8})) << "up to the next one";
   EXPECT_EQ(To({0, 5}), u"two");
   EXPECT_EQ(To({0, 1}), u"one two");
   EXPECT_EQ(To({1, 0}), u"two three\r\n");
@@ -133,69 +134,6 @@ TEST_F(SelectionTest, AWordCanBeMadeShorterByCharacters) {
   selection.ContinueByCharacter();
   EXPECT_EQ(To({0, 2}), u"e two");
 }
-
-// Whatever bytes the BBS has sent and wherever the pointer goes.
-class RandomSelectionTest : public SelectionTest, public testing::WithParamInterface<int> {
- protected:
-  int Number(int first, int last) { return std::uniform_int_distribution(first, last)(random); }
-  TextPoint Point() { return {Number(-1, text.Count()), Number(-2, kCols + 2)}; }
-  void FillText() {
-    // Pairs are dense, so that many points lie within one.
-    constexpr std::uint8_t kSome[] = {' ', 'a', '/', 'h', 0x1B, 0x7F, 0x80, 0xA1, 0xA4, 0xFF, 0x40};
-    text.lines.assign(5, LineOf(u""));
-    for (ArticleLine& line : text.lines)
-      for (std::size_t col = 0; col < kCols; ++col)
-        line.text[col] = Number(0, 3) == 0 ? static_cast<std::uint8_t>(Number(0, 255)) : kSome[Number(0, 10)];
-  }
-  // Where no character of the line begins.
-  static bool Cuts(const ArticleLine& line, int col) {
-    for (const LineCharacter& character : CharactersOf(line))
-      if (character.cols.first < col && col < character.cols.last) return true;
-    return false;
-  }
-  void ExpectWholeCharacters() {
-    for (int line = -1; line <= text.Count(); ++line) {
-      const ColumnSpan range = selection.Range(line, text);
-      ASSERT_TRUE(0 <= range.first && range.first <= range.last && range.last <= kCols);
-      if (range.IsEmpty()) continue;
-      ASSERT_FALSE(Cuts(text.Line(line), range.first));
-      ASSERT_FALSE(Cuts(text.Line(line), range.last));
-    }
-  }
-
-  std::mt19937 random{static_cast<unsigned>(GetParam())};
-};
-
-TEST_P(RandomSelectionTest, NeverCutsACharacterAndReadsTheSameBothWays) {
-  for (int round = 0; round < 300; ++round) {
-    FillText();
-    const auto shape = static_cast<SelectShape>(Number(0, 1));
-    const TextPoint one = Point();
-    const TextPoint other = Point();
-    const std::u16string there = Between(one, other, shape);
-    ASSERT_NO_FATAL_FAILURE(ExpectWholeCharacters());
-    ASSERT_EQ(there.find_first_of(std::u16string_view(u"\0\x1B\x7F", 3)), std::u16string::npos);
-    ASSERT_EQ(Between(other, one, shape), there);
-  }
-}
-
-TEST_P(RandomSelectionTest, WhatWasSelectedFirstStays) {
-  for (int round = 0; round < 300; ++round) {
-    FillText();
-    const auto unit = static_cast<SelectUnit>(Number(0, 2));
-    Begin(Point(), unit, static_cast<SelectShape>(Number(0, 1)));
-    const int line = selection.First().line;
-    const ColumnSpan first = selection.Range(line, text);
-    for (int step = 0; step < 4; ++step) {
-      To(Point());
-      ASSERT_NO_FATAL_FAILURE(ExpectWholeCharacters());
-      const ColumnSpan now = selection.Range(line, text);
-      ASSERT_TRUE(first.IsEmpty() || (now.first <= first.first && first.last <= now.last));
-    }
-  }
-}
-
-INSTANTIATE_TEST_SUITE_P(Seeds, RandomSelectionTest, testing::Range(1, 5));
 
 }  // namespace
 }  // namespace quillet

@@ -1,7 +1,6 @@
 #include "input/side_list.h"
 
 #include <gtest/gtest.h>
-#include <random>
 
 #include "core/key_sequence.h"
 #include "input/key_control.h"
@@ -79,25 +78,6 @@ TEST(SideListTest, OtherKeysActAndAllButTabAreConsumed) {
       const bool removes = kind == Kind::kBookmarks && count > 0;
       for (const int key : {int{'D'}, kKeyDelete})
         EXPECT_EQ(action(key, kind, count), removes ? Action::kRemove : Action::kNone);
-    }
-  }
-}
-
-TEST(SideListTest, NoSequenceOfKeysLeavesTheListOrHidesTheSelection) {
-  std::mt19937 random(5);
-  const auto pick = [&](int most) { return std::uniform_int_distribution(0, most)(random); };
-  constexpr int kKeys[] = {kKeyUp, kKeyDown, kKeyPageUp, kKeyPageDown, kKeyHome, kKeyEnd};
-  for (int round = 0; round < 2000; ++round) {
-    SideListState state{.shown = 1 + pick(12), .count = pick(30)};
-    for (int i = 0; i < 40; ++i) {
-      if (pick(4) == 0) ScrollSideList(state, pick(40) - 20);
-      ASSERT_GE(state.first, 0);
-      ASSERT_LE(state.first, std::max(0, state.count - state.shown));
-      OnSideListKey(kKeys[pick(5)], Kind::kTracked, state);
-      ASSERT_GE(state.selected, 0);
-      ASSERT_LE(state.selected, std::max(0, state.count - 1));
-      ASSERT_GE(state.selected, state.first);
-      ASSERT_LT(state.selected, state.first + state.shown);
     }
   }
 }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <ostream>
-#include <random>
 
 #include "platform/utf8.h"
 #include "tests/support/screen_builder.h"
@@ -132,38 +131,6 @@ TEST_F(LinkFinderTest, CharactersAreTakenWhole) {
   const std::vector<TextLink> links = FindLinks(page.screen.text[0]);
   ASSERT_EQ(links.size(), 1U);
   EXPECT_EQ(links[0].address, u"http://b.example");
-}
-
-TEST_F(LinkFinderTest, AnyBytesGiveLinksInOrderThatMayBeOpened) {
-  std::minstd_rand random(20240607);
-  const std::vector<std::string> pieces{"http://", "https://",  "HTTP:",
-                                        "//",      "a.b",       "www.bbs.example/bbs/",
-                                        "@",       "#1a2B3c4_", " (",
-                                        ")",       "[",         "]",
-                                        ":",       "\xA4",      "\xA4\xE5",
-                                        " ",       "%",         "?",
-                                        "\\",      "\"",        std::string(1, '\0'),
-                                        "\x7F",    "\x1B",      "M.1700000000.A.1F3"};
-  std::size_t found = 0;
-  for (int round = 0; round < 20000; ++round) {
-    ScreenRow row{};
-    std::size_t col = 0;
-    while (col < row.size()) {
-      const std::string& piece = pieces[random() % pieces.size()];
-      for (std::size_t i = 0; i < piece.size() && col < row.size(); ++i)
-        row[col++] = static_cast<std::uint8_t>(piece[i]);
-    }
-    int end = 0;
-    for (const TextLink& link : FindLinks(row)) {
-      ASSERT_LE(end, link.first);
-      ASSERT_LT(link.first, link.last);
-      ASSERT_LE(link.last, kCols);
-      ASSERT_TRUE(link.address.empty() ? link.article.has_value() : IsWebAddress(link.address));
-      end = link.last;
-      ++found;
-    }
-  }
-  EXPECT_GT(found, 1000U);
 }
 
 }  // namespace

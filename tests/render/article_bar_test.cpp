@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <limits>
-#include <random>
 
 #include "core/charset.h"
 #include "render/contrast.h"
@@ -163,34 +161,6 @@ TEST_F(ArticleBarTest, RowWithoutALineRangeStaysAsItIs) {
   for (std::size_t i = 0; i < sizeof bytes; ++i)
     shifted.cells[9 + i].byte = bytes[i];
   EXPECT_EQ(MakeArticleBarOver(shifted, input_).row, shifted);
-}
-
-TEST_F(ArticleBarTest, AnyInputGivesAWholeRowWithAreasInOrder) {
-  std::minstd_rand random(5);
-  const int extremes[] = {std::numeric_limits<int>::min(), -1, 0, 1, 99999, std::numeric_limits<int>::max()};
-  for (int round = 0; round < 3000; ++round) {
-    ArticleBarInput input;
-    input.line = extremes[random() % 6];
-    input.lines = extremes[random() % 6];
-    input.stillReading = random() % 2 == 0;
-    input.bookmarked = random() % 2 == 0;
-    input.hasPushes = random() % 2 == 0;
-    input.controlCodes = random() % 2 == 0;
-    for (unsigned count = static_cast<unsigned>(random() % 20); count > 0; --count)
-      input.offers.push_back(static_cast<ArticleCommand>(random() % 9));
-    PageRow status = StatusLine(u"第 01~22 行");
-    for (int i = 0; i < 6; ++i)
-      status.cells[random() % kCols].byte = static_cast<std::uint8_t>(random());
-    for (const ArticleBar& bar : {MakeArticleBar(input), MakeArticleBarOver(status, input)}) {
-      int last = 0;
-      for (const CaptionArea& area : bar.areas) {
-        EXPECT_GE(area.first, last);
-        EXPECT_GT(area.last, area.first);
-        last = area.last;
-      }
-      EXPECT_LE(last, kCols);
-    }
-  }
 }
 
 }  // namespace

@@ -41,24 +41,5 @@ TEST(BackdropFitTest, NothingWithoutStyleOrSize) {
     }
 }
 
-TEST(BackdropFitTest, VisiblePartStaysInsideThePicture) {
-  constexpr double kSides[] = {1, 3, 7.5, 799, 1081, 20000, 1e9};
-  for (const double pictureWidth : kSides)
-    for (const double pictureHeight : kSides)
-      for (const double windowWidth : kSides)
-        for (const double windowHeight : kSides)
-          for (const double progress : {0.0, 0.3, 1.0}) {
-            const BackdropRect rect = VisibleBackdrop(BackdropStyle::kMovingCrop, pictureWidth, pictureHeight,
-                                                      windowWidth, windowHeight, progress);
-            EXPECT_GT(rect.width, 0);
-            EXPECT_GT(rect.height, 0);
-            EXPECT_GE(rect.x, 0);
-            EXPECT_GE(rect.y, 0);
-            EXPECT_LE(rect.x + rect.width, pictureWidth * (1 + 1e-12));
-            EXPECT_LE(rect.y + rect.height, pictureHeight * (1 + 1e-12));
-            EXPECT_NEAR(rect.width * windowHeight / (rect.height * windowWidth), 1, 1e-9);
-          }
-}
-
 }  // namespace
 }  // namespace quillet

@@ -16,23 +16,6 @@ TEST(CompositionFitTest, StandsAtTheCursorWhileItHasRoomThere) {
       << "the cursor's cell is out of sight";
 }
 
-// Whatever the numbers, the part that is shown lies in the window and holds the input method's cursor.
-TEST(CompositionFitTest, TheInputMethodsCursorIsAlwaysInSight) {
-  for (const ColumnRange visible : {kAll, ColumnRange{3, 40}, ColumnRange{0, 2}, ColumnRange{5, 5}})
-    for (const int cells : {1, 2, 37, 79, 80, 81, 200, 5000})
-      for (const int col : {0, 4, 39, 79})
-        for (const int caret : {0, 1, cells / 2, cells - 1, cells}) {
-          const CompositionFit fit = FitComposition(cells, caret, col, visible);
-          EXPECT_EQ(fit.shown, std::min(cells, visible.last - visible.first));
-          EXPECT_GE(fit.col, visible.first);
-          EXPECT_LE(fit.col + fit.shown, visible.last);
-          EXPECT_GE(fit.skipped, 0);
-          EXPECT_LE(fit.skipped + fit.shown, cells);
-          EXPECT_LE(fit.skipped, caret);
-          EXPECT_GE(fit.skipped + fit.shown, visible.last == visible.first ? 0 : caret);
-        }
-}
-
 TEST(CompositionFitTest, OnlyWholeCellsOfTheWindowCount) {
   Layout layout{
       .rowHeight = 30, .fontSize = 30, .halfCell = 15, .pushFontSize = 24, .originX = 40, .originY = 0};

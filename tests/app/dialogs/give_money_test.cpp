@@ -48,25 +48,21 @@ TEST_F(GiveMoneyTest, WhatTheListShowsIsGivenAndTold) {
   QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r");
   QCoreApplication::sendEvent(&Find<QSpinBox>(dialog, "number"), &enter);
   ASSERT_TRUE(dialog.isVisible()) << "a habit sends no money";
-  EXPECT_EQ(gifts[0].amount, 10);
   EXPECT_EQ(Send().text(), u"送出 3 份，共 $30"_qs);
   const auto* const rows = Find<QTableView>(dialog, "gifts").model();
   ASSERT_EQ(rows->rowCount(), 3);
   EXPECT_EQ(rows->index(2, 1).data().toString().toStdU16String(), gifts[2].id);
-  std::vector<MoneyRunResult> results;
+  std::vector<std::u16string> receivers;
   QObject::connect(&doc->GetAutomations(), &Automations::MoneyEnded, &View(),
-                   [&](const MoneyRunResult& result) { results.push_back(result); });
+                   [&](const MoneyRunResult& result) {
+                     for (const GiftRecord& record : result.gifts)
+                       receivers.push_back(record.gift.id);
+                   });
   Send().click();
   EXPECT_EQ(doc->GetAutomations().Current(), Activity::kGiveMoney);
   EXPECT_EQ(doc->GetAutomations().Progress().total, 3);
   ASSERT_TRUE(IsOver());
-  ASSERT_EQ(results.size(), 1u);
-  ASSERT_EQ(results[0].gifts.size(), 3u);
-  // Not everybody who has pushed in the demo has an account there.
-  const int given = results[0].Count(GiftState::kGiven);
-  EXPECT_EQ(given + results[0].Count(GiftState::kRefused), 3) << Words();
-  for (std::size_t at = 0; at < 3; ++at)
-    EXPECT_EQ(results[0].gifts[at].gift.id, gifts[at].id);
+  EXPECT_EQ(receivers, (std::vector{gifts[0].id, gifts[1].id, gifts[2].id})) << Words();
   Enter();
   EXPECT_FALSE(View().Panel().HasNotice()) << "told once";
   EXPECT_TRUE(Until([&] { return Article().IsShown() && Article().TopLine() == 2 * kPageStep; }))
@@ -122,8 +118,6 @@ TEST_F(GiveMoneyTest, TheBlackListIsHeededAndALotIsDrawnAgain) {
   ListEntry entry;
   entry.kind = ListKind::kSuperBlack;
   doc->GetSettings().Store().Names().Set(first, entry);
-  Check("noBlack", true);
-  EXPECT_EQ(dialog.Gifts().front().id, first);
   Check("noSuperBlack", true);
   EXPECT_NE(dialog.Gifts().front().id, first);
   Number("number", 1);
@@ -131,12 +125,10 @@ TEST_F(GiveMoneyTest, TheBlackListIsHeededAndALotIsDrawnAgain) {
   const std::vector<FloorGift> drawn = dialog.Gifts();
   Number("moneyForEach", 7);
   EXPECT_EQ(dialog.Gifts().front().floor, drawn.front().floor) << "the draw stays";
-  bool another = false;
-  for (int draw = 0; draw < 200 && !another; ++draw) {
+  EXPECT_TRUE(Until([&] {
     Find<QPushButton>(dialog, "drawAgain").click();
-    another = dialog.Gifts().front().floor != drawn.front().floor;
-  }
-  EXPECT_TRUE(another);
+    return dialog.Gifts().front().floor != drawn.front().floor;
+  }));
   Number("fromFloor", 99999);
   EXPECT_FALSE(Send().isEnabled());
   Check("afterTax", true);

@@ -22,35 +22,23 @@ void PressIn(QWidget& widget, int key, const QString& text = {},
 
 class PushOnTest : public DemoArticleTest {
  protected:
-  void SetUp() override {
-    DemoArticleTest::SetUp();
-    article = std::make_unique<ArticleView>(ArticleParts(), View());
-    desk = std::make_unique<PushController>(PushController::Parts{doc->GetConnection(), doc->GetAutomations(),
-                                                                  doc->GetBookmarks(), *article, View()});
-    QObject::connect(desk.get(), &PushController::Said, [this](const QString& words) { said = words; });
-    QObject::connect(desk.get(), &PushController::Notice,
-                     [this](const PanelText& notice) { noticed = notice; });
-  }
-  void TearDown() override {
-    desk.reset();
-    article.reset();
-    DemoArticleTest::TearDown();
-  }
   void LogInAs(const std::u16string& id) {
     doc->GetConnection().Open({.address = QString::fromStdString(demo->Address()), .name = {}, .isBbs = true},
                               MakeLoginOrder({.account = id, .password = id}));
     ASSERT_TRUE(Until([&] { return doc->LoginId() == id && IsIdle(); }));
   }
 
+  PushOnDlg* Dialog() { return View().Push().Dialog(); }
+  QString Said() { return View().LastToast().Text(); }
   PushOnDlg& OpenDialog() {
-    desk->Open();
-    if (desk->Dialog() == nullptr) throw std::runtime_error("no dialog: " + said.toStdString());
-    Until([this] { return desk->Dialog()->isVisible(); });
-    return *desk->Dialog();
+    View().PerformArticleCommand(ArticleCommand::kPushOn);
+    if (Dialog() == nullptr) throw std::runtime_error("no dialog: " + Said().toStdString());
+    Until([this] { return Dialog()->isVisible(); });
+    return *Dialog();
   }
-  QPlainTextEdit& Field() { return Find<QPlainTextEdit>(*desk->Dialog(), "text"); }
+  QPlainTextEdit& Field() { return Find<QPlainTextEdit>(*Dialog(), "text"); }
   QPushButton& StartButton() {
-    for (QPushButton* button : desk->Dialog()->findChildren<QPushButton*>())
+    for (QPushButton* button : Dialog()->findChildren<QPushButton*>())
       if (button->text() == u"開始推文"_qs) return *button;
     throw std::runtime_error("no button");
   }
@@ -58,31 +46,21 @@ class PushOnTest : public DemoArticleTest {
     OpenDialog();
     Field().setPlainText(text);
     StartButton().click();
-    ASSERT_EQ(desk->Dialog(), nullptr);
+    ASSERT_EQ(Dialog(), nullptr);
     ASSERT_EQ(doc->GetAutomations().Current(), Activity::kPush);
   }
-  // The words of the last lines by this writer, as the open article shows them.
-  QStringList PushesBy(std::u16string_view id) {
-    QStringList words;
-    for (int line = 0; line < Lines().Count(); ++line) {
-      const std::string row = TextOf(Lines().At(line));
-      if (PushWriter(row) != id) continue;
-      const std::u16string text = FromBig5(row);
-      const std::u16string rest = text.substr(text.find(u':') + 1);
-      words << QString::fromStdU16String(rest.substr(0, rest.find(u"127.0.0.1"))).trimmed();
-    }
-    return words;
+  int PushesBy(std::u16string_view id) {
+    int count = 0;
+    for (int line = 0; line < Lines().Count(); ++line)
+      count += PushWriter(TextOf(Lines().At(line))) == id ? 1 : 0;
+    return count;
   }
-
-  std::unique_ptr<ArticleView> article;  // for the desk alone; the window's own is not to be touched
-  std::unique_ptr<PushController> desk;
-  QString said;
-  PanelText noticed;
 };
 
 TEST_F(PushOnTest, ATextIsCutAsItIsTypedPushedAndShownInTheArticle) {
   OpenWhole(talkative);
-  const qsizetype before = PushesBy(u"reader").size();
+  doc->GetSettings().Set(&Settings::markAfterPush, true);
+  const int before = PushesBy(u"reader");
   PushOnDlg& dialog = OpenDialog();
   auto& pieces = Find<QTreeWidget>(dialog, "pieces");
   EXPECT_FALSE(StartButton().isEnabled());
@@ -103,26 +81,17 @@ TEST_F(PushOnTest, ATextIsCutAsItIsTypedPushedAndShownInTheArticle) {
   ASSERT_TRUE(Until([&] {
     tellsProgress |= DescribeActivity(doc->GetAutomations().Current(), doc->GetAutomations().Progress())
                          .contains(u"/3"_qs);
-    return !said.isEmpty();
-  })) << noticed.lines.join('\n').toStdString();
+    return Said() == u"已推出 3 則推文"_qs;
+  })) << PanelLines().toStdString();
   EXPECT_TRUE(tellsProgress);
-  EXPECT_EQ(said, u"已推出 3 則推文"_qs);
-  EXPECT_TRUE(Until([&] { return Lines().IsComplete() && PushesBy(u"reader").size() == before + 3; }));
-  EXPECT_EQ(PushesBy(u"reader").back(), u"x"_qs);
+  EXPECT_TRUE(Until([&] { return Lines().IsComplete() && PushesBy(u"reader") == before + 3; }));
+  EXPECT_TRUE(AtRest(Last())) << "the new lines come into sight";
+  EXPECT_NE(Row(22).find(": x "), std::string::npos) << Row(22);
+  EXPECT_TRUE(doc->GetBookmarks().HasOpenArticle()) << "as the user wants it";
   OpenDialog();
   EXPECT_EQ(Field().toPlainText(), "") << "nothing is left of it";
-}
-
-TEST_F(PushOnTest, TheNewLinesComeIntoSight) {
-  OpenWhole(talkative);
-  const int before = Last();
-  View().PerformArticleCommand(ArticleCommand::kPushOn);
-  PushOnDlg* const dialog = View().Push().Dialog();
-  ASSERT_NE(dialog, nullptr);
-  Find<QPlainTextEdit>(*dialog, "text").setPlainText(u"一\n二"_qs);
-  emit dialog->StartRequested();
-  ASSERT_TRUE(Until([&] { return Lines().IsComplete() && Last() >= before + 2 && AtRest(Last()); }));
-  Open(longest);
+  Dialog()->reject();
+  OpenWhole(longest);
   EXPECT_EQ(Article().TopLine(), 0) << "another article begins at its top";
 }
 
@@ -130,25 +99,25 @@ TEST_F(PushOnTest, WhatIsTypedIsKeptForItsArticleUntilItIsPushed) {
   OpenWhole(talkative);
   OpenDialog();
   Field().setPlainText(u"想到一半\n"_qs);
-  desk->Dialog()->findChildren<QRadioButton*>()[1]->click();
+  Dialog()->findChildren<QRadioButton*>()[1]->click();
   PressIn(Field(), Qt::Key_Escape, "\x1B");
-  ASSERT_EQ(desk->Dialog(), nullptr);
+  ASSERT_EQ(Dialog(), nullptr);
   OpenDialog();
   EXPECT_EQ(Field().toPlainText(), u"想到一半\n"_qs);
-  EXPECT_EQ(desk->Dialog()->Kind(), PushKind::kBad);
-  desk->Dialog()->reject();
+  EXPECT_EQ(Dialog()->Kind(), PushKind::kBad);
+  Dialog()->reject();
   Open(longest);
   OpenDialog();
   EXPECT_EQ(Field().toPlainText(), "");
-  desk->Dialog()->reject();
+  Dialog()->reject();
   Open(talkative);
   OpenDialog();
   EXPECT_EQ(Field().toPlainText(), u"想到一半\n"_qs);
   // The connection is gone: the dialog says so, and stays.
   doc->GetConnection().Disconnect();
   StartButton().click();
-  ASSERT_NE(desk->Dialog(), nullptr);
-  EXPECT_EQ(Find<QLabel>(*desk->Dialog(), "complaint").text(), DescribeNoPush(NoPushReason::kNotConnected));
+  ASSERT_NE(Dialog(), nullptr);
+  EXPECT_EQ(Find<QLabel>(*Dialog(), "complaint").text(), DescribeNoPush(NoPushReason::kNotConnected));
 }
 
 TEST_F(PushOnTest, AKeyThatStopsItIsTypedNowhereAndTheRestIsInTheDialog) {
@@ -160,17 +129,11 @@ TEST_F(PushOnTest, AKeyThatStopsItIsTypedNowhereAndTheRestIsInTheDialog) {
   EXPECT_TRUE(DescribeActivity(Activity::kPush, doc->GetAutomations().Progress()).contains(u"站台要求等"_qs));
   TypeText("q");
   EXPECT_EQ(doc->GetAutomations().Current(), Activity::kNone);
-  EXPECT_EQ(noticed.title, u"推文沒有全部推出"_qs);
-  EXPECT_EQ(noticed.lines.value(0), u"共 3 則，已推出 1 則。"_qs);
+  EXPECT_TRUE(PanelSays(u"推文沒有全部推出"_qs));
+  EXPECT_TRUE(PanelLines().startsWith(u"共 3 則，已推出 1 則。"_qs)) << PanelLines().toStdString();
   ASSERT_TRUE(Until([&] { return !doc->GetAutomations().IsBusy(); }));
   OpenDialog();
   EXPECT_EQ(Field().toPlainText(), u"二\n三"_qs);
-  desk->Dialog()->reject();
-  TypeText("X");
-  const auto answers = [&](std::u16string_view words) {
-    return View().Screen().RowText(kBottomRow).find(ToBig5(words)) != std::string_view::npos;
-  };
-  ASSERT_TRUE(Until([&] { return answers(u"請再等") || answers(u"您覺得這篇文章"); })) << ScreenAsUtf8();
   EXPECT_FALSE(RowStartsWith(View().Screen(), 0, 0, u"【板主:")) << "the article has not been left";
 }
 
@@ -178,10 +141,8 @@ TEST_F(PushOnTest, ARefusalIsToldInTheBbssWords) {
   LogInAs(u"hush");
   OpenWhole(talkative);
   Push(u"一"_qs);
-  ASSERT_TRUE(Until([&] { return !noticed.title.isEmpty(); }));
-  EXPECT_TRUE(noticed.lines.contains(u"站台說：無法推文: 使用者不可發言"_qs))
-      << noticed.lines.join('\n').toStdString();
-  EXPECT_TRUE(Until([&] { return Article().IsShown(); }));
+  ASSERT_TRUE(Until([&] { return View().Panel().HasNotice(); }));
+  EXPECT_TRUE(PanelLines().contains(u"站台說：無法推文: 使用者不可發言"_qs)) << PanelLines().toStdString();
 }
 
 TEST_F(PushOnTest, TheDialogNamesWhatWillBeLeftOutAndStopsAtTooMuch) {
@@ -205,6 +166,15 @@ TEST_F(PushOnTest, TheDialogNamesWhatWillBeLeftOutAndStopsAtTooMuch) {
   EXPECT_TRUE(complaint.text().isEmpty());
   start.click();
   EXPECT_EQ(starts, 2);
+}
+
+TEST(PushMessagesTest, ThePushThatMayHaveBeenMadeIsNamed) {
+  PushRunResult result;
+  result.outcome = PushOutcome::kNoAnswer;
+  result.total = 3;
+  result.pushed = 1;
+  result.unsure = true;
+  EXPECT_TRUE(DescribePushEnd(result).lines.value(2).startsWith(u"第 2 則可能已經推出"_qs));
 }
 
 }  // namespace

@@ -142,28 +142,5 @@ TEST_F(ImeAdapterTest, TheCompositionStaysWithTheCursorAndItsEndIsTold) {
   EXPECT_EQ(host.Shot(), before);
 }
 
-TEST_F(ImeAdapterTest, ALongCompositionShowsThePartThatIsTypedAt) {
-  host.MoveTo(23, 60);
-  host.Compose(QString(60, u'中'));
-  const QRect box = host.ime.Box();
-  const QRect rect = host.Rectangle();
-  EXPECT_TRUE(host.RowRect(23).contains(box));
-  EXPECT_EQ(Difference(host.Shot(), host.surface.Picture()), box);
-  EXPECT_NEAR(rect.left() * host.surface.Scale(), box.right() + 1 - host.surface.CurrentLayout().halfCell, 4);
-  host.Compose(QString(60, u'中'), {{QInputMethodEvent::Cursor, 0, 1, {}}});
-  EXPECT_NEAR(host.Rectangle().left() * host.surface.Scale(), box.left(), 4);
-}
-
-TEST_F(ImeAdapterTest, NoWindowIsTooSmall) {
-  host.MoveTo(23, 79);
-  host.Compose(u"ㄓㄨㄥ"_qs);
-  for (const QSize size : {QSize(1, 1), QSize(7, 400), QSize(400, 7), QSize(60, 60)}) {
-    host.resize(size);
-    host.MoveTo(23, 79);
-    EXPECT_FALSE(host.Shot().isNull());
-    EXPECT_FALSE(host.Rectangle().isEmpty());
-  }
-}
-
 }  // namespace
 }  // namespace quillet

@@ -7,35 +7,14 @@
 #include <QApplication>
 #include <QWindow>
 
-#include "bbs/screen_classifier.h"
+#include "tests/app/interaction/fake_picture.h"
 #include "tests/app/window_fixture.h"
-#include "tests/support/screen_builder.h"
-#include "tests/support/understanding.h"
+#include "tests/support/pages.h"
 
 namespace quillet {
 namespace {
 
 const std::string kOpenTwoDown = "\x1B[B\x1B[B\x1B[C";
-
-// The screen as lines, row by row.
-class ScreenLines : public PictureLines {
- public:
-  explicit ScreenLines(const ScreenSnapshot& screen) : screen_(screen) {}
-  int Count() const override { return kRows; }
-  const ArticleLine& Line(int index) const override {
-    const auto row = static_cast<std::size_t>(index);
-    lines_[row].text = screen_.text[row];
-    lines_[row].attr = screen_.attr[row];
-    return lines_[row];
-  }
-  int LineAtRow(int row) const override { return row; }
-  int RowOfLine(int line) const override { return line; }
-  bool IsArticle() const override { return false; }
-
- private:
-  const ScreenSnapshot& screen_;
-  mutable std::array<ArticleLine, kRows> lines_{};
-};
 
 // What the pointer works on, in a widget of its own.
 struct Terminal {
@@ -61,6 +40,9 @@ struct Terminal {
   void Show(const ScreenSnapshot& next) {
     screen = next;
     page = Understand(screen);
+    lines.text.lines.clear();
+    for (std::size_t row = 0; row < kRows; ++row)
+      lines.text.lines.push_back({screen.text[row], screen.attr[row]});
     composer.Compose(screen, page, false, frame);
     surface.Refresh(frame);
     pointer.OnPictureChanged();
@@ -71,7 +53,7 @@ struct Terminal {
   ScreenSnapshot screen;
   UnderstoodPage page;
   FrameState frame;
-  ScreenLines lines{screen};
+  FakePicture lines;
   ArticleView article;
   PageComposer composer;
   SelectionControl selection;
@@ -99,25 +81,11 @@ class PointerControlTest : public WindowTest {
   }
   void TearDown() override { terminal.reset(); }
 
-  static ScreenSnapshot Classified(ScreenBuilder page) {
-    static const PageTests tests;
-    page.screen.sessionState = SessionState::kConnected;
-    page.screen.isBbsSite = 1;
-    ClassifyScreen(tests, page.screen, ScreenReason::kUpdated);
-    return page.screen;
-  }
-  static ScreenSnapshot List(int cursor, std::u16string_view title = u"[問題] 鏡子裡是誰") {
-    ScreenBuilder page;
-    for (int row = 3; row <= 12; ++row)
-      page.Put(row, 3, u"1234 + 11/06 kagami       □ " + std::u16string(title));
-    return Classified(page.Put(cursor, 0, u"●").Cursor(cursor, 1).Put(23, 0, u" 文章選讀 "));
-  }
+  static ScreenSnapshot List(int cursor) { return ArticleList(cursor, 12); }
   static ScreenSnapshot Reader() {
     ScreenBuilder page;
-    page.Put(4, 0, u"mirror mirror on the wall");
-    page.Put(6, 10, u"https://www.example.com/a now");
-    page.Fill(23, 0, 79, 0xCF).Put(23, 0, u"  瀏覽 第 2/9 頁 ( 40%)  目前顯示: 第 81~103 行", 0xCF);
-    return Classified(page.Cursor(23, 79));
+    page.Put(4, 0, u"mirror mirror on the wall").Put(6, 0, u"          https://www.example.com/a now");
+    return ReaderMiddle(std::move(page));
   }
 
   // The middle of a cell.
@@ -255,7 +223,7 @@ TEST_F(PointerControlTest, APageWithItsCursorInTheSamePlaceIsAnotherOneToo) {
   const QPointF margin(1, 300);
   for (const QPointF& place : {At(7, 30), margin}) {
     Down(place);
-    terminal->Show(place == margin ? Reader() : List(5, u"[心得] 下一頁"));
+    terminal->Show(place == margin ? Reader() : ArticleList(5, 12, u"[心得] 下一頁"));
     Up(place);
     EXPECT_TRUE(sent.empty());
     terminal->Show(List(5));

@@ -5,36 +5,13 @@
 
 #include "app/window/tour/tour.h"
 #include "render/selection_look.h"
-#include "tests/support/kept_lines.h"
+#include "tests/app/interaction/fake_picture.h"
 #include "tests/support/tables.h"
 
 namespace quillet {
 namespace {
 
 constexpr int kPatienceMs = 20000;
-constexpr int kShown = kRows - 1;  // lines of an article in the picture
-
-// A screen, or an article that moves at once.
-class FakePicture : public PictureLines {
- public:
-  int Count() const override { return text.Count(); }
-  const ArticleLine& Line(int index) const override { return text.Line(index); }
-  int LineAtRow(int row) const override {
-    const int line = top + row;
-    return row < (isArticle ? kShown : kRows) && line < Count() ? line : -1;
-  }
-  int RowOfLine(int line) const override {
-    const int row = line - top;
-    return row >= 0 && row < kRows && LineAtRow(row) == line ? row : -1;
-  }
-  bool IsArticle() const override { return isArticle; }
-
-  void ScrollBy(int lines) { top = std::clamp(top + lines, 0, std::max(Count() - kShown, 0)); }
-
-  KeptLines text;
-  int top = 0;
-  bool isArticle = false;
-};
 
 class SelectionControlTest : public WithTables {
  protected:
@@ -257,6 +234,12 @@ TEST_F(SelectionControlTest, StepsUpAndDownKeepTheirColumn) {
   EXPECT_TRUE(control.Text().starts_with(NameOf(0)));
 }
 
+TEST_F(SelectionControlTest, AStepToTheSideMakesAnotherColumn) {
+  ShowScreen();
+  Steps({SelectStep::kDown, SelectStep::kLineEnd, SelectStep::kUp});
+  EXPECT_EQ(control.Text(), u"5行 word");
+}
+
 TEST_F(SelectionControlTest, KeysTakeTheArticleAlong) {
   ShowArticle(60);
   cursorRow = -1;
@@ -268,18 +251,6 @@ TEST_F(SelectionControlTest, KeysTakeTheArticleAlong) {
   for (int i = 0; i < 35; ++i)
     Step(SelectStep::kUp);
   EXPECT_EQ(picture.top, 5);
-}
-
-TEST_F(SelectionControlTest, WithoutTextNothingHappens) {
-  picture.isArticle = true;
-  Drag(0, 0, 10, 10);
-  for (const SelectStep step : {SelectStep::kDown, SelectStep::kLineEnd, SelectStep::kLeft})
-    Step(step);
-  control.SelectAll();
-  control.OnTextChanged();
-  control.Release();
-  EXPECT_FALSE(control.IsShown());
-  EXPECT_EQ(finishes, 0);
 }
 
 }  // namespace

@@ -46,6 +46,11 @@ TEST(SessionMessagesTest, TheSystemsTextAndTheUnsentBytesAreTold) {
   EXPECT_TRUE(DescribeSession(facts).title.contains(u"錄影"));
 }
 
+TEST(SessionMessagesTest, ALoginThatTheUserCancelledIsNotComplainedAbout) {
+  EXPECT_TRUE(DescribeBrokenLogin(Closed(EndReason::kCancelled)).title.isEmpty());
+  EXPECT_FALSE(DescribeBrokenLogin(Closed(EndReason::kClosedByPeer)).title.isEmpty());
+}
+
 TEST(SessionMessagesTest, AnOverlongAddressIsShortened) {
   SessionFacts facts = Closed(EndReason::kCancelled);
   facts.siteName = QString(5000, 'a');

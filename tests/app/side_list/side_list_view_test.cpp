@@ -57,15 +57,9 @@ class SideListViewTest : public WindowTest {
   }
   void Drag(const QPointF& from, const QPointF& to) {
     Click(from);
-    QMouseEvent move(QEvent::MouseMove, to, list->mapToGlobal(to), Qt::NoButton, Qt::LeftButton,
-                     Qt::NoModifier);
-    QCoreApplication::sendEvent(list, &move);
+    Click(to, QEvent::MouseMove);
   }
-  void LetGo(const QPointF& at) {
-    QMouseEvent release(QEvent::MouseButtonRelease, at, list->mapToGlobal(at), Qt::LeftButton, Qt::NoButton,
-                        Qt::NoModifier);
-    QCoreApplication::sendEvent(list, &release);
-  }
+  void LetGo(const QPointF& at) { Click(at, QEvent::MouseButtonRelease); }
   void Wheel(int eighths) {
     const QPointF at = list->Frame().List().center();
     QWheelEvent wheel(at, list->mapToGlobal(at), {}, QPoint(0, eighths), Qt::NoButton, Qt::NoModifier,
@@ -137,11 +131,6 @@ TEST_F(SideListViewTest, ABookmarkIsRemovedFromTheListAsAnotherProgramHasMadeIt)
   EXPECT_NE(text.find("1Xabcdef"), std::string::npos);
   EXPECT_EQ(text.find("1Xabcdeg"), std::string::npos);
   EXPECT_EQ(list->State().count, 2);
-  list->OnKey(kKeyDelete);
-  list->OnKey(kKeyDelete);
-  list->OnKey(kKeyDelete);
-  EXPECT_EQ(list->State().count, 0);
-  EXPECT_TRUE(doc->GetBookmarks().List(Kind::kBookmarks).children.empty());
 }
 
 TEST_F(SideListViewTest, AFolderThatHoldsSomethingIsRemovedAtTheSecondPressOnly) {
@@ -303,8 +292,8 @@ TEST_F(SideListViewTest, TheButtonsOfTheFrameActOnAClick) {
 
 TEST_F(SideListViewTest, EmptyListsAndAnyWindowAreDrawnAndTakeEveryKey) {
   StartMany(40);
-  for (const bool empty : {false, true}) {
-    for (const QSize size : {QSize(1, 1), QSize(3, 900), QSize(900, 3), QSize(640, 400), QSize(7680, 4320)}) {
+  for (const bool empty : {false, true})
+    for (const QSize size : {QSize(1, 1), QSize(3, 900), QSize(900, 3), QSize(7680, 4320)}) {
       list->Open(empty ? Kind::kHot : Kind::kBookmarks);
       list->Place({.area = QRect({0, 0}, size), .unit = size.height() / 24.0});
       EXPECT_LE(list->width(), size.width());
@@ -315,9 +304,6 @@ TEST_F(SideListViewTest, EmptyListsAndAnyWindowAreDrawnAndTakeEveryKey) {
       }
       EXPECT_EQ(list->State().count == 0, empty);
     }
-  }
-  list->OnKey(kKeyEnter);
-  EXPECT_EQ(list->Shown(), Kind::kHot);
 }
 
 }  // namespace

@@ -7,57 +7,52 @@ namespace quillet {
 namespace {
 
 using Answer = Dialogue::Answer;
-using DialogueTest = AutomationTest;
+class DialogueTest : public AutomationTest {
+ protected:
+  const Turn ask_{"", kClearScreen + BoardPrompt()};
+};
 
 TEST_F(DialogueTest, AKeyThatAMessageSwallowsIsRepeatedWhereTheBbsStillAsksForIt) {
-  const std::string asking = kClearScreen + BoardPrompt();
-  const Turn ask{"", asking}, swallowed{"\r", StarLine(23)}, dismissed{"\n", asking};
+  const Turn swallowed{"\r", StarLine(23)}, dismissed{"\n", ask_.page};
   const struct {
-    std::vector<Turn> turns;
+    Turns turns;
     Answer answer;
   } cases[] = {
-      {{ask, {"\r", MainMenu()}}, Answer::kAtOnce},
-      {{ask, swallowed, dismissed, {"\r", MainMenu()}}, Answer::kAfterMessage},
-      {{ask, swallowed, {"\n", StarLine(22)}, dismissed, {"\r", MainMenu()}}, Answer::kAfterMessage},
-      {{ask, {"\r", MainMenu() + StarLine(22)}, {"\n", MainMenu()}}, Answer::kAfterMessage},
+      {{ask_, {"\r", MainMenu()}}, Answer::kAtOnce},
+      {{ask_, swallowed, dismissed, {"\r", MainMenu()}}, Answer::kAfterMessage},
+      // Another message behind the first.
+      {{ask_, swallowed, {"\n", kClearScreen}, {"", StarLine(22)}, dismissed, {"\r", MainMenu()}},
+       Answer::kAfterMessage},
+      {{ask_, {"\r", MainMenu() + StarLine(22)}, {"\n", MainMenu()}}, Answer::kAfterMessage},
       // Another page than either: nothing more is pressed there.
-      {{ask, swallowed, {"\n", Message(u"別的事")}}, Answer::kNone},
-      {{ask, swallowed, dismissed, swallowed, dismissed, swallowed, dismissed}, Answer::kNone},
-      {{ask, {"\r", ""}}, Answer::kNone},
+      {{ask_, swallowed, {"\n", Message(u"別的事")}}, Answer::kNone},
+      {{ask_, swallowed, dismissed, swallowed, dismissed, swallowed, dismissed}, Answer::kNone},
+      {{ask_, {"\r", ""}}, Answer::kNone},
   };
-  const PageTests& pages = classifier_.Pages();
-  for (const auto& each : cases) {
-    const auto isAsking = [&](const ScreenSnapshot& screen) { return pages.IsInputField(screen); };
-    const auto isMenu = [&](const ScreenSnapshot& screen) { return pages.IsListCursor(screen); };
-    EXPECT_EQ(Follow(
-                  each.turns,
-                  [&](ScreenWaits& waits) {
-                    waits.WaitUntil(isAsking);
-                    return Dialogue(waits, Dialogue::Limits{std::chrono::milliseconds(250), 3})
-                        .Press("\r", isMenu, isAsking);
-                  },
-                  20),
-              each.answer)
-        << &each - cases;
-  }
+  const auto isAsking = [&](const ScreenSnapshot& screen) { return pages_.IsInputField(screen); };
+  const auto isMenu = [&](const ScreenSnapshot& screen) { return pages_.IsListCursor(screen); };
+  const auto press = [&](ScreenWaits& waits) {
+    waits.WaitUntil(isAsking);
+    return Dialogue(waits, Dialogue::Limits{std::chrono::milliseconds(250), 3}).Press("\r", isMenu, isAsking);
+  };
+  for (const auto& each : cases)
+    EXPECT_EQ(Follow(each.turns, press, 20), each.answer) << &each - cases;
 }
 
-TEST_F(DialogueTest, ABoardIsEnteredFromThePromptWhateverComesBefore) {
-  const Turn prompt{"", BoardPrompt()};
-  const std::vector<Turn> ways[] = {
-      {prompt, {"\r", ArticleList()}},
+TEST_F(DialogueTest, ABoardIsEnteredWhateverComesBefore) {
+  const Turns ways[] = {
+      {ask_, {"\r", ArticleList()}},
       // The greeting of a board, and then the list.
-      {prompt, {"\r", kClearScreen + Banner()}, {"\x03", ArticleList()}},
+      {ask_, {"\r", kClearScreen + Banner()}, {"\x03", ArticleList()}},
       // In the board list the name only selects.
-      {{"", BoardList()}, prompt, {"\r", BoardList()}, {"\r\x03", ArticleList()}},
-      {prompt, {"\r", StarLine(22)}, {"\n", kClearScreen + BoardPrompt()}, {"\r", ArticleList()}},
+      {{"", BoardList()}, ask_, {"\r", BoardList()}, {"\r\x03", ArticleList()}},
+      {ask_, {"\r", StarLine(22)}, {"\n", ask_.page}, {"\r", ArticleList()}},
+      {{"", BoardList()}, {"\r\x03", ArticleList()}},
   };
-  for (const auto& turns : ways)
-    EXPECT_TRUE(
-        Follow(turns, [](ScreenWaits& waits) { return EnterBoardFromPrompt(waits, BoardName::kAtPrompt); }));
-  EXPECT_TRUE(Follow({{"", MainMenu()}, {"\r\x03", ArticleList()}}, [](ScreenWaits& waits) {
-    return EnterBoardFromPrompt(waits, BoardName::kAlreadyEntered);
-  }));
+  for (const auto& turns : ways) {
+    const auto name = &turns == std::end(ways) - 1 ? BoardName::kAlreadyEntered : BoardName::kAtPrompt;
+    EXPECT_TRUE(Follow(turns, [&](ScreenWaits& waits) { return EnterBoardFromPrompt(waits, name); }));
+  }
 }
 
 }  // namespace

@@ -8,22 +8,21 @@ namespace {
 
 class PageWalkTest : public AutomationTest {
  protected:
-  PageWalk::Step Walk(const std::vector<Turn>& turns) {
+  PageWalk::Step Walk(const Turns& turns) {
+    constexpr std::chrono::milliseconds kReaction{300};
     return Follow(
-        turns, [](ScreenWaits& waits) { return PageWalk(waits, std::chrono::milliseconds(300)).ReachList(); },
-        20);
+        turns, [&](ScreenWaits& waits) { return PageWalk(waits, kReaction).ReachList(); }, 20);
   }
 };
 
 TEST_F(PageWalkTest, EachPageIsLeftByItsKey) {
-  const std::string playing = At(23, 0, u" >>> 動畫播放中... 可按 q, Ctrl-C 或其它任意鍵停止 ");
   const struct {
     std::string page, key;
   } cases[] = {
       {Reader(), "q"},
       {DisputedNotice(), "q"},
       {kClearScreen + At(23, 0, u" ★ 這份文件是可播放的文字動畫，要開始播放嗎？ [Y/n]"), "q"},
-      {kClearScreen + playing, "\n"},
+      {kClearScreen + At(23, 0, u" >>> 動畫播放中... 可按 q, Ctrl-C 或其它任意鍵停止 "), "\n"},
       {kClearScreen + Banner(), "\n"},
       {ArticleList() + ArticleBox(u"1aBc-_42"), "\n"},
       {ArticleList() + Message(u"文章沒有送出"), "\n"},
@@ -36,36 +35,30 @@ TEST_F(PageWalkTest, EachPageIsLeftByItsKey) {
             PageWalk::Step::kDone);
 }
 
-TEST_F(PageWalkTest, NothingIsTypedWhereTheUserTypes) {
+TEST_F(PageWalkTest, NothingIsTypedWhereTheUserTypesOrNothingIsKnown) {
   const std::string pages[] = {
       At(0, 0, u"檔案處理：[S]儲存 (A)放棄 (E)繼續編輯? [S] ") + FieldAt(0, 46),
-      kClearScreen + At(23, 0, u" 編輯文章") + At(3, 1),
-      Reader() + Bottom(u"推 me: ") + FieldAt(23, 7),
-      Reader() + At(22, 0, u"[搜尋]關鍵字:") + FieldAt(22, 13),
-      kClearScreen + At(5, 0, u"沒有人知道的畫面") + At(9, 40),
-      // The list over the old status line, which is replaced last.
-      Reader() + At(0, 0, u"【板主:someone】") + At(3, 0, u"●") + At(4, 0),
+      Editor(),
+      Reader() + Bottom(u"推 me: ") + At(23, 79),
+      Reader() + HalfDrawnList(),
   };
   for (const std::string& page : pages)
     EXPECT_EQ(Walk({{"", page}}), PageWalk::Step::kBusy) << &page - pages;
-  EXPECT_EQ(FollowUntil(
-                {{"", pages[4]}}, [](ScreenWaits& waits) { return PageWalk(waits).ReachList(); },
-                [this] { cancelled_ = true; }),
-            PageWalk::Step::kEnded);
+  const auto walk = [](ScreenWaits& waits) { return PageWalk(waits).ReachList(); };
+  EXPECT_EQ(FollowUntil({{"", pages[3]}}, walk, [this] { End(Ending::kCancelled); }), PageWalk::Step::kEnded);
 }
 
 TEST_F(PageWalkTest, FromWhereverTheUserIsGoodbyeIsSaid) {
   const std::string question = At(22, 0, u"您確定要離開【 奧拉拉文藝坊 】嗎(Y/N)？[N] ") + FieldAt(22, 48);
-  const auto logOut = [](ScreenWaits& waits) { return LogOut(waits); };
   EXPECT_EQ(Follow({{"", kClearScreen + Message(u"文章沒有送出")},
                     {"\n", ArticleList()},
                     {kLeft, BoardList()},
                     {kLeft, MainMenu()},
                     {"g\r", question},
                     {"y\r", kClearScreen + At(5, 0, u"下次再見")}},
-                   logOut),
+                   LogOut),
             LogOutResult::kSaidGoodbye);
-  EXPECT_EQ(Follow({{"", BoardPrompt()}}, logOut), LogOutResult::kNoWay);
+  EXPECT_EQ(Follow({{"", BoardPrompt()}}, LogOut), LogOutResult::kNoWay);
 }
 
 }  // namespace

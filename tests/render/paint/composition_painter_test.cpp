@@ -161,10 +161,6 @@ TEST_F(CompositionPainterTest, WrongAttributesAndBrokenTextDoNoHarm) {
   for (const CellSize cell : {CellSize{12, 1}, CellSize{12, 30}, CellSize{40, 20}})
     EXPECT_FALSE(Draw(wild, cell).isNull());
   EXPECT_TRUE(Draw(wild, {12, 0}).isNull()) << "a window without height";
-  const Composition vast = Read(QString(100000, u'中'));
-  EXPECT_EQ(
-      painter.Draw({vast, FitComposition(LayOut(vast).total, 200000, 3, {0, 80}), {12, 14}, {}}).width(),
-      80 * 6);
 }
 
 }  // namespace

@@ -122,23 +122,5 @@ TEST_F(FrameBackdropTest, OnlyTheMovingPictureFollowsTheText) {
   }
 }
 
-TEST_F(FrameBackdropTest, AnyPictureInAnyWindow) {
-  for (const QSize picture : {QSize(1, 1), QSize(1, 5000), QSize(20000, 2), QSize(640, 480)})
-    for (const QSize window : {QSize(1, 1), QSize(2000, 3), QSize(3, 2000), QSize(700, 500)})
-      for (const BackdropStyle style :
-           {BackdropStyle::kStretch, BackdropStyle::kCrop, BackdropStyle::kMovingCrop}) {
-        QImage image(picture, QImage::Format_ARGB32);
-        image.fill(0xFF204060);
-        painter_.SetBackdrop({image, style, 100});
-        painter_.Resize(window.width(), window.height());
-        for (const double progress : {0.0, 0.37, 1.0, -4.0, 7.5}) {
-          frame_.progress = progress;
-          painter_.Update(frame_);
-          ASSERT_EQ(Pixel({0, 0}), 0x204060u);
-          ASSERT_EQ(Pixel({window.width() - 1, window.height() - 1}), 0x204060u);
-        }
-      }
-}
-
 }  // namespace
 }  // namespace quillet

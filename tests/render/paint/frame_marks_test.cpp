@@ -127,44 +127,48 @@ TEST_F(FrameMarksTest, GroundOfPushLinesSpansTheWindowWhateverTheSizeOfTheirCell
   }
 }
 
-TEST_F(FrameMarksTest, AgesCanBeReadUnderTheBarWhichThenReachesToTheWindowsEdge) {
-  for (const PaletteKind kind : {PaletteKind::kNormal, PaletteKind::kDark})
-    for (const std::uint8_t back : {std::uint8_t{16}, std::uint8_t{24}}) {
-      Use(kind);
-      for (PageCell& cell : frame_.page[5].cells)
-        cell = {' ', 7, back, CS_BAR};
-      frame_.page[5].age = u"5分鐘前";
-      painter_.Update(frame_);
-      const QRgb bar = Pixel(painter_.CellRect(5, 3).left(), painter_.CellRect(5, 3).top());
-      EXPECT_NE(bar, (*palette_)[back]);
-      EXPECT_EQ(Pixel(kWindow.width() - 1, painter_.CellRect(5, 3).top()), bar);
-      EXPECT_GE(BestContrast(RowFrom(5, 78), bar), kReadableContrast);
-    }
-}
-
-TEST_F(FrameMarksTest, AgesStandBesideTheTextAndKeepAwayFromTheRightEdge) {
+// A row with an age, one with an age under the bar, one with a tag over blocks, and letters to compare with.
+TEST_F(FrameMarksTest, AgesAndTagsCanBeReadInEveryPalette) {
+  ScreenBuilder builder;
+  builder.Put(7, 0, u"前", kAttrBlank);
+  for (int col = 0; col < 80; col += 2)
+    builder.Put(4, col, u"█", 2 | kAttrBold);
   for (const PaletteKind kind : {PaletteKind::kNormal, PaletteKind::kDark, PaletteKind::kDisguise}) {
+    SCOPED_TRACE(static_cast<int>(kind));
     Use(kind);
-    ScreenBuilder builder;
-    builder.Put(7, 0, u"前", kAttrBlank);
     frame_.page = PlainPage(builder.screen);
-    for (const std::u16string age : {u"5分鐘前", u"1個半小時前", u"快23小時前"})
-      for (const int inset : {0, 14}) {
-        frame_.page[5].age = age;
-        frame_.rightInset = inset;
-        painter_.Update(frame_);
-        const QRect ink = InkIn(RowFrom(5, -1));
-        ASSERT_FALSE(ink.isEmpty());
-        EXPECT_GE(ink.left(), painter_.CellRect(5, 78).left() + painter_.CellRect(5, 78).width() / 2);
-        EXPECT_GE(ink.height(), 0.6 * InkIn(RowFrom(7, -1)).height());
-        EXPECT_LT(ink.right(), kWindow.width() - inset);
-        EXPECT_TRUE(RowFrom(5, 78).contains(ink));
-        // Seven tenths of the palette's colour where a stroke covers a pixel.
-        const double best = BestContrast(ink, (*palette_)[16]);
-        const std::uint32_t full = MixColours((*palette_)[16], (*palette_)[14], 179);
-        EXPECT_GE(best, kReadableContrast);
-        EXPECT_LE(best, Contrast(full, (*palette_)[16]) + 0.2);
-      }
+    frame_.page[5].age = u"1個半小時前";
+    for (PageCell& cell : frame_.page[6].cells)
+      cell = {' ', 7, 24, CS_BAR};
+    frame_.page[6].age = u"快23小時前";
+    frame_.page[4].tag = u"愛吵架";
+    frame_.page[4].tagCol = 11;
+    frame_.rightInset = 14;
+    painter_.Update(frame_);
+
+    const QRect age = InkIn(RowFrom(5, -1));
+    EXPECT_GE(age.left(), painter_.CellRect(5, 78).left() + painter_.CellRect(5, 78).width() / 2);
+    EXPECT_GE(age.height(), 0.6 * InkIn(RowFrom(7, -1)).height());
+    EXPECT_LT(age.right(), kWindow.width() - 14);
+    const double best = BestContrast(age, (*palette_)[16]);
+    EXPECT_GE(best, kReadableContrast);
+    // Seven tenths of the palette's colour where a stroke covers a pixel.
+    EXPECT_LE(best, Contrast(MixColours((*palette_)[16], (*palette_)[14], 179), (*palette_)[16]) + 0.2);
+
+    const QRgb bar = Pixel(painter_.CellRect(6, 3).left(), painter_.CellRect(6, 3).top());
+    EXPECT_NE(bar, (*palette_)[24]);
+    EXPECT_EQ(Pixel(kWindow.width() - 1, painter_.CellRect(6, 3).top()), bar) << "to the window's edge";
+    EXPECT_GE(BestContrast(RowFrom(6, 78), bar), kReadableContrast);
+
+    const QRect from = RowFrom(4, 11);
+    const QRgb ground = Pixel(from.left() + 2, from.center().y());
+    EXPECT_NE(ground, (*palette_)[10]);
+    EXPECT_NE(ground, (*palette_)[16]);
+    // Three characters and no more; nothing shines through.
+    const QRect tag(from.left() + 2, from.top(), 3 * 18, from.height());
+    EXPECT_EQ(ColoursIn(tag).count((*palette_)[10]), kind == PaletteKind::kDisguise ? 1u : 0u);
+    EXPECT_EQ(Pixel(painter_.CellRect(4, 30).left(), from.center().y()), (*palette_)[10]);
+    EXPECT_GE(BestContrast(tag, ground), kReadableContrast);
   }
 }
 
@@ -194,29 +198,6 @@ TEST_F(FrameMarksTest, AgesThatWouldBeTooSmallToReadAreLeftOut) {
   painter_.Resize(500, 300);
   painter_.Update(frame_);
   EXPECT_TRUE(InkIn({0, painter_.CellRect(5, 0).top(), 500, painter_.CurrentLayout().rowHeight}).isEmpty());
-}
-
-TEST_F(FrameMarksTest, TagsCoverWhatIsBelowAndCanBeRead) {
-  ScreenBuilder builder;
-  for (int col = 0; col < 80; col += 2)
-    builder.Put(4, col, u"█", 2 | kAttrBold);
-  for (const PaletteKind kind : {PaletteKind::kNormal, PaletteKind::kDark, PaletteKind::kDisguise}) {
-    Use(kind);
-    frame_.page = PlainPage(builder.screen);
-    frame_.page[4].tag = u"愛吵架";
-    frame_.page[4].tagCol = 11;
-    painter_.Update(frame_);
-    const QRect from = RowFrom(4, 11);
-    const int middle = from.center().y();
-    const QRgb ground = Pixel(from.left() + 2, middle);
-    EXPECT_NE(ground, (*palette_)[10]);
-    EXPECT_NE(ground, (*palette_)[16]);
-    // Three characters and no more; nothing shines through.
-    const QRect tag(from.left() + 2, from.top(), 3 * 18, from.height());
-    EXPECT_EQ(ColoursIn(tag).count((*palette_)[10]), kind == PaletteKind::kDisguise ? 1u : 0u);
-    EXPECT_EQ(Pixel(painter_.CellRect(4, 30).left(), middle), (*palette_)[10]);
-    EXPECT_GE(BestContrast(tag, ground), kReadableContrast);
-  }
 }
 
 TEST_F(FrameMarksTest, TagsLeaveNoHalfOfACharacterOrAnAge) {

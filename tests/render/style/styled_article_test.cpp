@@ -1,8 +1,8 @@
 #include "render/style/styled_article.h"
 
 #include <algorithm>
+#include <functional>
 #include <gtest/gtest.h>
-#include <random>
 
 #include "render/style/styled_screen.h"
 #include "tests/render/style/styling.h"
@@ -169,41 +169,29 @@ TEST_F(StyledArticleTest, ControlCodesAreTheAuthorsColoursOnly) {
 
 // What grows and changes line by line ends as what is read at once.
 TEST_F(StyledArticleTest, FollowingStepByStepEndsWhereReadingAtOnceDoes) {
-  std::minstd_rand random(11);
-  const auto below = [&](std::size_t limit) { return static_cast<std::size_t>(random() >> 8) % limit; };
-  const auto line = [&] {
-    constexpr std::u16string_view kIds[] = {u"miko", u"troll", u"kagami"};
-    constexpr std::u16string_view kStamps[] = {u"11/06 10:00", u"01/02 08:00", u"12/31 23:59", u"02/29 01:00",
-                                               u"13/13 13:13"};
-    if (below(5) == 0) return Plain(u"※ 發信站: 奧拉拉文藝坊(host)", 2);
-    if (below(4) == 0) return Plain(u"彩色的字", static_cast<std::uint8_t>(below(256)));
-    return Push(kIds[below(3)], u"月", kStamps[below(5)]);
-  };
+  const ArticleLine origin = Plain(u"※ 發信站: 奧拉拉文藝坊(host)", 2);
   wishes_.settings.blackPush = PushTreatment::kRemove;
   postTime_ = Local(2020, 5, 5);
-  Text text = ArticleOf(Text(60, Plain(u"底")));
-  for (int round = 0; round < 300; ++round) {
-    switch (below(6)) {
-      case 0:  // one line reads differently
-        text[4 + below(text.size() - 4)] = line();
-        break;
-      case 1:  // one has other colours
-        text[4 + below(text.size() - 4)].attr.fill(static_cast<std::uint8_t>(below(256)));
-        break;
-      case 2:
-        if (text.size() > 60) text.resize(text.size() - below(3));
-        break;
-      case 3:
-        wishes_.names.Clear();
-        if (below(2) == 0) wishes_.Note(u"troll", ListKind::kBlack);
-        break;
-      case 4:
-        if (below(8) == 0) postTime_ = below(2) == 0 ? 0 : Local(2018 + static_cast<int>(below(8)), 5, 5);
-        break;
-      default:
-        for (std::size_t more = below(3); more > 0; --more)
-          text.push_back(line());
-    }
+  Text text = ArticleOf({Plain(u"底"), origin, Push(u"miko", u"月", u"12/31 23:59"), Push(u"troll")});
+  const std::function<void()> steps[] = {
+      [] {},
+      [&] { text.insert(text.end(), 40, Push(u"miko", u"月", u"01/02 08:00")); },
+      [&] { text[30] = Plain(u"彩色的字", 0x0C); },
+      [&] { text[6] = Push(u"kagami", u"月", u"02/29 01:00"); },
+      [&] { wishes_.Note(u"miko", ListKind::kBlack); },
+      [&] { text.push_back(Push(u"troll", u"月", u"13/13 13:13")); },
+      [&] { text.resize(text.size() - 3); },
+      [&] { text[40] = origin; },
+      [&] { postTime_ = 0; },
+      [&] { postTime_ = Local(2018, 5, 5); },
+      [&] { wishes_.names.Clear(); },
+      [&] {
+        lines_.Clear();
+        text = ArticleOf({});
+        text[0] = text[1];
+      }};
+  for (const auto& step : steps) {
+    step();
     Take(text);
     Follow();
     StyledArticle fresh(facts_);
@@ -211,9 +199,8 @@ TEST_F(StyledArticleTest, FollowingStepByStepEndsWhereReadingAtOnceDoes) {
     ASSERT_EQ(article_.Count(), fresh.Count());
     ASSERT_EQ(article_.FirstPush(), fresh.FirstPush());
     ASSERT_EQ(article_.HasControlCodes(), fresh.HasControlCodes());
-    const StyleRules rules = wishes_.Rules();
     for (int index = 0; index < fresh.Count(); ++index)
-      ASSERT_EQ(article_.Row(lines_, index, rules), fresh.Row(lines_, index, rules)) << round << " " << index;
+      ASSERT_EQ(Row(index), fresh.Row(lines_, index, wishes_.Rules())) << &step - steps << " " << index;
   }
 }
 

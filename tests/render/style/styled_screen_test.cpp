@@ -2,10 +2,8 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <random>
 
 #include "bbs/push_over_reader.h"
-#include "render/row_cells.h"
 #include "render/style_colours.h"
 #include "settings/setting_table.h"
 #include "settings/text_lines.h"
@@ -440,106 +438,6 @@ TEST_F(StyledListTest, BarLiesOverTheRowWithTheListsCursor) {
   EXPECT_EQ(bars(message), none);
   wishes_.settings.showHighlight = false;
   EXPECT_EQ(bars(AsList(builder_, 20)), none);
-}
-
-// ---- Any bytes.
-
-class Hostile {
- public:
-  explicit Hostile(unsigned seed) : random_(seed) {}
-  int Below(int limit) { return static_cast<int>(random_() >> 8) % limit; }
-
-  std::u16string_view Id() {
-    constexpr std::u16string_view kIds[] = {u"kagami", u"troll", u"a", u"miko0123456", u"", u"鏡"};
-    return kIds[Below(6)];
-  }
-  ScreenSnapshot Screen() {
-    ScreenBuilder builder;
-    for (int row = 0; row < kRows; ++row) {
-      if (Below(3) == 0) PutPush(builder, row, Below(2) == 0 ? u"→" : u"推", Id(), u"壞話moon鏡子");
-      if (Below(3) == 0) PutListLine(builder, row, u" ~m+-"[Below(5)], Id(), u"□ moon鏡子");
-      const int noise = Below(2) == 0 ? Below(kCols) : 0;
-      for (int i = 0; i < noise; ++i) {
-        const auto at = static_cast<std::size_t>(Below(kRowStride));
-        builder.screen.text[static_cast<std::size_t>(row)][at] = static_cast<std::uint8_t>(Below(256));
-        builder.screen.attr[static_cast<std::size_t>(row)][at] = static_cast<std::uint8_t>(Below(256));
-      }
-    }
-    builder.screen.pageFlags = static_cast<std::uint32_t>(Below(0x80000));
-    if (Below(2) == 0)
-      builder.screen.pageFlags = Below(2) == 0 ? PF_READING : PF_ARTICLE_LIST | PF_LIST_CURSOR;
-    builder.screen.cursorRow = Below(256) - 128;
-    if (Below(2) == 0) builder.screen.cursorRow = Below(kRows);
-    builder.screen.cursorCol = Below(kCols + 2);
-    return builder.screen;
-  }
-  Wishes Some() {
-    Wishes wishes;
-    Settings& settings = wishes.settings;
-    for (bool* flag : {&settings.work, &settings.mergePush, &settings.grayBackgroundPush,
-                       &settings.lighterPushLine, &settings.colorMyId, &settings.darkerReadArticle,
-                       &settings.hideCharShowStar, &settings.showHighlight})
-      *flag = Below(2) == 0;
-    for (PushTreatment* level : {&settings.blackPush, &settings.superBlackPush})
-      *level = static_cast<PushTreatment>(std::clamp(Below(9) - 2, 0, 4));
-    for (TitleTreatment* level : {&settings.blackTitle, &settings.superBlackTitle})
-      *level = static_cast<TitleTreatment>(std::clamp(Below(9) - 2, 0, 2));
-    for (int i = Below(6); i > 0; --i)
-      wishes.Note(Id(), static_cast<ListKind>(Below(4)), Id(), static_cast<std::uint8_t>(Below(256)),
-                  Below(2) == 0);
-    if (Below(2) == 0) wishes.keywords = {u"鏡", u"oon"};
-    if (Below(4) == 0) wishes.titleWords = {u"Moon"};
-    wishes.myId = Id();
-    wishes.reveal = static_cast<Reveal>(Below(3));
-    if (Below(8) == 0) wishes.now = 0;
-    return wishes;
-  }
-
- private:
-  std::minstd_rand random_;
-};
-
-TEST_F(StyledScreenTest, AnyBytesKeepTheirCharactersWhereTheyAreNotHidden) {
-  Hostile hostile(5);
-  int hidden = 0;
-  int removed = 0;
-  for (int round = 0; round < 3000; ++round) {
-    const ScreenSnapshot screen = hostile.Screen();
-    wishes_ = hostile.Some();
-    const StyledScreen dressed =
-        Dress(screen, hostile.Below(3) == 0 ? 0 : wishes_.now - hostile.Below(1 << 30));
-    int last = -1;
-    for (std::size_t row = 0; row < kRows; ++row) {
-      const PageRow& shown = dressed.page[row];
-      const int origin = dressed.rowOf[row];
-      if (origin < 0) {
-        EXPECT_EQ(shown, PageRow());
-        ++removed;
-        continue;
-      }
-      EXPECT_GT(origin, last);
-      last = origin;
-      const auto from = static_cast<std::size_t>(origin);
-      const RowCells before = DecodeRow(PlainRow(screen.text[from], screen.attr[from]).cells, Charset());
-      const RowCells after = DecodeRow(shown.cells, Charset());
-      for (std::size_t col = 0; col < kCols; ++col) {
-        EXPECT_LT(shown.cells[col].fore, 48);
-        EXPECT_LT(shown.cells[col].back, 48);
-        if (after[col] == before[col]) continue;
-        // Hidden: the same room, or blank.
-        ++hidden;
-        const bool star = after[col].unit == u'＊' || after[col].unit == u'*';
-        EXPECT_TRUE(star ? after[col].part == before[col].part : after[col].unit == u' ')
-            << "row " << row << " column " << col;
-      }
-      EXPECT_LT(shown.tagCol, kCols);
-      EXPECT_NE(after[shown.tagCol].part, CellPart::kTrail);
-    }
-    EXPECT_EQ(last, kRows - 1);
-  }
-  // The rounds reach what they are about.
-  EXPECT_GT(hidden, 1000);
-  EXPECT_GT(removed, 100);
 }
 
 }  // namespace

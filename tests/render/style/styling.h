@@ -6,13 +6,10 @@
 #include <string_view>
 #include <vector>
 
-#include "bbs/screen_classifier.h"
 #include "render/page_row.h"
 #include "render/style/style_rules.h"
 #include "render/style/styled_screen.h"
-#include "tests/support/article_pages.h"
-#include "tests/support/screen_builder.h"
-#include "tests/support/understanding.h"
+#include "tests/support/pages.h"
 
 namespace quillet {
 
@@ -64,11 +61,6 @@ inline void PutPush(ScreenBuilder& builder, int row, std::u16string_view mark, s
   builder.Fill(row, colon, 50, kPushWordsAttr).Put(row, colon, u": ", kPushWordsAttr);
   builder.Put(row, colon + 2, words, kPushWordsAttr);
   builder.Put(row, 78 - static_cast<int>(tail.size()), tail);
-}
-
-inline ScreenSnapshot Classified(ScreenSnapshot screen) {
-  ClassifyScreen(PageTests(), screen, ScreenReason::kUpdated);
-  return screen;
 }
 
 // As the view has it styled.
