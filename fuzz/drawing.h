@@ -41,7 +41,7 @@ class Drawing {
   Drawing() {
     screen.Clear();
     screen.curAttr = kAttrBlank;
-    screen.sessionState = 2;
+    screen.sessionState = SessionState::kConnected;
     screen.isBbsSite = 1;
   }
   bool Draw(Input& input) {

@@ -12,7 +12,7 @@ namespace quillet {
 
 inline ScreenSnapshot Classified(ScreenSnapshot screen) {
   static const PageTests tests;
-  screen.sessionState = 2;
+  screen.sessionState = SessionState::kConnected;
   screen.isBbsSite = 1;
   ClassifyScreen(tests, screen, ScreenReason::kUpdated);
   return screen;
