@@ -117,7 +117,7 @@ TEST_F(PushOnTest, ATextIsCutAsItIsTypedPushedAndShownInTheArticle) {
 TEST_F(PushOnTest, TheNewLinesComeIntoSight) {
   OpenWhole(talkative);
   const int before = Last();
-  View().PerformArticleCommand(ArticleCommand::kPushOn);
+  View().Commands().Run(Command::kPushOn);
   PushOnDlg* const dialog = View().Push().Dialog();
   ASSERT_NE(dialog, nullptr);
   Find<QPlainTextEdit>(*dialog, "text").setPlainText(u"一\n二"_qs);

@@ -164,7 +164,7 @@ TEST_F(HandsTest, HtmlHasThePushLinesAsThePictureShowsThem) {
   const Spot push = Find(u"好");
   ASSERT_GE(push.row, 0);
   Drag(At(push.row, 0), At(push.row + 1, 0));
-  View().Edit(EditCommand::kCopyHtml);
+  View().Commands().Run(Command::kCopyHtml);
   const QString html = QGuiApplication::clipboard()->mimeData()->html();
   const Palette& palette = PaletteOf(PaletteKind::kNormal);
   const PageCell& cell =
@@ -187,7 +187,7 @@ TEST_F(HandsTest, HiddenPushesAreNeitherCopiedNorFollowed) {
   const Spot link = Find(kSecretLink);
   ASSERT_GE(link.row, 0);
   const auto copied = [&] {
-    View().Edit(EditCommand::kSelectAll);
+    View().Commands().Run(Command::kSelectAll);
     return Copied();
   };
   const std::u16string all = copied();
@@ -308,7 +308,7 @@ TEST_F(HandsTest, CopiedColoursArePostedAndShowAgain) {
   ASSERT_GE(spot.row, 0) << ScreenAsUtf8();
   const auto copied = [&] {
     Drag(At(spot.row, spot.col), At(spot.row, spot.col + 15.0));
-    View().Edit(EditCommand::kCopyAnsi);
+    View().Commands().Run(Command::kCopyAnsi);
     return Clipboard();
   };
   EXPECT_EQ(copied(), u"一\x1B[1;33m黃 on \x1B[44mblue\x1B[m色");
