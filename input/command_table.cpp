@@ -139,6 +139,8 @@ constexpr std::array<CommandRow, kCommands> kTable{{
      .picture = 319},
     {.command = Command::kAskName, .menu = CommandMenu::kSettings, .text = u"加入名單…(&B)",
      .keys = {Both('Y')}},
+    {.command = Command::kKeys, .menu = CommandMenu::kHelp, .text = u"按鍵一覽(&K)",
+     .keys = {Control(kKeyF1)}},
     {.command = Command::kAbout, .menu = CommandMenu::kHelp, .text = u"關於 Quillet(&A)",
      .keys = {Plain(kKeyF1)}, .holder = KeyHolder::kTerminal},
 

@@ -92,12 +92,15 @@ std::u16string TextOf(const MenuEntry& entry, const CommandState& state, const C
   return text;
 }
 
-std::u16string NameOf(Command command, const CommandState& state) {
-  const CommandRow& row = RowOf(command);
-  std::u16string_view text = row.caption.other.text.empty() ? row.text : CaptionOf(command, state);
+std::u16string WithoutLetter(std::u16string_view text) {
   text = text.substr(0, text.rfind(u"(&"));
   if (text.ends_with(u'…')) text.remove_suffix(1);
   return std::u16string(text);
+}
+
+std::u16string NameOf(Command command, const CommandState& state) {
+  const CommandRow& row = RowOf(command);
+  return WithoutLetter(row.caption.other.text.empty() ? row.text : CaptionOf(command, state));
 }
 
 std::u16string NameOf(const KeyChord& chord) {

@@ -60,6 +60,7 @@ enum class Command : std::uint8_t {
   kCompactLists,
   kOptions,
   kAskName,  // asks for an id, and what to note about it
+  kKeys,     // shows which key gives which command
   kAbout,
   kOpenLink,  // these four: of what lies under the pointer
   kCopyLink,
@@ -226,7 +227,9 @@ std::u16string_view TitleOf(CommandMenu menu);
 std::vector<MenuEntry> EntriesOf(CommandMenu menu);
 bool IsShown(const MenuEntry& entry, const CommandState& state);
 std::u16string TextOf(const MenuEntry& entry, const CommandState& state, const CommandWords& words);
-// Without the letter and the dots of a menu.
+// A menu's text without its letter and dots.
+std::u16string WithoutLetter(std::u16string_view text);
+// The command's, for where there is no menu.
 std::u16string NameOf(Command command, const CommandState& state);
 // "Ctrl+Shift+O", as toolkits write and read it; empty for no key.
 std::u16string NameOf(const KeyChord& chord);

@@ -13,6 +13,7 @@
 #include "app/dialogs/connect_dialog.h"
 #include "app/dialogs/id_dialog.h"
 #include "app/dialogs/jump_dialog.h"
+#include "app/dialogs/keys_dialog.h"
 #include "app/dialogs/site_choice.h"
 #include "app/messages/window_title.h"
 #include "app/window/window_icon.h"
@@ -210,6 +211,12 @@ void CMainFrame::ApplyTopmost() {
   // without the keyboard.
   overrideWindowFlags(windowFlags().setFlag(Qt::WindowStaysOnTopHint, on));
   if (windowHandle() != nullptr) windowHandle()->setFlag(Qt::WindowStaysOnTopHint, on);
+}
+
+void CMainFrame::ShowKeys() {
+  KeysDlg dialog(MakeHelp(view_->Commands().State(), view_->WordsForCommands({})), this);
+  dialog.exec();
+  activateWindow();
 }
 
 void CMainFrame::ShowAbout() {

@@ -61,6 +61,7 @@ class CMainFrame : public QMainWindow {
   void OnSettingsChanged();
   void ApplyTopmost();
   void ToggleWorkMode();
+  void ShowKeys();
   void ShowAbout();
 
   CQuillDoc& doc_;

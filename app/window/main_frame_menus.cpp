@@ -31,6 +31,7 @@ void CMainFrame::OfferCommands() {
   runner.On(Command::kAskName, [this] { AskForName(); });
   runner.On(Command::kNoteName,
             [this](const CommandTarget& target) { AddToNames(QString::fromStdU16String(target.id)); });
+  runner.On(Command::kKeys, [this] { ShowKeys(); });
   runner.On(Command::kAbout, [this] { ShowAbout(); });
 }
 

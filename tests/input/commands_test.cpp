@@ -5,6 +5,7 @@
 #include <set>
 
 #include "core/key_sequence.h"
+#include "input/command_help.h"
 #include "input/page_commands.h"
 
 namespace quillet {
@@ -59,11 +60,12 @@ TEST(CommandsTest, WhatCannotActIsRefusedAndSaysWhy) {
   EXPECT_FALSE(IsEnabled(Command::kSearchFirst, {.holds = {kSelection, kSecondEngine}}));
 }
 
-TEST(CommandsTest, NoKeyAndNoLetterOfAMenuIsGivenTwice) {
+TEST(CommandsTest, EachHasWordsAndNoKeyOrLetterOfAMenuIsGivenTwice) {
   std::set<std::pair<int, Modifier>> keys;
   std::set<char16_t> articleKeys;
   std::map<CommandMenu, std::set<char16_t>> letters;
   for (const CommandRow& row : AllCommands()) {
+    EXPECT_FALSE(NameOf(row.command, {}).empty()) << static_cast<int>(row.command);
     for (const KeyChord& chord : row.keys) {
       const bool isNew = chord.virtualKey == 0 || keys.emplace(chord.virtualKey, chord.modifier).second;
       EXPECT_TRUE(isNew) << static_cast<int>(row.command);
@@ -110,6 +112,23 @@ TEST(CommandsTest, TipsNameThePlainKeyOfThePage) {
   EXPECT_EQ(NameOf(KeyChord{kKeyInsert, Modifier::kShift}), u"Shift+Ins");
   EXPECT_EQ(NameOf(RowOf(Command::kReveal).keys.front()), u"Ctrl+Tab");
   EXPECT_EQ(NameOf(RowOf(Command::kFullScreen).keys.front()), u"F11");
+}
+
+TEST(CommandsTest, TheHelpPageHasEveryKey) {
+  std::u16string all;
+  for (const HelpGroup& group : MakeHelp({.holds = {kFirstEngine}}, {.firstEngine = u"find.example"})) {
+    all += group.title + u'\n';
+    for (const HelpLine& line : group.lines)
+      all += line.name + u'=' + line.keys + u' ' + line.alone + u'\n';
+  }
+  EXPECT_TRUE(all.starts_with(u"連線\n登入=Ctrl+Shift+L \n")) << "without dots and letters";
+  EXPECT_NE(all.find(u"\n複製=Ctrl+Shift+C、Ctrl+Ins \n"), all.npos);
+  EXPECT_NE(all.find(u"\n加入／移除書籤=Ctrl+Shift+M m\n"), all.npos);
+  EXPECT_NE(all.find(u"\n用 find.example 搜尋選取的文字=Ctrl+Shift+S \n"), all.npos);
+  EXPECT_NE(all.find(u"\n離開=← \n"), all.npos);
+  for (const CommandRow& row : AllCommands())
+    if (const std::u16string key = NameOf(row.keys.front()); row.shown.IsEmpty() && !key.empty())
+      EXPECT_NE(all.find(u'=' + key), all.npos) << static_cast<int>(row.command);
 }
 
 TEST(CommandsTest, ThePagesCommandsHavePicturesAndAreWhatTheKeysAre) {
