@@ -14,28 +14,6 @@ namespace {
 constexpr int kQuestionRow = 22;
 constexpr std::u16string_view kLogOutConfirmed = u"您確定要離開【 奧拉拉文藝坊 】嗎(Y/N)？[N] y";
 
-enum class Modifier { kNone, kShift, kControl, kControlShift, kAlt, kOther };
-
-struct CommandKey {
-  int virtualKey;
-  Modifier modifier;
-  KeyCommand command;
-};
-
-// Ctrl+C stays with the BBS (its editor resets colours with it), so copying needs Shift. Ctrl+V pastes,
-// because that is what everybody's hands do; the BBS's own Ctrl+V, a rare editor command, is in the menu
-// instead.
-constexpr std::array kCommandKeys = {
-    CommandKey{kKeyInsert, Modifier::kShift, KeyCommand::kPaste},
-    CommandKey{'V', Modifier::kControl, KeyCommand::kPaste},
-    CommandKey{'V', Modifier::kControlShift, KeyCommand::kPaste},
-    CommandKey{kKeyInsert, Modifier::kControl, KeyCommand::kCopy},
-    CommandKey{'C', Modifier::kControlShift, KeyCommand::kCopy},
-    CommandKey{'N', Modifier::kControlShift, KeyCommand::kConnect},
-    CommandKey{kKeyF11, Modifier::kNone, KeyCommand::kFullScreen},
-    CommandKey{'W', Modifier::kAlt, KeyCommand::kWorkMode},
-};
-
 struct ControlKey {
   int virtualKey;
   bool shift;
@@ -48,20 +26,6 @@ constexpr std::array kControlKeys = {
     ControlKey{kKeyCloseBracket, false, '\x1D'}, ControlKey{'6', true, '\x1E'},
     ControlKey{kKeyMinus, true, '\x1F'},
 };
-
-Modifier ModifierOf(const KeyPress& press) {
-  if (press.alt) return press.control || press.shift ? Modifier::kOther : Modifier::kAlt;
-  if (press.control) return press.shift ? Modifier::kControlShift : Modifier::kControl;
-  return press.shift ? Modifier::kShift : Modifier::kNone;
-}
-
-KeyCommand CommandOf(const KeyPress& press) {
-  const auto* const found =
-      std::find_if(kCommandKeys.begin(), kCommandKeys.end(), [&](const CommandKey& key) {
-        return key.virtualKey == press.virtualKey && key.modifier == ModifierOf(press);
-      });
-  return found == kCommandKeys.end() ? KeyCommand::kNone : found->command;
-}
 
 std::optional<char> ControlCodeOf(const KeyPress& press) {
   if (press.virtualKey >= 'A' && press.virtualKey <= 'Z' && !press.shift)
@@ -118,7 +82,7 @@ std::optional<KeyAction> EditingKey(const KeyPress& press, const ScreenSnapshot&
 }  // namespace
 
 KeyAction DecideKey(const KeyPress& press, const ScreenSnapshot& screen) {
-  if (const KeyCommand command = CommandOf(press); command != KeyCommand::kNone)
+  if (const Command command = CommandForKey(press); command != Command::kNone)
     return {.kind = KeyActionKind::kCommand, .command = command};
   // Ctrl and Alt together are the AltGr of many layouts: what matters then is the character that it makes.
   if (press.alt && !press.control) return {};

@@ -7,30 +7,10 @@
 #include <string_view>
 
 #include "core/screen_snapshot.h"
+#include "input/commands.h"
+#include "input/key_press.h"
 
 namespace quillet {
-
-// Windows virtual-key codes of the keys that this room decides about; those with a sequence of their own are
-// in core/key_sequence.h. Letters are 'A' to 'Z', the digits '0' to '9'.
-inline constexpr int kKeyBackspace = 8;
-inline constexpr int kKeyTab = 9;
-inline constexpr int kKeyEnter = 13;
-inline constexpr int kKeyEscape = 27;
-inline constexpr int kKeyF3 = 114;
-inline constexpr int kKeyF11 = 122;
-inline constexpr int kKeyMinus = 189;
-inline constexpr int kKeyOpenBracket = 219;
-inline constexpr int kKeyBackslash = 220;
-inline constexpr int kKeyCloseBracket = 221;
-
-struct KeyPress {
-  int virtualKey = 0;  // Windows virtual-key code, 0 when the key has none of interest
-  bool control = false;
-  bool shift = false;
-  bool alt = false;
-  bool keypad = false;
-  std::u16string text{};  // what the keyboard layout makes of it, already composed
-};
 
 enum class KeyActionKind {
   kNone,           // not ours: let the toolkit have it
@@ -41,27 +21,12 @@ enum class KeyActionKind {
   kCommand
 };
 
-enum class KeyCommand {
-  kNone,
-  kPaste,
-  kCopy,  // the selection, else the screen
-  kConnect,
-  kFullScreen,
-  kReveal,
-  kWorkMode,
-  kBookmark,  // these five: of the article that is open
-  kPush,
-  kPushOn,
-  kGiveMoney,
-  kTogglePlaces  // shows or hides the places of push addresses
-};
-
 struct KeyAction {
   KeyActionKind kind = KeyActionKind::kNone;
   int virtualKey = 0;
   std::string bytes{};
   std::u16string text{};
-  KeyCommand command = KeyCommand::kNone;
+  Command command = Command::kNone;
 
   bool operator==(const KeyAction&) const = default;
 };

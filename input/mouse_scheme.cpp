@@ -170,8 +170,7 @@ bool HasMessage(const UnderstoodPage& page) {
 }
 
 Situation SituationOf(Picture picture, const ScreenSnapshot& screen, const UnderstoodPage& page) {
-  if (picture == Picture::kArticle) return {picture, PageKind::kReader, screen, page};
-  return {picture, HasMessage(page) ? KindUnderMessage(page.kind) : page.kind, screen, page};
+  return {picture, PageUnderHands(picture, page), screen, page};
 }
 
 MouseAction StepLines(int lines, const Situation& at) {
@@ -276,6 +275,11 @@ PointerShape ShapeOfText(const PointerPlace& place, PageKind kind) {
 }
 
 }  // namespace
+
+PageKind PageUnderHands(Picture picture, const UnderstoodPage& page) {
+  if (picture == Picture::kArticle) return PageKind::kReader;
+  return HasMessage(page) ? KindUnderMessage(page.kind) : page.kind;
+}
 
 MouseAction DecideClick(const PointerPlace& place, const ScreenSnapshot& screen, const UnderstoodPage& page,
                         const Settings& settings) {

@@ -25,6 +25,9 @@ struct PointerPlace {
   bool leftMargin = false;  // in the strip at the left edge that goes back
 };
 
+// The kind of page that hands act upon: under an instant message it is one that waits, or is typed at.
+PageKind PageUnderHands(Picture picture, const UnderstoodPage& page);
+
 enum class MouseActionKind {
   kNone,
   kSend,         // `bytes` go to the BBS

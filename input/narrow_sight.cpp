@@ -9,14 +9,14 @@
 namespace quillet {
 namespace {
 
-constexpr int kFirstEntryRow = 3;
-constexpr int kLastEntryRow = kBottomRow - 1;
+constexpr int kTopEntryRow = 3;
+constexpr int kLowestEntryRow = kBottomRow - 1;
 
 // Without the cursor's mark.
 std::string LinesOf(const ScreenSnapshot& screen) {
   constexpr std::size_t kMark = 2;
   std::string lines;
-  for (int row = kFirstEntryRow; row < kBottomRow; ++row)
+  for (int row = kTopEntryRow; row < kBottomRow; ++row)
     lines += screen.RowText(row).substr(kMark);
   return lines;
 }
@@ -26,14 +26,14 @@ bool IsList(PageKind kind) {
 }
 
 bool HasCursorOnEntry(const ScreenSnapshot& screen, const UnderstoodPage& page) {
-  return page.Shows(PF_LIST_CURSOR) && screen.cursorRow >= kFirstEntryRow &&
-         screen.cursorRow <= kLastEntryRow;
+  return page.Shows(PF_LIST_CURSOR) && screen.cursorRow >= kTopEntryRow &&
+         screen.cursorRow <= kLowestEntryRow;
 }
 
 // Entries follow one another without a gap.
 int LastEntry(const ScreenSnapshot& screen) {
   int row = screen.cursorRow;
-  while (row < kLastEntryRow && !IsBlankBetween(screen, row + 1, 0, kCols - 1))
+  while (row < kLowestEntryRow && !IsBlankBetween(screen, row + 1, 0, kCols - 1))
     ++row;
   return row;
 }
@@ -86,7 +86,7 @@ std::string NarrowSight::OnScreen(const ScreenSnapshot& screen, const Understood
     asked_.reset();
     top_ = way == Way::kOn ? 0 : LastTop();
     if (IsList(kind) && HasCursorOnEntry(screen, page)) {
-      const int row = way == Way::kOn ? kFirstEntryRow : LastEntry(screen);
+      const int row = way == Way::kOn ? kTopEntryRow : LastEntry(screen);
       keys = Moves(screen.cursorRow, row);
     }
   }
@@ -149,7 +149,7 @@ std::optional<std::string> NarrowSight::PageList(Way way, const ScreenSnapshot& 
     const int end = top_ + rows_ - 1;
     return end >= last ? AskFor(way, screen, page.kind) : Moves(from, std::min(last, end + rows_));
   }
-  if (top_ > kFirstEntryRow) return Moves(from, std::max(kFirstEntryRow, top_ - rows_));
+  if (top_ > kTopEntryRow) return Moves(from, std::max(kTopEntryRow, top_ - rows_));
   if (top_ == 0 || from >= rows_) return AskFor(way, screen, page.kind);
   top_ = 0;  // the heads
   return std::string();

@@ -22,7 +22,7 @@ struct PageKeys {
   KeyOwner backQuote;  // sends the BBS's own Tab in its place, and is no character there
   KeyOwner select;     // Shift with an arrow, Home or End begins a selection; one that is shown always grows
   KeyOwner names;      // ` 0-7 u ~ are about the id under the pointer
-  KeyOwner article;    // m p x g i, and "PreventUpDownChangeArticle"
+  KeyOwner article;    // the keys of the commands, and "PreventUpDownChangeArticle"
 };
 
 constexpr KeyOwner kBbs = KeyOwner::kBbs;
@@ -62,20 +62,6 @@ constexpr std::array kSelectKeys = {
     SelectKey{kKeyHome, SelectStep::kLineStart}, SelectKey{kKeyEnd, SelectStep::kLineEnd},
 };
 
-struct ArticleKey {
-  char16_t character;
-  KeyCommand command;
-};
-
-// As the captions name them.
-constexpr std::array kCaptionKeys = {
-    ArticleKey{u'm', KeyCommand::kBookmark},
-    ArticleKey{u'p', KeyCommand::kPush},
-    ArticleKey{u'x', KeyCommand::kPushOn},
-    ArticleKey{u'g', KeyCommand::kGiveMoney},
-};
-constexpr ArticleKey kPlacesKey = {u'i', KeyCommand::kTogglePlaces};
-
 struct SearchKey {
   int virtualKey;      // 0: told by its character
   char16_t character;  // 0: told by its virtual key
@@ -107,7 +93,7 @@ KeyDecision OnKey(KeyRoute route, int virtualKey) {
   return {.route = route, .action = {.virtualKey = virtualKey}};
 }
 
-KeyDecision Command(KeyCommand command) {
+KeyDecision Give(Command command) {
   return {.route = KeyRoute::kCommand, .action = {.kind = KeyActionKind::kCommand, .command = command}};
 }
 
@@ -140,7 +126,7 @@ class KeyMessage {
 
   KeyDecision Decide() const {
     using Step = std::optional<KeyDecision> (KeyMessage::*)() const;
-    constexpr std::array<Step, 12> kSelectSteps = {
+    constexpr std::array<Step, 11> kSelectSteps = {
         &KeyMessage::ForNotice,     // over everything
         &KeyMessage::ForCommand,    //
         &KeyMessage::ForSideList,   //
@@ -150,8 +136,7 @@ class KeyMessage {
         &KeyMessage::ForTab,        //
         &KeyMessage::ForSearch,     // the local article
         &KeyMessage::ForPaging,     //
-        &KeyMessage::ForCaptions,   //
-        &KeyMessage::ForPlaces,     //
+        &KeyMessage::ForArticle,    // its commands
         &KeyMessage::ForEdge        // of the BBS's own reader
     };
     // A modifier alone, or a key that the client does not know.
@@ -171,8 +156,7 @@ class KeyMessage {
   std::optional<KeyDecision> ForTab() const;
   std::optional<KeyDecision> ForSearch() const;
   std::optional<KeyDecision> ForPaging() const;
-  std::optional<KeyDecision> ForCaptions() const;
-  std::optional<KeyDecision> ForPlaces() const;
+  std::optional<KeyDecision> ForArticle() const;
   std::optional<KeyDecision> ForEdge() const;
   KeyDecision ForBbs() const;
 
@@ -198,10 +182,10 @@ std::optional<KeyDecision> KeyMessage::ForNotice() const {
 }
 
 std::optional<KeyDecision> KeyMessage::ForCommand() const {
-  if (meaning_.kind == KeyActionKind::kCommand) return Once(phase_, Command(meaning_.command));
+  if (meaning_.kind == KeyActionKind::kCommand) return Once(phase_, Give(meaning_.command));
   // What everybody's hands do when something is selected; without a selection it is the BBS's.
   const bool copies = press_.virtualKey == 'C' && press_.control && !press_.alt && !press_.shift;
-  if (copies && window_.selectionShown) return Once(phase_, Command(KeyCommand::kCopy));
+  if (copies && window_.selectionShown) return Once(phase_, Give(Command::kCopy));
   return std::nullopt;
 }
 
@@ -243,7 +227,7 @@ std::optional<KeyDecision> KeyMessage::ForNames() const {
 std::optional<KeyDecision> KeyMessage::ForTab() const {
   if (!window_.articleShown && !Has(PF_BROWSABLE)) return std::nullopt;
   if (keys_.tab == kOurs && press_.virtualKey == kKeyTab && IsPlain() && !press_.shift)
-    return Once(phase_, Command(KeyCommand::kReveal));
+    return Once(phase_, Give(Command::kReveal));
   if (keys_.backQuote == kOurs && Types(u'`'))
     return KeyDecision{.route = KeyRoute::kBbs, .action = {.kind = KeyActionKind::kSendBytes, .bytes = "\t"}};
   return std::nullopt;
@@ -273,17 +257,14 @@ std::optional<KeyDecision> KeyMessage::ForPaging() const {
   return decision;
 }
 
-std::optional<KeyDecision> KeyMessage::ForCaptions() const {
-  if (!window_.commandsOffered || keys_.article == kBbs) return std::nullopt;
-  const auto* const key = std::find_if(kCaptionKeys.begin(), kCaptionKeys.end(),
-                                       [this](const ArticleKey& row) { return Types(row.character); });
-  if (key == kCaptionKeys.end()) return std::nullopt;
-  return Once(phase_, Command(key->command));
-}
-
-std::optional<KeyDecision> KeyMessage::ForPlaces() const {
-  if (!window_.articleOpen || keys_.article == kBbs || !Types(kPlacesKey.character)) return std::nullopt;
-  return Once(phase_, Command(kPlacesKey.command));
+std::optional<KeyDecision> KeyMessage::ForArticle() const {
+  if (keys_.article == kBbs) return std::nullopt;
+  const Command command = CommandForArticleKey(press_);
+  if (command == Command::kNone) return std::nullopt;
+  // The caption tells that the key is the client's; without one it is so wherever an article is open.
+  const bool hasCaption = !RowOf(command).caption.text.empty();
+  if (hasCaption ? !window_.commandsOffered : !window_.articleOpen) return std::nullopt;
+  return Once(phase_, Give(command));
 }
 
 // The BBS's own reader goes to another article beyond either end; the local one has been asked before.

@@ -30,26 +30,18 @@ constexpr Tint kHoveredWords = {15, 41, CS_UNDERLINE};
 constexpr std::u16string_view kNoticeText = u" 此篇有控制碼 ";
 constexpr std::u16string_view kRangeEnd = u"行";
 
-struct Caption {
-  ArticleCommand command;
-  std::u16string_view key;
-  std::u16string_view words;
-};
-constexpr Caption kCaptions[] = {
-    {ArticleCommand::kBookmark, u"(m)", u"加入書籤"}, {ArticleCommand::kGiveMoney, u"(g)", u"自動發P幣"},
-    {ArticleCommand::kPush, u"(p)", u"推!"},          {ArticleCommand::kPushOn, u"(x)", u"連續推文"},
-    {ArticleCommand::kFirstPush, u"", u"推文開頭"},
-};
-constexpr Caption kBookmarked = {ArticleCommand::kBookmark, u"(m)", u"移除書籤"};
-
 constexpr int kGap = 1;  // the blank before each caption
 
 int ColumnsOf(std::u16string_view text) {
   return static_cast<int>(ToBig5(text).size());
 }
 
-int ColumnsOf(const Caption& caption) {
-  return kGap + ColumnsOf(caption.key) + ColumnsOf(caption.words);
+std::u16string KeyText(const BarCaption& caption) {
+  return caption.key == 0 ? std::u16string() : std::u16string{u'(', caption.key, u')'};
+}
+
+int ColumnsOf(const BarCaption& caption) {
+  return kGap + ColumnsOf(KeyText(caption)) + ColumnsOf(caption.words);
 }
 
 // Writes texts into a row from left to right; what would run past the row's end is left out whole.
@@ -98,32 +90,18 @@ void PutPosition(RowWriter& writer, const ArticleBarInput& input) {
   writer.FillTo(start + widest, kPosition);
 }
 
-const Caption* CaptionOf(ArticleCommand command, const ArticleBarInput& input) {
-  if (command == ArticleCommand::kBookmark && input.bookmarked) return &kBookmarked;
-  if (command == ArticleCommand::kFirstPush && !input.hasPushes) return nullptr;
-  const auto* const found =
-      std::find_if(std::begin(kCaptions), std::end(kCaptions),
-                   [command](const Caption& caption) { return caption.command == command; });
-  return found == std::end(kCaptions) ? nullptr : found;
-}
-
 // Those of the offers that `room` columns hold; the first one that does not fit takes the later ones with it.
-std::vector<const Caption*> CaptionsThatFit(const ArticleBarInput& input, int room) {
-  std::vector<const Caption*> captions;
-  for (const ArticleCommand command : input.offers) {
-    const Caption* const caption = CaptionOf(command, input);
-    if (caption == nullptr) continue;
-    room -= ColumnsOf(*caption);
-    if (room < 0) break;
-    captions.push_back(caption);
-  }
-  return captions;
+std::span<const BarCaption> CaptionsThatFit(std::span<const BarCaption> offers, int room) {
+  std::size_t count = 0;
+  while (count < offers.size() && ColumnsOf(offers[count]) <= room)
+    room -= ColumnsOf(offers[count++]);
+  return offers.first(count);
 }
 
-CaptionArea PutCaption(RowWriter& writer, const Caption& caption, bool hovered) {
+CaptionArea PutCaption(RowWriter& writer, const BarCaption& caption, bool hovered) {
   const int first = writer.Col();
   writer.FillTo(first + kGap, kGround);
-  writer.Put(caption.key, hovered ? kHoveredKey : kKey);
+  writer.Put(KeyText(caption), hovered ? kHoveredKey : kKey);
   writer.Put(caption.words, hovered ? kHoveredWords : kWords);
   return {first, writer.Col(), caption.command};
 }
@@ -132,8 +110,8 @@ CaptionArea PutCaption(RowWriter& writer, const Caption& caption, bool hovered) 
 void PutOffers(RowWriter& writer, const ArticleBarInput& input, std::vector<CaptionArea>& areas) {
   const int notice = input.controlCodes ? ColumnsOf(kNoticeText) : 0;
   const int room = kCols - writer.Col() - notice;
-  for (const Caption* caption : CaptionsThatFit(input, room))
-    areas.push_back(PutCaption(writer, *caption, caption->command == input.hovered));
+  for (const BarCaption& caption : CaptionsThatFit(input.offers, room))
+    areas.push_back(PutCaption(writer, caption, caption.command == input.hovered));
   writer.FillTo(kCols - notice, kGround);
   if (input.controlCodes) writer.Put(kNoticeText, kNotice);
   writer.FillTo(kCols, kGround);
@@ -176,10 +154,10 @@ ArticleBar MakeArticleBarOver(const PageRow& statusLine, const ArticleBarInput& 
   return bar;
 }
 
-ArticleCommand CommandAt(const std::vector<CaptionArea>& areas, int col) {
+int CommandAt(const std::vector<CaptionArea>& areas, int col) {
   for (const CaptionArea& area : areas)
     if (col >= area.first && col < area.last) return area.command;
-  return ArticleCommand::kNone;
+  return 0;
 }
 
 }  // namespace quillet

@@ -2,32 +2,34 @@
 // gives. Pure.
 #pragma once
 
-#include <optional>
+#include <string>
 #include <vector>
 
 #include "render/page_row.h"
 
 namespace quillet {
 
-// The client's own commands on an open article.
-enum class ArticleCommand { kNone, kBookmark, kGiveMoney, kPush, kPushOn, kFirstPush };
+// A command that a click gives.
+struct BarCaption {
+  int command = 0;  // the caller's own number; 0: none
+  char16_t key = 0;
+  std::u16string words{};
+};
 
 struct ArticleBarInput {
   int line = 0;  // shown last, from 1
   int lines = 0;
   bool stillReading = false;  // lines are not all known yet
-  bool bookmarked = false;
-  bool hasPushes = false;
   bool controlCodes = false;
-  // Commands that this program offers, in the order of importance; the last ones go where the row is full.
-  std::vector<ArticleCommand> offers;
-  ArticleCommand hovered = ArticleCommand::kNone;
+  // In the order of importance; the last ones go where the row is full.
+  std::vector<BarCaption> offers;
+  int hovered = 0;
 };
 
 struct CaptionArea {
   int first = 0;  // columns first to last-1
   int last = 0;
-  ArticleCommand command = ArticleCommand::kNone;
+  int command = 0;
 };
 
 struct ArticleBar {
@@ -41,7 +43,7 @@ ArticleBar MakeArticleBar(const ArticleBarInput& input);
 // what stands right of the line range. `statusLine` is the screen's bottom row.
 ArticleBar MakeArticleBarOver(const PageRow& statusLine, const ArticleBarInput& input);
 
-// The command whose caption covers the column.
-ArticleCommand CommandAt(const std::vector<CaptionArea>& areas, int col);
+// The command whose caption covers the column; 0: none.
+int CommandAt(const std::vector<CaptionArea>& areas, int col);
 
 }  // namespace quillet

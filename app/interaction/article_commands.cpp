@@ -1,34 +1,29 @@
 #include "app/interaction/article_commands.h"
 
+#include "platform/clock.h"
+
 namespace quillet {
-namespace {
 
-// The BBS's own key for pushing the article that is open.
-constexpr std::string_view kPushKey = "X";
+void ArticleCommands::Offer(CommandRunner& runner) {
+  runner.On(Command::kBookmark, [this] { ToggleBookmark(); });
+  runner.On(Command::kPush, [this] { Push(); });
+  runner.On(Command::kFirstPush, [this] { article_.GoToFirstPush(); });
+  runner.On(Command::kPushOn, handlers_.pushOn);
+  runner.On(Command::kGiveMoney, handlers_.giveMoney);
+}
 
-}  // namespace
+void ArticleCommands::ToggleBookmark() {
+  article_.OnUserKey();
+  if (!bookmarks_.ToggleOpenArticle()) handlers_.refused();
+}
 
-void ArticleCommands::Perform(ArticleCommand command) {
-  switch (command) {
-    case ArticleCommand::kBookmark:
-      article_.OnUserKey();
-      if (!bookmarks_.ToggleOpenArticle()) handlers_.refused();
-      break;
-    case ArticleCommand::kPush:
-      keys_.Perform({.kind = KeyActionKind::kSendBytes, .bytes = std::string(kPushKey)});
-      break;
-    case ArticleCommand::kFirstPush:
-      article_.GoToFirstPush();
-      break;
-    case ArticleCommand::kPushOn:
-      handlers_.pushOn();
-      break;
-    case ArticleCommand::kGiveMoney:
-      handlers_.giveMoney();
-      break;
-    case ArticleCommand::kNone:
-      break;
-  }
+void ArticleCommands::Push() {
+  // Given twice before the BBS asks, the second one would answer its question.
+  const std::int64_t now = SteadyMilliseconds();
+  const ScreenSnapshot& screen = handlers_.screen();
+  if (gate_.IsWaiting(screen, now)) return;
+  gate_.Sent(screen, now);
+  keys_.Perform({.kind = KeyActionKind::kSendBytes, .bytes = std::string(SiteKeyOf(Command::kPush))});
 }
 
 }  // namespace quillet

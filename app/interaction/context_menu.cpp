@@ -1,6 +1,6 @@
 #include "app/interaction/context_menu.h"
 
-#include <utility>
+#include <QMenu>
 
 #include "app/interaction/link_hover.h"
 
@@ -24,66 +24,29 @@ QMenu* NewMenu(QWidget& parent) {
   return menu;
 }
 
-class Builder {
- public:
-  Builder(QMenu& menu, std::function<void(EditCommand)> perform)
-      : menu_(menu), perform_(std::move(perform)) {}
-
-  QAction* Add(const QString& text, EditCommand command) {
-    if (std::exchange(separated_, false) && !menu_.isEmpty()) menu_.addSeparator();
-    QAction* const item = menu_.addAction(text);
-    QObject::connect(item, &QAction::triggered, &menu_, [perform = perform_, command] { perform(command); });
-    return item;
-  }
-  // A line before the next entry, if there are entries before and behind it.
-  void Separate() { separated_ = true; }
-
- private:
-  QMenu& menu_;
-  std::function<void(EditCommand)> perform_;
-  bool separated_ = false;
-};
-
-void AddLink(Builder& menu, const TextLink& link) {
-  menu.Separate();
-  menu.Add(link.article ? u"開啟文章(&O)"_qs : u"開啟連結(&O)"_qs, EditCommand::kOpenLink);
-  menu.Add(link.address.empty() ? u"複製文章代碼(&L)"_qs : u"複製連結網址(&L)"_qs, EditCommand::kCopyLink);
-}
-
-void AddId(Builder& menu, const std::u16string& id) {
-  const QString name = QString::fromStdU16String(id);
-  menu.Separate();
-  menu.Add(u"將 %1 加入名單…(&B)"_qs.arg(name), EditCommand::kAddToNames);
-  menu.Add(u"%1 的網頁(&U)"_qs.arg(name), EditCommand::kUserPage);
-}
-
-void AddSelection(Builder& menu, const ContextFacts& facts) {
-  menu.Separate();
-  menu.Add(u"複製(&C)"_qs, EditCommand::kCopy);
-  menu.Add(u"複製成 HTML（含色彩）(&H)"_qs, EditCommand::kCopyHtml);
-  menu.Add(u"複製成 ANSI 色碼(&N)"_qs, EditCommand::kCopyAnsi);
-  menu.Separate();
-  const QString text = AsEntry(facts.selection, kLongestText);
-  if (!facts.firstEngine.isEmpty())
-    menu.Add(u"用 %1 搜尋「%2」(&1)"_qs.arg(facts.firstEngine, text), EditCommand::kSearchFirst);
-  if (!facts.secondEngine.isEmpty())
-    menu.Add(u"用 %1 搜尋「%2」(&2)"_qs.arg(facts.secondEngine, text), EditCommand::kSearchSecond);
-}
-
 }  // namespace
 
-void ShowContextMenu(QWidget& parent, const QPoint& at, const ContextFacts& facts,
-                     std::function<void(EditCommand)> perform) {
+std::u16string AsPartOfEntry(const std::u16string& text) {
+  return AsEntry(QString::fromStdU16String(text), kLongestText).toStdU16String();
+}
+
+void ShowContextMenu(QWidget& parent, const QPoint& at, const CommandRunner& runner,
+                     const CommandTarget& target, const CommandWords& words) {
   QMenu* const menu = NewMenu(parent);
-  Builder entries(*menu, std::move(perform));
-  if (facts.target.link) AddLink(entries, *facts.target.link);
-  if (!facts.target.id.empty()) AddId(entries, facts.target.id);
-  if (!facts.selection.isEmpty()) AddSelection(entries, facts);
-  entries.Separate();
-  entries.Add(u"貼上(&P)"_qs, EditCommand::kPaste)->setEnabled(facts.connected);
-  entries.Add(u"貼上短網址(&S)"_qs, EditCommand::kPasteShortLink)->setEnabled(facts.connected);
-  entries.Separate();
-  entries.Add(u"全選(&A)"_qs, EditCommand::kSelectAll);
+  const CommandState state = runner.State(target);
+  for (const MenuEntry& entry : EntriesOf(CommandMenu::kContext)) {
+    if (entry.gap == Gap::kLine) menu->addSeparator();
+    if (!IsShown(entry, state)) continue;
+    QAction* const item = menu->addAction(QString::fromStdU16String(TextOf(entry, state, words)));
+    item->setEnabled(IsEnabled(entry.command, state));
+    // What was selected may have gone while the menu was open.
+    QObject::connect(item, &QAction::triggered, menu, [&runner, entry, target] {
+      if (IsShown(entry, runner.State(target)))
+        runner.Run(entry.command, target);
+      else
+        runner.Refuse(entry.command, Refusal::kGone);
+    });
+  }
   menu->popup(at);
 }
 

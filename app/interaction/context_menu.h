@@ -1,32 +1,25 @@
 // The menu of the right mouse button: what can be done with what lies under the pointer, and with what is
-// selected. User-interface thread.
+// selected; and the menu of the links in sight. User-interface thread.
 #pragma once
 
 #include <functional>
-#include <optional>
-#include <string>
+#include <vector>
 
-#include <QMenu>
 #include <QPoint>
 #include <QString>
 #include <QWidget>
 
-#include "app/interaction/edit_commands.h"
+#include "app/interaction/command_runner.h"
 #include "input/text_link.h"
 
 namespace quillet {
 
-struct ContextFacts {
-  QString selection;  // empty: nothing is selected
-  EditTarget target;  // under the pointer
-  bool connected = false;
-  QString firstEngine;  // empty: none
-  QString secondEngine;
-};
+// A text from the screen as a part of a menu's entry: in one line, and not too long.
+std::u16string AsPartOfEntry(const std::u16string& text);
 
-// Shown at a place of the screen, gone by itself.
-void ShowContextMenu(QWidget& parent, const QPoint& at, const ContextFacts& facts,
-                     std::function<void(EditCommand)> perform);
+// Shown at a place of the screen, gone by itself. `runner` outlives it.
+void ShowContextMenu(QWidget& parent, const QPoint& at, const CommandRunner& runner,
+                     const CommandTarget& target, const CommandWords& words);
 
 // All links in sight, for choosing one with the keyboard. Says so when there is none.
 void ShowLinkMenu(QWidget& parent, const QPoint& at, const std::vector<TextLink>& links,

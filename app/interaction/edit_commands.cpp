@@ -19,52 +19,24 @@ std::u16string TextOf(const TextLink& link) {
 
 }  // namespace
 
-bool IsAboutSelection(EditCommand command) {
-  switch (command) {
-    case EditCommand::kCopy:
-    case EditCommand::kCopyHtml:
-    case EditCommand::kCopyAnsi:
-    case EditCommand::kSearchFirst:
-    case EditCommand::kSearchSecond:
-      return true;
-    default:
-      return false;
-  }
+void EditCommands::Offer(CommandRunner& runner) {
+  runner.On(Command::kCopy, [this] { Copy(Form::kText); });
+  runner.On(Command::kCopyHtml, [this] { Copy(Form::kHtml); });
+  runner.On(Command::kCopyAnsi, [this] { Copy(Form::kAnsi); });
+  runner.On(Command::kSelectAll, [this] { parts_.selection.SelectAll(); });
+  runner.On(Command::kPaste, [this] { parts_.clipboard.Paste(); });
+  runner.On(Command::kPasteShortLink, [this] { parts_.clipboard.PasteShortLink(); });
+  runner.On(Command::kSearchFirst,
+            [this] { parts_.web.Search(SearchEngine::kFirst, parts_.selection.Text()); });
+  runner.On(Command::kSearchSecond,
+            [this] { parts_.web.Search(SearchEngine::kSecond, parts_.selection.Text()); });
+  runner.On(Command::kOpenLink, [this](const CommandTarget& target) { parts_.web.Open(*target.link); });
+  runner.On(Command::kCopyLink, [this](const CommandTarget& target) { CopyLink(*target.link); });
+  runner.On(Command::kUserPage, [this](const CommandTarget& target) { parts_.web.OpenUserPage(target.id); });
 }
 
-void EditCommands::Perform(EditCommand command, const EditTarget& target) {
-  switch (command) {
-    case EditCommand::kCopy:
-      return Copy(Form::kText);
-    case EditCommand::kCopyHtml:
-      return Copy(Form::kHtml);
-    case EditCommand::kCopyAnsi:
-      return Copy(Form::kAnsi);
-    case EditCommand::kSearchFirst:
-      return SearchSelection(SearchEngine::kFirst);
-    case EditCommand::kSearchSecond:
-      return SearchSelection(SearchEngine::kSecond);
-    case EditCommand::kOpenLink:
-      if (target.link) parts_.web.Open(*target.link);
-      return;
-    case EditCommand::kCopyLink:
-      if (target.link && parts_.clipboard.CopyText(TextOf(*target.link))) handlers_.tell(u"已複製連結"_qs);
-      return;
-    case EditCommand::kAddToNames:
-      return handlers_.askForNames(QString::fromStdU16String(target.id));
-    case EditCommand::kUserPage:
-      return parts_.web.OpenUserPage(target.id);
-    case EditCommand::kPaste:
-      return parts_.clipboard.Paste();
-    case EditCommand::kPasteShortLink:
-      return parts_.clipboard.PasteShortLink();
-    case EditCommand::kSelectAll:
-      return parts_.selection.SelectAll();
-  }
-}
-
-void EditCommands::SearchSelection(SearchEngine engine) {
-  parts_.web.Search(engine, parts_.selection.Text());
+void EditCommands::CopyLink(const TextLink& link) {
+  if (parts_.clipboard.CopyText(TextOf(link))) handlers_.tell(u"已複製連結"_qs);
 }
 
 void EditCommands::OnSelected() {

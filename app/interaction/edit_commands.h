@@ -1,42 +1,19 @@
-// What can be done with selected text, links, ids and the clipboard: the commands of the edit menu and of the
+// What the commands on selected text, links, ids and the clipboard do: those of the edit menu and of the
 // right mouse button's. User-interface thread.
 #pragma once
 
 #include <functional>
-#include <optional>
-#include <string>
+#include <utility>
 
 #include "app/document/user_settings.h"
 #include "app/interaction/clipboard_controller.h"
+#include "app/interaction/command_runner.h"
 #include "app/interaction/selection_control.h"
 #include "app/interaction/web_controller.h"
 #include "app/page/shown_text.h"
 #include "input/text_link.h"
 
 namespace quillet {
-
-enum class EditCommand {
-  kCopy,
-  kCopyHtml,
-  kCopyAnsi,
-  kSearchFirst,
-  kSearchSecond,
-  kOpenLink,
-  kCopyLink,
-  kAddToNames,
-  kUserPage,
-  kPaste,
-  kPasteShortLink,
-  kSelectAll
-};
-
-bool IsAboutSelection(EditCommand command);
-
-// What the command is about, where it is not the selection.
-struct EditTarget {
-  std::optional<TextLink> link;
-  std::u16string id;  // of a user; empty: none
-};
 
 class EditCommands {
  public:
@@ -49,20 +26,19 @@ class EditCommands {
     WebController& web;
   };
   struct Handlers {
-    std::function<void(const QString&)> tell;            // in a line, what has been done
-    std::function<void(const QString& id)> askForNames;  // opens the dialog for the lists
+    std::function<void(const QString&)> tell;  // in a line, what has been done
   };
   EditCommands(const Parts& parts, Handlers handlers) : parts_(parts), handlers_(std::move(handlers)) {}
 
-  // Copying without a selection takes what is in sight. Commands without their target do nothing.
-  void Perform(EditCommand command, const EditTarget& target);
+  // The object outlives the runner's last command. Copying without a selection takes what is in sight.
+  void Offer(CommandRunner& runner);
   // The user has let go of a selection.
   void OnSelected();
 
  private:
   enum class Form { kText, kHtml, kAnsi };
   void Copy(Form form);
-  void SearchSelection(SearchEngine engine);
+  void CopyLink(const TextLink& link);
   Selection SelectedOrInSight() const;
 
   Parts parts_;

@@ -17,7 +17,7 @@ namespace quillet {
 class KeyDispatch {
  public:
   struct Handlers {
-    std::function<void(KeyCommand)> command;
+    std::function<void(Command)> command;
     std::function<void()> userTypes;  // before anything of the user's goes, or waits to go, to the BBS
     std::function<bool()> mustWait;   // it may not go yet
     // Of a text, that the site's character set does not have.

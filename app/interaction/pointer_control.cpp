@@ -68,7 +68,7 @@ PointerControl::Target PointerControl::TargetAt(const QPointF& at) const {
   Target target;
   if (const auto cell = parts_.surface.CellAt(at)) {
     target.command = parts_.composer.CommandAt(cell->row, cell->col);
-    if (target.command != ArticleCommand::kNone) return target;
+    if (target.command != Command::kNone) return target;
     target.link = parts_.links.LinkAt(cell->row, cell->col);
     if (target.link) return target;
   }
@@ -105,8 +105,8 @@ std::optional<CellPosition> PointerControl::CellUnderPointer() const {
 PointerControl::Hovered PointerControl::HoveredAt(const QPointF& at) const {
   const auto cell = parts_.surface.CellAt(at);
   if (!cell) return {};
-  const ArticleCommand command = parts_.composer.CommandAt(cell->row, cell->col);
-  if (command != ArticleCommand::kNone) return {.command = command};
+  const Command command = parts_.composer.CommandAt(cell->row, cell->col);
+  if (command != Command::kNone) return {.command = command};
   const bool opensLine = meansRow_ && MayAct() && parts_.widget.isActiveWindow() &&
                          OpensLine(PlaceAt(at), parts_.screen, parts_.page, parts_.settings);
   return {.linkCell = cell, .row = opensLine ? cell->row : -1};
@@ -145,7 +145,7 @@ void PointerControl::Hover() {
   }
   const Hovered hovered = HoveredAt(*pointer_);
   SetHovered(hovered);
-  if (hovered.command != ArticleCommand::kNone || parts_.links.Current())
+  if (hovered.command != Command::kNone || parts_.links.Current())
     SetShape(PointerShape::kHand);
   else if (MayAct())
     SetShape(ShapeAt(PlaceAt(*pointer_), parts_.screen, parts_.page, parts_.settings));
@@ -255,14 +255,14 @@ void PointerControl::PressLeft(const QMouseEvent& event, int presses) {
   drags_ = false;
   if (left_.isVoid) return;
   pressed_ = TargetAt(left_.at);
-  if (pressed_.command != ArticleCommand::kNone) return PressCaption(pressed_.command);
+  if (pressed_.command != Command::kNone) return PressCaption(pressed_.command);
   const bool selects = pressed_.IsNothing() || pressed_.action.kind == MouseActionKind::kMoveCursor;
   if (!selects) presses_ = 1;
   BeginSelection(event);
 }
 
 // A button, not text: it acts at once, and nothing can be dragged from it.
-void PointerControl::PressCaption(ArticleCommand command) {
+void PointerControl::PressCaption(Command command) {
   left_.isVoid = true;
   swallows_ = true;
   handlers_.perform(command);

@@ -46,7 +46,7 @@ class PointerControl {
     const UnderstoodPage& page;  // what stands on it
   };
   struct Handlers {
-    std::function<void(ArticleCommand)> perform;
+    std::function<void(Command)> perform;
     std::function<void(const TextLink&)> open;
     // kSend and kMoveCursor only; what moves the local article is done here.
     std::function<void(const MouseAction&)> act;
@@ -70,6 +70,9 @@ class PointerControl {
   // True when the wheel is ours, even if it moved nothing.
   bool OnWheel(const QWheelEvent& event);
 
+  // What a button beside the page is for; as a click, held back until the BBS has answered the last one.
+  void Act(const MouseAction& action) { Carry(action); }
+
   // Somebody types: the row under the pointer is not what he means until the pointer moves again.
   void OnKey();
   // Lights up the row that a click would open.
@@ -84,13 +87,13 @@ class PointerControl {
  private:
   // What a click of the left button would do at a place; at most one of the three.
   struct Target {
-    ArticleCommand command = ArticleCommand::kNone;
+    Command command = Command::kNone;
     std::optional<TextLink> link;
     MouseAction action;
     std::string page{};  // what tells the page that it acts upon from the next one
 
     bool IsNothing() const {
-      return command == ArticleCommand::kNone && !link && action.kind == MouseActionKind::kNone;
+      return command == Command::kNone && !link && action.kind == MouseActionKind::kNone;
     }
     bool operator==(const Target&) const = default;
   };
@@ -111,7 +114,7 @@ class PointerControl {
   void Hover();
   // What lights up; nothing by itself.
   struct Hovered {
-    ArticleCommand command = ArticleCommand::kNone;
+    Command command = Command::kNone;
     std::optional<CellPosition> linkCell{};
     int row = -1;  // of the picture
   };
@@ -123,7 +126,7 @@ class PointerControl {
   bool Press(const QMouseEvent& event, int presses);
   bool ContinuesClicks(const QMouseEvent& event) const;
   void PressLeft(const QMouseEvent& event, int presses);
-  void PressCaption(ArticleCommand command);
+  void PressCaption(Command command);
   void BeginSelection(const QMouseEvent& event);
   void Drag(const QPointF& at);
   bool ReleaseLeft(const QPointF& at);

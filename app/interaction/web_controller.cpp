@@ -36,6 +36,10 @@ void WebController::OpenUserPage(std::u16string_view id) {
   OpenAddress(UserPageAddress(id, parts_.hosts));
 }
 
+bool WebController::HasEngine(SearchEngine engine) const {
+  return !SearchAddress(engine, kAnyText, parts_.hosts).empty();
+}
+
 QString WebController::EngineName(SearchEngine engine) const {
   return QUrl(QString::fromStdU16String(SearchAddress(engine, kAnyText, parts_.hosts))).host();
 }

@@ -35,7 +35,9 @@ class WebController {
   void Search(SearchEngine engine, std::u16string_view text);
   void OpenUserPage(std::u16string_view id);
 
-  // The host that a search asks, for its menu entry; empty while none is configured.
+  // One is configured.
+  bool HasEngine(SearchEngine engine) const;
+  // The host that a search asks, for its menu entry; empty while there is none.
   QString EngineName(SearchEngine engine) const;
 
  private:

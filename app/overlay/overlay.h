@@ -15,7 +15,6 @@ namespace quillet {
 // Where the terminal stands in the view and how the view looks, for all that lies over it. In widget units.
 struct OverlayPlace {
   QRect area{};        // the view
-  QRect leftMargin{};  // beside the terminal, where buttons may stand; empty: none may
   double unit = 16;    // the height of the terminal's rows
   double footTop = 0;  // the upper edge of its bottom row
   QFont font{};        // the view's

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/page/article_captions.h"
 #include "bbs/page_flags.h"
 #include "core/key_sequence.h"
 #include "platform/clock.h"
@@ -324,18 +325,16 @@ ArticleBarInput ArticleView::BarInput() const {
   ArticleBarInput input{.line = std::min(top_ + inSight_, dressed_.Count()),
                         .lines = dressed_.Count(),
                         .stillReading = !reading_.Lines().IsComplete(),
-                        .bookmarked = bookmarked_,
-                        .hasPushes = dressed_.FirstPush() >= 0,
                         .controlCodes = dressed_.HasControlCodes(),
                         .offers = {},
-                        .hovered = hovered_};
+                        .hovered = NumberOf(hovered_)};
   if (!rules_.settings->hideTopLeftIcons)
-    input.offers = {ArticleCommand::kBookmark, ArticleCommand::kPush, ArticleCommand::kPushOn,
-                    ArticleCommand::kFirstPush, ArticleCommand::kGiveMoney};
+    input.offers = MakeCaptions(
+        Conditions().AddIf(bookmarked_, Condition::kBookmarked).AddIf(HasPushes(), Condition::kHasPushes));
   return input;
 }
 
-void ArticleView::SetHovered(ArticleCommand command) {
+void ArticleView::SetHovered(Command command) {
   if (command == std::exchange(hovered_, command)) return;
   Review();
   emit Changed();

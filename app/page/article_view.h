@@ -15,6 +15,7 @@
 #include "app/page/article_scroll_bar.h"
 #include "bbs/article_reading.h"
 #include "input/article_paging.h"
+#include "input/commands.h"
 #include "render/article_bar.h"
 #include "render/paint/frame_painter.h"
 #include "render/style/styled_article.h"
@@ -76,13 +77,14 @@ class ArticleView : public QObject {
   // page.
   bool ScrollBy(int lines);
   void ScrollTo(int top);
+  bool HasPushes() const { return dressed_.FirstPush() >= 0; }
   void GoToFirstPush();
   // Stands here again when an automation that leads the BBS away has led it back.
   void KeepPlace();
   // Or rather at the end, and at what is still added to it. Nothing where the user has typed meanwhile.
   void ShowEnd();
   // The pointer is over this command's caption.
-  void SetHovered(ArticleCommand command);
+  void SetHovered(Command command);
 
   // The scroll bar goes to the right edge of `area`, in widget units; the window is wide enough or it lies
   // over the right margin. `plain`: in disguise.
@@ -175,7 +177,7 @@ class ArticleView : public QObject {
   bool atBbsEnd_ = false;  // the BBS's reader shows the last page
   bool mayRefresh_ = false;
   bool bookmarked_ = false;
-  ArticleCommand hovered_ = ArticleCommand::kNone;
+  Command hovered_ = Command::kNone;
   ArticleBar bar_;
 };
 

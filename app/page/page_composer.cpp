@@ -92,11 +92,9 @@ void PageComposer::ComposeScreen(const ScreenSnapshot& screen, const UnderstoodP
   rowOf_ = styled.rowOf;
   if (sight_.IsNarrow()) MoveIntoSight(PageRowOf(screen.cursorRow), frame.page);
   if (!OffersCommands(screen)) return;
+  const Conditions holds = Conditions().AddIf(parts_.bookmarks.HasOpenArticle(), Condition::kBookmarked);
   ArticleBar bar = MakeArticleBarOver(frame.page[kBottomRow],
-                                      {.bookmarked = parts_.bookmarks.HasOpenArticle(),
-                                       .offers = {ArticleCommand::kBookmark, ArticleCommand::kPush,
-                                                  ArticleCommand::kPushOn, ArticleCommand::kGiveMoney},
-                                       .hovered = hovered_});
+                                      {.offers = MakeCaptions(holds), .hovered = NumberOf(hovered_)});
   frame.page[kBottomRow] = std::move(bar.row);
   captions_ = std::move(bar.areas);
 }
@@ -147,16 +145,17 @@ bool PageComposer::OffersCommands(const ScreenSnapshot& screen) const {
          !parts_.settings.Fields().hideTopLeftIcons;
 }
 
-bool PageComposer::Offers(ArticleCommand command) const {
-  return std::any_of(captions_.begin(), captions_.end(),
-                     [command](const CaptionArea& area) { return area.command == command; });
+bool PageComposer::Offers(Command command) const {
+  return std::any_of(
+      captions_.begin(), captions_.end(),
+      [number = NumberOf(command)](const CaptionArea& area) { return area.command == number; });
 }
 
-ArticleCommand PageComposer::CommandAt(int row, int col) const {
-  return row == kBottomRow ? quillet::CommandAt(captions_, col) : ArticleCommand::kNone;
+Command PageComposer::CommandAt(int row, int col) const {
+  return row == kBottomRow ? CaptionCommandAt(captions_, col) : Command::kNone;
 }
 
-bool PageComposer::SetHovered(ArticleCommand command) {
+bool PageComposer::SetHovered(Command command) {
   if (command == hovered_) return false;
   hovered_ = command;
   article_.SetHovered(command);

@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "app/page/article_captions.h"
 #include "app/page/article_view.h"
 #include "bbs/understood_page.h"
 #include "input/narrow_sight.h"
@@ -50,11 +51,11 @@ class PageComposer {
   void Compose(const ScreenSnapshot& screen, const UnderstoodPage& page, bool caretShown, FrameState& frame);
 
   // Its caption stands in the picture.
-  bool Offers(ArticleCommand command) const;
+  bool Offers(Command command) const;
   // What a click on the cell does.
-  ArticleCommand CommandAt(int row, int col) const;
+  Command CommandAt(int row, int col) const;
   // Returns whether the picture is different.
-  bool SetHovered(ArticleCommand command);
+  bool SetHovered(Command command);
   // The row of the picture that shows the screen's row; -1: none.
   int PageRowOf(int screenRow) const;
   // The screen's row that a row of the picture shows; -1: none, as where the local article is.
@@ -84,7 +85,7 @@ class PageComposer {
   NarrowSight sight_;
   std::array<int, kRows> rowOf_{};
   std::vector<CaptionArea> captions_;
-  ArticleCommand hovered_ = ArticleCommand::kNone;
+  Command hovered_ = Command::kNone;
   std::uint32_t pageKind_ = 0;
   bool acceptsText_ = true;
   // What the BBS showed last of the article that is shown in its place.

@@ -120,7 +120,6 @@ void SideListView::SetCompact(bool compact) {
   if (compact == compact_) return;
   compact_ = compact;
   Arrange();
-  emit CompactChanged(compact);
 }
 
 // ---- State

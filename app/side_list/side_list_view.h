@@ -55,7 +55,6 @@ class SideListView : public QWidget, public Overlay {
   void ArticleChosen(const quillet::ArticleReference& article);
   void Opened();
   void Closed();
-  void CompactChanged(bool compact);
 
  protected:
   void paintEvent(QPaintEvent* event) override;

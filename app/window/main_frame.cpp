@@ -13,6 +13,7 @@
 #include "app/dialogs/connect_dialog.h"
 #include "app/dialogs/id_dialog.h"
 #include "app/dialogs/jump_dialog.h"
+#include "app/dialogs/keys_dialog.h"
 #include "app/dialogs/site_choice.h"
 #include "app/messages/window_title.h"
 #include "app/window/window_icon.h"
@@ -40,13 +41,9 @@ CMainFrame::CMainFrame(CQuillDoc& doc, QWidget* parent)
   setCentralWidget(view_);
   MakeMenus();
   setMinimumSize(kSmallestView + QSize(0, menuBar()->sizeHint().height()));
-  connect(view_, &CQuillView::CommandRequested, this, &CMainFrame::OnCommand);
   connect(view_, &CQuillView::DemoRequested, this, &CMainFrame::DemoRequested);
-  connect(view_, &CQuillView::OptionsRequested, this, &CMainFrame::ShowOptions);
-  connect(view_, &CQuillView::NamesRequested, this, &CMainFrame::AddToNames);
-  connect(&doc_, &CQuillDoc::StatusChanged, this, &CMainFrame::OnStatusChanged);
+  connect(&doc_, &CQuillDoc::StatusChanged, this, &CMainFrame::ShowTitle);
   connect(&settings_, &UserSettings::Changed, this, &CMainFrame::OnSettingsChanged);
-  OnStatusChanged();
   OnSettingsChanged();
   const QSize room = LargestView();
   const bool fits = kFirstSize.width() <= room.width() && kFirstSize.height() <= room.height();
@@ -146,7 +143,6 @@ void CMainFrame::OpenUserPage() {
 }
 
 void CMainFrame::JumpToArticle() {
-  if (!connection_.IsConnected()) return view_->ShowNotice(DescribeNoJump(false));
   JumpDlg dialog(WebHostsOf(doc_.Hosts()), QString::fromStdU16String(doc_.OpenArticle().board),
                  QGuiApplication::clipboard()->text(), this);
   const int answer = dialog.exec();
@@ -154,15 +150,6 @@ void CMainFrame::JumpToArticle() {
   if (answer != QDialog::Accepted) return;
   if (!doc_.GetAutomations().JumpTo(dialog.Article()))
     view_->ShowNotice(DescribeNoJump(connection_.IsConnected()));
-}
-
-void CMainFrame::OnCommand(KeyCommand command) {
-  if (command == KeyCommand::kConnect)
-    AskAddress();
-  else if (command == KeyCommand::kFullScreen)
-    ToggleFullScreen();
-  else if (command == KeyCommand::kWorkMode)
-    ToggleWorkMode();
 }
 
 void CMainFrame::ShowTitle() {
@@ -174,13 +161,6 @@ void CMainFrame::ShowTitle() {
                      .id = settings.titleShowId ? QString::fromStdU16String(doc_.LoginId()) : QString()}));
 }
 
-void CMainFrame::OnStatusChanged() {
-  ShowTitle();
-  disconnect_->setEnabled(connection_.IsConnected() || connection_.IsConnecting());
-  // A dead connection looks as if it were up as long as nothing is sent.
-  reconnect_->setEnabled(connection_.IsClosed() || connection_.IsConnected());
-}
-
 void CMainFrame::ToggleFullScreen() {
   const bool full = !isFullScreen();
   menuBar()->setVisible(!full);
@@ -188,13 +168,11 @@ void CMainFrame::ToggleFullScreen() {
   if (full) wasMaximized_ = isMaximized();
   setWindowState(
       windowState().setFlag(Qt::WindowFullScreen, full).setFlag(Qt::WindowMaximized, wasMaximized_));
-  fullScreen_->setChecked(full);
   view_->setFocus();
 }
 
 void CMainFrame::OnSettingsChanged() {
   const bool work = settings_.Fields().work;
-  workMode_->setChecked(work);
   workMenus_->Show(work ? MenuFace::kEditor : MenuFace::kOwn);
   // None at all would hide the application's own.
   setWindowIcon(work ? MakeDisguiseIcon() : MakeWindowIcon());
@@ -233,6 +211,12 @@ void CMainFrame::ApplyTopmost() {
   // without the keyboard.
   overrideWindowFlags(windowFlags().setFlag(Qt::WindowStaysOnTopHint, on));
   if (windowHandle() != nullptr) windowHandle()->setFlag(Qt::WindowStaysOnTopHint, on);
+}
+
+void CMainFrame::ShowKeys() {
+  KeysDlg dialog(MakeHelp(view_->Commands().State(), view_->WordsForCommands({})), this);
+  dialog.exec();
+  activateWindow();
 }
 
 void CMainFrame::ShowAbout() {

@@ -4,9 +4,9 @@
 #include <functional>
 #include <memory>
 
-#include <QActionGroup>
 #include <QMainWindow>
 
+#include "app/interaction/command_menus.h"
 #include "app/window/quill_view.h"
 #include "app/window/work_menus.h"
 
@@ -50,39 +50,25 @@ class CMainFrame : public QMainWindow {
   QSize LargestView() const;
   int MenuHeight() const;
   void MakeMenus();
-  void MakeConnectionMenu();
-  void MakeEditMenu();
-  void AddSearch(QMenu& menu, SearchEngine engine, const QKeySequence& keys);
-  void MakeLookMenu();
-  void AddPlaces(QMenu& menu);
-  void MakeArticleMenu();
-  void MakeSettingsMenu();
+  void OfferCommands();
+  void AddStateTo(CommandState& state) const;
   void ApplyLayout(LayoutMode mode);
   // Where the window was when the program ended, and how, if that is known.
   void RestorePlace();
   void RememberPlace();
-  void OnCommand(KeyCommand command);
-  void OnStatusChanged();
   void ShowTitle();
   void ToggleFullScreen();
   void OnSettingsChanged();
   void ApplyTopmost();
   void ToggleWorkMode();
+  void ShowKeys();
   void ShowAbout();
 
   CQuillDoc& doc_;
   Connection& connection_;
   UserSettings& settings_;
   CQuillView* view_;
-  QAction* disconnect_ = nullptr;
-  QAction* reconnect_ = nullptr;
-  QAction* fullScreen_ = nullptr;
-  QAction* workMode_ = nullptr;
-  QActionGroup* layouts_ = nullptr;  // by mode
-  QAction* quit_ = nullptr;
-  QAction* copy_ = nullptr;
-  QAction* paste_ = nullptr;
-  QAction* selectAll_ = nullptr;
+  CommandMenus* menus_ = nullptr;
   std::unique_ptr<WorkMenus> workMenus_;
   LayoutMode layout_ = LayoutMode::kOrdinary;
   QSize usualSize_;            // before the small window was chosen

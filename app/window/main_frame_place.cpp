@@ -24,7 +24,7 @@ void CMainFrame::RestorePlace() {
   const auto text = doc_.UserRegistry().Text(kRegistryPath, kWindowName);
   const auto place = text ? ReadWindowPlace(*text) : std::nullopt;
   if (!place) return;
-  layouts_->actions().at(static_cast<int>(place->layout))->trigger();
+  ApplyLayout(place->layout);
   const bool narrow = layout_ == LayoutMode::kNarrow;
   setGeometry(OnScreens(place->window, UsableAreas(), minimumSize()));
   (narrow ? usualSize_ : smallSize_) = place->otherSize.boundedTo(LargestView());

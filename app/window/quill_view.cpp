@@ -18,13 +18,6 @@ namespace {
 
 // What ages keep away from at the right edge, in widget units: the article's scroll bar.
 constexpr qreal kRightInset = 10;
-// The rows that the buttons in the left margin lie beside.
-constexpr int kButtonRows = 5;
-
-bool HasFlagsAtTop(const Page& page) {
-  return std::any_of(page.begin(), page.begin() + kButtonRows,
-                     [](const PageRow& row) { return row.pennants != 0; });
-}
 
 }  // namespace
 
@@ -62,24 +55,25 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
                  .seen = connection_.Seen(),
                  .pageFacts = doc.PageReader()}),
       sideList_(doc.GetBookmarks(), settings_, images_, this),
-      sideButtons_(images_, this),
-      buttonsPart_([this](const OverlayPlace& place) {
-        sideButtons_.Place(place.leftMargin, !place.leftMargin.isEmpty());
-      }),
+      sideButtons_(images_, *this),
+      buttonsPart_([this](const OverlayPlace& /*place*/) { PlaceSideButtons(); }),
       scrollBarPart_([this](const OverlayPlace& place) { article_.PlaceScrollBar(place.area, place.work); }),
       stallSign_(this),
       ime_(*this, surface_),
       keys_(connection_, automations_, doc.Driver(),
-            {.command = [this](KeyCommand command) { OnCommand(command); },
+            {.command = [this](Command command) { runner_.Run(command); },
              .userTypes = [this] { OnUserTypes(); },
              .mustWait = [this] { return article_.Reading().MustWait(); },
              .lost = [this](const LostCharacters& lost) { toast_.Show(DescribeLostCharacters(lost)); },
              .screen = [this]() -> const ScreenSnapshot& { return screen_; },
              .page = [this]() -> const UnderstoodPage& { return page_; }}),
+      runner_({.target = [this] { return TargetNow(); },
+               .refused = [this](Command command, Refusal refusal) { Refuse(command, refusal); }}),
       commands_(doc.GetBookmarks(), article_, keys_,
                 {.refused = [this] { toast_.Show(DescribeNoCommand(connection_.IsConnected())); },
                  .pushOn = [this] { push_.Open(); },
-                 .giveMoney = [this] { money_.Open(); }}),
+                 .giveMoney = [this] { money_.Open(); },
+                 .screen = [this]() -> const ScreenSnapshot& { return screen_; }}),
       shown_(screen_, page_, frame_.page, composer_, article_),
       selection_(shown_, {.changed = [this] { RefreshFrame(); },
                           .scrollBy = [this](int lines) { ScrollSelecting(lines); },
@@ -104,8 +98,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
              .selection = selection_,
              .clipboard = clipboard_,
              .web = web_},
-            {.tell = [this](const QString& words) { toast_.Show(words); },
-             .askForNames = [this](const QString& id) { emit NamesRequested(id); }}),
+            {.tell = [this](const QString& words) { toast_.Show(words); }}),
       nameKeys_(settings_),
       money_({.connection = connection_,
               .automations = automations_,
@@ -145,6 +138,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
   });
   connect(&stallSign_, &StallSign::clicked, &connection_, &Connection::Reconnect);
   ListOverlays();
+  OfferCommands();
   ConnectLogin();
   ConnectArticle();
   ConnectSideLists();
@@ -166,8 +160,7 @@ void CQuillView::OnSettingsChanged() {
 
 void CQuillView::ConnectLogin() {
   connect(&login_, &LoginController::Changed, this, &CQuillView::RefreshPanel);
-  connect(&login_, &LoginController::AddressRequested, this,
-          [this] { emit CommandRequested(KeyCommand::kConnect); });
+  connect(&login_, &LoginController::AddressRequested, this, [this] { runner_.Run(Command::kConnect); });
   connect(&login_, &LoginController::DemoRequested, this, &CQuillView::DemoRequested);
   connect(&automations_, &Automations::JumpEnded, this,
           [this](const ArticleReference& article, JumpResult result) {
@@ -211,7 +204,7 @@ void CQuillView::ConnectSideLists() {
     if (!automations_.JumpTo(article)) ShowNotice(DescribeNoJump(connection_.IsConnected()));
   });
   connect(&sideList_, &SideListView::Closed, this, [this] { setFocus(); });
-  connect(&sideButtons_, &SideButtons::Clicked, this, &CQuillView::OnSideButton);
+  connect(&sideButtons_, &SideButtons::Clicked, this, [this](Command command) { runner_.Run(command); });
   connect(&background_, &BackgroundPicture::Loaded, this, &CQuillView::ApplyBackground);
   connect(&background_, &BackgroundPicture::Failed, this,
           [this](const QString& source, const QString& reason) {
@@ -229,20 +222,6 @@ void CQuillView::ConnectSearch() {
 void CQuillView::OnUserTypes() {
   search_.StopAsking();
   article_.OnUserKey();
-}
-
-void CQuillView::OnSideButton(SideButton button) {
-  switch (button) {
-    case SideButton::kHotList:
-      return sideList_.Toggle(ArticleListKind::kHot);
-    case SideButton::kTrackedList:
-      return sideList_.Toggle(ArticleListKind::kTracked);
-    case SideButton::kBookmarkList:
-      return sideList_.Toggle(ArticleListKind::kBookmarks);
-    case SideButton::kOptions:
-      emit OptionsRequested();
-      break;
-  }
 }
 
 void CQuillView::TellNews(const ArticleNews& news) {
@@ -265,24 +244,24 @@ void CQuillView::ListOverlays() {
 
 void CQuillView::PlaceOverlays() {
   if (composer_.SetRowsInSight(surface_.CurrentLayout().rowsInSight)) ShowOtherLines();
-  flagsAtTop_ = HasFlagsAtTop(frame_.page);
   overlays_.PlaceAll(PlaceOfOverlays());
 }
 
 OverlayPlace CQuillView::PlaceOfOverlays() const {
   const Layout& layout = surface_.CurrentLayout();
   const qreal scale = surface_.Scale();
-  OverlayPlace place{.area = rect(),
-                     .unit = layout.rowHeight / scale,
-                     .footTop = surface_.CellRect(kBottomRow, 0).top(),
-                     .font = font(),
-                     .work = settings_.Fields().work};
-  // The flags of listed ids stand in the margin too, and come first.
-  if (!settings_.Fields().hideTopLeftIcons && !place.work && !flagsAtTop_) {
-    const int left = std::min(layout.originX, layout.pushOriginX);
-    place.leftMargin = QRect(0, qFloor(layout.originY / scale), qMax(0, qFloor(left / scale)), height());
-  }
-  return place;
+  return {.area = rect(),
+          .unit = layout.rowHeight / scale,
+          .footTop = surface_.CellRect(kBottomRow, 0).top(),
+          .font = font(),
+          .work = settings_.Fields().work};
+}
+
+void CQuillView::PlaceSideButtons() {
+  const qreal scale = surface_.Scale();
+  SideRoom room = SideRoomOf(surface_.CurrentLayout(), frame_.page, qRound(height() * scale), scale);
+  if (settings_.Fields().hideTopLeftIcons || settings_.Fields().work) room.wish = SideRoom::Wish::kHidden;
+  sideButtons_.Place(room);
 }
 
 void CQuillView::SetLayoutMode(LayoutMode mode) {
@@ -423,7 +402,8 @@ void CQuillView::RefreshFrame() {
   search_.Decorate(frame_.page);
   selection_.Decorate(frame_.page);
   surface_.Refresh(frame_);
-  if (HasFlagsAtTop(frame_.page) != flagsAtTop_) PlaceOverlays();
+  PlaceSideButtons();
+  sideButtons_.Follow(runner_.State({}));
 }
 
 void CQuillView::paintEvent(QPaintEvent* event) {

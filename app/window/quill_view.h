@@ -11,6 +11,7 @@
 #include "app/document/quill_doc.h"
 #include "app/interaction/article_commands.h"
 #include "app/interaction/clipboard_controller.h"
+#include "app/interaction/command_runner.h"
 #include "app/interaction/edit_commands.h"
 #include "app/interaction/ime_adapter.h"
 #include "app/interaction/key_dispatch.h"
@@ -50,32 +51,21 @@ class CQuillView : public QWidget {
   // The document's settings are different, or could not be saved.
   void OnSettingsChanged();
   void ApplyDisplaySettings();
-  // On what is selected, or on what lies under the pointer or the BBS's cursor.
-  void Edit(EditCommand command);
-  // All links in sight, to choose one of for kOpenLink or kCopyLink.
-  void ShowLinks(EditCommand use);
+  // Every command that the menus, keys and buttons give; the window adds its own.
+  CommandRunner& Commands() { return runner_; }
+  // For the menus' words.
+  CommandWords WordsForCommands(const CommandTarget& target) const;
   // The user id under the pointer, else the one at the BBS's cursor; empty when there is none.
   QString IdInQuestion() const;
   void OpenUserPage(const QString& id) { web_.OpenUserPage(id.toStdU16String()); }
-  // Shows or hides the places of push addresses.
-  void TogglePlaces();
   // An entry of the lists has been made in a dialog.
   void NoteAddedName(const QString& id) { nameKeys_.NoteAdded(id.toStdU16String()); }
-  // What the Tab key does on pages with ids.
-  void Reveal();
-  // A key that the client keeps for itself, for those who need it on the BBS.
-  void SendControl(char code);
   void ShowNotice(const PanelText& notice);
   // Opens the login form.
   void AskLogin();
 
   void SetLayoutMode(LayoutMode mode);
-  // On the article that is open; says so when there is none.
-  void PerformArticleCommand(ArticleCommand command);
-  // In the article that is shown; says so when there is none.
-  void Search(SearchStep step);
   SideListView& SideList() { return sideList_; }
-  SideButtons& Buttons() { return sideButtons_; }
 
   const ScreenSnapshot& Screen() const { return screen_; }
   const FrameState& Frame() const { return frame_; }
@@ -98,13 +88,8 @@ class CQuillView : public QWidget {
   QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
  signals:
-  // The frame's business: the address dialog, full screen.
-  void CommandRequested(KeyCommand command);
   // With a login, or null.
   void DemoRequested(const quillet::LoginOrder& login);
-  void OptionsRequested();
-  // The dialog of the black and white lists, for an id that may be empty.
-  void NamesRequested(const QString& id);
 
  protected:
   bool event(QEvent* event) override;
@@ -130,8 +115,14 @@ class CQuillView : public QWidget {
   void SelectByKey(SelectStep step);
   void ChangeName(NameKey key, int colour);
   void PerformPanelAction(PanelAction action);
-  void OnCommand(KeyCommand command);
-  void OnSideButton(SideButton button);
+  void OfferCommands();
+  void OfferPageCommands();
+  void AddStateTo(CommandState& state) const;
+  void Refuse(Command command, Refusal refusal);
+  // All links in sight, to choose one of for kOpenLink or kCopyLink.
+  void ShowLinks(Command use);
+  void TogglePlaces();
+  void Reveal();
   void OnUserTypes();
   void SendBytes(std::string bytes);
   void TakeMessages();
@@ -146,12 +137,15 @@ class CQuillView : public QWidget {
   // Bytes for the BBS.
   void ActOnMouse(const MouseAction& action);
   void ShowMenuOfPlace(const QPoint& at, std::optional<CellPosition> cell);
-  EditTarget TargetAt(CellPosition cell) const;
+  CommandTarget TargetAt(CellPosition cell) const;
+  // Under the pointer, else at the BBS's cursor.
+  CommandTarget TargetNow() const;
   std::u16string IdAtCell(int row, int col) const;
   void ApplyBackground();
   void ListOverlays();
   OverlayPlace PlaceOfOverlays() const;
   void PlaceOverlays();
+  void PlaceSideButtons();
   void RefreshPanel();
   void RefreshFrame();
   // The picture shows other lines than before, or the same ones elsewhere or otherwise.
@@ -169,7 +163,6 @@ class CQuillView : public QWidget {
   UnderstoodPage page_;  // what stands on it, marked with the user's keywords
   FrameState frame_;
   unsigned screenCount_ = 0;
-  bool flagsAtTop_ = false;  // in the picture; the side buttons leave them the margin
   OverlayStack overlays_;
   EmbeddedImages images_;
   FrameSurface surface_;
@@ -189,6 +182,7 @@ class CQuillView : public QWidget {
   ToldProblems toldProblems_;
   ImeAdapter ime_;
   KeyDispatch keys_;
+  CommandRunner runner_;
   ArticleCommands commands_;
   ShownText shown_;
   SelectionControl selection_;

@@ -1,13 +1,9 @@
-// The view's ways in: keys, input method, mouse, and the commands that they and the menus give.
+// The view's ways in: keys, input method, mouse.
 #include "app/interaction/author_at_cursor.h"
-#include "app/interaction/context_menu.h"
 #include "app/interaction/key_adapter.h"
-#include "app/messages/article_messages.h"
 #include "app/window/quill_view.h"
 #include "bbs/page_flags.h"
 #include "input/id_at.h"
-#include "platform/clock.h"
-#include "settings/setting_table.h"
 
 namespace quillet {
 
@@ -24,7 +20,7 @@ WindowState CQuillView::StateForKeys() const {
                     .articleShown = article_.IsShown(),
                     .article = article_.Paging(),
                     .articleOpen = connection_.Seen().articleOpen,
-                    .commandsOffered = composer_.Offers(ArticleCommand::kBookmark),
+                    .commandsOffered = composer_.Offers(Command::kBookmark),
                     .idUnderPointer = cell && !IdAtCell(cell->row, cell->col).empty(),
                     .addBlackHotKey = settings_.Fields().addBlackHotKey,
                     .preventArticleChange = settings_.Fields().preventUpDownChangeArticle,
@@ -50,7 +46,7 @@ bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
     case KeyRoute::kSideList:
       return overlays_.OnKey(decision);
     case KeyRoute::kSearch:
-      Search(decision.search);
+      search_.Perform(decision.search);
       return true;
     case KeyRoute::kSelection:
       SelectByKey(decision.select);
@@ -81,7 +77,7 @@ bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
   }
   const bool taken = keys_.Perform(decision.action);
   // The next Ctrl+C is the BBS's again.
-  const bool copiesByBbsKey = decision.action.command == KeyCommand::kCopy && event.key() == Qt::Key_C &&
+  const bool copiesByBbsKey = decision.action.command == Command::kCopy && event.key() == Qt::Key_C &&
                               !event.modifiers().testFlag(Qt::ShiftModifier);
   if (decision.route != KeyRoute::kCommand || copiesByBbsKey) selection_.Clear();
   return taken;
@@ -101,28 +97,13 @@ void CQuillView::ChangeName(NameKey key, int colour) {
   if (!told.isEmpty()) toast_.Show(told);
 }
 
-void CQuillView::Search(SearchStep step) {
-  if (article_.IsShown())
-    search_.Perform(step);
-  else
-    toast_.Show(DescribeNoCommand(connection_.IsConnected()));
-}
-
-void CQuillView::PerformArticleCommand(ArticleCommand command) {
-  const bool reading = (screen_.pageFlags & PF_READING) != 0 && doc_.OpenArticle().IsArticle();
-  if (article_.IsShown() || reading)
-    commands_.Perform(command);
-  else
-    toast_.Show(DescribeNoCommand(connection_.IsConnected()));
-}
-
 void CQuillView::PerformPanelAction(PanelAction action) {
   switch (action) {
     case PanelAction::kReconnect:
       connection_.Reconnect();
       break;
     case PanelAction::kAskAddress:
-      emit CommandRequested(KeyCommand::kConnect);
+      runner_.Run(Command::kConnect);
       break;
     case PanelAction::kAskLogin:
       AskLogin();
@@ -136,45 +117,6 @@ void CQuillView::PerformPanelAction(PanelAction action) {
   }
   overlays_.Repaint(panel_);
   RefreshPanel();
-}
-
-void CQuillView::OnCommand(KeyCommand command) {
-  switch (command) {
-    case KeyCommand::kPaste:
-      return Edit(EditCommand::kPaste);
-    case KeyCommand::kCopy:
-      return Edit(EditCommand::kCopy);
-    case KeyCommand::kReveal:
-      return Reveal();
-    case KeyCommand::kBookmark:
-      return commands_.Perform(ArticleCommand::kBookmark);
-    case KeyCommand::kPush:
-      return commands_.Perform(ArticleCommand::kPush);
-    case KeyCommand::kPushOn:
-      return commands_.Perform(ArticleCommand::kPushOn);
-    case KeyCommand::kGiveMoney:
-      return commands_.Perform(ArticleCommand::kGiveMoney);
-    case KeyCommand::kTogglePlaces:
-      return TogglePlaces();
-    case KeyCommand::kConnect:
-    case KeyCommand::kFullScreen:
-    case KeyCommand::kWorkMode:
-    case KeyCommand::kNone:
-      emit CommandRequested(command);
-      break;
-  }
-}
-
-void CQuillView::TogglePlaces() {
-  if (!RowOf(&Settings::ipToName).Acts()) return toast_.Show(DescribeActsNotYet(u"推文IP轉地理位置"_qs));
-  const bool on = !settings_.Fields().ipToName;
-  settings_.Set(&Settings::ipToName, on);
-  toast_.Show(on ? u"推文IP轉地理位置：開"_qs : u"推文IP轉地理位置：關"_qs);
-}
-
-void CQuillView::Reveal() {
-  composer_.PressReveal(SteadyMilliseconds());
-  ShowOtherLines();
 }
 
 void CQuillView::inputMethodEvent(QInputMethodEvent* event) {
@@ -197,7 +139,7 @@ bool CQuillView::focusNextPrevChild(bool /*next*/) {
 }
 
 PointerControl::Handlers CQuillView::PointerHandlers() {
-  return {.perform = [this](ArticleCommand command) { commands_.Perform(command); },
+  return {.perform = [this](Command command) { runner_.Run(command); },
           .open = [this](const TextLink& link) { web_.Open(link); },
           .act = [this](const MouseAction& action) { ActOnMouse(action); },
           .pastePrimary = [this] { clipboard_.Paste(QClipboard::Selection); },
@@ -260,42 +202,6 @@ QString CQuillView::IdInQuestion() const {
   std::u16string id = cell ? IdAtCell(cell->row, cell->col) : std::u16string();
   if (id.empty()) id = AuthorAtCursor(screen_, page_, doc_.OpenArticle());
   return QString::fromStdU16String(id);
-}
-
-EditTarget CQuillView::TargetAt(CellPosition cell) const {
-  return {.link = links_.LinkAt(cell.row, cell.col), .id = IdAtCell(cell.row, cell.col)};
-}
-
-void CQuillView::ShowMenuOfPlace(const QPoint& at, std::optional<CellPosition> cell) {
-  const EditTarget target = cell ? TargetAt(*cell) : EditTarget{};
-  const ContextFacts facts{.selection = QString::fromStdU16String(selection_.Text()),
-                           .target = target,
-                           .connected = connection_.IsConnected(),
-                           .firstEngine = web_.EngineName(SearchEngine::kFirst),
-                           .secondEngine = web_.EngineName(SearchEngine::kSecond)};
-  // What was selected may have gone while the menu was open.
-  const bool wasSelected = selection_.IsShown();
-  ShowContextMenu(*this, at, facts, [this, target, wasSelected](EditCommand command) {
-    if (wasSelected && !selection_.IsShown() && IsAboutSelection(command))
-      toast_.Show(u"選取的文字已經不在畫面上"_qs);
-    else
-      edit_.Perform(command, target);
-  });
-}
-
-void CQuillView::Edit(EditCommand command) {
-  EditTarget target{.link = links_.Current(), .id = IdInQuestion().toStdU16String()};
-  edit_.Perform(command, target);
-}
-
-void CQuillView::ShowLinks(EditCommand use) {
-  const QPointF at = surface_.CellRect(1, 1).topLeft();
-  ShowLinkMenu(*this, mapToGlobal(at.toPoint()), links_.LinksInSight(),
-               [this, use](const TextLink& link) { edit_.Perform(use, {.link = link, .id = {}}); });
-}
-
-void CQuillView::SendControl(char code) {
-  SendBytes(std::string(1, code));
 }
 
 }  // namespace quillet

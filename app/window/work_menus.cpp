@@ -4,30 +4,23 @@
 #include <QMenuBar>
 #include <QMessageBox>
 
+#include "app/interaction/command_menus.h"
+
 namespace quillet {
 
-WorkMenus::WorkMenus(QMenuBar& bar, const Items& items) : own_(bar.actions()) {
-  const auto add = [&](const QString& title) {
-    QMenu* const menu = bar.addMenu(title);
-    editor_.append(menu->menuAction());
-    return menu;
+WorkMenus::WorkMenus(QMenuBar& bar, CommandMenus& menus) {
+  const auto add = [&](QList<QAction*>& face, CommandMenu which) {
+    const std::u16string_view title = TitleOf(which);
+    QMenu* const menu = bar.addMenu(QStringView(title).toString());
+    menus.Fill(*menu, which);
+    face.append(menu->menuAction());
   };
-  QMenu* const file = add(u"檔案(&F)"_qs);
-  // As in an editor whose text is as it was saved.
-  for (const QString& text : {u"儲存檔案(&S)"_qs, u"列印…(&P)"_qs})
-    file->addAction(text)->setEnabled(false);
-  file->addSeparator();
-  file->addAction(items.quit);
-  QMenu* const edit = add(u"編輯(&E)"_qs);
-  edit->addActions({items.copy, items.paste});
-  edit->addSeparator();
-  edit->addAction(items.selectAll);
-  QMenu* const look = add(u"檢視(&V)"_qs);
-  look->addAction(items.fullScreen);
-  // For whoever has forgotten the keys; the keys themselves are those of the client's own entry.
-  QObject::connect(look->addAction(u"一般檢視(&N)\tAlt+W"_qs), &QAction::triggered, items.leave);
-  QMenu* const help = add(u"說明(&H)"_qs);
-  QObject::connect(help->addAction(u"關於記事本(&A)"_qs), &QAction::triggered, items.about);
+  for (const CommandMenu which : {CommandMenu::kConnection, CommandMenu::kEdit, CommandMenu::kLook,
+                                  CommandMenu::kArticle, CommandMenu::kSettings, CommandMenu::kHelp})
+    add(own_, which);
+  for (const CommandMenu which : {CommandMenu::kEditorFile, CommandMenu::kEditorEdit,
+                                  CommandMenu::kEditorLook, CommandMenu::kEditorHelp})
+    add(editor_, which);
   Show(MenuFace::kOwn);
 }
 

@@ -29,6 +29,7 @@ enum class EmbeddedImage {
   kFolder = 366,  // of a side list
   kNews = 370,    // new push lines have come
   kEdited = 371,  // the author has changed the article
+  // From 401 on: of the commands on a page, which number them (input/command_table).
 };
 
 class EmbeddedImages {

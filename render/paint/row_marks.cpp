@@ -50,6 +50,12 @@ bool PennantsFit(std::uint8_t pennants, int room) {
   return room >= kNarrowestFlag * CountOf(pennants);
 }
 
+int PennantsWidth(std::uint8_t pennants, int height, int room) {
+  const int count = CountOf(pennants);
+  if (count == 0 || !PennantsFit(pennants, room)) return 0;
+  return count * std::min(std::max(kNarrowestFlag, height * 2 / 5), room / count);
+}
+
 std::uint32_t RowMarks::PennantColour(int number) const {
   if (number == kBlueFlag) return kit_.colours.ReadableBlue();
   return kit_.colours.At(kPennantFore[number - 1]);
@@ -72,8 +78,7 @@ void RowMarks::PaintPennants() {
 }
 
 void RowMarks::PaintFlags(int count) {
-  const int wanted = std::max(kNarrowestFlag, place_.height * 2 / 5);
-  const int pitch = std::min(wanted, place_.left / count);
+  const int pitch = PennantsWidth(row_.page.pennants, place_.height, place_.left) / count;
   const int width = std::max(pitch - std::max(1, pitch / 6), 1);
   const int height = std::min(place_.height * 3 / 5, 2 * width);
   int x = place_.left - count * pitch;

@@ -20,6 +20,8 @@ struct MarkKit {
 
 // Whether a margin `room` pixels wide holds the flags; they are drawn over the row's first cells otherwise.
 bool PennantsFit(std::uint8_t pennants, int room);
+// How much of its end they take there, beside a row of this height; 0 where they do not fit.
+int PennantsWidth(std::uint8_t pennants, int height, int room);
 
 class RowMarks {
  public:

@@ -21,7 +21,7 @@ KeyAction Bytes(std::string bytes) {
   return {.kind = KeyActionKind::kSendBytes, .bytes = std::move(bytes)};
 }
 
-KeyAction Command(KeyCommand command) {
+KeyAction Give(Command command) {
   return {.kind = KeyActionKind::kCommand, .command = command};
 }
 
@@ -81,12 +81,12 @@ TEST_F(KeyControlTest, EditingKeysAndControlCodes) {
 }
 
 TEST_F(KeyControlTest, ClientCommands) {
-  EXPECT_EQ(Decide({.virtualKey = 'V', .control = true, .text = u"\x16"}), Command(KeyCommand::kPaste));
-  EXPECT_EQ(Decide({.virtualKey = kKeyInsert, .shift = true}), Command(KeyCommand::kPaste));
-  EXPECT_EQ(Decide({.virtualKey = kKeyInsert, .control = true}), Command(KeyCommand::kCopy));
-  EXPECT_EQ(Decide({.virtualKey = 'C', .control = true, .shift = true}), Command(KeyCommand::kCopy));
-  EXPECT_EQ(Decide({.virtualKey = kKeyF11}), Command(KeyCommand::kFullScreen));
-  EXPECT_EQ(Decide({.virtualKey = 'W', .alt = true, .text = u"w"}), Command(KeyCommand::kWorkMode));
+  EXPECT_EQ(Decide({.virtualKey = 'V', .control = true, .text = u"\x16"}), Give(Command::kPaste));
+  EXPECT_EQ(Decide({.virtualKey = kKeyInsert, .shift = true}), Give(Command::kPaste));
+  EXPECT_EQ(Decide({.virtualKey = kKeyInsert, .control = true}), Give(Command::kCopy));
+  EXPECT_EQ(Decide({.virtualKey = 'C', .control = true, .shift = true}), Give(Command::kCopy));
+  EXPECT_EQ(Decide({.virtualKey = kKeyF11}), Give(Command::kFullScreen));
+  EXPECT_EQ(Decide({.virtualKey = 'W', .alt = true, .text = u"w"}), Give(Command::kWorkMode));
   EXPECT_EQ(Decide({.virtualKey = 'W', .shift = true, .alt = true, .text = u"W"}), KeyAction{});
   EXPECT_EQ(Decide({.virtualKey = 'V', .control = true, .alt = true, .text = u"“"}), Text(u"“")) << "AltGr";
 }

@@ -43,7 +43,7 @@ KeyDecision On(KeyRoute route) {
 KeyDecision OnKey(KeyRoute route, int virtualKey) {
   return {.route = route, .action = {.virtualKey = virtualKey}};
 }
-KeyDecision Command(KeyCommand command) {
+KeyDecision Give(Command command) {
   return {.route = KeyRoute::kCommand, .action = {.kind = KeyActionKind::kCommand, .command = command}};
 }
 KeyDecision Select(SelectStep step) {
@@ -127,9 +127,8 @@ TEST_F(PreTranslationTest, TheSideListTakesEveryPlainKeyButTab) {
   for (const KeyPress& press : {kEscape, kEnter, Key(kKeyUp), Shifted(kKeyUp), Char(u'd'), Char(u'm')})
     EXPECT_EQ(Decide(press, PageKind::kReader, window), OnKey(KeyRoute::kSideList, press.virtualKey));
   EXPECT_EQ(Decide(Char(u'`'), PageKind::kReader, window), OnKey(KeyRoute::kSideList, 0));
-  EXPECT_EQ(Decide(kTab, PageKind::kReader, window), Command(KeyCommand::kReveal));
-  EXPECT_EQ(Decide({.virtualKey = 'V', .control = true}, PageKind::kReader, window),
-            Command(KeyCommand::kPaste));
+  EXPECT_EQ(Decide(kTab, PageKind::kReader, window), Give(Command::kReveal));
+  EXPECT_EQ(Decide({.virtualKey = 'V', .control = true}, PageKind::kReader, window), Give(Command::kPaste));
   const KeyPress controlQ{.virtualKey = 'Q', .control = true};
   EXPECT_EQ(Decide(controlQ, PageKind::kReader, window), ForBbs(controlQ));
 }
@@ -177,7 +176,7 @@ TEST_F(PreTranslationTest, TabShowsNotesWhereIdsAreAndTheBackQuoteIsTheBbssTab) 
     EXPECT_EQ(Decide(Char(u'`'), kind), ForBbs(Char(u'`'))) << static_cast<int>(kind);
   }
   for (const PageKind kind : {PageKind::kList, PageKind::kArticleList, PageKind::kReader}) {
-    EXPECT_EQ(Decide(kTab, kind), kind == PageKind::kList ? Tabulator() : Command(KeyCommand::kReveal));
+    EXPECT_EQ(Decide(kTab, kind), kind == PageKind::kList ? Tabulator() : Give(Command::kReveal));
     EXPECT_EQ(Decide(Char(u'`'), kind), Tabulator()) << static_cast<int>(kind);
   }
   EXPECT_EQ(Decide(kTab, PageKind::kReader, {}, KeyPhase::kRepeat), On(KeyRoute::kSwallowed))
@@ -189,21 +188,21 @@ TEST_F(PreTranslationTest, TabShowsNotesWhereIdsAreAndTheBackQuoteIsTheBbssTab) 
 
 TEST_F(PreTranslationTest, TheCaptionsKeysAndThePlacesAreTheArticles) {
   const WindowState article{.articleOpen = true, .commandsOffered = true};
-  const std::pair<char16_t, KeyCommand> keys[] = {{u'm', KeyCommand::kBookmark},
-                                                  {u'p', KeyCommand::kPush},
-                                                  {u'x', KeyCommand::kPushOn},
-                                                  {u'g', KeyCommand::kGiveMoney},
-                                                  {u'i', KeyCommand::kTogglePlaces}};
+  const std::pair<char16_t, Command> keys[] = {{u'm', Command::kBookmark},
+                                               {u'p', Command::kPush},
+                                               {u'x', Command::kPushOn},
+                                               {u'g', Command::kGiveMoney},
+                                               {u'i', Command::kTogglePlaces}};
   for (const auto& [character, command] : keys) {
     const KeyPress press = Char(character);
-    EXPECT_EQ(Decide(press, PageKind::kReader, article), Command(command));
+    EXPECT_EQ(Decide(press, PageKind::kReader, article), Give(command));
     EXPECT_EQ(Decide(press, PageKind::kReader, article, KeyPhase::kRepeat), On(KeyRoute::kSwallowed));
     EXPECT_EQ(Decide(press, PageKind::kReader), ForBbs(press)) << "a help text";
     EXPECT_EQ(Decide(press, PageKind::kArticleList, article), ForBbs(press));
     const KeyPress control{.virtualKey = press.virtualKey, .control = true, .text = u"\x01"};
     EXPECT_EQ(Decide(control, PageKind::kReader, article), ForBbs(control));
   }
-  EXPECT_EQ(Decide(Char(u'i'), PageKind::kReader, {.articleOpen = true}), Command(KeyCommand::kTogglePlaces))
+  EXPECT_EQ(Decide(Char(u'i'), PageKind::kReader, {.articleOpen = true}), Give(Command::kTogglePlaces))
       << "without captions too";
 }
 
@@ -217,7 +216,7 @@ TEST_F(PreTranslationTest, TheLocalArticleMovesFirstAndHandsOnWhatLeavesIt) {
   };
   EXPECT_EQ(Decide(Key(kKeyDown), PageKind::kReader, window), paging(PagingAction::Kind::kScrollTo, 1));
   EXPECT_EQ(Decide(Key(kKeyLeft), PageKind::kReader, window), ForBbs(Key(kKeyLeft)));
-  EXPECT_EQ(Decide(Char(u'm'), PageKind::kReader, window), Command(KeyCommand::kBookmark));
+  EXPECT_EQ(Decide(Char(u'm'), PageKind::kReader, window), Give(Command::kBookmark));
   EXPECT_EQ(Decide(Key(kKeyDown), PageKind::kPause, window), paging(PagingAction::Kind::kScrollTo, 1))
       << "an automation works under the article";
   window.article.top = 77;
@@ -284,7 +283,7 @@ TEST_F(PreTranslationTest, ShiftSelectsButNotWhereThatWouldBeFeltAsTyping) {
   }
   EXPECT_EQ(Decide(Shifted(kKeyPageDown), PageKind::kMenu), ForBbs(Shifted(kKeyPageDown)));
   EXPECT_EQ(Decide(kControlC, PageKind::kEditor), ForBbs(kControlC));
-  EXPECT_EQ(Decide(kControlC, PageKind::kEditor, {.selectionShown = true}), Command(KeyCommand::kCopy));
+  EXPECT_EQ(Decide(kControlC, PageKind::kEditor, {.selectionShown = true}), Give(Command::kCopy));
 }
 
 // ---- For every key

@@ -96,21 +96,21 @@ void ShootDialog(DemoRun& run, const QString& name) {
 
 void ShootCaptionDialogs(DemoRun& run) {
   run.Await("the whole article", [&] { return run.View().Article().Reading().Lines().IsComplete(); });
-  run.View().PerformArticleCommand(ArticleCommand::kPushOn);
+  run.View().Commands().Run(Command::kPushOn);
   if (Dialog() != nullptr)
     for (QPlainTextEdit* const field : Dialog()->findChildren<QPlainTextEdit*>())
       field->setPlainText(
           u"這場比賽我從第一局看到第九局，連廣告都沒有轉台，中間還去樓下買了一份雞排，"
           u"回來的時候剛好看到那支再見安打飛過左外野的牆。\n謝謝兩隊，明年見！"_qs);
   ShootDialog(run, "push-on");
-  run.View().PerformArticleCommand(ArticleCommand::kGiveMoney);
+  run.View().Commands().Run(Command::kGiveMoney);
   ShootDialog(run, "give-money");
 }
 
 void ShootPasteQuestion(DemoRun& run) {
   QApplication::clipboard()->setText(
       u"早安，各位板友：\n昨天的比賽大家都看了嗎？\n我把筆記整理在下面。\n"_qs);
-  run.View().Edit(EditCommand::kPaste);
+  run.View().Commands().Run(Command::kPaste);
   ShootDialog(run, "paste-question");
 }
 

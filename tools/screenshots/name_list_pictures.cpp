@@ -40,11 +40,11 @@ void TreatTitles(DemoRun& run, TitleTreatment level) {
 }
 
 void RevealAndTake(DemoRun& run, const QString& name) {
-  run.View().Reveal();
+  run.View().Commands().Run(Command::kReveal);
   run.Save(name + "-tab");
-  run.View().Reveal();
+  run.View().Commands().Run(Command::kReveal);
   run.Save(name + "-tab-twice");
-  run.View().Reveal();
+  run.View().Commands().Run(Command::kReveal);
 }
 
 void ShootPushes(DemoRun& run) {

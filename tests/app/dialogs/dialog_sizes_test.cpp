@@ -9,6 +9,7 @@
 #include "app/dialogs/give_money_dlg.h"
 #include "app/dialogs/id_dialog.h"
 #include "app/dialogs/jump_dialog.h"
+#include "app/dialogs/keys_dialog.h"
 #include "app/dialogs/push_on_dlg.h"
 #include "app/interaction/paste_question.h"
 #include "app/messages/text_messages.h"
@@ -88,6 +89,7 @@ TEST_F(DialogSizesTest, LargeTextFitsASmallScreen) {
           std::vector<RecentSite>(8, {.address = u"wss://bbs.example.org:443/bbs", .name = u"名"}));
       CheckNew<JumpDlg>(WebHosts{}, u"Board"_qs, QString());
       CheckNew<IdDlg>(u"Mossgrov1234"_qs);
+      CheckNew<KeysDlg>(MakeHelp({}, {}));
       CheckMoney();
       CheckPushes();
       CheckBoxes();

@@ -17,7 +17,7 @@ class GiveMoneyTest : public DemoArticleTest {
   GiveMoneyDlg* Dialog() { return Desk().Dialog(); }
   // The dialog over the whole article.
   GiveMoneyDlg& Ask() {
-    View().PerformArticleCommand(ArticleCommand::kGiveMoney);
+    View().Commands().Run(Command::kGiveMoney);
     EXPECT_TRUE(Until([&] { return Dialog() != nullptr && Send().isEnabled(); }));
     return *Dialog();
   }
@@ -74,7 +74,7 @@ TEST_F(GiveMoneyTest, NothingCanBeSentBeforeTheArticleIsWhole) {
   doc->GetSettings().Set(&Settings::webArticle, false);
   ASSERT_TRUE(doc->GetAutomations().JumpTo(longest));
   ASSERT_TRUE(Until([&] { return doc->OpenArticle().IsArticle() && IsIdle(); }));
-  View().PerformArticleCommand(ArticleCommand::kGiveMoney);
+  View().Commands().Run(Command::kGiveMoney);
   ASSERT_NE(Dialog(), nullptr);
   EXPECT_FALSE(Send().isEnabled());
   EXPECT_NE(Note().indexOf(u"還沒有讀完"_qs), -1) << Note().toStdString();

@@ -31,7 +31,7 @@ class PushOnTest : public DemoArticleTest {
   PushOnDlg* Dialog() { return View().Push().Dialog(); }
   QString Said() { return View().LastToast().Text(); }
   PushOnDlg& OpenDialog() {
-    View().PerformArticleCommand(ArticleCommand::kPushOn);
+    View().Commands().Run(Command::kPushOn);
     if (Dialog() == nullptr) throw std::runtime_error("no dialog: " + Said().toStdString());
     Until([this] { return Dialog()->isVisible(); });
     return *Dialog();

@@ -241,6 +241,35 @@ TEST_F(HandsTest, TheLineThatAClickWouldOpenIsShownBefore) {
   EXPECT_TRUE(shownAt(At(6, 40.5)).empty()) << "clicks do nothing";
 }
 
+TEST_F(HandsTest, TheButtonsBesideThePageAreItsOwnAndWorkByKeyboard) {
+  frame->SizeForView({1280, 720});
+  const auto offers = [&](const QString& name) {
+    QCoreApplication::processEvents();
+    for (const auto* const button : View().findChildren<QAbstractButton*>())
+      if (button->text() == name && button->isVisible()) return button->isEnabled();
+    return false;
+  };
+  EXPECT_TRUE(offers(u"打開"_qs) && offers(u"熱門文章"_qs) && !offers(u"發表文章"_qs));
+  GoToBoard();
+  EXPECT_TRUE(offers(u"發表文章"_qs) && !offers(u"加入書籤"_qs));
+  GoToArticle(kTextTitle);
+  EXPECT_TRUE(offers(u"加入書籤"_qs) && !offers(u"發表文章"_qs));
+  Press(Qt::Key_F6);
+  Press(Qt::Key_Down);
+  Press(Qt::Key_Down);
+  Enter();
+  EXPECT_TRUE(Until([&] { return Article().TopLine() > 0; })) << "to the end";
+  EXPECT_TRUE(View().hasFocus());
+  Press(Qt::Key_F6);
+  Enter();
+  ASSERT_TRUE(AtList()) << ScreenAsUtf8();
+  Press(Qt::Key_F6);
+  TypeText("q");
+  ASSERT_TRUE(AtMainMenu()) << "who types means the terminal";
+  doc->GetSettings().Set(&Settings::hideTopLeftIcons, true);
+  EXPECT_FALSE(offers(u"打開"_qs));
+}
+
 // ---- Selecting and copying
 
 TEST_F(HandsTest, ADragThroughTheMiddleOfCharactersCopiesWholeOnes) {
@@ -328,7 +357,7 @@ TEST_F(HandsTest, HtmlHasThePushLinesAsThePictureShowsThem) {
   const Spot push = Find(u"好");
   ASSERT_GE(push.row, 0);
   Drag(At(push.row, 0), At(push.row + 1, 0));
-  View().Edit(EditCommand::kCopyHtml);
+  View().Commands().Run(Command::kCopyHtml);
   const QString html = QGuiApplication::clipboard()->mimeData()->html();
   const Palette& palette = PaletteOf(PaletteKind::kNormal);
   const PageCell& cell =
@@ -351,7 +380,7 @@ TEST_F(HandsTest, HiddenPushesAreNeitherCopiedNorFollowed) {
   const Spot link = Find(kSecretLink);
   ASSERT_GE(link.row, 0);
   const auto copied = [&] {
-    View().Edit(EditCommand::kSelectAll);
+    View().Commands().Run(Command::kSelectAll);
     return Copied();
   };
   const std::u16string all = copied();

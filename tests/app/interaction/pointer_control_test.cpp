@@ -68,7 +68,7 @@ class PointerControlTest : public WindowTest {
     terminal = std::make_unique<Terminal>(
         ArticleParts(),
         PointerControl::Handlers{
-            .perform = [](ArticleCommand) {},
+            .perform = [](Command) {},
             .open = [this](const TextLink& link) { opened.push_back(link.address); },
             .act = [this](const MouseAction& action) { sent.push_back(action.bytes); },
             .pastePrimary = [this] { ++pasted; },

@@ -364,7 +364,7 @@ TEST_F(ArticleViewTest, ACaptionGivesItsCommandOnAClick) {
   OpenWhole(talkative);
   const auto& captions = Article().Captions();
   const auto push = std::find_if(captions.begin(), captions.end(), [](const CaptionArea& area) {
-    return area.command == ArticleCommand::kFirstPush;
+    return area.command == NumberOf(Command::kFirstPush);
   });
   ASSERT_NE(push, captions.end());
   const QPointF at = View().Surface().CellRect(kRows - 1, push->first + 1).center();

@@ -44,7 +44,7 @@ class DisplaySettingsTest : public DemoArticleTest {
 
 TEST_F(DisplaySettingsTest, ThePictureOfAnArticleFollowsEachSwitch) {
   OpenWhole(talkative);
-  View().PerformArticleCommand(ArticleCommand::kFirstPush);
+  View().Commands().Run(Command::kFirstPush);
   ASSERT_TRUE(
       Until([&] { return Article().TopLine() > 0 && Article().TopLine() == Article().TargetLine(); }));
   ExpectEachToAct({{&Settings::lineSpacing, 3, 0},

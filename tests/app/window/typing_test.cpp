@@ -66,7 +66,7 @@ TEST_F(TypingTest, TheInputMethodCommitsChineseAndShowsWhatItComposes) {
 TEST_F(TypingTest, WhatTheInputMethodGivesIsTypedLikeAnyKey) {
   script->Deliver("\x1B[3;1Hhello");
   ASSERT_TRUE(Until([&] { return View().Screen().cursorCol == 5; }));
-  View().Edit(EditCommand::kSelectAll);
+  View().Commands().Run(Command::kSelectAll);
   ASSERT_TRUE(View().Selected().IsShown());
   Commit(u"中"_qs);
   EXPECT_FALSE(View().Selected().IsShown());

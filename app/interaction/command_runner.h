@@ -1,0 +1,53 @@
+// Carries the commands of the table out: whoever can do one registers what it does, whoever gives one asks
+// here, whatever it was given by. A command that cannot act is refused with a word. User-interface thread.
+#pragma once
+
+#include <array>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "input/commands.h"
+#include "input/text_link.h"
+
+namespace quillet {
+
+// What a command is about, where it is not the selection or the page.
+struct CommandTarget {
+  std::optional<TextLink> link;
+  std::u16string id;  // of a user; empty: none
+};
+
+class CommandRunner {
+ public:
+  struct Handlers {
+    std::function<CommandTarget()> target;  // of now: under the pointer, or at the BBS's cursor
+    std::function<void(Command, Refusal)> refused;
+  };
+  explicit CommandRunner(Handlers handlers) : handlers_(std::move(handlers)) {}
+
+  using Action = std::function<void(const CommandTarget&)>;
+  // What carries it out, once for each command.
+  void On(Command command, Action action);
+  void On(Command command, std::function<void()> action);
+  bool Has(Command command) const { return ActionOf(command) != nullptr; }
+
+  // Adds what one of the window's parts knows of the moment.
+  void AddState(std::function<void(CommandState&)> add) { states_.push_back(std::move(add)); }
+  CommandState State() const { return State(handlers_.target()); }
+  CommandState State(const CommandTarget& target) const;
+
+  void Run(Command command) const { Run(command, handlers_.target()); }
+  void Run(Command command, const CommandTarget& target) const;
+  void Refuse(Command command, Refusal refusal) const { handlers_.refused(command, refusal); }
+
+ private:
+  const Action& ActionOf(Command command) const { return actions_[static_cast<std::size_t>(command)]; }
+
+  Handlers handlers_;
+  std::array<Action, kCommands> actions_;
+  std::vector<std::function<void(CommandState&)>> states_;
+};
+
+}  // namespace quillet
