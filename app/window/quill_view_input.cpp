@@ -4,7 +4,6 @@
 #include "app/interaction/key_adapter.h"
 #include "app/messages/article_messages.h"
 #include "app/window/quill_view.h"
-#include "bbs/page_flags.h"
 #include "input/id_at.h"
 #include "platform/clock.h"
 #include "settings/setting_table.h"
@@ -109,7 +108,7 @@ void CQuillView::Search(SearchStep step) {
 }
 
 void CQuillView::PerformArticleCommand(ArticleCommand command) {
-  const bool reading = (screen_.pageFlags & PF_READING) != 0 && doc_.OpenArticle().IsArticle();
+  const bool reading = page_.Shows(PF_READING) && doc_.OpenArticle().IsArticle();
   if (article_.IsShown() || reading)
     commands_.Perform(command);
   else

@@ -6,6 +6,7 @@
 
 #include "tests/bbs/article_bbs.h"
 #include "tests/support/tables.h"
+#include "tests/support/understanding.h"
 
 namespace quillet {
 namespace {
@@ -19,7 +20,7 @@ class MoneyFloorsTest : public WithTables {
     bbs.reading = true;
     ArticleLines lines;
     for (; !lines.IsComplete(); bbs.top = std::min(bbs.top + ArticleBbs::kPage - 1, bbs.LastTop()))
-      lines.Add(bbs.Screen());
+      lines.Add(bbs.Screen(), Understand(bbs.Screen()));
     return ReadFloors(PageFacts(), lines);
   }
   std::vector<FloorGift> Choose(const MoneyChoices& choices, unsigned seed = 1) {
