@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "bbs/page_facts.h"
-#include "bbs/page_flags.h"
 #include "bbs/page_tests.h"
 #include "bbs/screen_fields.h"
 #include "core/charset.h"
@@ -50,20 +48,21 @@ bool IsWholeReaderPage(const ScreenSnapshot& screen) {
 ArticleLines::ArticleLines()
     : author_(ToBig5(u" 作者 ")), rule_(ToBig5(std::u16string(kRuleCharacters, u'─'))) {}
 
-std::optional<int> ArticleLines::RuleRow(const ScreenSnapshot& screen) const {
+std::optional<int> ArticleLines::RuleRow(const ScreenSnapshot& screen, const UnderstoodPage& page) const {
   if (author_.empty() || !RowStartsWith(screen, 0, 0, std::string_view(author_))) return std::nullopt;
   // Where as many lines are counted as there are rows, the rule is one of them.
-  const std::optional<LineRange> range = PageFacts::ParseReaderLines(screen);
+  const std::optional<LineRange>& range = page.footer.lines;
   if (range && range->last >= kPageRows) return std::nullopt;
   for (int row = 1; row <= kLastRuleRow; ++row)
     if (RowStartsWith(screen, row, 0, std::string_view(rule_))) return row;
   return std::nullopt;
 }
 
-std::optional<ArticleLines::Place> ArticleLines::PlaceOf(const ScreenSnapshot& screen) const {
-  const std::optional<LineRange> range = PageFacts::ParseReaderLines(screen);
+std::optional<ArticleLines::Place> ArticleLines::PlaceOf(const ScreenSnapshot& screen,
+                                                         const UnderstoodPage& page) const {
+  const std::optional<LineRange>& range = page.footer.lines;
   if (!range || (range->first > 1 && lines_.empty())) return std::nullopt;
-  const std::optional<int> rule = range->first > 1 ? ruleRow_ : RuleRow(screen);
+  const std::optional<int> rule = range->first > 1 ? ruleRow_ : RuleRow(screen, page);
 
   const int last = LastRowOf(range->last, rule);
   int top = LastRowOf(range->first, rule);
@@ -74,8 +73,8 @@ std::optional<ArticleLines::Place> ArticleLines::PlaceOf(const ScreenSnapshot& s
   return possible ? std::optional(Place{top, rows}) : std::nullopt;
 }
 
-std::optional<int> ArticleLines::TopOf(const ScreenSnapshot& screen) const {
-  const std::optional<Place> place = PlaceOf(screen);
+std::optional<int> ArticleLines::TopOf(const ScreenSnapshot& screen, const UnderstoodPage& page) const {
+  const std::optional<Place> place = PlaceOf(screen, page);
   return place ? std::optional(place->top) : std::nullopt;
 }
 
@@ -88,10 +87,11 @@ void ArticleLines::ForgetFrom(int index) {
   ++version_;
 }
 
-bool ArticleLines::IsOfThisText(const ScreenSnapshot& screen, const Place& place) const {
+bool ArticleLines::IsOfThisText(const ScreenSnapshot& screen, const UnderstoodPage& page,
+                                const Place& place) const {
   const int end = std::min(place.End(), Count());
   if (place.top == 0) {
-    if (!lines_.empty() && RuleRow(screen) != ruleRow_) return false;
+    if (!lines_.empty() && RuleRow(screen, page) != ruleRow_) return false;
     const int opening = std::min(end, kOpeningRows);
     return FirstDifference(screen, {0, opening}) == opening;
   }
@@ -132,11 +132,11 @@ void ArticleLines::Append(const ScreenSnapshot& screen, const Place& place) {
     lines_.push_back(LineOf(screen, index - place.top));
 }
 
-ArticleLines::Added ArticleLines::Add(const ScreenSnapshot& screen) {
+ArticleLines::Added ArticleLines::Add(const ScreenSnapshot& screen, const UnderstoodPage& page) {
   if (!IsWholeReaderPage(screen)) return Added::kNothing;
-  const std::optional<Place> place = PlaceOf(screen);
+  const std::optional<Place> place = PlaceOf(screen, page);
   if (!place) return Added::kNothing;
-  away_ = !IsOfThisText(screen, *place);
+  away_ = !IsOfThisText(screen, page, *place);
   if (away_) return Added::kOther;
 
   const bool wasComplete = complete_;
@@ -146,7 +146,7 @@ ArticleLines::Added ArticleLines::Add(const ScreenSnapshot& screen) {
     if (wasComplete) ++version_;
     return Added::kNothing;
   }
-  if (lines_.empty()) ruleRow_ = RuleRow(screen);
+  if (lines_.empty()) ruleRow_ = RuleRow(screen, page);
 
   const int known = Count();
   int keep = FirstDifference(screen, *place);

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "bbs/understood_page.h"
 #include "core/screen_snapshot.h"
 
 namespace quillet {
@@ -31,10 +32,10 @@ class ArticleLines {
     kChanged,  // known lines read differently now; what was known from the first of them on is forgotten
     kOther     // a page of another text: nothing was taken
   };
-  // A screen, classified; only a reader's page that is drawn to its end is looked at. The first page taken is
-  // one that begins at the top. When another text has been shown meanwhile (help, in the same reader), a page
-  // is this text's again once its first rows or most of its lines are recognised.
-  Added Add(const ScreenSnapshot& screen);
+  // A screen, and what stands on it; only a reader's page that is drawn to its end is looked at. The first
+  // page added is one that begins at the top. When another text has been shown meanwhile (help, in the same
+  // reader), a page is this text's again once its first rows or most of its lines are recognised.
+  Added Add(const ScreenSnapshot& screen, const UnderstoodPage& page);
   // Lines from `index` on are not known any more; the next page may lie anywhere in the same text.
   void ForgetFrom(int index);
   void Clear() { ForgetFrom(0); }
@@ -56,8 +57,8 @@ class ArticleLines {
   };
   // Nothing when the status line does not say, says what cannot be, or the page does not begin at the top
   // and no page that does has been taken.
-  std::optional<Place> PlaceOf(const ScreenSnapshot& screen) const;
-  std::optional<int> TopOf(const ScreenSnapshot& screen) const;
+  std::optional<Place> PlaceOf(const ScreenSnapshot& screen, const UnderstoodPage& page) const;
+  std::optional<int> TopOf(const ScreenSnapshot& screen, const UnderstoodPage& page) const;
 
   // Rows of an article on one page of the reader.
   static constexpr int kPageRows = kRows - 1;
@@ -65,11 +66,11 @@ class ArticleLines {
   static constexpr int kMostLines = 100'000;
 
  private:
-  bool IsOfThisText(const ScreenSnapshot& screen, const Place& place) const;
+  bool IsOfThisText(const ScreenSnapshot& screen, const UnderstoodPage& page, const Place& place) const;
   int FirstDifference(const ScreenSnapshot& screen, const Place& place) const;
   void Append(const ScreenSnapshot& screen, const Place& place);
   bool UpdateColours(const ScreenSnapshot& screen, const Place& place);
-  std::optional<int> RuleRow(const ScreenSnapshot& screen) const;
+  std::optional<int> RuleRow(const ScreenSnapshot& screen, const UnderstoodPage& page) const;
 
   std::string author_, rule_;  // what the first row begins with, and the rule
   std::vector<ArticleLine> lines_;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "bbs/page_tests.h"
 #include "core/charset.h"
 
 namespace quillet {
@@ -17,14 +16,12 @@ struct Summary {
 Summary Summarise(const ArticleLines& lines, const PageFacts& facts) {
   const std::string editNote = ToBig5(u"※ 編輯: ");
   Summary summary{.firstPush = lines.Count()};
-  ScreenSnapshot screen;
-  screen.Clear();
   for (int index = 0; index < lines.Count(); ++index) {
-    screen.text[0] = lines.At(index).text;
-    if (facts.IsPushCommentLine(screen, 0)) {
+    const ScreenRow& text = lines.At(index).text;
+    if (facts.ReadPush(text)) {
       summary.firstPush = std::min(summary.firstPush, index);
       ++summary.pushes;
-    } else if (RowStartsWith(screen, 0, 0, std::string_view(editNote))) {
+    } else if (BytesOf(text).starts_with(editNote)) {
       ++summary.editNotes;
     }
   }

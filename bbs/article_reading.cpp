@@ -35,19 +35,18 @@ void ArticleReading::SetOptions(const ArticleReadingOptions& options) {
 
 // ---- What comes in
 
-void ArticleReading::OnScreen(const ScreenSnapshot& screen, const ArticleInfo& article, bool open,
-                              std::int64_t now) {
-  const std::uint32_t flags = screen.pageFlags;
-  if ((flags & PF_LIST_CURSOR) != 0) {
-    fromList_ = (flags & PF_ARTICLE_LIST_CURSOR) != 0;
+void ArticleReading::OnScreen(const ScreenSnapshot& screen, const UnderstoodPage& page,
+                              const ArticleInfo& article, bool open, std::int64_t now) {
+  if (page.Shows(PF_LIST_CURSOR)) {
+    fromList_ = page.Shows(PF_ARTICLE_LIST_CURSOR);
     typing_.OnMove();
   }
   if (reopening_.IsOn()) {
     if (!IsWholeReaderPage(screen)) page_.reset();
-    if (!OnReopening(reopening_.OnScreen(screen, now), screen)) return;
+    if (!OnReopening(reopening_.OnScreen(screen, page, now), screen, page)) return;
   }
   if (IsWholeReaderPage(screen)) {
-    OnPage(screen, article, now);
+    OnPage(screen, page, article, now);
   } else if (!open) {
     ForgetArticle();
   } else {
@@ -99,10 +98,11 @@ std::optional<int> ArticleReading::TakeMovedTo() {
 
 // ---- What the BBS shows
 
-void ArticleReading::OnPage(const ScreenSnapshot& screen, const ArticleInfo& article, std::int64_t now) {
+void ArticleReading::OnPage(const ScreenSnapshot& screen, const UnderstoodPage& page,
+                            const ArticleInfo& article, std::int64_t now) {
   halfDrawnSince_.reset();
   const unsigned version = lines_.Version();
-  if (!ReadLines(screen, article)) {
+  if (!ReadLines(screen, page, article)) {
     page_.reset();
     standing_ = false;
     return;
@@ -113,22 +113,23 @@ void ArticleReading::OnPage(const ScreenSnapshot& screen, const ArticleInfo& art
     typing_.Restart();
     refreshedAt_ = now;
   }
-  NoteArrival({*lines_.PlaceOf(screen), (screen.pageFlags & PF_READ_END) != 0}, now);
+  NoteArrival({*lines_.PlaceOf(screen, page), page.Shows(PF_READ_END)}, now);
 }
 
 // False when the page is none of an article's whose top has been seen.
-bool ArticleReading::ReadLines(const ScreenSnapshot& screen, const ArticleInfo& article) {
-  const bool topOfAnArticle = article.IsArticle() && (screen.pageFlags & PF_READ_TOP) != 0;
+bool ArticleReading::ReadLines(const ScreenSnapshot& screen, const UnderstoodPage& page,
+                               const ArticleInfo& article) {
+  const bool topOfAnArticle = article.IsArticle() && page.Shows(PF_READ_TOP);
   if (lines_.Count() == 0 && !topOfAnArticle) return false;
-  Added added = lines_.Add(screen);
-  const std::optional<int> top = lines_.TopOf(screen);
+  Added added = lines_.Add(screen, page);
+  const std::optional<int> top = lines_.TopOf(screen, page);
   if (added == Added::kOther && top > 0 && seekingEnd_) {
     // The same article, whose lines have moved: where, only reading it all again can tell.
     lines_.ForgetFrom(ArticleLines::kPageRows);
-    added = lines_.Add(screen);
+    added = lines_.Add(screen, page);
   } else if (added == Added::kOther && top == 0 && topOfAnArticle) {
     ForgetArticle();
-    added = lines_.Add(screen);
+    added = lines_.Add(screen, page);
   }
   return top && added != Added::kOther;
 }
@@ -249,7 +250,8 @@ void ArticleReading::Reopen(std::int64_t now) {
   handlers_.send(KeySequence(kKeyLeft));
 }
 
-bool ArticleReading::OnReopening(ArticleReopening::Step step, const ScreenSnapshot& screen) {
+bool ArticleReading::OnReopening(ArticleReopening::Step step, const ScreenSnapshot& screen,
+                                 const UnderstoodPage& page) {
   switch (step) {
     case ArticleReopening::Step::kWait:
       return false;
@@ -257,7 +259,7 @@ bool ArticleReading::OnReopening(ArticleReopening::Step step, const ScreenSnapsh
       handlers_.send(KeySequence(kKeyRight));
       return false;
     case ArticleReopening::Step::kArrived:
-      lastTop_ = lines_.TopOf(screen);
+      lastTop_ = lines_.TopOf(screen, page);
       seekingEnd_ = lastTop_ == 0;
       endAsked_ = false;
       fruitlessKeys_ = 0;

@@ -55,8 +55,10 @@ class ArticleReading {
   explicit ArticleReading(Handlers handlers);
 
   void SetOptions(const ArticleReadingOptions& options);
-  // Each screen the view takes over, classified; `article` and `open` are the tracker's after its look at it.
-  void OnScreen(const ScreenSnapshot& screen, const ArticleInfo& article, bool open, std::int64_t now);
+  // Each screen the view takes over, and what stands on it; `article` and `open` are the tracker's after its
+  // look at it.
+  void OnScreen(const ScreenSnapshot& screen, const UnderstoodPage& page, const ArticleInfo& article,
+                bool open, std::int64_t now);
   // A few times a second, and at NextTick. `mayRefresh`: the user could see news (the window is up, no
   // dialog, nothing typed), and the article stands still.
   void OnTick(std::int64_t now, bool mayRefresh);
@@ -104,8 +106,9 @@ class ArticleReading {
 
  private:
   // ---- What the BBS shows
-  void OnPage(const ScreenSnapshot& screen, const ArticleInfo& article, std::int64_t now);
-  bool ReadLines(const ScreenSnapshot& screen, const ArticleInfo& article);
+  void OnPage(const ScreenSnapshot& screen, const UnderstoodPage& page, const ArticleInfo& article,
+              std::int64_t now);
+  bool ReadLines(const ScreenSnapshot& screen, const UnderstoodPage& page, const ArticleInfo& article);
   void NoteArrival(const ReaderPlace& page, std::int64_t now);
   void LookAway(const ScreenSnapshot& screen, std::int64_t now);
   void ForgetArticle();
@@ -123,7 +126,7 @@ class ArticleReading {
   bool MayReopen(std::int64_t now) const;
   void Reopen(std::int64_t now);
   // Whether the screen is to be looked at as any other.
-  bool OnReopening(ArticleReopening::Step step, const ScreenSnapshot& screen);
+  bool OnReopening(ArticleReopening::Step step, const ScreenSnapshot& screen, const UnderstoodPage& page);
   void GiveUpReopening();
   void StopSeeking();
   void TellNews();

@@ -3,8 +3,6 @@
 #include <utility>
 
 #include "bbs/article_lines.h"
-#include "bbs/page_facts.h"
-#include "bbs/page_flags.h"
 
 namespace quillet {
 namespace {
@@ -22,15 +20,16 @@ void ArticleReopening::Begin(std::u16string author, std::int64_t now) {
   since_ = now;
 }
 
-ArticleReopening::Step ArticleReopening::OnScreen(const ScreenSnapshot& screen, std::int64_t now) {
+ArticleReopening::Step ArticleReopening::OnScreen(const ScreenSnapshot& screen, const UnderstoodPage& page,
+                                                  std::int64_t now) {
   const auto end = [this](Step step) {
     Stop();
     return step;
   };
-  if ((screen.pageFlags & kUnexpected) != 0) return end(Step::kFailed);
+  if (page.Shows(kUnexpected)) return end(Step::kFailed);
   if (state_ == State::kOpening) return IsWholeReaderPage(screen) ? end(Step::kArrived) : OnTick(now);
-  if ((screen.pageFlags & PF_ARTICLE_LIST_CURSOR) == 0) return OnTick(now);
-  if (PageFacts::ParseListAuthor(screen, screen.cursorRow) != author_) return end(Step::kFailed);
+  if (!page.Shows(PF_ARTICLE_LIST_CURSOR)) return OnTick(now);
+  if (ListedAuthor(screen, page, screen.cursorRow) != author_) return end(Step::kFailed);
   state_ = State::kOpening;
   since_ = now;
   return Step::kOpen;

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <string>
 
+#include "bbs/understood_page.h"
 #include "core/screen_snapshot.h"
 
 namespace quillet {
@@ -28,7 +29,7 @@ class ArticleReopening {
   bool IsOn() const { return state_ != State::kOff; }
 
   // Only while on; off after kArrived and kFailed. `now` in milliseconds of a steady clock.
-  Step OnScreen(const ScreenSnapshot& screen, std::int64_t now);
+  Step OnScreen(const ScreenSnapshot& screen, const UnderstoodPage& page, std::int64_t now);
   Step OnTick(std::int64_t now);
 
   static constexpr std::int64_t kNoAnswer = 5000;  // ms

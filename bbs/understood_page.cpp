@@ -9,6 +9,10 @@ std::u16string TextIn(const ScreenSnapshot& screen, int row, CellRange range) {
   return FieldText(screen.text[static_cast<std::size_t>(row)], range);
 }
 
+const ListedArticle* ListedIn(const UnderstoodPage& page, int row) {
+  return row >= 0 && row < kRows && page.Line(row).listed ? &*page.Line(row).listed : nullptr;
+}
+
 }  // namespace
 
 std::u16string HeaderAuthor(const ScreenSnapshot& screen, const UnderstoodPage& page) {
@@ -28,18 +32,18 @@ std::int64_t HeaderPostTime(const ScreenSnapshot& screen, const UnderstoodPage& 
 }
 
 std::u16string ListedAuthor(const ScreenSnapshot& screen, const UnderstoodPage& page, int row) {
-  const std::optional<ListedArticle>& listed = page.Line(row).listed;
-  return listed ? TextIn(screen, row, listed->author) : std::u16string();
+  const ListedArticle* const listed = ListedIn(page, row);
+  return listed != nullptr ? TextIn(screen, row, listed->author) : std::u16string();
 }
 
 std::u16string ListedTitle(const ScreenSnapshot& screen, const UnderstoodPage& page, int row) {
-  const std::optional<ListedArticle>& listed = page.Line(row).listed;
-  return listed ? TextIn(screen, row, listed->title) : std::u16string();
+  const ListedArticle* const listed = ListedIn(page, row);
+  return listed != nullptr ? TextIn(screen, row, listed->title) : std::u16string();
 }
 
 std::u16string PushAuthor(const ScreenSnapshot& screen, const UnderstoodPage& page, int row) {
-  const std::optional<PushLine>& push = page.Line(row).push;
-  return push ? PushId(screen.text[static_cast<std::size_t>(row)], *push) : std::u16string();
+  if (row < 0 || row >= kRows || !page.Line(row).push) return {};
+  return PushId(screen.text[static_cast<std::size_t>(row)], *page.Line(row).push);
 }
 
 std::u16string BoxCode(const ScreenSnapshot& screen, const UnderstoodPage& page) {

@@ -54,7 +54,8 @@ struct UnderstoodPage {
   bool operator==(const UnderstoodPage&) const = default;
 };
 
-// ---- Texts, of a page and the screen that it was made of. Empty where there is none.
+// ---- Texts, of a page and the screen that it was made of. Empty where there is none, and outside the
+// screen.
 
 std::u16string HeaderAuthor(const ScreenSnapshot& screen, const UnderstoodPage& page);
 std::u16string HeaderBoard(const ScreenSnapshot& screen, const UnderstoodPage& page);
@@ -62,7 +63,6 @@ std::u16string HeaderTitle(const ScreenSnapshot& screen, const UnderstoodPage& p
 // Seconds since 1970, as HeaderSeconds; 0 not known.
 std::int64_t HeaderPostTime(const ScreenSnapshot& screen, const UnderstoodPage& page, std::int64_t now);
 
-// Of a row within the screen.
 std::u16string ListedAuthor(const ScreenSnapshot& screen, const UnderstoodPage& page, int row);
 std::u16string ListedTitle(const ScreenSnapshot& screen, const UnderstoodPage& page, int row);
 std::u16string PushAuthor(const ScreenSnapshot& screen, const UnderstoodPage& page, int row);

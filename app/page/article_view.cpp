@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "app/page/article_captions.h"
-#include "bbs/page_flags.h"
 #include "core/key_sequence.h"
 #include "platform/clock.h"
 #include "render/scroll_motion.h"
@@ -76,10 +75,10 @@ void ArticleView::SetRules(const StyleRules& rules) {
   Review();
 }
 
-void ArticleView::OnScreen(const ScreenSnapshot& screen) {
-  reading_.OnScreen(screen, OpenArticle(), parts_.connection.Seen().articleOpen, SteadyMilliseconds());
+void ArticleView::OnScreen(const ScreenSnapshot& screen, const UnderstoodPage& page) {
+  reading_.OnScreen(screen, page, OpenArticle(), parts_.connection.Seen().articleOpen, SteadyMilliseconds());
   rules_.now = SecondsNow();
-  atBbsEnd_ = (screen.pageFlags & PF_READING) != 0 && (screen.pageFlags & PF_READ_END) != 0;
+  atBbsEnd_ = page.Shows(PF_READING) && page.Shows(PF_READ_END);
   bookmarked_ = parts_.bookmarks.HasOpenArticle();
 
   const bool another = IsAnotherArticle();

@@ -41,8 +41,8 @@ class ArticleView : public QObject {
 
   // Settings, lists or the Tab key's state are different.
   void SetRules(const StyleRules& rules);
-  // The connection has seen the screen before.
-  void OnScreen(const ScreenSnapshot& screen);
+  // The connection has seen the screen before. `page` is what stands on it.
+  void OnScreen(const ScreenSnapshot& screen, const UnderstoodPage& page);
   // A few times a second. `mayRefresh`: as for the reading, whether the article moves or not.
   void OnTick(bool mayRefresh);
   // Before anything of the user's goes to the BBS.

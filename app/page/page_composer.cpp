@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "bbs/page_flags.h"
 #include "input/accepts_text.h"
 #include "platform/clock.h"
 #include "render/style/styled_screen.h"
@@ -57,7 +56,7 @@ std::string PageComposer::OnScreen(const ScreenSnapshot& screen, const Understoo
   pageKind_ = kind;
   if (rules_.myId != parts_.seen.loginId) RefreshRules();
   if (article_.IsShown())
-    covered_ = screen;
+    covered_ = Covered{screen, page};
   else if (!parts_.seen.articleOpen)
     covered_.reset();
   acceptsText_ = quillet::AcceptsText(screen, page);
@@ -91,7 +90,7 @@ void PageComposer::ComposeScreen(const ScreenSnapshot& screen, const UnderstoodP
   frame.page = styled.page;
   rowOf_ = styled.rowOf;
   if (sight_.IsNarrow()) MoveIntoSight(PageRowOf(screen.cursorRow), frame.page);
-  if (!OffersCommands(screen)) return;
+  if (!OffersCommands(page)) return;
   const Conditions holds = Conditions().AddIf(parts_.bookmarks.HasOpenArticle(), Condition::kBookmarked);
   ArticleBar bar = MakeArticleBarOver(frame.page[kBottomRow],
                                       {.offers = MakeCaptions(holds), .hovered = NumberOf(hovered_)});
@@ -124,9 +123,9 @@ void PageComposer::MoveIntoSight(int cursorRow, Page& page) {
 bool PageComposer::IsPromptOverArticle(const ScreenSnapshot& screen) const {
   if (!covered_ || article_.LineCount() == 0 || !parts_.settings.Fields().webArticle) return false;
   for (int row = 0; row < kPromptRow; ++row)
-    if (!IsSameRow(screen, *covered_, row)) return false;
+    if (!IsSameRow(screen, covered_->screen, row)) return false;
   // What is asked is about the BBS's page, and is seen over no other.
-  const std::optional<int> top = article_.Reading().Lines().TopOf(*covered_);
+  const std::optional<int> top = article_.Reading().Lines().TopOf(covered_->screen, covered_->page);
   return top && article_.StandsLikePage(*top, kLinesShown);
 }
 
@@ -134,14 +133,14 @@ void PageComposer::KeepArticleAbovePrompt(const ScreenSnapshot& screen, FrameSta
   PageRow above = std::move(frame.page[kPromptRow]);
   PageRow prompt = std::move(frame.page[kBottomRow]);
   article_.Compose(frame);
-  if (!IsSameRow(screen, *covered_, kPromptRow)) frame.page[kPromptRow] = std::move(above);
+  if (!IsSameRow(screen, covered_->screen, kPromptRow)) frame.page[kPromptRow] = std::move(above);
   frame.page[kBottomRow] = std::move(prompt);
   for (int row = 0; row < kRows; ++row)
     rowOf_[static_cast<std::size_t>(row)] = row < kPromptRow ? -1 : row;
 }
 
-bool PageComposer::OffersCommands(const ScreenSnapshot& screen) const {
-  return (screen.pageFlags & PF_READING) != 0 && parts_.seen.article.IsArticle() &&
+bool PageComposer::OffersCommands(const UnderstoodPage& page) const {
+  return page.Shows(PF_READING) && parts_.seen.article.IsArticle() &&
          !parts_.settings.Fields().hideTopLeftIcons;
 }
 

@@ -76,7 +76,7 @@ class PageComposer {
   void ComposeScreen(const ScreenSnapshot& screen, const UnderstoodPage& page, FrameState& frame);
   void KeepArticleAbovePrompt(const ScreenSnapshot& screen, FrameState& frame);
   void MoveIntoSight(int cursorRow, Page& page);
-  bool OffersCommands(const ScreenSnapshot& screen) const;
+  bool OffersCommands(const UnderstoodPage& page) const;
 
   const Parts parts_;
   ArticleView& article_;
@@ -89,7 +89,11 @@ class PageComposer {
   std::uint32_t pageKind_ = 0;
   bool acceptsText_ = true;
   // What the BBS showed last of the article that is shown in its place.
-  std::optional<ScreenSnapshot> covered_;
+  struct Covered {
+    ScreenSnapshot screen;
+    UnderstoodPage page;
+  };
+  std::optional<Covered> covered_;
 };
 
 }  // namespace quillet

@@ -10,7 +10,6 @@
 
 #include "app/messages/article_messages.h"
 #include "app/messages/text_messages.h"
-#include "bbs/page_flags.h"
 
 namespace quillet {
 
@@ -33,9 +32,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       toast_(images_, [this] { overlays_.Repaint(toast_); }),
       leaving_(
           {.connection = connection_, .automations = automations_, .settings = settings_, .window = *this},
-          [this] {
-            return LeaveFacts{.inEditor = (screen_.pageFlags & PF_EDITOR) != 0, .hasDraft = push_.HasDraft()};
-          }),
+          [this] { return LeaveFacts{.inEditor = page_.Shows(PF_EDITOR), .hasDraft = push_.HasDraft()}; }),
       login_({.connection = connection_,
               .automations = automations_,
               .settings = settings_,
@@ -331,7 +328,7 @@ void CQuillView::TakeMessages() {
     if (messages.reason != ScreenReason::kUpdated) keys_.DropWaiting();
     doc_.OnScreen(messages.reason, std::move(messages.seen));
     if (automations_.IsBusy()) article_.OnAutomationKey();
-    article_.OnScreen(screen_);
+    article_.OnScreen(screen_, page_);
     const std::string keys = composer_.OnScreen(screen_, page_);
     if (!keys.empty() && !automations_.IsBusy()) SendBytes(keys);
     keys_.Flush();

@@ -48,7 +48,7 @@ void CQuillView::AddStateTo(CommandState& state) const {
   const bool connected = connection_.IsConnected();
   const bool local = article_.IsShown();
   const ArticleInfo& open = doc_.OpenArticle();
-  const bool reading = (screen_.pageFlags & PF_READING) != 0 && open.IsArticle();
+  const bool reading = page_.Shows(PF_READING) && open.IsArticle();
   const bool bookmarked = doc_.GetBookmarks().HasOpenArticle();
   const bool busy = automations_.IsBusy();
   const bool asksCode = open.code.empty() && !bookmarked;

@@ -2,7 +2,6 @@
 #include "app/interaction/author_at_cursor.h"
 #include "app/interaction/key_adapter.h"
 #include "app/window/quill_view.h"
-#include "bbs/page_flags.h"
 #include "input/id_at.h"
 
 namespace quillet {

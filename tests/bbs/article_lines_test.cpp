@@ -6,6 +6,7 @@
 #include "bbs/page_flags.h"
 #include "tests/bbs/article_bbs.h"
 #include "tests/support/tables.h"
+#include "tests/support/understanding.h"
 
 namespace quillet {
 namespace {
@@ -30,7 +31,7 @@ class ArticleLinesTest : public WithTables {
   void Fill(int rows) { bbs_->articles[0] = ArticleOf(rows); }
   Added AddAt(int top) {
     bbs_->top = std::min(top, bbs_->LastTop());
-    return lines_->Add(bbs_->Screen());
+    return Add(bbs_->Screen());
   }
   void TakeAll() {
     for (int top = 0; !lines_->IsComplete(); top += ArticleBbs::kPage - 1)
@@ -46,6 +47,11 @@ class ArticleLinesTest : public WithTables {
   }
 
   std::unique_ptr<ArticleBbs> bbs_;
+  Added Add(const ScreenSnapshot& screen) { return lines_->Add(screen, Understand(screen)); }
+  std::optional<int> TopOf(const ScreenSnapshot& screen) const {
+    return lines_->TopOf(screen, Understand(screen));
+  }
+
   std::unique_ptr<ArticleLines> lines_;
 };
 
@@ -55,7 +61,7 @@ TEST_F(ArticleLinesTest, ArticlesOfEveryLengthAreGatheredWhole) {
     Fill(rows);
     lines_->Clear();
     TakeAll();
-    EXPECT_EQ(lines_->Add(bbs_->Screen()), Added::kNothing);
+    EXPECT_EQ(Add(bbs_->Screen()), Added::kNothing);
   }
 }
 
@@ -64,7 +70,7 @@ TEST_F(ArticleLinesTest, APageIsPlacedByItsNumbersWhereverItBegins) {
   EXPECT_EQ(AddAt(0), Added::kMore);
   for (int top = 0; top <= bbs_->LastTop(); ++top) {
     bbs_->top = top;
-    ASSERT_EQ(lines_->TopOf(bbs_->Screen()), top);
+    ASSERT_EQ(TopOf(bbs_->Screen()), top);
   }
   for (int top = 1; top <= bbs_->LastTop(); ++top)
     AddAt(top);
@@ -75,11 +81,11 @@ TEST_F(ArticleLinesTest, APageIsPlacedByItsNumbersWhereverItBegins) {
 TEST_F(ArticleLinesTest, ATextWithoutAHeaderCountsEachRow) {
   const auto first = Plain(u"  瀏覽 第 1/2 頁 ( 50%)  目前顯示: 第 01~23 行", 0xAB, u"字");
   const auto last = Plain(u"  瀏覽 第 2/2 頁 (100%)  目前顯示: 第 23~45 行", 0x8F, u"字");
-  EXPECT_EQ(lines_->TopOf(last), std::nullopt);
-  EXPECT_EQ(lines_->Add(last), Added::kNothing);
-  EXPECT_EQ(lines_->Add(first), Added::kMore);
-  EXPECT_EQ(lines_->TopOf(last), 22);
-  EXPECT_EQ(lines_->Add(last), Added::kMore);
+  EXPECT_EQ(TopOf(last), std::nullopt);
+  EXPECT_EQ(Add(last), Added::kNothing);
+  EXPECT_EQ(Add(first), Added::kMore);
+  EXPECT_EQ(TopOf(last), 22);
+  EXPECT_EQ(Add(last), Added::kMore);
   EXPECT_EQ(lines_->Count(), 45);
   EXPECT_TRUE(lines_->IsComplete());
 }
@@ -126,9 +132,9 @@ TEST_F(ArticleLinesTest, ColoursFollowTheScreenWithoutBeingAChange) {
   ScreenSnapshot screen = bbs_->Screen();
   screen.attr[5][3] = 0x21;
   const unsigned version = lines_->Version();
-  EXPECT_EQ(lines_->Add(screen), Added::kNothing);
+  EXPECT_EQ(Add(screen), Added::kNothing);
   EXPECT_NE(lines_->Version(), version);
-  EXPECT_EQ(lines_->At(*lines_->TopOf(screen) + 5).attr[3], 0x21);
+  EXPECT_EQ(lines_->At(*TopOf(screen) + 5).attr[3], 0x21);
   EXPECT_TRUE(lines_->IsComplete());
 }
 
@@ -139,12 +145,9 @@ TEST_F(ArticleLinesTest, PagesOfAnotherTextAreNotTaken) {
   bbs_->articles[0].rows[18] = u"";
   lines_->Clear();
   AddAt(0);
-  EXPECT_EQ(lines_->Add(Plain(u"  瀏覽 第 1/2 頁 ( 50%)  目前顯示: 第 01~23 行", 0xAB, u"說明")),
-            Added::kOther);
-  EXPECT_EQ(lines_->Add(Plain(u"  瀏覽 第 2/2 頁 (100%)  目前顯示: 第 22~44 行", 0x8F, u"說明")),
-            Added::kOther);
-  EXPECT_EQ(lines_->Add(Plain(u"  瀏覽 第 2/2 頁 (100%)  目前顯示: 第 23~45 行", 0x8F, u"說明")),
-            Added::kOther);
+  EXPECT_EQ(Add(Plain(u"  瀏覽 第 1/2 頁 ( 50%)  目前顯示: 第 01~23 行", 0xAB, u"說明")), Added::kOther);
+  EXPECT_EQ(Add(Plain(u"  瀏覽 第 2/2 頁 (100%)  目前顯示: 第 22~44 行", 0x8F, u"說明")), Added::kOther);
+  EXPECT_EQ(Add(Plain(u"  瀏覽 第 2/2 頁 (100%)  目前顯示: 第 23~45 行", 0x8F, u"說明")), Added::kOther);
   bbs_->selected = 1;
   bbs_->articles[1].title = u"另一篇";
   EXPECT_EQ(AddAt(0), Added::kOther);
@@ -160,7 +163,7 @@ TEST_F(ArticleLinesTest, OnlyWholePagesOfAReaderAreLookedAt) {
     ScreenBuilder builder;
     builder.screen = bbs_->Screen();
     spoil(builder);
-    const Added added = lines_->Add(bbs_->Classified(builder.screen));
+    const Added added = Add(bbs_->Classified(builder.screen));
     return added == Added::kNothing && lines_->Count() == 0;
   };
   EXPECT_TRUE(ignored([](ScreenBuilder& builder) { builder.Cursor(7, 0); }));
@@ -205,11 +208,11 @@ TEST_F(ArticleLinesTest, AnyBytesLeaveALineStoreThatTheArticleFindsItsWayBackInt
           static_cast<std::uint8_t>("0123456789~ "[below(12)]);
     screen.pageFlags = PF_READING | (random() & (PF_READ_TOP | PF_READ_END));
     const unsigned version = lines_->Version();
-    const Added added = lines_->Add(screen);
+    const Added added = Add(screen);
     EXPECT_LE(lines_->Count(), ArticleLines::kMostLines);
     if (added == Added::kMore || added == Added::kChanged) {
       EXPECT_NE(lines_->Version(), version);
-      const auto place = lines_->PlaceOf(screen);
+      const auto place = lines_->PlaceOf(screen, Understand(screen));
       ASSERT_TRUE(place && place->top >= 0 && place->rows >= 1 && place->rows <= ArticleLines::kPageRows);
       EXPECT_GE(lines_->Count(), place->End());
     }

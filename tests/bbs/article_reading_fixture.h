@@ -52,8 +52,9 @@ class ArticleReadingTest : public WithTables {
   }
   void UserTypes(int key) { UserTypes(KeySequence(key)); }
   void Show(const ScreenSnapshot& screen) {
-    tracker_.Look(screen, understanding_.Look(screen), 0);
-    reading_->OnScreen(screen, tracker_.Current(), tracker_.IsOpen(), now_);
+    const UnderstoodPage& page = understanding_.Look(screen);
+    tracker_.Look(screen, page, 0);
+    reading_->OnScreen(screen, page, tracker_.Current(), tracker_.IsOpen(), now_);
     EXPECT_FALSE(reading_->StandsForScreen() && reading_->Lines().Count() == 0);
   }
   // The BBS takes what has arrived, one key after the other.

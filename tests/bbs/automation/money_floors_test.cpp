@@ -6,6 +6,7 @@
 
 #include "tests/bbs/article_bbs.h"
 #include "tests/support/tables.h"
+#include "tests/support/understanding.h"
 
 namespace quillet {
 namespace {
@@ -49,7 +50,7 @@ TEST_F(MoneyFloorsTest, EveryPushLineBehindTheOriginLineIsAFloor) {
   bbs.reading = true;
   ArticleLines lines;  // read page by page
   for (; !lines.IsComplete(); bbs.top = std::min(bbs.top + ArticleBbs::kPage - 1, bbs.LastTop()))
-    lines.Add(bbs.Screen());
+    lines.Add(bbs.Screen(), Understand(bbs.Screen()));
   const std::vector<PushFloor> floors = ReadFloors(PageFacts(), lines);
   ASSERT_EQ(floors.size(), 32u);
   const auto expect = [&](std::size_t at, FloorKind kind, std::u16string_view id, std::u16string_view words) {

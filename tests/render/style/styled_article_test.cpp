@@ -59,7 +59,7 @@ class StyledArticleTest : public WithTables {
   void Take(const Text& text) {
     const std::size_t lastTop = text.size() - ArticleLines::kPageRows;
     for (std::size_t top = 0;; top = std::min(top + ArticleLines::kPageRows - 1, lastTop)) {
-      ASSERT_NE(lines_.Add(PageOf(text, top)), ArticleLines::Added::kOther);
+      ASSERT_NE(lines_.Add(PageOf(text, top), Understand(PageOf(text, top))), ArticleLines::Added::kOther);
       if (top == lastTop) break;
     }
     ASSERT_EQ(lines_.Count(), static_cast<int>(text.size()));
