@@ -29,7 +29,7 @@ CQuillDoc::CQuillDoc(DocumentParts parts)
       files_(registry_, std::move(parts.folders)),
       settings_(files_, endpoints_.mainHost),
       account_(registry_, std::move(parts.machineTag)),
-      signalSettings_{.flash = [this] { return settings_.Store().Map().Number(u"Basic", u"Flash") != 0; }},
+      signalSettings_{.flash = [this] { return settings_.Fields().flash; }},
       session_(OptionsOf(endpoints_, classifier_, messages_)),
       driver_(session_, signalSettings_, parts.signaller, std::move(parts.clock)),
       connection_(
@@ -59,14 +59,14 @@ void CQuillDoc::Load() {
   emulatesBrowser_ = SetBrowserEmulation(registry_);
   settings_.Load();
   // An account that an older version kept belongs to the site that is set up now, whatever is chosen later.
-  account_.AdoptFor(SiteKey(QString::fromStdU16String(Fields().site), endpoints_));
+  account_.AdoptFor(SiteKey(QString::fromStdU16String(settings_.Fields().site), endpoints_));
   if (!version_.empty()) settings_.Set(&Settings::version, version_);
   bookmarks_.Load();
   connection_.NoteNews(bookmarks_.HoldNews());
 }
 
 void CQuillDoc::OnSettingsChanged() {
-  signalSettings_.playSound = Fields().playSound;
+  signalSettings_.playSound = settings_.Fields().playSound;
   // What the user follows no more is no news.
   if (!bookmarks_.HoldNews()) connection_.NoteNews(false);
 }

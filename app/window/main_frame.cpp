@@ -109,6 +109,7 @@ void CMainFrame::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   const bool activated = event->type() == QEvent::ActivationChange && isActiveWindow();
   if (activated && QApplication::activeModalWidget() == nullptr) settings_.Refresh();
+  if (activated) connection_.NoteUserHere();
 }
 
 void CMainFrame::ShowOptions() {
@@ -143,7 +144,7 @@ void CMainFrame::OpenUserPage() {
 }
 
 void CMainFrame::JumpToArticle() {
-  JumpDlg dialog(WebHostsOf(doc_.Hosts()), QString::fromStdU16String(doc_.OpenArticle().board),
+  JumpDlg dialog(WebHostsOf(doc_.Hosts()), QString::fromStdU16String(connection_.Seen().article.board),
                  QGuiApplication::clipboard()->text(), this);
   const int answer = dialog.exec();
   activateWindow();
@@ -154,11 +155,11 @@ void CMainFrame::JumpToArticle() {
 
 void CMainFrame::ShowTitle() {
   const Settings& settings = settings_.Fields();
-  setWindowTitle(
-      DescribeTitle(connection_.Facts(),
-                    {.work = settings.work,
-                     .news = doc_.Driver().Status() == ConnectionStatus::kSomethingNew,
-                     .id = settings.titleShowId ? QString::fromStdU16String(doc_.LoginId()) : QString()}));
+  setWindowTitle(DescribeTitle(
+      connection_.Facts(),
+      {.work = settings.work,
+       .news = doc_.Driver().Status() == ConnectionStatus::kSomethingNew,
+       .id = settings.titleShowId ? QString::fromStdU16String(connection_.Seen().loginId) : QString()}));
 }
 
 void CMainFrame::ToggleFullScreen() {

@@ -79,7 +79,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       links_(shown_, WebHostsOf(doc.Hosts())),
       clipboard_({.connection = connection_,
                   .automations = automations_,
-                  .settings = doc.Fields(),
+                  .settings = settings_.Fields(),
                   .hosts = doc.Hosts(),
                   .window = *this},
                  {.send = [this](std::u16string_view text, Wrap wrap) { keys_.SendText(text, wrap); },
@@ -115,7 +115,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
                 .selection = selection_,
                 .links = links_,
                 .connection = connection_,
-                .settings = doc.Fields(),
+                .settings = settings_.Fields(),
                 .screen = screen_,
                 .page = page_},
                PointerHandlers()),
@@ -185,6 +185,9 @@ void CQuillView::ConnectArticle() {
   connect(&push_, &PushController::Said, this, [this](const QString& words) { toast_.Show(words); });
   connect(&push_, &PushController::Notice, this, &CQuillView::ShowNotice);
   connect(&money_, &MoneyController::Notice, this, &CQuillView::ShowNotice);
+  // Both take minutes, which nobody waits out in front of them.
+  connect(&automations_, &Automations::MoneyEnded, this, [this] { CallUser(SignalSound::kBeep); });
+  connect(&automations_, &Automations::PushesEnded, this, [this] { CallUser(SignalSound::kBeep); });
   connect(&doc_.GetBookmarks(), &Bookmarks::Ended, this,
           [this](BookmarkEnd end) { toast_.Show(DescribeBookmarkEnd(end), EmbeddedImage::kBookmarkList); });
 }
@@ -223,8 +226,12 @@ void CQuillView::OnUserTypes() {
 
 void CQuillView::TellNews(const ArticleNews& news) {
   toast_.Show(DescribeNews(news), news.edited ? EmbeddedImage::kEdited : EmbeddedImage::kNews);
-  // Who reads here sees it without a sound.
-  if (!isActiveWindow()) doc_.Driver().Signal(SignalSound::kUpdated);
+  CallUser(SignalSound::kUpdated);
+}
+
+// Who reads here sees it without a sound.
+void CQuillView::CallUser(SignalSound sound) {
+  if (!isActiveWindow()) connection_.CallUser(sound);
 }
 
 void CQuillView::AskLogin() {

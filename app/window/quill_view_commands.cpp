@@ -47,7 +47,7 @@ void CQuillView::OfferPageCommands() {
 void CQuillView::AddStateTo(CommandState& state) const {
   const bool connected = connection_.IsConnected();
   const bool local = article_.IsShown();
-  const ArticleInfo& open = doc_.OpenArticle();
+  const ArticleInfo& open = connection_.Seen().article;
   const bool reading = page_.Shows(PF_READING) && open.IsArticle();
   const bool bookmarked = doc_.GetBookmarks().HasOpenArticle();
   const bool busy = automations_.IsBusy();

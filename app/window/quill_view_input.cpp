@@ -199,7 +199,7 @@ std::u16string CQuillView::IdAtCell(int row, int col) const {
 QString CQuillView::IdInQuestion() const {
   const auto cell = pointer_.CellUnderPointer();
   std::u16string id = cell ? IdAtCell(cell->row, cell->col) : std::u16string();
-  if (id.empty()) id = AuthorAtCursor(screen_, page_, doc_.OpenArticle());
+  if (id.empty()) id = AuthorAtCursor(screen_, page_, connection_.Seen().article);
   return QString::fromStdU16String(id);
 }
 

@@ -46,7 +46,7 @@ class DemoArticleTest : public WindowTest {
     ASSERT_EQ(demo->Error(), "");
     doc->GetConnection().Open({.address = QString::fromStdString(demo->Address()), .name = {}, .isBbs = true},
                               MakeLoginOrder({.account = u"reader", .password = u"quillet"}));
-    ASSERT_TRUE(Until([&] { return doc->LoginId() == u"reader" && IsIdle(); }));
+    ASSERT_TRUE(Until([&] { return Seen().loginId == u"reader" && IsIdle(); }));
   }
   void TearDown() override {
     frame.reset();

@@ -35,9 +35,9 @@ TEST_F(JumpTest, ACopiedLinkOpensItsArticle) {
   });
   EXPECT_EQ(doc->GetAutomations().Current(), Activity::kJump);
   ASSERT_TRUE(Until([&] { return IsIdle(); }));
-  EXPECT_EQ(doc->OpenArticle().board, target.board);
+  EXPECT_EQ(Seen().article.board, target.board);
   EXPECT_FALSE(View().Panel().IsActive());
-  const std::u16string author = doc->OpenArticle().author;
+  const std::u16string author = Seen().article.author;
   ASSERT_FALSE(author.empty());
   Press(Qt::Key_PageDown);
   Press(Qt::Key_End);

@@ -67,7 +67,7 @@ class LoginTest : public WindowTest {
   bool IsBack() {
     return Until([this] { return IsFormBack(); });
   }
-  bool IsLoggedIn() { return !doc->LoginId().empty(); }
+  bool IsLoggedIn() { return !Seen().loginId.empty(); }
   bool IsIn() {
     return Until([this] { return IsLoggedIn(); }) && Shows(u"【主功能表】"_qs);
   }
@@ -199,7 +199,7 @@ TEST_F(LoginTest, OnlyASiteThatWasReachedIsProposedAgainAndOffered) {
   UseSite("telnet://old.example");
   doc->GetConnection().Open({.address = "telnet://127.0.0.1:1", .name = {}});
   ASSERT_TRUE(Settles());
-  EXPECT_EQ(doc->Fields().site, u"telnet://old.example");
+  EXPECT_EQ(Fields().site, u"telnet://old.example");
   EXPECT_TRUE(doc->GetSettings().RecentSites().empty());
   doc->GetSettings().ChangeMap([](SettingsMap& map) {
     NoteSiteUsed(map, u"telnet://older.example", 1);
@@ -345,7 +345,7 @@ TEST_F(LoginTest, AConnectionThatIsMadeOtherwiseNeedsNoForm) {
   Field<QCheckBox>("kickOthers").setChecked(true);
   ASSERT_TRUE(goToDemo());
   ASSERT_NE(demos[2], nullptr);
-  EXPECT_TRUE(demos[2]->kickOthers && doc->Fields().kickOthers);
+  EXPECT_TRUE(demos[2]->kickOthers && Fields().kickOthers);
   EXPECT_EQ(demos[2]->account, u"alice");
   EXPECT_EQ(demos[2]->password, u"wonder");
 }
@@ -377,11 +377,11 @@ TEST_F(LoginTest, TheFormLeadsToTheSiteThatIsConnected) {
   ASSERT_TRUE(IsIn());
   EXPECT_TRUE(doc->GetConnection().Session().isBbsSite)
       << "what is known of the site holds for the login too";
-  EXPECT_EQ(doc->Fields().site, u"telnet://elsewhere.example");
+  EXPECT_EQ(Fields().site, u"telnet://elsewhere.example");
   script->Deliver(kIdPrompt + ToBig5(kIdQuestion));
   OpenScript();
   ASSERT_TRUE(Shows(u"請輸入代號"_qs));
-  EXPECT_EQ(doc->LoginId(), u"") << "that was another connection's";
+  EXPECT_EQ(Seen().loginId, u"") << "that was another connection's";
 }
 
 TEST_F(LoginTest, ConnectingWithoutALoginTypesNothing) {

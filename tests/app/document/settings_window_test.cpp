@@ -62,7 +62,7 @@ TEST_F(SettingsWindowTest, ADamagedFileIsToldOnceAndKeptAside) {
   const std::string damaged = "[Basic]\nDarkColor=1\n\xFF\xFE\x01\n";
   WriteFile("Quill.ini", damaged);
   Start();
-  EXPECT_TRUE(doc->Fields().darkColor) << "what could be read is used";
+  EXPECT_TRUE(Fields().darkColor) << "what could be read is used";
   const QString told = PanelLines();
   EXPECT_TRUE(told.contains("Quill.ini") && told.contains(u"第 3 行"_qs)) << told.toStdString();
   EXPECT_TRUE(told.contains(QString::fromStdU16String(ProgramHome().u16string())));
@@ -91,7 +91,7 @@ TEST_F(SettingsWindowTest, AFullDiskOrAFileThatMayNotBeWrittenIsTold) {
   std::filesystem::permissions(ProgramHome() / "Quill.ini", std::filesystem::perms::owner_read);
   doc->GetSettings().Set(&Settings::darkColor, true);
   EXPECT_TRUE(PanelSays(u"設定無法存檔"_qs));
-  EXPECT_TRUE(doc->Fields().darkColor);
+  EXPECT_TRUE(Fields().darkColor);
 }
 
 TEST_F(SettingsWindowTest, ListsThatHoldSomethingAreNewsUntilTheUserTypes) {
@@ -110,13 +110,30 @@ TEST_F(SettingsWindowTest, ListsThatHoldSomethingAreNewsUntilTheUserTypes) {
   EXPECT_EQ(doc->Driver().Status(), ConnectionStatus::kQuiet) << "the user does not follow them";
 }
 
+TEST_F(SettingsWindowTest, WhatEndsWhileTheUserIsElsewhereCallsHimUntilHeIsBack) {
+  OpenScript();
+  ASSERT_TRUE(Until([&] { return frame->isActiveWindow(); }));
+  emit doc->GetAutomations().MoneyEnded({});
+  EXPECT_EQ(signaller.flashes, 0) << "he sees it";
+  QWidget elsewhere;
+  elsewhere.show();
+  elsewhere.activateWindow();
+  ASSERT_TRUE(Until([&] { return !frame->isActiveWindow(); }));
+  emit doc->GetAutomations().PushesEnded({});
+  emit doc->GetAutomations().MoneyEnded({});
+  EXPECT_EQ(signaller.flashes, 2);
+  EXPECT_TRUE(frame->windowTitle().startsWith(u"●"));
+  frame->activateWindow();
+  EXPECT_TRUE(Until([&] { return !frame->windowTitle().startsWith(u"●"); }));
+}
+
 TEST_F(SettingsWindowTest, WhatAnotherWindowSavedIsTakenInWithTheKeyboard) {
   ASSERT_TRUE(Until([&] { return frame->isActiveWindow(); }));
   const std::string file = ReadFile(ProgramHome() / kSettingsFile);
   WriteFile(std::string(kSettingsFile), file + "[Basic]\nDarkColor=1\n");
   QEvent activated(QEvent::ActivationChange);
   QCoreApplication::sendEvent(frame.get(), &activated);
-  EXPECT_TRUE(doc->Fields().darkColor);
+  EXPECT_TRUE(Fields().darkColor);
   EXPECT_TRUE(doc->GetSettings().Display().darkColor);
 }
 
@@ -126,7 +143,7 @@ TEST_F(SettingsWindowTest, TheEmbeddedBrowserIsSetUpAndTheVersionNoted) {
                             u"FEATURE_BROWSER_EMULATION",
                             u"Quillet.exe"),
             11000U);
-  EXPECT_EQ(doc->Fields().version, u"1.0");
+  EXPECT_EQ(Fields().version, u"1.0");
 }
 
 }  // namespace

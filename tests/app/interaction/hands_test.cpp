@@ -62,7 +62,7 @@ class HandsTest : public DemoArticleTest {
   // An article whose title holds the words is shown whole, from its top.
   bool Reads(const std::u16string& words) {
     return Until([&] {
-      return doc->OpenArticle().title.find(words) != std::u16string::npos && Article().IsShown() &&
+      return Seen().article.title.find(words) != std::u16string::npos && Article().IsShown() &&
              Lines().IsComplete() && Article().TopLine() == Article().TargetLine();
     });
   }
@@ -445,7 +445,7 @@ TEST_F(HandsTest, AnArticleThatIsNamedOpensOnTheBbs) {
   ASSERT_GE(row, 0);
   Click(At(row, col + 2.5));
   ASSERT_TRUE(Reads(u"板主（貓）")) << ScreenAsUtf8();
-  EXPECT_EQ(doc->OpenArticle().board, u"Cats");
+  EXPECT_EQ(Seen().article.board, u"Cats");
   EXPECT_TRUE(opener.opened.empty());
 }
 

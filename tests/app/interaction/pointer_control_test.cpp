@@ -303,7 +303,7 @@ TEST_F(PointerControlTest, ThePointerShowsWhatAClickWouldDo) {
 TEST_F(PointerControlTest, TheRightButtonAsksForAMenuUnlessTheWheelWasTurned) {
   Click(At(7, 30), Qt::RightButton);
   ASSERT_EQ(menus.size(), 1u);
-  EXPECT_EQ(menus[0], QPoint(30, 7));
+  EXPECT_EQ(menus[0], (CellPosition{7, 30}));
   Down(At(7, 30), Qt::RightButton);
   Turn(-1, Qt::RightButton);
   Up(At(7, 30), Qt::RightButton);

@@ -70,7 +70,7 @@ TEST_F(ArticleViewTest, TheScrollBarMovesItAndFollowsIt) {
 
 TEST_F(ArticleViewTest, RightOnTheLastPageGoesToTheNextArticleWhereverTheBbsStands) {
   OpenWhole(talkative);
-  const std::u16string title = doc->OpenArticle().title;
+  const std::u16string title = Seen().article.title;
   // The BBS's own Page Up, behind the window's back.
   doc->GetConnection().Session().SendBytes("\x02");
   ASSERT_TRUE(AtRest(Last() - kPageStep)) << "the view goes where the BBS was sent";
@@ -79,14 +79,14 @@ TEST_F(ArticleViewTest, RightOnTheLastPageGoesToTheNextArticleWhereverTheBbsStan
   ASSERT_TRUE(AtRest(Last()));
   Press(Qt::Key_Right);
   EXPECT_TRUE(Until(
-      [&] { return doc->OpenArticle().title != title && Article().IsShown() && Article().TopLine() == 0; }));
+      [&] { return Seen().article.title != title && Article().IsShown() && Article().TopLine() == 0; }));
 }
 
 TEST_F(ArticleViewTest, UpAtTheTopGoesToTheArticleBefore) {
   OpenWhole(talkative);
-  const std::u16string title = doc->OpenArticle().title;
+  const std::u16string title = Seen().article.title;
   Press(Qt::Key_Up);
-  EXPECT_TRUE(Until([&] { return doc->OpenArticle().title != title; }));
+  EXPECT_TRUE(Until([&] { return Seen().article.title != title; }));
 }
 
 TEST_F(ArticleViewTest, TypingStopsTheReading) {
@@ -155,13 +155,13 @@ TEST_F(ArticleViewTest, WhoStandsAtTheEndGoesAlongWithNewPushes) {
 
 TEST_F(ArticleViewTest, WithoutAnimationItMovesAtOnceAndTheWheelNeverLeavesIt) {
   OpenWhole(talkative);
-  const std::u16string title = doc->OpenArticle().title;
+  const std::u16string title = Seen().article.title;
   doc->GetSettings().Set(&Settings::noScrollAnimation, true);
   Wheel(-1000);
   EXPECT_EQ(Article().TopLine(), Last()) << "without any step between";
   Wheel(-1);
   ASSERT_TRUE(AtRest(Last()));
-  EXPECT_EQ(doc->OpenArticle().title, title);
+  EXPECT_EQ(Seen().article.title, title);
 }
 
 TEST_F(ArticleViewTest, AShortArticleIsShownWithoutAScrollBar) {
@@ -181,7 +181,7 @@ TEST_F(ArticleViewTest, ABookmarkAsksTheBbsForTheCodeAndThePageStaysMeanwhile) {
   ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_ARTICLE_LIST_CURSOR) != 0; }));
   Press(Qt::Key_Right);
   ASSERT_TRUE(Until([&] { return Article().IsShown() && Lines().IsComplete(); }));
-  ASSERT_EQ(doc->OpenArticle().code, u"");
+  ASSERT_EQ(Seen().article.code, u"");
   Press(Qt::Key_PageDown);
   ASSERT_TRUE(AtRest(kPageStep));
   const auto& bookmarks = doc->GetBookmarks().List(ArticleListKind::kBookmarks).children;
