@@ -23,7 +23,7 @@ void ArticleCommands::Push() {
   const ScreenSnapshot& screen = handlers_.screen();
   if (gate_.IsWaiting(screen, now)) return;
   gate_.Sent(screen, now);
-  keys_.Perform({.kind = KeyActionKind::kSendBytes, .bytes = std::string(SiteKeyOf(Command::kPush))});
+  keys_.SendBytes(std::string(SiteKeyOf(Command::kPush)));
 }
 
 }  // namespace quillet

@@ -1,7 +1,5 @@
 #include "app/interaction/key_dispatch.h"
 
-#include <string>
-
 #include "input/sure_answer.h"
 
 namespace quillet {
@@ -13,6 +11,17 @@ bool KeyDispatch::Perform(const KeyAction& action) {
   else
     SendOrKeep({.action = action});
   return true;
+}
+
+void KeyDispatch::SendBytes(std::string bytes) {
+  Perform(KeyAction{.kind = KeyActionKind::kSendBytes, .bytes = std::move(bytes)});
+}
+
+void KeyDispatch::Perform(const MouseAction& action) {
+  const ScreenSnapshot& screen = handlers_.screen();
+  const bool moves = action.kind == MouseActionKind::kMoveCursor;
+  SendBytes(moves ? CursorKeys({screen.cursorRow, screen.cursorCol}, {action.row, action.col})
+                  : action.bytes);
 }
 
 void KeyDispatch::SendText(std::u16string_view text, Wrap wrap) {

@@ -5,12 +5,14 @@
 
 #include <deque>
 #include <functional>
+#include <string>
 #include <utility>
 
 #include "app/session/automations.h"
 #include "app/session/connection.h"
 #include "input/key_control.h"
 #include "input/lost_characters.h"
+#include "input/mouse_scheme.h"
 
 namespace quillet {
 
@@ -31,6 +33,9 @@ class KeyDispatch {
 
   // Returns false for kNone only; input without a connection is taken and dropped.
   bool Perform(const KeyAction& action);
+  void SendBytes(std::string bytes);
+  // What the mouse sends: kSend and kMoveCursor only.
+  void Perform(const MouseAction& action);
   // Typed, composed or pasted text.
   void SendText(std::u16string_view text, Wrap wrap = Wrap::kNone);
   // Sends what had to wait, as far as nothing has to wait any more.

@@ -215,7 +215,7 @@ void CMainFrame::ApplyTopmost() {
 }
 
 void CMainFrame::ShowKeys() {
-  KeysDlg dialog(MakeHelp(view_->Commands().State(), view_->WordsForCommands({})), this);
+  KeysDlg dialog(MakeHelp(view_->Commands().State(), view_->WordsForMenus()), this);
   dialog.exec();
   activateWindow();
 }

@@ -8,7 +8,7 @@ namespace quillet {
 void CMainFrame::MakeMenus() {
   OfferCommands();
   menus_ = new CommandMenus(
-      view_->Commands(), [this] { return view_->WordsForCommands({}); }, *this);
+      view_->Commands(), [this] { return view_->WordsForMenus(); }, *this);
   workMenus_ = std::make_unique<WorkMenus>(*menuBar(), *menus_);
 }
 

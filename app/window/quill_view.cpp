@@ -32,7 +32,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       toast_(images_, [this] { overlays_.Repaint(toast_); }),
       leaving_(
           {.connection = connection_, .automations = automations_, .settings = settings_, .window = *this},
-          [this] { return LeaveFacts{.inEditor = page_.Shows(PF_EDITOR), .hasDraft = push_.HasDraft()}; }),
+          [this] { return LeaveFacts{.inEditor = page_.Shows(PF_EDITOR), .hasDraft = hands_.HasDraft()}; }),
       login_({.connection = connection_,
               .automations = automations_,
               .settings = settings_,
@@ -57,68 +57,23 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       scrollBarPart_([this](const OverlayPlace& place) { article_.PlaceScrollBar(place.area, place.work); }),
       stallSign_(this),
       ime_(*this, surface_),
-      keys_(connection_, automations_, doc.Driver(),
-            {.command = [this](Command command) { runner_.Run(command); },
-             .userTypes = [this] { OnUserTypes(); },
-             .mustWait = [this] { return article_.Reading().MustWait(); },
-             .lost = [this](const LostCharacters& lost) { toast_.Show(DescribeLostCharacters(lost)); },
-             .screen = [this]() -> const ScreenSnapshot& { return screen_; },
-             .page = [this]() -> const UnderstoodPage& { return page_; }}),
-      runner_({.target = [this] { return TargetNow(); },
-               .refused = [this](Command command, Refusal refusal) { Refuse(command, refusal); }}),
-      commands_(doc.GetBookmarks(), article_, keys_,
-                {.refused = [this] { toast_.Show(DescribeNoCommand(connection_.IsConnected())); },
-                 .pushOn = [this] { push_.Open(); },
-                 .giveMoney = [this] { money_.Open(); },
-                 .screen = [this]() -> const ScreenSnapshot& { return screen_; }}),
-      shown_(screen_, page_, frame_.page, composer_, article_),
-      selection_(shown_, {.changed = [this] { RefreshFrame(); },
-                          .scrollBy = [this](int lines) { ScrollSelecting(lines); },
-                          .finished = [this] { edit_.OnSelected(); }}),
-      search_(article_, shown_, *this),
-      links_(shown_, WebHostsOf(doc.Hosts())),
-      clipboard_({.connection = connection_,
-                  .automations = automations_,
-                  .settings = settings_.Fields(),
-                  .hosts = doc.Hosts(),
-                  .window = *this},
-                 {.send = [this](std::u16string_view text, Wrap wrap) { keys_.SendText(text, wrap); },
-                  .pageKind = [this] { return page_.kind; }}),
-      web_({.connection = connection_,
-            .automations = automations_,
-            .hosts = doc.Hosts(),
-            .opener = doc.WebOpener()},
-           {.beforeJump = [this] { article_.OnUserKey(); },
-            .tell = [this](const PanelText& notice) { ShowNotice(notice); }}),
-      edit_({.settings = settings_,
-             .text = shown_,
-             .selection = selection_,
-             .clipboard = clipboard_,
-             .web = web_},
-            {.tell = [this](const QString& words) { toast_.Show(words); }}),
-      nameKeys_(settings_),
-      money_({.connection = connection_,
-              .automations = automations_,
-              .settings = settings_,
-              .pageFacts = doc.PageReader(),
+      hands_({.doc = doc,
+              .view = *this,
+              .surface = surface_,
+              .composer = composer_,
               .article = article_,
-              .view = *this}),
-      push_({.connection = connection_,
-             .automations = automations_,
-             .bookmarks = doc.GetBookmarks(),
-             .article = article_,
-             .view = *this}),
-      pointer_({.widget = *this,
-                .surface = surface_,
-                .composer = composer_,
-                .article = article_,
-                .selection = selection_,
-                .links = links_,
-                .connection = connection_,
-                .settings = settings_.Fields(),
-                .screen = screen_,
-                .page = page_},
-               PointerHandlers()),
+              .overlays = overlays_,
+              .sideList = sideList_,
+              .sideButtons = sideButtons_,
+              .toast = toast_,
+              .login = login_,
+              .screen = screen_,
+              .page = page_,
+              .picture = frame_.page},
+             {.typing = [this] { timers_.RestartCaret(); },
+              .pictureChanged = [this] { RefreshFrame(); },
+              .linesChanged = [this] { ShowOtherLines(); },
+              .notice = [this](const PanelText& notice) { ShowNotice(notice); }}),
       timers_({.phaseTurned = [this] { RefreshFrame(); },
                .tick = [this] { Tick(); },
                .animate = [this] { overlays_.Repaint(panel_); }}) {
@@ -130,16 +85,13 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
   connect(&doc_, &CQuillDoc::StatusChanged, this, &CQuillView::RefreshPanel);
   connect(&settings_, &UserSettings::Changed, this, &CQuillView::OnSettingsChanged);
   connect(&connection_, &Connection::ConnectionBegins, this, [this] {
-    keys_.DropWaiting();
+    hands_.Keys().DropWaiting();
     article_.Forget();
   });
   connect(&stallSign_, &StallSign::clicked, &connection_, &Connection::Reconnect);
   ListOverlays();
-  OfferCommands();
   ConnectLogin();
-  ConnectArticle();
-  ConnectSideLists();
-  ConnectSearch();
+  ConnectPicture();
   doc_.Messages().Attach(this);
   ApplyDisplaySettings();
   TellFileProblems();
@@ -157,71 +109,29 @@ void CQuillView::OnSettingsChanged() {
 
 void CQuillView::ConnectLogin() {
   connect(&login_, &LoginController::Changed, this, &CQuillView::RefreshPanel);
-  connect(&login_, &LoginController::AddressRequested, this, [this] { runner_.Run(Command::kConnect); });
+  connect(&login_, &LoginController::AddressRequested, this, [this] { Commands().Run(Command::kConnect); });
   connect(&login_, &LoginController::DemoRequested, this, &CQuillView::DemoRequested);
-  connect(&automations_, &Automations::JumpEnded, this,
-          [this](const ArticleReference& article, JumpResult result) {
-            ShowNotice(DescribeJump(article, result));
-          });
 }
 
-void CQuillView::ConnectArticle() {
+void CQuillView::ConnectPicture() {
   connect(&article_, &ArticleView::Changed, this, [this] {
-    keys_.Flush();
+    hands_.Keys().Flush();
     ShowOtherLines();
   });
   connect(&article_, &ArticleView::NewsArrived, this, &CQuillView::TellNews);
-  connect(&article_, &ArticleView::BytesForBbs, this, [this](const QByteArray& bytes) {
-    keys_.Perform({.kind = KeyActionKind::kSendBytes, .bytes = bytes.toStdString()});
-  });
-  connect(&clipboard_, &ClipboardController::Working, this, [this](bool working) {
-    if (working)
-      toast_.Show(u"正在取得短網址…"_qs);
-    else
-      toast_.Hide();
-  });
-  connect(&clipboard_, &ClipboardController::Said, this,
-          [this](const QString& words) { toast_.Show(words); });
-  connect(&push_, &PushController::Said, this, [this](const QString& words) { toast_.Show(words); });
-  connect(&push_, &PushController::Notice, this, &CQuillView::ShowNotice);
-  connect(&money_, &MoneyController::Notice, this, &CQuillView::ShowNotice);
   // Both take minutes, which nobody waits out in front of them.
   connect(&automations_, &Automations::MoneyEnded, this, [this] { CallUser(SignalSound::kBeep); });
   connect(&automations_, &Automations::PushesEnded, this, [this] { CallUser(SignalSound::kBeep); });
-  connect(&doc_.GetBookmarks(), &Bookmarks::Ended, this,
-          [this](BookmarkEnd end) { toast_.Show(DescribeBookmarkEnd(end), EmbeddedImage::kBookmarkList); });
-}
-
-void CQuillView::ConnectSideLists() {
-  connect(&doc_.GetBookmarks(), &Bookmarks::Changed, this, [this] {
-    sideList_.Refresh();
-    TellFileProblems();
-    RefreshFrame();
-  });
-  connect(&sideList_, &SideListView::ArticleChosen, this, [this](const ArticleReference& article) {
-    sideList_.Close();
-    article_.OnUserKey();
-    if (!automations_.JumpTo(article)) ShowNotice(DescribeNoJump(connection_.IsConnected()));
-  });
-  connect(&sideList_, &SideListView::Closed, this, [this] { setFocus(); });
-  connect(&sideButtons_, &SideButtons::Clicked, this, [this](Command command) { runner_.Run(command); });
   connect(&background_, &BackgroundPicture::Loaded, this, &CQuillView::ApplyBackground);
   connect(&background_, &BackgroundPicture::Failed, this,
           [this](const QString& source, const QString& reason) {
             ShowNotice(DescribeNoBackground(source, reason));
           });
-}
-
-void CQuillView::ConnectSearch() {
-  connect(&search_, &SearchController::Changed, this, &CQuillView::RefreshFrame);
-  connect(&search_, &SearchController::Said, this, [this](const QString& words) { toast_.Show(words); });
-  connect(&sideList_, &SideListView::Opened, &search_, &SearchController::StopAsking);
-}
-
-// What goes to the BBS may bring another page, or a question below this one.
-void CQuillView::OnUserTypes() {
-  search_.StopAsking();
-  article_.OnUserKey();
+  connect(&doc_.GetBookmarks(), &Bookmarks::Changed, this, [this] {
+    sideList_.Refresh();
+    TellFileProblems();
+    RefreshFrame();
+  });
 }
 
 void CQuillView::TellNews(const ArticleNews& news) {
@@ -234,15 +144,11 @@ void CQuillView::CallUser(SignalSound sound) {
   if (!isActiveWindow()) connection_.CallUser(sound);
 }
 
-void CQuillView::AskLogin() {
-  login_.Show();
-}
-
 // From the bottom up.
 void CQuillView::ListOverlays() {
-  for (Overlay* const overlay :
-       std::initializer_list<Overlay*>{&ime_, &badge_, &toast_, &links_, &panel_, &scrollBarPart_,
-                                       &buttonsPart_, &stallSign_, &sideList_, &search_.Bar(), &login_})
+  for (Overlay* const overlay : std::initializer_list<Overlay*>{
+           &ime_, &badge_, &toast_, &hands_.Links(), &panel_, &scrollBarPart_, &buttonsPart_, &stallSign_,
+           &sideList_, &hands_.Search().Bar(), &login_})
     overlays_.Add(*overlay);
 }
 
@@ -317,8 +223,8 @@ bool CQuillView::event(QEvent* event) {
     return true;
   }
   // What the login form and the search's field do not take is a menu's.
-  if (event->type() == QEvent::ShortcutOverride && !login_.IsShown() && !search_.IsAsking() &&
-      Decide(*static_cast<QKeyEvent*>(event)).route != KeyRoute::kToolkit) {
+  if (event->type() == QEvent::ShortcutOverride && !login_.IsShown() && !hands_.IsAsking() &&
+      hands_.Keyboard().IsOurs(*static_cast<QKeyEvent*>(event))) {
     event->accept();
     return true;
   }
@@ -332,15 +238,15 @@ void CQuillView::TakeMessages() {
     page_ = messages.page;
     composer_.MarkKeywords(screen_, page_);
     ++screenCount_;
-    if (messages.reason != ScreenReason::kUpdated) keys_.DropWaiting();
+    if (messages.reason != ScreenReason::kUpdated) hands_.Keys().DropWaiting();
     doc_.OnScreen(messages.reason, std::move(messages.seen));
     if (automations_.IsBusy()) article_.OnAutomationKey();
     article_.OnScreen(screen_, page_);
     const std::string keys = composer_.OnScreen(screen_, page_);
-    if (!keys.empty() && !automations_.IsBusy()) SendBytes(keys);
-    keys_.Flush();
+    if (!keys.empty() && !automations_.IsBusy()) hands_.Keys().SendBytes(keys);
+    hands_.Keys().Flush();
     ShowOtherLines();
-    clipboard_.OnScreen();
+    hands_.OnScreen();
     UpdateIme(ImeAdapter::Move::kIfChanged);
   }
   if (messages.bell) doc_.Driver().OnBell(automations_.IsBusy());
@@ -350,10 +256,10 @@ void CQuillView::Tick() {
   doc_.Driver().Tick();
   doc_.ReviewAnswer();
   RefreshPanel();
-  const bool busy = automations_.IsBusy() || search_.IsAsking() || panel_.IsActive() || login_.IsOpen() ||
+  const bool busy = automations_.IsBusy() || hands_.IsAsking() || panel_.IsActive() || login_.IsOpen() ||
                     ime_.IsComposing() || QApplication::activeModalWidget() != nullptr;
   article_.OnTick(!busy && isVisible());
-  keys_.Flush();
+  hands_.Keys().Flush();
 }
 
 void CQuillView::RefreshPanel() {
@@ -366,27 +272,15 @@ void CQuillView::RefreshPanel() {
   if (badge_.SetText(DescribeActivity(activity, automations_.Progress()))) overlays_.Repaint(badge_);
   timers_.SetAnimating(panel_.IsBusy());
   const bool covered = overlays_.IsCovered();
-  if (covered) {
-    pointer_.Cancel();
-    search_.StopAsking();
-  }
+  if (covered) hands_.OnCovered();
   stallSign_.Tell(covered ? AnswerWait::State::kNone : doc_.Answer());
   overlays_.Review();
   RefreshFrame();
 }
 
-// What is selected, and what lies under the pointer, is told by the picture's lines.
 void CQuillView::ShowOtherLines() {
   RefreshFrame();
-  search_.OnLines();
-  selection_.OnTextChanged();
-  if (!overlays_.IsCovered()) pointer_.OnPictureChanged();
-}
-
-// Lines that are yet to come are selected as they come, and not after the button has been let go.
-void CQuillView::ScrollSelecting(int lines) {
-  const int lastTop = LastTop(article_.LineCount(), article_.LinesInSight());
-  article_.ScrollTo(std::clamp(article_.TargetLine() + lines, 0, lastTop));
+  hands_.OnOtherLines();
 }
 
 // What is being composed when the page goes is not thrown away.
@@ -401,13 +295,10 @@ void CQuillView::RefreshFrame() {
   frame_.blinkOff = timers_.BlinkOff();
   frame_.rightInset = qCeil(kRightInset * surface_.Scale());
   composer_.Compose(screen_, page_, caret, frame_);
-  pointer_.Decorate(frame_.page);
-  links_.Decorate(frame_.page);
-  search_.Decorate(frame_.page);
-  selection_.Decorate(frame_.page);
+  hands_.Decorate(frame_.page);
   surface_.Refresh(frame_);
   PlaceSideButtons();
-  sideButtons_.Follow(runner_.State({}));
+  sideButtons_.Follow(Commands().State({}));
 }
 
 void CQuillView::paintEvent(QPaintEvent* event) {
@@ -434,7 +325,7 @@ void CQuillView::focusInEvent(QFocusEvent* event) {
 
 void CQuillView::focusOutEvent(QFocusEvent* event) {
   timers_.SetFocused(false);
-  pointer_.Cancel();
+  hands_.Pointer().Cancel();
   ime_.End();
   QWidget::focusOutEvent(event);
 }

@@ -6,21 +6,8 @@
 
 #include "app/dialogs/leave_question.h"
 #include "app/dialogs/login_controller.h"
-#include "app/dialogs/money_controller.h"
-#include "app/dialogs/push_controller.h"
 #include "app/document/quill_doc.h"
-#include "app/interaction/article_commands.h"
-#include "app/interaction/clipboard_controller.h"
-#include "app/interaction/command_runner.h"
-#include "app/interaction/edit_commands.h"
 #include "app/interaction/ime_adapter.h"
-#include "app/interaction/key_dispatch.h"
-#include "app/interaction/link_hover.h"
-#include "app/interaction/name_keys.h"
-#include "app/interaction/pointer_control.h"
-#include "app/interaction/search_controller.h"
-#include "app/interaction/selection_control.h"
-#include "app/interaction/web_controller.h"
 #include "app/messages/file_messages.h"
 #include "app/overlay/activity_badge.h"
 #include "app/overlay/overlay_stack.h"
@@ -33,10 +20,9 @@
 #include "app/page/background_picture.h"
 #include "app/page/frame_surface.h"
 #include "app/page/page_composer.h"
-#include "app/page/shown_text.h"
 #include "app/side_list/side_list_view.h"
+#include "app/window/view_hands.h"
 #include "app/window/view_timers.h"
-#include "input/pre_translation.h"
 
 namespace quillet {
 
@@ -52,17 +38,17 @@ class CQuillView : public QWidget {
   void OnSettingsChanged();
   void ApplyDisplaySettings();
   // Every command that the menus, keys and buttons give; the window adds its own.
-  CommandRunner& Commands() { return runner_; }
+  CommandRunner& Commands() { return hands_.Commands(); }
   // For the menus' words.
-  CommandWords WordsForCommands(const CommandTarget& target) const;
+  CommandWords WordsForMenus() const { return hands_.WordsForCommands({}); }
   // The user id under the pointer, else the one at the BBS's cursor; empty when there is none.
-  QString IdInQuestion() const;
-  void OpenUserPage(const QString& id) { web_.OpenUserPage(id.toStdU16String()); }
+  QString IdInQuestion() const { return QString::fromStdU16String(hands_.Targets().IdInQuestion()); }
+  void OpenUserPage(const QString& id) { hands_.Web().OpenUserPage(id.toStdU16String()); }
   // An entry of the lists has been made in a dialog.
-  void NoteAddedName(const QString& id) { nameKeys_.NoteAdded(id.toStdU16String()); }
+  void NoteAddedName(const QString& id) { hands_.Names().NoteAdded(id.toStdU16String()); }
   void ShowNotice(const PanelText& notice);
   // Opens the login form.
-  void AskLogin();
+  void AskLogin() { login_.Show(); }
 
   void SetLayoutMode(LayoutMode mode);
   SideListView& SideList() { return sideList_; }
@@ -77,12 +63,11 @@ class CQuillView : public QWidget {
   LeaveQuestion& Leaving() { return leaving_; }
   const ActivityBadge& Badge() const { return badge_; }
   const Toast& LastToast() const { return toast_; }
-  const SelectionControl& Selected() const { return selection_; }
-  const SearchController& Found() const { return search_; }
-  const LinkHover& Links() const { return links_; }
-  const WebController& Web() const { return web_; }
-  const MoneyController& Money() const { return money_; }
-  const PushController& Push() const { return push_; }
+  const SelectionControl& Selected() const { return hands_.Selected(); }
+  const SearchController& Found() const { return hands_.Search(); }
+  const LinkHover& Links() const { return hands_.Links(); }
+  const MoneyController& Money() const { return hands_.Money(); }
+  const PushController& Push() const { return hands_.Push(); }
   // Screens taken over so far; tells whether the picture has come to rest.
   unsigned ScreenCount() const { return screenCount_; }
   QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
@@ -108,40 +93,14 @@ class CQuillView : public QWidget {
   bool focusNextPrevChild(bool next) override;
 
  private:
-  WindowState StateForKeys() const;
-  KeyDecision Decide(const QKeyEvent& event) const;
-  // Returns true when the key was consumed.
-  bool PreTranslateMessage(const QKeyEvent& event);
-  void SelectByKey(SelectStep step);
-  void ChangeName(NameKey key, int colour);
   void PerformPanelAction(PanelAction action);
-  void OfferCommands();
-  void OfferPageCommands();
-  void AddStateTo(CommandState& state) const;
-  void Refuse(Command command, Refusal refusal);
-  // All links in sight, to choose one of for kOpenLink or kCopyLink.
-  void ShowLinks(Command use);
-  void TogglePlaces();
-  void Reveal();
-  void OnUserTypes();
-  void SendBytes(std::string bytes);
   void TakeMessages();
   void Tick();
   void TellFileProblems();
   void TellNews(const ArticleNews& news);
   void CallUser(SignalSound sound);
   void ConnectLogin();
-  void ConnectArticle();
-  void ConnectSideLists();
-  void ConnectSearch();
-  PointerControl::Handlers PointerHandlers();
-  // Bytes for the BBS.
-  void ActOnMouse(const MouseAction& action);
-  void ShowMenuOfPlace(const QPoint& at, std::optional<CellPosition> cell);
-  CommandTarget TargetAt(CellPosition cell) const;
-  // Under the pointer, else at the BBS's cursor.
-  CommandTarget TargetNow() const;
-  std::u16string IdAtCell(int row, int col) const;
+  void ConnectPicture();
   void ApplyBackground();
   void ListOverlays();
   OverlayPlace PlaceOfOverlays() const;
@@ -151,7 +110,6 @@ class CQuillView : public QWidget {
   void RefreshFrame();
   // The picture shows other lines than before, or the same ones elsewhere or otherwise.
   void ShowOtherLines();
-  void ScrollSelecting(int lines);
   void UpdateIme(ImeAdapter::Move move);
   // An input method belongs here now; on pages of commands it would compose them.
   bool AcceptsComposedText() const;
@@ -182,20 +140,7 @@ class CQuillView : public QWidget {
   BackgroundPicture background_;
   ToldProblems toldProblems_;
   ImeAdapter ime_;
-  KeyDispatch keys_;
-  CommandRunner runner_;
-  ArticleCommands commands_;
-  ShownText shown_;
-  SelectionControl selection_;
-  SearchController search_;
-  LinkHover links_;
-  ClipboardController clipboard_;
-  WebController web_;
-  EditCommands edit_;
-  NameKeys nameKeys_;
-  MoneyController money_;
-  PushController push_;
-  PointerControl pointer_;
+  ViewHands hands_;
   ViewTimers timers_;
 };
 

@@ -1,99 +1,11 @@
 // The view's ways in: keys, input method, mouse.
-#include "app/interaction/author_at_cursor.h"
-#include "app/interaction/key_adapter.h"
 #include "app/window/quill_view.h"
-#include "input/id_at.h"
 
 namespace quillet {
 
 void CQuillView::keyPressEvent(QKeyEvent* event) {
-  pointer_.OnKey();
-  if (!PreTranslateMessage(*event)) QWidget::keyPressEvent(event);
-}
-
-WindowState CQuillView::StateForKeys() const {
-  const auto cell = pointer_.CellUnderPointer();
-  WindowState state{.selectionShown = selection_.IsShown(),
-                    .revealShown = composer_.IsRevealing(),
-                    .activityRuns = automations_.Current() != Activity::kNone,
-                    .articleShown = article_.IsShown(),
-                    .article = article_.Paging(),
-                    .articleOpen = connection_.Seen().articleOpen,
-                    .commandsOffered = composer_.Offers(Command::kBookmark),
-                    .idUnderPointer = cell && !IdAtCell(cell->row, cell->col).empty(),
-                    .addBlackHotKey = settings_.Fields().addBlackHotKey,
-                    .preventArticleChange = settings_.Fields().preventUpDownChangeArticle,
-                    .search = search_.Use()};
-  overlays_.TellKeys(state);
-  return state;
-}
-
-KeyDecision CQuillView::Decide(const QKeyEvent& event) const {
-  return DecideKeyMessage(ToKeyPress(event), event.isAutoRepeat() ? KeyPhase::kRepeat : KeyPhase::kFirst,
-                          screen_, page_, StateForKeys());
-}
-
-bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
-  const KeyDecision decision = Decide(event);
-  if (decision.route != KeyRoute::kToolkit && decision.route != KeyRoute::kSearch) search_.OnOtherKey();
-  switch (decision.route) {
-    case KeyRoute::kToolkit:
-      return false;
-    case KeyRoute::kSwallowed:
-      return true;
-    case KeyRoute::kNotice:
-    case KeyRoute::kSideList:
-      return overlays_.OnKey(decision);
-    case KeyRoute::kSearch:
-      search_.Perform(decision.search);
-      return true;
-    case KeyRoute::kSelection:
-      SelectByKey(decision.select);
-      return true;
-    case KeyRoute::kReveal:
-      composer_.EndReveal();
-      ShowOtherLines();
-      return true;
-    case KeyRoute::kActivity:
-      return automations_.Stop();
-    case KeyRoute::kNames:
-      ChangeName(decision.name, decision.flagColour);
-      return true;
-    case KeyRoute::kCommand:
-    case KeyRoute::kArticle:
-    case KeyRoute::kBbs:
-      break;
-  }
-  if (decision.paging.kind != PagingAction::Kind::kToBbs && article_.ApplyPaging(decision.paging))
-    return true;
-  timers_.RestartCaret();
-  if (decision.route == KeyRoute::kBbs) {
-    if (auto keys = composer_.OnKey(ToKeyPress(event), screen_, page_)) {
-      if (!keys->empty()) SendBytes(*std::move(keys));
-      ShowOtherLines();
-      return true;
-    }
-  }
-  const bool taken = keys_.Perform(decision.action);
-  // The next Ctrl+C is the BBS's again.
-  const bool copiesByBbsKey = decision.action.command == Command::kCopy && event.key() == Qt::Key_C &&
-                              !event.modifiers().testFlag(Qt::ShiftModifier);
-  if (decision.route != KeyRoute::kCommand || copiesByBbsKey) selection_.Clear();
-  return taken;
-}
-
-void CQuillView::SelectByKey(SelectStep step) {
-  if (step == SelectStep::kClear)
-    selection_.Clear();
-  else
-    selection_.Step(step, composer_.PageRowOf(screen_.cursorRow), screen_.cursorCol);
-}
-
-void CQuillView::ChangeName(NameKey key, int colour) {
-  const auto cell = pointer_.CellUnderPointer();
-  if (!cell) return;
-  const QString told = nameKeys_.Press(IdAtCell(cell->row, cell->col), key, colour);
-  if (!told.isEmpty()) toast_.Show(told);
+  hands_.Pointer().OnKey();
+  if (!hands_.Keyboard().PreTranslateMessage(*event)) QWidget::keyPressEvent(event);
 }
 
 void CQuillView::PerformPanelAction(PanelAction action) {
@@ -102,7 +14,7 @@ void CQuillView::PerformPanelAction(PanelAction action) {
       connection_.Reconnect();
       break;
     case PanelAction::kAskAddress:
-      runner_.Run(Command::kConnect);
+      Commands().Run(Command::kConnect);
       break;
     case PanelAction::kAskLogin:
       AskLogin();
@@ -119,12 +31,7 @@ void CQuillView::PerformPanelAction(PanelAction action) {
 }
 
 void CQuillView::inputMethodEvent(QInputMethodEvent* event) {
-  const QString text = ime_.Handle(*event);
-  if (!text.isEmpty() && !overlays_.KeepsTyping()) {
-    timers_.RestartCaret();
-    keys_.SendText(text.toStdU16String());
-    selection_.Clear();
-  }
+  hands_.Keyboard().OnComposed(ime_.Handle(*event));
   event->accept();
 }
 
@@ -137,70 +44,33 @@ bool CQuillView::focusNextPrevChild(bool /*next*/) {
   return false;  // Tab is a key of the BBS
 }
 
-PointerControl::Handlers CQuillView::PointerHandlers() {
-  return {.perform = [this](Command command) { runner_.Run(command); },
-          .open = [this](const TextLink& link) { web_.Open(link); },
-          .act = [this](const MouseAction& action) { ActOnMouse(action); },
-          .pastePrimary = [this] { clipboard_.Paste(QClipboard::Selection); },
-          .contextMenu = [this](QPoint at, std::optional<CellPosition> cell) { ShowMenuOfPlace(at, cell); },
-          .changed = [this] { RefreshFrame(); },
-          .targetChanged = [this] { overlays_.Repaint(links_); }};
-}
-
 void CQuillView::mousePressEvent(QMouseEvent* event) {
-  if (!overlays_.IsCovered() && pointer_.OnPress(*event)) return;
+  if (!overlays_.IsCovered() && hands_.Pointer().OnPress(*event)) return;
   if (!panel_.IsActive()) panel_.Recall();
   RefreshPanel();
   QWidget::mousePressEvent(event);
 }
 
 void CQuillView::mouseReleaseEvent(QMouseEvent* event) {
-  if (overlays_.IsCovered() || pointer_.OnRelease(*event)) return;
+  if (overlays_.IsCovered() || hands_.Pointer().OnRelease(*event)) return;
   panel_.Recall();
   RefreshPanel();
 }
 
 void CQuillView::mouseDoubleClickEvent(QMouseEvent* event) {
-  if (!overlays_.IsCovered()) pointer_.OnDoubleClick(*event);
+  if (!overlays_.IsCovered()) hands_.Pointer().OnDoubleClick(*event);
 }
 
 void CQuillView::mouseMoveEvent(QMouseEvent* event) {
-  if (!overlays_.IsCovered()) pointer_.OnMove(*event);
+  if (!overlays_.IsCovered()) hands_.Pointer().OnMove(*event);
 }
 
 void CQuillView::leaveEvent(QEvent* /*event*/) {
-  pointer_.OnLeave();
+  hands_.Pointer().OnLeave();
 }
 
 void CQuillView::wheelEvent(QWheelEvent* event) {
-  if (overlays_.IsCovered() || !pointer_.OnWheel(*event)) QWidget::wheelEvent(event);
-}
-
-void CQuillView::ActOnMouse(const MouseAction& action) {
-  std::string bytes = action.bytes;
-  if (action.kind == MouseActionKind::kMoveCursor)
-    bytes = CursorKeys({screen_.cursorRow, screen_.cursorCol}, {action.row, action.col});
-  SendBytes(std::move(bytes));
-}
-
-void CQuillView::SendBytes(std::string bytes) {
-  keys_.Perform({.kind = KeyActionKind::kSendBytes, .bytes = std::move(bytes)});
-}
-
-std::u16string CQuillView::IdAtCell(int row, int col) const {
-  const int line = shown_.LineAtRow(row);
-  if (line < 0) return {};
-  // As the BBS has sent it: who has masked an id must be able to take it out of his lists again.
-  if (!shown_.IsArticle()) return IdAt(screen_, page_, composer_.ScreenRowAt(row), col);
-  const ArticleLine* const sent = article_.ShownLine(line);
-  return sent == nullptr ? std::u16string() : IdInArticle(doc_.PageReader(), *sent, line, col);
-}
-
-QString CQuillView::IdInQuestion() const {
-  const auto cell = pointer_.CellUnderPointer();
-  std::u16string id = cell ? IdAtCell(cell->row, cell->col) : std::u16string();
-  if (id.empty()) id = AuthorAtCursor(screen_, page_, connection_.Seen().article);
-  return QString::fromStdU16String(id);
+  if (overlays_.IsCovered() || !hands_.Pointer().OnWheel(*event)) QWidget::wheelEvent(event);
 }
 
 }  // namespace quillet

@@ -8,6 +8,7 @@
 #include <QMouseEvent>
 #include <QWindow>
 
+#include "app/window/tour/tour.h"
 #include "render/contrast.h"
 #include "render/palette.h"
 
@@ -117,16 +118,17 @@ TEST_F(SideButtonsTest, AClickGivesTheCommandOfThePageAndLeavesTheKeyboardAlone)
     Click(*button);
   EXPECT_EQ(clicked, expected);
   EXPECT_EQ(window.focusWidget(), &terminal);
-  buttons.Follow({.page = PageKind::kArticleList});
+  buttons.Follow({.holds = {}, .page = PageKind::kArticleList});
   EXPECT_EQ(PlaceOf(*Shown().at(4)), back) << "none moves from page to page";
   clicked.clear();
   Click(*Shown().at(4));
   EXPECT_TRUE(clicked.empty()) << "it cannot act";
-  buttons.Follow({.page = PageKind::kTyping});
+  buttons.Follow({.holds = {}, .page = PageKind::kTyping});
   EXPECT_EQ(Shown().size(), 4);
 }
 
 TEST_F(SideButtonsTest, TheKeyboardWalksAmongThemAndComesBack) {
+  ASSERT_TRUE(HandleEventsUntil([&] { return window.isActiveWindow(); }, 5000));
   buttons.Place({.margin = QRect(0, 0, 40, 600)});
   buttons.SwitchKeyboard();
   EXPECT_EQ(WithKeyboard(), QStringLiteral("離開"));
@@ -142,7 +144,7 @@ TEST_F(SideButtonsTest, TheKeyboardWalksAmongThemAndComesBack) {
   Press(Qt::Key_Escape);
   EXPECT_EQ(window.focusWidget(), &terminal);
   buttons.SwitchKeyboard();
-  buttons.Follow({.page = PageKind::kTyping});
+  buttons.Follow({.holds = {}, .page = PageKind::kTyping});
   EXPECT_EQ(window.focusWidget(), &terminal) << "its button has gone";
 }
 

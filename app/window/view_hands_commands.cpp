@@ -1,8 +1,8 @@
-// The view's commands: what each does there, what they depend on, and the menu of the right button.
+// The commands of the hands: what each does, what they depend on, and the menu of the right button.
 #include "app/interaction/context_menu.h"
 #include "app/messages/article_messages.h"
 #include "app/messages/push_messages.h"
-#include "app/window/quill_view.h"
+#include "app/window/view_hands.h"
 #include "bbs/page_flags.h"
 #include "input/mouse_scheme.h"
 #include "input/page_commands.h"
@@ -11,45 +11,46 @@
 
 namespace quillet {
 
-void CQuillView::OfferCommands() {
+void ViewHands::OfferCommands() {
   runner_.AddState([this](CommandState& state) { AddStateTo(state); });
   edit_.Offer(runner_);
-  commands_.Offer(runner_);
-  runner_.On(Command::kLogin, [this] { AskLogin(); });
+  articleCommands_.Offer(runner_);
+  runner_.On(Command::kLogin, [this] { parts_.login.Show(); });
   runner_.On(Command::kChooseLink, [this] { ShowLinks(Command::kOpenLink); });
   runner_.On(Command::kChooseLinkCopy, [this] { ShowLinks(Command::kCopyLink); });
   runner_.On(Command::kReveal, [this] { Reveal(); });
   runner_.On(Command::kTogglePlaces, [this] { TogglePlaces(); });
-  runner_.On(Command::kSideButtons, [this] { sideButtons_.SwitchKeyboard(); });
+  runner_.On(Command::kSideButtons, [this] { parts_.sideButtons.SwitchKeyboard(); });
   runner_.On(Command::kSearch, [this] { search_.Perform(SearchStep::kAsk); });
   runner_.On(Command::kSearchNext, [this] { search_.Perform(SearchStep::kNext); });
   runner_.On(Command::kSearchPrevious, [this] { search_.Perform(SearchStep::kPrevious); });
-  runner_.On(Command::kHotList, [this] { sideList_.Toggle(ArticleListKind::kHot); });
-  runner_.On(Command::kTrackedList, [this] { sideList_.Toggle(ArticleListKind::kTracked); });
-  runner_.On(Command::kBookmarkList, [this] { sideList_.Toggle(ArticleListKind::kBookmarks); });
-  runner_.On(Command::kCompactLists, [this] { sideList_.SetCompact(!sideList_.IsCompact()); });
+  runner_.On(Command::kHotList, [this] { parts_.sideList.Toggle(ArticleListKind::kHot); });
+  runner_.On(Command::kTrackedList, [this] { parts_.sideList.Toggle(ArticleListKind::kTracked); });
+  runner_.On(Command::kBookmarkList, [this] { parts_.sideList.Toggle(ArticleListKind::kBookmarks); });
+  runner_.On(Command::kCompactLists, [this] { parts_.sideList.SetCompact(!parts_.sideList.IsCompact()); });
   OfferPageCommands();
 }
 
 // Those that are nothing but a key of the BBS's page.
-void CQuillView::OfferPageCommands() {
+void ViewHands::OfferPageCommands() {
   // A key that the client keeps for itself, for those who need it on the BBS.
-  runner_.On(Command::kSendControlV, [this] { SendBytes(std::string(SiteKeyOf(Command::kSendControlV))); });
+  runner_.On(Command::kSendControlV,
+             [this] { keys_.SendBytes(std::string(SiteKeyOf(Command::kSendControlV))); });
   for (const CommandRow& row : AllCommands()) {
     if (SiteKeyOf(row.command).empty() || runner_.Has(row.command)) continue;
     runner_.On(row.command, [this, command = row.command] {
-      const Picture picture = composer_.ShowsArticle() ? Picture::kArticle : Picture::kScreen;
+      const Picture picture = parts_.composer.ShowsArticle() ? Picture::kArticle : Picture::kScreen;
       pointer_.Act(DecidePageCommand(command, picture));
     });
   }
 }
 
-void CQuillView::AddStateTo(CommandState& state) const {
+void ViewHands::AddStateTo(CommandState& state) const {
   const bool connected = connection_.IsConnected();
-  const bool local = article_.IsShown();
+  const bool local = parts_.article.IsShown();
   const ArticleInfo& open = connection_.Seen().article;
-  const bool reading = page_.Shows(PF_READING) && open.IsArticle();
-  const bool bookmarked = doc_.GetBookmarks().HasOpenArticle();
+  const bool reading = parts_.page.Shows(PF_READING) && open.IsArticle();
+  const bool bookmarked = parts_.doc.GetBookmarks().HasOpenArticle();
   const bool busy = automations_.IsBusy();
   const bool asksCode = open.code.empty() && !bookmarked;
   const bool begun = connected || connection_.IsClosed();
@@ -59,7 +60,7 @@ void CQuillView::AddStateTo(CommandState& state) const {
       .AddIf(begun, Condition::kBegun)
       .AddIf(local || reading, Condition::kArticle)
       .AddIf(local, Condition::kLocalArticle)
-      .AddIf(local && article_.HasPushes(), Condition::kHasPushes)
+      .AddIf(local && parts_.article.HasPushes(), Condition::kHasPushes)
       .AddIf(bookmarked, Condition::kBookmarked)
       .AddIf(busy, Condition::kAutomation)
       .AddIf(busy && asksCode, Condition::kCodeOutOfReach)
@@ -67,64 +68,56 @@ void CQuillView::AddStateTo(CommandState& state) const {
       .AddIf(web_.HasEngine(SearchEngine::kFirst), Condition::kFirstEngine)
       .AddIf(web_.HasEngine(SearchEngine::kSecond), Condition::kSecondEngine)
       .AddIf(!RowOf(&Settings::ipToName).Acts(), Condition::kPlacesIdle)
-      .AddIf(sideButtons_.isVisible(), Condition::kHasSideButtons)
-      .AddIf(sideList_.IsCompact(), Condition::kCompactLists);
+      .AddIf(parts_.sideButtons.isVisible(), Condition::kHasSideButtons)
+      .AddIf(parts_.sideList.IsCompact(), Condition::kCompactLists);
   // What lies over the page keeps hands away from it.
-  if (!overlays_.IsCovered() && !sideList_.Shown())
-    state.page = PageUnderHands(local ? Picture::kArticle : Picture::kScreen, page_);
+  if (!parts_.overlays.IsCovered() && !parts_.sideList.Shown())
+    state.page = PageUnderHands(local ? Picture::kArticle : Picture::kScreen, parts_.page);
 }
 
-void CQuillView::Refuse(Command command, Refusal refusal) {
+void ViewHands::Refuse(Command command, Refusal refusal) {
   switch (refusal) {
     case Refusal::kBusy:
-      return toast_.Show(DescribeNoPush(NoPushReason::kBusy));
+      return Tell(DescribeNoPush(NoPushReason::kBusy));
     case Refusal::kNotYet:
-      return toast_.Show(DescribeActsNotYet(QString::fromStdU16String(NameOf(command, {}))));
+      return Tell(DescribeActsNotYet(QString::fromStdU16String(NameOf(command, {}))));
     case Refusal::kGone:
-      return toast_.Show(u"選取的文字已經不在畫面上"_qs);
+      return Tell(u"選取的文字已經不在畫面上"_qs);
     case Refusal::kNotConnected:
     case Refusal::kNotNow:
-      return toast_.Show(DescribeNoCommand(refusal == Refusal::kNotNow));
+      return Tell(DescribeNoCommand(refusal == Refusal::kNotNow));
     case Refusal::kNone:
       break;
   }
 }
 
-CommandTarget CQuillView::TargetAt(CellPosition cell) const {
-  return {.link = links_.LinkAt(cell.row, cell.col), .id = IdAtCell(cell.row, cell.col)};
-}
-
-CommandTarget CQuillView::TargetNow() const {
-  return {.link = links_.Current(), .id = IdInQuestion().toStdU16String()};
-}
-
-CommandWords CQuillView::WordsForCommands(const CommandTarget& target) const {
+CommandWords ViewHands::WordsForCommands(const CommandTarget& target) const {
   return {.firstEngine = web_.EngineName(SearchEngine::kFirst).toStdU16String(),
           .secondEngine = web_.EngineName(SearchEngine::kSecond).toStdU16String(),
           .selection = AsPartOfEntry(selection_.Text()),
           .id = target.id};
 }
 
-void CQuillView::ShowMenuOfPlace(const QPoint& at, std::optional<CellPosition> cell) {
-  const CommandTarget target = cell ? TargetAt(*cell) : CommandTarget{};
-  ShowContextMenu(*this, at, runner_, target, WordsForCommands(target));
+void ViewHands::ShowMenuOfPlace(const QPoint& at, std::optional<CellPosition> cell) {
+  const CommandTarget target = cell ? targets_.At(*cell) : CommandTarget{};
+  ShowContextMenu(parts_.view, at, runner_, target, WordsForCommands(target));
 }
 
-void CQuillView::ShowLinks(Command use) {
-  const QPointF at = surface_.CellRect(1, 1).topLeft();
-  ShowLinkMenu(*this, mapToGlobal(at.toPoint()), links_.LinksInSight(),
+void ViewHands::ShowLinks(Command use) {
+  const QPointF at = parts_.surface.CellRect(1, 1).topLeft();
+  ShowLinkMenu(parts_.view, parts_.view.mapToGlobal(at.toPoint()), links_.LinksInSight(),
                [this, use](const TextLink& link) { runner_.Run(use, {.link = link, .id = {}}); });
 }
 
-void CQuillView::TogglePlaces() {
+void ViewHands::TogglePlaces() {
   const bool on = !settings_.Fields().ipToName;
   settings_.Set(&Settings::ipToName, on);
-  toast_.Show(on ? u"推文IP轉地理位置：開"_qs : u"推文IP轉地理位置：關"_qs);
+  Tell(on ? u"推文IP轉地理位置：開"_qs : u"推文IP轉地理位置：關"_qs);
 }
 
-void CQuillView::Reveal() {
-  composer_.PressReveal(SteadyMilliseconds());
-  ShowOtherLines();
+void ViewHands::Reveal() {
+  parts_.composer.PressReveal(SteadyMilliseconds());
+  handlers_.linesChanged();
 }
 
 }  // namespace quillet
