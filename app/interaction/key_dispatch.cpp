@@ -56,6 +56,11 @@ void KeyDispatch::Send(const Input& input) {
     case KeyActionKind::kSendText:
       session.SendText(action.text, input.wrap);
       break;
+    case KeyActionKind::kMoveCursor: {
+      const ScreenSnapshot& screen = handlers_.screen();
+      session.MoveCursorTo(action.row, action.col, CellPosition{screen.cursorRow, screen.cursorCol});
+      break;
+    }
     case KeyActionKind::kSendThenClose:
       session.SendBytes(action.bytes);
       connection_.DisconnectAfterSending();

@@ -154,7 +154,11 @@ class CQuillView : public QWidget {
   OverlayPlace PlaceOfOverlays() const;
   void PlaceOverlays();
   void RefreshPanel();
+  void ReviewPanel();
   void RefreshFrame();
+  // Brings the picture up to date where nothing but the time may have changed it.
+  void OnClock();
+  bool ShowsCaret() const;
   // The picture shows other lines than before, or the same ones elsewhere or otherwise.
   void ShowOtherLines();
   void ScrollSelecting(int lines);
@@ -170,7 +174,8 @@ class CQuillView : public QWidget {
   UnderstoodPage page_;  // what stands on it, marked with the user's keywords
   FrameState frame_;
   unsigned screenCount_ = 0;
-  bool flagsAtTop_ = false;  // in the picture; the side buttons leave them the margin
+  std::int64_t composedAt_ = 0;  // the frame, in seconds since 1970
+  bool flagsAtTop_ = false;      // in the picture; the side buttons leave them the margin
   OverlayStack overlays_;
   EmbeddedImages images_;
   FrameSurface surface_;

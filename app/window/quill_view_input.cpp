@@ -34,7 +34,7 @@ WindowState CQuillView::StateForKeys() const {
 
 KeyDecision CQuillView::Decide(const QKeyEvent& event) const {
   return DecideKeyMessage(ToKeyPress(event), event.isAutoRepeat() ? KeyPhase::kRepeat : KeyPhase::kFirst,
-                          screen_, page_, StateForKeys());
+                          page_, StateForKeys());
 }
 
 bool CQuillView::PreTranslateMessage(const QKeyEvent& event) {
@@ -235,10 +235,10 @@ void CQuillView::wheelEvent(QWheelEvent* event) {
 }
 
 void CQuillView::ActOnMouse(const MouseAction& action) {
-  std::string bytes = action.bytes;
   if (action.kind == MouseActionKind::kMoveCursor)
-    bytes = CursorKeys({screen_.cursorRow, screen_.cursorCol}, {action.row, action.col});
-  SendBytes(std::move(bytes));
+    keys_.Perform({.kind = KeyActionKind::kMoveCursor, .row = action.row, .col = action.col});
+  else
+    SendBytes(action.bytes);
 }
 
 void CQuillView::SendBytes(std::string bytes) {
@@ -251,7 +251,7 @@ std::u16string CQuillView::IdAtCell(int row, int col) const {
   // As the BBS has sent it: who has masked an id must be able to take it out of his lists again.
   if (!shown_.IsArticle()) return IdAt(screen_, page_, composer_.ScreenRowAt(row), col);
   const ArticleLine* const sent = article_.ShownLine(line);
-  return sent == nullptr ? std::u16string() : IdInArticle(doc_.PageReader(), *sent, line, col);
+  return sent == nullptr ? std::u16string() : IdInArticle(*sent, col);
 }
 
 QString CQuillView::IdInQuestion() const {

@@ -74,8 +74,7 @@ class WindowTest : public WithTables {
   CQuillView& View() { return frame->View(); }
 
   ArticleView::Parts ArticleParts() {
-    return {doc->GetConnection(), doc->GetAutomations(), doc->GetBookmarks(), doc->GetSettings().Store(),
-            doc->PageReader()};
+    return {doc->GetConnection(), doc->GetAutomations(), doc->GetBookmarks(), doc->GetSettings().Store()};
   }
 
   // Returns at once.

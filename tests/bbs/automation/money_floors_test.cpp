@@ -21,7 +21,7 @@ class MoneyFloorsTest : public WithTables {
     ArticleLines lines;
     for (; !lines.IsComplete(); bbs.top = std::min(bbs.top + ArticleBbs::kPage - 1, bbs.LastTop()))
       lines.Add(bbs.Screen(), Understand(bbs.Screen()));
-    return ReadFloors(PageFacts(), lines);
+    return ReadFloors(lines);
   }
   std::vector<FloorGift> Choose(const MoneyChoices& choices, unsigned seed = 1) {
     std::mt19937 random(seed);

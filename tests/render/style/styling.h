@@ -74,7 +74,7 @@ inline ScreenSnapshot Classified(ScreenSnapshot screen) {
 // As the view has it styled.
 inline StyledScreen Dress(const ScreenSnapshot& screen, const StyleRules& rules, std::int64_t postTime) {
   UnderstoodPage page = Understand(screen);
-  MarkKeywords(screen, rules.keywords, page);
+  KeywordMarks().Mark(screen, rules.keywords, page);
   return StyleScreen(screen, page, rules, postTime);
 }
 
