@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "bbs/page_flags.h"
 #include "bbs/screen_fields.h"
 
 namespace quillet {
@@ -46,7 +45,7 @@ bool ArticleTracker::Look(const ScreenSnapshot& screen, const UnderstoodPage& pa
   if (!left && page.Shows(PF_STAR_LINE)) return false;
   if (page.Shows(PF_READING)) return Read(screen, page, now);
   if (!open_) return false;
-  if (left || !StaysUnder(screen)) {
+  if (left || !StaysUnder(screen, page)) {
     Drop();
     return true;
   }
@@ -104,8 +103,8 @@ bool ArticleTracker::ReadCode(const ScreenSnapshot& screen, const UnderstoodPage
   return true;
 }
 
-bool ArticleTracker::StaysUnder(const ScreenSnapshot& screen) const {
-  return (screen.pageFlags & kCovers) != 0 || IsWithoutFoot(screen) || ShowsTheSamePage(screen);
+bool ArticleTracker::StaysUnder(const ScreenSnapshot& screen, const UnderstoodPage& page) const {
+  return page.Shows(kCovers) || IsWithoutFoot(screen) || ShowsTheSamePage(screen);
 }
 
 // A message in the bottom rows, or a box over some, leaves the rest of the page as it was.

@@ -58,7 +58,7 @@ class ArticleTracker {
   bool Read(const ScreenSnapshot& screen, const UnderstoodPage& page, std::int64_t now);
   bool ReadHeader(const ScreenSnapshot& screen, const UnderstoodPage& page, std::int64_t now);
   bool ReadCode(const ScreenSnapshot& screen, const UnderstoodPage& page);
-  bool StaysUnder(const ScreenSnapshot& screen) const;
+  bool StaysUnder(const ScreenSnapshot& screen, const UnderstoodPage& page) const;
   bool ShowsTheSamePage(const ScreenSnapshot& screen) const;
 
   ArticleInfo info_;

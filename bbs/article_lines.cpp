@@ -21,15 +21,17 @@ bool IsBlank(std::string_view row) {
   return row.find_first_not_of(' ') == row.npos;
 }
 
-// The visible cells of a row of the screen, and behind them what every row has there.
-ArticleLine LineOf(const ScreenSnapshot& screen, int row) {
-  ArticleLine line;
+// The visible cells of a row of the screen, and behind them what every row has there. `index` is its line's.
+ArticleLine LineOf(const ScreenSnapshot& screen, const UnderstoodPage& page, int row, int index) {
+  const PageLine& known = page.Line(row);
+  ArticleLine line{.text = {}, .attr = {}, .push = known.push, .links = known.links, .note = known.note};
+  if (index == 0) line.author = page.header.author;
   line.text.fill(' ');
   line.text[kRowEnd] = 0;
   line.attr.fill(kAttrBlank);
-  const auto index = static_cast<std::size_t>(row);
-  std::copy_n(screen.text[index].begin(), kCols, line.text.begin());
-  std::copy_n(screen.attr[index].begin(), kCols, line.attr.begin());
+  const auto at = static_cast<std::size_t>(row);
+  std::copy_n(screen.text[at].begin(), kCols, line.text.begin());
+  std::copy_n(screen.attr[at].begin(), kCols, line.attr.begin());
   return line;
 }
 
@@ -115,21 +117,21 @@ int ArticleLines::FirstDifference(const ScreenSnapshot& screen, const Place& pla
   return index;
 }
 
-bool ArticleLines::UpdateColours(const ScreenSnapshot& screen, const Place& place) {
+bool ArticleLines::UpdateColours(const ScreenSnapshot& screen, const UnderstoodPage& page,
+                                 const Place& place) {
   bool changed = false;
   for (int index = place.top; index < std::min(place.End(), Count()); ++index) {
-    ArticleLine line = LineOf(screen, index - place.top);
+    const ArticleLine line = LineOf(screen, page, index - place.top, index);
     ArticleLine& known = lines_[static_cast<std::size_t>(index)];
-    if (line.attr == known.attr) continue;
-    known.attr = line.attr;
-    changed = true;
+    changed |= line.attr != known.attr;
+    known = line;
   }
   return changed;
 }
 
-void ArticleLines::Append(const ScreenSnapshot& screen, const Place& place) {
+void ArticleLines::Append(const ScreenSnapshot& screen, const UnderstoodPage& page, const Place& place) {
   for (int index = Count(); index < std::min(place.End(), kMostLines); ++index)
-    lines_.push_back(LineOf(screen, index - place.top));
+    lines_.push_back(LineOf(screen, page, index - place.top, index));
 }
 
 ArticleLines::Added ArticleLines::Add(const ScreenSnapshot& screen, const UnderstoodPage& page) {
@@ -154,8 +156,8 @@ ArticleLines::Added ArticleLines::Add(const ScreenSnapshot& screen, const Unders
   const bool shorter = IsAtEnd(screen) && place->End() < known;
   if (!differs) keep = shorter ? place->End() : known;
   lines_.resize(static_cast<std::size_t>(keep));
-  const bool coloured = UpdateColours(screen, *place);
-  Append(screen, *place);
+  const bool coloured = UpdateColours(screen, page, *place);
+  Append(screen, page, *place);
 
   if (IsAtEnd(screen))
     complete_ = Count() == place->End();

@@ -15,9 +15,14 @@
 
 namespace quillet {
 
+// What stands in it is known for the lines of an article; a line put together otherwise has none of it.
 struct ArticleLine {
   ScreenRow text;
   ScreenRow attr;
+  std::optional<PushLine> push{};
+  LinkPlaces links{};
+  CellRange author{};  // of the article, in its first line
+  NoteLine note = NoteLine::kNone;
 
   bool operator==(const ArticleLine&) const = default;
 };
@@ -62,14 +67,14 @@ class ArticleLines {
 
   // Rows of an article on one page of the reader.
   static constexpr int kPageRows = kRows - 1;
-  // 17 MB; what lies behind is not kept.
+  // 26 MB; what lies behind is not kept.
   static constexpr int kMostLines = 100'000;
 
  private:
   bool IsOfThisText(const ScreenSnapshot& screen, const UnderstoodPage& page, const Place& place) const;
   int FirstDifference(const ScreenSnapshot& screen, const Place& place) const;
-  void Append(const ScreenSnapshot& screen, const Place& place);
-  bool UpdateColours(const ScreenSnapshot& screen, const Place& place);
+  void Append(const ScreenSnapshot& screen, const UnderstoodPage& page, const Place& place);
+  bool UpdateColours(const ScreenSnapshot& screen, const UnderstoodPage& page, const Place& place);
   std::optional<int> RuleRow(const ScreenSnapshot& screen, const UnderstoodPage& page) const;
 
   std::string author_, rule_;  // what the first row begins with, and the rule

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "core/charset.h"
-
 namespace quillet {
 namespace {
 
@@ -13,15 +11,14 @@ struct Summary {
   int editNotes = 0;
 };
 
-Summary Summarise(const ArticleLines& lines, const PageFacts& facts) {
-  const std::string editNote = ToBig5(u"※ 編輯: ");
+Summary Summarise(const ArticleLines& lines) {
   Summary summary{.firstPush = lines.Count()};
   for (int index = 0; index < lines.Count(); ++index) {
-    const ScreenRow& text = lines.At(index).text;
-    if (facts.ReadPush(text)) {
+    const ArticleLine& line = lines.At(index);
+    if (line.push) {
       summary.firstPush = std::min(summary.firstPush, index);
       ++summary.pushes;
-    } else if (BytesOf(text).starts_with(editNote)) {
+    } else if (line.note == NoteLine::kEdit) {
       ++summary.editNotes;
     }
   }
@@ -30,9 +27,9 @@ Summary Summarise(const ArticleLines& lines, const PageFacts& facts) {
 
 }  // namespace
 
-ArticleNews CompareArticle(const ArticleLines& before, const ArticleLines& now, const PageFacts& facts) {
-  const Summary old = Summarise(before, facts);
-  const Summary present = Summarise(now, facts);
+ArticleNews CompareArticle(const ArticleLines& before, const ArticleLines& now) {
+  const Summary old = Summarise(before);
+  const Summary present = Summarise(now);
   bool edited = old.firstPush != present.firstPush || present.editNotes > old.editNotes;
   for (int index = 0; !edited && index < old.firstPush; ++index)
     edited = before.At(index).text != now.At(index).text;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "bbs/article_lines.h"
-#include "bbs/page_facts.h"
 
 namespace quillet {
 
@@ -13,8 +12,8 @@ struct ArticleNews {
   bool operator==(const ArticleNews&) const = default;
 };
 
-// `edited`: the lines above the first push line read differently, or there are more lines that begin with
-// "※ 編輯: " than before.
-ArticleNews CompareArticle(const ArticleLines& before, const ArticleLines& now, const PageFacts& facts);
+// `edited`: the lines above the first push line read differently, or the BBS says more often than before that
+// the article has been edited.
+ArticleNews CompareArticle(const ArticleLines& before, const ArticleLines& now);
 
 }  // namespace quillet

@@ -4,8 +4,6 @@
 #include <limits>
 #include <utility>
 
-#include "bbs/page_flags.h"
-#include "bbs/screen_fields.h"
 #include "core/key_sequence.h"
 
 namespace quillet {
@@ -18,10 +16,9 @@ constexpr int kPageStep = ArticleLines::kPageRows - 1;  // the BBS leaves one li
 constexpr int kSpareKeys = 20;
 
 // The next page is on its way: cleared, or drawn over the one before down to some row.
-bool IsHalfDrawn(const ScreenSnapshot& screen) {
-  constexpr std::uint32_t kAsks = PF_STAR_LINE | PF_INPUT_FIELD | PF_LIST_CURSOR;
-  if ((screen.pageFlags & kAsks) != 0) return false;
-  return (screen.pageFlags & PF_READING) != 0 || IsBlankBetween(screen, kBottomRow, 0, kCols - 1);
+bool IsHalfDrawn(const UnderstoodPage& page) {
+  if (page.Shows(PF_STAR_LINE | PF_INPUT_FIELD | PF_LIST_CURSOR)) return false;
+  return page.Shows(PF_READING) || page.Line(kBottomRow).isBlank;
 }
 
 }  // namespace
@@ -50,7 +47,7 @@ void ArticleReading::OnScreen(const ScreenSnapshot& screen, const UnderstoodPage
   } else if (!open) {
     ForgetArticle();
   } else {
-    LookAway(screen, now);
+    LookAway(page, now);
   }
 }
 
@@ -152,9 +149,9 @@ void ArticleReading::NoteArrival(const ReaderPlace& page, std::int64_t now) {
   if (page.atEnd && lines_.IsComplete()) TellNews();
 }
 
-void ArticleReading::LookAway(const ScreenSnapshot& screen, std::int64_t now) {
+void ArticleReading::LookAway(const UnderstoodPage& page, std::int64_t now) {
   page_.reset();
-  if (standing_ && IsHalfDrawn(screen)) {
+  if (standing_ && IsHalfDrawn(page)) {
     if (!halfDrawnSince_) halfDrawnSince_ = now;
     return;
   }
@@ -288,7 +285,7 @@ void ArticleReading::TellNews() {
   if (!before_) return;
   const std::optional<ArticleLines> before = std::exchange(before_, std::nullopt);
   if (before->Version() == lines_.Version()) return;
-  ArticleNews news = CompareArticle(*before, lines_, facts_);
+  ArticleNews news = CompareArticle(*before, lines_);
   news.edited = news.edited && options_.tellChanges;
   if (news != ArticleNews{}) handlers_.news(news);
 }

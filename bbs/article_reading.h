@@ -110,7 +110,7 @@ class ArticleReading {
               std::int64_t now);
   bool ReadLines(const ScreenSnapshot& screen, const UnderstoodPage& page, const ArticleInfo& article);
   void NoteArrival(const ReaderPlace& page, std::int64_t now);
-  void LookAway(const ScreenSnapshot& screen, std::int64_t now);
+  void LookAway(const UnderstoodPage& page, std::int64_t now);
   void ForgetArticle();
   bool IsKnown(const ReaderPlace& page) const { return page.place.End() <= lines_.Count(); }
 
@@ -133,7 +133,6 @@ class ArticleReading {
 
   Handlers handlers_;
   ArticleReadingOptions options_;
-  PageFacts facts_;
   ArticleLines lines_;
   bool standing_ = false;
   std::optional<int> movedTo_;

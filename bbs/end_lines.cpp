@@ -2,9 +2,13 @@
 
 #include <optional>
 
+#include "bbs/screen_fields.h"
+
 namespace quillet {
 namespace {
 
+constexpr std::string_view kNoteMark = "\xA1\xB0";  // "※"
+constexpr std::u16string_view kAnyOriginStart = u"※ 發信站";
 constexpr std::u16string_view kOriginStart = u"※ 發信站: 奧拉拉文藝坊(";
 constexpr std::u16string_view kAddressLabel = u", 來自: ";
 
@@ -35,6 +39,16 @@ bool IsDottedAddress(std::u16string_view text) {
 }
 
 }  // namespace
+
+NoteLine ReadNoteLine(const ScreenRow& row) {
+  if (!BytesOf(row).starts_with(kNoteMark)) return NoteLine::kNone;
+  const std::u16string text = FieldText(row, {0, kCols}, Trim::kNo);
+  if (text.starts_with(kAnyOriginStart)) return NoteLine::kOrigin;
+  if (IsForwarderLine(text)) return NoteLine::kForwarder;
+  if (IsForwardNote(text)) return NoteLine::kForward;
+  if (IsEditNote(text)) return NoteLine::kEdit;
+  return IsLotteryLine(text) ? NoteLine::kLottery : NoteLine::kOther;
+}
 
 bool IsLotteryLine(std::u16string_view text) {
   return text.starts_with(u"※ 開獎站 :");

@@ -2,10 +2,25 @@
 // recognised from their text. Pure; any thread.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "core/screen_snapshot.h"
+
 namespace quillet {
+
+// What a line of an article is that the BBS has written with "※" in front.
+enum class NoteLine : std::uint8_t {
+  kNone,       // a line without the mark
+  kOther,      // none of those below
+  kOrigin,     // where an article came from, this BBS or another one
+  kForwarder,  // who has forwarded it
+  kForward,    // where the text below comes from
+  kEdit,       // the author has edited it
+  kLottery     // the numbers that were drawn
+};
+NoteLine ReadNoteLine(const ScreenRow& text);
 
 // "※ 開獎站 :"
 bool IsLotteryLine(std::u16string_view text);

@@ -104,8 +104,10 @@ std::optional<LinkPlace> CodeLinkAt(std::string_view cells, int col, char before
 
 // No link is without a "#" or a "://". Most lines have neither.
 bool MayHoldLink(const ScreenRow& text) {
+  // Marks the bytes that equal `c`, and sometimes one behind such a byte.
   const auto equal = [](std::uint64_t word, char c) {
-    return BytesBelow(word ^ RepeatByte(static_cast<std::uint8_t>(c)), 1);
+    const std::uint64_t differences = word ^ RepeatByte(static_cast<std::uint8_t>(c));
+    return (differences - kEachByte) & ~differences & RepeatByte(0x80);
   };
   for (std::size_t at = 0; at < kCols; at += 8) {
     const std::uint64_t word = LoadWord(text.data() + at);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/byte_words.h"
+
 namespace quillet {
 namespace {
 
@@ -14,6 +16,14 @@ PageContent ContentOf(std::uint32_t flags) {
   // The lines of an article keep their look under a question drawn over it.
   const bool isQuestion = (flags & PF_INPUT_FIELD) != 0 && (flags & kOwnPages) == 0;
   return isQuestion ? PageContent::kArticle : PageContent::kOther;
+}
+
+bool IsBlank(const ScreenRow& text) {
+  constexpr std::uint64_t kBlanks = RepeatByte(' ');
+  std::uint64_t others = 0;
+  for (std::size_t at = 0; at < kCols; at += sizeof(kBlanks))
+    others |= LoadWord(text.data() + at) ^ kBlanks;
+  return others == 0;
 }
 
 std::uint8_t FlagsOf(const PageLine& line, bool isPrompt) {
@@ -31,10 +41,15 @@ const UnderstoodPage& PageUnderstanding::Look(const ScreenSnapshot& screen) {
   ReadFooter(screen, changed);
   page_.flags = screen.pageFlags;
   page_.kind = KindOf(screen);
+  page_.question = questions_.Read(screen);
+  page_.typing = TypingOn(screen, page_.kind, page_.question);
   page_.firstPromptRow = FirstPromptRow(screen);
   for (int row = 0; row < kRows; ++row) {
     const auto at = static_cast<std::size_t>(row);
-    if (changed[at]) page_.lines[at].links = FindLinkPlaces(screen.text[at]);
+    if (changed[at]) {
+      page_.lines[at].links = FindLinkPlaces(screen.text[at]);
+      page_.lines[at].isBlank = IsBlank(screen.text[at]);
+    }
     if (changed[at] || !sameContent) ReadLine(screen.text[at], row, content);
     page_.lines[at].flags = FlagsOf(page_.lines[at], page_.IsPromptRow(row));
   }
@@ -54,10 +69,12 @@ PageUnderstanding::Rows PageUnderstanding::KeepRows(const ScreenSnapshot& screen
 
 void PageUnderstanding::ReadLine(const ScreenRow& text, int row, PageContent content) {
   PageLine& line = page_.lines[static_cast<std::size_t>(row)];
-  const bool mayPush = content == PageContent::kArticle && row != kBottomRow;
+  const bool isOfArticle = content == PageContent::kArticle && row != kBottomRow;
   const bool mayBeListed = content == PageContent::kList && row >= kListFirstRow && row <= kListLastRow;
-  line.push = mayPush ? facts_.ReadPush(text) : std::nullopt;
+  line.push = isOfArticle ? facts_.ReadPush(text) : std::nullopt;
+  line.note = isOfArticle ? ReadNoteLine(text) : NoteLine::kNone;
   line.listed = mayBeListed ? ReadListedArticle(text) : std::nullopt;
+  line.items = content == PageContent::kOther ? FindMenuItems(text) : MenuItems();
 }
 
 void PageUnderstanding::ReadHeader(const ScreenSnapshot& screen, const Rows& changed) {

@@ -29,6 +29,7 @@ class PageUnderstanding {
   int FirstPromptRow(const ScreenSnapshot& screen) const;
 
   PageFacts facts_;
+  QuestionReader questions_;
   UnderstoodPage page_;
   bool begun_ = false;
   std::array<ScreenRow, kRows> text_{};

@@ -47,6 +47,21 @@ int StartOfAddress(std::string_view cells, int first, int last) {
   return start;
 }
 
+// Of a line that begins as a push line does.
+std::optional<int> ColonBehindId(const ScreenRow& text) {
+  if (text[kIdCol - 1] != ' ' || !IsAsciiLetter(text[kIdCol])) return std::nullopt;
+  bool idEnded = false;
+  for (int col = kIdCol + 1; col <= kColonLastCol; ++col) {
+    const std::uint8_t byte = text[static_cast<std::size_t>(col)];
+    if (byte == ':') return col;
+    if (byte == ' ')
+      idEnded = true;
+    else if (idEnded || !IsAsciiLetterOrDigit(byte))
+      return std::nullopt;
+  }
+  return std::nullopt;
+}
+
 std::uint16_t PairAt(std::string_view bytes) {
   return bytes.size() < 2 ? std::uint16_t{0}
                           : static_cast<std::uint16_t>(static_cast<std::uint8_t>(bytes[0]) |
@@ -78,28 +93,19 @@ std::optional<PushKind> PushLineReader::Kind(const ScreenRow& text) const {
 }
 
 std::optional<int> PushLineReader::Colon(const ScreenRow& text) const {
-  if (!Kind(text) || text[kIdCol - 1] != ' ' || !IsAsciiLetter(text[kIdCol])) return std::nullopt;
-  bool idEnded = false;
-  for (int col = kIdCol + 1; col <= kColonLastCol; ++col) {
-    const std::uint8_t byte = text[static_cast<std::size_t>(col)];
-    if (byte == ':') return col;
-    if (byte == ' ')
-      idEnded = true;
-    else if (idEnded || !IsAsciiLetterOrDigit(byte))
-      return std::nullopt;
-  }
-  return std::nullopt;
+  return Kind(text) ? ColonBehindId(text) : std::nullopt;
 }
 
 std::optional<PushLine> PushLineReader::Read(const ScreenRow& text) const {
-  const std::optional<int> colon = Colon(text);
+  const std::optional<PushKind> kind = Kind(text);
+  if (!kind) return std::nullopt;
+  const std::optional<int> colon = ColonBehindId(text);
   if (!colon) return std::nullopt;
-  const std::string_view cells = BytesOf(text);
   PushLine line;
-  line.kind = *Kind(text);
-  line.id = {kIdCol, EndOfText(cells, kIdCol, *colon)};
+  line.kind = *kind;
+  line.id = {kIdCol, EndOfText(BytesOf(text), kIdCol, *colon)};
   line.words = {*colon + 1, kCols};
-  ReadTail(cells, line);
+  ReadTail(BytesOf(text), line);
   return line;
 }
 

@@ -9,12 +9,15 @@
 #include <string>
 
 #include "bbs/article_box.h"
+#include "bbs/end_lines.h"
 #include "bbs/line_flags.h"
 #include "bbs/link_places.h"
 #include "bbs/listed_article.h"
+#include "bbs/menu_items.h"
 #include "bbs/page_flags.h"
 #include "bbs/page_header.h"
 #include "bbs/page_kind.h"
+#include "bbs/page_question.h"
 #include "bbs/push_line.h"
 #include "bbs/reader_footer.h"
 #include "core/screen_snapshot.h"
@@ -29,9 +32,12 @@ enum class PageContent : std::uint8_t {
 };
 
 struct PageLine {
-  std::uint8_t flags = 0;               // LineFlag
-  std::optional<PushLine> push;         // in an article, the bottom row not among them
+  std::uint8_t flags = 0;  // LineFlag
+  bool isBlank = true;
+  NoteLine note = NoteLine::kNone;      // in an article, the bottom row not among them
+  std::optional<PushLine> push;         // the same
   std::optional<ListedArticle> listed;  // in an article list, where the row is not blank
+  MenuItems items;                      // where there is neither an article nor a list of articles
   LinkPlaces links;                     // on every page
 
   bool operator==(const PageLine&) const = default;
@@ -41,6 +47,8 @@ struct UnderstoodPage {
   std::uint32_t flags = 0;  // PageFlags, PF_PUSH_OVER_READER among them
   PageKind kind = PageKind::kOther;
   PageContent content = PageContent::kOther;
+  PageQuestion question = PageQuestion::kNone;
+  Typing typing = Typing::kText;
   PageHeader header;  // where it stands on the page
   std::array<PageLine, kRows> lines;
   int firstPromptRow = kRows;     // of the push prompt drawn over an article

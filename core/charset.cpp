@@ -3,12 +3,26 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
-#include <vector>
+#include <utility>
 
 namespace quillet {
 namespace {
 
 CharsetTables tables{};
+
+// Pairs that ToBig5 never makes, each with what it reads as; sorted.
+std::vector<std::pair<char16_t, std::uint16_t>> otherPairs;
+
+void FindOtherPairs() {
+  otherPairs.clear();
+  for (std::size_t pair = 0; pair < std::size(tables.big5ToUnicode); ++pair) {
+    const char16_t unit = tables.big5ToUnicode[pair];
+    const bool isLead = (pair & 0xFF) >= 0x80;
+    if (isLead && unit != 0 && tables.unicodeToBig5[unit] != pair)
+      otherPairs.emplace_back(unit, static_cast<std::uint16_t>(pair));
+  }
+  std::sort(otherPairs.begin(), otherPairs.end());
+}
 
 // Returns the number of bytes read; the rest of `bytes` is zero.
 std::size_t ReadTableFile(const std::filesystem::path& file, std::vector<char>& bytes) {
@@ -45,7 +59,18 @@ CharsetLoad LoadCharsetTables(const std::filesystem::path& folder) {
   DecodeTable(bytes, tables.big5ToUnicode);
   load.unicodeBytes = ReadTableFile(folder / "u2b2.bin", bytes);
   DecodeTable(bytes, tables.unicodeToBig5);
+  FindOtherPairs();
   return load;
+}
+
+std::vector<std::uint16_t> PairsOf(char16_t unit) {
+  std::vector<std::uint16_t> pairs;
+  const std::uint16_t own = tables.unicodeToBig5[unit];
+  if (unit != 0 && tables.big5ToUnicode[own] == unit) pairs.push_back(own);
+  auto other = std::lower_bound(otherPairs.begin(), otherPairs.end(), std::pair(unit, std::uint16_t{0}));
+  for (; other != otherPairs.end() && other->first == unit; ++other)
+    pairs.push_back(other->second);
+  return pairs;
 }
 
 bool IsForeignBlank(char16_t unit) {

@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillet {
 
@@ -36,6 +37,9 @@ inline constexpr std::size_t kCharsetFileSize = 131072;
 // Reads "b2u2.bin" and "u2b2.bin" from `folder`. A missing or short file leaves the missing entries 0; the
 // result says how much was read. User-interface thread, before any session exists.
 CharsetLoad LoadCharsetTables(const std::filesystem::path& folder);
+
+// All pairs that read as this character, in no order: some have several, many none.
+std::vector<std::uint16_t> PairsOf(char16_t unit);
 
 // A space, of whatever width and power to break a line, that has no Big5 form of its own: what is sent in its
 // place is an ordinary blank, so that words do not run together.

@@ -17,8 +17,7 @@ inline constexpr int kKeyDown = 40;
 inline constexpr int kKeyInsert = 45;
 inline constexpr int kKeyDelete = 46;
 
-// The sequence of a virtual-key code; empty for every other code. The wide form holds the same characters.
+// The sequence of a virtual-key code; empty for every other code.
 std::string_view KeySequence(int virtualKey);
-std::u16string_view WideKeySequence(int virtualKey);
 
 }  // namespace quillet

@@ -94,7 +94,7 @@ void CheckFacts(const PageFacts& facts, const ScreenSnapshot& screen) {
 
 void CheckLines(UnderstoodPage page, const ScreenSnapshot& screen, const Keywords& keywords) {
   Require(page == PageUnderstanding().Look(screen));
-  MarkKeywords(screen, keywords, page);
+  KeywordMarks().Mark(screen, keywords, page);
   for (int row = 0; row < kRows; ++row) {
     const std::uint8_t flag = page.Line(row).flags;
     Require((flag & ~(LF_PUSH | LF_KEYWORD | LF_MARK_MASK)) == 0);

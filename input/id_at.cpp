@@ -45,19 +45,17 @@ std::optional<PlacedId> PlacedIdAt(const ScreenSnapshot& screen, const Understoo
   return placed ? placed : InPushLine(text, line.push, col);
 }
 
-std::optional<PlacedId> PlacedIdInArticle(const PageFacts& facts, const ArticleLine& line, int lineIndex,
-                                          int col) {
-  std::optional<PlacedId> placed;
-  if (lineIndex == 0) placed = PlacedFrom(line.text, facts.Header().Author(line.text, line.attr), col);
-  return placed ? placed : InPushLine(line.text, facts.ReadPush(line.text), col);
+std::optional<PlacedId> PlacedIdInArticle(const ArticleLine& line, int col) {
+  std::optional<PlacedId> placed = PlacedFrom(line.text, line.author, col);
+  return placed ? placed : InPushLine(line.text, line.push, col);
 }
 
 std::u16string IdAt(const ScreenSnapshot& screen, const UnderstoodPage& page, int row, int col) {
   return IdOf(PlacedIdAt(screen, page, row, col));
 }
 
-std::u16string IdInArticle(const PageFacts& facts, const ArticleLine& line, int lineIndex, int col) {
-  return IdOf(PlacedIdInArticle(facts, line, lineIndex, col));
+std::u16string IdInArticle(const ArticleLine& line, int col) {
+  return IdOf(PlacedIdInArticle(line, col));
 }
 
 }  // namespace quillet

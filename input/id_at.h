@@ -7,7 +7,6 @@
 #include <string>
 
 #include "bbs/article_lines.h"
-#include "bbs/page_facts.h"
 #include "bbs/understood_page.h"
 
 namespace quillet {
@@ -24,12 +23,11 @@ struct PlacedId {
 // screen.
 std::optional<PlacedId> PlacedIdAt(const ScreenSnapshot& screen, const UnderstoodPage& page, int row,
                                    int col);
-// On a line of an article, the one with its author being 0.
-std::optional<PlacedId> PlacedIdInArticle(const PageFacts& facts, const ArticleLine& line, int lineIndex,
-                                          int col);
+// On a line of an article.
+std::optional<PlacedId> PlacedIdInArticle(const ArticleLine& line, int col);
 
 // Only the id; empty: none.
 std::u16string IdAt(const ScreenSnapshot& screen, const UnderstoodPage& page, int row, int col);
-std::u16string IdInArticle(const PageFacts& facts, const ArticleLine& line, int lineIndex, int col);
+std::u16string IdInArticle(const ArticleLine& line, int col);
 
 }  // namespace quillet

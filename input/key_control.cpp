@@ -4,15 +4,11 @@
 #include <array>
 #include <optional>
 
-#include "bbs/page_tests.h"
 #include "core/charset.h"
 #include "core/key_sequence.h"
 
 namespace quillet {
 namespace {
-
-constexpr int kQuestionRow = 22;
-constexpr std::u16string_view kLogOutConfirmed = u"您確定要離開【 奧拉拉文藝坊 】嗎(Y/N)？[N] y";
 
 struct ControlKey {
   int virtualKey;
@@ -56,17 +52,17 @@ KeyAction SendBytes(std::string bytes) {
   return {.kind = KeyActionKind::kSendBytes, .bytes = std::move(bytes)};
 }
 
-KeyAction EnterOn(const ScreenSnapshot& screen) {
+KeyAction EnterOn(const UnderstoodPage& page) {
   KeyAction action = SendBytes("\r");
-  if (RowStartsWith(screen, kQuestionRow, 0, kLogOutConfirmed)) action.kind = KeyActionKind::kSendThenClose;
+  if (page.question == PageQuestion::kLogOutConfirmed) action.kind = KeyActionKind::kSendThenClose;
   return action;
 }
 
 // The keys that mean the same byte with or without Ctrl and Shift.
-std::optional<KeyAction> EditingKey(const KeyPress& press, const ScreenSnapshot& screen) {
+std::optional<KeyAction> EditingKey(const KeyPress& press, const UnderstoodPage& page) {
   switch (press.virtualKey) {
     case kKeyEnter:
-      return EnterOn(screen);
+      return EnterOn(page);
     case kKeyBackspace:
       return SendBytes("\b");
     case kKeyEscape:
@@ -81,13 +77,13 @@ std::optional<KeyAction> EditingKey(const KeyPress& press, const ScreenSnapshot&
 
 }  // namespace
 
-KeyAction DecideKey(const KeyPress& press, const ScreenSnapshot& screen) {
+KeyAction DecideKey(const KeyPress& press, const UnderstoodPage& page) {
   if (const Command command = CommandForKey(press); command != Command::kNone)
     return {.kind = KeyActionKind::kCommand, .command = command};
   // Ctrl and Alt together are the AltGr of many layouts: what matters then is the character that it makes.
   if (press.alt && !press.control) return {};
   if (!press.alt) {
-    if (const auto action = EditingKey(press, screen)) return *action;
+    if (const auto action = EditingKey(press, page)) return *action;
     if (!KeySequence(press.virtualKey).empty())
       return {.kind = KeyActionKind::kSendKey, .virtualKey = press.virtualKey};
     if (press.control) {

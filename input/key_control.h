@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/screen_snapshot.h"
+#include "bbs/understood_page.h"
 #include "input/commands.h"
 #include "input/key_press.h"
 
@@ -17,6 +17,7 @@ enum class KeyActionKind {
   kSendKey,        // TermSession::SendKey(virtualKey)
   kSendBytes,      // bytes as they are
   kSendText,       // text through SendText
+  kMoveCursor,     // TermSession::MoveCursorTo(row, col)
   kSendThenClose,  // send the bytes, then close the connection: the user confirmed the log-out
   kCommand
 };
@@ -26,14 +27,15 @@ struct KeyAction {
   int virtualKey = 0;
   std::string bytes{};
   std::u16string text{};
+  int row = 0;
+  int col = 0;
   Command command = Command::kNone;
 
   bool operator==(const KeyAction&) const = default;
 };
 
-// What a press of `press` means while `screen` is showing. The character tables must have been loaded for the
-// log-out question to be recognised.
-KeyAction DecideKey(const KeyPress& press, const ScreenSnapshot& screen);
+// What a press of `press` means on a screen where `page` stands.
+KeyAction DecideKey(const KeyPress& press, const UnderstoodPage& page);
 
 // What may be pasted: CR LF, LF and the Unicode line ends become the BBS's Enter (CR), other control
 // characters except TAB go, and blanks that the BBS does not have become its own.

@@ -250,9 +250,9 @@ MouseAction WebClick(const PointerPlace& place, const Situation& at) {
   switch (at.kind) {
     case PageKind::kList:
     case PageKind::kArticleList:
-      return Send(KeysToOpenLine(at.screen, place.row), Repeat::kByNewGesture);
+      return Send(KeysToOpenLine(at.screen, at.page, place.row), Repeat::kByNewGesture);
     case PageKind::kMenu:
-      return Send(KeysToOpenItem(at.screen, place.row), Repeat::kByNewGesture);
+      return Send(KeysToOpenItem(at.screen, at.page, place.row), Repeat::kByNewGesture);
     case PageKind::kEditor:
       return {.kind = MouseActionKind::kMoveCursor,
               .row = place.row,

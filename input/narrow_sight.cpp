@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "bbs/screen_fields.h"
 #include "core/key_sequence.h"
 
 namespace quillet {
@@ -31,9 +30,9 @@ bool HasCursorOnEntry(const ScreenSnapshot& screen, const UnderstoodPage& page) 
 }
 
 // Entries follow one another without a gap.
-int LastEntry(const ScreenSnapshot& screen) {
+int LastEntry(const ScreenSnapshot& screen, const UnderstoodPage& page) {
   int row = screen.cursorRow;
-  while (row < kLowestEntryRow && !IsBlankBetween(screen, row + 1, 0, kCols - 1))
+  while (row < kLowestEntryRow && !page.Line(row + 1).isBlank)
     ++row;
   return row;
 }
@@ -86,7 +85,7 @@ std::string NarrowSight::OnScreen(const ScreenSnapshot& screen, const Understood
     asked_.reset();
     top_ = way == Way::kOn ? 0 : LastTop();
     if (IsList(kind) && HasCursorOnEntry(screen, page)) {
-      const int row = way == Way::kOn ? kTopEntryRow : LastEntry(screen);
+      const int row = way == Way::kOn ? kTopEntryRow : LastEntry(screen, page);
       keys = Moves(screen.cursorRow, row);
     }
   }
@@ -145,7 +144,7 @@ std::optional<std::string> NarrowSight::PageList(Way way, const ScreenSnapshot& 
   if (!HasCursorOnEntry(screen, page)) return std::nullopt;
   const int from = screen.cursorRow;
   if (way == Way::kOn) {
-    const int last = LastEntry(screen);
+    const int last = LastEntry(screen, page);
     const int end = top_ + rows_ - 1;
     return end >= last ? AskFor(way, screen, page.kind) : Moves(from, std::min(last, end + rows_));
   }

@@ -114,15 +114,14 @@ KeyDecision Once(KeyPhase phase, KeyDecision decision) {
 
 class KeyMessage {
  public:
-  KeyMessage(const KeyPress& press, KeyPhase phase, const ScreenSnapshot& screen, const UnderstoodPage& page,
-             const WindowState& window)
+  KeyMessage(const KeyPress& press, KeyPhase phase, const UnderstoodPage& page, const WindowState& window)
       : press_(press),
         phase_(phase),
         page_(page),
         window_(window),
         // What people see counts, whatever an automation does under the article meanwhile.
         keys_(kPageKeys[static_cast<std::size_t>(window.articleShown ? PageKind::kReader : page.kind)]),
-        meaning_(DecideKey(press, screen)) {}
+        meaning_(DecideKey(press, page)) {}
 
   KeyDecision Decide() const {
     using Step = std::optional<KeyDecision> (KeyMessage::*)() const;
@@ -284,9 +283,9 @@ KeyDecision KeyMessage::ForBbs() const {
 
 }  // namespace
 
-KeyDecision DecideKeyMessage(const KeyPress& press, KeyPhase phase, const ScreenSnapshot& screen,
-                             const UnderstoodPage& page, const WindowState& window) {
-  return KeyMessage(press, phase, screen, page, window).Decide();
+KeyDecision DecideKeyMessage(const KeyPress& press, KeyPhase phase, const UnderstoodPage& page,
+                             const WindowState& window) {
+  return KeyMessage(press, phase, page, window).Decide();
 }
 
 }  // namespace quillet

@@ -77,7 +77,7 @@ struct KeyDecision {
 enum class KeyPhase { kFirst, kRepeat };
 
 // `kRepeat`: the key is held down. It goes on scrolling and typing, and does nothing else twice.
-KeyDecision DecideKeyMessage(const KeyPress& press, KeyPhase phase, const ScreenSnapshot& screen,
-                             const UnderstoodPage& page, const WindowState& window);
+KeyDecision DecideKeyMessage(const KeyPress& press, KeyPhase phase, const UnderstoodPage& page,
+                             const WindowState& window);
 
 }  // namespace quillet

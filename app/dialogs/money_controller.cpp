@@ -63,7 +63,7 @@ void MoneyController::Follow() {
   const ArticleLines& lines = parts_.article.Reading().Lines();
   if (shown_ == lines.Version()) return;
   shown_ = lines.Version();
-  if (lines.IsComplete()) return dialog_->SetFloors(ReadFloors(parts_.pageFacts, lines));
+  if (lines.IsComplete()) return dialog_->SetFloors(ReadFloors(lines));
   const bool byHand = !parts_.settings.Fields().webArticle;
   dialog_->SetFloorsUnknown(lines.Count(),
                             byHand ? u"請關閉這個視窗，把文章翻到最後一頁再試。"_qs : QString());

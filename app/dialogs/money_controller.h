@@ -26,7 +26,6 @@ class MoneyController : public QObject {
     const Connection& connection;
     Automations& automations;
     UserSettings& settings;
-    const PageFacts& pageFacts;
     ArticleView& article;
     QWidget& view;
   };

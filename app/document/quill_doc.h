@@ -56,7 +56,6 @@ class CQuillDoc : public QObject {
   Registry& UserRegistry() { return registry_; }
   SessionDriver& Driver() { return driver_; }
   MessageTarget& Messages() { return messages_; }
-  const PageFacts& PageReader() const { return facts_; }
   const Endpoints& Hosts() const { return endpoints_; }
   // What web addresses are opened with.
   Opener& WebOpener() { return opener_; }
@@ -99,7 +98,6 @@ class CQuillDoc : public QObject {
   Connection connection_;
   Automations automations_;
   Bookmarks bookmarks_;
-  PageFacts facts_;
   AnswerWait::State answer_ = AnswerWait::State::kNone;
   bool emulatesBrowser_ = false;
 };

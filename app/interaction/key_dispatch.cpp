@@ -18,10 +18,10 @@ void KeyDispatch::SendBytes(std::string bytes) {
 }
 
 void KeyDispatch::Perform(const MouseAction& action) {
-  const ScreenSnapshot& screen = handlers_.screen();
-  const bool moves = action.kind == MouseActionKind::kMoveCursor;
-  SendBytes(moves ? CursorKeys({screen.cursorRow, screen.cursorCol}, {action.row, action.col})
-                  : action.bytes);
+  if (action.kind == MouseActionKind::kMoveCursor)
+    Perform(KeyAction{.kind = KeyActionKind::kMoveCursor, .row = action.row, .col = action.col});
+  else
+    SendBytes(action.bytes);
 }
 
 void KeyDispatch::SendText(std::u16string_view text, Wrap wrap) {
@@ -65,6 +65,11 @@ void KeyDispatch::Send(const Input& input) {
     case KeyActionKind::kSendText:
       session.SendText(action.text, input.wrap);
       break;
+    case KeyActionKind::kMoveCursor: {
+      const ScreenSnapshot& screen = handlers_.screen();
+      session.MoveCursorTo(action.row, action.col, CellPosition{screen.cursorRow, screen.cursorCol});
+      break;
+    }
     case KeyActionKind::kSendThenClose:
       session.SendBytes(action.bytes);
       connection_.DisconnectAfterSending();

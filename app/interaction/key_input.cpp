@@ -24,7 +24,7 @@ WindowState KeyInput::StateForKeys() const {
 
 KeyDecision KeyInput::Decide(const QKeyEvent& event) const {
   return DecideKeyMessage(ToKeyPress(event), event.isAutoRepeat() ? KeyPhase::kRepeat : KeyPhase::kFirst,
-                          parts_.screen, parts_.page, StateForKeys());
+                          parts_.page, StateForKeys());
 }
 
 bool KeyInput::PreTranslateMessage(const QKeyEvent& event) {

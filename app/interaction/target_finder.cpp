@@ -31,7 +31,7 @@ std::u16string TargetFinder::IdAtCell(CellPosition cell) const {
   if (!shown.IsArticle())
     return IdAt(parts_.screen, parts_.page, parts_.composer.ScreenRowAt(cell.row), cell.col);
   const ArticleLine* const sent = parts_.article.ShownLine(line);
-  return sent == nullptr ? std::u16string() : IdInArticle(parts_.pageFacts, *sent, line, cell.col);
+  return sent == nullptr ? std::u16string() : IdInArticle(*sent, cell.col);
 }
 
 }  // namespace quillet

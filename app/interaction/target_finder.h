@@ -19,7 +19,6 @@ class TargetFinder {
   // All outlive the object.
   struct Parts {
     const Sightings& seen;
-    const PageFacts& pageFacts;
     const ScreenSnapshot& screen;
     const UnderstoodPage& page;  // what stands on it
     const PageComposer& composer;

@@ -31,7 +31,6 @@ ArticleView::ArticleView(const Parts& parts, QWidget& parent)
              .myId = {}},
       reading_({.send = [this](std::string_view keys) { parts_.connection.Session().SendBytes(keys); },
                 .news = [this](const ArticleNews& news) { emit NewsArrived(news); }}),
-      dressed_(parts.pageFacts),
       scrollBar_(std::make_unique<ArticleScrollBar>(&parent)) {
   animation_.setInterval(kFrameMs);
   animation_.setTimerType(Qt::PreciseTimer);

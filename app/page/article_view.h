@@ -36,7 +36,6 @@ class ArticleView : public QObject {
     const Automations& automations;
     const Bookmarks& bookmarks;
     const SettingsStore& settings;
-    const PageFacts& pageFacts;
   };
   // The scroll bar lies in `parent`, which outlives the view too.
   ArticleView(const Parts& parts, QWidget& parent);

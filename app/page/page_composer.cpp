@@ -1,8 +1,8 @@
 #include "app/page/page_composer.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "input/accepts_text.h"
 #include "platform/clock.h"
 #include "render/style/styled_screen.h"
 #include "settings/track_words.h"
@@ -31,7 +31,9 @@ void PageComposer::RefreshRules() {
   rules_.settings = &parts_.settings.Fields();
   rules_.names = &parts_.settings.Names();
   rules_.titleWords = &parts_.settings.TitleWords();
-  rules_.keywords = Keywords(WordsOfTrackRules(parts_.settings.Map().TrackLines()));
+  Keywords keywords(WordsOfTrackRules(parts_.settings.Map().TrackLines()));
+  if (keywords != rules_.keywords) keywordMarks_.Forget();
+  rules_.keywords = std::move(keywords);
   rules_.myId = parts_.seen.loginId;
   rules_.reveal = reveal_.Shown();
   rules_.now = SecondsNow();
@@ -59,7 +61,6 @@ std::string PageComposer::OnScreen(const ScreenSnapshot& screen, const Understoo
     covered_ = Covered{screen, page};
   else if (!parts_.seen.articleOpen)
     covered_.reset();
-  acceptsText_ = quillet::AcceptsText(screen, page);
   return sight_.OnScreen(screen, page);
 }
 
@@ -67,20 +68,24 @@ void PageComposer::Compose(const ScreenSnapshot& screen, const UnderstoodPage& p
                            FrameState& frame) {
   rules_.now = SecondsNow();
   frame.progress = 0;
-  frame.caretRow = -1;
   if (article_.IsShown()) {
     article_.Compose(frame);
     captions_ = article_.Captions();
     rowOf_.fill(-1);
-    return;
+  } else {
+    ComposeScreen(screen, page, frame);
+    if (IsPromptOverArticle(screen)) KeepArticleAbovePrompt(screen, frame);
   }
-  ComposeScreen(screen, page, frame);
-  if (IsPromptOverArticle(screen)) KeepArticleAbovePrompt(screen, frame);
-  if (caretShown && screen.CursorInside()) {
-    frame.caretRow = PageRowOf(screen.cursorRow);
-    frame.caretCol = screen.cursorCol;
-    frame.caretShape = acceptsText_ ? CaretShape::kBlock : CaretShape::kLine;
-  }
+  PlaceCaret(screen, page, caretShown, frame);
+}
+
+void PageComposer::PlaceCaret(const ScreenSnapshot& screen, const UnderstoodPage& page, bool caretShown,
+                              FrameState& frame) const {
+  frame.caretRow = -1;
+  if (!caretShown || !screen.CursorInside() || article_.IsShown()) return;
+  frame.caretRow = PageRowOf(screen.cursorRow);
+  frame.caretCol = screen.cursorCol;
+  frame.caretShape = page.typing == Typing::kText ? CaretShape::kBlock : CaretShape::kLine;
 }
 
 void PageComposer::ComposeScreen(const ScreenSnapshot& screen, const UnderstoodPage& page,

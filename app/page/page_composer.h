@@ -25,7 +25,6 @@ class PageComposer {
     const Bookmarks& bookmarks;
     const SettingsStore& settings;
     const Sightings& seen;
-    const PageFacts& pageFacts;
   };
   explicit PageComposer(const Parts& parts);
 
@@ -38,17 +37,18 @@ class PageComposer {
   bool EndReveal();
 
   // Before the next Compose: another screen has come, or the rules are others. `page` is what stands on it.
-  void MarkKeywords(const ScreenSnapshot& screen, UnderstoodPage& page) const {
-    quillet::MarkKeywords(screen, rules_.keywords, page);
+  void MarkKeywords(const ScreenSnapshot& screen, UnderstoodPage& page) {
+    keywordMarks_.Mark(screen, rules_.keywords, page);
   }
   // Before the next Compose: another screen has come. Returns what is to be sent so that the next page of a
   // list is seen from its first line on, in a small window.
   std::string OnScreen(const ScreenSnapshot& screen, const UnderstoodPage& page);
-  // The screen that came last is a page to type text into.
-  bool AcceptsText() const { return acceptsText_; }
   // Fills everything of `frame` that the screen or the article decides; the caret too where `caretShown`.
   // `page` is marked with the keywords.
   void Compose(const ScreenSnapshot& screen, const UnderstoodPage& page, bool caretShown, FrameState& frame);
+  // The caret alone, in a frame that Compose has filled.
+  void PlaceCaret(const ScreenSnapshot& screen, const UnderstoodPage& page, bool caretShown,
+                  FrameState& frame) const;
 
   // Its caption stands in the picture.
   bool Offers(Command command) const;
@@ -81,13 +81,13 @@ class PageComposer {
   const Parts parts_;
   ArticleView& article_;
   StyleRules rules_;
+  KeywordMarks keywordMarks_;
   RevealState reveal_;
   NarrowSight sight_;
   std::array<int, kRows> rowOf_{};
   std::vector<CaptionArea> captions_;
   Command hovered_ = Command::kNone;
   std::uint32_t pageKind_ = 0;
-  bool acceptsText_ = true;
   // What the BBS showed last of the article that is shown in its place.
   struct Covered {
     ScreenSnapshot screen;

@@ -63,7 +63,12 @@ PageRow ShownText::Look(int index) const {
 }
 
 LinkPlaces ShownText::Links(int index) const {
-  const int screenRow = index >= 0 && index < kRows && !IsArticle() ? composer_.ScreenRowAt(index) : -1;
+  if (IsArticle()) {
+    const ArticleLine* const line = article_.ShownLine(index);
+    if (line != nullptr && !article_.RowWithHidden(index)) return line->links;
+    return PictureLines::Links(index);
+  }
+  const int screenRow = index >= 0 && index < kRows ? composer_.ScreenRowAt(index) : -1;
   const bool isAsSent = screenRow >= 0 && !HidesSomething(page_[static_cast<std::size_t>(index)]);
   return isAsSent ? understood_.Line(screenRow).links : PictureLines::Links(index);
 }

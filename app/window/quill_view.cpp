@@ -10,6 +10,7 @@
 
 #include "app/messages/article_messages.h"
 #include "app/messages/text_messages.h"
+#include "platform/clock.h"
 
 namespace quillet {
 
@@ -43,14 +44,12 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       article_({.connection = connection_,
                 .automations = automations_,
                 .bookmarks = doc.GetBookmarks(),
-                .settings = settings_.Store(),
-                .pageFacts = doc.PageReader()},
+                .settings = settings_.Store()},
                *this),
       composer_({.article = article_,
                  .bookmarks = doc.GetBookmarks(),
                  .settings = settings_.Store(),
-                 .seen = connection_.Seen(),
-                 .pageFacts = doc.PageReader()}),
+                 .seen = connection_.Seen()}),
       sideList_(doc.GetBookmarks(), settings_, images_, this),
       sideButtons_(images_, *this),
       buttonsPart_([this](const OverlayPlace& /*place*/) { PlaceSideButtons(); }),
@@ -74,7 +73,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
               .pictureChanged = [this] { RefreshFrame(); },
               .linesChanged = [this] { ShowOtherLines(); },
               .notice = [this](const PanelText& notice) { ShowNotice(notice); }}),
-      timers_({.phaseTurned = [this] { RefreshFrame(); },
+      timers_({.phaseTurned = [this] { OnClock(); },
                .tick = [this] { Tick(); },
                .animate = [this] { overlays_.Repaint(panel_); }}) {
   screen_.Clear();
@@ -255,14 +254,20 @@ void CQuillView::TakeMessages() {
 void CQuillView::Tick() {
   doc_.Driver().Tick();
   doc_.ReviewAnswer();
-  RefreshPanel();
+  ReviewPanel();
   const bool busy = automations_.IsBusy() || hands_.IsAsking() || panel_.IsActive() || login_.IsOpen() ||
                     ime_.IsComposing() || QApplication::activeModalWidget() != nullptr;
   article_.OnTick(!busy && isVisible());
   hands_.Keys().Flush();
+  OnClock();
 }
 
 void CQuillView::RefreshPanel() {
+  ReviewPanel();
+  RefreshFrame();
+}
+
+void CQuillView::ReviewPanel() {
   const PanelText before = panel_.Text();
   panel_.SetSession(DescribeSession(connection_.Facts()));
   if (panel_.Text() != before) overlays_.Repaint(panel_);
@@ -275,7 +280,6 @@ void CQuillView::RefreshPanel() {
   if (covered) hands_.OnCovered();
   stallSign_.Tell(covered ? AnswerWait::State::kNone : doc_.Answer());
   overlays_.Review();
-  RefreshFrame();
 }
 
 void CQuillView::ShowOtherLines() {
@@ -286,15 +290,28 @@ void CQuillView::ShowOtherLines() {
 // What is being composed when the page goes is not thrown away.
 bool CQuillView::AcceptsComposedText() const {
   const bool mayType = !overlays_.IsCovered() && !overlays_.KeepsTyping();
-  return mayType && (ime_.IsComposing() || (!article_.IsShown() && composer_.AcceptsText()));
+  return mayType && (ime_.IsComposing() || (!article_.IsShown() && page_.typing == Typing::kText));
+}
+
+bool CQuillView::ShowsCaret() const {
+  return timers_.CaretOn() && hasFocus() && !overlays_.IsCovered() && connection_.IsConnected();
+}
+
+// Time alone changes nothing in the page but how long ago something was, which is told to the second.
+void CQuillView::OnClock() {
+  if (SecondsNow() != composedAt_) return RefreshFrame();
+  ime_.SetEnabled(AcceptsComposedText());
+  frame_.blinkOff = timers_.BlinkOff();
+  composer_.PlaceCaret(screen_, page_, ShowsCaret(), frame_);
+  surface_.Refresh(frame_);
 }
 
 void CQuillView::RefreshFrame() {
-  const bool caret = timers_.CaretOn() && hasFocus() && !overlays_.IsCovered() && connection_.IsConnected();
+  composedAt_ = SecondsNow();
   ime_.SetEnabled(AcceptsComposedText());
   frame_.blinkOff = timers_.BlinkOff();
   frame_.rightInset = qCeil(kRightInset * surface_.Scale());
-  composer_.Compose(screen_, page_, caret, frame_);
+  composer_.Compose(screen_, page_, ShowsCaret(), frame_);
   hands_.Decorate(frame_.page);
   surface_.Refresh(frame_);
   PlaceSideButtons();

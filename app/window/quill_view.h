@@ -107,7 +107,11 @@ class CQuillView : public QWidget {
   void PlaceOverlays();
   void PlaceSideButtons();
   void RefreshPanel();
+  void ReviewPanel();
   void RefreshFrame();
+  // Brings the picture up to date where nothing but the time may have changed it.
+  void OnClock();
+  bool ShowsCaret() const;
   // The picture shows other lines than before, or the same ones elsewhere or otherwise.
   void ShowOtherLines();
   void UpdateIme(ImeAdapter::Move move);
@@ -122,6 +126,7 @@ class CQuillView : public QWidget {
   UnderstoodPage page_;  // what stands on it, marked with the user's keywords
   FrameState frame_;
   unsigned screenCount_ = 0;
+  std::int64_t composedAt_ = 0;  // the frame, in seconds since 1970
   OverlayStack overlays_;
   EmbeddedImages images_;
   FrameSurface surface_;

@@ -2,54 +2,25 @@
 
 #include <algorithm>
 #include <iterator>
-#include <memory>
 #include <set>
 
+#include "bbs/screen_fields.h"
 #include "bbs/user_id.h"
 #include "core/ascii.h"
-#include "core/charset.h"
 
 namespace quillet {
 namespace {
 
-constexpr std::u16string_view kOriginLine = u"※ 發信站";
-constexpr std::size_t kIdCol = 3;
-constexpr std::string_view kStampForm = "dd/dd dd:dd";
-
-void TrimEnd(std::string_view& text) {
-  text = text.substr(0, text.find_last_not_of(' ') + 1);
-}
-
-bool IsStamp(std::string_view text) {
-  return std::equal(kStampForm.begin(), kStampForm.end(), text.begin(), text.end(),
-                    [](char form, char c) { return form == 'd' ? IsAsciiDigit(c) : form == c; });
-}
-
-bool IsAddress(std::string_view word) {
-  return std::count(word.begin(), word.end(), '.') == 3 &&
-         std::all_of(word.begin(), word.end(), [](char c) { return IsAsciiDigit(c) || c == '.'; });
-}
-
-// Takes the last word off `text` when it is as wanted. No second half of a character is a blank or a digit.
-template <typename Wanted>
-bool TakeLast(std::string_view& text, std::size_t length, Wanted wanted) {
-  if (length >= text.size() || text[text.size() - length - 1] != ' ') return false;
-  if (!wanted(text.substr(text.size() - length))) return false;
-  text.remove_suffix(length + 1);
-  TrimEnd(text);
-  return true;
-}
-
-// Of a push line: what stands between the colon and the address or time.
-std::u16string WordsOf(std::string_view cells) {
-  std::string_view text = cells.substr(std::min(cells.find(':', kIdCol), cells.size() - 1) + 1);
-  TrimEnd(text);
-  if (TakeLast(text, kStampForm.size(), IsStamp))
-    TakeLast(text, text.size() - 1 - std::min(text.rfind(' '), text.size() - 1), IsAddress);
-  text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
-  std::u16string words = FromBig5(text);
-  std::erase(words, u'\0');
-  return words;
+FloorKind KindOf(const PushLine& push) {
+  switch (push.kind) {
+    case PushKind::kGood:
+      return FloorKind::kPush;
+    case PushKind::kBad:
+      return FloorKind::kBoo;
+    case PushKind::kNote:
+      break;
+  }
+  return FloorKind::kArrow;
 }
 
 bool IsWellFormedId(std::u16string_view id) {
@@ -96,25 +67,17 @@ bool MayReceive(std::u16string_view id, const MoneyChoices& choices, const Money
 
 }  // namespace
 
-std::vector<PushFloor> ReadFloors(const PageFacts& facts, const ArticleLines& lines) {
-  const std::string origin = ToBig5(kOriginLine);
-  const std::string push = ToBig5(u"推");
-  const std::string boo = ToBig5(u"噓");
+std::vector<PushFloor> ReadFloors(const ArticleLines& lines) {
   int line = lines.Count();
-  while (line > 0 && !BytesOf(lines.At(line - 1).text).starts_with(origin))
+  while (line > 0 && lines.At(line - 1).note != NoteLine::kOrigin)
     --line;
 
   std::vector<PushFloor> floors;
-  const auto page = std::make_unique<ScreenSnapshot>();  // row 0 holds the line that is being looked at
   for (; line < lines.Count(); ++line) {
-    page->text[0] = lines.At(line).text;
-    std::u16string id = facts.ParsePushAuthor(*page, 0);
-    if (id.empty()) continue;
-    const std::string_view cells = BytesOf(lines.At(line).text);
-    const FloorKind kind = cells.starts_with(push)  ? FloorKind::kPush
-                           : cells.starts_with(boo) ? FloorKind::kBoo
-                                                    : FloorKind::kArrow;
-    floors.push_back({static_cast<int>(floors.size()) + 1, kind, std::move(id), WordsOf(cells)});
+    const ArticleLine& at = lines.At(line);
+    if (!at.push) continue;
+    floors.push_back({static_cast<int>(floors.size()) + 1, KindOf(*at.push), PushId(at.text, *at.push),
+                      FieldText(at.text, at.push->words)});
   }
   return floors;
 }

@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "bbs/article_lines.h"
-#include "bbs/page_facts.h"
 
 namespace quillet {
 
@@ -26,7 +25,7 @@ struct PushFloor {
 
 // The push lines behind the article's origin line; what the text above it quotes is nobody's floor. Lines
 // that are not known yet are missing: ask when the article is complete.
-std::vector<PushFloor> ReadFloors(const PageFacts& facts, const ArticleLines& lines);
+std::vector<PushFloor> ReadFloors(const ArticleLines& lines);
 
 // What the user's own lists say of an id.
 enum class IdStanding { kOrdinary, kBlack, kSuperBlack };

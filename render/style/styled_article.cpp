@@ -6,7 +6,6 @@
 
 #include "bbs/screen_fields.h"
 #include "core/byte_words.h"
-#include "core/charset.h"
 #include "render/row_edit.h"
 #include "render/style/line_style.h"
 #include "render/style/list_treatment.h"
@@ -32,15 +31,7 @@ bool IsPlain(const ScreenRow& attr) {
   return std::all_of(attr.begin(), attr.begin() + kCols, [](std::uint8_t a) { return a == kAttrBlank; });
 }
 
-// No text, which is what a mark is without character tables, begins no line.
-bool Begins(std::string_view cells, std::string_view mark) {
-  return !mark.empty() && cells.starts_with(mark);
-}
-
 }  // namespace
-
-StyledArticle::StyledArticle(const PageFacts& facts)
-    : facts_(&facts), noteMark_(ToBig5(u"※")), origin_(ToBig5(u"※ 發信站")) {}
 
 void StyledArticle::Follow(const ArticleLines& lines, std::int64_t postTime, const StyleRules& rules) {
   const std::size_t known = lines_.size();
@@ -64,13 +55,13 @@ PageRow StyledArticle::Row(const ArticleLines& lines, int index, const StyleRule
   const ArticleLine& cells = lines.At(line);
   PageRow row = PlainRow(cells.text, cells.attr);
   const Facts& facts = lines_[static_cast<std::size_t>(line)];
-  if (facts.writer == kNobody) {
+  if (facts.writer == kNobody || !cells.push) {
     if (line == 0) StyleHeaderAuthor(row, author_, rules);
     ColourKeywords(row, rules.keywords);
     return row;
   }
   PushInPage push;
-  push.line = facts.push;
+  push.line = *cells.push;
   push.id = writers_[static_cast<std::size_t>(facts.writer)].id;
   push.time = facts.time;
   const int above = LineOf(index - 1);
@@ -123,11 +114,11 @@ StyledArticle::Facts StyledArticle::Read(const ArticleLine& line, std::size_t at
   Facts facts;
   facts.print = PrintOf(line);
   facts.earliest = at == 0 ? postTime_ : lines_[at - 1].earliest;
-  if (at == 0) author_ = FieldText(line.text, facts_->Header().Author(line.text, line.attr));
-  if (const std::optional<PushLine> push = facts_->ReadPush(line.text)) {
-    ReadPush(line.text, *push, facts, now);
+  if (at == 0) author_ = FieldText(line.text, line.author);
+  if (line.push) {
+    ReadPush(line.text, *line.push, facts, now);
   } else {
-    facts.isOrigin = Begins(BytesOf(line.text), origin_);
+    facts.isOrigin = line.note == NoteLine::kOrigin;
     facts.isColoured = IsAuthorsOwn(line, at) && !IsPlain(line.attr);
   }
   return facts;
@@ -135,7 +126,6 @@ StyledArticle::Facts StyledArticle::Read(const ArticleLine& line, std::size_t at
 
 void StyledArticle::ReadPush(const ScreenRow& text, const PushLine& push, Facts& facts, std::int64_t now) {
   facts.writer = WriterOf(PushId(text, push));
-  facts.push = push;
   if (!push.stamp) return;
   PushClock clock(facts.earliest);
   facts.time = clock.TimeOf(*push.stamp, now);
@@ -146,7 +136,7 @@ void StyledArticle::ReadPush(const ScreenRow& text, const PushLine& push, Facts&
 bool StyledArticle::IsAuthorsOwn(const ArticleLine& line, std::size_t at) const {
   const bool isHeader = !author_.empty() && at < kHeaderLines;
   const std::string_view cells = BytesOf(line.text);
-  return !isHeader && !Begins(cells, noteMark_) && !Begins(cells, ": ") && !Begins(cells, "> ");
+  return !isHeader && line.note == NoteLine::kNone && !cells.starts_with(": ") && !cells.starts_with("> ");
 }
 
 int StyledArticle::WriterOf(std::u16string id) {

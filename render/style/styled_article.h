@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "bbs/article_lines.h"
-#include "bbs/page_facts.h"
 #include "bbs/push_line.h"
 #include "render/page_row.h"
 #include "render/style/style_rules.h"
@@ -18,14 +17,11 @@ namespace quillet {
 
 class StyledArticle {
  public:
-  // `facts` outlives the object.
-  explicit StyledArticle(const PageFacts& facts);
-
   // Takes in what `lines` holds beyond, or differently from, what is known here; costs nothing for lines that
   // did not change. To be called when lines, post time or rules may be different, before the next question.
   void Follow(const ArticleLines& lines, std::int64_t postTime, const StyleRules& rules);
   // As it was made: nothing of one article may be taken for the next one's.
-  void Clear() { *this = StyledArticle(*facts_); }
+  void Clear() { *this = StyledArticle(); }
 
   // Lines shown, those left out not counted.
   int Count() const { return static_cast<int>(shown_.size()); }
@@ -51,8 +47,7 @@ class StyledArticle {
     std::uint64_t print = 0;    // of the cells, to see whether they changed
     std::int64_t time = 0;      // of a push line, seconds since 1970; 0 not known
     std::int64_t earliest = 0;  // PushClock's, behind this line
-    PushLine push;
-    int writer = kNobody;  // of a push line, an index of writers_
+    int writer = kNobody;       // of a push line, an index of writers_
     bool isOrigin = false;
     bool isColoured = false;
   };
@@ -72,8 +67,6 @@ class StyledArticle {
   bool IsPush(std::size_t line) const { return lines_[line].writer != kNobody; }
   void FindFirstPush();
 
-  const PageFacts* facts_;         // never null
-  std::string noteMark_, origin_;  // beginnings of lines that the BBS writes
   std::vector<Facts> lines_;
   std::vector<int> shown_;
   std::vector<Writer> writers_;

@@ -29,8 +29,7 @@ class WindowTest : public DocumentTest {
   CQuillView& View() { return frame->View(); }
 
   ArticleView::Parts ArticleParts() {
-    return {doc->GetConnection(), doc->GetAutomations(), doc->GetBookmarks(), doc->GetSettings().Store(),
-            doc->PageReader()};
+    return {doc->GetConnection(), doc->GetAutomations(), doc->GetBookmarks(), doc->GetSettings().Store()};
   }
   bool IsIdle() { return doc->GetAutomations().Current() == Activity::kNone; }
 

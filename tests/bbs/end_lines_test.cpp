@@ -2,12 +2,36 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/screen_builder.h"
+#include "tests/support/tables.h"
+
 namespace quillet {
 namespace {
 
 constexpr std::u16string_view kHost = u"bbs.example";
 
-TEST(EndLinesTest, OriginLineNamesTheHost) {
+using EndLinesTest = WithTables;
+
+TEST_F(EndLinesTest, ARowIsWhatItsBeginningSays) {
+  const struct {
+    std::u16string_view line;
+    NoteLine note;
+  } cases[] = {
+      {u"※ 發信站: 奧拉拉文藝坊(bbs.example), 來自: 192.0.2.7", NoteLine::kOrigin},
+      {u"※ 發信站: 別的站(other.example)", NoteLine::kOrigin},
+      {u"※ 轉錄者: kagami (192.0.2.7), 11/06/2026 06:04:00", NoteLine::kForwarder},
+      {u"※ [本文轉錄自 Astronomy 看板 #1a2B3c4_ ]", NoteLine::kForward},
+      {u"※ 編輯: kagami (192.0.2.7), 11/06/2026 06:04:00", NoteLine::kEdit},
+      {u"※ 開獎站 : 奧拉拉文藝坊(bbs.example)", NoteLine::kLottery},
+      {u"※ 文章網址: https://a.example", NoteLine::kOther},
+      {u" ※ 編輯: kagami", NoteLine::kNone},
+      {u"", NoteLine::kNone},
+  };
+  for (const auto& entry : cases)
+    EXPECT_EQ(ReadNoteLine(ScreenBuilder().Put(0, 0, entry.line).screen.text[0]), entry.note);
+}
+
+TEST_F(EndLinesTest, OriginLineNamesTheHost) {
   EXPECT_TRUE(IsOriginLine(u"※ 發信站: 奧拉拉文藝坊(bbs.example)", kHost));
   EXPECT_TRUE(IsOriginLine(u"※ 發信站: 奧拉拉文藝坊(bbs.example), 來自: 192.0.2.7", kHost));
   for (const std::u16string_view line :
@@ -17,7 +41,7 @@ TEST(EndLinesTest, OriginLineNamesTheHost) {
   EXPECT_FALSE(IsOriginLine(u"※ 發信站: 奧拉拉文藝坊()", u""));  // a host that is not configured
 }
 
-TEST(EndLinesTest, OriginAddressIsAWholeAddressOrNothing) {
+TEST_F(EndLinesTest, OriginAddressIsAWholeAddressOrNothing) {
   const struct {
     std::u16string_view behind, address;
   } cases[] = {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/input/bbs_page.h"
 #include "tests/support/article_pages.h"
 #include "tests/support/screen_builder.h"
 #include "tests/support/tables.h"
@@ -26,8 +27,6 @@ class IdAtTest : public WithTables {
       }
     return all;
   }
-
-  PageFacts facts_;
 };
 
 TEST_F(IdAtTest, AListLineHasItsAuthor) {
@@ -63,14 +62,17 @@ TEST_F(IdAtTest, ALineOfTheLocalArticleHasTheSame) {
   ScreenBuilder page;
   page.screen = ArticleHeader(u"author99 (暱稱)");
   page.Put(5, 0, u"→ pusher: so");
-  const auto line = [&](std::size_t row) {
-    return ArticleLine{page.screen.text[row], page.screen.attr[row]};
-  };
-  EXPECT_EQ(PlacedIdInArticle(facts_, line(0), 0, 14), (PlacedId{7, 15, u"author99"}));
-  EXPECT_EQ(IdInArticle(facts_, line(0), 0, 15), u"");
-  EXPECT_EQ(IdInArticle(facts_, line(0), 7, 10), u"") << "a header that the text quotes";
-  EXPECT_EQ(PlacedIdInArticle(facts_, line(5), 500, 3), (PlacedId{3, 9, u"pusher"}));
-  EXPECT_EQ(IdInArticle(facts_, line(5), 500, 2), u"");
+  page.screen.text[7] = page.screen.text[0];
+  page.screen.attr[7] = page.screen.attr[0];
+  const ScreenSnapshot screen =
+      Classified(WithReaderFooter(page.screen, u"  瀏覽 第 1/2 頁 ( 50%)  目前顯示: 第 01~22 行", 0xAB));
+  ArticleLines lines;
+  ASSERT_EQ(lines.Add(screen, Understand(screen)), ArticleLines::Added::kMore);
+  EXPECT_EQ(PlacedIdInArticle(lines.At(0), 14), (PlacedId{7, 15, u"author99"}));
+  EXPECT_EQ(IdInArticle(lines.At(0), 15), u"");
+  EXPECT_EQ(IdInArticle(lines.At(7), 10), u"") << "a header that the text quotes";
+  EXPECT_EQ(PlacedIdInArticle(lines.At(5), 3), (PlacedId{3, 9, u"pusher"}));
+  EXPECT_EQ(IdInArticle(lines.At(5), 2), u"");
 }
 
 }  // namespace

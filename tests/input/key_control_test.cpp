@@ -7,6 +7,7 @@
 #include "core/key_sequence.h"
 #include "tests/support/screen_builder.h"
 #include "tests/support/tables.h"
+#include "tests/support/understanding.h"
 
 namespace quillet {
 namespace {
@@ -14,7 +15,7 @@ namespace {
 using KeyControlTest = WithTables;
 
 KeyAction Decide(KeyPress press) {
-  return DecideKey(press, ScreenBuilder().screen);
+  return DecideKey(press, UnderstoodPage());
 }
 
 KeyAction Bytes(std::string bytes) {
@@ -105,7 +106,7 @@ TEST_F(KeyControlTest, EnterUnderTheConfirmedLogOutQuestionCloses) {
   const auto enterOn = [](int row, std::u16string_view text) {
     ScreenBuilder page;
     page.Put(row, 0, text);
-    return DecideKey({.virtualKey = kKeyEnter}, page.screen);
+    return DecideKey({.virtualKey = kKeyEnter}, Understand(page.screen));
   };
   const KeyAction closing{.kind = KeyActionKind::kSendThenClose, .bytes = "\r"};
   EXPECT_EQ(enterOn(22, u"您確定要離開【 奧拉拉文藝坊 】嗎(Y/N)？[N] y"), closing);

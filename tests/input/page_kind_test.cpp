@@ -4,7 +4,6 @@
 #include <ostream>
 
 #include "bbs/page_flags.h"
-#include "input/accepts_text.h"
 #include "platform/utf8.h"
 #include "tests/support/pages.h"
 #include "tests/support/tables.h"
@@ -59,7 +58,7 @@ TEST_F(PageKindTest, OfThePagesOfAWalkAndWhereTextIsTyped) {
     builder.Put(kBottom, 0, page.bottom).Fill(kBottom, 30, 30 + page.fieldCells, kAttrInputField);
     builder.Cursor(kBottom, 30).screen.pageFlags = page.flags;
     EXPECT_EQ(KindOf(builder.screen), page.kind) << Utf8FromUtf16(page.bottom);
-    EXPECT_EQ(AcceptsText(builder.screen, Understand(builder.screen)), page.takesText)
+    EXPECT_EQ(Understand(builder.screen).typing == Typing::kText, page.takesText)
         << Utf8FromUtf16(page.bottom);
   }
 }

@@ -92,11 +92,11 @@ class PreTranslationTest : public WithTables {
   }
   KeyDecision DecideOn(std::size_t page, const KeyPress& press, KeyPhase phase,
                        const WindowState& window) const {
-    return DecideKeyMessage(press, phase, pages_[page], understood_[page], window);
+    return DecideKeyMessage(press, phase, understood_[page], window);
   }
   // The key as the BBS gets it where nothing claims it.
   KeyDecision ForBbs(const KeyPress& press) const {
-    return {.route = KeyRoute::kBbs, .action = DecideKey(press, pages_.front())};
+    return {.route = KeyRoute::kBbs, .action = DecideKey(press, understood_.front())};
   }
 };
 
@@ -253,7 +253,7 @@ TEST_F(PreTranslationTest, InTheLocalArticleTheKeysOfSearchingAreTheClients) {
 TEST_F(PreTranslationTest, FourKeysDoNotLeaveTheBbssReaderWhenTheUserWantsItSo) {
   const WindowState window{.articleOpen = true, .preventArticleChange = true};
   const auto on = [&](std::uint32_t ends, const KeyPress& press, const WindowState& state) {
-    return DecideKeyMessage(press, KeyPhase::kFirst, Reader(ends), Understand(Reader(ends)), state);
+    return DecideKeyMessage(press, KeyPhase::kFirst, Understand(Reader(ends)), state);
   };
   const std::vector<KeyPress> onward = {Key(kKeyDown), kEnter, Char(u' ')};
   for (const KeyPress& press : onward) {
@@ -322,7 +322,7 @@ WindowState NothingOver(unsigned bits) {
 TEST_F(PreTranslationTest, NoKeyOfTheBbssIsLeftToTheToolkitAndNoOtherReachesTheBbs) {
   for (const KeyPress& press : EveryPress()) {
     for (std::size_t page = 0; page < pages_.size(); ++page) {
-      const KeyActionKind meaning = DecideKey(press, pages_[page]).kind;
+      const KeyActionKind meaning = DecideKey(press, understood_[page]).kind;
       const KeyRoute route = DecideOn(page, press, KeyPhase::kFirst, {}).route;
       if (meaning == KeyActionKind::kNone)
         ASSERT_EQ(route, KeyRoute::kToolkit) << press.virtualKey;
@@ -338,7 +338,7 @@ TEST_F(PreTranslationTest, NoKeyOfTheBbssIsLeftToTheToolkitAndNoOtherReachesTheB
 TEST_F(PreTranslationTest, WhileTypingEveryCharacterIsTheBbss) {
   for (const PageKind kind : {PageKind::kTyping, PageKind::kEditor}) {
     for (const KeyPress& press : EveryPress()) {
-      const KeyAction meaning = DecideKey(press, pages_[static_cast<std::size_t>(kind)]);
+      const KeyAction meaning = DecideKey(press, understood_[static_cast<std::size_t>(kind)]);
       if (meaning.kind != KeyActionKind::kSendText) continue;
       for (const unsigned bits : {0U, 1U, 2U, 4U, 8U, 16U, 32U, 64U, 127U}) {
         const KeyDecision expected{.route = KeyRoute::kBbs, .action = meaning};

@@ -139,7 +139,7 @@ TEST_F(GiveMoneyTest, TheBlackListIsHeededAndALotIsDrawnAgain) {
 }
 
 TEST_F(GiveMoneyTest, WithoutAnArticleOrAConnectionThereIsNothingToAsk) {
-  MoneyController desk({doc->GetConnection(), doc->GetAutomations(), doc->GetSettings(), doc->PageReader(),
+  MoneyController desk({doc->GetConnection(), doc->GetAutomations(), doc->GetSettings(),
                         const_cast<ArticleView&>(Article()), View()});
   QString said;
   QObject::connect(&desk, &MoneyController::Notice, &View(),

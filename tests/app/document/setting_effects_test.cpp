@@ -130,7 +130,7 @@ class SettingEffectsTest : public WindowTest {
     for (const KeyPress& press :
          {KeyPress{.virtualKey = kKeyEnter, .text = u"\r"}, KeyPress{.virtualKey = 'U', .text = u"u"}})
       for (const ScreenSnapshot* screen : {&list, &reader})
-        decisions.push_back(DecideKeyMessage(press, KeyPhase::kFirst, *screen, Understand(*screen), window));
+        decisions.push_back(DecideKeyMessage(press, KeyPhase::kFirst, Understand(*screen), window));
     return decisions;
   }
   // Of each list alone.

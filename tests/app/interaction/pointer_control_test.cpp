@@ -20,7 +20,7 @@ const std::string kOpenTwoDown = "\x1B[B\x1B[B\x1B[C";
 struct Terminal {
   Terminal(const ArticleView::Parts& parts, PointerControl::Handlers handlers)
       : article(parts, widget),
-        composer({article, parts.bookmarks, parts.settings, parts.connection.Seen(), parts.pageFacts}),
+        composer({article, parts.bookmarks, parts.settings, parts.connection.Seen()}),
         selection(lines, {.changed = [] {}, .scrollBy = [](int) {}, .finished = [] {}}),
         links(lines, {}),
         pointer({.widget = widget,

@@ -73,10 +73,9 @@ class StyledArticleTest : public WithTables {
   PageRow Row(int index) const { return article_.Row(lines_, index, wishes_.Rules()); }
   std::u16string Age(int index) const { return Row(index).age; }
 
-  PageFacts facts_;
   Wishes wishes_;
   ArticleLines lines_;
-  StyledArticle article_{facts_};
+  StyledArticle article_;
   std::int64_t postTime_ = Local(2026, 11, 6, 6, 0);
 };
 
@@ -194,7 +193,7 @@ TEST_F(StyledArticleTest, FollowingStepByStepEndsWhereReadingAtOnceDoes) {
     step();
     Take(text);
     Follow();
-    StyledArticle fresh(facts_);
+    StyledArticle fresh;
     fresh.Follow(lines_, postTime_, wishes_.Rules());
     ASSERT_EQ(article_.Count(), fresh.Count());
     ASSERT_EQ(article_.FirstPush(), fresh.FirstPush());

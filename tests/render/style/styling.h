@@ -66,7 +66,7 @@ inline void PutPush(ScreenBuilder& builder, int row, std::u16string_view mark, s
 // As the view has it styled.
 inline StyledScreen Dress(const ScreenSnapshot& screen, const StyleRules& rules, std::int64_t postTime) {
   UnderstoodPage page = Understand(screen);
-  MarkKeywords(screen, rules.keywords, page);
+  KeywordMarks().Mark(screen, rules.keywords, page);
   return StyleScreen(screen, page, rules, postTime);
 }
 
