@@ -34,7 +34,7 @@ constexpr PageSet kEditors{PageKind::kEditor};
 
 // In the order of Command.
 // clang-format off
-constexpr std::array<CommandRow, kCommands> kTable{{
+constexpr std::array<CommandRow, kCommandCount> kTable{{
     {},
 
     {.command = Command::kLogin, .menu = CommandMenu::kConnection, .text = u"登入…(&L)", .keys = {Both('L')}},

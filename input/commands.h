@@ -76,7 +76,7 @@ enum class Command : std::uint8_t {
   kWrite,
   kFinishText
 };
-inline constexpr std::size_t kCommands = static_cast<std::size_t>(Command::kFinishText) + 1;
+inline constexpr std::size_t kCommandCount = static_cast<std::size_t>(Command::kFinishText) + 1;
 
 // What holds at a moment, as far as commands depend on it.
 enum class Condition : std::uint8_t {

@@ -39,7 +39,7 @@ class CommandMenus : public QObject {
   const CommandRunner& runner_;
   std::function<CommandWords()> words_;
   QWidget& window_;
-  std::array<QAction*, kCommands> actions_{};
+  std::array<QAction*, kCommandCount> actions_{};
 };
 
 }  // namespace quillet

@@ -46,7 +46,7 @@ class CommandRunner {
   const Action& ActionOf(Command command) const { return actions_[static_cast<std::size_t>(command)]; }
 
   Handlers handlers_;
-  std::array<Action, kCommands> actions_;
+  std::array<Action, kCommandCount> actions_;
   std::vector<std::function<void(CommandState&)>> states_;
 };
 
