@@ -31,10 +31,9 @@ class MoneyRunTest : public AutomationTest {
                  {"y", "y"},     {"\r", answer}};
   }
   static Turns Passed() { return {{"\n", SystemMenu()}}; }
-  // By this key out of a page of the system menu, and to the board list.
-  static Turns Back(const std::string& key) {
-    return {{key, SystemMenu(13)}, {kLeft, MainMenu()}, {"b", At(12, 26) + At(12, 25)}, {"\r", BoardList()}};
-  }
+  // From the system menu to the board list, and there by this key out of a page of it.
+  static Turns Out() { return {{kLeft, MainMenu()}, {"b", At(12, 26) + At(12, 25)}, {"\r", BoardList()}}; }
+  static Turns Back(const std::string& key) { return Turns{{key, SystemMenu(13)}} + Out(); }
 
   // So many gifts of 5 to bob.
   static auto Giving(int gifts, std::chrono::milliseconds patience = kPatience) {
@@ -131,7 +130,7 @@ TEST_F(MoneyRunTest, WhereThereIsNoWayNothingIsPressed) {
 TEST_F(MoneyRunTest, WhatTheFieldDoesNotTakeIsNotConfirmed) {
   const Turns attempt = Open(MoneyPage(u"20")) + Turns{{"bob", "bo"}, {"\x03", SystemMenu()}};
   const MoneyRunResult result =
-      Follow(Begin() + attempt + attempt + attempt + Back(""), Giving(1, 3 * kShortPatience), 5);
+      Follow(Begin() + attempt + attempt + attempt + Out(), Giving(1, 3 * kShortPatience), 5);
   EXPECT_EQ(result.gifts[0].state, GiftState::kRefused);
   EXPECT_NE(result.gifts[0].words, u"");
 }
