@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/input/bbs_page.h"
 #include "tests/support/article_pages.h"
+#include "tests/support/pages.h"
 #include "tests/support/screen_builder.h"
 #include "tests/support/tables.h"
 #include "tests/support/understanding.h"

@@ -51,7 +51,7 @@ TEST_F(MoneyFloorsTest, EveryPushLineBehindTheOriginLineIsAFloor) {
   ArticleLines lines;  // read page by page
   for (; !lines.IsComplete(); bbs.top = std::min(bbs.top + ArticleBbs::kPage - 1, bbs.LastTop()))
     lines.Add(bbs.Screen(), Understand(bbs.Screen()));
-  const std::vector<PushFloor> floors = ReadFloors(PageFacts(), lines);
+  const std::vector<PushFloor> floors = ReadFloors(lines);
   ASSERT_EQ(floors.size(), 32u);
   const auto expect = [&](std::size_t at, FloorKind kind, std::u16string_view id, std::u16string_view words) {
     EXPECT_EQ(floors[at].floor, static_cast<int>(at) + 1);
