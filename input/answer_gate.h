@@ -16,6 +16,9 @@ class AnswerGate {
     return waiting_ && now - since_ < kPatienceMs && screen.text == text_ && screen.attr == attr_ &&
            screen.cursorRow == cursorRow_ && screen.cursorCol == cursorCol_;
   }
+  // A screen has come. One that is another than what was acted upon is an answer, also when the page that
+  // was acted upon is back soon after it.
+  void OnScreen(const ScreenSnapshot& screen, std::int64_t now) { waiting_ = IsWaiting(screen, now); }
   // Something is sent on account of this screen.
   void Sent(const ScreenSnapshot& screen, std::int64_t now) {
     waiting_ = true;

@@ -17,6 +17,10 @@ void ArticleCommands::ToggleBookmark() {
   if (!bookmarks_.ToggleOpenArticle()) handlers_.refused();
 }
 
+void ArticleCommands::OnScreen() {
+  gate_.OnScreen(handlers_.screen(), SteadyMilliseconds());
+}
+
 void ArticleCommands::Push() {
   // Given twice before the BBS asks, the second one would answer its question.
   const std::int64_t now = SteadyMilliseconds();

@@ -28,6 +28,8 @@ class ArticleCommands {
 
   // The object outlives the runner's last command.
   void Offer(CommandRunner& runner);
+  // The view has taken another screen over.
+  void OnScreen();
 
  private:
   void ToggleBookmark();

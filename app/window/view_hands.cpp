@@ -155,6 +155,11 @@ void ViewHands::OnUserTypes() {
   parts_.article.OnUserKey();
 }
 
+void ViewHands::OnScreen() {
+  clipboard_.OnScreen();
+  articleCommands_.OnScreen();
+}
+
 // What is selected, and what lies under the pointer, is told by the picture's lines.
 void ViewHands::OnOtherLines() {
   search_.OnLines();

@@ -72,7 +72,7 @@ class ViewHands : public QObject {
   KeyInput& Keyboard() { return keyInput_; }
   PointerControl& Pointer() { return pointer_; }
   // The view has taken a screen over, and shows it.
-  void OnScreen() { clipboard_.OnScreen(); }
+  void OnScreen();
   // Other lines are shown than before, or the same ones elsewhere or otherwise.
   void OnOtherLines();
   // Something lies over the terminal.
