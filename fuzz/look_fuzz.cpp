@@ -7,7 +7,6 @@
 #include "bbs/page_understanding.h"
 #include "bbs/screen_classifier.h"
 #include "core/charset.h"
-#include "input/accepts_text.h"
 #include "input/id_at.h"
 #include "render/article_bar.h"
 #include "render/row_cells.h"
@@ -94,10 +93,11 @@ void CheckBar(const PageRow& statusLine, int choice) {
   ArticleBarInput input;
   input.line = choice * 40 - 20;
   input.lines = choice * 9999;
-  input.hasPushes = choice % 2 == 0;
   input.controlCodes = choice % 3 == 0;
   for (int command = 0; command < choice % 20; ++command)
-    input.offers.push_back(static_cast<ArticleCommand>(command * choice % 9));
+    input.offers.push_back({.command = 1 + command,
+                            .key = static_cast<char16_t>(command % 3 == 0 ? 0 : u'a' + command),
+                            .words = std::u16string(static_cast<std::size_t>(command * choice % 9), u'字')});
   for (const ArticleBar& bar : {MakeArticleBar(input), MakeArticleBarOver(statusLine, input)}) {
     int last = 0;
     for (const CaptionArea& area : bar.areas) {
@@ -110,7 +110,6 @@ void CheckBar(const PageRow& statusLine, int choice) {
 
 void CheckHands(const ScreenSnapshot& screen, const UnderstoodPage& page) {
   Require(static_cast<int>(page.kind) < kPageKinds);
-  AcceptsText(screen, page);
   for (int row = -1; row <= kRows; ++row)
     for (int col = -1; col <= kCols; ++col) {
       const auto placed = PlacedIdAt(screen, page, row, col);
