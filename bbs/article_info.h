@@ -13,10 +13,10 @@
 namespace quillet {
 
 struct ArticleInfo {
-  std::u16string board;
-  std::u16string author;
-  std::u16string title;
-  std::u16string code;        // eight characters; empty until the information box has been opened over it
+  std::u16string board{};
+  std::u16string author{};
+  std::u16string title{};
+  std::u16string code{};      // eight characters; empty until the information box has been opened over it
   std::int64_t postTime = 0;  // seconds since 1970; 0 not known
   std::int32_t page = 0;      // shown in the reader; 0 not known
   std::int32_t lastLine = 0;  // shown in the reader; 0 not known

@@ -39,10 +39,10 @@ QRectF PlaceLabel(const QRectF& area, const QSizeF& size, qreal margin, bool rig
 
 LinkHover::LinkHover(const PictureLines& text, WebHosts hosts) : text_(text), hosts_(std::move(hosts)) {}
 
-bool LinkHover::SetPointer(std::optional<QPoint> cell) {
+bool LinkHover::SetPointer(std::optional<CellPosition> cell) {
   cell_ = cell;
-  std::optional<TextLink> link = cell ? LinkAt(cell->y(), cell->x()) : std::nullopt;
-  const int row = link ? cell->y() : -1;
+  std::optional<TextLink> link = cell ? LinkAt(cell->row, cell->col) : std::nullopt;
+  const int row = link ? cell->row : -1;
   if (row == row_ && link == current_) return false;
   row_ = row;
   current_ = std::move(link);

@@ -5,11 +5,11 @@
 #include <optional>
 #include <vector>
 
-#include <QPoint>
 #include <QString>
 
 #include "app/overlay/overlay.h"
 #include "app/page/picture_lines.h"
+#include "core/cell_position.h"
 #include "input/text_link.h"
 #include "render/page_row.h"
 
@@ -20,9 +20,9 @@ class LinkHover : public Overlay {
   // `text` outlives the object.
   LinkHover(const PictureLines& text, WebHosts hosts);
 
-  // `cell`: column (x) and row (y) of the picture; nothing: the pointer is elsewhere. Returns whether the
-  // picture is different.
-  bool SetPointer(std::optional<QPoint> cell);
+  // `cell`: its row is the picture's; nothing: the pointer is elsewhere. Returns whether the picture is
+  // different.
+  bool SetPointer(std::optional<CellPosition> cell);
   // The pointer stays, but other text may lie under it.
   bool Refresh() { return SetPointer(cell_); }
   std::optional<TextLink> LinkAt(int row, int col) const;
@@ -52,7 +52,7 @@ class LinkHover : public Overlay {
 
   const PictureLines& text_;
   WebHosts hosts_;
-  std::optional<QPoint> cell_;
+  std::optional<CellPosition> cell_;
   int row_ = -1;
   std::optional<TextLink> current_;
 };

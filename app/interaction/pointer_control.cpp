@@ -53,8 +53,8 @@ PointerPlace PointerControl::PlaceAt(const QPointF& at) const {
   PointerPlace place{.picture = PictureNow(), .row = -1};
   const bool left = surface.IsLeftOfPage(at);
   if (const auto cell = surface.CellAt(at)) {
-    place.row = place.picture == Picture::kArticle ? cell->y() : parts_.composer.ScreenRowAt(cell->y());
-    place.col = cell->x();
+    place.row = place.picture == Picture::kArticle ? cell->row : parts_.composer.ScreenRowAt(cell->row);
+    place.col = cell->col;
   } else {
     place.col = left ? -1 : kCols;
   }
@@ -67,9 +67,9 @@ PointerPlace PointerControl::PlaceAt(const QPointF& at) const {
 PointerControl::Target PointerControl::TargetAt(const QPointF& at) const {
   Target target;
   if (const auto cell = parts_.surface.CellAt(at)) {
-    target.command = parts_.composer.CommandAt(cell->y(), cell->x());
+    target.command = parts_.composer.CommandAt(cell->row, cell->col);
     if (target.command != ArticleCommand::kNone) return target;
-    target.link = parts_.links.LinkAt(cell->y(), cell->x());
+    target.link = parts_.links.LinkAt(cell->row, cell->col);
     if (target.link) return target;
   }
   if (!MayAct()) return target;
@@ -96,7 +96,7 @@ bool PointerControl::IsSame(const Target& one, const Target& other) {
   return one == other || (one.action.kind == kMove && other.action.kind == kMove);
 }
 
-std::optional<QPoint> PointerControl::CellUnderPointer() const {
+std::optional<CellPosition> PointerControl::CellUnderPointer() const {
   return pointer_ ? parts_.surface.CellAt(*pointer_) : std::nullopt;
 }
 
@@ -105,11 +105,11 @@ std::optional<QPoint> PointerControl::CellUnderPointer() const {
 PointerControl::Hovered PointerControl::HoveredAt(const QPointF& at) const {
   const auto cell = parts_.surface.CellAt(at);
   if (!cell) return {};
-  const ArticleCommand command = parts_.composer.CommandAt(cell->y(), cell->x());
+  const ArticleCommand command = parts_.composer.CommandAt(cell->row, cell->col);
   if (command != ArticleCommand::kNone) return {.command = command};
   const bool opensLine = meansRow_ && MayAct() && parts_.widget.isActiveWindow() &&
                          OpensLine(PlaceAt(at), parts_.screen, parts_.page, parts_.settings);
-  return {.linkCell = cell, .row = opensLine ? cell->y() : -1};
+  return {.linkCell = cell, .row = opensLine ? cell->row : -1};
 }
 
 void PointerControl::SetHovered(const Hovered& hovered) {
@@ -279,7 +279,7 @@ void PointerControl::BeginSelection(const QMouseEvent& event) {
   // A word is that of the character under the pointer, not of the nearest place between two.
   const auto cell = parts_.surface.CellAt(left_.at);
   const bool byCell = presses_ > 1 && cell;
-  parts_.selection.Press(place.row, byCell ? cell->x() : slot, UnitOf(presses_),
+  parts_.selection.Press(place.row, byCell ? cell->col : slot, UnitOf(presses_),
                          column ? SelectShape::kColumn : SelectShape::kStream);
 }
 
@@ -319,7 +319,7 @@ bool PointerControl::Click(const Target& target) {
 void PointerControl::ReleaseMiddle(const QPointF& at) {
   const auto cell = parts_.surface.CellAt(at);
   const bool opens = parts_.settings.middleButtonOpensUrl;
-  const auto link = cell && opens ? parts_.links.LinkAt(cell->y(), cell->x()) : std::nullopt;
+  const auto link = cell && opens ? parts_.links.LinkAt(cell->row, cell->col) : std::nullopt;
   if (link)
     handlers_.open(*link);
   else

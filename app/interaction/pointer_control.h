@@ -21,6 +21,7 @@
 #include "app/page/frame_surface.h"
 #include "app/page/page_composer.h"
 #include "app/session/connection.h"
+#include "core/cell_position.h"
 #include "input/answer_gate.h"
 #include "input/mouse_scheme.h"
 #include "input/wheel_steps.h"
@@ -51,8 +52,8 @@ class PointerControl {
     std::function<void(const MouseAction&)> act;
     // Nothing happens where the system has no clipboard of the selection.
     std::function<void()> pastePrimary;
-    // The cell (x: column, y: row of the picture) is absent outside the page.
-    std::function<void(QPoint globalPos, std::optional<QPoint> cell)> contextMenu;
+    // The cell (its row that of the picture) is absent outside the page.
+    std::function<void(QPoint globalPos, std::optional<CellPosition> cell)> contextMenu;
     std::function<void()> changed;        // the picture is different
     std::function<void()> targetChanged;  // what is told of the link under the pointer, too
   };
@@ -77,8 +78,8 @@ class PointerControl {
   void OnPictureChanged();
   // What is held down means nothing any more: something has come over the terminal, or the focus is gone.
   void Cancel();
-  // The cell (x: column, y: row of the picture) that the pointer is over.
-  std::optional<QPoint> CellUnderPointer() const;
+  // The cell (its row that of the picture) that the pointer is over.
+  std::optional<CellPosition> CellUnderPointer() const;
 
  private:
   // What a click of the left button would do at a place; at most one of the three.
@@ -111,7 +112,7 @@ class PointerControl {
   // What lights up; nothing by itself.
   struct Hovered {
     ArticleCommand command = ArticleCommand::kNone;
-    std::optional<QPoint> linkCell{};
+    std::optional<CellPosition> linkCell{};
     int row = -1;  // of the picture
   };
   Hovered HoveredAt(const QPointF& at) const;

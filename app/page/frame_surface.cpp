@@ -87,13 +87,13 @@ int FrameSurface::OffsetInRow(int row, qreal x) const {
   return qFloor(x * scale_) - painter_.CellRect(row, 0).left();
 }
 
-std::optional<QPoint> FrameSurface::CellAt(const QPointF& at) const {
+std::optional<CellPosition> FrameSurface::CellAt(const QPointF& at) const {
   const int row = RowAt(at.y());
   if (row < 0 || row >= kRows) return std::nullopt;
   const int offset = OffsetInRow(row, at.x());
   const int col = offset / qMax(1, painter_.CellRect(row, 0).width());
   if (offset < 0 || col >= kCols) return std::nullopt;
-  return QPoint(col, row);
+  return CellPosition{row, col};
 }
 
 FrameSurface::Place FrameSurface::PlaceAt(const QPointF& at) const {

@@ -7,12 +7,12 @@
 #include <utility>
 
 #include <QPainter>
-#include <QPoint>
 #include <QRectF>
 #include <QRegion>
 #include <QTimer>
 #include <QWidget>
 
+#include "core/cell_position.h"
 #include "render/paint/frame_painter.h"
 
 namespace quillet {
@@ -38,9 +38,9 @@ class FrameSurface {
   qreal Scale() const { return scale_; }
   // A cell in widget units.
   QRectF CellRect(int row, int col) const;
-  // The column (x) and row (y) of the cell under a point in widget units, by the size that the row was drawn
-  // with last; none outside the page.
-  std::optional<QPoint> CellAt(const QPointF& at) const;
+  // The cell under a point in widget units, by the size that the row was drawn with last; none outside the
+  // page.
+  std::optional<CellPosition> CellAt(const QPointF& at) const;
   // Where in the rows of cells a point in widget units lies, or the nearest place to it.
   struct Place {
     int row = 0;

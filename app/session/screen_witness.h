@@ -18,10 +18,10 @@ namespace quillet {
 
 // What the screens up to the newest one have told.
 struct Sightings {
-  ArticleInfo article;
-  bool articleOpen = false;         // even where its header has not been seen
-  std::u16string loginId;           // empty while nobody is known to be logged in
-  std::vector<ArticleInfo> pushed;  // the articles that have been pushed to since they were taken last
+  ArticleInfo article{};
+  bool articleOpen = false;           // even where its header has not been seen
+  std::u16string loginId{};           // empty while nobody is known to be logged in
+  std::vector<ArticleInfo> pushed{};  // the articles that have been pushed to since they were taken last
 };
 
 class ScreenWitness {

@@ -145,8 +145,8 @@ class CQuillView : public QWidget {
   PointerControl::Handlers PointerHandlers();
   // Bytes for the BBS.
   void ActOnMouse(const MouseAction& action);
-  void ShowMenuOfPlace(const QPoint& at, const std::optional<QPoint>& cell);
-  EditTarget TargetAt(const QPoint& cell) const;
+  void ShowMenuOfPlace(const QPoint& at, std::optional<CellPosition> cell);
+  EditTarget TargetAt(CellPosition cell) const;
   std::u16string IdAtCell(int row, int col) const;
   void ApplyBackground();
   void ListOverlays();

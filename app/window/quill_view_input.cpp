@@ -25,7 +25,7 @@ WindowState CQuillView::StateForKeys() const {
                     .article = article_.Paging(),
                     .articleOpen = connection_.Seen().articleOpen,
                     .commandsOffered = composer_.Offers(ArticleCommand::kBookmark),
-                    .idUnderPointer = cell && !IdAtCell(cell->y(), cell->x()).empty(),
+                    .idUnderPointer = cell && !IdAtCell(cell->row, cell->col).empty(),
                     .addBlackHotKey = settings_.Fields().addBlackHotKey,
                     .preventArticleChange = settings_.Fields().preventUpDownChangeArticle,
                     .search = search_.Use()};
@@ -97,7 +97,7 @@ void CQuillView::SelectByKey(SelectStep step) {
 void CQuillView::ChangeName(NameKey key, int colour) {
   const auto cell = pointer_.CellUnderPointer();
   if (!cell) return;
-  const QString told = nameKeys_.Press(IdAtCell(cell->y(), cell->x()), key, colour);
+  const QString told = nameKeys_.Press(IdAtCell(cell->row, cell->col), key, colour);
   if (!told.isEmpty()) toast_.Show(told);
 }
 
@@ -201,7 +201,7 @@ PointerControl::Handlers CQuillView::PointerHandlers() {
           .open = [this](const TextLink& link) { web_.Open(link); },
           .act = [this](const MouseAction& action) { ActOnMouse(action); },
           .pastePrimary = [this] { clipboard_.Paste(QClipboard::Selection); },
-          .contextMenu = [this](QPoint at, std::optional<QPoint> cell) { ShowMenuOfPlace(at, cell); },
+          .contextMenu = [this](QPoint at, std::optional<CellPosition> cell) { ShowMenuOfPlace(at, cell); },
           .changed = [this] { RefreshFrame(); },
           .targetChanged = [this] { overlays_.Repaint(links_); }};
 }
@@ -257,16 +257,16 @@ std::u16string CQuillView::IdAtCell(int row, int col) const {
 
 QString CQuillView::IdInQuestion() const {
   const auto cell = pointer_.CellUnderPointer();
-  std::u16string id = cell ? IdAtCell(cell->y(), cell->x()) : std::u16string();
+  std::u16string id = cell ? IdAtCell(cell->row, cell->col) : std::u16string();
   if (id.empty()) id = AuthorAtCursor(screen_, page_, doc_.OpenArticle());
   return QString::fromStdU16String(id);
 }
 
-EditTarget CQuillView::TargetAt(const QPoint& cell) const {
-  return {.link = links_.LinkAt(cell.y(), cell.x()), .id = IdAtCell(cell.y(), cell.x())};
+EditTarget CQuillView::TargetAt(CellPosition cell) const {
+  return {.link = links_.LinkAt(cell.row, cell.col), .id = IdAtCell(cell.row, cell.col)};
 }
 
-void CQuillView::ShowMenuOfPlace(const QPoint& at, const std::optional<QPoint>& cell) {
+void CQuillView::ShowMenuOfPlace(const QPoint& at, std::optional<CellPosition> cell) {
   const EditTarget target = cell ? TargetAt(*cell) : EditTarget{};
   const ContextFacts facts{.selection = QString::fromStdU16String(selection_.Text()),
                            .target = target,

@@ -53,8 +53,7 @@ class DemoArticleTest : public WindowTest {
         Consider(board, *article);
     doc->GetConnection().Open({.address = QString::fromStdString(demo->Address()), .name = {}, .isBbs = true},
                               MakeLoginOrder({.account = u"reader", .password = u"quillet"}));
-    ASSERT_TRUE(Until(
-        [&] { return doc->LoginId() == u"reader" && doc->GetAutomations().Current() == Activity::kNone; }));
+    ASSERT_TRUE(Until([&] { return doc->LoginId() == u"reader" && IsIdle(); }));
   }
   void TearDown() override {
     frame.reset();
@@ -94,8 +93,7 @@ class DemoArticleTest : public WindowTest {
   void Open(const ArticleReference& article) {
     ASSERT_FALSE(article.code.empty());
     ASSERT_TRUE(doc->GetAutomations().JumpTo(article));
-    ASSERT_TRUE(
-        Until([&] { return Article().IsShown() && doc->GetAutomations().Current() == Activity::kNone; }));
+    ASSERT_TRUE(Until([&] { return Article().IsShown() && IsIdle(); }));
   }
   void OpenWhole(const ArticleReference& article) {
     Open(article);

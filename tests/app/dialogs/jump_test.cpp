@@ -37,7 +37,7 @@ TEST_F(JumpTest, ACopiedLinkOpensItsArticle) {
   });
   EXPECT_EQ(doc->GetAutomations().Current(), Activity::kJump);
   EXPECT_TRUE(Until([&] { return doc->OpenArticle().board == target.board; }));
-  EXPECT_TRUE(Until([&] { return doc->GetAutomations().Current() == Activity::kNone; }));
+  EXPECT_TRUE(Until([&] { return IsIdle(); }));
   EXPECT_FALSE(View().Panel().IsActive());
   EXPECT_NE(View().Screen().pageFlags & PF_READ_TOP, 0u);
   const std::u16string author = doc->OpenArticle().author;

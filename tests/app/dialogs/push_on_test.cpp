@@ -39,8 +39,7 @@ class PushOnTest : public DemoArticleTest {
   void LogInAs(const std::u16string& id) {
     doc->GetConnection().Open({.address = QString::fromStdString(demo->Address()), .name = {}, .isBbs = true},
                               MakeLoginOrder({.account = id, .password = id}));
-    ASSERT_TRUE(
-        Until([&] { return doc->LoginId() == id && doc->GetAutomations().Current() == Activity::kNone; }));
+    ASSERT_TRUE(Until([&] { return doc->LoginId() == id && IsIdle(); }));
   }
 
   PushOnDlg& OpenDialog() {
@@ -183,22 +182,6 @@ TEST_F(PushOnTest, ARefusalIsToldInTheBbssWords) {
   EXPECT_TRUE(noticed.lines.contains(u"站台說：無法推文: 使用者不可發言"_qs))
       << noticed.lines.join('\n').toStdString();
   EXPECT_TRUE(Until([&] { return Article().IsShown(); }));
-  doc->GetConnection().Disconnect();
-  desk->Open();
-  EXPECT_EQ(desk->Dialog(), nullptr);
-  EXPECT_EQ(said, DescribeNoPush(NoPushReason::kNotConnected));
-}
-
-TEST_F(PushOnTest, APushPutsTheArticleAmongTheBookmarksIfTheUserWantsThat) {
-  OpenWhole(talkative);
-  Push(u"一"_qs);
-  ASSERT_TRUE(Until([&] { return !said.isEmpty(); }));
-  EXPECT_FALSE(doc->GetBookmarks().HasOpenArticle());
-  doc->GetSettings().Set(&Settings::markAfterPush, true);
-  said.clear();
-  Push(u"二"_qs);
-  ASSERT_TRUE(Until([&] { return !said.isEmpty(); }));
-  EXPECT_TRUE(doc->GetBookmarks().HasOpenArticle());
 }
 
 TEST_F(PushOnTest, TheDialogNamesWhatWillBeLeftOutAndStopsAtTooMuch) {

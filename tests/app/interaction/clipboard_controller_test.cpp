@@ -10,8 +10,9 @@
 
 #include "app/interaction/clipboard_device.h"
 #include "app/window/tour/tour.h"
+#include "bbs/page_flags.h"
+#include "tests/app/document_fixture.h"
 #include "tests/app/page/picture_server.h"
-#include "tests/app/window_fixture.h"
 
 namespace quillet {
 namespace {
@@ -43,7 +44,7 @@ class LoopbackNetwork : public QNetworkAccessManager {
 };
 
 // A desk over a connected document, with a window of its own.
-class ClipboardControllerTest : public WindowTest {
+class ClipboardControllerTest : public DocumentTest {
  protected:
   struct Sent {
     std::u16string text;
@@ -53,7 +54,7 @@ class ClipboardControllerTest : public WindowTest {
 
   void SetUp() override {
     endpoints.values["shortener/host"] = "short.test";
-    WindowTest::SetUp();
+    DocumentTest::SetUp();
     desk = std::make_unique<ClipboardController>(
         ClipboardController::Parts{.connection = doc->GetConnection(),
                                    .automations = doc->GetAutomations(),

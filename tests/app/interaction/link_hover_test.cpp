@@ -91,25 +91,25 @@ class LinkHoverTest : public WithTables {
 
 TEST_F(LinkHoverTest, TheLinkUnderThePointerIsUnderlined) {
   EXPECT_EQ(Underlined(), "");
-  EXPECT_TRUE(hover_.SetPointer(QPoint(7, 2)));
+  EXPECT_TRUE(hover_.SetPointer(CellPosition{2, 7}));
   EXPECT_EQ(Underlined(), "2:7-25 ");
-  EXPECT_FALSE(hover_.SetPointer(QPoint(24, 2))) << "the same link";
-  EXPECT_TRUE(hover_.SetPointer(QPoint(40, 2)));
+  EXPECT_FALSE(hover_.SetPointer(CellPosition{2, 24})) << "the same link";
+  EXPECT_TRUE(hover_.SetPointer(CellPosition{2, 40}));
   EXPECT_EQ(hover_.Current()->address, u"http://c.example");
-  EXPECT_TRUE(hover_.SetPointer(QPoint(25, 2)));
+  EXPECT_TRUE(hover_.SetPointer(CellPosition{2, 25}));
   EXPECT_EQ(Underlined(), "");
   EXPECT_FALSE(hover_.SetPointer(std::nullopt));
 }
 
 TEST_F(LinkHoverTest, TheSameAddressInAnotherRowIsAnotherLink) {
   lines_.Put(4, 0, u"http://a.example/b");
-  EXPECT_TRUE(hover_.SetPointer(QPoint(0, 3)));
-  EXPECT_TRUE(hover_.SetPointer(QPoint(0, 4)));
+  EXPECT_TRUE(hover_.SetPointer(CellPosition{3, 0}));
+  EXPECT_TRUE(hover_.SetPointer(CellPosition{4, 0}));
   EXPECT_EQ(Underlined(), "4:0-18 ");
 }
 
 TEST_F(LinkHoverTest, WhenTheTextMovesWhatLiesUnderThePointerCounts) {
-  hover_.SetPointer(QPoint(10, 2));
+  hover_.SetPointer(CellPosition{2, 10});
   EXPECT_FALSE(hover_.Refresh());
   lines_.top = 1;
   EXPECT_TRUE(hover_.Refresh());
@@ -124,7 +124,7 @@ TEST_F(LinkHoverTest, WhenTheTextMovesWhatLiesUnderThePointerCounts) {
 }
 
 TEST_F(LinkHoverTest, PlacesOutsideThePictureHaveNoLink) {
-  for (const QPoint cell : {QPoint(-1, 2), QPoint(80, 2), QPoint(5, -1), QPoint(5, 23), QPoint(5, 1000)})
+  for (const CellPosition cell : {CellPosition{2, -1}, {2, 80}, {-1, 5}, {23, 5}, {1000, 5}})
     EXPECT_FALSE(hover_.SetPointer(cell));
 }
 
@@ -139,7 +139,7 @@ TEST_F(LinkHoverTest, LinksInSightAreEachTargetOnce) {
 
 TEST_F(LinkHoverTest, TheTargetStandsAtTheLowerEdgeAwayFromTheLink) {
   EXPECT_TRUE(Painted().isNull());
-  hover_.SetPointer(QPoint(7, 2));
+  hover_.SetPointer(CellPosition{2, 7});
   const QRect label = Painted();
   EXPECT_LT(label.left(), kUnit);
   EXPECT_LT(kArea.bottom() - label.bottom(), kUnit);
@@ -147,7 +147,7 @@ TEST_F(LinkHoverTest, TheTargetStandsAtTheLowerEdgeAwayFromTheLink) {
   EXPECT_LT(label.height(), 2 * kUnit);
 
   lines_.Put(22, 0, u"http://a.example/b");
-  hover_.SetPointer(QPoint(0, 22));
+  hover_.SetPointer(CellPosition{22, 0});
   const QRect other = Painted();
   EXPECT_EQ(other.size(), label.size());
   EXPECT_LT(kArea.right() - other.right(), kUnit);
@@ -155,14 +155,14 @@ TEST_F(LinkHoverTest, TheTargetStandsAtTheLowerEdgeAwayFromTheLink) {
 
 TEST_F(LinkHoverTest, ALongTargetLeavesRoom) {
   lines_.Put(2, 0, u"http://a.example/" + std::u16string(60, u'W'));
-  hover_.SetPointer(QPoint(7, 2));
+  hover_.SetPointer(CellPosition{2, 7});
   const int width = Painted().width();
   EXPECT_LE(width, kArea.width() * 0.6);
   EXPECT_GT(width, kArea.width() * 0.5);
 }
 
 TEST_F(LinkHoverTest, InDisguiseTheLabelIsBlackOnWhite) {
-  hover_.SetPointer(QPoint(7, 2));
+  hover_.SetPointer(CellPosition{2, 7});
   const QImage paper = Paper(true);
   const QRect label = Painted();
   bool hasInk = false;

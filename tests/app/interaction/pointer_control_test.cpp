@@ -90,7 +90,7 @@ class PointerControlTest : public WindowTest {
             .open = [this](const TextLink& link) { opened.push_back(link.address); },
             .act = [this](const MouseAction& action) { sent.push_back(action.bytes); },
             .pastePrimary = [this] { ++pasted; },
-            .contextMenu = [this](QPoint, std::optional<QPoint> cell) { menus.push_back(cell); },
+            .contextMenu = [this](QPoint, std::optional<CellPosition> cell) { menus.push_back(cell); },
             .changed = [] {},
             .targetChanged = [] {}});
     OpenScript();
@@ -164,7 +164,7 @@ class PointerControlTest : public WindowTest {
   std::unique_ptr<Terminal> terminal;
   std::vector<std::string> sent;
   std::vector<std::u16string> opened;
-  std::vector<std::optional<QPoint>> menus;
+  std::vector<std::optional<CellPosition>> menus;
   int pasted = 0;
 };
 
@@ -182,8 +182,8 @@ TEST_F(PointerControlTest, CellsAndSlotsAreFoundInRowsOfEitherSize) {
       const QRectF cell = surface.CellRect(row, col);
       const QPointF left(cell.left() + cell.width() * 0.2, cell.center().y());
       const QPointF right(cell.left() + cell.width() * 0.8, cell.center().y());
-      ASSERT_EQ(surface.CellAt(left), QPoint(col, row));
-      ASSERT_EQ(surface.CellAt(right), QPoint(col, row));
+      ASSERT_EQ(surface.CellAt(left), (CellPosition{row, col}));
+      ASSERT_EQ(surface.CellAt(right), (CellPosition{row, col}));
       ASSERT_EQ(surface.PlaceAt(left).halves, 2 * col);
       ASSERT_EQ(surface.PlaceAt(right).halves, 2 * col + 1);
       ASSERT_EQ(surface.PlaceAt(right).row, row);
@@ -335,7 +335,7 @@ TEST_F(PointerControlTest, ThePointerShowsWhatAClickWouldDo) {
 TEST_F(PointerControlTest, TheRightButtonAsksForAMenuUnlessTheWheelWasTurned) {
   Click(At(7, 30), Qt::RightButton);
   ASSERT_EQ(menus.size(), 1u);
-  EXPECT_EQ(menus[0], QPoint(30, 7));
+  EXPECT_EQ(menus[0], (CellPosition{7, 30}));
   Down(At(7, 30), Qt::RightButton);
   Turn(-1, Qt::RightButton);
   Up(At(7, 30), Qt::RightButton);

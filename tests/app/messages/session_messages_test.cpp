@@ -30,6 +30,7 @@ TEST(SessionMessagesTest, EveryEndHasItsOwnWordsAndAWayOn) {
     EXPECT_NE(text.onEnter, PanelAction::kNone);
     EXPECT_TRUE(text.hint.contains("Enter"));
   }
+  EXPECT_TRUE(DescribeBrokenLogin(Closed(EndReason::kClosedByPeer)).title.contains(u"登入還沒完成"));
 }
 
 TEST(SessionMessagesTest, TheSystemsTextAndTheUnsentBytesAreTold) {

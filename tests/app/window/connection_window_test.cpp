@@ -8,7 +8,7 @@
 namespace quillet {
 namespace {
 
-class ConnectionTest : public WindowTest {
+class ConnectionWindowTest : public WindowTest {
  protected:
   void Open(const QString& address) {
     doc->GetConnection().Open({.address = address, .name = {}, .makeTransport = {}});
@@ -16,7 +16,7 @@ class ConnectionTest : public WindowTest {
   }
 };
 
-TEST_F(ConnectionTest, ARefusedConnectionIsToldAndEnterTriesAgain) {
+TEST_F(ConnectionWindowTest, ARefusedConnectionIsToldAndEnterTriesAgain) {
   std::uint16_t port = 0;
   {
     Listener listener;
@@ -39,7 +39,7 @@ TEST_F(ConnectionTest, ARefusedConnectionIsToldAndEnterTriesAgain) {
   EXPECT_FALSE(View().Panel().IsActive());
 }
 
-TEST_F(ConnectionTest, ASiteThatHangsUpIsToldOverItsLastScreen) {
+TEST_F(ConnectionWindowTest, ASiteThatHangsUpIsToldOverItsLastScreen) {
   OpenScript();
   script->Deliver("farewell\x1B[");
   script->StallWrites();
@@ -52,7 +52,7 @@ TEST_F(ConnectionTest, ASiteThatHangsUpIsToldOverItsLastScreen) {
       << PanelLines().toStdString();
 }
 
-TEST_F(ConnectionTest, ASiteThatDoesNotAnswerIsToldInTheCornerAndAClickConnectsAnew) {
+TEST_F(ConnectionWindowTest, ASiteThatDoesNotAnswerIsToldInTheCornerAndAClickConnectsAnew) {
   OpenScript();
   auto& sign = *View().findChild<StallSign*>();
   const auto says = [&](const QString& words) {
@@ -93,7 +93,7 @@ TEST_F(ConnectionTest, ASiteThatDoesNotAnswerIsToldInTheCornerAndAClickConnectsA
   EXPECT_TRUE(Until([&] { return script->Written() == "new"; }));
 }
 
-TEST_F(ConnectionTest, ASlowConnectIsToldAndEscCancels) {
+TEST_F(ConnectionWindowTest, ASlowConnectIsToldAndEscCancels) {
   script->NeverConnect();
   BeginScript();
   ASSERT_TRUE(Until([&] { return PanelSays(u"連線中"_qs); }));
@@ -105,14 +105,7 @@ TEST_F(ConnectionTest, ASlowConnectIsToldAndEscCancels) {
   EXPECT_EQ(script->Written(), "");
 }
 
-TEST_F(ConnectionTest, AnotherSiteChosenWhileConnectingTakesOver) {
-  script->NeverConnect();
-  BeginScript();
-  Open("gopher://other");
-  EXPECT_TRUE(PanelSays(u"不認得這個位址"_qs));
-}
-
-TEST_F(ConnectionTest, ClosingTheWindowWhileConnectingIsQuick) {
+TEST_F(ConnectionWindowTest, ClosingTheWindowWhileConnectingIsQuick) {
   script->NeverConnect();
   BeginScript();
   QElapsedTimer sinceClose;
@@ -124,7 +117,7 @@ TEST_F(ConnectionTest, ClosingTheWindowWhileConnectingIsQuick) {
   EXPECT_LT(sinceClose.elapsed(), 2000);
 }
 
-TEST_F(ConnectionTest, AViewMayGoBeforeItsSession) {
+TEST_F(ConnectionWindowTest, AViewMayGoBeforeItsSession) {
   OpenScript();
   frame.reset();
   script->Deliver("nobody looks\x1B[H\a");
@@ -135,7 +128,7 @@ TEST_F(ConnectionTest, AViewMayGoBeforeItsSession) {
   }));
 }
 
-TEST_F(ConnectionTest, ReplacingAConnectionLeavesOnlyTheNewOne) {
+TEST_F(ConnectionWindowTest, ReplacingAConnectionLeavesOnlyTheNewOne) {
   OpenScript();
   script->Deliver("old");
   ASSERT_TRUE(Until([&] { return View().Screen().TextAt(0, 0) == 'o'; }));
