@@ -296,12 +296,13 @@ void LoginController::GoToDemo() {
       if (!order) return;
     }
     emit DemoRequested(order);
+    if (!parts_.connection.WillLogIn()) Wipe(pending_.password);  // there is no demo
   });
 }
 
 void LoginController::OnLoginEnded(const LoginEnd& end) {
   // Of an earlier login: what is pending is on its way to take its place.
-  if (end.how == LoginEnd::How::kTakenOver && parts_.connection.IsConnecting()) return;
+  if (end.how == LoginEnd::How::kTakenOver && parts_.connection.WillLogIn()) return;
   LoginEntry entry = std::exchange(pending_, {});
   switch (end.how) {
     case LoginEnd::How::kFinished:

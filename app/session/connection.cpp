@@ -28,11 +28,11 @@ void Connection::Open(Site site, LoginOrder login) {
 
 void Connection::Begin(Attempt attempt) {
   connecting_ = true;
+  login_ = std::move(attempt.login);
   emit AboutToEnd();
   Reset();
   site_ = std::move(attempt.site);
   if (site_.name.isEmpty()) site_.name = nameOf_(site_.address);
-  login_ = std::move(attempt.login);
   emit ConnectionBegins();
   StartConnect(login_ != nullptr);
   NoteStatus();

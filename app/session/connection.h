@@ -42,6 +42,8 @@ class Connection : public QObject {
   void NoteStaying() { leaving_ = false; }
 
   bool IsConnecting() const { return connecting_; }
+  // The attempt that is wanted is for a login.
+  bool WillLogIn() const { return (next_ ? next_->login : login_) != nullptr; }
   // The attempt is over, and has made it.
   bool IsConnected() const { return !connecting_ && session_.state == SessionState::kConnected; }
   // There was one, and it has ended.

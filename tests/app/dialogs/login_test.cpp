@@ -295,6 +295,9 @@ TEST_F(LoginTest, ASiteThatTakesNothingHoldsUpNeitherTheUserNorTheClosing) {
 
 TEST_F(LoginTest, AnotherConnectionDuringALoginTakesItsPlace) {
   LogInByScript();
+  StartDemo();
+  LogIn("alice", "wonder");
+  ASSERT_TRUE(Until([&] { return Form() == nullptr; }));
   script = std::make_shared<Script>();
   OpenScript();
   EXPECT_TRUE(doc->GetConnection().IsConnected());
@@ -304,6 +307,10 @@ TEST_F(LoginTest, AnotherConnectionDuringALoginTakesItsPlace) {
   TypeText("z");
   ASSERT_TRUE(Until([&] { return !script->Written().empty(); }));
   EXPECT_EQ(script->Written(), "z");
+  LogInByScript();
+  script->End(EndReason::kClosedByPeer);
+  ASSERT_TRUE(IsBack());
+  EXPECT_EQ(Text("password"), "") << "that was for another site";
 }
 
 TEST_F(LoginTest, TheFormKeepsTheKeyboardAndEscGivesItBack) {
