@@ -59,14 +59,14 @@ void CQuillDoc::Load() {
   emulatesBrowser_ = SetBrowserEmulation(registry_);
   settings_.Load();
   // An account that an older version kept belongs to the site that is set up now, whatever is chosen later.
-  account_.AdoptFor(SiteKey(QString::fromStdU16String(Fields().site), endpoints_));
+  account_.AdoptFor(SiteKey(QString::fromStdU16String(settings_.Fields().site), endpoints_));
   if (!version_.empty()) settings_.Set(&Settings::version, version_);
   bookmarks_.Load();
   connection_.NoteNews(bookmarks_.HoldNews());
 }
 
 void CQuillDoc::OnSettingsChanged() {
-  signalSettings_.playSound = Fields().playSound;
+  signalSettings_.playSound = settings_.Fields().playSound;
   // What the user follows no more is no news.
   if (!bookmarks_.HoldNews()) connection_.NoteNews(false);
 }

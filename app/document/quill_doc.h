@@ -61,12 +61,6 @@ class CQuillDoc : public QObject {
   // What web addresses are opened with.
   Opener& WebOpener() { return opener_; }
 
-  // What is asked most often.
-  const Settings& Fields() const { return settings_.Fields(); }
-  const ArticleInfo& OpenArticle() const { return connection_.Seen().article; }
-  // Empty while nobody is known to be logged in.
-  const std::u16string& LoginId() const { return connection_.Seen().loginId; }
-
   // What could not be read or written since the last call. What the registry's file suffers from is always
   // among it.
   std::vector<FileProblem> TakeFileProblems();

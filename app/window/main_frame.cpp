@@ -147,7 +147,7 @@ void CMainFrame::OpenUserPage() {
 
 void CMainFrame::JumpToArticle() {
   if (!connection_.IsConnected()) return view_->ShowNotice(DescribeNoJump(false));
-  JumpDlg dialog(WebHostsOf(doc_.Hosts()), QString::fromStdU16String(doc_.OpenArticle().board),
+  JumpDlg dialog(WebHostsOf(doc_.Hosts()), QString::fromStdU16String(connection_.Seen().article.board),
                  QGuiApplication::clipboard()->text(), this);
   const int answer = dialog.exec();
   activateWindow();
@@ -167,11 +167,11 @@ void CMainFrame::OnCommand(KeyCommand command) {
 
 void CMainFrame::ShowTitle() {
   const Settings& settings = settings_.Fields();
-  setWindowTitle(
-      DescribeTitle(connection_.Facts(),
-                    {.work = settings.work,
-                     .news = doc_.Driver().Status() == ConnectionStatus::kSomethingNew,
-                     .id = settings.titleShowId ? QString::fromStdU16String(doc_.LoginId()) : QString()}));
+  setWindowTitle(DescribeTitle(
+      connection_.Facts(),
+      {.work = settings.work,
+       .news = doc_.Driver().Status() == ConnectionStatus::kSomethingNew,
+       .id = settings.titleShowId ? QString::fromStdU16String(connection_.Seen().loginId) : QString()}));
 }
 
 void CMainFrame::OnStatusChanged() {

@@ -109,7 +109,7 @@ void CQuillView::Search(SearchStep step) {
 }
 
 void CQuillView::PerformArticleCommand(ArticleCommand command) {
-  const bool reading = (screen_.pageFlags & PF_READING) != 0 && doc_.OpenArticle().IsArticle();
+  const bool reading = (screen_.pageFlags & PF_READING) != 0 && connection_.Seen().article.IsArticle();
   if (article_.IsShown() || reading)
     commands_.Perform(command);
   else
@@ -258,7 +258,7 @@ std::u16string CQuillView::IdAtCell(int row, int col) const {
 QString CQuillView::IdInQuestion() const {
   const auto cell = pointer_.CellUnderPointer();
   std::u16string id = cell ? IdAtCell(cell->row, cell->col) : std::u16string();
-  if (id.empty()) id = AuthorAtCursor(screen_, page_, doc_.OpenArticle());
+  if (id.empty()) id = AuthorAtCursor(screen_, page_, connection_.Seen().article);
   return QString::fromStdU16String(id);
 }
 

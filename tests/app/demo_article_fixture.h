@@ -53,7 +53,7 @@ class DemoArticleTest : public WindowTest {
         Consider(board, *article);
     doc->GetConnection().Open({.address = QString::fromStdString(demo->Address()), .name = {}, .isBbs = true},
                               MakeLoginOrder({.account = u"reader", .password = u"quillet"}));
-    ASSERT_TRUE(Until([&] { return doc->LoginId() == u"reader" && IsIdle(); }));
+    ASSERT_TRUE(Until([&] { return Seen().loginId == u"reader" && IsIdle(); }));
   }
   void TearDown() override {
     frame.reset();

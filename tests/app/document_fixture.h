@@ -98,6 +98,9 @@ class DocumentTest : public WithTables {
     ASSERT_TRUE(Settles());
   }
 
+  const Settings& Fields() { return doc->GetSettings().Fields(); }
+  const Sightings& Seen() { return doc->GetConnection().Seen(); }
+
   static bool Until(const std::function<bool()>& done) { return HandleEventsUntil(done, kPatienceMs); }
 
   std::int64_t ahead = 0;  // of the clock, in milliseconds, as far as waits for an answer go

@@ -27,7 +27,7 @@ const std::vector<Look> kLooks = {
 void ShootLook(DemoRun& run, const Look& look) {
   std::vector<SettingChange> usual;
   for (const SettingChange& change : look.changes)
-    usual.emplace_back(*change.row, TextOf(*change.row, run.Doc().Fields()));
+    usual.emplace_back(*change.row, TextOf(*change.row, run.Doc().GetSettings().Fields()));
   run.Doc().GetSettings().Set(look.changes);
   run.Press({NamedKey(Qt::Key_Home)}, ArticleRests(0, 1));
   run.Save(QStringLiteral("%1-top").arg(look.name));

@@ -71,13 +71,13 @@ TEST_F(GiveMoneyTest, WhatTheListShowsIsGivenAndTold) {
   EXPECT_FALSE(View().Panel().HasNotice()) << "told once";
   EXPECT_TRUE(Until([&] { return Article().IsShown() && Article().TopLine() == 2 * kPageStep; }))
       << "back in the article, where it was";
-  EXPECT_EQ(doc->OpenArticle().board, talkative.board);
+  EXPECT_EQ(Seen().article.board, talkative.board);
 }
 
 TEST_F(GiveMoneyTest, NothingCanBeSentBeforeTheArticleIsWhole) {
   doc->GetSettings().Set(&Settings::webArticle, false);
   ASSERT_TRUE(doc->GetAutomations().JumpTo(longest));
-  ASSERT_TRUE(Until([&] { return doc->OpenArticle().IsArticle() && IsIdle(); }));
+  ASSERT_TRUE(Until([&] { return Seen().article.IsArticle() && IsIdle(); }));
   View().PerformArticleCommand(ArticleCommand::kGiveMoney);
   ASSERT_NE(Dialog(), nullptr);
   EXPECT_FALSE(Send().isEnabled());
@@ -111,7 +111,7 @@ TEST_F(GiveMoneyTest, TheChoicesAreKeptOnlyWhenTheyWereUsed) {
   Send().click();
   ASSERT_TRUE(IsOver());
   Start();
-  EXPECT_EQ(MoneyChoicesOf(doc->Fields()), used) << "read from the file";
+  EXPECT_EQ(MoneyChoicesOf(Fields()), used) << "read from the file";
 }
 
 TEST_F(GiveMoneyTest, TheBlackListIsHeededAndALotIsDrawnAgain) {

@@ -36,11 +36,11 @@ TEST_F(JumpTest, ACopiedLinkOpensItsArticle) {
     dialog.accept();
   });
   EXPECT_EQ(doc->GetAutomations().Current(), Activity::kJump);
-  EXPECT_TRUE(Until([&] { return doc->OpenArticle().board == target.board; }));
+  EXPECT_TRUE(Until([&] { return Seen().article.board == target.board; }));
   EXPECT_TRUE(Until([&] { return IsIdle(); }));
   EXPECT_FALSE(View().Panel().IsActive());
   EXPECT_NE(View().Screen().pageFlags & PF_READ_TOP, 0u);
-  const std::u16string author = doc->OpenArticle().author;
+  const std::u16string author = Seen().article.author;
   ASSERT_FALSE(author.empty());
   Press(Qt::Key_PageDown);
   Press(Qt::Key_End);

@@ -69,7 +69,7 @@ TEST_F(LeaveTest, AnotherSiteTheDemoAndALoginAskOnceAndNoMoreIfSoWished) {
                   Click("leave")(dialog);
                 }});
   EXPECT_EQ(demos, 1);
-  EXPECT_EQ(doc->Fields().leaveMode, LeaveMode::kDirectly);
+  EXPECT_EQ(Fields().leaveMode, LeaveMode::kDirectly);
   Disconnect({});
   EXPECT_FALSE(doc->GetConnection().IsConnected());
 }
@@ -143,7 +143,7 @@ TEST_F(LeaveTest, ASiteThatDoesNotAnswerIsLeftAllTheSame) {
   });
   doc->GetConnection().Open({.address = QString::fromStdString(server.SiteAddress()), .name = {}},
                             MakeLoginOrder({.account = u"alice", .password = u"wonder"}));
-  ASSERT_TRUE(Until([&] { return doc->LoginId() == u"alice"; }));
+  ASSERT_TRUE(Until([&] { return Seen().loginId == u"alice"; }));
   doc->GetSettings().Set(&Settings::leaveMode, LeaveMode::kLogOut);
   LeaveQuestion question(
       Parts(), [] { return LeaveFacts{}; }, std::chrono::milliseconds(50));

@@ -73,7 +73,7 @@ class LoginTest : public WindowTest {
     return Until([&] { return Form() != nullptr && IsIdle(); });
   }
   bool IsIn() {
-    return Until([&] { return !doc->LoginId().empty(); }) && Shows(u"【主功能表】"_qs);
+    return Until([&] { return !Seen().loginId.empty(); }) && Shows(u"【主功能表】"_qs);
   }
 
   std::unique_ptr<DemoServer> demo;
@@ -200,7 +200,7 @@ TEST_F(LoginTest, WhateverHappensASiteKeepsWhatItsLastSuccessOrUntickingSaid) {
     if (event == kSuccess) {
       ASSERT_TRUE(Until([&] {
         return doc->GetConnection().IsConnected() && IsIdle() &&
-               doc->LoginId() == now.account.toStdU16String();
+               Seen().loginId == now.account.toStdU16String();
       }));
       kept[host] = now;
       EXPECT_EQ(doc->Account().Account(), now.account.toStdU16String());
@@ -213,7 +213,7 @@ TEST_F(LoginTest, WhateverHappensASiteKeepsWhatItsLastSuccessOrUntickingSaid) {
     }
     if (step < 16) doc->GetConnection().Disconnect();
   }
-  const QString last = QString::fromStdU16String(doc->Fields().site);
+  const QString last = QString::fromStdU16String(Fields().site);
   Start();
   View().AskLogin();
   EXPECT_EQ(Form()->Address(), last);
@@ -228,7 +228,7 @@ TEST_F(LoginTest, OnlyASiteThatWasReachedIsProposedAgainAndOffered) {
   UseSite("telnet://old.example");
   doc->GetConnection().Open({.address = "telnet://127.0.0.1:1", .name = {}});
   ASSERT_TRUE(Settles());
-  EXPECT_EQ(doc->Fields().site, u"telnet://old.example");
+  EXPECT_EQ(Fields().site, u"telnet://old.example");
   EXPECT_TRUE(doc->GetSettings().RecentSites().empty());
   doc->GetSettings().ChangeMap([](SettingsMap& map) {
     NoteSiteUsed(map, u"telnet://older.example", 1);
@@ -419,7 +419,7 @@ TEST_F(LoginTest, AConnectionThatIsMadeOtherwiseNeedsNoForm) {
   Field<QCheckBox>("kickOthers").setChecked(true);
   ASSERT_TRUE(goToDemo());
   ASSERT_NE(demos[2], nullptr);
-  EXPECT_TRUE(demos[2]->kickOthers && doc->Fields().kickOthers);
+  EXPECT_TRUE(demos[2]->kickOthers && Fields().kickOthers);
   EXPECT_EQ(demos[2]->account, u"alice");
   EXPECT_EQ(demos[2]->password, u"wonder");
 }
@@ -451,7 +451,7 @@ TEST_F(LoginTest, TheFormLeadsToTheSiteThatIsConnected) {
   ASSERT_TRUE(IsIn());
   EXPECT_TRUE(doc->GetConnection().Session().isBbsSite)
       << "what is known of the site holds for the login too";
-  EXPECT_EQ(doc->Fields().site, u"telnet://elsewhere.example");
+  EXPECT_EQ(Fields().site, u"telnet://elsewhere.example");
 }
 
 TEST_F(LoginTest, ConnectingWithoutALoginTypesNothing) {
@@ -466,7 +466,7 @@ TEST_F(LoginTest, ConnectingWithoutALoginTypesNothing) {
   ASSERT_TRUE(Shows(u"請輸入您的密碼"_qs));
   TypeText("wonder");
   Enter();
-  EXPECT_TRUE(Until([&] { return doc->LoginId() == u"alice"; })) << "read off the screen";
+  EXPECT_TRUE(Until([&] { return Seen().loginId == u"alice"; })) << "read off the screen";
 }
 
 }  // namespace

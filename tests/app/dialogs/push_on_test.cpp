@@ -39,7 +39,7 @@ class PushOnTest : public DemoArticleTest {
   void LogInAs(const std::u16string& id) {
     doc->GetConnection().Open({.address = QString::fromStdString(demo->Address()), .name = {}, .isBbs = true},
                               MakeLoginOrder({.account = id, .password = id}));
-    ASSERT_TRUE(Until([&] { return doc->LoginId() == id && IsIdle(); }));
+    ASSERT_TRUE(Until([&] { return Seen().loginId == id && IsIdle(); }));
   }
 
   PushOnDlg& OpenDialog() {

@@ -62,7 +62,7 @@ TEST_F(SettingsWindowTest, ADamagedFileIsToldOnceAndKeptAside) {
   const std::string damaged = "[Basic]\nDarkColor=1\n\xFF\xFE\x01\n";
   WriteFile("Quill.ini", damaged);
   Start();
-  EXPECT_TRUE(doc->Fields().darkColor) << "what could be read is used";
+  EXPECT_TRUE(Fields().darkColor) << "what could be read is used";
   const QString told = PanelLines();
   EXPECT_TRUE(told.contains("Quill.ini") && told.contains(u"第 3 行"_qs)) << told.toStdString();
   EXPECT_TRUE(told.contains(QString::fromStdU16String(ProgramHome().u16string())));
@@ -91,7 +91,7 @@ TEST_F(SettingsWindowTest, AFullDiskOrAFileThatMayNotBeWrittenIsTold) {
   std::filesystem::permissions(ProgramHome() / "Quill.ini", std::filesystem::perms::owner_read);
   doc->GetSettings().Set(&Settings::darkColor, true);
   EXPECT_TRUE(PanelSays(u"設定無法存檔"_qs));
-  EXPECT_TRUE(doc->Fields().darkColor);
+  EXPECT_TRUE(Fields().darkColor);
 }
 
 TEST_F(SettingsWindowTest, ListsThatHoldSomethingAreNewsUntilTheUserTypes) {
@@ -116,7 +116,7 @@ TEST_F(SettingsWindowTest, WhatAnotherWindowSavedIsTakenInWithTheKeyboard) {
   WriteFile(std::string(kSettingsFile), file + "[Basic]\nDarkColor=1\n");
   QEvent activated(QEvent::ActivationChange);
   QCoreApplication::sendEvent(frame.get(), &activated);
-  EXPECT_TRUE(doc->Fields().darkColor);
+  EXPECT_TRUE(Fields().darkColor);
   EXPECT_TRUE(doc->GetSettings().Display().darkColor);
 }
 
@@ -126,7 +126,7 @@ TEST_F(SettingsWindowTest, TheEmbeddedBrowserIsSetUpAndTheVersionNoted) {
                             u"FEATURE_BROWSER_EMULATION",
                             u"Quillet.exe"),
             11000U);
-  EXPECT_EQ(doc->Fields().version, u"1.0");
+  EXPECT_EQ(Fields().version, u"1.0");
 }
 
 }  // namespace

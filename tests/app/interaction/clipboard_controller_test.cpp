@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QWindow>
 
 #include "app/interaction/clipboard_device.h"
 #include "app/window/tour/tour.h"
@@ -58,7 +59,7 @@ class ClipboardControllerTest : public DocumentTest {
     desk = std::make_unique<ClipboardController>(
         ClipboardController::Parts{.connection = doc->GetConnection(),
                                    .automations = doc->GetAutomations(),
-                                   .settings = doc->Fields(),
+                                   .settings = Fields(),
                                    .hosts = doc->Hosts(),
                                    .window = window},
         ClipboardController::Handlers{.send =

@@ -97,7 +97,7 @@ class HandsTest : public DemoArticleTest {
   // An article whose title holds the words is shown whole, from its top.
   bool Reads(const std::u16string& words) {
     return Until([&] {
-      return doc->OpenArticle().title.find(words) != std::u16string::npos && Article().IsShown() &&
+      return Seen().article.title.find(words) != std::u16string::npos && Article().IsShown() &&
              Lines().IsComplete() && Article().TopLine() == Article().TargetLine();
     });
   }

@@ -282,7 +282,7 @@ TEST_F(HandsTest, FiveThousandCharactersArePastedIntoAnArticleAndAllArrive) {
   ASSERT_EQ(text.size(), 5000u);
   ASSERT_EQ(text.find(u'\0'), std::u16string::npos);
   BeginArticle("pasted");
-  ASSERT_TRUE(doc->Fields().pasteAutoChangeLine);
+  ASSERT_TRUE(Fields().pasteAutoChangeLine);
   PutOnClipboard(QString::fromStdU16String(text));
   PressWith(Qt::ControlModifier, Qt::Key_V);
   ASSERT_TRUE(Shows(text.substr(text.size() - 4))) << ScreenAsUtf8();
@@ -349,7 +349,7 @@ TEST_F(HandsTest, AnArticleThatIsNamedOpensOnTheBbs) {
   ASSERT_GE(row, 0);
   Click(At(row, col + 2.5));
   ASSERT_TRUE(Reads(linkedTitle)) << ScreenAsUtf8();
-  EXPECT_EQ(doc->OpenArticle().board, linked.board);
+  EXPECT_EQ(Seen().article.board, linked.board);
   EXPECT_TRUE(opener.opened.empty());
 }
 

@@ -91,7 +91,7 @@ TEST_F(ArticleViewTest, EveryWayOfMovingCountsAsUseSoThatNoRefreshComesBetween) 
 
 TEST_F(ArticleViewTest, RightOnTheLastPageGoesToTheNextArticleWhereverTheBbsStands) {
   OpenWhole(talkative);
-  const std::u16string title = doc->OpenArticle().title;
+  const std::u16string title = Seen().article.title;
   // The BBS's own Page Up, behind the window's back.
   doc->GetConnection().Session().SendBytes("\x02");
   ASSERT_TRUE(AtRest(Last() - kPageStep)) << "the view goes where the BBS was sent";
@@ -100,22 +100,22 @@ TEST_F(ArticleViewTest, RightOnTheLastPageGoesToTheNextArticleWhereverTheBbsStan
   ASSERT_TRUE(AtRest(Last()));
   Press(Qt::Key_Right);
   EXPECT_TRUE(Until(
-      [&] { return doc->OpenArticle().title != title && Article().IsShown() && Article().TopLine() == 0; }));
+      [&] { return Seen().article.title != title && Article().IsShown() && Article().TopLine() == 0; }));
 }
 
 TEST_F(ArticleViewTest, UpAtTheTopGoesToTheArticleBeforeUnlessArticlesAreKept) {
   OpenWhole(talkative);
-  const std::u16string title = doc->OpenArticle().title;
+  const std::u16string title = Seen().article.title;
   doc->GetSettings().Set(&Settings::preventUpDownChangeArticle, true);
   Press(Qt::Key_Up);
   Press(Qt::Key_End);
   Enter();
   ASSERT_TRUE(AtRest(Last()));
-  EXPECT_EQ(doc->OpenArticle().title, title);
+  EXPECT_EQ(Seen().article.title, title);
   doc->GetSettings().Set(&Settings::preventUpDownChangeArticle, false);
   Press(Qt::Key_Home);
   Press(Qt::Key_Up);
-  EXPECT_TRUE(Until([&] { return doc->OpenArticle().title != title; }));
+  EXPECT_TRUE(Until([&] { return Seen().article.title != title; }));
 }
 
 TEST_F(ArticleViewTest, TypingStopsTheReadingAndEndWaitsForIt) {
@@ -184,13 +184,13 @@ TEST_F(ArticleViewTest, WhoStandsAtTheEndGoesAlongWithNewPushes) {
 
 TEST_F(ArticleViewTest, WithoutAnimationItMovesAtOnceAndTheWheelNeverLeavesIt) {
   OpenWhole(talkative);
-  const std::u16string title = doc->OpenArticle().title;
+  const std::u16string title = Seen().article.title;
   doc->GetSettings().Set(&Settings::noScrollAnimation, true);
   Wheel(-1000);
   EXPECT_EQ(Article().TopLine(), Last()) << "without any step between";
   Wheel(-1);
   ASSERT_TRUE(AtRest(Last()));
-  EXPECT_EQ(doc->OpenArticle().title, title);
+  EXPECT_EQ(Seen().article.title, title);
   doc->GetSettings().Set(&Settings::hideTopLeftIcons, true);
   EXPECT_TRUE(Article().Captions().empty());
   EXPECT_NE(Row(kBottomRow).find(ToBig5(u"行")), std::string::npos) << "the position stays";
@@ -213,7 +213,7 @@ TEST_F(ArticleViewTest, ABookmarkAsksTheBbsForTheCodeAndThePageStaysMeanwhile) {
   ASSERT_TRUE(Until([&] { return (View().Screen().pageFlags & PF_ARTICLE_LIST_CURSOR) != 0; }));
   Press(Qt::Key_Right);
   ASSERT_TRUE(Until([&] { return Article().IsShown() && Lines().IsComplete(); }));
-  ASSERT_EQ(doc->OpenArticle().code, u"");
+  ASSERT_EQ(Seen().article.code, u"");
   Press(Qt::Key_PageDown);
   ASSERT_TRUE(AtRest(kPageStep));
   const auto& bookmarks = doc->GetBookmarks().List(ArticleListKind::kBookmarks).children;

@@ -72,7 +72,7 @@ TEST_F(ConnectionTest, NothingOfAConnectionIsTheNextOnes) {
   EXPECT_EQ(Line().Facts().end.reason, EndReason::kClosedByUser) << "he was on his way out";
   script = std::make_shared<Script>();
   Line().Reconnect();
-  EXPECT_TRUE(doc->OpenArticle() == ArticleInfo() && !Line().Seen().articleOpen && doc->LoginId().empty());
+  EXPECT_TRUE(Seen().article == ArticleInfo() && !Seen().articleOpen && Seen().loginId.empty());
   EXPECT_EQ(doc->Driver().Answer(), AnswerWait::State::kNone);
   ASSERT_TRUE(Settles() && HangsUp());
   EXPECT_EQ(Line().Facts().end.reason, EndReason::kClosedByPeer);

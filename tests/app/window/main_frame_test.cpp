@@ -109,7 +109,7 @@ TEST_F(MainFrameTest, EveryShortcutWorksInTheWindowAndInFullScreen) {
   AnswerDialogs([&] { Strike(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier); },
                 {[](QDialog& dialog) { dialog.reject(); }});
   Strike(Qt::Key_W, Qt::AltModifier);
-  EXPECT_TRUE(doc->Fields().work);
+  EXPECT_TRUE(Fields().work);
   Strike(Qt::Key_F11, Qt::NoModifier);
   EXPECT_FALSE(frame->isFullScreen());
 }
@@ -133,10 +133,10 @@ TEST_F(MainFrameTest, WhatNothingActsOnIsGreyAndItsKeysSayWhy) {
   const QString why = QStringView(kActsNotYet).toString();
   EXPECT_FALSE(item->isEnabled());
   EXPECT_TRUE(item->text().contains(why));
-  const bool before = doc->Fields().ipToName;
+  const bool before = Fields().ipToName;
   EXPECT_TRUE(Strike(Qt::Key_G, Qt::ControlModifier | Qt::ShiftModifier)) << "it is not the BBS's";
   EXPECT_TRUE(View().LastToast().Text().contains(why));
-  EXPECT_EQ(doc->Fields().ipToName, before);
+  EXPECT_EQ(Fields().ipToName, before);
 }
 
 TEST_F(MainFrameTest, WorkModeHasTheMenusOfAnEditorAndEveryShortcut) {
@@ -159,7 +159,7 @@ TEST_F(MainFrameTest, WorkModeHasTheMenusOfAnEditorAndEveryShortcut) {
   Strike(Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier);
   EXPECT_EQ(View().SideList().Shown(), ArticleListKind::kBookmarks);
   FindItem(*frame, u"一般檢視"_qs)->trigger();
-  EXPECT_FALSE(doc->Fields().work);
+  EXPECT_FALSE(Fields().work);
   EXPECT_EQ(shown(), own);
 }
 
