@@ -133,6 +133,18 @@ void Connection::NoteNews(bool news) {
   NoteStatus();
 }
 
+void Connection::CallUser(SignalSound sound) {
+  if (driver_.HasAttention()) return driver_.Signal(sound);
+  driver_.SetAttention(true, sound);
+  NoteStatus();
+}
+
+void Connection::NoteUserHere() {
+  if (!driver_.HasAttention()) return;
+  driver_.SetAttention(false);
+  NoteStatus();
+}
+
 void Connection::NoteStatus() {
   driver_.UpdateStatus();
   emit StatusChanged();

@@ -63,6 +63,10 @@ class Connection : public QObject {
   void NoteLogin(const std::u16string& id);
   // Whether something that the user follows is new.
   void NoteNews(bool news);
+  // Something has happened that the user, who is elsewhere, should know of: each is signalled.
+  void CallUser(SignalSound sound);
+  // He is here.
+  void NoteUserHere();
 
  signals:
   // Before the connection is ended by the user, or replaced: nothing may go on using it.

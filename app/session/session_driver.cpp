@@ -31,8 +31,8 @@ void SessionDriver::Signal(SignalSound sound) {
     signaller_.Beep();
 }
 
-void SessionDriver::SetAttention(bool on) {
-  if (on && !attention_) Signal(SignalSound::kBeep);
+void SessionDriver::SetAttention(bool on, SignalSound sound) {
+  if (on && !attention_) Signal(sound);
   attention_ = on;
   UpdateStatus();
 }

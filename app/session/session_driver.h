@@ -48,8 +48,9 @@ class SessionDriver {
   void OnBell(bool workerRunning);
   void Signal(SignalSound sound);
 
-  // Signals on the rising edge only.
-  void SetAttention(bool on);
+  // Something is new for the user, who is elsewhere, or not any more. Signals on the rising edge only.
+  void SetAttention(bool on, SignalSound sound = SignalSound::kBeep);
+  bool HasAttention() const { return attention_; }
   void SetListHit(bool on);
   bool ListHit() const { return listHit_; }
   void UpdateStatus();

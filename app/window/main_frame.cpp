@@ -112,6 +112,7 @@ void CMainFrame::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   const bool activated = event->type() == QEvent::ActivationChange && isActiveWindow();
   if (activated && QApplication::activeModalWidget() == nullptr) settings_.Refresh();
+  if (activated) connection_.NoteUserHere();
 }
 
 void CMainFrame::ShowOptions() {

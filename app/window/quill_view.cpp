@@ -195,6 +195,9 @@ void CQuillView::ConnectArticle() {
   connect(&push_, &PushController::Said, this, [this](const QString& words) { toast_.Show(words); });
   connect(&push_, &PushController::Notice, this, &CQuillView::ShowNotice);
   connect(&money_, &MoneyController::Notice, this, &CQuillView::ShowNotice);
+  // Both take minutes, which nobody waits out in front of them.
+  connect(&automations_, &Automations::MoneyEnded, this, [this] { CallUser(SignalSound::kBeep); });
+  connect(&automations_, &Automations::PushesEnded, this, [this] { CallUser(SignalSound::kBeep); });
   connect(&doc_.GetBookmarks(), &Bookmarks::Ended, this,
           [this](BookmarkEnd end) { toast_.Show(DescribeBookmarkEnd(end), EmbeddedImage::kBookmarkList); });
 }
@@ -247,8 +250,12 @@ void CQuillView::OnSideButton(SideButton button) {
 
 void CQuillView::TellNews(const ArticleNews& news) {
   toast_.Show(DescribeNews(news), news.edited ? EmbeddedImage::kEdited : EmbeddedImage::kNews);
-  // Who reads here sees it without a sound.
-  if (!isActiveWindow()) doc_.Driver().Signal(SignalSound::kUpdated);
+  CallUser(SignalSound::kUpdated);
+}
+
+// Who reads here sees it without a sound.
+void CQuillView::CallUser(SignalSound sound) {
+  if (!isActiveWindow()) connection_.CallUser(sound);
 }
 
 void CQuillView::AskLogin() {

@@ -138,6 +138,7 @@ class CQuillView : public QWidget {
   void Tick();
   void TellFileProblems();
   void TellNews(const ArticleNews& news);
+  void CallUser(SignalSound sound);
   void ConnectLogin();
   void ConnectArticle();
   void ConnectSideLists();

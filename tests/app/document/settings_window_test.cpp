@@ -110,6 +110,23 @@ TEST_F(SettingsWindowTest, ListsThatHoldSomethingAreNewsUntilTheUserTypes) {
   EXPECT_EQ(doc->Driver().Status(), ConnectionStatus::kQuiet) << "the user does not follow them";
 }
 
+TEST_F(SettingsWindowTest, WhatEndsWhileTheUserIsElsewhereCallsHimUntilHeIsBack) {
+  OpenScript();
+  ASSERT_TRUE(Until([&] { return frame->isActiveWindow(); }));
+  emit doc->GetAutomations().MoneyEnded({});
+  EXPECT_EQ(signaller.flashes, 0) << "he sees it";
+  QWidget elsewhere;
+  elsewhere.show();
+  elsewhere.activateWindow();
+  ASSERT_TRUE(Until([&] { return !frame->isActiveWindow(); }));
+  emit doc->GetAutomations().PushesEnded({});
+  emit doc->GetAutomations().MoneyEnded({});
+  EXPECT_EQ(signaller.flashes, 2);
+  EXPECT_TRUE(frame->windowTitle().startsWith(u"●"));
+  frame->activateWindow();
+  EXPECT_TRUE(Until([&] { return !frame->windowTitle().startsWith(u"●"); }));
+}
+
 TEST_F(SettingsWindowTest, WhatAnotherWindowSavedIsTakenInWithTheKeyboard) {
   ASSERT_TRUE(Until([&] { return frame->isActiveWindow(); }));
   const std::string file = ReadFile(ProgramHome() / kSettingsFile);
