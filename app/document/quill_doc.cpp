@@ -29,7 +29,7 @@ CQuillDoc::CQuillDoc(DocumentParts parts)
       files_(registry_, std::move(parts.folders)),
       settings_(files_, endpoints_.mainHost),
       account_(registry_, std::move(parts.machineTag)),
-      signalSettings_{.flash = [this] { return settings_.Store().Map().Number(u"Basic", u"Flash") != 0; }},
+      signalSettings_{.flash = [this] { return settings_.Fields().flash; }},
       session_(OptionsOf(endpoints_, classifier_, messages_)),
       driver_(session_, signalSettings_, parts.signaller, std::move(parts.clock)),
       connection_(

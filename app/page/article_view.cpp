@@ -63,14 +63,18 @@ ArticleView::ArticleView(const Parts& parts, QWidget& parent)
 
 ArticleView::~ArticleView() = default;
 
+ArticleReadingOptions ReadingOptionsOf(const Settings& settings) {
+  return {.fetchAll = settings.webArticle,
+          .refreshPush = settings.autoRefreshPush,
+          .tellChanges = settings.notifyArticleChanged};
+}
+
 // ---- What comes in
 
 void ArticleView::SetRules(const StyleRules& rules) {
   rules_ = rules;
   ++rulesVersion_;
-  reading_.SetOptions({.fetchAll = rules_.settings->webArticle,
-                       .refreshPush = rules_.settings->autoRefreshPush,
-                       .tellChanges = rules_.settings->notifyArticleChanged});
+  reading_.SetOptions(ReadingOptionsOf(*rules_.settings));
   Follow();
   Review();
 }

@@ -22,6 +22,9 @@
 
 namespace quillet {
 
+// What the user's settings ask of the reading.
+ArticleReadingOptions ReadingOptionsOf(const Settings& settings);
+
 class ArticleView : public QObject {
   Q_OBJECT
 
