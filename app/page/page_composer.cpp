@@ -6,7 +6,7 @@
 #include "input/accepts_text.h"
 #include "platform/clock.h"
 #include "render/style/styled_screen.h"
-#include "settings/track_words.h"
+#include "settings/files/track_words.h"
 
 namespace quillet {
 namespace {

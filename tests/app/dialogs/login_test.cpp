@@ -11,7 +11,7 @@
 
 #include "demo/demo_server.h"
 #include "input/screen_text.h"
-#include "settings/data_files.h"
+#include "settings/files/data_files.h"
 #include "settings/password_seal.h"
 #include "tests/app/dialogs/dialog_answers.h"
 #include "tests/app/window_fixture.h"
