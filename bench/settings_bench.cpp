@@ -14,7 +14,7 @@
 #include <system_error>
 #include <vector>
 
-#include "settings/article_list_file.h"
+#include "settings/files/article_list_file.h"
 #include "settings/setting_table.h"
 #include "settings/settings_store.h"
 

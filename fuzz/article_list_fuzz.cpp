@@ -6,8 +6,8 @@
 #include <tuple>
 #include <vector>
 
-#include "settings/article_list_file.h"
-#include "settings/text_lines.h"
+#include "settings/files/article_list_file.h"
+#include "settings/files/text_lines.h"
 
 namespace quillet {
 namespace {

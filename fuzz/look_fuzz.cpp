@@ -11,8 +11,8 @@
 #include "render/article_bar.h"
 #include "render/row_cells.h"
 #include "render/style/styled_screen.h"
+#include "settings/files/text_lines.h"
 #include "settings/settings_store.h"
-#include "settings/text_lines.h"
 
 #include "fuzz/drawing.h"
 

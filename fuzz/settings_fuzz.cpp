@@ -5,11 +5,11 @@
 #include <cstdlib>
 #include <string>
 
+#include "settings/files/text_lines.h"
 #include "settings/old_settings.h"
 #include "settings/setting_table.h"
 #include "settings/settings_map.h"
 #include "settings/settings_store.h"
-#include "settings/text_lines.h"
 
 namespace quillet {
 namespace {

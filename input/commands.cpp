@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "core/key_sequence.h"
-#include "settings/text_lines.h"
+#include "settings/files/text_lines.h"
 
 namespace quillet {
 namespace {

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "input/key_control.h"
-#include "settings/list_entry.h"
+#include "settings/files/list_entry.h"
 
 namespace quillet {
 

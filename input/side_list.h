@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "settings/article_lists.h"
+#include "settings/files/article_lists.h"
 #include "settings/setting_choices.h"
 
 namespace quillet {

@@ -4,7 +4,7 @@
 #include <limits>
 #include <string_view>
 
-#include "settings/text_lines.h"
+#include "settings/files/text_lines.h"
 
 namespace quillet {
 namespace {

@@ -7,7 +7,7 @@
 
 #include "core/ascii.h"
 #include "core/charset.h"
-#include "settings/text_lines.h"
+#include "settings/files/text_lines.h"
 
 namespace quillet {
 namespace {

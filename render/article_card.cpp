@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "render/age_text.h"
-#include "settings/text_lines.h"
+#include "settings/files/text_lines.h"
 
 namespace quillet {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "settings/article_lists.h"
+#include "settings/files/article_lists.h"
 
 namespace quillet {
 

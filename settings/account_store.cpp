@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "settings/data_files.h"
+#include "settings/files/data_files.h"
 #include "settings/password_seal.h"
 
 namespace quillet {

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "core/ascii.h"
-#include "settings/text_lines.h"
+#include "settings/files/text_lines.h"
 
 namespace quillet {
 namespace {

@@ -2,7 +2,7 @@
 // while it loads.
 #pragma once
 
-#include "settings/name_list.h"
+#include "settings/files/name_list.h"
 #include "settings/settings_map.h"
 
 namespace quillet {

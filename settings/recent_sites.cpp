@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "core/ascii.h"
+#include "settings/files/text_lines.h"
 #include "settings/setting_table.h"
-#include "settings/text_lines.h"
 
 namespace quillet {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "settings/text_lines.h"
+#include "settings/files/text_lines.h"
 
 namespace quillet {
 namespace {

@@ -10,8 +10,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "settings/data_files.h"
-#include "settings/name_list.h"
+#include "settings/files/data_files.h"
+#include "settings/files/name_list.h"
 #include "settings/setting_table.h"
 #include "settings/settings.h"
 #include "settings/settings_map.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "settings/data_files.h"
+#include "settings/files/data_files.h"
 #include "settings/password_seal.h"
 
 namespace quillet {

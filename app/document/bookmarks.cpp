@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "settings/article_list_file.h"
-#include "settings/bookmarks.h"
+#include "settings/files/article_list_file.h"
+#include "settings/files/bookmarks.h"
 
 namespace quillet {
 namespace {

@@ -9,8 +9,8 @@
 
 #include "app/session/automations.h"
 #include "app/session/connection.h"
-#include "settings/article_lists.h"
-#include "settings/data_files.h"
+#include "settings/files/article_lists.h"
+#include "settings/files/data_files.h"
 #include "settings/settings.h"
 
 namespace quillet {

@@ -7,7 +7,7 @@
 #include <QTemporaryDir>
 
 #include "platform/registry.h"
-#include "settings/data_files.h"
+#include "settings/files/data_files.h"
 
 namespace quillet {
 

@@ -5,7 +5,7 @@
 
 #include "platform/clock.h"
 #include "render/style/styled_screen.h"
-#include "settings/track_words.h"
+#include "settings/files/track_words.h"
 
 namespace quillet {
 namespace {

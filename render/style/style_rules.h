@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "bbs/keywords.h"
-#include "settings/name_list.h"
+#include "settings/files/name_list.h"
 #include "settings/settings.h"
 
 namespace quillet {

@@ -6,7 +6,7 @@
 #include <QGroupBox>
 
 #include "settings/dialog/setting_controls.h"
-#include "settings/list_entry.h"
+#include "settings/files/list_entry.h"
 #include "settings/settings_store.h"
 
 class QStackedWidget;

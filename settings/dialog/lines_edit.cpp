@@ -4,7 +4,7 @@
 
 #include <QTextBlock>
 
-#include "settings/text_lines.h"
+#include "settings/files/text_lines.h"
 
 namespace quillet {
 namespace {

@@ -16,7 +16,7 @@
 #include <QSlider>
 #include <QSpinBox>
 
-#include "settings/text_lines.h"
+#include "settings/files/text_lines.h"
 
 namespace quillet {
 namespace {

@@ -5,8 +5,8 @@
 
 #include "bbs/page_flags.h"
 #include "input/answer_gate.h"
+#include "settings/files/text_lines.h"
 #include "settings/setting_table.h"
-#include "settings/text_lines.h"
 #include "tests/support/pages.h"
 #include "tests/support/tables.h"
 

@@ -4,9 +4,9 @@
 #include <random>
 #include <set>
 
+#include "settings/files/text_lines.h"
 #include "settings/setting_table.h"
 #include "settings/settings_store.h"
-#include "settings/text_lines.h"
 
 namespace quillet {
 namespace {

@@ -7,8 +7,8 @@
 #include <thread>
 
 #include "platform/user_file.h"
-#include "settings/article_list_file.h"
-#include "settings/bookmarks.h"
+#include "settings/files/article_list_file.h"
+#include "settings/files/bookmarks.h"
 #include "settings/settings_store.h"
 #include "tests/settings/user_folders.h"
 

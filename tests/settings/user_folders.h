@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "platform/registry.h"
-#include "settings/data_files.h"
+#include "settings/files/data_files.h"
+#include "settings/files/text_lines.h"
 #include "settings/settings_map.h"
-#include "settings/text_lines.h"
 #include "tests/support/scratch_folder.h"
 
 namespace quillet {

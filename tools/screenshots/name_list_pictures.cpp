@@ -1,6 +1,6 @@
 #include "tools/screenshots/name_list_pictures.h"
 
-#include "settings/list_entry.h"
+#include "settings/files/list_entry.h"
 
 namespace quillet {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "demo/demo_server.h"
 #include "input/screen_text.h"
-#include "settings/data_files.h"
+#include "settings/files/data_files.h"
 #include "settings/password_seal.h"
 #include "tests/app/dialogs/dialog_answers.h"
 #include "tests/app/window_fixture.h"
@@ -248,6 +248,7 @@ TEST_F(LoginTest, AnotherConnectionDuringALoginTakesItsPlace) {
   LogInByScript();
   StartDemo();
   LogIn("alice", "wonder");
+  ASSERT_TRUE(Until([&] { return Form() == nullptr; }));
   script = std::make_shared<Script>();
   OpenScript();
   EXPECT_TRUE(doc->GetConnection().IsConnected());

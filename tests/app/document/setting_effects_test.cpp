@@ -188,7 +188,7 @@ TEST_F(SettingEffectsTest, EachRowThatIsActedOnChangesSomethingThatTheProgramUse
   Watch([&] { return PlanLeaving(LeaveFor::kOtherSite, {}, now.leaveMode); });
   Watch([&] { return frame->windowTitle(); });
   Watch([&] { return frame->windowFlags(); });
-  Watch([&] { return View().Buttons().isVisible(); });
+  Watch([&] { return View().Commands().State({}).holds.Has(Condition::kHasSideButtons); });
   Watch([&] {
     return doc->GetBookmarks().WantsCodeOf({.board = u"Cats", .author = u"kagami", .title = u"t"});
   });

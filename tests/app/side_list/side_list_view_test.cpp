@@ -6,7 +6,7 @@
 
 #include "core/key_sequence.h"
 #include "input/key_control.h"
-#include "settings/article_list_file.h"
+#include "settings/files/article_list_file.h"
 #include "tests/app/window_fixture.h"
 
 namespace quillet {

@@ -5,8 +5,8 @@
 
 #include "bbs/push_over_reader.h"
 #include "render/style_colours.h"
+#include "settings/files/text_lines.h"
 #include "settings/setting_table.h"
-#include "settings/text_lines.h"
 #include "tests/render/style/styling.h"
 #include "tests/support/tables.h"
 

@@ -25,8 +25,8 @@
 #include <QWheelEvent>
 
 #include "render/contrast.h"
+#include "settings/files/text_lines.h"
 #include "settings/setting_table.h"
-#include "settings/text_lines.h"
 #include "tests/settings/dialog/dialog_checks.h"
 
 namespace quillet {

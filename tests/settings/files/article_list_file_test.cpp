@@ -1,12 +1,12 @@
-#include "settings/article_list_file.h"
+#include "settings/files/article_list_file.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <random>
 
 #include "platform/utf8.h"
-#include "settings/article_list_merge.h"
-#include "settings/text_lines.h"
+#include "settings/files/article_list_merge.h"
+#include "settings/files/text_lines.h"
 #include "tests/settings/user_folders.h"
 
 namespace quillet {

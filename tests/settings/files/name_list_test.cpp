@@ -1,11 +1,11 @@
-#include "settings/name_list.h"
+#include "settings/files/name_list.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <random>
 
-#include "settings/list_entry.h"
-#include "settings/text_lines.h"
+#include "settings/files/list_entry.h"
+#include "settings/files/text_lines.h"
 
 namespace quillet {
 namespace {

@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "settings/list_entry.h"
+#include "settings/files/list_entry.h"
 
 namespace quillet {
 

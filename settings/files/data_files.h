@@ -16,7 +16,7 @@
 #include "platform/file_lock.h"
 #include "platform/file_problem.h"
 #include "platform/registry.h"
-#include "settings/text_lines.h"
+#include "settings/files/text_lines.h"
 
 namespace quillet {
 

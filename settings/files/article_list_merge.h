@@ -3,7 +3,7 @@
 // (without one, by its time and title), a folder by its name. Pure.
 #pragma once
 
-#include "settings/article_lists.h"
+#include "settings/files/article_lists.h"
 
 namespace quillet {
 

@@ -1,4 +1,4 @@
-#include "settings/text_lines.h"
+#include "settings/files/text_lines.h"
 
 #include <gtest/gtest.h>
 #include <limits>

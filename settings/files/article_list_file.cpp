@@ -1,4 +1,4 @@
-#include "settings/article_list_file.h"
+#include "settings/files/article_list_file.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -7,8 +7,8 @@
 #include <utility>
 #include <variant>
 
-#include "settings/article_list_merge.h"
-#include "settings/text_lines.h"
+#include "settings/files/article_list_merge.h"
+#include "settings/files/text_lines.h"
 
 namespace quillet {
 namespace {

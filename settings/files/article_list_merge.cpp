@@ -1,4 +1,4 @@
-#include "settings/article_list_merge.h"
+#include "settings/files/article_list_merge.h"
 
 #include <algorithm>
 #include <map>
@@ -9,7 +9,7 @@
 #include <variant>
 #include <vector>
 
-#include "settings/bookmarks.h"
+#include "settings/files/bookmarks.h"
 
 namespace quillet {
 namespace {

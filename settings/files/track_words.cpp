@@ -1,4 +1,4 @@
-#include "settings/track_words.h"
+#include "settings/files/track_words.h"
 
 #include <algorithm>
 #include <string_view>

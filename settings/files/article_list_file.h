@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "bbs/article_code.h"
-#include "settings/article_lists.h"
-#include "settings/data_files.h"
+#include "settings/files/article_lists.h"
+#include "settings/files/data_files.h"
 
 namespace quillet {
 

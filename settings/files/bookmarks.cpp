@@ -1,4 +1,4 @@
-#include "settings/bookmarks.h"
+#include "settings/files/bookmarks.h"
 
 #include <algorithm>
 #include <utility>

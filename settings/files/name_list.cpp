@@ -1,10 +1,10 @@
-#include "settings/name_list.h"
+#include "settings/files/name_list.h"
 
 #include <algorithm>
 #include <set>
 #include <utility>
 
-#include "settings/text_lines.h"
+#include "settings/files/text_lines.h"
 
 namespace quillet {
 namespace {

@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-#include "settings/article_lists.h"
+#include "settings/files/article_lists.h"
 
 namespace quillet {
 

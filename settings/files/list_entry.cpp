@@ -1,8 +1,8 @@
-#include "settings/list_entry.h"
+#include "settings/files/list_entry.h"
 
 #include <optional>
 
-#include "settings/text_lines.h"
+#include "settings/files/text_lines.h"
 
 namespace quillet {
 namespace {

@@ -1,4 +1,4 @@
-#include "settings/data_files.h"
+#include "settings/files/data_files.h"
 
 #include <algorithm>
 #include <iterator>
