@@ -72,7 +72,7 @@ void CheckRow(const PageRow& shown, const PageRow& plain) {
 }
 
 void CheckLook(const ScreenSnapshot& screen, UnderstoodPage page, const Wishes& wishes) {
-  MarkKeywords(screen, wishes.rules.keywords, page);
+  KeywordMarks().Mark(screen, wishes.rules.keywords, page);
   const StyledScreen styled = StyleScreen(screen, page, wishes.rules, wishes.postTime);
   int last = -1;
   for (std::size_t row = 0; row < kRows; ++row) {
