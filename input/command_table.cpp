@@ -79,7 +79,7 @@ constexpr std::array<CommandRow, kCommandCount> kTable{{
      .keys = {Both('I')}},
     // Where the keys make a character of the keyboard's layout, that is typed.
     {.command = Command::kSendControlV, .menu = CommandMenu::kEdit, .gap = Gap::kLine,
-     .text = u"傳送 Ctrl+V 給站台(&V)", .keys = {{'V', Modifier::kControlAlt}}, .siteBytes = "\x16",
+     .text = u"傳送 Ctrl+V 給站台(&V)", .keys = {KeyChord{'V', Modifier::kControlAlt}}, .siteBytes = "\x16",
      .needs = {kConnected}},
 
     {.command = Command::kFullScreen, .menu = CommandMenu::kLook, .text = u"全螢幕(&F)",

@@ -1,6 +1,7 @@
 #include "render/article_bar.h"
 
 #include <algorithm>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
