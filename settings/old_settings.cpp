@@ -12,7 +12,7 @@ namespace {
 
 using Words = std::u16string_view;
 
-constexpr Words kBasic = u"Basic";
+constexpr Words kBasicSection = u"Basic";
 constexpr Words kBlack = u"Black";
 constexpr Words kWhite = u"White";
 
@@ -83,20 +83,20 @@ void DropOldLists(SettingsMap& map, const SettingsMap& base) {
 }
 
 void ConvertOldSite(SettingsMap& map) {
-  std::u16string site = map.Text(kBasic, u"Site");
+  std::u16string site = map.Text(kBasicSection, u"Site");
   if (site.find(u"://") != std::u16string::npos) return;
   std::transform(site.begin(), site.end(), site.begin(), AsciiLower<char16_t>);
   const std::size_t colon = site.rfind(u':');
   if (colon == std::u16string::npos || Trimmed(Words(site).substr(colon + 1)) != u"ssh") return;
-  map.Set(kBasic, u"Site", std::u16string(u"ssh://").append(Trimmed(Words(site).substr(0, colon))));
+  map.Set(kBasicSection, u"Site", std::u16string(u"ssh://").append(Trimmed(Words(site).substr(0, colon))));
 }
 
 void ConvertOldKeys(SettingsMap& map) {
   for (const OldSwitch& old : kOldSwitches) {
-    if (map.Text(kBasic, old.key) == u"1")
+    if (map.Text(kBasicSection, old.key) == u"1")
       for (const OldSwitch::Setting& setting : old.settings)
-        if (!setting.key.empty()) map.SetNumber(kBasic, setting.key, setting.value);
-    map.Remove(kBasic, old.key);
+        if (!setting.key.empty()) map.SetNumber(kBasicSection, setting.key, setting.value);
+    map.Remove(kBasicSection, old.key);
   }
 }
 
