@@ -14,7 +14,7 @@ constexpr char16_t kPassword[] = u"quillet";
 
 const TourKey kEnter{Qt::Key_Return, QStringLiteral("\r"), {}};
 const TourKey kRight = NamedKey(Qt::Key_Right);
-const TourKey kLeft = NamedKey(Qt::Key_Left);
+const TourKey kLeftKey = NamedKey(Qt::Key_Left);
 const TourKey kPageDown = NamedKey(Qt::Key_PageDown);
 const TourKey kEnd = NamedKey(Qt::Key_End);
 const TourKey kControlP{Qt::Key_P, QStringLiteral("\x10"), Qt::ControlModifier};
@@ -87,7 +87,7 @@ std::vector<TourStep> Writing() {
 }
 
 std::vector<TourStep> Leaving() {
-  return {{{}, {kLeft}, Shows(u"【主功能表】"_qs), kLeft},
+  return {{{}, {kLeftKey}, Shows(u"【主功能表】"_qs), kLeftKey},
           {"log-out",
            Typed(u"g") + kEnter + Typed(u"y"),
            Shows(u"您確定要離開【 奧拉拉文藝坊 】嗎(Y/N)？[N] y"_qs),
@@ -156,7 +156,7 @@ std::vector<TourStep> StepsToArticle(const QString& words, const QString& name) 
 }
 
 std::vector<TourStep> StepsOutOfArticle() {
-  return {{{}, {kLeft}, Is(PF_ARTICLE_LIST_CURSOR), {}}};
+  return {{{}, {kLeftKey}, Is(PF_ARTICLE_LIST_CURSOR), {}}};
 }
 
 std::vector<TourStep> DemoTour() {
