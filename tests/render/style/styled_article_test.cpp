@@ -187,7 +187,7 @@ TEST_F(StyledArticleTest, FollowingStepByStepEndsWhereReadingAtOnceDoes) {
       [&] {
         lines_.Clear();
         text = ArticleOf({});
-        text[0] = text[1];
+        text[0] = Plain(u"沒有標頭");
       }};
   for (const auto& step : steps) {
     step();
