@@ -43,8 +43,6 @@ bool RowGoesOn(const ScreenRow& row, std::size_t col, std::u16string_view word) 
       ++col;
       unit = table[unit | (col < kCols ? row[col] << 8 : 0)];
     }
-    // What the table does not hold is no character.
-    if (unit == 0) continue;
     if (unit != word[at] && LowerOfBig5(unit) != word[at]) return false;
     ++at;
   }
