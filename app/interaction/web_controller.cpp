@@ -1,5 +1,7 @@
 #include "app/interaction/web_controller.h"
 
+#include <utility>
+
 #include <QUrl>
 
 namespace quillet {
@@ -17,7 +19,17 @@ PanelText DescribeNoBrowser(std::u16string_view address) {
           .onEscape = PanelAction::kDismiss};
 }
 
+QString HostOf(SearchEngine engine, const Endpoints& hosts) {
+  return QUrl(QString::fromStdU16String(SearchAddress(engine, kAnyText, hosts))).host();
+}
+
 }  // namespace
+
+WebController::WebController(const Parts& parts, Handlers handlers)
+    : parts_(parts),
+      handlers_(std::move(handlers)),
+      firstEngine_(HostOf(SearchEngine::kFirst, parts.hosts)),
+      secondEngine_(HostOf(SearchEngine::kSecond, parts.hosts)) {}
 
 void WebController::Open(const TextLink& link) {
   // Without a connection the article is still to be read on the web.
@@ -34,14 +46,6 @@ void WebController::Search(SearchEngine engine, std::u16string_view text) {
 
 void WebController::OpenUserPage(std::u16string_view id) {
   OpenAddress(UserPageAddress(id, parts_.hosts));
-}
-
-bool WebController::HasEngine(SearchEngine engine) const {
-  return !SearchAddress(engine, kAnyText, parts_.hosts).empty();
-}
-
-QString WebController::EngineName(SearchEngine engine) const {
-  return QUrl(QString::fromStdU16String(SearchAddress(engine, kAnyText, parts_.hosts))).host();
 }
 
 void WebController::OpenAddress(std::u16string_view address) {

@@ -5,6 +5,8 @@
 #include <functional>
 #include <string>
 
+#include <QString>
+
 #include "app/messages/session_messages.h"
 #include "app/session/automations.h"
 #include "app/session/connection.h"
@@ -28,7 +30,7 @@ class WebController {
     std::function<void()> beforeJump;            // the client is about to lead the BBS to another article
     std::function<void(const PanelText&)> tell;  // what did not come about
   };
-  WebController(const Parts& parts, Handlers handlers) : parts_(parts), handlers_(std::move(handlers)) {}
+  WebController(const Parts& parts, Handlers handlers);
 
   void Open(const TextLink& link);
   // Nothing for an empty text.
@@ -36,15 +38,19 @@ class WebController {
   void OpenUserPage(std::u16string_view id);
 
   // One is configured.
-  bool HasEngine(SearchEngine engine) const;
+  bool HasEngine(SearchEngine engine) const { return !EngineName(engine).isEmpty(); }
   // The host that a search asks, for its menu entry; empty while there is none.
-  QString EngineName(SearchEngine engine) const;
+  const QString& EngineName(SearchEngine engine) const {
+    return engine == SearchEngine::kFirst ? firstEngine_ : secondEngine_;
+  }
 
  private:
   void OpenAddress(std::u16string_view address);
 
   const Parts parts_;
   Handlers handlers_;
+  // Asked for with every frame.
+  const QString firstEngine_, secondEngine_;
 };
 
 }  // namespace quillet
