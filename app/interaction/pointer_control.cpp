@@ -177,6 +177,10 @@ void PointerControl::OnPictureChanged() {
   Hover();
 }
 
+void PointerControl::OnScreen() {
+  gate_.OnScreen(parts_.screen, SteadyMilliseconds());
+}
+
 void PointerControl::Cancel() {
   if (left_.down) parts_.selection.Release();
   left_ = middle_ = right_ = Held();

@@ -79,6 +79,8 @@ class PointerControl {
   void Decorate(Page& page) const;
   // Another picture lies under the pointer; to be called after each.
   void OnPictureChanged();
+  // The view has taken another screen over.
+  void OnScreen();
   // What is held down means nothing any more: something has come over the terminal, or the focus is gone.
   void Cancel();
   // The cell (its row that of the picture) that the pointer is over.

@@ -156,6 +156,7 @@ void ViewHands::OnUserTypes() {
 }
 
 void ViewHands::OnScreen() {
+  pointer_.OnScreen();
   clipboard_.OnScreen();
   articleCommands_.OnScreen();
 }

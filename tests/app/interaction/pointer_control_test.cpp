@@ -46,6 +46,7 @@ struct Terminal {
     composer.Compose(screen, page, false, frame);
     surface.Refresh(frame);
     pointer.OnPictureChanged();
+    pointer.OnScreen();
   }
 
   QWidget widget;
@@ -217,6 +218,10 @@ TEST_F(PointerControlTest, APageThatHasBeenClickedAwayIsNotClickedAgain) {
   terminal->Show(List(8));
   Click(At(9, 30));
   EXPECT_EQ(sent.size(), 2u);
+  terminal->Show(List(9));
+  terminal->Show(List(8));
+  Click(At(9, 30));
+  EXPECT_EQ(sent.size(), 3u) << "the BBS has been there and back";
 }
 
 TEST_F(PointerControlTest, APageWithItsCursorInTheSamePlaceIsAnotherOneToo) {
