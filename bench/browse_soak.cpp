@@ -25,7 +25,7 @@
 #include "bbs/page_flags.h"
 #include "core/charset.h"
 #include "demo/content_loader.h"
-#include "input/screen_text.h"
+#include "input/text/screen_text.h"
 
 #include "tools/screenshots/demo_run.h"
 

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include "bbs/article_info.h"
+#include "bbs/article/article_info.h"
 #include "bbs/keywords.h"
 #include "bbs/page_understanding.h"
 #include "bbs/screen_classifier.h"

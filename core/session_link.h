@@ -14,7 +14,7 @@
 #include <thread>
 
 #include "core/send_queue.h"
-#include "core/transport.h"
+#include "core/transport/transport.h"
 #include "platform/socket.h"
 
 namespace quillet {

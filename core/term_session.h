@@ -23,7 +23,7 @@
 #include "core/session_state.h"
 #include "core/site_address.h"
 #include "core/term_screen.h"
-#include "core/transport.h"
+#include "core/transport/transport.h"
 
 namespace quillet {
 

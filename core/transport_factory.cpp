@@ -1,6 +1,6 @@
 #include "core/transport_factory.h"
 
-#include "core/telnet_transport.h"
+#include "core/transport/telnet_transport.h"
 
 namespace quillet {
 

@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "core/site_address.h"
-#include "core/transport.h"
+#include "core/transport/transport.h"
 
 namespace quillet {
 

@@ -37,10 +37,10 @@ int DrawMessage(Canvas& canvas, const InstantMessage& message) {
 
 }  // namespace
 
-Client::Client(World& world, const House& house, std::unique_ptr<Socket> socket, ClientOptions options)
+Client::Client(World& world, const House& house, std::unique_ptr<Wire> wire, ClientOptions options)
     : world_(world),
       house_(house),
-      socket_(std::move(socket)),
+      wire_(std::move(wire)),
       options_(std::move(options)),
       splitter_(options_.writes, options_.seed),
       thread_([this] { Run(); }) {}
@@ -56,8 +56,15 @@ void Client::Stop() {
 }
 
 void Client::Run() {
-  std::thread receiver([this] { Receive(); });
   Log("connected");
+  if (wire_->Open(stop_)) Serve();
+  wire_->Close();
+  Log("closed");
+  finished_ = true;
+}
+
+void Client::Serve() {
+  std::thread receiver([this] { Receive(); });
   Open(std::make_unique<LoginPage>(*this));
   while (Show() && !hungUp_) {
     const Mailbox::Contents contents = mailbox_->Take(Deadline());
@@ -66,16 +73,12 @@ void Client::Run() {
   }
   Stop();
   receiver.join();
-  socket_->Close();
   if (session_ != 0) world_.Leave(session_);
-  Log("closed");
-  finished_ = true;
 }
 
 void Client::Receive() {
   std::array<std::uint8_t, kReceiveBuffer> buffer;
-  std::size_t count = 0;
-  while (socket_->Receive(buffer, count, stop_) == Socket::Result::kOk)
+  while (const std::size_t count = wire_->Receive(buffer, stop_))
     if (!mailbox_->PutBytes({reinterpret_cast<const char*>(buffer.data()), count})) return;
   mailbox_->Close(CloseOrder::kConnectionLost);
 }
@@ -190,8 +193,7 @@ bool Client::Show() {
 }
 
 bool Client::Send(std::string_view bytes) {
-  std::size_t count = 0;
-  return socket_->Send(Bytes(bytes), count, stop_) == Socket::Result::kOk;
+  return wire_->Send(Bytes(bytes), stop_);
 }
 
 void Client::Log(const std::string& line) const {

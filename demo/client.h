@@ -13,8 +13,8 @@
 
 #include "demo/page.h"
 #include "demo/terminal_writer.h"
+#include "demo/wires/wire.h"
 #include "demo/write_splitter.h"
-#include "platform/socket.h"
 
 namespace quillet::demo {
 
@@ -26,7 +26,7 @@ struct ClientOptions {
 
 class Client final : public PageHost {
  public:
-  Client(World& world, const House& house, std::unique_ptr<Socket> socket, ClientOptions options);
+  Client(World& world, const House& house, std::unique_ptr<Wire> wire, ClientOptions options);
   ~Client() override;  // stops and joins
 
   void Stop();
@@ -47,6 +47,7 @@ class Client final : public PageHost {
 
  private:
   void Run();
+  void Serve();
   void Receive();
   void Handle(const Mailbox::Contents& contents);
   void OnKey(const Key& key);
@@ -60,7 +61,7 @@ class Client final : public PageHost {
 
   World& world_;
   const House& house_;
-  std::unique_ptr<Socket> socket_;
+  std::unique_ptr<Wire> wire_;
   ClientOptions options_;
   StopSignal stop_;
   std::shared_ptr<Mailbox> mailbox_ = std::make_shared<Mailbox>();

@@ -2,13 +2,15 @@
 
 #include <algorithm>
 #include <list>
+#include <mutex>
 #include <thread>
+#include <vector>
 
 #include "core/endpoints.h"
 #include "demo/client.h"
 #include "demo/content_loader.h"
+#include "demo/wires/telnet_door.h"
 #include "demo/world.h"
-#include "platform/socket.h"
 
 namespace quillet {
 namespace {
@@ -31,12 +33,16 @@ struct DemoServer::Impl {
   std::unique_ptr<demo::World> world;
   demo::House house;
   StopSignal stop;
-  Listener listener;
-  std::list<demo::Client> clients;  // accepting thread only, until it is joined
-  std::thread acceptor;
+  std::unique_ptr<demo::Door> telnet;
+  std::mutex clientsLock;
+  std::list<demo::Client> clients;  // guarded by clientsLock
+  std::uint32_t nextSeed = 0;       // guarded by clientsLock
+  std::vector<std::thread> acceptors;
 
   void Start();
-  void Accept();
+  void Listen(demo::OpenedDoor opened, std::unique_ptr<demo::Door>& door);
+  void Accept(demo::Door& door);
+  void Serve(std::unique_ptr<demo::Wire> wire);
 };
 
 void DemoServer::Impl::Start() {
@@ -50,26 +56,34 @@ void DemoServer::Impl::Start() {
   }
   world = std::make_unique<demo::World>(std::move(content));
   house = {options.hostName, options.webHost, options.contentFolder};
-  if (!listener.Open(ResolvedAddress::Family::kIpv4, options.port)) {
-    error = "cannot listen on port " + std::to_string(options.port) + ": " + listener.LastError();
-    return;
-  }
-  acceptor = std::thread([this] { Accept(); });
+  nextSeed = options.seed;
+  Listen(demo::OpenTelnetDoor(options.port), telnet);
 }
 
-void DemoServer::Impl::Accept() {
-  std::uint32_t seed = options.seed;
-  while (!stop.IsSet()) {
-    auto socket = listener.Accept(stop);
-    if (!socket) {
-      stop.WaitFor(kRetryMilliseconds);  // out of handles, perhaps not for long
-      continue;
-    }
-    clients.remove_if([](const demo::Client& client) { return client.Finished(); });
-    if (clients.size() >= kMostClients) continue;  // closed at once
-    clients.emplace_back(*world, house, std::move(socket),
-                         demo::ClientOptions{options.writes, seed++, options.log});
+void DemoServer::Impl::Listen(demo::OpenedDoor opened, std::unique_ptr<demo::Door>& door) {
+  if (!opened.door) {
+    if (error.empty()) error = std::move(opened.error);
+    return;
   }
+  door = std::move(opened.door);
+  acceptors.emplace_back([this, &door] { Accept(*door); });
+}
+
+void DemoServer::Impl::Accept(demo::Door& door) {
+  while (!stop.IsSet()) {
+    if (auto wire = door.Accept(stop))
+      Serve(std::move(wire));
+    else
+      stop.WaitFor(kRetryMilliseconds);  // out of handles, perhaps not for long
+  }
+}
+
+void DemoServer::Impl::Serve(std::unique_ptr<demo::Wire> wire) {
+  std::lock_guard lock(clientsLock);
+  clients.remove_if([](const demo::Client& client) { return client.Finished(); });
+  if (clients.size() >= kMostClients) return;  // closed at once
+  clients.emplace_back(*world, house, std::move(wire),
+                       demo::ClientOptions{options.writes, nextSeed++, options.log});
 }
 
 DemoServer::DemoServer(DemoOptions options) : impl_(std::make_unique<Impl>()) {
@@ -79,7 +93,8 @@ DemoServer::DemoServer(DemoOptions options) : impl_(std::make_unique<Impl>()) {
 
 DemoServer::~DemoServer() {
   impl_->stop.Set();
-  if (impl_->acceptor.joinable()) impl_->acceptor.join();
+  for (std::thread& acceptor : impl_->acceptors)
+    acceptor.join();
   for (demo::Client& client : impl_->clients)
     client.Stop();
   impl_->clients.clear();
@@ -90,11 +105,11 @@ const std::string& DemoServer::Error() const {
 }
 
 std::uint16_t DemoServer::Port() const {
-  return impl_->listener.Port();
+  return impl_->telnet ? impl_->telnet->Port() : 0;
 }
 
 std::string DemoServer::Address() const {
-  return "telnet://127.0.0.1:" + std::to_string(Port());
+  return impl_->telnet ? impl_->telnet->Address() : std::string();
 }
 
 }  // namespace quillet

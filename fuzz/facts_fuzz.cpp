@@ -6,13 +6,13 @@
 #include <string_view>
 #include <vector>
 
+#include "bbs/article/article_info.h"
+#include "bbs/article/push_over_reader.h"
 #include "bbs/article_code.h"
-#include "bbs/article_info.h"
 #include "bbs/end_lines.h"
 #include "bbs/keywords.h"
 #include "bbs/page_facts.h"
 #include "bbs/page_understanding.h"
-#include "bbs/push_over_reader.h"
 #include "bbs/screen_classifier.h"
 #include "bbs/screen_fields.h"
 #include "core/charset.h"

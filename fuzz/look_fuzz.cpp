@@ -7,7 +7,7 @@
 #include "bbs/page_understanding.h"
 #include "bbs/screen_classifier.h"
 #include "core/charset.h"
-#include "input/id_at.h"
+#include "input/text/id_at.h"
 #include "render/article_bar.h"
 #include "render/row_cells.h"
 #include "render/style/styled_screen.h"

@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "bbs/understood_page.h"
-#include "input/commands.h"
-#include "input/key_press.h"
+#include "input/commands/commands.h"
+#include "input/commands/key_press.h"
 
 namespace quillet {
 

@@ -9,9 +9,9 @@
 #include "bbs/page_flags.h"
 #include "core/key_sequence.h"
 #include "input/article_paging.h"
-#include "input/line_characters.h"
 #include "input/line_keys.h"
 #include "input/reader_reach.h"
+#include "input/text/line_characters.h"
 
 namespace quillet {
 namespace {

@@ -2,7 +2,7 @@
 // user-interface thread.
 #pragma once
 
-#include "input/commands.h"
+#include "input/commands/commands.h"
 #include "input/mouse_scheme.h"
 
 namespace quillet {

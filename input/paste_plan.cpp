@@ -9,7 +9,7 @@
 namespace quillet {
 namespace {
 
-constexpr char16_t kEnter = u'\r';
+constexpr char16_t kEnterKey = u'\r';
 constexpr std::size_t kPreviewLines = 3;
 constexpr std::size_t kPreviewUnits = 36;
 constexpr std::size_t kLongestLink = 8 * 1024;
@@ -28,9 +28,9 @@ std::u16string ShortenedLine(std::u16string_view line) {
 PastePlan PlanElsewhere(std::u16string clean) {
   const std::u16string_view line = WithoutLineEnds(clean);
   if (line.empty()) return {};
-  if (line.find(kEnter) == std::u16string_view::npos)
+  if (line.find(kEnterKey) == std::u16string_view::npos)
     return {.way = PasteWay::kSend, .text = std::u16string(line)};
-  if (clean.back() == kEnter) clean.pop_back();
+  if (clean.back() == kEnterKey) clean.pop_back();
   return {.way = PasteWay::kAsk, .text = std::move(clean)};
 }
 
@@ -50,16 +50,16 @@ PastePlan PlanPaste(std::u16string_view clipboard, PastePlace place, Wrap editor
 }
 
 std::u16string FirstLine(std::u16string_view clean) {
-  const std::size_t begin = std::min(clean.find_first_not_of(kEnter), clean.size());
+  const std::size_t begin = std::min(clean.find_first_not_of(kEnterKey), clean.size());
   const std::u16string_view rest = clean.substr(begin);
-  return std::u16string(rest.substr(0, rest.find(kEnter)));
+  return std::u16string(rest.substr(0, rest.find(kEnterKey)));
 }
 
 std::u16string PastePreview(std::u16string_view clean) {
   std::u16string preview;
   for (std::size_t lines = 0; !clean.empty(); ++lines) {
     if (lines == kPreviewLines) return preview + u"…\n";
-    const std::size_t end = std::min(clean.find(kEnter), clean.size());
+    const std::size_t end = std::min(clean.find(kEnterKey), clean.size());
     preview += ShortenedLine(clean.substr(0, end)) + u"\n";
     clean.remove_prefix(std::min(end + 1, clean.size()));
   }

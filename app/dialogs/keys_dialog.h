@@ -5,7 +5,7 @@
 
 #include <QDialog>
 
-#include "input/command_help.h"
+#include "input/commands/command_help.h"
 
 namespace quillet {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "bbs/article_info.h"
+#include "bbs/article/article_info.h"
 #include "bbs/understood_page.h"
 
 namespace quillet {

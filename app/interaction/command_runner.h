@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "input/commands.h"
-#include "input/text_link.h"
+#include "input/commands/commands.h"
+#include "input/text/text_link.h"
 
 namespace quillet {
 

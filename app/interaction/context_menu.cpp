@@ -2,7 +2,7 @@
 
 #include <QMenu>
 
-#include "app/interaction/link_hover.h"
+#include "app/interaction/pointer/link_hover.h"
 
 namespace quillet {
 namespace {

@@ -10,7 +10,7 @@
 #include <QWidget>
 
 #include "app/interaction/command_runner.h"
-#include "input/text_link.h"
+#include "input/text/text_link.h"
 
 namespace quillet {
 

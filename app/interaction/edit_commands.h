@@ -6,12 +6,12 @@
 #include <utility>
 
 #include "app/document/user_settings.h"
-#include "app/interaction/clipboard_controller.h"
+#include "app/interaction/clipboard/clipboard_controller.h"
 #include "app/interaction/command_runner.h"
-#include "app/interaction/selection_control.h"
+#include "app/interaction/pointer/selection_control.h"
 #include "app/interaction/web_controller.h"
 #include "app/page/shown_text.h"
-#include "input/text_link.h"
+#include "input/text/text_link.h"
 
 namespace quillet {
 

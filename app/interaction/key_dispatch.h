@@ -11,8 +11,8 @@
 #include "app/session/automations.h"
 #include "app/session/connection.h"
 #include "input/key_control.h"
-#include "input/lost_characters.h"
 #include "input/mouse_scheme.h"
+#include "input/text/lost_characters.h"
 
 namespace quillet {
 

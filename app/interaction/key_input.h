@@ -12,8 +12,8 @@
 
 #include "app/interaction/key_dispatch.h"
 #include "app/interaction/name_keys.h"
+#include "app/interaction/pointer/selection_control.h"
 #include "app/interaction/search_controller.h"
-#include "app/interaction/selection_control.h"
 #include "app/interaction/target_finder.h"
 #include "app/overlay/overlay_stack.h"
 #include "app/page/article_view.h"

@@ -11,7 +11,7 @@
 #include "app/overlay/search_bar.h"
 #include "app/page/article_view.h"
 #include "app/page/picture_lines.h"
-#include "input/article_search.h"
+#include "input/text/article_search.h"
 #include "render/page_row.h"
 
 namespace quillet {

@@ -1,7 +1,7 @@
 #include "app/interaction/target_finder.h"
 
 #include "app/interaction/author_at_cursor.h"
-#include "input/id_at.h"
+#include "input/text/id_at.h"
 
 namespace quillet {
 

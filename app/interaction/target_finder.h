@@ -5,8 +5,8 @@
 #include <string>
 
 #include "app/interaction/command_runner.h"
-#include "app/interaction/link_hover.h"
-#include "app/interaction/pointer_control.h"
+#include "app/interaction/pointer/link_hover.h"
+#include "app/interaction/pointer/pointer_control.h"
 #include "app/page/article_view.h"
 #include "app/page/page_composer.h"
 #include "app/page/shown_text.h"

@@ -11,8 +11,8 @@
 #include "app/session/automations.h"
 #include "app/session/connection.h"
 #include "core/endpoints.h"
-#include "input/text_link.h"
-#include "input/web_commands.h"
+#include "input/text/text_link.h"
+#include "input/text/web_commands.h"
 #include "platform/opener.h"
 
 namespace quillet {

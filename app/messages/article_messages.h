@@ -5,7 +5,7 @@
 
 #include "app/messages/panel_text.h"
 #include "app/session/session_facts.h"
-#include "bbs/article_reading.h"
+#include "bbs/article/article_reading.h"
 
 namespace quillet {
 

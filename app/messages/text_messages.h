@@ -7,8 +7,8 @@
 #include <QString>
 
 #include "core/term_session.h"
-#include "input/lost_characters.h"
 #include "input/paste_plan.h"
+#include "input/text/lost_characters.h"
 
 namespace quillet {
 

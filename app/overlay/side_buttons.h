@@ -10,7 +10,7 @@
 #include <QWidget>
 
 #include "app/overlay/side_room.h"
-#include "input/commands.h"
+#include "input/commands/commands.h"
 #include "render/paint/embedded_images.h"
 
 namespace quillet {

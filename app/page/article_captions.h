@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "input/commands.h"
+#include "input/commands/commands.h"
 #include "render/article_bar.h"
 
 namespace quillet {

@@ -13,9 +13,9 @@
 
 #include "app/document/bookmarks.h"
 #include "app/page/article_scroll_bar.h"
-#include "bbs/article_reading.h"
+#include "bbs/article/article_reading.h"
 #include "input/article_paging.h"
-#include "input/commands.h"
+#include "input/commands/commands.h"
 #include "render/article_bar.h"
 #include "render/paint/frame_painter.h"
 #include "render/style/styled_article.h"

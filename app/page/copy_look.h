@@ -4,7 +4,7 @@
 #pragma once
 
 #include "app/page/shown_text.h"
-#include "input/copy_text.h"
+#include "input/text/copy_text.h"
 #include "settings/display_settings.h"
 
 namespace quillet {

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "bbs/link_places.h"
-#include "input/selectable_text.h"
+#include "input/text/selectable_text.h"
 
 namespace quillet {
 

@@ -4,7 +4,7 @@
 
 #include "bbs/automation/article_code_question.h"
 #include "bbs/automation/log_out.h"
-#include "input/screen_text.h"
+#include "input/text/screen_text.h"
 
 namespace quillet {
 namespace {

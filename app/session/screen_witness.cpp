@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "bbs/article/push_over_reader.h"
 #include "bbs/page_flags.h"
-#include "bbs/push_over_reader.h"
 #include "core/session_state.h"
 
 namespace quillet {

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "app/session/login_id_watch.h"
-#include "bbs/article_info.h"
+#include "bbs/article/article_info.h"
+#include "bbs/article/push_watch.h"
 #include "bbs/page_understanding.h"
-#include "bbs/push_watch.h"
 #include "core/screen_snapshot.h"
 #include "core/screen_watcher.h"
 

@@ -7,7 +7,7 @@
 #include <QString>
 
 #include "core/session_state.h"
-#include "core/transport.h"
+#include "core/transport/transport.h"
 
 namespace quillet {
 

@@ -8,7 +8,7 @@
 #include <QString>
 
 #include "core/endpoints.h"
-#include "core/transport.h"
+#include "core/transport/transport.h"
 
 namespace quillet {
 

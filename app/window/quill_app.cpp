@@ -8,7 +8,7 @@
 #include "app/document/resources.h"
 #include "app/window/toolkit.h"
 #include "app/window/window_signaller.h"
-#include "core/replay_transport.h"
+#include "core/transport/replay_transport.h"
 
 namespace quillet {
 namespace {

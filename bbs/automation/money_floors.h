@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "bbs/article_lines.h"
+#include "bbs/article/article_lines.h"
 
 namespace quillet {
 

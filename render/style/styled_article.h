@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "bbs/article_lines.h"
+#include "bbs/article/article_lines.h"
 #include "bbs/push_line.h"
 #include "render/page_row.h"
 #include "render/style/style_rules.h"

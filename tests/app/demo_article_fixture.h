@@ -11,7 +11,7 @@
 #include "bbs/page_flags.h"
 #include "core/charset.h"
 #include "demo/demo_server.h"
-#include "input/screen_text.h"
+#include "input/text/screen_text.h"
 #include "tests/app/window_fixture.h"
 
 namespace quillet {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "core/charset.h"
-#include "input/selectable_text.h"
+#include "input/text/selectable_text.h"
 
 namespace quillet {
 

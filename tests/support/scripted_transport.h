@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "core/transport.h"
+#include "core/transport/transport.h"
 #include "platform/socket.h"
 
 namespace quillet {

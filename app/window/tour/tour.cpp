@@ -9,7 +9,7 @@
 #include <QTimer>
 #include <QWindow>
 
-#include "input/screen_text.h"
+#include "input/text/screen_text.h"
 
 namespace quillet {
 namespace {

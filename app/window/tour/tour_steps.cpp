@@ -1,7 +1,7 @@
 #include "app/window/tour/tour_steps.h"
 
 #include "bbs/page_flags.h"
-#include "input/screen_text.h"
+#include "input/text/screen_text.h"
 
 namespace quillet {
 namespace {

@@ -11,7 +11,7 @@
 #include "app/dialogs/jump_dialog.h"
 #include "app/dialogs/keys_dialog.h"
 #include "app/dialogs/push_on_dlg.h"
-#include "app/interaction/paste_question.h"
+#include "app/interaction/clipboard/paste_question.h"
 #include "app/messages/text_messages.h"
 #include "settings/dialog/add_black_dlg.h"
 #include "settings/dialog/dialog_room.h"

@@ -4,7 +4,7 @@
 #include <QLineEdit>
 
 #include "demo/demo_server.h"
-#include "input/screen_text.h"
+#include "input/text/screen_text.h"
 #include "settings/files/data_files.h"
 #include "settings/password_seal.h"
 #include "tests/app/dialogs/dialog_answers.h"

@@ -2,7 +2,7 @@
 #include <QTemporaryDir>
 
 #include "demo/demo_server.h"
-#include "input/screen_text.h"
+#include "input/text/screen_text.h"
 #include "tests/app/window_fixture.h"
 
 namespace quillet {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <map>
 
-#include "tests/bbs/article_bbs.h"
+#include "tests/bbs/article/article_bbs.h"
 #include "tests/support/tables.h"
 #include "tests/support/understanding.h"
 

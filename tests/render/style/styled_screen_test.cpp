@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 
-#include "bbs/push_over_reader.h"
+#include "bbs/article/push_over_reader.h"
 #include "render/style_colours.h"
 #include "settings/files/text_lines.h"
 #include "settings/setting_table.h"
