@@ -13,16 +13,17 @@ QString Cell(const std::u16string& text) {
   return u"<td style=\"padding-right: 24px\">%1</td>"_qs.arg(QString::fromStdU16String(text).toHtmlEscaped());
 }
 
+// One table for all, so that the keys of all groups stand below one another.
 QString PageOf(const std::vector<HelpGroup>& groups) {
-  QString page;
+  QString page = u"<table>"_qs;
   for (const HelpGroup& group : groups) {
-    page += u"<h4>%1</h4><table>"_qs.arg(QString::fromStdU16String(group.title).toHtmlEscaped());
+    page += u"<tr><td colspan=\"3\" style=\"padding-top: 12px\"><b>%1</b></td></tr>"_qs.arg(
+        QString::fromStdU16String(group.title).toHtmlEscaped());
     for (const HelpLine& line : group.lines)
       page += u"<tr>%1%2%3</tr>"_qs.arg(Cell(line.name), Cell(line.keys),
                                         Cell(line.alone.empty() ? line.alone : u"讀文章時 " + line.alone));
-    page += u"</table>"_qs;
   }
-  return page;
+  return page + u"</table>"_qs;
 }
 
 }  // namespace
