@@ -67,7 +67,7 @@ void TermSession::StartConnect(std::string_view address, ConnectTraits traits) {
   RecogniseHost();
   std::unique_ptr<Transport> transport;
   try {
-    transport = MakeTransport(parsed.address);
+    transport = MakeTransport(parsed.address, traits.hostKey);
   } catch (const std::system_error& error) {
     return Fail(EndReason::kConnectFailed, error.what());
   }

@@ -23,6 +23,7 @@
 #include "core/session_state.h"
 #include "core/site_address.h"
 #include "core/term_screen.h"
+#include "core/transport/host_key.h"
 #include "core/transport/transport.h"
 
 namespace quillet {
@@ -44,8 +45,9 @@ struct SessionOptions {
 
 // What the caller of Connect knows about the connection that no address says.
 struct ConnectTraits {
-  bool isBbs = false;      // the site is the BBS, whatever its name: the embedded demo's
-  bool autoLogin = false;  // the login dialogue may be answered
+  bool isBbs = false;         // the site is the BBS, whatever its name: the embedded demo's
+  bool autoLogin = false;     // the login dialogue may be answered
+  HostKeyQuestion hostKey{};  // asked before anything is typed where the way to the site knows such keys
 };
 
 class TermSession : private TransportEvents {

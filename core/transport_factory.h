@@ -5,12 +5,13 @@
 #include <memory>
 
 #include "core/site_address.h"
+#include "core/transport/host_key.h"
 #include "core/transport/transport.h"
 
 namespace quillet {
 
 // Null for a kind that is not part of this build. Throws std::system_error when the system has no handles
-// left.
-std::unique_ptr<Transport> MakeTransport(const SiteAddress& address);
+// left. `hostKey` is asked where the way to the site knows such keys.
+std::unique_ptr<Transport> MakeTransport(const SiteAddress& address, HostKeyQuestion hostKey = {});
 
 }  // namespace quillet

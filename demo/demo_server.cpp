@@ -9,6 +9,7 @@
 #include "core/endpoints.h"
 #include "demo/client.h"
 #include "demo/content_loader.h"
+#include "demo/wires/ssh_door.h"
 #include "demo/wires/telnet_door.h"
 #include "demo/world.h"
 
@@ -34,6 +35,7 @@ struct DemoServer::Impl {
   demo::House house;
   StopSignal stop;
   std::unique_ptr<demo::Door> telnet;
+  std::unique_ptr<demo::Door> ssh;
   std::mutex clientsLock;
   std::list<demo::Client> clients;  // guarded by clientsLock
   std::uint32_t nextSeed = 0;       // guarded by clientsLock
@@ -58,6 +60,7 @@ void DemoServer::Impl::Start() {
   house = {options.hostName, options.webHost, options.contentFolder};
   nextSeed = options.seed;
   Listen(demo::OpenTelnetDoor(options.port), telnet);
+  if (options.sshPort) Listen(demo::OpenSshDoor(*options.sshPort), ssh);
 }
 
 void DemoServer::Impl::Listen(demo::OpenedDoor opened, std::unique_ptr<demo::Door>& door) {
@@ -106,6 +109,17 @@ const std::string& DemoServer::Error() const {
 
 std::uint16_t DemoServer::Port() const {
   return impl_->telnet ? impl_->telnet->Port() : 0;
+}
+
+std::uint16_t DemoServer::SshPort() const {
+  return impl_->ssh ? impl_->ssh->Port() : 0;
+}
+
+std::vector<std::string> DemoServer::Addresses() const {
+  std::vector<std::string> all;
+  for (const demo::Door* door : {impl_->telnet.get(), impl_->ssh.get()})
+    if (door != nullptr) all.push_back(door->Address());
+  return all;
 }
 
 std::string DemoServer::Address() const {

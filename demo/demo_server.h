@@ -7,16 +7,19 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillet {
 
 struct Endpoints;
 
 struct DemoOptions {
-  std::filesystem::path contentFolder;  // holds boards/, users.txt and the screens
-  std::uint16_t port = 0;               // 0: the system chooses
+  std::filesystem::path contentFolder;   // holds boards/, users.txt and the screens
+  std::uint16_t port = 0;                // for telnet; 0: the system chooses
+  std::optional<std::uint16_t> sshPort;  // the same for SSH, which is served when there is one
   // How the bytes are cut into writes. kAsBbs splits as a busy BBS does, inside sequences and characters too.
   enum class Writes { kWhole, kAsBbs, kEveryByte } writes = Writes::kAsBbs;
   std::uint32_t seed = 1;                     // of the splits and of everything else that looks random
@@ -39,8 +42,11 @@ class DemoServer {
   // Empty when the server listens; otherwise says what could not be read or opened, and where.
   const std::string& Error() const;
   std::uint16_t Port() const;
+  std::uint16_t SshPort() const;  // 0 when SSH is not served
   // "telnet://127.0.0.1:PORT"
   std::string Address() const;
+  // Of every road that is served, telnet first.
+  std::vector<std::string> Addresses() const;
 
  private:
   struct Impl;

@@ -24,7 +24,7 @@ void OnSignal(int) {
 }
 
 constexpr const char* kUsage =
-    "usage: demo_bbs [--port N] [--content FOLDER] [--once-writes whole|bbs|byte]\n";
+    "usage: demo_bbs [--port N] [--ssh-port N] [--content FOLDER] [--once-writes whole|bbs|byte]\n";
 constexpr auto kSignalPoll = std::chrono::milliseconds(100);
 
 std::optional<quillet::DemoOptions::Writes> WritesNamed(const std::string& name) {
@@ -35,6 +35,12 @@ std::optional<quillet::DemoOptions::Writes> WritesNamed(const std::string& name)
   return std::nullopt;
 }
 
+bool ReadPort(const std::string& value, std::uint16_t& port) {
+  const char* const end = value.data() + value.size();
+  const auto [rest, error] = std::from_chars(value.data(), end, port);
+  return error == std::errc() && rest == end;
+}
+
 // Every option takes a value. False for anything that is not understood.
 bool ReadArguments(int count, char** arguments, quillet::DemoOptions& options) {
   for (int i = 1; i < count; i += 2) {
@@ -42,9 +48,9 @@ bool ReadArguments(int count, char** arguments, quillet::DemoOptions& options) {
     const std::string name = arguments[i];
     const std::string value = arguments[i + 1];
     if (name == "--port") {
-      const char* const end = value.data() + value.size();
-      const auto [rest, error] = std::from_chars(value.data(), end, options.port);
-      if (error != std::errc() || rest != end) return false;
+      if (!ReadPort(value, options.port)) return false;
+    } else if (name == "--ssh-port") {
+      if (!ReadPort(value, options.sshPort.emplace())) return false;
     } else if (name == "--content") {
       options.contentFolder = value;
     } else if (name == "--once-writes") {
@@ -84,7 +90,8 @@ int main(int count, char** arguments) {
     std::fprintf(stderr, "demo_bbs: %s\n", server.Error().c_str());
     return 1;
   }
-  std::printf("%s\n", server.Address().c_str());
+  for (const std::string& address : server.Addresses())
+    std::printf("%s\n", address.c_str());
   std::fflush(stdout);
   while (!interrupted)
     std::this_thread::sleep_for(kSignalPoll);

@@ -9,6 +9,7 @@
 
 #include "platform/host_port.h"
 #include "platform/socket_steps.h"
+#include "platform/socket_tuning.h"
 
 namespace quillet {
 namespace {
@@ -18,11 +19,6 @@ constexpr int kShortageInterval = 50;  // milliseconds
 void SetFlag(SocketHandle handle, int level, int name) {
   const int on = 1;
   setsockopt(handle, level, name, reinterpret_cast<const char*>(&on), sizeof on);
-}
-
-// A key is sent as soon as it is pressed.
-void SendAtOnce(SocketHandle handle) {
-  SetFlag(handle, IPPROTO_TCP, TCP_NODELAY);
 }
 
 // How a connect that was under way went; 0 when well.
@@ -159,7 +155,7 @@ Socket::Result Socket::Connect(const ResolvedAddress& address, const StopSignal&
     Close();
     return impl_->Fail(fault);
   }
-  SendAtOnce(impl_->handle);
+  TuneStream(impl_->handle);
   return Result::kOk;
 }
 
@@ -195,6 +191,10 @@ void Socket::Shutdown() {
 
 void Socket::Close() {
   if (IsOpen()) CloseSocket(std::exchange(impl_->handle, kNoSocket));
+}
+
+NativeSocket Socket::Release() {
+  return impl_ ? std::exchange(impl_->handle, kNoSocket) : kNoSocket;
 }
 
 bool Socket::IsOpen() const {
@@ -278,7 +278,7 @@ std::unique_ptr<Socket> Listener::Accept(const StopSignal& stop) {
     SocketHandle handle = kNoSocket;
     switch (TakeClient(impl_->handle, handle)) {
       case SocketStep::kDone: {
-        SendAtOnce(handle);
+        TuneStream(handle);
         auto client = std::make_unique<Socket>();
         client->impl_->handle = handle;
         return client;

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/socket_tuning.h"
+
 namespace quillet {
 
 // One address that a host name resolved to.
@@ -70,6 +72,8 @@ class Socket {
   // arrived and then kClosed. Any thread.
   void Shutdown();
   void Close();
+  // Hands the open stream over to somebody else, who closes it; none is left here.
+  NativeSocket Release();
   bool IsOpen() const;
   // UTF-8. Any thread.
   std::string LastError() const;

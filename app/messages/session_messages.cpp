@@ -42,6 +42,12 @@ constexpr EndWords kEndWords[] = {
      u"{site}"},
     {EndReason::kReadFailed, PanelTone::kProblem, PanelAction::kReconnect, Detail::kShown, u"連線中斷了",
      u"與「{site}」之間的網路發生錯誤。"},
+    {EndReason::kLoginRefused, PanelTone::kProblem, PanelAction::kReconnect, Detail::kShown,
+     u"站台不讓訪客登入", u"「{host}」不接受 SSH 連線用的公用帳號，請改用其他連線方式。"},
+    {EndReason::kTerminalRefused, PanelTone::kProblem, PanelAction::kReconnect, Detail::kShown,
+     u"站台不開終端機", u"「{host}」接受了連線，卻不提供終端機，可能已經客滿。"},
+    {EndReason::kHostKeyChanged, PanelTone::kProblem, PanelAction::kAskAddress, Detail::kNone,
+     u"站台的金鑰變了", u"「{host}」和上次連線時不是同一把金鑰，可能有人冒充。什麼都還沒有送出。"},
     {EndReason::kEndOfRecording, PanelTone::kCalm, PanelAction::kReconnect, Detail::kNone, u"錄影播放完畢",
      u"{site}"},
 };

@@ -4,6 +4,8 @@
 
 #include <QTimer>
 
+#include "core/transport/ssh_transport.h"
+
 namespace quillet {
 namespace {
 
@@ -106,7 +108,9 @@ SessionFacts Connection::Facts() const {
   return {.state = connecting_ ? SessionState::kConnecting : session_.state.load(),
           .siteName = site_.ShownName(),
           .host = QString::fromStdString(session_.host),
-          .port = QString::fromStdString(session_.port),
+          // The address's own port is none of SSH's.
+          .port = session_.kind == TransportKind::kSsh ? QString::number(kSshPort)
+                                                       : QString::fromStdString(session_.port),
           .isRecording = site_.makeTransport != nullptr,
           .end = std::move(end),
           .unsentBytes = session_.UnsentBytes()};

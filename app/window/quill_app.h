@@ -10,6 +10,7 @@
 #include "app/window/main_frame.h"
 #include "app/window/start_options.h"
 #include "app/window/tour/tour.h"
+#include "core/transport/ssh_transport.h"
 #include "demo/demo_server.h"
 #include "platform/opener.h"
 
@@ -34,6 +35,7 @@ class CQuillApp {
   void OpenReplay();
   void RunTour();
 
+  const SshLibrary ssh_;  // ends after everything that may be connected
   QApplication& toolkit_;
   StartOptions options_;
   TourSettings tour_;

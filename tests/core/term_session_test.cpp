@@ -73,7 +73,7 @@ TEST_F(TermSessionTest, AddressesThatLeadNowhereEndInOneEventAndAReason) {
   };
   const Case cases[] = {{"gopher://bbs.invalid", EndReason::kUnknownScheme},
                         {std::string(kMaxAddressLength + 1, 'a'), EndReason::kAddressTooLong},
-                        {"ssh://bbs.invalid", EndReason::kUnsupported},
+                        {"ssh://", EndReason::kResolveFailed},
                         {"wss://bbs.invalid/bbs", EndReason::kUnsupported},
                         {"127.0.0.1:", EndReason::kResolveFailed},
                         {"127.0.0.1:65536", EndReason::kResolveFailed},

@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <memory>
+#include <optional>
 
 #include "demo/demo_server.h"
 #include "tests/demo/test_client.h"
@@ -20,6 +21,7 @@ class DemoTest : public WithTables {
     DemoOptions options;
     options.contentFolder = content;
     options.writes = writes;
+    options.sshPort = sshPort;
     options.log = [this](std::string_view line) { closed += line == "closed"; };
     server = std::make_unique<DemoServer>(options);
     ASSERT_EQ(server->Error(), "");
@@ -35,7 +37,8 @@ class DemoTest : public WithTables {
     return client;
   }
   std::filesystem::path content = QUILLET_SOURCE_DIR "/tests/demo/data";
-  std::atomic<int> closed{0};  // connections that the server has done with
+  std::optional<std::uint16_t> sshPort;  // set by whoever needs it before SetUp
+  std::atomic<int> closed{0};            // connections that the server has done with
   std::unique_ptr<DemoServer> server;
 };
 
