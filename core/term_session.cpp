@@ -198,6 +198,11 @@ TransportEnd TermSession::LastEnd() const {
   return end_;
 }
 
+bool TermSession::WasConnected() const {
+  const std::shared_ptr<SessionLink> link = Link();
+  return link && link->connected;
+}
+
 std::size_t TermSession::UnsentBytes() const {
   const std::shared_ptr<SessionLink> link = Link();
   return link ? link->Unsent() : 0;

@@ -123,6 +123,8 @@ class TermSession : private TransportEvents {
   // still change his mind about the rest of a long paste.
   static constexpr std::size_t kSendChunk = 1024;
 
+  // The last attempt had made a connection, even if that has ended. Any thread.
+  bool WasConnected() const;
   // How the last connection ended; kNone while it lasts. Any thread.
   TransportEnd LastEnd() const;
   // Bytes that were accepted but not written before the last connection ended, the opening keys left out. Any

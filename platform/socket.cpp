@@ -9,7 +9,7 @@
 
 #include "platform/host_port.h"
 #include "platform/socket_steps.h"
-#include "platform/socket_tuning.h"
+#include "platform/stream_tuning.h"
 
 namespace quillet {
 namespace {
@@ -155,7 +155,7 @@ Socket::Result Socket::Connect(const ResolvedAddress& address, const StopSignal&
     Close();
     return impl_->Fail(fault);
   }
-  TuneStream(impl_->handle);
+  TuneStream(static_cast<std::intptr_t>(impl_->handle));
   return Result::kOk;
 }
 

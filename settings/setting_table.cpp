@@ -142,6 +142,8 @@ constexpr SettingRow Text(Words section, Words key, std::u16string S::*field, Wo
 constexpr SettingRow kRows[] = {
   Text(kBasic, u"Site", &S::site, u"", kAbsent, By::kWindow, P::kNone, u""),
   Choice(kBasic, u"LeaveMode", &S::leaveMode, LeaveMode::kAsk, kAbsent, By::kWindow, P::kBehavior, C::kComboBox, u"登入中離開站台時", kLeaveModes),
+  Check(kBasic, u"AutoReconnect", &S::autoReconnect, false, kAbsent, By::kWindow, P::kBehavior, u"斷線時自動重新連線"),
+  Check(kBasic, u"KeepAwake", &S::keepAwake, false, kAbsent, By::kWindow, P::kBehavior, u"閒置時保持連線"),
   Choice(kBasic, u"DownloadEngine", &S::downloadEngine, DownloadEngine::kWinHttp, kAbsent, By::kNobody, P::kBehavior, C::kRadioButtons, u"圖片下載引擎", kDownloadEngines),
   Choice(kBasic, u"ShowPicMode", &S::showPicMode, PictureScope::kCurrentPage, kInMap, By::kNobody, P::kBehavior, C::kComboBox, u"自動開圖範圍", kPictureScopes),
   Choice(kBasic, u"QuotePic", &S::quotePic, PictureSize::kNone, kAbsent, By::kNobody, P::kBehavior, C::kComboBox, u"引言", kPictureSizes),

@@ -18,6 +18,8 @@ struct Settings {
 
   // Behaviour.
   LeaveMode leaveMode{};
+  bool autoReconnect{};
+  bool keepAwake{};  // send a key without effect before the site takes the user for gone
   DownloadEngine downloadEngine{};
   PictureScope showPicMode{};
   PictureSize quotePic{};

@@ -9,9 +9,6 @@
 namespace quillet {
 namespace {
 
-// The demo has another address in each run. No host has such a name.
-constexpr std::u16string_view kDemoKey = u"+demo";
-
 QString Text(const std::u16string& text) {
   return QString::fromStdU16String(text);
 }
@@ -140,7 +137,7 @@ LoginForm::Aim LoginController::WaysTo(const Site& site) const {
 }
 
 std::u16string LoginController::KeyOf(const Site& site) const {
-  return site.isBbs ? std::u16string(kDemoKey) : SiteKey(site.address, parts_.hosts);
+  return SiteKey(site, parts_.hosts);
 }
 
 LoginEntry LoginController::Remembered(const std::u16string& key) {
@@ -259,6 +256,7 @@ LoginOrder LoginController::MakeOrder(const std::u16string& key, const LoginEntr
   LoginOrder order = MakeLoginOrder(
       {.account = entry.account.toStdU16String(), .password = password, .kickOthers = entry.kickOthers});
   quillet::Wipe(password);
+  sent_ = order;
   return order;
 }
 
@@ -285,14 +283,14 @@ void LoginController::ConnectOnly() {
 void LoginController::GoToDemo() {
   parts_.leaving.Before(LeaveFor::kOtherSite, [this] {
     if (!form_) return;
+    const std::u16string demo = KeyOf({.address = {}, .name = {}, .makeTransport = {}, .isBbs = true});
     // What is remembered for another site is not told to this one.
     const LoginEntry there = Remembered(proposedFor_);
     LoginEntry entry = form_->Entry();
-    if (entry.account == there.account && entry.password == there.password)
-      entry = Remembered(std::u16string(kDemoKey));
+    if (entry.account == there.account && entry.password == there.password) entry = Remembered(demo);
     LoginOrder order;
     if (!entry.account.isEmpty()) {
-      order = MakeOrder(std::u16string(kDemoKey), entry);
+      order = MakeOrder(demo, entry);
       if (!order) return;
     }
     emit DemoRequested(order);
@@ -302,18 +300,23 @@ void LoginController::GoToDemo() {
 
 void LoginController::OnLoginEnded(const LoginEnd& end) {
   // Of an earlier login: what is pending is on its way to take its place.
-  if (end.how == LoginEnd::How::kTakenOver && parts_.connection.WillLogIn()) return;
+  const LoginOrder sent = sent_.lock();
+  if (end.how == LoginEnd::How::kTakenOver && sent && parts_.connection.WantedLogin() == sent) return;
   LoginEntry entry = std::exchange(pending_, {});
   switch (end.how) {
     case LoginEnd::How::kFinished:
       Remember(entry, pendingFor_);
       break;
     case LoginEnd::How::kRefused:
-      Wipe(entry.password);
       aim_ = parts_.connection.CurrentSite();
+      // Given once more, without the form.
+      if (entry.account.isEmpty()) entry = Remembered(KeyOf(aim_));
+      Wipe(entry.password);
       Open(entry, DescribeRefusal(end.said));
       break;
     case LoginEnd::How::kNotConnected:
+      // It was let in before, and is given again when the connection is made anew.
+      if (parts_.connection.LoginAgain()) break;
       aim_ = parts_.connection.CurrentSite();
       Open(entry, DescribeBrokenLogin(parts_.connection.Facts()));
       break;

@@ -3,6 +3,8 @@
 // it came to nothing. The view owns it. User-interface thread.
 #pragma once
 
+#include <memory>
+
 #include <QObject>
 #include <QPointer>
 
@@ -101,6 +103,7 @@ class LoginController : public QObject, public Overlay {
   // What was sent off, and for which site, until the login has ended; its password is kept no longer.
   LoginEntry pending_;
   std::u16string pendingFor_;
+  std::weak_ptr<const LoginRequest> sent_;
 };
 
 }  // namespace quillet

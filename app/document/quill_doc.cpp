@@ -31,13 +31,18 @@ CQuillDoc::CQuillDoc(DocumentParts parts)
       account_(registry_, std::move(parts.machineTag)),
       signalSettings_{.flash = [this] { return settings_.Fields().flash; }},
       session_(OptionsOf(endpoints_, classifier_, messages_)),
-      driver_(session_, signalSettings_, parts.signaller, std::move(parts.clock)),
+      driver_(session_, signalSettings_, parts.signaller, parts.clock),
       connection_(
           session_, driver_,
           [this](const QString& address) {
             return QString::fromStdU16String(NameOfSite(settings_.Store().Map(), address.toStdU16String()));
-          }),
+          },
+          [this](const Site& site) { return SiteKey(site, endpoints_); }),
       automations_(connection_, messages_, classifier_.Pages()),
+      reconnector_({.connection = connection_,
+                    .automations = automations_,
+                    .isWanted = [this] { return settings_.Fields().autoReconnect; },
+                    .clock = std::move(parts.clock)}),
       bookmarks_({.files = files_,
                   .hosts = WebHostsOf(endpoints_),
                   .settings = settings_.Fields(),
@@ -47,6 +52,7 @@ CQuillDoc::CQuillDoc(DocumentParts parts)
   connect(&connection_, &Connection::SiteReached, this, &CQuillDoc::KeepSite);
   connect(&connection_, &Connection::StatusChanged, this, &CQuillDoc::StatusChanged);
   connect(&automations_, &Automations::Changed, this, &CQuillDoc::StatusChanged);
+  connect(&reconnector_, &Reconnector::Changed, this, &CQuillDoc::StatusChanged);
 }
 
 // What was pushed until then is still bookmarked.
@@ -86,6 +92,12 @@ void CQuillDoc::KeepSite() {
     Put(map, {&Settings::site, address});
     NoteSiteUsed(map, address, SecondsNow());
   });
+}
+
+SessionFacts CQuillDoc::Facts() const {
+  SessionFacts facts = connection_.Facts();
+  facts.retrySeconds = reconnector_.SecondsLeft();
+  return facts;
 }
 
 void CQuillDoc::OnScreen(ScreenReason reason, Sightings seen) {

@@ -15,6 +15,7 @@
 #include "app/session/automations.h"
 #include "app/session/connection.h"
 #include "app/session/message_target.h"
+#include "app/session/reconnector.h"
 #include "app/session/session_driver.h"
 #include "bbs/screen_classifier.h"
 #include "core/term_session.h"
@@ -50,6 +51,7 @@ class CQuillDoc : public QObject {
 
   Connection& GetConnection() { return connection_; }
   Automations& GetAutomations() { return automations_; }
+  Reconnector& GetReconnector() { return reconnector_; }
   UserSettings& GetSettings() { return settings_; }
   Bookmarks& GetBookmarks() { return bookmarks_; }
   AccountStore& Account() { return account_; }
@@ -66,6 +68,8 @@ class CQuillDoc : public QObject {
   // The system's embedded browser takes web articles as a current one does.
   bool EmulatesBrowser() const { return emulatesBrowser_; }
 
+  // Of the connection, and of what is done to have it again.
+  SessionFacts Facts() const;
   // A screen with this reason has reached the view, and what has been seen up to it.
   void OnScreen(ScreenReason reason, Sightings seen);
   // Whether the site leaves what the user typed without an answer; kNone while an automation is at work.
@@ -74,7 +78,7 @@ class CQuillDoc : public QObject {
   void ReviewAnswer();
 
  signals:
-  // Of the connection, the automations or the answer.
+  // Of the connection, the reconnector, the automations or the answer.
   void StatusChanged();
 
  private:
@@ -97,6 +101,7 @@ class CQuillDoc : public QObject {
   SessionDriver driver_;
   Connection connection_;
   Automations automations_;
+  Reconnector reconnector_;
   Bookmarks bookmarks_;
   AnswerWait::State answer_ = AnswerWait::State::kNone;
   bool emulatesBrowser_ = false;

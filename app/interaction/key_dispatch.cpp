@@ -29,7 +29,7 @@ void KeyDispatch::SendText(std::u16string_view text, Wrap wrap) {
 }
 
 void KeyDispatch::SendOrKeep(Input input) {
-  if (!connection_.IsConnected()) return;
+  if (!connection_.IsConnected()) return handlers_.noSite();
   handlers_.userTypes();
   const LostCharacters lost = FindLostCharacters(input.action.text);
   if (!lost.IsNone()) handlers_.lost(lost);

@@ -22,6 +22,7 @@ class KeyDispatch {
     std::function<void(Command)> command;
     std::function<void()> userTypes;  // before anything of the user's goes, or waits to go, to the BBS
     std::function<bool()> mustWait;   // it may not go yet
+    std::function<void()> noSite;     // there is none that it could go to
     // Of a text, that the site's character set does not have.
     std::function<void(const LostCharacters&)> lost;
     std::function<const ScreenSnapshot&()> screen;  // that the user types at

@@ -6,7 +6,7 @@
 
 namespace quillet {
 
-enum class PanelAction { kNone, kReconnect, kAskAddress, kAskLogin, kCancel, kDismiss };
+enum class PanelAction { kNone, kReconnect, kAskAddress, kAskLogin, kCancel, kStopRetrying, kDismiss };
 enum class PanelTone { kCalm, kBusy, kEnded, kProblem };
 
 struct PanelText {
@@ -16,6 +16,7 @@ struct PanelText {
   PanelTone tone = PanelTone::kCalm;
   PanelAction onEnter = PanelAction::kNone;
   PanelAction onEscape = PanelAction::kNone;
+  bool takesAnyKey = false;  // any other key that is typed to the site does what Enter does
 
   bool operator==(const PanelText&) const = default;
 };

@@ -75,10 +75,27 @@ QString Filled(const char16_t* pattern, const SessionFacts& facts) {
       .replace("{site}", shortened(facts.siteName));
 }
 
+QString UnsentLine(std::size_t bytes) {
+  return u"您輸入的內容有 %1 位元組尚未送出。"_qs.arg(bytes);
+}
+
+bool IsUnwished(EndReason reason) {
+  return reason == EndReason::kClosedByPeer || reason == EndReason::kReadFailed;
+}
+
 QString EnterHint(PanelAction action, EndReason reason) {
+  if (IsUnwished(reason)) return u"Enter 或任意鍵重新連線　　Esc 看畫面"_qs;
   if (action == PanelAction::kAskAddress) return u"Enter 改用其他位址　　Esc 看畫面"_qs;
   return reason == EndReason::kEndOfRecording ? u"Enter 重新播放　　Esc 看畫面"_qs
                                               : u"Enter 重新連線　　Esc 看畫面"_qs;
+}
+
+void AddCountdown(int seconds, PanelText& text) {
+  text.lines << u"%1 秒後自動重新連線。"_qs.arg(seconds);
+  text.hint = u"Enter 或任意鍵現在就連　　Esc 停止自動連線"_qs;
+  text.onEnter = PanelAction::kReconnect;
+  text.onEscape = PanelAction::kStopRetrying;
+  text.takesAnyKey = true;
 }
 
 PanelText DescribeEnd(const SessionFacts& facts) {
@@ -90,11 +107,14 @@ PanelText DescribeEnd(const SessionFacts& facts) {
   text.lines << Filled(words->line, facts);
   if (words->detail == Detail::kShown && !facts.end.detail.empty())
     text.lines << u"系統訊息：%1"_qs.arg(SystemText(facts.end.detail));
-  if (facts.unsentBytes > 0) text.lines << u"您輸入的內容有 %1 位元組尚未送出。"_qs.arg(facts.unsentBytes);
+  if (facts.farewell == Farewell::kReplaced) text.lines << u"這個帳號在別處登入，這裡的連線因此結束。"_qs;
+  if (facts.unsentBytes > 0) text.lines << UnsentLine(facts.unsentBytes);
   text.tone = words->tone;
   text.onEnter = words->onEnter;
   text.onEscape = PanelAction::kDismiss;
   text.hint = EnterHint(words->onEnter, facts.end.reason);
+  text.takesAnyKey = IsUnwished(facts.end.reason);
+  if (facts.retrySeconds > 0) AddCountdown(facts.retrySeconds, text);
   return text;
 }
 
@@ -106,7 +126,9 @@ PanelText DescribeSession(const SessionFacts& facts) {
       return {};
     case SessionState::kConnecting:
       return {.title = u"連線中"_qs,
-              .lines = {Filled(u"{site}", facts)},
+              .lines = facts.unsentBytes == 0
+                           ? QStringList{Filled(u"{site}", facts)}
+                           : QStringList{Filled(u"{site}", facts), UnsentLine(facts.unsentBytes)},
               .hint = u"Esc 取消"_qs,
               .tone = PanelTone::kBusy,
               .onEscape = PanelAction::kCancel};
@@ -118,6 +140,14 @@ PanelText DescribeSession(const SessionFacts& facts) {
               .hint = u"Enter 登入"_qs,
               .onEnter = PanelAction::kAskLogin};
   }
+}
+
+PanelText DescribeUnsentLost(std::size_t bytes) {
+  return {.title = u"已重新連線"_qs,
+          .lines = {u"連線中斷前，"_qs + UnsentLine(bytes)},
+          .hint = u"Enter 關閉"_qs,
+          .onEnter = PanelAction::kDismiss,
+          .onEscape = PanelAction::kDismiss};
 }
 
 PanelText DescribeTables(const CharsetLoad& load, const std::filesystem::path& folder) {

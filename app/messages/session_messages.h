@@ -19,6 +19,9 @@ namespace quillet {
 
 PanelText DescribeSession(const SessionFacts& facts);
 
+// The connection is there again, which was lost before so many bytes that the user had typed were sent.
+PanelText DescribeUnsentLost(std::size_t bytes);
+
 // Which tables are missing or damaged, and in which folder they were looked for. No title when both are
 // whole.
 PanelText DescribeTables(const CharsetLoad& load, const std::filesystem::path& folder);

@@ -14,6 +14,8 @@ namespace quillet {
 namespace {
 
 constexpr qint64 kBusyDelayMs = 200;
+// Whoever was typing has stopped by then.
+constexpr qint64 kTypingPauseMs = 1000;
 
 using panel_look::Colours;
 
@@ -166,6 +168,13 @@ bool StatusPanel::OnKey(int virtualKey) {
   if (action == PanelAction::kNone) Recall();
   answered_(action);
   return true;
+}
+
+void StatusPanel::OnTyped() {
+  const bool hasPaused = !sinceTyped_.isValid() || sinceTyped_.elapsed() >= kTypingPauseMs;
+  sinceTyped_.start();
+  const bool isSeen = IsShown() && sinceShown_.elapsed() >= kTypingPauseMs;
+  if (isSeen && hasPaused && Text().takesAnyKey) answered_(Text().onEnter);
 }
 
 QRectF StatusPanel::Bounds(const OverlayPlace& place) const {

@@ -43,6 +43,9 @@ class StatusPanel : public Overlay {
   void TellKeys(WindowState& state) const override;
   KeyRoute OwnKeys() const override { return KeyRoute::kNotice; }
   bool OnKey(int virtualKey) override;
+  // Something has been typed to the site that cannot be sent. It is an answer where any key is one, unless it
+  // was meant for the page that the panel came over.
+  void OnTyped();
 
  private:
   std::function<void(PanelAction)> answered_;
@@ -50,6 +53,7 @@ class StatusPanel : public Overlay {
   QList<PanelText> notices_;
   bool dismissed_ = false;
   QElapsedTimer sinceShown_;
+  QElapsedTimer sinceTyped_;
 };
 
 }  // namespace quillet

@@ -88,6 +88,7 @@ void Automations::OnLoginDone(const LoginOrder& order, LoginResult result, const
   LoginEnd end;
   switch (result) {
     case LoginResult::kFinished:
+      connection_.KeepLogin(order);
       // Without a password the user goes on by himself, perhaps with another id.
       if (order->password.empty()) {
         messages_.Tell([&](ScreenWitness& witness) { witness.Login().Expect(order->account); });
@@ -97,6 +98,7 @@ void Automations::OnLoginDone(const LoginOrder& order, LoginResult result, const
       }
       break;
     case LoginResult::kRefused:
+      connection_.ForgetLogin();
       end = {.how = LoginEnd::How::kRefused, .said = QString::fromStdU16String(said)};
       break;
     case LoginResult::kClosed:

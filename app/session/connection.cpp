@@ -14,13 +14,24 @@ constexpr int kFarewellMs = 100;
 
 }  // namespace
 
-Connection::Connection(TermSession& session, SessionDriver& driver, Naming nameOf)
-    : session_(session), driver_(driver), nameOf_(std::move(nameOf)) {}
+Connection::Connection(TermSession& session, SessionDriver& driver, Naming nameOf, Keying keyOf)
+    : session_(session), driver_(driver), nameOf_(std::move(nameOf)), keyOf_(std::move(keyOf)) {}
 
 // ---- Beginning
 
 void Connection::Open(Site site, LoginOrder login) {
-  Attempt attempt{std::move(site), std::move(login)};
+  kept_.OnSite(keyOf_(site));
+  // Of somebody who is about to be known better.
+  if (login) kept_.Forget();
+  Request({.site = std::move(site), .login = std::move(login)});
+}
+
+void Connection::Reconnect(LoginOrder login) {
+  Request({.site = next_ ? next_->site : site_, .login = std::move(login), .again = true});
+}
+
+void Connection::Request(Attempt attempt) {
+  if (HasLeft()) kept_.Forget();
   if (!connecting_) return Begin(std::move(attempt));
   const LoginOrder dropped = std::exchange(next_ ? next_->login : login_, nullptr);
   next_ = std::move(attempt);
@@ -32,6 +43,9 @@ void Connection::Begin(Attempt attempt) {
   connecting_ = true;
   login_ = std::move(attempt.login);
   emit AboutToEnd();
+  // Only what has ended knows how much it has not sent.
+  session_.Disconnect();
+  unsentBefore_ = attempt.again ? unsentBefore_ + session_.UnsentBytes() : 0;
   Reset();
   site_ = std::move(attempt.site);
   if (site_.name.isEmpty()) site_.name = nameOf_(site_.address);
@@ -43,6 +57,7 @@ void Connection::Begin(Attempt attempt) {
 void Connection::Reset() {
   stopping_ = false;
   leaving_ = false;
+  endTold_ = false;
   seen_ = {};
   driver_.ForgetTyped();
 }
@@ -73,11 +88,11 @@ void Connection::Review() {
   NoteStatus();
   if (WasMade()) emit SiteReached();
   emit AttemptEnded(login);
+  if (IsClosed()) TellEnd();
 }
 
 bool Connection::WasMade() const {
-  const EndReason end = session_.LastEnd().reason;
-  return IsConnected() || end == EndReason::kClosedByPeer || end == EndReason::kReadFailed;
+  return IsConnected() || (session_.WasConnected() && session_.LastEnd().reason != EndReason::kClosedByUser);
 }
 
 // ---- Ending
@@ -104,7 +119,7 @@ void Connection::DisconnectAfterSending() {
 
 SessionFacts Connection::Facts() const {
   TransportEnd end = session_.LastEnd();
-  if (leaving_ && end.reason == EndReason::kClosedByPeer) end.reason = EndReason::kClosedByUser;
+  if (HasLeft() && end.reason == EndReason::kClosedByPeer) end.reason = EndReason::kClosedByUser;
   return {.state = connecting_ ? SessionState::kConnecting : session_.state.load(),
           .siteName = site_.ShownName(),
           .host = QString::fromStdString(session_.host),
@@ -113,17 +128,44 @@ SessionFacts Connection::Facts() const {
                                                        : QString::fromStdString(session_.port),
           .isRecording = site_.makeTransport != nullptr,
           .end = std::move(end),
-          .unsentBytes = session_.UnsentBytes()};
+          .farewell = seen_.farewell,
+          .unsentBytes = session_.UnsentBytes() + unsentBefore_};
 }
 
 void Connection::OnScreen(ScreenReason reason, Sightings seen) {
   const bool another = reason != ScreenReason::kUpdated || seen.loginId != seen_.loginId;
+  kept_.OnUser(seen.loginId);
   const std::vector<ArticleInfo> pushed = std::exchange(seen.pushed, {});
   seen_ = std::move(seen);
   Review();
+  if (reason == ScreenReason::kDisconnected && IsClosed()) TellEnd();
   if (another) NoteStatus();
   for (const ArticleInfo& article : pushed)
     emit PushSeen(article);
+}
+
+bool Connection::HasLeft() const {
+  return leaving_ || (seen_.farewell == Farewell::kLoggedOut && session_.state == SessionState::kClosed);
+}
+
+void Connection::TellEnd() {
+  if (std::exchange(endTold_, true)) return;
+  if (HasLeft()) kept_.Forget();
+  emit Ended({.reason = session_.LastEnd().reason,
+              .farewell = seen_.farewell,
+              .wasMade = WasMade(),
+              .isWished = HasLeft()});
+}
+
+// ---- Who is logged in
+
+void Connection::KeepLogin(const LoginOrder& login) {
+  kept_.Keep(login, keyOf_(site_));
+}
+
+LoginOrder Connection::LoginAgain() const {
+  if (const LoginOrder& wanted = WantedLogin()) return wanted;
+  return HasLeft() ? nullptr : kept_.For(keyOf_(next_ ? next_->site : site_));
 }
 
 void Connection::NoteLogin(const std::u16string& id) {

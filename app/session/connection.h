@@ -3,12 +3,16 @@
 // screens that the session posts, which the view passes on. The document owns it. User-interface thread.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <optional>
+#include <string>
+#include <utility>
 
 #include <QObject>
 #include <QString>
 
+#include "app/session/kept_login.h"
 #include "app/session/screen_witness.h"
 #include "app/session/session_driver.h"
 #include "app/session/session_facts.h"
@@ -25,14 +29,17 @@ class Connection : public QObject {
   // What the user calls the site of an address; may be empty.
   using Naming = std::function<QString(const QString& address)>;
 
+  // What tells whether two sites are the same: SiteKey.
+  using Keying = std::function<std::u16string(const Site& site)>;
+
   // Both references outlive the object.
-  Connection(TermSession& session, SessionDriver& driver, Naming nameOf);
+  Connection(TermSession& session, SessionDriver& driver, Naming nameOf, Keying keyOf);
 
   // Begins to connect; AttemptEnded follows with `login` (null: none), or LoginDropped when another site is
   // wanted before that. An attempt that goes on is ended first.
   void Open(Site site, LoginOrder login = nullptr);
-  // Without a login.
-  void Reconnect() { Open(site_); }
+  // To the same site. The bytes that the connection before this one has not sent are not forgotten.
+  void Reconnect(LoginOrder login);
   // Ends the connection, or asks the attempt to make one to end.
   void Disconnect();
   // The user has logged out: the connection will be closed after what was sent last has had time to leave.
@@ -43,7 +50,8 @@ class Connection : public QObject {
 
   bool IsConnecting() const { return connecting_; }
   // The attempt that is wanted is for a login.
-  bool WillLogIn() const { return (next_ ? next_->login : login_) != nullptr; }
+  bool WillLogIn() const { return WantedLogin() != nullptr; }
+  const LoginOrder& WantedLogin() const { return next_ ? next_->login : login_; }
   // The attempt is over, and has made it.
   bool IsConnected() const { return !connecting_ && session_.state == SessionState::kConnected; }
   // There was one, and it has ended.
@@ -59,8 +67,17 @@ class Connection : public QObject {
 
   // A screen with this reason has reached the view, and what has been seen up to it.
   void OnScreen(ScreenReason reason, Sightings seen);
+  // The login has succeeded, or has at least typed its id.
+  void KeepLogin(const LoginOrder& login);
+  // The site refuses it.
+  void ForgetLogin() { kept_.Forget(); }
+  // What the user would log in with here once more: what is on its way, else what has succeeded at this site
+  // since he left it last; null when there is none.
+  LoginOrder LoginAgain() const;
   // It is known without a screen who is logged in.
   void NoteLogin(const std::u16string& id);
+  // The bytes that lost connections before this one have not sent, which are counted no longer.
+  std::size_t TakeUnsentBefore() { return std::exchange(unsentBefore_, 0); }
   // Whether something that the user follows is new.
   void NoteNews(bool news);
   // Something has happened that the user, who is elsewhere, should know of: each is signalled.
@@ -77,6 +94,8 @@ class Connection : public QObject {
   void SiteReached();
   // Connected or not.
   void AttemptEnded(const LoginOrder& login);
+  // The connection, or the attempt to make one, has ended: once for each, after AttemptEnded.
+  void Ended(const ConnectionEnd& end);
   // The user wants another site than the one that this was for.
   void LoginDropped(const LoginOrder& login);
   // State, status or title are different from before.
@@ -88,7 +107,9 @@ class Connection : public QObject {
   struct Attempt {
     Site site;
     LoginOrder login;
+    bool again = false;  // in place of the connection before
   };
+  void Request(Attempt attempt);
   void Begin(Attempt attempt);
   // Whatever belongs to one connection and not to the next.
   void Reset();
@@ -97,18 +118,25 @@ class Connection : public QObject {
   // Goes on when the attempt has ended.
   void Review();
   bool WasMade() const;
+  // The user has ended it, whoever hung up.
+  bool HasLeft() const;
+  void TellEnd();
   void NoteStatus();
 
   TermSession& session_;
   SessionDriver& driver_;
   const Naming nameOf_;
+  const Keying keyOf_;
   Site site_;
   LoginOrder login_;             // of the attempt that goes on; null: none
   std::optional<Attempt> next_;  // once that has ended
   Sightings seen_;
+  KeptLogin kept_;
+  std::size_t unsentBefore_ = 0;
   bool connecting_ = false;
   bool stopping_ = false;  // the attempt has been told to end
   bool leaving_ = false;
+  bool endTold_ = true;
 };
 
 }  // namespace quillet

@@ -20,6 +20,8 @@ void ScreenWitness::Look(ScreenSnapshot& screen, ScreenReason reason, std::int64
   if (page.Shows(PF_PUSH_LINE)) pushing_ = article_.Current();
   if (screen.sessionState == SessionState::kConnected) article_.Look(screen, page, now);
   login_.Look(screen);
+  if (std::exchange(connection_, screen.connection) != screen.connection) farewell_.Forget();
+  farewell_.Look(screen);
   if (push_.Look(screen, page)) pushed_.push_back(pushing_);
 }
 
@@ -27,7 +29,8 @@ Sightings ScreenWitness::Take() {
   return {.article = article_.Current(),
           .articleOpen = article_.IsOpen(),
           .loginId = login_.Id(),
-          .pushed = std::exchange(pushed_, {})};
+          .pushed = std::exchange(pushed_, {}),
+          .farewell = farewell_.Last()};
 }
 
 void ScreenWitness::ForgetPush() {

@@ -10,6 +10,7 @@
 #include "app/session/login_id_watch.h"
 #include "bbs/article/article_info.h"
 #include "bbs/article/push_watch.h"
+#include "bbs/farewell_watch.h"
 #include "bbs/page_understanding.h"
 #include "core/screen_snapshot.h"
 #include "core/screen_watcher.h"
@@ -22,6 +23,7 @@ struct Sightings {
   bool articleOpen = false;           // even where its header has not been seen
   std::u16string loginId{};           // empty while nobody is known to be logged in
   std::vector<ArticleInfo> pushed{};  // the articles that have been pushed to since they were taken last
+  Farewell farewell = Farewell::kNone;
 };
 
 class ScreenWitness {
@@ -43,8 +45,10 @@ class ScreenWitness {
   ArticleTracker article_;
   LoginIdWatch login_;
   PushWatch push_;
+  FarewellWatch farewell_;
   ArticleInfo pushing_;  // open when a push was last asked for
   std::vector<ArticleInfo> pushed_;
+  std::uint32_t connection_ = 0;  // of the screen that came last
 };
 
 }  // namespace quillet

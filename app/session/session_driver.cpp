@@ -49,6 +49,17 @@ void SessionDriver::UpdateStatus() {
     status_ = attention_ || listHit_ ? ConnectionStatus::kSomethingNew : ConnectionStatus::kQuiet;
 }
 
+void SessionDriver::KeepAwake(std::string_view key) {
+  if (key.empty() || session_.state != SessionState::kConnected || !pendingText.empty()) return;
+  if (clock_() - session_.lastSendTick < kIdleMs) return;
+  {
+    const std::lock_guard guard(session_.keyLogLock);
+    if (!session_.keyLog.empty()) return;
+  }
+  session_.SendBytes(key);
+  session_.idleMark = 1;
+}
+
 void SessionDriver::Tick() {
   const std::int64_t sinceSend = clock_() - session_.lastSendTick;
   if (!pendingText.empty() && (session_.idleMark == 0 || sinceSend > kTypingMs))

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "bbs/answer_wait.h"
 #include "core/term_session.h"
@@ -43,6 +44,8 @@ class SessionDriver {
 
   // How long after a key of the user a bell is only its echo, and when the key log is emptied.
   static constexpr std::int64_t kTypingMs = 3000;
+  // How long the site hears nothing before KeepAwake speaks.
+  static constexpr std::int64_t kIdleMs = 180'000;
 
   // A bell rang. `workerRunning`: an automation of the view is at work, whose bells mean nothing to the user.
   void OnBell(bool workerRunning);
@@ -66,6 +69,9 @@ class SessionDriver {
   std::u16string pendingText;
   // The view's periodic timer.
   void Tick();
+  // With it: sends the site `key`, unless it is empty, once nothing has been sent for kIdleMs, so that it
+  // does not take its user for gone. A text that waits is then still sent apart from the key.
+  void KeepAwake(std::string_view key);
 
  private:
   TermSession& session_;

@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include "bbs/farewell_watch.h"
 #include "core/session_state.h"
 #include "core/transport/transport.h"
 
@@ -19,7 +20,18 @@ struct SessionFacts {
   QString port;
   bool isRecording = false;
   TransportEnd end;
-  std::size_t unsentBytes = 0;
+  Farewell farewell = Farewell::kNone;  // what the site said before the end
+  std::size_t unsentBytes = 0;          // of this connection and of lost ones that it is to take the place of
+  int retrySeconds = 0;                 // until it is made anew by itself; 0: it is not
+};
+
+// How a connection, or an attempt to make one, has ended.
+struct ConnectionEnd {
+  EndReason reason = EndReason::kNone;
+  Farewell farewell = Farewell::kNone;
+  bool wasMade = false;      // the site had been reached
+  bool isWished = false;     // the user had left, or was on his way out
+  bool isLoginOpen = false;  // in the middle of a login that has never succeeded
 };
 
 // What the client does for the user by itself.

@@ -9,6 +9,8 @@ namespace quillet {
 namespace {
 
 constexpr std::u16string_view kOwnSite = u"*";
+// No host has such a name.
+constexpr std::u16string_view kDemoSite = u"+demo";
 
 }  // namespace
 
@@ -22,6 +24,10 @@ std::u16string SiteKey(const QString& address, const Endpoints& endpoints) {
   for (const std::string& own : {endpoints.mainHost, endpoints.secondaryHost, endpoints.webSocketHost})
     if (host == own) return std::u16string(kOwnSite);
   return QString::fromUtf8(host.data(), static_cast<qsizetype>(host.size())).toStdU16String();
+}
+
+std::u16string SiteKey(const Site& site, const Endpoints& endpoints) {
+  return site.isBbs ? std::u16string(kDemoSite) : SiteKey(site.address, endpoints);
 }
 
 }  // namespace quillet

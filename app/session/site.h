@@ -27,5 +27,7 @@ struct Site {
 // What tells whether two addresses lead to the same site, and what was kept for one may be told to the other:
 // the host's name, one name for all of the BBS's own. Empty for an address without a host.
 std::u16string SiteKey(const QString& address, const Endpoints& endpoints);
+// The same for a site that is opened: the demo's is one, whose address is another in each run.
+std::u16string SiteKey(const Site& site, const Endpoints& endpoints);
 
 }  // namespace quillet

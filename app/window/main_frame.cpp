@@ -101,8 +101,12 @@ void CMainFrame::Disconnect() {
 
 void CMainFrame::Reconnect() {
   // Where nothing is answered nobody can log out.
-  if (doc_.Answer() == AnswerWait::State::kStalled) return connection_.Reconnect();
-  view_->Leaving().Before(LeaveFor::kReconnecting, [this] { connection_.Reconnect(); });
+  Reconnector& reconnector = doc_.GetReconnector();
+  if (doc_.Answer() == AnswerWait::State::kStalled) return reconnector.Reconnect(Reconnector::Told::kNo);
+  // He logs out in order to come back.
+  view_->Leaving().Before(LeaveFor::kReconnecting, [&reconnector, login = connection_.LoginAgain()] {
+    reconnector.ReconnectWith(login, Reconnector::Told::kNo);
+  });
 }
 
 void CMainFrame::changeEvent(QEvent* event) {

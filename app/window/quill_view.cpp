@@ -10,6 +10,7 @@
 
 #include "app/messages/article_messages.h"
 #include "app/messages/text_messages.h"
+#include "bbs/idle_key.h"
 #include "platform/clock.h"
 
 namespace quillet {
@@ -72,7 +73,8 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
              {.typing = [this] { timers_.RestartCaret(); },
               .pictureChanged = [this] { RefreshFrame(); },
               .linesChanged = [this] { ShowOtherLines(); },
-              .notice = [this](const PanelText& notice) { ShowNotice(notice); }}),
+              .notice = [this](const PanelText& notice) { ShowNotice(notice); },
+              .noSite = [this] { panel_.OnTyped(); }}),
       timers_({.phaseTurned = [this] { OnClock(); },
                .tick = [this] { Tick(); },
                .animate = [this] { overlays_.Repaint(panel_); }}) {
@@ -87,7 +89,10 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
     hands_.Keys().DropWaiting();
     article_.Forget();
   });
-  connect(&stallSign_, &StallSign::clicked, &connection_, &Connection::Reconnect);
+  connect(&stallSign_, &StallSign::clicked, this,
+          [this] { doc_.GetReconnector().Reconnect(Reconnector::Told::kNo); });
+  connect(&doc_.GetReconnector(), &Reconnector::UnsentLost, this,
+          [this](std::size_t bytes) { ShowNotice(DescribeUnsentLost(bytes)); });
   ListOverlays();
   ConnectLogin();
   ConnectPicture();
@@ -107,7 +112,10 @@ void CQuillView::OnSettingsChanged() {
 }
 
 void CQuillView::ConnectLogin() {
-  connect(&login_, &LoginController::Changed, this, &CQuillView::RefreshPanel);
+  connect(&login_, &LoginController::Changed, this, [this] {
+    if (login_.IsOpen()) doc_.GetReconnector().Stop();
+    RefreshPanel();
+  });
   connect(&login_, &LoginController::AddressRequested, this, [this] { Commands().Run(Command::kConnect); });
   connect(&login_, &LoginController::DemoRequested, this, &CQuillView::DemoRequested);
 }
@@ -258,6 +266,7 @@ void CQuillView::Tick() {
   const bool busy = automations_.IsBusy() || hands_.IsAsking() || panel_.IsActive() || login_.IsOpen() ||
                     ime_.IsComposing() || QApplication::activeModalWidget() != nullptr;
   article_.OnTick(!busy && isVisible());
+  if (!busy && settings_.Fields().keepAwake) doc_.Driver().KeepAwake(IdleKey(page_));
   hands_.Keys().Flush();
   OnClock();
 }
@@ -269,7 +278,7 @@ void CQuillView::RefreshPanel() {
 
 void CQuillView::ReviewPanel() {
   const PanelText before = panel_.Text();
-  panel_.SetSession(DescribeSession(connection_.Facts()));
+  panel_.SetSession(DescribeSession(doc_.Facts()));
   if (panel_.Text() != before) overlays_.Repaint(panel_);
   login_.SetCovered(panel_.HasNotice());
   const Activity activity = automations_.Current();

@@ -11,7 +11,10 @@ void CQuillView::keyPressEvent(QKeyEvent* event) {
 void CQuillView::PerformPanelAction(PanelAction action) {
   switch (action) {
     case PanelAction::kReconnect:
-      connection_.Reconnect();
+      doc_.GetReconnector().Reconnect(Reconnector::Told::kYes);
+      break;
+    case PanelAction::kStopRetrying:
+      doc_.GetReconnector().Stop();
       break;
     case PanelAction::kAskAddress:
       Commands().Run(Command::kConnect);

@@ -100,6 +100,7 @@ KeyDispatch::Handlers ViewHands::KeyHandlers() {
   return {.command = [this](Command command) { runner_.Run(command); },
           .userTypes = [this] { OnUserTypes(); },
           .mustWait = [this] { return parts_.article.Reading().MustWait(); },
+          .noSite = handlers_.noSite,
           .lost = [this](const LostCharacters& lost) { Tell(DescribeLostCharacters(lost)); },
           .screen = [this]() -> const ScreenSnapshot& { return parts_.screen; },
           .page = [this]() -> const UnderstoodPage& { return parts_.page; }};

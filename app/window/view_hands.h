@@ -58,6 +58,7 @@ class ViewHands : public QObject {
     std::function<void()> pictureChanged;  // something is laid over it otherwise
     std::function<void()> linesChanged;    // it shows other lines
     std::function<void(const PanelText&)> notice;
+    std::function<void()> noSite;  // something was typed that there is no site for
   };
   ViewHands(const Parts& parts, Handlers handlers);
 

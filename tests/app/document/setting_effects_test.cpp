@@ -18,6 +18,8 @@ namespace {
 
 // Their effect needs a gesture, or an article that moves: it is tried where those are.
 const std::set<std::u16string_view> kTriedElsewhere = {
+    u"AutoReconnect",        // ReconnectWindowTest
+    u"KeepAwake",            // ReconnectWindowTest
     u"NoScrollAnimation",    // ArticleViewTest, SideListViewTest
     u"CopyWhenSelect",       // HandsTest
     u"PasteAutoChangeLine",  // HandsTest, ClipboardControllerTest

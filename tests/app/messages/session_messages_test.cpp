@@ -46,6 +46,22 @@ TEST(SessionMessagesTest, TheSystemsTextAndTheUnsentBytesAreTold) {
   EXPECT_TRUE(DescribeSession(facts).title.contains(u"錄影"));
 }
 
+TEST(SessionMessagesTest, WhatComesNextIsCountedDownTo) {
+  SessionFacts facts = Closed(EndReason::kConnectFailed);
+  EXPECT_FALSE(DescribeSession(facts).takesAnyKey) << "nothing was lost";
+  EXPECT_TRUE(DescribeSession(Closed(EndReason::kReadFailed)).takesAnyKey);
+  facts.retrySeconds = 42;
+  facts.unsentBytes = 17;
+  const PanelText counting = DescribeSession(facts);
+  EXPECT_TRUE(counting.lines.join("").contains(u"42 秒後自動重新連線"));
+  EXPECT_TRUE(counting.lines.join("").contains(u"17 位元組"));
+  EXPECT_TRUE(counting.takesAnyKey && counting.onEnter == PanelAction::kReconnect &&
+              counting.onEscape == PanelAction::kStopRetrying);
+  facts.state = SessionState::kConnecting;
+  EXPECT_TRUE(DescribeSession(facts).lines.join("").contains(u"17 位元組"));
+  EXPECT_TRUE(DescribeUnsentLost(17).lines.join("").contains(u"17 位元組"));
+}
+
 TEST(SessionMessagesTest, ALoginThatTheUserCancelledIsNotComplainedAbout) {
   EXPECT_TRUE(DescribeBrokenLogin(Closed(EndReason::kCancelled)).title.isEmpty());
   EXPECT_FALSE(DescribeBrokenLogin(Closed(EndReason::kClosedByPeer)).title.isEmpty());

@@ -71,7 +71,7 @@ TEST_F(ConnectionTest, NothingOfAConnectionIsTheNextOnes) {
   ASSERT_TRUE(HangsUp());
   EXPECT_EQ(Line().Facts().end.reason, EndReason::kClosedByUser) << "he was on his way out";
   script = std::make_shared<Script>();
-  Line().Reconnect();
+  Line().Reconnect(nullptr);
   EXPECT_TRUE(Seen().article == ArticleInfo() && !Seen().articleOpen && Seen().loginId.empty());
   EXPECT_EQ(doc->Driver().Answer(), AnswerWait::State::kNone);
   ASSERT_TRUE(Settles() && HangsUp());

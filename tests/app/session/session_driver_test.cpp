@@ -94,6 +94,30 @@ TEST_F(SessionDriverTest, PendingTextWaitsForAnIdleSessionsPause) {
   EXPECT_TRUE(Wrote(ToBig5(u"中文x"))) << "at once when nobody idles";
 }
 
+TEST_F(SessionDriverTest, AnIdleSessionIsKeptAwakeByAKeyThatIsNobodys) {
+  Connect();
+  session.lastSendTick = now;
+  now += SessionDriver::kIdleMs - 1;
+  driver.KeepAwake("k");
+  ++now;
+  driver.KeepAwake("");
+  session.keyLog.emplace_back("typed");
+  driver.KeepAwake("k");
+  session.keyLog.clear();
+  EXPECT_EQ(session.sentCount, 0U);
+  driver.KeepAwake("k");
+  ASSERT_TRUE(Wrote("k"));
+  session.lastSendTick = now;
+  driver.pendingText = u"x";
+  driver.Tick();
+  EXPECT_EQ(driver.pendingText, u"x") << "the site's answer comes first";
+  session.Disconnect();
+  driver.pendingText.clear();
+  now += SessionDriver::kIdleMs;
+  driver.KeepAwake("k");
+  EXPECT_EQ(session.sentCount, 1U);
+}
+
 TEST_F(SessionDriverTest, TheKeyLogIsEmptiedAfterMoreThanThreeSeconds) {
   Connect();
   session.SendKey(kKeyDown);

@@ -1,0 +1,15 @@
+// What every stream of a terminal is set to, so that a key leaves as soon as it is pressed and a peer that is
+// gone without a word is noticed. Socket does it for its own connections; whoever has a stream of a library's
+// gives its handle. Any thread.
+#pragma once
+
+#include <cstdint>
+
+namespace quillet {
+
+// Of a connected TCP stream: sends at once, asks a silent peer whether it is there, and gives up one that has
+// answered nothing for less than two minutes, whether something is on its way to it or not: reading then ends
+// with an error. `handle` is the system's own (a descriptor, a SOCKET).
+void TuneStream(std::intptr_t handle);
+
+}  // namespace quillet
