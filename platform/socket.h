@@ -10,9 +10,14 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/socket_tuning.h"
-
 namespace quillet {
+
+// The system's own handle of a socket.
+#ifdef _WIN32
+using NativeSocket = std::uintptr_t;
+#else
+using NativeSocket = int;
+#endif
 
 // One address that a host name resolved to.
 struct ResolvedAddress {

@@ -24,7 +24,7 @@ LeaveQuestion::LeaveQuestion(const Parts& parts, std::function<LeaveFacts()> fac
 }
 
 bool LeaveQuestion::KeepsLogin() const {
-  if (!parts_.connection.IsConnected() || parts_.connection.CurrentSite().makeTransport) return false;
+  if (!parts_.connection.IsConnected() || parts_.connection.CurrentSite().isRecording) return false;
   if (parts_.automations.Current() == Activity::kLogOut) return false;
   return !parts_.connection.Seen().loginId.empty() || facts_().inEditor;
 }

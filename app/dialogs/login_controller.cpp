@@ -35,7 +35,7 @@ LoginController::~LoginController() {
 void LoginController::Show() {
   if (form_) return GiveKeyboard();
   const Site& current = parts_.connection.CurrentSite();
-  const bool standsThere = parts_.connection.IsConnected() && !current.makeTransport;
+  const bool standsThere = parts_.connection.IsConnected() && !current.isRecording;
   const std::u16string& usedLast = parts_.settings.Fields().site;
   aim_ = standsThere ? current
                      : Site{.address = Text(usedLast),
@@ -293,7 +293,7 @@ void LoginController::GoToDemo() {
       order = MakeOrder(demo, entry);
       if (!order) return;
     }
-    emit DemoRequested(order);
+    emit DemoRequested(order, entry.kind);
     if (!parts_.connection.WillLogIn()) Wipe(pending_.password);  // there is no demo
   });
 }

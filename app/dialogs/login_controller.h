@@ -57,7 +57,7 @@ class LoginController : public QObject, public Overlay {
   void Changed();
   void AddressRequested();
   // With a login, or null.
-  void DemoRequested(const quillet::LoginOrder& login);
+  void DemoRequested(const quillet::LoginOrder& login, quillet::TransportKind way);
 
  private:
   void Open(const LoginEntry& entry, const LoginComplaint& complaint);

@@ -126,7 +126,7 @@ SessionFacts Connection::Facts() const {
           // The address's own port is none of SSH's.
           .port = session_.kind == TransportKind::kSsh ? QString::number(kSshPort)
                                                        : QString::fromStdString(session_.port),
-          .isRecording = site_.makeTransport != nullptr,
+          .isRecording = site_.isRecording,
           .end = std::move(end),
           .farewell = seen_.farewell,
           .unsentBytes = session_.UnsentBytes() + unsentBefore_};

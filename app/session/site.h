@@ -15,8 +15,9 @@ namespace quillet {
 struct Site {
   QString address;
   QString name;  // shown instead of the address when not empty
-  // Makes the transport when the address does not: a recording, a test's script.
+  // Makes the transport when the address does not: a recording, the demo by some ways, a test's script.
   std::function<std::unique_ptr<Transport>()> makeTransport{};
+  bool isRecording = false;
   bool isBbs = false;  // the demo's: the BBS, whatever its host is called, and gone with this run
 
   const QString& ShownName() const { return name.isEmpty() ? address : name; }

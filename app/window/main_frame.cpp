@@ -92,7 +92,8 @@ void CMainFrame::AskAddress() {
 }
 
 void CMainFrame::OpenDemo() {
-  view_->Leaving().Before(LeaveFor::kOtherSite, [this] { emit DemoRequested(nullptr); });
+  view_->Leaving().Before(LeaveFor::kOtherSite,
+                          [this] { emit DemoRequested(nullptr, TransportKind::kTelnet); });
 }
 
 void CMainFrame::Disconnect() {

@@ -40,7 +40,7 @@ class CMainFrame : public QMainWindow {
 
  signals:
   // With a login, or null.
-  void DemoRequested(const quillet::LoginOrder& login);
+  void DemoRequested(const quillet::LoginOrder& login, quillet::TransportKind way);
 
  protected:
   void changeEvent(QEvent* event) override;

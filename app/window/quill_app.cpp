@@ -65,11 +65,15 @@ void CQuillApp::InitInstance() {
                                                 .folders = places_.folders,
                                                 .version = QStringLiteral(QUILLET_VERSION).toStdU16String()});
   doc_->Load();
+  demo_ = std::make_unique<DemoHost>(options_.contentFolder.isEmpty()
+                                         ? DefaultDemoContent()
+                                         : std::filesystem::path(options_.contentFolder.toStdU16String()),
+                                     doc_->Hosts());
   frame_ = std::make_unique<CMainFrame>(*doc_);
   signaller->SetWindow(frame_.get());
   signaller_ = std::move(signaller);
   QObject::connect(frame_.get(), &CMainFrame::DemoRequested, frame_.get(),
-                   [this](const LoginOrder& login) { OpenDemo(login); });
+                   [this](const LoginOrder& login, TransportKind way) { OpenDemo(login, way); });
   frame_->View().ShowNotice(DescribeTables(resources.tables, resources.dataFolder));
 }
 
@@ -77,7 +81,7 @@ void CQuillApp::Start() {
   if (!options_.tourFolder.isEmpty())
     RunTour();
   else if (options_.demo)
-    OpenDemo();
+    OpenDemo(nullptr, options_.demoWay);
   else if (!options_.replayFile.isEmpty())
     OpenReplay();
   else if (!options_.address.isEmpty())
@@ -86,25 +90,12 @@ void CQuillApp::Start() {
     frame_->View().AskLogin();
 }
 
-void CQuillApp::OpenDemo(const LoginOrder& login) {
-  if (!demo_) {
-    DemoOptions options;
-    options.contentFolder = options_.contentFolder.isEmpty()
-                                ? DefaultDemoContent()
-                                : std::filesystem::path(options_.contentFolder.toStdU16String());
-    options.UseNames(doc_->Hosts());
-    demo_ = std::make_unique<DemoServer>(std::move(options));
-  }
-  if (!demo_->Error().empty()) {
-    frame_->View().ShowNotice(DescribeDemoFailure(QString::fromStdString(demo_->Error())));
-    demo_.reset();
-    return;
-  }
-  Site site{.address = QString::fromStdString(demo_->Address()),
-            .name = u"示範站台"_qs,
-            .makeTransport = {},
-            .isBbs = true};
-  doc_->GetConnection().Open(std::move(site), login);
+void CQuillApp::OpenDemo(const LoginOrder& login, TransportKind way) {
+  const std::variant<Site, QString> demo = demo_->SiteBy(way);
+  if (const auto* const site = std::get_if<Site>(&demo))
+    doc_->GetConnection().Open(*site, login);
+  else
+    frame_->View().ShowNotice(DescribeDemoFailure(std::get<QString>(demo)));
 }
 
 void CQuillApp::OpenReplay() {
@@ -113,11 +104,12 @@ void CQuillApp::OpenReplay() {
   doc_->GetConnection().Open(
       {.address = options_.replayFile,
        .name = QFileInfo(options_.replayFile).fileName(),
-       .makeTransport = [file, speed] { return std::make_unique<ReplayTransport>(file, speed); }});
+       .makeTransport = [file, speed] { return std::make_unique<ReplayTransport>(file, speed); },
+       .isRecording = true});
 }
 
 void CQuillApp::RunTour() {
-  OpenDemo();
+  OpenDemo(nullptr, options_.demoWay);
   const TourResult result = WalkTour(*frame_, tour_);
   std::fputs(qPrintable(result.message + '\n'), result.ok ? stdout : stderr);
   toolkit_.exit(result.ok ? 0 : 1);

@@ -7,11 +7,11 @@
 
 #include "app/document/quill_doc.h"
 #include "app/document/user_places.h"
+#include "app/window/demo_host.h"
 #include "app/window/main_frame.h"
 #include "app/window/start_options.h"
 #include "app/window/tour/tour.h"
 #include "core/transport/ssh_transport.h"
-#include "demo/demo_server.h"
 #include "platform/opener.h"
 
 namespace quillet {
@@ -31,7 +31,7 @@ class CQuillApp {
   // The first thing that the window does once it is up.
   void Start();
   // Logs in there unless `login` is null.
-  void OpenDemo(const LoginOrder& login = nullptr);
+  void OpenDemo(const LoginOrder& login, TransportKind way);
   void OpenReplay();
   void RunTour();
 
@@ -39,7 +39,7 @@ class CQuillApp {
   QApplication& toolkit_;
   StartOptions options_;
   TourSettings tour_;
-  std::unique_ptr<DemoServer> demo_;
+  std::unique_ptr<DemoHost> demo_;
   UserPlaces places_;
   std::unique_ptr<Signaller> signaller_;
   SystemOpener opener_;

@@ -74,7 +74,7 @@ class CQuillView : public QWidget {
 
  signals:
   // With a login, or null.
-  void DemoRequested(const quillet::LoginOrder& login);
+  void DemoRequested(const quillet::LoginOrder& login, quillet::TransportKind way);
 
  protected:
   bool event(QEvent* event) override;

@@ -12,6 +12,19 @@ StartParse Wrong(const QString& why) {
           .text = QStringLiteral("quillet: %1\nTry \"quillet --help\".\n").arg(why)};
 }
 
+struct WayName {
+  const char* name;
+  TransportKind kind;
+};
+constexpr WayName kWays[] = {
+    {"telnet", TransportKind::kTelnet}, {"ssh", TransportKind::kSsh}, {"wss", TransportKind::kWebSocket}};
+
+std::optional<TransportKind> WayNamed(const QString& name) {
+  for (const WayName& way : kWays)
+    if (name == QLatin1String(way.name)) return way.kind;
+  return std::nullopt;
+}
+
 // What contradicts itself, or nothing.
 QString ComplaintAbout(const StartOptions& options) {
   const int aims =
@@ -32,13 +45,15 @@ StartParse ParseStartOptions(const QStringList& arguments) {
   const QCommandLineOption help = parser.addHelpOption();
   const QCommandLineOption version = parser.addVersionOption();
   const QCommandLineOption demo("demo", "Start the demo BBS inside the program and connect to it.");
+  const QCommandLineOption by("by", "How to reach the demo: telnet, ssh or wss.", "WAY");
   const QCommandLineOption replay("replay", "Show a recorded byte stream.", "FILE");
   const QCommandLineOption speed("speed", "Bytes per second of the replay.", "BYTES_PER_SECOND");
   const QCommandLineOption tour("tour", "Walk through the demo, save a picture of each page, and end.",
                                 "FOLDER");
   const QCommandLineOption content("content", "The demo's content folder.", "FOLDER");
-  parser.addOptions({demo, replay, speed, tour, content});
-  parser.addPositionalArgument("ADDRESS", "telnet://host:port, or a bare host name.", "[ADDRESS]");
+  parser.addOptions({demo, by, replay, speed, tour, content});
+  parser.addPositionalArgument(
+      "ADDRESS", "telnet://host:port, ssh://host, wss://host/path, or a bare host name.", "[ADDRESS]");
 
   if (!parser.parse(arguments)) return Wrong(parser.errorText());
   if (parser.isSet(help))
@@ -57,6 +72,12 @@ StartParse ParseStartOptions(const QStringList& arguments) {
   options.replayFile = parser.value(replay);
   options.tourFolder = parser.value(tour);
   options.contentFolder = parser.value(content);
+  if (parser.isSet(by)) {
+    const std::optional<TransportKind> way = WayNamed(parser.value(by));
+    if (!way) return Wrong(QStringLiteral("--by wants telnet, ssh or wss"));
+    if (!options.demo) return Wrong(QStringLiteral("--by needs --demo"));
+    options.demoWay = *way;
+  }
   if (parser.isSet(speed)) {
     bool isNumber = false;
     options.speed = parser.value(speed).toInt(&isNumber);

@@ -6,11 +6,14 @@
 #include <QString>
 #include <QStringList>
 
+#include "core/site_address.h"
+
 namespace quillet {
 
 struct StartOptions {
   QString address;
   bool demo = false;
+  TransportKind demoWay = TransportKind::kTelnet;
   QString replayFile;
   std::optional<int> speed;  // bytes per second of a replay; as fast as it can be shown when absent
   QString tourFolder;

@@ -17,6 +17,8 @@ TEST(StartOptionsTest, WhatIsAskedForArrives) {
   EXPECT_TRUE(demo.demo);
   EXPECT_EQ(demo.tourFolder, "out");
   EXPECT_EQ(demo.contentFolder, "/c");
+  EXPECT_EQ(demo.demoWay, TransportKind::kTelnet);
+  EXPECT_EQ(Parse({"--demo", "--by", "wss"}).options.demoWay, TransportKind::kWebSocket);
   const StartOptions replay = Parse({"--replay", "file.bin", "--speed", "9600"}).options;
   EXPECT_EQ(replay.replayFile, "file.bin");
   EXPECT_EQ(replay.speed, 9600);
@@ -36,6 +38,8 @@ TEST(StartOptionsTest, ContradictionsAndNonsenseAreRefused) {
                                     {"--replay", "f", "--speed", "fast"},
                                     {"--speed", "5"},
                                     {"--tour", "out"},
+                                    {"--by", "ssh"},
+                                    {"--demo", "--by", "http"},
                                     {"--content", "c", "a"}};
   for (const QStringList& arguments : wrong) {
     const StartParse parsed = Parse(arguments);
@@ -47,7 +51,8 @@ TEST(StartOptionsTest, ContradictionsAndNonsenseAreRefused) {
 TEST(StartOptionsTest, HelpNamesEveryOption) {
   const StartParse parsed = Parse({"--help"});
   EXPECT_EQ(parsed.result, StartParse::Result::kPrintAndQuit);
-  for (const char* option : {"ADDRESS", "--demo", "--replay", "--speed", "--tour", "--content", "--version"})
+  for (const char* option :
+       {"ADDRESS", "--demo", "--by", "--replay", "--speed", "--tour", "--content", "--version"})
     EXPECT_TRUE(parsed.text.contains(option)) << option;
 }
 
