@@ -1,6 +1,7 @@
 #include "core/transport_factory.h"
 
 #include "core/transport/telnet_transport.h"
+#include "core/transport/websocket_transport.h"
 
 namespace quillet {
 
@@ -8,8 +9,9 @@ std::unique_ptr<Transport> MakeTransport(const SiteAddress& address) {
   switch (address.kind) {
     case TransportKind::kTelnet:
       return std::make_unique<TelnetTransport>(std::string(HostForLookup(address.host)), address.port);
-    case TransportKind::kSsh:
     case TransportKind::kWebSocket:
+      return std::make_unique<WebSocketTransport>(address.host);
+    case TransportKind::kSsh:
       break;
   }
   return nullptr;

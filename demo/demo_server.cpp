@@ -10,6 +10,7 @@
 #include "demo/client.h"
 #include "demo/content_loader.h"
 #include "demo/wires/telnet_door.h"
+#include "demo/wires/websocket_door.h"
 #include "demo/world.h"
 
 namespace quillet {
@@ -34,6 +35,8 @@ struct DemoServer::Impl {
   demo::House house;
   StopSignal stop;
   std::unique_ptr<demo::Door> telnet;
+  std::unique_ptr<demo::Door> webSocket;
+  std::string authority;
   std::mutex clientsLock;
   std::list<demo::Client> clients;  // guarded by clientsLock
   std::uint32_t nextSeed = 0;       // guarded by clientsLock
@@ -58,6 +61,11 @@ void DemoServer::Impl::Start() {
   house = {options.hostName, options.webHost, options.contentFolder};
   nextSeed = options.seed;
   Listen(demo::OpenTelnetDoor(options.port), telnet);
+  if (options.webSocketPort) {
+    demo::OpenedWebSocketDoor door = demo::OpenWebSocketDoor(*options.webSocketPort);
+    authority = std::move(door.authority);
+    Listen(std::move(door.opened), webSocket);
+  }
 }
 
 void DemoServer::Impl::Listen(demo::OpenedDoor opened, std::unique_ptr<demo::Door>& door) {
@@ -110,6 +118,18 @@ std::uint16_t DemoServer::Port() const {
 
 std::string DemoServer::Address() const {
   return impl_->telnet ? impl_->telnet->Address() : std::string();
+}
+
+std::uint16_t DemoServer::WebSocketPort() const {
+  return impl_->webSocket ? impl_->webSocket->Port() : 0;
+}
+
+std::string DemoServer::WebSocketAddress() const {
+  return impl_->webSocket ? impl_->webSocket->Address() : std::string();
+}
+
+const std::string& DemoServer::CertificateAuthority() const {
+  return impl_->authority;
 }
 
 }  // namespace quillet

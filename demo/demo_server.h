@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,8 @@ struct Endpoints;
 struct DemoOptions {
   std::filesystem::path contentFolder;  // holds boards/, users.txt and the screens
   std::uint16_t port = 0;               // 0: the system chooses
+  // The same, for the WebSocket door; nothing: there is none.
+  std::optional<std::uint16_t> webSocketPort;
   // How the bytes are cut into writes. kAsBbs splits as a busy BBS does, inside sequences and characters too.
   enum class Writes { kWhole, kAsBbs, kEveryByte } writes = Writes::kAsBbs;
   std::uint32_t seed = 1;                     // of the splits and of everything else that looks random
@@ -41,6 +44,12 @@ class DemoServer {
   std::uint16_t Port() const;
   // "telnet://127.0.0.1:PORT"
   std::string Address() const;
+  // 0 and empty without that door.
+  std::uint16_t WebSocketPort() const;
+  // "wss://127.0.0.1:PORT/bbs"
+  std::string WebSocketAddress() const;
+  // PEM: the certificate authority by which a client knows the WebSocket door to be this server's.
+  const std::string& CertificateAuthority() const;
 
  private:
   struct Impl;

@@ -23,7 +23,17 @@ enum class EndReason : int {
   kClosedByPeer,    // the other side ended the connection
   kClosedByUser,    //
   kReadFailed,      // the system reported an error while reading or writing
-  kEndOfRecording   // a replayed file has been shown to its end
+  kEndOfRecording,  // a replayed file has been shown to its end
+
+  // WebSocket
+  kBadAddress,            // it is none
+  kGatewayUnreachable,    // nobody answered where the gateway should be, or the peer refused
+  kGatewaySilent,         // somebody answered, and then fell silent before the WebSocket was there
+  kGatewayRefused,        // the gateway answered something else than a WebSocket
+  kNotSecure,             // the peer does not speak TLS, or none that we do
+  kCertificateUntrusted,  // no authority that this system trusts has signed the peer's certificate
+  kCertificateWrongName,  // it is another host's
+  kCertificateExpired     // it is not valid at this time
 };
 
 // What a transport tells its session; all calls on the receive thread.

@@ -1,11 +1,11 @@
 #include "tests/demo/test_client.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <gtest/gtest.h>
 
 #include "core/charset.h"
+#include "core/transport/telnet_transport.h"
 #include "platform/utf8.h"
 
 namespace quillet {
@@ -15,42 +15,47 @@ constexpr auto kPatience = std::chrono::seconds(20);
 
 }  // namespace
 
-TestClient::TestClient(std::uint16_t port) {
+TestClient::TestClient(std::uint16_t port)
+    : TestClient(std::make_unique<TelnetTransport>("127.0.0.1", std::to_string(port))) {}
+
+TestClient::TestClient(std::unique_ptr<Transport> transport) : transport_(std::move(transport)) {
   screen_.SetWatcher(&classifier_);
   screen_.notifyWindow = this;
   screen_.curAttr = kAttrBlank;
   screen_.sessionState = SessionState::kConnected;
   screen_.isBbsSite = 1;
   seen_ = screen_;
-  const Resolution found = ResolveHost("127.0.0.1", std::to_string(port));
-  if (found.addresses.empty() || socket_.Connect(found.addresses[0], stop_) != Socket::Result::kOk) {
-    ADD_FAILURE() << "cannot connect: " << socket_.LastError();
-    closed_ = true;
-    return;
-  }
   receiver_ = std::thread([this] { Receive(); });
+  std::unique_lock lock(mutex_);
+  arrived_.wait(lock, [this] { return connected_ || closed_; });
 }
 
 TestClient::~TestClient() {
-  stop_.Set();
-  if (receiver_.joinable()) receiver_.join();
+  transport_->Stop();
+  receiver_.join();
 }
 
 void TestClient::Send(std::string_view bytes) {
-  std::size_t count = 0;
-  socket_.Send({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}, count, stop_);
+  transport_->Write({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
 }
 
 void TestClient::Receive() {
-  std::array<std::uint8_t, 16384> buffer;
-  std::size_t count = 0;
-  while (socket_.Receive(buffer, count, stop_) == Socket::Result::kOk) {
-    const std::lock_guard lock(mutex_);
-    reads_.emplace_back(reinterpret_cast<const char*>(buffer.data()), count);
-    arrived_.notify_all();
-  }
+  const TransportEnd end = transport_->Run(*this);
   const std::lock_guard lock(mutex_);
+  if (!connected_) ADD_FAILURE() << "cannot connect: " << static_cast<int>(end.reason) << " " << end.detail;
   closed_ = true;
+  arrived_.notify_all();
+}
+
+void TestClient::OnConnected(std::string_view) {
+  const std::lock_guard lock(mutex_);
+  connected_ = true;
+  arrived_.notify_all();
+}
+
+void TestClient::OnReceived(std::span<const std::uint8_t> bytes) {
+  const std::lock_guard lock(mutex_);
+  reads_.emplace_back(reinterpret_cast<const char*>(bytes.data()), bytes.size());
   arrived_.notify_all();
 }
 

@@ -1,5 +1,5 @@
-// A client for the tests: a real socket, the real screen and classifier behind it. What it "sees" is what the
-// classifier was handed, as a view would get it. One per test thread.
+// A client for the tests: a real transport, the real screen and classifier behind it. What it "sees" is what
+// the classifier was handed, as a view would get it. One per test thread.
 #pragma once
 
 #include <condition_variable>
@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <span>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -16,17 +17,19 @@
 #include "bbs/screen_classifier.h"
 #include "core/notify_target.h"
 #include "core/term_screen.h"
-#include "platform/socket.h"
+#include "core/transport/transport.h"
 
 namespace quillet {
 
 // A screen as UTF-8 lines and the cursor's place, for the message of a failed test.
 std::string DumpScreen(const ScreenSnapshot& screen);
 
-class TestClient : private NotifyTarget {
+class TestClient : private NotifyTarget, private TransportEvents {
  public:
-  // Connects to the port on loopback; the test fails when it cannot.
+  // Connects to the port on loopback, by telnet; the test fails when it cannot.
   explicit TestClient(std::uint16_t port);
+  // The same, by any way.
+  explicit TestClient(std::unique_ptr<Transport> transport);
   ~TestClient() override;
 
   void Send(std::string_view bytes);
@@ -61,11 +64,14 @@ class TestClient : private NotifyTarget {
 
  private:
   bool Post(unsigned message, std::uintptr_t first, std::uintptr_t second) override;
+  void OnConnected(std::string_view peerAddress) override;
+  void OnReceived(std::span<const std::uint8_t> bytes) override;
+  bool Pause(int) override { return true; }
+  void OnDebugLine(std::string_view) override {}
   void Receive();
   bool FeedNext();
 
-  Socket socket_;
-  StopSignal stop_;
+  std::unique_ptr<Transport> transport_;
   ScreenClassifier classifier_;
   TermScreen screen_;
   ScreenSnapshot seen_;
@@ -75,6 +81,7 @@ class TestClient : private NotifyTarget {
   std::mutex mutex_;
   std::condition_variable arrived_;
   std::vector<std::string> reads_;
+  bool connected_ = false;
   bool closed_ = false;
   std::thread receiver_;
 };
