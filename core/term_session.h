@@ -70,8 +70,9 @@ class TermSession : private TransportEvents {
   void ConnectWith(std::unique_ptr<Transport> transport, const IdleHook& idle = {},
                    ConnectTraits traits = {});
 
-  // Ends the connection and joins both threads; returns within a fraction of a second whatever the peer does.
-  // From within the idle hook it only asks the attempt to end.
+  // Ends the connection and joins both threads; returns within two seconds whatever the peer does, and within
+  // a fraction of one unless the transport has a goodbye that the peer leaves without an answer. From within
+  // the idle hook it only asks the attempt to end.
   void Disconnect();
   // Asks the connection of that `connectionNumber` to end and waits for nothing: it ends by itself soon, as
   // closed by the user. Another connection that has taken its place stays. Any thread.

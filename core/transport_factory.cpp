@@ -4,6 +4,7 @@
 
 #include "core/transport/ssh_transport.h"
 #include "core/transport/telnet_transport.h"
+#include "core/transport/websocket_transport.h"
 
 namespace quillet {
 
@@ -16,7 +17,7 @@ std::unique_ptr<Transport> MakeTransport(const SiteAddress& address, HostKeyQues
       return std::make_unique<SshTransport>(std::string(HostForLookup(address.host)),
                                             SshOptions{.hostKey = std::move(hostKey)});
     case TransportKind::kWebSocket:
-      break;
+      return std::make_unique<WebSocketTransport>(address.host);
   }
   return nullptr;
 }

@@ -11,6 +11,7 @@
 #include "demo/content_loader.h"
 #include "demo/wires/ssh_door.h"
 #include "demo/wires/telnet_door.h"
+#include "demo/wires/websocket_door.h"
 #include "demo/world.h"
 
 namespace quillet {
@@ -36,6 +37,8 @@ struct DemoServer::Impl {
   StopSignal stop;
   std::unique_ptr<demo::Door> telnet;
   std::unique_ptr<demo::Door> ssh;
+  std::unique_ptr<demo::Door> webSocket;
+  std::string authority;
   std::mutex clientsLock;
   std::list<demo::Client> clients;  // guarded by clientsLock
   std::uint32_t nextSeed = 0;       // guarded by clientsLock
@@ -61,6 +64,11 @@ void DemoServer::Impl::Start() {
   nextSeed = options.seed;
   Listen(demo::OpenTelnetDoor(options.port), telnet);
   if (options.sshPort) Listen(demo::OpenSshDoor(*options.sshPort), ssh);
+  if (options.webSocketPort) {
+    demo::OpenedWebSocketDoor door = demo::OpenWebSocketDoor(*options.webSocketPort);
+    authority = std::move(door.authority);
+    Listen(std::move(door.opened), webSocket);
+  }
 }
 
 void DemoServer::Impl::Listen(demo::OpenedDoor opened, std::unique_ptr<demo::Door>& door) {
@@ -117,13 +125,25 @@ std::uint16_t DemoServer::SshPort() const {
 
 std::vector<std::string> DemoServer::Addresses() const {
   std::vector<std::string> all;
-  for (const demo::Door* door : {impl_->telnet.get(), impl_->ssh.get()})
+  for (const demo::Door* door : {impl_->telnet.get(), impl_->ssh.get(), impl_->webSocket.get()})
     if (door != nullptr) all.push_back(door->Address());
   return all;
 }
 
 std::string DemoServer::Address() const {
   return impl_->telnet ? impl_->telnet->Address() : std::string();
+}
+
+std::uint16_t DemoServer::WebSocketPort() const {
+  return impl_->webSocket ? impl_->webSocket->Port() : 0;
+}
+
+std::string DemoServer::WebSocketAddress() const {
+  return impl_->webSocket ? impl_->webSocket->Address() : std::string();
+}
+
+const std::string& DemoServer::CertificateAuthority() const {
+  return impl_->authority;
 }
 
 }  // namespace quillet

@@ -20,6 +20,8 @@ struct DemoOptions {
   std::filesystem::path contentFolder;   // holds boards/, users.txt and the screens
   std::uint16_t port = 0;                // for telnet; 0: the system chooses
   std::optional<std::uint16_t> sshPort;  // the same for SSH, which is served when there is one
+  // The same for WebSocket.
+  std::optional<std::uint16_t> webSocketPort;
   // How the bytes are cut into writes. kAsBbs splits as a busy BBS does, inside sequences and characters too.
   enum class Writes { kWhole, kAsBbs, kEveryByte } writes = Writes::kAsBbs;
   std::uint32_t seed = 1;                     // of the splits and of everything else that looks random
@@ -47,6 +49,12 @@ class DemoServer {
   std::string Address() const;
   // Of every road that is served, telnet first.
   std::vector<std::string> Addresses() const;
+  // 0 and empty without that door.
+  std::uint16_t WebSocketPort() const;
+  // "wss://127.0.0.1:PORT/bbs"
+  std::string WebSocketAddress() const;
+  // PEM: the certificate authority by which a client knows the WebSocket door to be this server's.
+  const std::string& CertificateAuthority() const;
 
  private:
   struct Impl;

@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <fstream>
 #include <optional>
 #include <string>
 #include <thread>
@@ -24,7 +25,8 @@ void OnSignal(int) {
 }
 
 constexpr const char* kUsage =
-    "usage: demo_bbs [--port N] [--ssh-port N] [--content FOLDER] [--once-writes whole|bbs|byte]\n";
+    "usage: demo_bbs [--port N] [--ssh-port N] [--wss-port N [--ca-file PATH]] [--content FOLDER]\n"
+    "                [--once-writes whole|bbs|byte]\n";
 constexpr auto kSignalPoll = std::chrono::milliseconds(100);
 
 std::optional<quillet::DemoOptions::Writes> WritesNamed(const std::string& name) {
@@ -41,8 +43,20 @@ bool ReadPort(const std::string& value, std::uint16_t& port) {
   return error == std::errc() && rest == end;
 }
 
+struct Arguments {
+  quillet::DemoOptions options;
+  std::string authorityFile;  // where the certificate authority is written to; empty: nowhere
+};
+
+bool WriteAuthority(const std::string& path, const std::string& authority) {
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  file << authority;
+  return file.flush().good();
+}
+
 // Every option takes a value. False for anything that is not understood.
-bool ReadArguments(int count, char** arguments, quillet::DemoOptions& options) {
+bool ReadArguments(int count, char** arguments, Arguments& read) {
+  quillet::DemoOptions& options = read.options;
   for (int i = 1; i < count; i += 2) {
     if (i + 1 >= count) return false;
     const std::string name = arguments[i];
@@ -51,6 +65,10 @@ bool ReadArguments(int count, char** arguments, quillet::DemoOptions& options) {
       if (!ReadPort(value, options.port)) return false;
     } else if (name == "--ssh-port") {
       if (!ReadPort(value, options.sshPort.emplace())) return false;
+    } else if (name == "--wss-port") {
+      if (!ReadPort(value, options.webSocketPort.emplace())) return false;
+    } else if (name == "--ca-file") {
+      read.authorityFile = value;
     } else if (name == "--content") {
       options.contentFolder = value;
     } else if (name == "--once-writes") {
@@ -68,14 +86,15 @@ bool ReadArguments(int count, char** arguments, quillet::DemoOptions& options) {
 
 int main(int count, char** arguments) {
   const auto resources = quillet::ResourceFolder();
-  quillet::DemoOptions options;
+  Arguments read;
+  quillet::DemoOptions& options = read.options;
   options.contentFolder = resources / "demo" / "content";
   quillet::Endpoints endpoints;
   if (quillet::LoadEndpoints(resources / "Data" / "endpoints.ini", endpoints)) options.UseNames(endpoints);
   options.log = [](std::string_view line) {
     std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
   };
-  if (!ReadArguments(count, arguments, options)) {
+  if (!ReadArguments(count, arguments, read)) {
     std::fputs(kUsage, stderr);
     return 2;
   }
@@ -88,6 +107,10 @@ int main(int count, char** arguments) {
   quillet::DemoServer server(options);
   if (!server.Error().empty()) {
     std::fprintf(stderr, "demo_bbs: %s\n", server.Error().c_str());
+    return 1;
+  }
+  if (!read.authorityFile.empty() && !WriteAuthority(read.authorityFile, server.CertificateAuthority())) {
+    std::fprintf(stderr, "demo_bbs: cannot write %s\n", read.authorityFile.c_str());
     return 1;
   }
   for (const std::string& address : server.Addresses())

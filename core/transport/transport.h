@@ -13,20 +13,32 @@ namespace quillet {
 
 // Why a connection ended or never came to be; the view turns it into words.
 enum class EndReason : int {
-  kNone = 0,         // still connecting or connected
-  kUnknownScheme,    // the address names a transport that nobody knows
-  kAddressTooLong,   //
-  kUnsupported,      // the transport is not part of this build
-  kResolveFailed,    // the host has no address
-  kConnectFailed,    // nobody answered, or the peer refused
-  kCancelled,        // the user gave up while connecting
-  kClosedByPeer,     // the other side ended the connection
-  kClosedByUser,     //
-  kReadFailed,       // the system reported an error while reading or writing
-  kEndOfRecording,   // a replayed file has been shown to its end
+  kNone = 0,        // still connecting or connected
+  kUnknownScheme,   // the address names a transport that nobody knows
+  kAddressTooLong,  //
+  kUnsupported,     // the transport is not part of this build
+  kResolveFailed,   // the host has no address
+  kConnectFailed,   // nobody answered, or the peer refused
+  kCancelled,       // the user gave up while connecting
+  kClosedByPeer,    // the other side ended the connection
+  kClosedByUser,    //
+  kReadFailed,      // the system reported an error while reading or writing
+  kEndOfRecording,  // a replayed file has been shown to its end
+
+  // SSH
   kLoginRefused,     // the peer does not let the BBS's public account in
   kTerminalRefused,  // the peer opens no terminal
-  kHostKeyChanged    // the host is not the one that it was; the new key's fingerprint is in the detail
+  kHostKeyChanged,   // the host is not the one that it was; the new key's fingerprint is in the detail
+
+  // WebSocket
+  kBadAddress,            // it is none
+  kGatewayUnreachable,    // nobody answered where the gateway should be, or the peer refused
+  kGatewaySilent,         // somebody answered, and then fell silent before the WebSocket was there
+  kGatewayRefused,        // the gateway answered something else than a WebSocket
+  kNotSecure,             // the peer does not speak TLS, or none that we do
+  kCertificateUntrusted,  // no authority that this system trusts has signed the peer's certificate
+  kCertificateWrongName,  // it is another host's
+  kCertificateExpired     // it is not valid at this time
 };
 
 // What a transport tells its session; all calls on the receive thread.

@@ -74,7 +74,9 @@ TEST_F(TermSessionTest, AddressesThatLeadNowhereEndInOneEventAndAReason) {
   const Case cases[] = {{"gopher://bbs.invalid", EndReason::kUnknownScheme},
                         {std::string(kMaxAddressLength + 1, 'a'), EndReason::kAddressTooLong},
                         {"ssh://", EndReason::kResolveFailed},
-                        {"wss://bbs.invalid/bbs", EndReason::kUnsupported},
+                        {"wss:///bbs", EndReason::kBadAddress},
+                        {"wss://bbs .invalid/bbs", EndReason::kBadAddress},
+                        {"wss://bbs.invalid/bbs#here", EndReason::kBadAddress},
                         {"127.0.0.1:", EndReason::kResolveFailed},
                         {"127.0.0.1:65536", EndReason::kResolveFailed},
                         {"", EndReason::kResolveFailed}};
