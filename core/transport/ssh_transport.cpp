@@ -143,11 +143,8 @@ std::optional<HostKey> SshTransport::Line::Key() {
   ssh_key given = nullptr;
   if (ssh_get_server_publickey(session_, &given) != SSH_OK) return std::nullopt;
   const LibraryKey key(given);
-  char* encoded = nullptr;
-  if (ssh_pki_export_pubkey_base64(key.get(), &encoded) != SSH_OK) return std::nullopt;
-  const LibraryText base64(encoded);
   const char* const type = ssh_key_type_to_char(ssh_key_type(key.get()));
-  return HostKey{type != nullptr ? type : "", base64.get(), FingerprintOf(key.get())};
+  return HostKey{type != nullptr ? type : "", FingerprintOf(key.get())};
 }
 
 int SshTransport::Line::LogIn() {
@@ -324,8 +321,10 @@ TransportEnd SshTransport::OpenTerminal() {
 
 TransportEnd SshTransport::ReceiveUntilEnd(TransportEvents& events) {
   std::array<std::uint8_t, kReadSize> buffer;
-  while (!stop_.WaitFor(kReadInterval)) {
+  // While there is more, it is read as fast as the library gives it.
+  for (int wait = 0; !stop_.WaitFor(wait);) {
     const int count = line_->Read(buffer);
+    wait = count > 0 ? 0 : kReadInterval;
     if (count > 0)
       events.OnReceived(std::span(buffer).first(static_cast<std::size_t>(count)));
     else if (count == SSH_EOF || (count != 0 && count != SSH_AGAIN && line_->HasEnded()))

@@ -21,7 +21,7 @@ SessionFacts Closed(EndReason reason) {
 TEST(SessionMessagesTest, EveryEndHasItsOwnWordsAndAWayOn) {
   std::set<QString> titles;
   for (int reason = static_cast<int>(EndReason::kUnknownScheme);
-       reason <= static_cast<int>(EndReason::kEndOfRecording); ++reason) {
+       reason <= static_cast<int>(EndReason::kHostKeyChanged); ++reason) {
     const PanelText text = DescribeSession(Closed(static_cast<EndReason>(reason)));
     EXPECT_TRUE(titles.insert(text.title).second) << reason << " " << text.title.toStdString();
     EXPECT_FALSE(text.title.isEmpty());
