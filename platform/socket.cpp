@@ -104,6 +104,11 @@ bool StopSignal::WaitFor(int milliseconds) const {
   return impl_->set;
 }
 
+bool StopSignal::WaitForInput(NativeSocket stream, int milliseconds) const {
+  WaitForBellOrInput(impl_->bell, stream, milliseconds);
+  return impl_->set;
+}
+
 // ---- Socket
 
 struct Socket::Impl {

@@ -47,6 +47,8 @@ class StopSignal {
   bool IsSet() const;
   // Sleeps up to `milliseconds`; true when the signal was set before that.
   bool WaitFor(int milliseconds) const;
+  // The same for somebody else's stream: bytes that can be read from it, or its end, wake the sleeper too.
+  bool WaitForInput(NativeSocket stream, int milliseconds) const;
 
  private:
   friend class Socket;

@@ -69,6 +69,8 @@ SocketHandle NewBell();
 void RingBell(SocketHandle bell);
 // Waits up to `milliseconds` for the bell alone.
 void WaitForBell(SocketHandle bell, int milliseconds);
+// The same, but bytes to read from `stream` end it too.
+void WaitForBellOrInput(SocketHandle bell, SocketHandle stream, int milliseconds);
 
 enum class Direction { kRead, kWrite };
 enum class Ready { kYes, kStopped };

@@ -9,8 +9,9 @@ namespace quillet {
 
 struct HostKey {
   std::string type;         // as the protocol names it, "ssh-ed25519"
-  std::string base64;       // the whole public key
-  std::string fingerprint;  // its hash, as people compare it: "SHA256:" and 43 characters
+  std::string fingerprint;  // hash of the whole public key, as people compare it: "SHA256:" and 43 characters
+
+  bool operator==(const HostKey&) const = default;
 };
 
 enum class HostKeyAnswer { kGoOn, kChanged };

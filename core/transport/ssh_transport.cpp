@@ -22,7 +22,7 @@ constexpr int kTerminalRows = 24;
 
 // The most that one read hands to the screen.
 constexpr std::size_t kReadSize = 16384;
-// The library has no call that waits for bytes and for the stop signal: it is asked so often.
+// The library is asked at least so often, because it may hold bytes that a write has brought in.
 constexpr int kReadInterval = 1;  // milliseconds
 // A wait for an answer of the host costs a person nothing that he would feel.
 constexpr int kAnswerInterval = 2;  // milliseconds
@@ -87,6 +87,8 @@ class SshTransport::Line {
   int AskForTerminal();
   int ResizeTerminal();
   int AskForShell();
+  // What bytes come in by.
+  NativeSocket Stream();
   // Bytes, 0 or SSH_AGAIN for none yet, or another negative number at the end.
   int Read(std::span<std::uint8_t> buffer);
   // How many the library has taken; negative when the connection is gone.
@@ -143,11 +145,8 @@ std::optional<HostKey> SshTransport::Line::Key() {
   ssh_key given = nullptr;
   if (ssh_get_server_publickey(session_, &given) != SSH_OK) return std::nullopt;
   const LibraryKey key(given);
-  char* encoded = nullptr;
-  if (ssh_pki_export_pubkey_base64(key.get(), &encoded) != SSH_OK) return std::nullopt;
-  const LibraryText base64(encoded);
   const char* const type = ssh_key_type_to_char(ssh_key_type(key.get()));
-  return HostKey{type != nullptr ? type : "", base64.get(), FingerprintOf(key.get())};
+  return HostKey{type != nullptr ? type : "", FingerprintOf(key.get())};
 }
 
 int SshTransport::Line::LogIn() {
@@ -176,6 +175,11 @@ int SshTransport::Line::ResizeTerminal() {
 int SshTransport::Line::AskForShell() {
   const std::lock_guard lock(sshLock_);
   return ssh_channel_request_shell(channel_);
+}
+
+NativeSocket SshTransport::Line::Stream() {
+  const std::lock_guard lock(sshLock_);
+  return ssh_get_fd(session_);
 }
 
 int SshTransport::Line::Read(std::span<std::uint8_t> buffer) {
@@ -324,7 +328,8 @@ TransportEnd SshTransport::OpenTerminal() {
 
 TransportEnd SshTransport::ReceiveUntilEnd(TransportEvents& events) {
   std::array<std::uint8_t, kReadSize> buffer;
-  while (!stop_.WaitFor(kReadInterval)) {
+  const NativeSocket stream = line_->Stream();
+  while (!stop_.WaitForInput(stream, kReadInterval)) {
     const int count = line_->Read(buffer);
     if (count > 0)
       events.OnReceived(std::span(buffer).first(static_cast<std::size_t>(count)));

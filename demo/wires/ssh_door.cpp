@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::string_view kUser = "bbs";
 
-// The library cannot be waited for together with the stop signal: it is asked so often.
+// The library is asked at least so often: it may hold bytes that another call has brought in.
 constexpr int kInterval = 1;  // milliseconds
 // How long the last bytes and the goodbye may take to reach the client, and the client to go.
 constexpr std::chrono::milliseconds kFarewell{500};
@@ -40,7 +40,7 @@ class SshWire final : public Wire {
 
  private:
   template <typename Call>
-  int Locked(Call call) {
+  auto Locked(Call call) {
     const std::lock_guard lock(lock_);
     return call();
   }
@@ -113,7 +113,8 @@ bool SshWire::Open(const StopSignal& stop) {
 }
 
 std::size_t SshWire::Receive(std::span<std::uint8_t> buffer, const StopSignal& stop) {
-  for (int wait = 0; !stop.WaitFor(wait); wait = kInterval) {
+  const NativeSocket stream = Locked([&] { return ssh_get_fd(session_); });
+  while (!stop.WaitForInput(stream, kInterval)) {
     const int count = Locked([&] {
       return ssh_channel_read_nonblocking(channel_, buffer.data(), static_cast<std::uint32_t>(buffer.size()),
                                           0);

@@ -97,6 +97,11 @@ void WaitForBell(SocketHandle bell, int milliseconds) {
   poll(&wait, 1, milliseconds);
 }
 
+void WaitForBellOrInput(SocketHandle bell, SocketHandle stream, int milliseconds) {
+  pollfd waits[2] = {{bell, POLLIN, 0}, {stream, POLLIN, 0}};
+  poll(waits, 2, milliseconds);
+}
+
 Ready WaitReady(SocketHandle handle, Direction direction, SocketHandle bell) {
   const short events = direction == Direction::kRead ? POLLIN : POLLOUT;
   pollfd waits[2] = {{handle, events, 0}, {bell, POLLIN, 0}};

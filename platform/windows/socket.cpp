@@ -145,6 +145,15 @@ void WaitForBell(SocketHandle bell, int milliseconds) {
   select(0, &reads, nullptr, nullptr, &limit);
 }
 
+void WaitForBellOrInput(SocketHandle bell, SocketHandle stream, int milliseconds) {
+  fd_set reads;
+  FD_ZERO(&reads);
+  FD_SET(bell, &reads);
+  FD_SET(stream, &reads);
+  timeval limit{milliseconds / 1000, milliseconds % 1000 * 1000};
+  select(0, &reads, nullptr, nullptr, &limit);
+}
+
 Ready WaitReady(SocketHandle handle, Direction direction, SocketHandle bell) {
   while (true) {
     fd_set reads;

@@ -20,7 +20,7 @@ std::unique_ptr<TestClient> Over(std::uint16_t port) {
 
 void ReadPushAndLeave(TestClient& client) {
   constexpr std::u16string_view push = u"從另一條路來";
-  ASSERT_TRUE(client.LogIn("alice", "wonder")) << client.Dump();
+  ASSERT_TRUE(client.LogIn("bob", "builder")) << client.Dump();
   ASSERT_TRUE(client.EnterBoard("Quiet")) << client.Dump();
   client.Send("44\rl");
   ASSERT_TRUE(client.WaitForFlags(PF_READING)) << client.Dump();
@@ -30,7 +30,7 @@ void ReadPushAndLeave(TestClient& client) {
   ASSERT_TRUE(client.WaitForFlags(PF_ARTICLE_LIST_CURSOR)) << client.Dump();
   client.Send("l$");
   EXPECT_TRUE(client.WaitFor([&](const ScreenSnapshot&) {
-    return client.Dump().find("alice: " + Utf8FromUtf16(push)) != std::string::npos;
+    return client.Dump().find("bob: " + Utf8FromUtf16(push)) != std::string::npos;
   })) << client.Dump();
   client.Send("q\x1b[D");
   ASSERT_TRUE(client.WaitForText(0, 0, u"【主功能表】")) << client.Dump();

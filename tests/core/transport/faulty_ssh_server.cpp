@@ -143,9 +143,10 @@ void FaultySshServer::Impl::ServeClient(Socket& client) {
     HoldUntilStopped();
   }
   if (hasShell && !isSilent) Talk();
-  // Bytes that are still here are on their way before the end of them is said.
   ssh_blocking_flush(session, 1000);
-  if (fault != SshFault::kDropsTheConnection) ssh_disconnect(session);
+  // A client that is cut off while it answers would lose what it was sent last.
+  while (fault != SshFault::kDropsTheConnection && ssh_is_connected(session) && !stop.WaitFor(kInterval))
+    Handle();
   ssh_free(session);
 }
 
@@ -173,7 +174,7 @@ void FaultySshServer::Impl::Talk() {
       reached = true;
       return HoldUntilStopped();
     case SshFault::kFloods: {
-      const std::string much(65536, 'f');
+      const std::string much = "\x1b[2;1H" + std::string(65530, 'f');
       for (std::size_t sent = 0; sent < kFloodSize && Send(much); sent += much.size()) {
       }
       break;
