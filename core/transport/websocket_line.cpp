@@ -99,11 +99,13 @@ class TaskThreads final : public pplx::scheduler_interface {
 
 #pragma GCC diagnostic pop
 
-// What the library's threads use must be there for as long as they run, which may be longer than main.
-void PrepareLibrary() {
+// A thread of the library's may still be in the middle of TLS when the program ends, so what TLS uses is not
+// taken down then. The first word on that is the one that counts: before main.
+[[maybe_unused]] const int tlsStays = OPENSSL_init_crypto(OPENSSL_INIT_NO_ATEXIT, nullptr);
+
+void GiveLibraryThreads() {
   static std::once_flag once;
   std::call_once(once, [] {
-    OPENSSL_init_crypto(OPENSSL_INIT_NO_ATEXIT, nullptr);
     static const auto* threads = new std::shared_ptr<pplx::scheduler_interface>(new TaskThreads);
     try {
       pplx::set_ambient_scheduler(*threads);
@@ -361,7 +363,7 @@ std::shared_ptr<library::websocket_client> WebSocketLine::Impl::Client() {
 WebSocketLine::WebSocketLine(const std::string& uri, const std::string& authority,
                              std::shared_ptr<WebSocketExchange> exchange)
     : impl_(std::make_shared<Impl>(std::move(exchange))) {
-  PrepareLibrary();
+  GiveLibraryThreads();
   try {
     impl_->Begin(uri, authority);
   } catch (const std::exception& error) {
