@@ -144,6 +144,7 @@ constexpr SettingRow kRows[] = {
   Choice(kBasic, u"LeaveMode", &S::leaveMode, LeaveMode::kAsk, kAbsent, By::kWindow, P::kBehavior, C::kComboBox, u"登入中離開站台時", kLeaveModes),
   Check(kBasic, u"AutoReconnect", &S::autoReconnect, false, kAbsent, By::kWindow, P::kBehavior, u"斷線時自動重新連線"),
   Check(kBasic, u"KeepAwake", &S::keepAwake, false, kAbsent, By::kWindow, P::kBehavior, u"閒置時保持連線"),
+  Check(kBasic, u"KnowHosts", &S::knowHosts, true, kAbsent, By::kWindow, P::kBehavior, u"SSH站台金鑰改變時警告"),
   Choice(kBasic, u"DownloadEngine", &S::downloadEngine, DownloadEngine::kWinHttp, kAbsent, By::kNobody, P::kBehavior, C::kRadioButtons, u"圖片下載引擎", kDownloadEngines),
   Choice(kBasic, u"ShowPicMode", &S::showPicMode, PictureScope::kCurrentPage, kInMap, By::kNobody, P::kBehavior, C::kComboBox, u"自動開圖範圍", kPictureScopes),
   Choice(kBasic, u"QuotePic", &S::quotePic, PictureSize::kNone, kAbsent, By::kNobody, P::kBehavior, C::kComboBox, u"引言", kPictureSizes),

@@ -20,6 +20,7 @@ struct Settings {
   LeaveMode leaveMode{};
   bool autoReconnect{};
   bool keepAwake{};  // send a key without effect before the site takes the user for gone
+  bool knowHosts{};  // keep the keys of SSH hosts, and stop where one has changed
   DownloadEngine downloadEngine{};
   PictureScope showPicMode{};
   PictureSize quotePic{};

@@ -317,6 +317,8 @@ void LoginController::OnLoginEnded(const LoginEnd& end) {
     case LoginEnd::How::kNotConnected:
       // It was let in before, and is given again when the connection is made anew.
       if (parts_.connection.LoginAgain()) break;
+      // The panel asks first whether the host is to be trusted.
+      if (parts_.connection.Facts().end.reason == EndReason::kHostKeyChanged) break;
       aim_ = parts_.connection.CurrentSite();
       Open(entry, DescribeBrokenLogin(parts_.connection.Facts()));
       break;

@@ -32,12 +32,14 @@ CQuillDoc::CQuillDoc(DocumentParts parts)
       signalSettings_{.flash = [this] { return settings_.Fields().flash; }},
       session_(OptionsOf(endpoints_, classifier_, messages_)),
       driver_(session_, signalSettings_, parts.signaller, parts.clock),
+      hostKeys_(files_, [this] { return settings_.Fields().knowHosts; }),
       connection_(
           session_, driver_,
           [this](const QString& address) {
             return QString::fromStdU16String(NameOfSite(settings_.Store().Map(), address.toStdU16String()));
           },
-          [this](const Site& site) { return SiteKey(site, endpoints_); }),
+          [this](const Site& site) { return SiteKey(site, endpoints_); },
+          [this](const std::string& host) { return hostKeys_.QuestionFor(host); }),
       automations_(connection_, messages_, classifier_.Pages()),
       reconnector_({.connection = connection_,
                     .automations = automations_,
@@ -50,6 +52,7 @@ CQuillDoc::CQuillDoc(DocumentParts parts)
                   .automations = automations_}) {
   connect(&settings_, &UserSettings::Changed, this, &CQuillDoc::OnSettingsChanged);
   connect(&connection_, &Connection::SiteReached, this, &CQuillDoc::KeepSite);
+  connect(&connection_, &Connection::SiteReached, this, [this] { hostKeys_.OnReached(); });
   connect(&connection_, &Connection::StatusChanged, this, &CQuillDoc::StatusChanged);
   connect(&automations_, &Automations::Changed, this, &CQuillDoc::StatusChanged);
   connect(&reconnector_, &Reconnector::Changed, this, &CQuillDoc::StatusChanged);

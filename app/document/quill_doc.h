@@ -11,6 +11,7 @@
 #include <QObject>
 
 #include "app/document/bookmarks.h"
+#include "app/document/host_keys.h"
 #include "app/document/user_settings.h"
 #include "app/session/automations.h"
 #include "app/session/connection.h"
@@ -52,6 +53,7 @@ class CQuillDoc : public QObject {
   Connection& GetConnection() { return connection_; }
   Automations& GetAutomations() { return automations_; }
   Reconnector& GetReconnector() { return reconnector_; }
+  HostKeys& GetHostKeys() { return hostKeys_; }
   UserSettings& GetSettings() { return settings_; }
   Bookmarks& GetBookmarks() { return bookmarks_; }
   AccountStore& Account() { return account_; }
@@ -99,6 +101,7 @@ class CQuillDoc : public QObject {
   MessageTarget messages_;
   TermSession session_;
   SessionDriver driver_;
+  HostKeys hostKeys_;
   Connection connection_;
   Automations automations_;
   Reconnector reconnector_;

@@ -11,7 +11,7 @@
 namespace quillet {
 namespace {
 
-enum class Detail { kNone, kShown };
+enum class Detail { kNone, kShown, kFingerprint };
 
 // One row per way in which a connection ends. {site} is the address as given, {limit} the longest allowed.
 struct EndWords {
@@ -46,7 +46,7 @@ constexpr EndWords kEndWords[] = {
      u"站台不讓訪客登入", u"「{host}」不接受 SSH 連線用的公用帳號，請改用其他連線方式。"},
     {EndReason::kTerminalRefused, PanelTone::kProblem, PanelAction::kReconnect, Detail::kShown,
      u"站台不開終端機", u"「{host}」接受了連線，卻不提供終端機，可能已經客滿。"},
-    {EndReason::kHostKeyChanged, PanelTone::kProblem, PanelAction::kAskAddress, Detail::kNone,
+    {EndReason::kHostKeyChanged, PanelTone::kProblem, PanelAction::kAcceptHostKey, Detail::kFingerprint,
      u"站台的金鑰變了", u"「{host}」和上次連線時不是同一把金鑰，可能有人冒充。什麼都還沒有送出。"},
     {EndReason::kBadAddress, PanelTone::kProblem, PanelAction::kAskAddress, Detail::kNone, u"位址寫得不對",
      u"「{site}」不是可以連線的 WebSocket 位址，請檢查拼字。"},
@@ -102,6 +102,7 @@ bool IsUnwished(EndReason reason) {
 
 QString EnterHint(PanelAction action, EndReason reason) {
   if (IsUnwished(reason)) return u"Enter 或任意鍵重新連線　　Esc 看畫面"_qs;
+  if (action == PanelAction::kAcceptHostKey) return u"Enter 信任新的金鑰並連線，不自動登入　　Esc 不連線"_qs;
   if (action == PanelAction::kAskAddress) return u"Enter 改用其他位址　　Esc 看畫面"_qs;
   return reason == EndReason::kEndOfRecording ? u"Enter 重新播放　　Esc 看畫面"_qs
                                               : u"Enter 重新連線　　Esc 看畫面"_qs;
@@ -124,6 +125,8 @@ PanelText DescribeEnd(const SessionFacts& facts) {
   text.lines << Filled(words->line, facts);
   if (words->detail == Detail::kShown && !facts.end.detail.empty())
     text.lines << u"系統訊息：%1"_qs.arg(SystemText(facts.end.detail));
+  if (words->detail == Detail::kFingerprint)
+    text.lines << u"新的金鑰：%1"_qs.arg(QString::fromStdString(facts.end.detail));
   if (facts.farewell == Farewell::kReplaced) text.lines << u"這個帳號在別處登入，這裡的連線因此結束。"_qs;
   if (facts.unsentBytes > 0) text.lines << UnsentLine(facts.unsentBytes);
   text.tone = words->tone;

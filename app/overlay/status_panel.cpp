@@ -164,6 +164,9 @@ bool StatusPanel::OnKey(int virtualKey) {
     action = Text().onEnter;
   else if (IsActive())
     action = Text().onEscape;
+  // A key that was meant for what stood there before decides nothing that matters.
+  const bool isSeen = sinceShown_.isValid() && sinceShown_.elapsed() >= kTypingPauseMs;
+  if (action == PanelAction::kAcceptHostKey && !isSeen) action = PanelAction::kNone;
   if (action == PanelAction::kDismiss) Dismiss();
   if (action == PanelAction::kNone) Recall();
   answered_(action);

@@ -14,8 +14,13 @@ constexpr int kFarewellMs = 100;
 
 }  // namespace
 
-Connection::Connection(TermSession& session, SessionDriver& driver, Naming nameOf, Keying keyOf)
-    : session_(session), driver_(driver), nameOf_(std::move(nameOf)), keyOf_(std::move(keyOf)) {}
+Connection::Connection(TermSession& session, SessionDriver& driver, Naming nameOf, Keying keyOf,
+                       HostAsking askHost)
+    : session_(session),
+      driver_(driver),
+      nameOf_(std::move(nameOf)),
+      keyOf_(std::move(keyOf)),
+      askHost_(std::move(askHost)) {}
 
 // ---- Beginning
 
@@ -63,11 +68,15 @@ void Connection::Reset() {
 }
 
 void Connection::StartConnect(bool autoLogin) {
-  const ConnectTraits traits{.isBbs = site_.isBbs, .autoLogin = autoLogin};
+  ConnectTraits traits{.isBbs = site_.isBbs, .autoLogin = autoLogin};
+  const std::string address = site_.address.toStdString();
+  // Who makes his own transport knows whom he reaches.
+  if (askHost_)
+    traits.hostKey = askHost_(site_.makeTransport ? std::string() : ParseSiteAddress(address).address.host);
   if (site_.makeTransport)
     session_.StartConnectWith(site_.makeTransport(), traits);
   else
-    session_.StartConnect(site_.address.toStdString(), traits);
+    session_.StartConnect(address, traits);
 }
 
 // Until the session says that it has ended, all of the attempt's screens may still be on their way.

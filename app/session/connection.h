@@ -31,9 +31,12 @@ class Connection : public QObject {
 
   // What tells whether two sites are the same: SiteKey.
   using Keying = std::function<std::u16string(const Site& site)>;
+  // What a host with a key is asked when an attempt begins; may be empty.
+  using HostAsking = std::function<HostKeyQuestion(const std::string& host)>;
 
   // Both references outlive the object.
-  Connection(TermSession& session, SessionDriver& driver, Naming nameOf, Keying keyOf);
+  Connection(TermSession& session, SessionDriver& driver, Naming nameOf, Keying keyOf,
+             HostAsking askHost = {});
 
   // Begins to connect; AttemptEnded follows with `login` (null: none), or LoginDropped when another site is
   // wanted before that. An attempt that goes on is ended first.
@@ -127,6 +130,7 @@ class Connection : public QObject {
   SessionDriver& driver_;
   const Naming nameOf_;
   const Keying keyOf_;
+  const HostAsking askHost_;
   Site site_;
   LoginOrder login_;             // of the attempt that goes on; null: none
   std::optional<Attempt> next_;  // once that has ended

@@ -52,6 +52,11 @@ CMainFrame::CMainFrame(CQuillDoc& doc, QWidget* parent)
   view_->setFocus();
 }
 
+// The view asks the window's commands to its end, when it loses the keyboard.
+CMainFrame::~CMainFrame() {
+  delete view_;
+}
+
 void CMainFrame::SizeForView(QSize view) {
   resize(view + QSize(0, MenuHeight()));
 }

@@ -18,6 +18,7 @@ class CMainFrame : public QMainWindow {
  public:
   // `doc` outlives the frame.
   explicit CMainFrame(CQuillDoc& doc, QWidget* parent = nullptr);
+  ~CMainFrame() override;
 
   CQuillView& View() { return *view_; }
   // Makes the view this large, however large the screen is.

@@ -19,6 +19,11 @@ void CQuillView::PerformPanelAction(PanelAction action) {
     case PanelAction::kAskAddress:
       Commands().Run(Command::kConnect);
       break;
+    case PanelAction::kAcceptHostKey:
+      if (doc_.GetHostKeys().AcceptChanged())
+        doc_.GetReconnector().ReconnectWith(nullptr, Reconnector::Told::kYes);
+      TellFileProblems();
+      break;
     case PanelAction::kAskLogin:
       AskLogin();
       break;

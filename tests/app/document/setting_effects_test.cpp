@@ -206,6 +206,7 @@ TEST_F(SettingEffectsTest, EachRowThatIsActedOnChangesSomethingThatTheProgramUse
   Watch([&] { return Ground(); });
   Watch([&] { return News(); });
   Watch([&] { return LoginFormSays(); });
+  Watch([&] { return doc->GetHostKeys().QuestionFor("bbs.example") != nullptr; });
   ASSERT_EQ(Different(), nullptr) << "of itself";
 
   for (const SettingRow& row : SettingTable()) {
