@@ -6,7 +6,16 @@
 
 namespace quillet {
 
-enum class PanelAction { kNone, kReconnect, kAskAddress, kAcceptHostKey, kAskLogin, kCancel, kStopRetrying, kDismiss };
+enum class PanelAction {
+  kNone,
+  kReconnect,
+  kAskAddress,
+  kAcceptHostKey,
+  kAskLogin,
+  kCancel,
+  kStopRetrying,
+  kDismiss
+};
 enum class PanelTone { kCalm, kBusy, kEnded, kProblem };
 
 struct PanelText {

@@ -24,7 +24,8 @@ OptionBehaviorPanel::OptionBehaviorPanel(std::function<void()> becomeDefaultBrow
                                    {&S::webArticle, &S::autoRefreshPush, &S::markAfterPush});
   controls_.AddRow(*articles, &S::preventUpDownChangeArticle);
   AddGroup(*right, QStringLiteral("通知"), controls_, {&S::notifyArticleChanged, &S::playSound, &S::flash});
-  AddGroup(*right, QStringLiteral("連線"), controls_, {&S::leaveMode, &S::autoReconnect, &S::keepAwake, &S::knowHosts});
+  AddGroup(*right, QStringLiteral("連線"), controls_,
+           {&S::leaveMode, &S::autoReconnect, &S::keepAwake, &S::knowHosts});
   AddGroup(*right, QStringLiteral("複製與貼上"), controls_, {&S::copyWhenSelect, &S::pasteAutoChangeLine});
 }
 
