@@ -20,8 +20,6 @@ constexpr const char* kPassword = "";
 constexpr int kTerminalColumns = 80;
 constexpr int kTerminalRows = 24;
 
-// The most that one read hands to the screen.
-constexpr std::size_t kReadSize = 16384;
 // The library is asked at least so often, because it may hold bytes that a write has brought in.
 constexpr int kReadInterval = 1;  // milliseconds
 // A wait for an answer of the host costs a person nothing that he would feel.

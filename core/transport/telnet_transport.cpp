@@ -6,8 +6,6 @@
 namespace quillet {
 namespace {
 
-// The most that one read hands to the screen.
-constexpr std::size_t kReadSize = 16384;
 
 std::string AttemptLine(const ResolvedAddress& address) {
   const char* family = address.family == ResolvedAddress::Family::kIpv6 ? "IPv6" : "IPv4";

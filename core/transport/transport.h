@@ -11,6 +11,9 @@
 
 namespace quillet {
 
+// The most that one read hands to the screen, in bytes.
+inline constexpr std::size_t kReadSize = 16384;
+
 // Why a connection ended or never came to be; the view turns it into words.
 enum class EndReason : int {
   kNone = 0,        // still connecting or connected
