@@ -316,7 +316,7 @@ void LoginController::OnLoginEnded(const LoginEnd& end) {
       break;
     case LoginEnd::How::kNotConnected:
       // It was let in before, and is given again when the connection is made anew.
-      if (parts_.connection.LoginAgain()) break;
+      if (parts_.connection.LoginKept()) break;
       aim_ = parts_.connection.CurrentSite();
       Open(entry, DescribeBrokenLogin(parts_.connection.Facts()));
       break;
