@@ -17,11 +17,11 @@ namespace quillet {
 struct Endpoints;
 
 struct DemoOptions {
-  std::filesystem::path contentFolder;   // holds boards/, users.txt and the screens
-  std::uint16_t port = 0;                // for telnet; 0: the system chooses
-  std::optional<std::uint16_t> sshPort;  // the same for SSH, which is served when there is one
+  std::filesystem::path contentFolder;     // holds boards/, users.txt and the screens
+  std::uint16_t port = 0;                  // for telnet; 0: the system chooses
+  std::optional<std::uint16_t> sshPort{};  // the same for SSH, which is served when there is one
   // The same for WebSocket.
-  std::optional<std::uint16_t> webSocketPort;
+  std::optional<std::uint16_t> webSocketPort{};
   // How the bytes are cut into writes. kAsBbs splits as a busy BBS does, inside sequences and characters too.
   enum class Writes { kWhole, kAsBbs, kEveryByte } writes = Writes::kAsBbs;
   std::uint32_t seed = 1;                     // of the splits and of everything else that looks random

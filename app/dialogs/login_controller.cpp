@@ -316,7 +316,7 @@ void LoginController::OnLoginEnded(const LoginEnd& end) {
       break;
     case LoginEnd::How::kNotConnected:
       // It was let in before, and is given again when the connection is made anew.
-      if (parts_.connection.LoginAgain()) break;
+      if (parts_.connection.LoginKept()) break;
       // The panel asks first whether the host is to be trusted.
       if (parts_.connection.Facts().end.reason == EndReason::kHostKeyChanged) break;
       aim_ = parts_.connection.CurrentSite();

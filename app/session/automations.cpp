@@ -24,6 +24,7 @@ Automations::Automations(Connection& connection, MessageTarget& messages, const 
   connect(&connection_, &Connection::AttemptEnded, this, &Automations::LogIn);
   connect(&connection_, &Connection::LoginDropped, this,
           [this] { emit LoginEnded({.how = LoginEnd::How::kTakenOver, .said = {}}); });
+  connect(this, &Automations::LoginEnded, &connection_, &Connection::NoteLoginOver);
   connect(&connection_, &Connection::PushSeen, this, &Automations::OnPushSeen);
 }
 

@@ -95,6 +95,7 @@ void Connection::Review() {
   stopping_ = false;
   const LoginOrder login = std::exchange(login_, nullptr);
   NoteStatus();
+  underWay_ = login;
   if (WasMade()) emit SiteReached();
   emit AttemptEnded(login);
   if (IsClosed()) TellEnd();
@@ -174,6 +175,10 @@ void Connection::KeepLogin(const LoginOrder& login) {
 
 LoginOrder Connection::LoginAgain() const {
   if (const LoginOrder& wanted = WantedLogin()) return wanted;
+  return underWay_ ? underWay_ : LoginKept();
+}
+
+LoginOrder Connection::LoginKept() const {
   return HasLeft() ? nullptr : kept_.For(keyOf_(next_ ? next_->site : site_));
 }
 

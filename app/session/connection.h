@@ -74,8 +74,11 @@ class Connection : public QObject {
   void KeepLogin(const LoginOrder& login);
   // The site refuses it.
   void ForgetLogin() { kept_.Forget(); }
-  // What the user would log in with here once more: what is on its way, else what has succeeded at this site
-  // since he left it last; null when there is none.
+  // Whatever has become of the one that AttemptEnded told of.
+  void NoteLoginOver() { underWay_.reset(); }
+  // What has succeeded at this site since the user left it last; null when there is none.
+  LoginOrder LoginKept() const;
+  // What he would log in with here once more: what is on its way, else what is kept.
   LoginOrder LoginAgain() const;
   // It is known without a screen who is logged in.
   void NoteLogin(const std::u16string& id);
@@ -133,6 +136,7 @@ class Connection : public QObject {
   const HostAsking askHost_;
   Site site_;
   LoginOrder login_;             // of the attempt that goes on; null: none
+  LoginOrder underWay_;          // of the connection that is there, until it is over
   std::optional<Attempt> next_;  // once that has ended
   Sightings seen_;
   KeptLogin kept_;

@@ -21,6 +21,8 @@ Kind KindOf(const ConnectionEnd& end) {
       return end.wasMade ? Kind::kLost : Kind::kUnreachable;
     case EndReason::kResolveFailed:
     case EndReason::kConnectFailed:
+    case EndReason::kGatewayUnreachable:
+    case EndReason::kGatewaySilent:
       return Kind::kUnreachable;
     default:
       return Kind::kFinal;

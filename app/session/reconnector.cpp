@@ -74,7 +74,7 @@ void Reconnector::OnAttemptEnded() {
 void Reconnector::OnEnded(ConnectionEnd end) {
   const bool isLoginOn = loginBroken_ || parts_.automations.Current() == Activity::kLogin;
   // One that has succeeded before may be given again. Any other is the form's, which says what became of it.
-  end.isLoginOpen = isLoginOn && parts_.connection.LoginAgain() == nullptr;
+  end.isLoginOpen = isLoginOn && parts_.connection.LoginKept() == nullptr;
   plan_.OnEnded(end, parts_.clock());
   if (!parts_.isWanted()) plan_.Stop();
   Review();

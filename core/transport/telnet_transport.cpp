@@ -6,7 +6,6 @@
 namespace quillet {
 namespace {
 
-
 std::string AttemptLine(const ResolvedAddress& address) {
   const char* family = address.family == ResolvedAddress::Family::kIpv6 ? "IPv6" : "IPv4";
   return std::string(" ") + family + ": " + address.text + ",port is " + std::to_string(address.port) + "\n";

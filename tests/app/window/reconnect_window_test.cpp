@@ -1,5 +1,7 @@
 // A connection that is lost, as the user sees it: told, made anew, logged in again; or not, where he wished
 // so.
+#include <atomic>
+
 #include <QElapsedTimer>
 #include <QTimer>
 
@@ -8,6 +10,7 @@
 #include "demo/demo_server.h"
 #include "input/text/screen_text.h"
 #include "tests/app/window_fixture.h"
+#include "tests/support/loopback_server.h"
 
 namespace quillet {
 namespace {
@@ -42,8 +45,8 @@ class ReconnectWindowTest : public WindowTest {
     demo = std::make_unique<DemoServer>(options);
     ASSERT_EQ(demo->Error(), "");
   }
-  void LogIn() {
-    doc->GetSettings().Set(&Settings::site, QString::fromStdString(demo->Address()).toStdU16String());
+  void LogIn(const std::string& site) {
+    doc->GetSettings().Set(&Settings::site, QString::fromStdString(site).toStdU16String());
     View().AskLogin();
     TypeText("alice");
     Press(Qt::Key_Tab, "\t");
@@ -63,7 +66,7 @@ TEST_F(ReconnectWindowTest, ALostLoginIsCountedDownToAndThereAgain) {
   WantIt();
   StartDemo();
   const std::uint16_t port = demo->Port();
-  LogIn();
+  LogIn(demo->Address());
   ASSERT_TRUE(IsIn());
   demo.reset();
   ASSERT_TRUE(Until([&] { return PanelLines().contains(u"1 秒後自動重新連線"_qs); }))
@@ -89,7 +92,7 @@ TEST_F(ReconnectWindowTest, ALostLoginIsCountedDownToAndThereAgain) {
 TEST_F(ReconnectWindowTest, WhoLogsOutStaysOutAndIsNotLoggedInAgain) {
   WantIt();
   StartDemo();
-  LogIn();
+  LogIn(demo->Address());
   ASSERT_TRUE(IsIn());
   TypeText("g");
   Enter();
@@ -103,6 +106,38 @@ TEST_F(ReconnectWindowTest, WhoLogsOutStaysOutAndIsNotLoggedInAgain) {
   ASSERT_TRUE(Reads(u"請輸入代號"_qs));
   EXPECT_TRUE(IsIdle());
   EXPECT_EQ(Line().LoginAgain(), nullptr);
+}
+
+TEST_F(ReconnectWindowTest, WhomAnotherLoginOfHisOwnHasReplacedIsLeftAtThat) {
+  WantIt();
+  StartDemo();
+  LogIn(demo->Address());
+  ASSERT_TRUE(IsIn());
+  TermSession other{SessionOptions{}};
+  other.Connect(demo->Address());
+  other.SendBytes("alice\rwonder\r\r");
+  ASSERT_TRUE(Until([&] { return ended == 1; }));
+  EXPECT_TRUE(PanelLines().contains(u"在別處登入"_qs)) << PanelLines().toStdString();
+  EXPECT_EQ(Left(), 0);
+}
+
+TEST_F(ReconnectWindowTest, ALoginThatHangsIsGivenOnceMore) {
+  int clients = 0;
+  std::atomic<bool> isGiven{false};
+  LoopbackServer server([&](Socket& client, const StopSignal& stop) {
+    constexpr std::size_t kOpeningKeys = 40;
+    if (clients++ > 0)
+      SendText(client, "\x1B[21;1H" + ToBig5(u"請輸入代號，或以 guest 參觀，或以 new 註冊: "), stop);
+    std::string typed;
+    ReceiveText(client, typed, kOpeningKeys + 6, stop);
+    isGiven = typed.ends_with("alice\r");
+  });
+  LogIn(server.SiteAddress());
+  ASSERT_TRUE(Until([&] { return doc->GetAutomations().Current() == Activity::kLogin; }));
+  Press(Qt::Key_R, {}, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_TRUE(Until([&] { return isGiven.load(); }));
+  ASSERT_TRUE(Until([&] { return View().Login().Form() != nullptr; })) << "the server has hung up on it";
+  EXPECT_EQ(View().Login().Form()->Entry().account, "alice") << "it was the form's all the while";
 }
 
 TEST_F(ReconnectWindowTest, ARefusedLoginIsGivenNoSecondTime) {
