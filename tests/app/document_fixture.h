@@ -86,7 +86,8 @@ class DocumentTest : public WithTables {
     doc->GetConnection().Open(
         {.address = "script",
          .name = {},
-         .makeTransport = [this] { return std::make_unique<ScriptedTransport>(script); }},
+         .makeTransport = [this] { return std::make_unique<ScriptedTransport>(script); },
+         .isRecording = true},
         std::move(login));
   }
   // The attempt has ended.
