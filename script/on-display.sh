@@ -69,12 +69,14 @@ set_up_home() {
   quillet=$home/program/$(basename "$quillet")
 }
 
-# Ends on the main menu.
+# log_in [OPTION...]: of the program. Ends on the main menu.
 log_in() {
   export QT_QPA_PLATFORM=xcb LC_ALL=C.UTF-8 NO_AT_BRIDGE=1
-  start openbox --config-file "$home/openbox.xml"
-  until_true 15 xdotool get_desktop || die "The window manager does not start."
-  start "$quillet" --demo
+  if ! xdotool get_desktop > /dev/null 2>&1; then
+    start openbox --config-file "$home/openbox.xml"
+    until_true 15 xdotool get_desktop || die "The window manager does not start."
+  fi
+  start "$quillet" --demo "$@"
   until_true 30 xdotool search --onlyvisible --name Quillet ||
     fail "The window does not open: $(cat "$home/$(basename "$quillet").log")"
   expect 請輸入代號
