@@ -21,7 +21,7 @@ class DemoTest : public WithTables {
     DemoOptions options;
     options.contentFolder = content;
     options.writes = writes;
-    options.sshPort = sshPort;
+    options.sshPort = options.webSocketPort = otherPorts;
     options.log = [this](std::string_view line) { closed += line == "closed"; };
     server = std::make_unique<DemoServer>(options);
     ASSERT_EQ(server->Error(), "");
@@ -37,8 +37,8 @@ class DemoTest : public WithTables {
     return client;
   }
   std::filesystem::path content = QUILLET_SOURCE_DIR "/tests/demo/data";
-  std::optional<std::uint16_t> sshPort;  // set by whoever needs it before SetUp
-  std::atomic<int> closed{0};            // connections that the server has done with
+  std::optional<std::uint16_t> otherPorts;  // than telnet's; set by whoever needs them before SetUp
+  std::atomic<int> closed{0};               // connections that the server has done with
   std::unique_ptr<DemoServer> server;
 };
 
