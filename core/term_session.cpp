@@ -56,7 +56,7 @@ TermSession::~TermSession() {
 
 // ---- Beginning
 
-void TermSession::StartConnect(std::string_view address, ConnectTraits traits) {
+void TermSession::StartConnect(std::string_view address, const ConnectTraits& traits) {
   if (CalledFromInside()) return;
   std::lock_guard lock(lifecycleLock_);
   const ParsedAddress parsed = ParseSiteAddress(address);
@@ -75,7 +75,7 @@ void TermSession::StartConnect(std::string_view address, ConnectTraits traits) {
   Begin(std::move(transport));
 }
 
-void TermSession::StartConnectWith(std::unique_ptr<Transport> transport, ConnectTraits traits) {
+void TermSession::StartConnectWith(std::unique_ptr<Transport> transport, const ConnectTraits& traits) {
   if (CalledFromInside()) return;
   std::lock_guard lock(lifecycleLock_);
   EndLink();
@@ -84,14 +84,14 @@ void TermSession::StartConnectWith(std::unique_ptr<Transport> transport, Connect
   Begin(std::move(transport));
 }
 
-void TermSession::Connect(std::string_view address, const IdleHook& idle, ConnectTraits traits) {
+void TermSession::Connect(std::string_view address, const IdleHook& idle, const ConnectTraits& traits) {
   if (CalledFromInside()) return;
   StartConnect(address, traits);
   WaitForAttempt(idle);
 }
 
 void TermSession::ConnectWith(std::unique_ptr<Transport> transport, const IdleHook& idle,
-                              ConnectTraits traits) {
+                              const ConnectTraits& traits) {
   if (CalledFromInside()) return;
   StartConnectWith(std::move(transport), traits);
   WaitForAttempt(idle);

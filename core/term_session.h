@@ -61,14 +61,14 @@ class TermSession : private TransportEvents {
   // Ends any previous connection, resets the screen and begins to connect; the site's answer is not waited
   // for. The watcher is handed a screen when the attempt has ended: kConnected or kDisconnected.
   // User-interface thread. A call from within the idle hook or the watcher does nothing.
-  void StartConnect(std::string_view address, ConnectTraits traits = {});
+  void StartConnect(std::string_view address, const ConnectTraits& traits = {});
   // The same over a transport made by the caller (a recorded stream, a test's script); `host` is empty then.
-  void StartConnectWith(std::unique_ptr<Transport> transport, ConnectTraits traits = {});
+  void StartConnectWith(std::unique_ptr<Transport> transport, const ConnectTraits& traits = {});
 
   // The same two, but they return when the attempt has ended; `state` then is connected or closed.
-  void Connect(std::string_view address, const IdleHook& idle = {}, ConnectTraits traits = {});
+  void Connect(std::string_view address, const IdleHook& idle = {}, const ConnectTraits& traits = {});
   void ConnectWith(std::unique_ptr<Transport> transport, const IdleHook& idle = {},
-                   ConnectTraits traits = {});
+                   const ConnectTraits& traits = {});
 
   // Ends the connection and joins both threads; returns within two seconds whatever the peer does, and within
   // a fraction of one unless the transport has a goodbye that the peer leaves without an answer. From within

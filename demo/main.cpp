@@ -54,31 +54,30 @@ bool WriteAuthority(const std::string& path, const std::string& authority) {
   return file.flush().good();
 }
 
+// False for an option that there is not, or a value that it cannot have.
+bool ReadOption(const std::string& name, const std::string& value, Arguments& read) {
+  quillet::DemoOptions& options = read.options;
+  if (name == "--port") return ReadPort(value, options.port);
+  if (name == "--ssh-port") return ReadPort(value, options.sshPort.emplace());
+  if (name == "--wss-port") return ReadPort(value, options.webSocketPort.emplace());
+  if (name == "--once-writes") {
+    const auto writes = WritesNamed(value);
+    options.writes = writes.value_or(options.writes);
+    return writes.has_value();
+  }
+  if (name == "--ca-file")
+    read.authorityFile = value;
+  else if (name == "--content")
+    options.contentFolder = value;
+  else
+    return false;
+  return true;
+}
+
 // Every option takes a value. False for anything that is not understood.
 bool ReadArguments(int count, char** arguments, Arguments& read) {
-  quillet::DemoOptions& options = read.options;
-  for (int i = 1; i < count; i += 2) {
-    if (i + 1 >= count) return false;
-    const std::string name = arguments[i];
-    const std::string value = arguments[i + 1];
-    if (name == "--port") {
-      if (!ReadPort(value, options.port)) return false;
-    } else if (name == "--ssh-port") {
-      if (!ReadPort(value, options.sshPort.emplace())) return false;
-    } else if (name == "--wss-port") {
-      if (!ReadPort(value, options.webSocketPort.emplace())) return false;
-    } else if (name == "--ca-file") {
-      read.authorityFile = value;
-    } else if (name == "--content") {
-      options.contentFolder = value;
-    } else if (name == "--once-writes") {
-      const auto writes = WritesNamed(value);
-      if (!writes) return false;
-      options.writes = *writes;
-    } else {
-      return false;
-    }
-  }
+  for (int i = 1; i < count; i += 2)
+    if (i + 1 >= count || !ReadOption(arguments[i], arguments[i + 1], read)) return false;
   return true;
 }
 

@@ -182,8 +182,8 @@ std::string Payload(const library::websocket_incoming_message& message) {
 WebSocketAddress ReadWebSocketAddress(const std::string& text) {
   WebSocketAddress address;
   try {
-    const web::uri uri(text);
-    address.host = uri.host();
+    const web::uri uri(utility::conversions::to_string_t(text));
+    address.host = utility::conversions::to_utf8string(uri.host());
     if (address.host.size() >= 2 && address.host.front() == '[')
       address.host = address.host.substr(1, address.host.size() - 2);
     address.port = uri.port() > 0 ? std::to_string(uri.port()) : kDefaultPort;
@@ -222,7 +222,7 @@ struct WebSocketLine::Impl : std::enable_shared_from_this<Impl> {
 
 void WebSocketLine::Impl::Begin(const std::string& uri, const std::string& authority) {
   library::websocket_client_config config;
-  config.headers().add("Origin", kOrigin);
+  config.headers().add(U("Origin"), utility::conversions::to_string_t(std::string(kOrigin)));
   config.set_ssl_context_callback([watch = certificate, authority](boost::asio::ssl::context& context) {
     if (!authority.empty()) context.add_certificate_authority(boost::asio::buffer(authority));
     watch->Attach(context.native_handle());
@@ -233,7 +233,7 @@ void WebSocketLine::Impl::Begin(const std::string& uri, const std::string& autho
     client = made;
   }
   Listen();
-  made->connect(web::uri(uri))
+  made->connect(web::uri(utility::conversions::to_string_t(uri)))
       .then([self = shared_from_this()](const pplx::task<void>& task) { self->OnConnected(task); },
             InPlace());
 }

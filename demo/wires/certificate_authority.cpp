@@ -71,10 +71,11 @@ bool Number(X509* card) {
 // Everything but the extensions and the signature.
 Card Begin(EVP_PKEY* key, const char* name, std::chrono::seconds begins, std::chrono::seconds ends) {
   Card card(X509_new());
-  const bool begun = card && X509_set_version(card.get(), kVersion3) == 1 && Number(card.get()) &&
-                     X509_gmtime_adj(X509_getm_notBefore(card.get()), begins.count()) != nullptr &&
-                     X509_gmtime_adj(X509_getm_notAfter(card.get()), ends.count()) != nullptr &&
-                     X509_set_pubkey(card.get(), key) == 1 && Name(X509_get_subject_name(card.get()), name);
+  const bool begun =
+      card && X509_set_version(card.get(), kVersion3) == 1 && Number(card.get()) &&
+      X509_gmtime_adj(X509_getm_notBefore(card.get()), static_cast<long>(begins.count())) != nullptr &&
+      X509_gmtime_adj(X509_getm_notAfter(card.get()), static_cast<long>(ends.count())) != nullptr &&
+      X509_set_pubkey(card.get(), key) == 1 && Name(X509_get_subject_name(card.get()), name);
   return begun ? std::move(card) : nullptr;
 }
 

@@ -1,8 +1,11 @@
 #include "platform/stream_tuning.h"
 
-#include <mstcpip.h>
+// The last needs what the others declare.
+// clang-format off
 #include <winsock2.h>
 #include <ws2tcpip.h>
+#include <mstcpip.h>
+// clang-format on
 
 namespace quillet {
 namespace {
