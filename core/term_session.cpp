@@ -71,7 +71,6 @@ void TermSession::StartConnect(std::string_view address, const ConnectTraits& tr
   } catch (const std::system_error& error) {
     return Fail(EndReason::kConnectFailed, error.what());
   }
-  if (!transport) return Fail(EndReason::kUnsupported, {});
   Begin(std::move(transport));
 }
 
@@ -80,7 +79,6 @@ void TermSession::StartConnectWith(std::unique_ptr<Transport> transport, const C
   std::lock_guard lock(lifecycleLock_);
   EndLink();
   ResetForAttempt({}, traits);
-  if (!transport) return Fail(EndReason::kUnsupported, {});
   Begin(std::move(transport));
 }
 

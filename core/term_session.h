@@ -62,7 +62,8 @@ class TermSession : private TransportEvents {
   // for. The watcher is handed a screen when the attempt has ended: kConnected or kDisconnected.
   // User-interface thread. A call from within the idle hook or the watcher does nothing.
   void StartConnect(std::string_view address, const ConnectTraits& traits = {});
-  // The same over a transport made by the caller (a recorded stream, a test's script); `host` is empty then.
+  // The same over a transport made by the caller (a recorded stream, a test's script), which is not null;
+  // `host` is empty then.
   void StartConnectWith(std::unique_ptr<Transport> transport, const ConnectTraits& traits = {});
 
   // The same two, but they return when the attempt has ended; `state` then is connected or closed.

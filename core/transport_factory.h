@@ -1,4 +1,4 @@
-// Makes the transport for a site address: the one place that knows which kinds this build has. Called by the
+// Makes the transport for a site address: the one place that knows which transport a kind has. Called by the
 // session on the thread that connects.
 #pragma once
 
@@ -10,8 +10,8 @@
 
 namespace quillet {
 
-// Null for a kind that is not part of this build. Throws std::system_error when the system has no handles
-// left. `hostKey` is asked where the way to the site knows such keys.
+// Never null. Throws std::system_error when the system has no handles left. `hostKey` is asked where the way
+// to the site knows such keys.
 std::unique_ptr<Transport> MakeTransport(const SiteAddress& address, HostKeyQuestion hostKey = {});
 
 }  // namespace quillet

@@ -45,6 +45,8 @@ struct DemoServer::Impl {
   std::vector<std::thread> acceptors;
 
   void Start();
+  void OpenSsh(std::uint16_t port);
+  void OpenWebSocket(std::uint16_t port);
   void Listen(demo::OpenedDoor opened, std::unique_ptr<demo::Door>& door);
   void Accept(demo::Door& door);
   void Serve(std::unique_ptr<demo::Wire> wire);
@@ -63,12 +65,19 @@ void DemoServer::Impl::Start() {
   house = {options.hostName, options.webHost, options.contentFolder};
   nextSeed = options.seed;
   Listen(demo::OpenTelnetDoor(options.port), telnet);
-  if (options.sshPort) Listen(demo::OpenSshDoor(*options.sshPort), ssh);
-  if (options.webSocketPort) {
-    demo::OpenedWebSocketDoor door = demo::OpenWebSocketDoor(*options.webSocketPort);
-    authority = std::move(door.authority);
-    Listen(std::move(door.opened), webSocket);
-  }
+  if (options.sshPort) OpenSsh(*options.sshPort);
+  if (options.webSocketPort) OpenWebSocket(*options.webSocketPort);
+}
+
+void DemoServer::Impl::OpenSsh(std::uint16_t port) {
+  if (!ssh && error.empty()) Listen(demo::OpenSshDoor(port), ssh);
+}
+
+void DemoServer::Impl::OpenWebSocket(std::uint16_t port) {
+  if (webSocket || !error.empty()) return;
+  demo::OpenedWebSocketDoor door = demo::OpenWebSocketDoor(port);
+  authority = std::move(door.authority);
+  Listen(std::move(door.opened), webSocket);
 }
 
 void DemoServer::Impl::Listen(demo::OpenedDoor opened, std::unique_ptr<demo::Door>& door) {
@@ -121,6 +130,18 @@ std::uint16_t DemoServer::Port() const {
 
 std::uint16_t DemoServer::SshPort() const {
   return impl_->ssh ? impl_->ssh->Port() : 0;
+}
+
+std::string DemoServer::SshAddress() const {
+  return impl_->ssh ? impl_->ssh->Address() : std::string();
+}
+
+void DemoServer::OpenSsh() {
+  impl_->OpenSsh(0);
+}
+
+void DemoServer::OpenWebSocket() {
+  impl_->OpenWebSocket(0);
 }
 
 std::vector<std::string> DemoServer::Addresses() const {

@@ -45,6 +45,11 @@ class DemoServer {
   const std::string& Error() const;
   std::uint16_t Port() const;
   std::uint16_t SshPort() const;  // 0 when SSH is not served
+  std::string SshAddress() const;
+  // Serves these from now on too, on ports of the system's choice; nothing where they are served. Error tells
+  // when it cannot be done. The thread that made the server.
+  void OpenSsh();
+  void OpenWebSocket();
   // "telnet://127.0.0.1:PORT"
   std::string Address() const;
   // Of every road that is served, telnet first.

@@ -160,7 +160,7 @@ Socket::Result Socket::Connect(const ResolvedAddress& address, const StopSignal&
     Close();
     return impl_->Fail(fault);
   }
-  TuneStream(static_cast<std::intptr_t>(impl_->handle));
+  TuneStream(impl_->handle);
   return Result::kOk;
 }
 

@@ -22,12 +22,11 @@
 
 namespace quillet {
 
+using SocketHandle = NativeSocket;
 #ifdef _WIN32
-using SocketHandle = SOCKET;
 inline constexpr SocketHandle kNoSocket = INVALID_SOCKET;
 inline constexpr int kBothDirections = SD_BOTH;
 #else
-using SocketHandle = int;
 inline constexpr SocketHandle kNoSocket = -1;
 inline constexpr int kBothDirections = SHUT_RDWR;
 #endif

@@ -3,13 +3,13 @@
 // gives its handle. Any thread.
 #pragma once
 
-#include <cstdint>
+#include "platform/socket.h"
 
 namespace quillet {
 
 // Of a connected TCP stream: sends at once, asks a silent peer whether it is there, and gives up one that has
 // answered nothing for less than two minutes, whether something is on its way to it or not: reading then ends
-// with an error. `handle` is the system's own (a descriptor, a SOCKET).
-void TuneStream(std::intptr_t handle);
+// with an error.
+void TuneStream(NativeSocket stream);
 
 }  // namespace quillet

@@ -1,5 +1,4 @@
-// Which addresses the connect dialog and the login form propose. Pure but for the transport factory, which it
-// asks what this build can connect to. User-interface thread.
+// Which addresses the connect dialog and the login form propose. Pure; any thread.
 #pragma once
 
 #include <array>
@@ -21,7 +20,7 @@ struct LoginSites {
   struct Way {
     TransportKind kind = TransportKind::kTelnet;
     QString address;        // empty when no host is configured for it
-    bool possible = false;  // this build can connect to it
+    bool possible = false;  // there is an address to connect to
   };
   std::array<Way, 3> ways;  // Telnet, SSH, WSS
   TransportKind proposed = TransportKind::kTelnet;

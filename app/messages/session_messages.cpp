@@ -28,8 +28,6 @@ constexpr EndWords kEndWords[] = {
      u"不認得這個位址", u"「{site}」的開頭不是 telnet://、ssh:// 或 wss://。"},
     {EndReason::kAddressTooLong, PanelTone::kProblem, PanelAction::kAskAddress, Detail::kNone, u"位址太長了",
      u"站台位址最多 {limit} 個字元。"},
-    {EndReason::kUnsupported, PanelTone::kProblem, PanelAction::kAskAddress, Detail::kNone, u"還不能這樣連線",
-     u"這個版本還不支援「{site}」的連線方式，請改用 telnet:// 位址。"},
     {EndReason::kResolveFailed, PanelTone::kProblem, PanelAction::kReconnect, Detail::kShown, u"找不到站台",
      u"查不到「{host}」的網路位址，請檢查拼字與網路連線。"},
     {EndReason::kConnectFailed, PanelTone::kProblem, PanelAction::kReconnect, Detail::kShown, u"連不上站台",

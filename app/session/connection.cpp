@@ -69,14 +69,12 @@ void Connection::Reset() {
 
 void Connection::StartConnect(bool autoLogin) {
   ConnectTraits traits{.isBbs = site_.isBbs, .autoLogin = autoLogin};
+  if (site_.makeTransport) return session_.StartConnectWith(site_.makeTransport(), traits);
   const std::string address = site_.address.toStdString();
-  // Who makes his own transport knows whom he reaches.
-  if (askHost_)
-    traits.hostKey = askHost_(site_.makeTransport ? std::string() : ParseSiteAddress(address).address.host);
-  if (site_.makeTransport)
-    session_.StartConnectWith(site_.makeTransport(), traits);
-  else
-    session_.StartConnect(address, traits);
+  const SiteAddress host = ParseSiteAddress(address).address;
+  if (askHost_ && host.kind == TransportKind::kSsh)
+    traits.hostKey = askHost_(std::string(HostForLookup(host.host)));
+  session_.StartConnect(address, traits);
 }
 
 // Until the session says that it has ended, all of the attempt's screens may still be on their way.

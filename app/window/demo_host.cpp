@@ -26,19 +26,19 @@ std::variant<Site, QString> DemoHost::SiteBy(TransportKind way) {
   if (!server_) {
     DemoOptions options;
     options.contentFolder = contentFolder_;
-    options.sshPort = 0;
-    options.webSocketPort = 0;
     options.UseNames(hosts_);
     server_ = std::make_unique<DemoServer>(std::move(options));
   }
+  // A door costs time at its making and a thread that looks after it: only those that are wanted.
+  if (way == TransportKind::kSsh) server_->OpenSsh();
+  if (way == TransportKind::kWebSocket) server_->OpenWebSocket();
   if (!server_->Error().empty()) return QString::fromStdString(std::exchange(server_, nullptr)->Error());
   switch (way) {
     case TransportKind::kTelnet:
       break;
     case TransportKind::kSsh: {
-      const std::uint16_t port = server_->SshPort();
-      Site site = DemoSite("ssh://127.0.0.1:" + std::to_string(port), u"示範站台（SSH）"_qs);
-      site.makeTransport = [port] {
+      Site site = DemoSite(server_->SshAddress(), u"示範站台（SSH）"_qs);
+      site.makeTransport = [port = server_->SshPort()] {
         return std::make_unique<SshTransport>(kLoopback, SshOptions{.port = port});
       };
       return site;

@@ -1,14 +1,14 @@
 #include "bbs/automation/log_out.h"
 
 #include "bbs/automation/page_walk.h"
+#include "bbs/farewell_watch.h"
 #include "core/charset.h"
 
 namespace quillet {
 namespace {
 
-// The title of the menu, and the row in which the BBS asks once more.
+// The title of the menu.
 constexpr int kTitleCol = 2;
-constexpr int kQuestionRow = 22;
 // So long the BBS may take to show that it has heard the answer; it is left in any case then.
 constexpr std::chrono::milliseconds kFarewell{2000};
 // A page that does not change for so long is complete; one that goes on changing is waited for no longer.
@@ -16,9 +16,9 @@ constexpr std::chrono::milliseconds kQuiet{150};
 constexpr int kMostPieces = 10;
 
 LogOutResult SayGoodbye(ScreenWaits& waits) {
-  const std::string question = ToBig5(u"您確定要離開");
+  const FarewellWatch farewell;
   const auto asks = [&](const ScreenSnapshot& screen) {
-    return RowStartsWith(screen, kQuestionRow, 0, std::string_view(question));
+    return farewell.Read(screen) == Farewell::kLoggedOut;
   };
   // The letter goes to the item, wherever in the menu it stands.
   waits.Send("g\r");

@@ -131,7 +131,7 @@ int SshTransport::Line::Connect() {
   const int result = ssh_connect(session_);
   const socket_t stream = ssh_get_fd(session_);
   if (!isTuned_ && stream != SSH_INVALID_SOCKET) {
-    TuneStream(static_cast<std::intptr_t>(stream));
+    TuneStream(stream);
     isTuned_ = true;
   }
   isConnected_ = result == SSH_OK;

@@ -19,7 +19,6 @@ enum class EndReason : int {
   kNone = 0,        // still connecting or connected
   kUnknownScheme,   // the address names a transport that nobody knows
   kAddressTooLong,  //
-  kUnsupported,     // the transport is not part of this build
   kResolveFailed,   // the host has no address
   kConnectFailed,   // nobody answered, or the peer refused
   kCancelled,       // the user gave up while connecting

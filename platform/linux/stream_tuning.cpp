@@ -22,8 +22,7 @@ void Set(int handle, int level, int name, Value value) {
 
 }  // namespace
 
-void TuneStream(std::intptr_t handle) {
-  const int stream = static_cast<int>(handle);
+void TuneStream(NativeSocket stream) {
   Set(stream, IPPROTO_TCP, TCP_NODELAY, 1);
   Set(stream, IPPROTO_TCP, TCP_KEEPIDLE, kSilenceSeconds);
   Set(stream, IPPROTO_TCP, TCP_KEEPINTVL, kAskAgainSeconds);

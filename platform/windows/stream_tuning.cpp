@@ -24,8 +24,7 @@ void Set(SOCKET stream, int name, Value value) {
 
 }  // namespace
 
-void TuneStream(std::intptr_t handle) {
-  const SOCKET stream = static_cast<SOCKET>(handle);
+void TuneStream(NativeSocket stream) {
   Set(stream, TCP_NODELAY, DWORD{1});
   Set(stream, kGiveUpAfter, kUnansweredSeconds);
   tcp_keepalive questions{};

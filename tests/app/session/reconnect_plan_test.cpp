@@ -68,10 +68,9 @@ TEST_F(ReconnectPlanTest, OnlyWhatNobodyWishedIsMadeAnew) {
       EXPECT_FALSE(GoesOnAfter(wished));
     }
   }
-  for (const EndReason reason :
-       {EndReason::kUnknownScheme, EndReason::kAddressTooLong, EndReason::kUnsupported,
-        EndReason::kResolveFailed, EndReason::kConnectFailed, EndReason::kCancelled, EndReason::kClosedByUser,
-        EndReason::kEndOfRecording})
+  for (const EndReason reason : {EndReason::kUnknownScheme, EndReason::kAddressTooLong,
+                                 EndReason::kResolveFailed, EndReason::kConnectFailed, EndReason::kCancelled,
+                                 EndReason::kClosedByUser, EndReason::kEndOfRecording})
     EXPECT_FALSE(GoesOnAfter(Ended(reason))) << static_cast<int>(reason);
 }
 
