@@ -3,6 +3,8 @@
 // gives its handle. Any thread.
 #pragma once
 
+#include <span>
+
 #include "platform/socket.h"
 
 namespace quillet {
@@ -11,5 +13,9 @@ namespace quillet {
 // answered nothing for less than two minutes, whether something is on its way to it or not: reading then ends
 // with an error.
 void TuneStream(NativeSocket stream);
+
+// The same for every stream of this process that is connected to one of these: for a library that shows
+// nobody its own. Returns how many there were; 0 on a system that lets no program see its own streams.
+int TuneStreamsTo(std::span<const ResolvedAddress> peers);
 
 }  // namespace quillet

@@ -327,8 +327,10 @@ TransportEnd SshTransport::OpenTerminal() {
 TransportEnd SshTransport::ReceiveUntilEnd(TransportEvents& events) {
   std::array<std::uint8_t, kReadSize> buffer;
   const NativeSocket stream = line_->Stream();
-  while (!stop_.WaitForInput(stream, kReadInterval)) {
-    const int count = line_->Read(buffer);
+  int count = 0;
+  // Where some came, more may wait already.
+  while (count > 0 ? !stop_.IsSet() : !stop_.WaitForInput(stream, kReadInterval)) {
+    count = line_->Read(buffer);
     if (count > 0)
       events.OnReceived(std::span(buffer).first(static_cast<std::size_t>(count)));
     else if (count == SSH_EOF || (count != 0 && count != SSH_AGAIN && line_->HasEnded()))

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/transport/websocket_line.h"
+#include "platform/stream_tuning.h"
 
 namespace quillet {
 namespace {
@@ -43,12 +44,13 @@ TransportEnd WebSocketTransport::Run(TransportEvents& events) {
     line_ = line;
   }
   bool connected = false;
-  TransportEnd end = Follow(*line, events, connected);
+  TransportEnd end = Follow(*line, events, *resolution, connected);
   line->Close(connected ? kGoodbye : std::chrono::milliseconds(0));
   return end;
 }
 
-TransportEnd WebSocketTransport::Follow(WebSocketLine& line, TransportEvents& events, bool& connected) {
+TransportEnd WebSocketTransport::Follow(WebSocketLine& line, TransportEvents& events,
+                                        const Resolution& resolution, bool& connected) {
   const std::string timedOut = std::make_error_code(std::errc::timed_out).message();
   bool answers = false;
   int questions = 0;
@@ -57,6 +59,9 @@ TransportEnd WebSocketTransport::Follow(WebSocketLine& line, TransportEvents& ev
     switch (item.kind) {
       case Kind::kOpened:
         connected = true;
+        // The library shows nobody its socket, and leaves it as the system makes one: a key would wait until
+        // the one before it is acknowledged.
+        TuneStreamsTo(resolution.addresses);
         events.OnConnected({});
         break;
       case Kind::kBytes:

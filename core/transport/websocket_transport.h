@@ -38,7 +38,8 @@ class WebSocketTransport : public Transport {
   void Stop() override;
 
  private:
-  TransportEnd Follow(WebSocketLine& line, TransportEvents& events, bool& connected);
+  TransportEnd Follow(WebSocketLine& line, TransportEvents& events, const Resolution& resolution,
+                      bool& connected);
   std::shared_ptr<WebSocketLine> Line();
 
   const std::string uri_;

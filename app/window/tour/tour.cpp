@@ -89,12 +89,15 @@ bool HandleEventsUntil(const std::function<bool()>& done, int milliseconds) {
   const QDeadlineTimer deadline(milliseconds);
   QEventLoop loop;
   QTimer poll;
+  // Not asked again afterwards: what asks may do something each time.
+  bool isDone = false;
   QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
-    if (done() || deadline.hasExpired()) loop.quit();
+    isDone = done();
+    if (isDone || deadline.hasExpired()) loop.quit();
   });
   poll.start(kPollMs);
   loop.exec();
-  return done();
+  return isDone;
 }
 
 void PressKey(CMainFrame& frame, const TourKey& key) {

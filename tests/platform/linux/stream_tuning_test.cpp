@@ -5,7 +5,9 @@
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <optional>
+#include <string>
 #include <sys/socket.h>
+#include <vector>
 
 #include "platform/socket.h"
 
@@ -36,8 +38,8 @@ TEST(StreamTuningTest, AConnectionNoticesWithinTwoMinutesThatItsPeerIsGone) {
   Listener listener;
   ASSERT_TRUE(listener.Open(ResolvedAddress::Family::kIpv4, 0));
   Socket client;
-  ASSERT_EQ(client.Connect(ResolveHost("127.0.0.1", std::to_string(listener.Port())).addresses.at(0), stop),
-            Socket::Result::kOk);
+  std::vector<ResolvedAddress> peers = ResolveHost("127.0.0.1", std::to_string(listener.Port())).addresses;
+  ASSERT_EQ(client.Connect(peers.at(0), stop), Socket::Result::kOk);
   const std::optional<int> handle = HandleTo(listener.Port());
   ASSERT_TRUE(handle);
   EXPECT_EQ(Option(*handle, IPPROTO_TCP, TCP_NODELAY), 1);
@@ -48,6 +50,13 @@ TEST(StreamTuningTest, AConnectionNoticesWithinTwoMinutesThatItsPeerIsGone) {
   EXPECT_LT(silence + interval * Option(*handle, IPPROTO_TCP, TCP_KEEPCNT), 120);
   EXPECT_GT(unanswered, 0);
   EXPECT_LT(unanswered + interval * 1000, 120'000) << "the next question after it is the last";
+
+  const int off = 0;
+  setsockopt(*handle, IPPROTO_TCP, TCP_NODELAY, &off, sizeof off);
+  EXPECT_EQ(TuneStreamsTo(ResolveHost("127.0.0.2", std::to_string(listener.Port())).addresses), 0);
+  EXPECT_EQ(Option(*handle, IPPROTO_TCP, TCP_NODELAY), 0);
+  EXPECT_EQ(TuneStreamsTo(peers), 1) << "as one of a library's";
+  EXPECT_EQ(Option(*handle, IPPROTO_TCP, TCP_NODELAY), 1);
 }
 
 }  // namespace
