@@ -28,8 +28,10 @@ function inputs(changes) {
     shortNames: "# by hand\nGB 英國\n",
     geoip: "# head\n100,199,TW\n200,299,JP\n300,399,EU\n400,409,??\n500,599,UK\n600,609,UK\n4294967295,4294967295,JP\n",
     otherCountries: "100,149,TW\n150,159,JP\n300,349,GB\n605,619,GB\n",
-    networkOwners: '90,119,7,"North, South"\n120,129,8,Elsewhere\n130,169,9,Cable\n170,209,9,Cable\n',
-    networks: "7 | 南北 | North, South\n9 | 第四台 | Cable\n",
+    networkOwners: '90,119,7,"North, South"\n120,129,8,Elsewhere\n130,169,9,Cable\n170,179,9,Cable\n' +
+      "180,187,1659,Academic\n192,195,6,Evening School\n196,209,9,Cable\n",
+    networks: "7 | 南北 | North, South\n9 | 第四台 | Cable\n1659 | 學術 | Academic\n6 | 夜校 | Evening School\n",
+    campuses: "0.0.0.188/30 | 夜校\n0.0.0.192/30 | 夜校\n0.0.0.184/30 | 日校\n",
     vpnBlocks: "10.0.1.0/24\n10.0.0.0/24\n",
     dataCentreBlocks: "0.0.0.8/30\n0.0.0.0/28\n",
     ...changes,
@@ -63,7 +65,8 @@ test("five files of known bytes", () => {
   assert.deepEqual(records(files.get("proxy_ip.bin")), [0, 15, 0x10000000]);
   assert.equal(files.get("geoname_translation.txt").toString(), "158,臺灣,TW\n392,日本,JP\n826,英國,GB\n");
   assert.equal(files.get("taiwan_ip_detail.txt").toString(),
-    "0.0.0.100-0.0.0.119,南北\n0.0.0.130-0.0.0.149,第四台\n0.0.0.160-0.0.0.199,第四台\n");
+    "0.0.0.100-0.0.0.119,南北\n0.0.0.130-0.0.0.149,第四台\n0.0.0.160-0.0.0.179,第四台\n" +
+    "0.0.0.180-0.0.0.183,學術\n0.0.0.184-0.0.0.187,日校\n0.0.0.188-0.0.0.195,夜校\n0.0.0.196-0.0.0.199,第四台\n");
 });
 
 test("what it does not know is refused", () => {
@@ -73,6 +76,9 @@ test("what it does not know is refused", () => {
     [{ networks: "7 | 南北 | North\n" }, /network 7 is now "North, South"/],
     [{ networks: "5 | 誰 | Nobody\n" }, /does not have: 5/],
     [{ networks: "7 | 南-北 | North, South\n" }, /cannot use/],
+    [{ campuses: "0.0.0.192/30 | 日校\n" }, /日校: network 6, "Evening School", is in its block/],
+    [{ campuses: "0.0.0.120/30 | 日校\n" }, /日校: network 8, "Elsewhere", is in its block/],
+    [{ campuses: "0.0.0.184/30 | 日校\n0.0.0.184/29 | 夜校\n" }, /out of order/],
     [{ shortNames: "" }, /GB has no Chinese name/],
     [{ vpnBlocks: "10.0.0.1/24\n" }, /no block/],
     [{ vpnBlocks: "10.0.0/24\n" }, /no address/],

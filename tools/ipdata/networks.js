@@ -1,18 +1,35 @@
-// Whose network an address in Taiwan is in: the networks that networks.txt names, where the world table is sure of
-// Taiwan.
+// Whose network an address in Taiwan is in: the networks that networks.txt names and the campuses of campuses.txt,
+// where the world table is sure of Taiwan.
 "use strict";
 
-const { dotted, fromNumbers, linesOf, mustBeApart, overlay } = require("./ranges");
+const { dotted, fromBlocks, fromNumbers, linesOf, mustBeApart, overlay } = require("./ranges");
 
 const kTaiwan = 158; // ISO 3166-1
 
+// The numbers that announce the blocks of universities which have none of their own.
+const kAcademic = new Set(["1659", "17713"]);
+
+// Lines of fields between bars; the second one is a name.
+function fieldsOf(text) {
+  return linesOf(text).map((line) => {
+    const fields = line.split("|").map((field) => field.trim());
+    if (!fields[1] || /[-,\t]/.test(fields[1])) throw new Error(`cannot use "${line}"`);
+    return fields;
+  });
+}
+
 // Lines "number | name | the network's name in the source".
 function readNetworks(text) {
-  return new Map(linesOf(text).map((line) => {
-    const [number, name, sourceName] = line.split("|").map((field) => field.trim());
-    if (!/^\d+$/.test(number) || !sourceName || /[-,\t]/.test(name)) throw new Error(`cannot use "${line}"`);
-    return [number, { name, sourceName, used: false }];
+  return new Map(fieldsOf(text).map(([number, name, sourceName]) => {
+    if (!/^\d+$/.test(number) || !sourceName) throw new Error(`cannot use "${number} | ${name}"`);
+    return [number, { number, name, sourceName, used: false }];
   }));
+}
+
+// Lines "block | name".
+function readCampuses(text) {
+  const ranges = fieldsOf(text).flatMap(([block, name]) => fromBlocks(block, name));
+  return mustBeApart(ranges.sort((a, b) => a.first - b.first), "campuses");
 }
 
 // The value of a line of the source: number, and name in quotation marks where it has a comma.
@@ -21,27 +38,44 @@ function splitNetwork(value) {
   return { number, sourceName: name.replace(/^"(.*)"$/, "$1").replaceAll('""', '"') };
 }
 
-// A network that was given another name in the source has perhaps another owner: somebody has to look.
-function readNamedRanges(text, networks) {
+// The source's ranges of the table's networks, and those without a name that reach into a campus. A network that was
+// given another name in the source has perhaps another owner: somebody has to look.
+function readOwnedRanges(text, networks, campuses) {
   const ranges = [];
   for (const { first, last, value } of fromNumbers(text)) {
-    const { number, sourceName } = splitNetwork(value);
-    const network = networks.get(number);
-    if (!network) continue;
-    if (network.sourceName !== sourceName) throw new Error(`network ${number} is now "${sourceName}"`);
-    network.used = true;
-    ranges.push({ first, last, value: network.name });
+    const owner = splitNetwork(value);
+    const network = networks.get(owner.number);
+    if (network) {
+      if (network.sourceName !== owner.sourceName) {
+        throw new Error(`network ${owner.number} is now "${owner.sourceName}"`);
+      }
+      network.used = true;
+    } else if (!campuses.some((campus) => campus.first <= last && first <= campus.last)) {
+      continue;
+    }
+    ranges.push({ first, last, value: network ?? owner });
   }
   return mustBeApart(ranges, "asn");
 }
 
-function makeDetail({ networkOwners, networks }, world) {
+// The name where a network and a campus meet. A network of anybody else there means that the campus's line is wrong, or
+// is no more: somebody has to look.
+function nameOf(network, campus) {
+  if (campus === undefined) return network?.name;
+  if (network !== undefined && network.name !== campus && !kAcademic.has(network.number)) {
+    throw new Error(`${campus}: network ${network.number}, "${network.sourceName}", is in its block`);
+  }
+  return campus;
+}
+
+function makeDetail({ networkOwners, networks, campuses }, world) {
   const table = readNetworks(networks);
-  const ranges = overlay(world, readNamedRanges(networkOwners, table),
-    (place, name) => (place === kTaiwan ? name : undefined));
+  const blocks = readCampuses(campuses);
+  const owned = readOwnedRanges(networkOwners, table, blocks);
   const unused = [...table].filter(([, network]) => !network.used).map(([number]) => number);
   if (unused.length > 0) throw new Error(`networks that the source does not have: ${unused.join(" ")}`);
-  return ranges;
+  const names = overlay(owned, blocks, nameOf);
+  return overlay(world, names, (place, name) => (place === kTaiwan ? name : undefined));
 }
 
 // Lines "first-last,name" of at most 79 characters.

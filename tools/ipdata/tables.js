@@ -24,7 +24,7 @@ function tableFiles({ places, detail, vpn, proxy, world }) {
   ]);
 }
 
-// From the inputs by name: the texts of the packages, the two lists and the two tables made by hand.
+// From the inputs by name: the texts of the packages, the two lists and the three tables made by hand.
 function makeTables(inputs) {
   const places = readPlaces(inputs);
   const world = makeWorld(inputs, places);
