@@ -106,6 +106,20 @@ TEST_F(ContentTest, WhoeverWritesHasAnAccountThatNobodyLogsInWith) {
   EXPECT_EQ(world.Transfer("kagami", "newbie77", 10), demo::TransferResult::kDone);
 }
 
+TEST_F(ContentTest, NobodyHasTheAddressesThatAreShown) {
+  const auto expectKeptForDocuments = [](const std::string& address, const std::string& where) {
+    EXPECT_TRUE(address.starts_with("192.0.2.") || address.starts_with("198.51.100.") ||
+                address.starts_with("203.0.113."))
+        << where << " " << address;
+  };
+  for (const demo::Board& board : demo::LoadContent(kContent).boards)
+    for (const demo::ArticlePtr& article : board.articles) {
+      if (!article->address.empty()) expectKeptForDocuments(article->address, article->fileName);
+      for (const demo::Push& push : article->pushes)
+        expectKeptForDocuments(push.address, article->fileName);
+    }
+}
+
 TEST_F(ContentTest, EveryCharacterHasABig5Form) {
   for (const fs::path& file : TextFiles()) {
     std::ifstream stream(file, std::ios::binary);
