@@ -106,6 +106,17 @@ TEST_F(ContentTest, WhoeverWritesHasAnAccountThatNobodyLogsInWith) {
   EXPECT_EQ(world.Transfer("kagami", "newbie77", 10), demo::TransferResult::kDone);
 }
 
+TEST_F(ContentTest, NobodyHasTheAddressesThatAreShown) {
+  const std::set<std::string> kept{"192.0.2", "198.51.100", "203.0.113"};  // for documentation
+  const auto network = [](const std::string& address) { return address.substr(0, address.rfind('.')); };
+  for (const demo::Board& board : demo::LoadContent(kContent).boards)
+    for (const demo::ArticlePtr& article : board.articles) {
+      EXPECT_TRUE(article->address.empty() || kept.contains(network(article->address))) << article->address;
+      for (const demo::Push& push : article->pushes)
+        EXPECT_TRUE(kept.contains(network(push.address))) << push.address;
+    }
+}
+
 TEST_F(ContentTest, EveryCharacterHasABig5Form) {
   for (const fs::path& file : TextFiles()) {
     std::ifstream stream(file, std::ios::binary);
