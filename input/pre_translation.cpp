@@ -257,9 +257,13 @@ std::optional<KeyDecision> KeyMessage::ForPaging() const {
 }
 
 std::optional<KeyDecision> KeyMessage::ForArticle() const {
-  if (keys_.article == kBbs) return std::nullopt;
   const Command command = CommandForArticleKey(press_);
   if (command == Command::kNone) return std::nullopt;
+  // Where the BBS waits for any key, as on a person's page, this is one that it loses.
+  const bool isWaiting = window_.articleShown ? false : page_.kind == PageKind::kPause;
+  if (command == Command::kTogglePlaces && window_.addressesShown && isWaiting)
+    return Once(phase_, Give(command));
+  if (keys_.article == kBbs) return std::nullopt;
   // The caption tells that the key is the client's; without one it is so wherever an article is open.
   const bool hasCaption = !RowOf(command).caption.text.empty();
   if (hasCaption ? !window_.commandsOffered : !window_.articleOpen) return std::nullopt;

@@ -21,17 +21,18 @@ enum class SearchUse {
 
 // What of the window and the settings decides about a key.
 struct WindowState {
-  bool noticeShown = false;           // a panel with something to say: Enter and Esc are its
-  bool sideListShown = false;         //
-  bool selectionShown = false;        //
-  bool revealShown = false;           // Tab has shown descriptions or hidden lines
-  bool activityRuns = false;          // an automation works for the user: Esc stops it
-  bool articleShown = false;          // the local article alone is in the picture, as `article` says
-  PagingState article{};              //
-  bool articleOpen = false;           // an article of the BBS's is open, local or not
-  bool commandsOffered = false;       // the captions over the article's last row are shown
-  bool idUnderPointer = false;        // the pointer lies on a user id
-  bool addBlackHotKey = false;        // "AddBlackHotKey"
+  bool noticeShown = false;      // a panel with something to say: Enter and Esc are its
+  bool sideListShown = false;    //
+  bool selectionShown = false;   //
+  bool revealShown = false;      // Tab has shown descriptions or hidden lines
+  bool activityRuns = false;     // an automation works for the user: Esc stops it
+  bool articleShown = false;     // the local article alone is in the picture, as `article` says
+  PagingState article{};         //
+  bool articleOpen = false;      // an article of the BBS's is open, local or not
+  bool addressesShown = false;   // the picture shows people's addresses, or the places that they belong to
+  bool commandsOffered = false;  // the captions over the article's last row are shown
+  bool idUnderPointer = false;   // the pointer lies on a user id
+  bool addBlackHotKey = false;   // "AddBlackHotKey"
   bool preventArticleChange = false;  // "PreventUpDownChangeArticle"
   SearchUse search = SearchUse::kNone;
 };

@@ -53,7 +53,7 @@ Palette WithLighterBlue(Palette palette, std::uint32_t ground) {
 // What lines are styled in is the client's own doing, so it must not cost anyone the text.
 void MakeStyleReadable(Palette& foregrounds, std::uint32_t ground) {
   foregrounds[kReadTitle] = foregrounds[kReadTitleTint];
-  for (const std::uint8_t index : {kMyId, kKeywordColour, kLighterPushText, kReadTitle})
+  for (const std::uint8_t index : {kMyId, kKeywordColour, kPlaceMark, kLighterPushText, kReadTitle})
     foregrounds[index] = ReadableOn(ground, foregrounds[index]);
 }
 

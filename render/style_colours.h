@@ -11,11 +11,14 @@ inline constexpr std::uint8_t kPushTextFore = 3;      // the BBS's own for the w
 inline constexpr std::uint8_t kPushGround = 24;       // under push lines
 inline constexpr std::uint8_t kMyId = 26;             // the user's own id
 inline constexpr std::uint8_t kKeywordColour = 28;    // a word that the user wants to be told of
+inline constexpr std::uint8_t kPlaceMark = 40;        // what a place is marked with
 inline constexpr std::uint8_t kLighterPushText = 44;  // instead of kPushTextFore
 // Of an article that has been read. No colour of the tables: that of kReadTitleTint, or as much lighter as it
 // takes to be read on its ground.
 inline constexpr std::uint8_t kReadTitle = 47;
 inline constexpr std::uint8_t kReadTitleTint = 8;
+// What the client writes of its own accord: quieter than the BBS's text.
+inline constexpr std::uint8_t kQuietText = kReadTitle;
 
 // Grounds on which the client's own colours can be read: black, the push lines' and the header's blue.
 constexpr bool IsDarkGround(std::uint8_t back) {

@@ -24,6 +24,7 @@ SessionOptions OptionsOf(const Endpoints& endpoints, ScreenWatcher& watcher, Not
 CQuillDoc::CQuillDoc(DocumentParts parts)
     : endpoints_(std::move(parts.endpoints)),
       version_(std::move(parts.version)),
+      placeFolders_(std::move(parts.placeFolders)),
       registry_(parts.registry),
       opener_(parts.opener),
       files_(registry_, std::move(parts.folders)),

@@ -3,6 +3,7 @@
 // thread.
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -33,6 +34,7 @@ struct DocumentParts {
   Registry& registry;
   Opener& opener;
   DataFiles::Folders folders;
+  std::vector<std::filesystem::path> placeFolders{};  // see PlaceBook
   std::function<std::string()> machineTag = MachineTag;
   SessionDriver::Clock clock{};  // empty: the steady clock
   std::u16string version{};      // the program's, noted among the settings; empty: none is
@@ -61,6 +63,7 @@ class CQuillDoc : public QObject {
   SessionDriver& Driver() { return driver_; }
   MessageTarget& Messages() { return messages_; }
   const Endpoints& Hosts() const { return endpoints_; }
+  const std::vector<std::filesystem::path>& PlaceFolders() const { return placeFolders_; }
   // What web addresses are opened with.
   Opener& WebOpener() { return opener_; }
 
@@ -90,6 +93,7 @@ class CQuillDoc : public QObject {
 
   Endpoints endpoints_;
   const std::u16string version_;
+  const std::vector<std::filesystem::path> placeFolders_;
   Registry& registry_;
   Opener& opener_;
   DataFiles files_;

@@ -13,6 +13,7 @@ WindowState KeyInput::StateForKeys() const {
                     .articleShown = parts_.article.IsShown(),
                     .article = parts_.article.Paging(),
                     .articleOpen = parts_.connection.Seen().articleOpen,
+                    .addressesShown = parts_.places.HasAddresses(),
                     .commandsOffered = parts_.composer.Offers(Command::kBookmark),
                     .idUnderPointer = !parts_.targets.IdUnderPointer().empty(),
                     .addBlackHotKey = parts_.settings.addBlackHotKey,

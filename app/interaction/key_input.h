@@ -12,6 +12,7 @@
 
 #include "app/interaction/key_dispatch.h"
 #include "app/interaction/name_keys.h"
+#include "app/interaction/pointer/place_hover.h"
 #include "app/interaction/pointer/selection_control.h"
 #include "app/interaction/search_controller.h"
 #include "app/interaction/target_finder.h"
@@ -40,6 +41,7 @@ class KeyInput {
     SelectionControl& selection;
     SearchController& search;
     const TargetFinder& targets;
+    const PlaceHover& places;
     NameKeys& names;
     KeyDispatch& keys;
   };

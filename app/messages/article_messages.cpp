@@ -67,10 +67,6 @@ QString DescribeNoCommand(bool connected) {
   return connected ? u"現在無法使用這個功能"_qs : u"尚未連線"_qs;
 }
 
-QString DescribeActsNotYet(const QString& name) {
-  return u"%1：%2"_qs.arg(name, QStringView(kActsNotYet));
-}
-
 PanelText DescribeNoBackground(const QString& source, const QString& reason) {
   return {.title = u"背景圖片無法顯示"_qs,
           .lines = {source, reason},

@@ -32,9 +32,6 @@ QString NoMoreYet();
 // A command that is of no use now.
 QString DescribeNoCommand(bool connected);
 
-// A switch that nothing acts on in this version.
-QString DescribeActsNotYet(const QString& name);
-
 // The background picture the user has chosen cannot be shown; `reason` is the loader's.
 PanelText DescribeNoBackground(const QString& source, const QString& reason);
 

@@ -4,8 +4,14 @@
 
 #include "bbs/link_places.h"
 #include "input/text/selectable_text.h"
+#include "render/place_row.h"
 
 namespace quillet {
+
+struct AddressInLine {
+  CellRange cells;  // empty: it names none
+  PlaceSpot spot = PlaceSpot::kOverAddress;
+};
 
 class PictureLines : public SelectableText {
  public:
@@ -15,6 +21,8 @@ class PictureLines : public SelectableText {
   virtual int RowOfLine(int line) const = 0;
   // Where links stand in a line.
   virtual LinkPlaces Links(int index) const { return FindLinkPlaces(Line(index).text); }
+  // Where a line names a person's address.
+  virtual AddressInLine Address(int /*index*/) const { return {}; }
   // The lines are an article's, which the picture can be moved over, not those of the BBS's screen.
   virtual bool IsArticle() const = 0;
 };

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <optional>
 
+#include "bbs/line_address.h"
+
 namespace quillet {
 namespace {
 
@@ -16,6 +18,11 @@ ArticleLine BlankLine() {
 bool HidesSomething(const PageRow& look) {
   return std::any_of(look.cells.begin(), look.cells.end(),
                      [](const PageCell& cell) { return (cell.style & CS_HIDDEN) != 0; });
+}
+
+AddressInLine AddressIn(const ScreenRow& text, const std::optional<PushLine>& push) {
+  if (push) return {.cells = push->address, .spot = PlaceSpot::kOverAddress};
+  return {.cells = LineAddress(text), .spot = PlaceSpot::kBehindLine};
 }
 
 ArticleLine AsSeen(ArticleLine line, const PageRow& look) {
@@ -71,6 +78,16 @@ LinkPlaces ShownText::Links(int index) const {
   const int screenRow = index >= 0 && index < kRows ? composer_.ScreenRowAt(index) : -1;
   const bool isAsSent = screenRow >= 0 && !HidesSomething(page_[static_cast<std::size_t>(index)]);
   return isAsSent ? understood_.Line(screenRow).links : PictureLines::Links(index);
+}
+
+AddressInLine ShownText::Address(int index) const {
+  if (IsArticle()) {
+    const ArticleLine* const line = article_.ShownLine(index);
+    return line != nullptr ? AddressIn(line->text, line->push) : AddressInLine{};
+  }
+  const int screenRow = index >= 0 && index < kRows ? composer_.ScreenRowAt(index) : -1;
+  if (screenRow < 0 || understood_.IsPromptRow(screenRow)) return {};
+  return AddressIn(screen_.text[static_cast<std::size_t>(screenRow)], understood_.Line(screenRow).push);
 }
 
 int ShownText::LineAtRow(int row) const {

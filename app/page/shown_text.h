@@ -26,6 +26,7 @@ class ShownText : public PictureLines {
   int RowOfLine(int line) const override;
   bool IsArticle() const override;
   LinkPlaces Links(int index) const override;
+  AddressInLine Address(int index) const override;
   // How a line is shown, or would be; what is laid over the page may be in it.
   PageRow Look(int index) const;
 

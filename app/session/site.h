@@ -1,6 +1,7 @@
 // A site to connect to, and which addresses lead to the same one. A value; any thread.
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -17,6 +18,9 @@ struct Site {
   QString name;  // shown instead of the address when not empty
   // Makes the transport when the address does not: a recording, the demo by some ways, a test's script.
   std::function<std::unique_ptr<Transport>()> makeTransport{};
+  // Holds tables of places for its visitors' addresses, which are of a world of its own; empty: they are
+  // real.
+  std::filesystem::path placesFolder{};
   bool isRecording = false;
   bool isBbs = false;  // the demo's: the BBS, whatever its host is called, and gone with this run
 

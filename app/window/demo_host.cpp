@@ -10,6 +10,7 @@ namespace quillet {
 namespace {
 
 constexpr const char* kLoopback = "127.0.0.1";
+constexpr const char* kPlacesFolder = "places";  // in the content's
 
 Site DemoSite(const std::string& address, const QString& name) {
   return {.address = QString::fromStdString(address), .name = name, .isBbs = true};
@@ -23,6 +24,12 @@ DemoHost::DemoHost(std::filesystem::path contentFolder, Endpoints hosts)
 DemoHost::~DemoHost() = default;
 
 std::variant<Site, QString> DemoHost::SiteBy(TransportKind way) {
+  std::variant<Site, QString> demo = ServedBy(way);
+  if (auto* const site = std::get_if<Site>(&demo)) site->placesFolder = contentFolder_ / kPlacesFolder;
+  return demo;
+}
+
+std::variant<Site, QString> DemoHost::ServedBy(TransportKind way) {
   if (!server_) {
     DemoOptions options;
     options.contentFolder = contentFolder_;

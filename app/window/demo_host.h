@@ -27,6 +27,8 @@ class DemoHost {
   std::variant<Site, QString> SiteBy(TransportKind way);
 
  private:
+  std::variant<Site, QString> ServedBy(TransportKind way);
+
   const std::filesystem::path contentFolder_;
   const Endpoints hosts_;
   std::unique_ptr<DemoServer> server_;

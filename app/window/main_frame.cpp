@@ -235,8 +235,14 @@ void CMainFrame::ShowAbout() {
   QMessageBox box(QMessageBox::NoIcon, u"關於 Quillet"_qs,
                   u"<b>Quillet %1</b>"_qs.arg(QCoreApplication::applicationVersion()), QMessageBox::NoButton,
                   this);
+  const QStringList credits{u"字元對照表：MozTW 計畫的 UAO 2.50，取自 uao-js 套件（MIT）"_qs,
+                            u"位址的國家：IPFire Location database（CC BY-SA 4.0）"_qs,
+                            u"位址的網路：Route Views、NRO、IP Geolocation by DB-IP（CC BY 4.0）"_qs,
+                            u"國名：iso-codes（LGPL 2.1+）"_qs,
+                            u"VPN 服務與資料中心：X4BNet lists_vpn（MIT）"_qs};
   box.setInformativeText(
-      u"連上中文電子佈告欄的桌面程式。<br><br>字元對照表取自 uao-js 套件（MIT 授權），資料來自 MozTW 計畫的 UAO 2.50。"_qs);
+      u"連上中文電子佈告欄的桌面程式。<br><br>%1<br><br>出處與授權全文在 Data/README.md。"_qs.arg(
+          credits.join(u"<br>"_qs)));
   box.addButton(u"關閉"_qs, QMessageBox::AcceptRole);
   box.exec();
   activateWindow();

@@ -9,6 +9,7 @@
 #include "app/window/toolkit.h"
 #include "app/window/window_signaller.h"
 #include "core/transport/replay_transport.h"
+#include "platform/folders.h"
 
 namespace quillet {
 namespace {
@@ -63,6 +64,7 @@ void CQuillApp::InitInstance() {
                                                 .registry = *places_.registry,
                                                 .opener = opener_,
                                                 .folders = places_.folders,
+                                                .placeFolders = {resources.dataFolder, UserDataFolder()},
                                                 .version = QStringLiteral(QUILLET_VERSION).toStdU16String()});
   doc_->Load();
   demo_ = std::make_unique<DemoHost>(options_.contentFolder.isEmpty()

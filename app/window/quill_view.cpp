@@ -28,6 +28,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       connection_(doc.GetConnection()),
       automations_(doc.GetAutomations()),
       settings_(doc.GetSettings()),
+      places_(doc.PlaceFolders()),
       overlays_(*this),
       surface_(*this),
       panel_([this](PanelAction action) { PerformPanelAction(action); }),
@@ -69,7 +70,12 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
               .login = login_,
               .screen = screen_,
               .page = page_,
-              .picture = frame_.page},
+              .picture = frame_.page,
+              .places =
+                  [this](std::uint32_t address) {
+                    return places_.Lookup(address, settings_.Fields().ipDetectProxy ? ProxyDetection::kOn
+                                                                                    : ProxyDetection::kOff);
+                  }},
              {.typing = [this] { timers_.RestartCaret(); },
               .pictureChanged = [this] { RefreshFrame(); },
               .linesChanged = [this] { ShowOtherLines(); },
@@ -88,6 +94,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
   connect(&connection_, &Connection::ConnectionBegins, this, [this] {
     hands_.Keys().DropWaiting();
     article_.Forget();
+    places_.OpenSite(connection_.CurrentSite().placesFolder);
   });
   connect(&stallSign_, &StallSign::clicked, this,
           [this] { doc_.GetReconnector().Reconnect(Reconnector::Told::kNo); });
@@ -154,8 +161,8 @@ void CQuillView::CallUser(SignalSound sound) {
 // From the bottom up.
 void CQuillView::ListOverlays() {
   for (Overlay* const overlay : std::initializer_list<Overlay*>{
-           &ime_, &badge_, &toast_, &hands_.Links(), &panel_, &scrollBarPart_, &buttonsPart_, &stallSign_,
-           &sideList_, &hands_.Search().Bar(), &login_})
+           &ime_, &badge_, &toast_, &hands_.Links(), &hands_.Places(), &panel_, &scrollBarPart_,
+           &buttonsPart_, &stallSign_, &sideList_, &hands_.Search().Bar(), &login_})
     overlays_.Add(*overlay);
 }
 

@@ -6,6 +6,7 @@
 
 #include "app/dialogs/leave_question.h"
 #include "app/dialogs/login_controller.h"
+#include "app/document/place_book.h"
 #include "app/document/quill_doc.h"
 #include "app/interaction/ime_adapter.h"
 #include "app/messages/file_messages.h"
@@ -124,6 +125,7 @@ class CQuillView : public QWidget {
   UserSettings& settings_;
   ScreenSnapshot screen_;
   UnderstoodPage page_;  // what stands on it, marked with the user's keywords
+  PlaceBook places_;
   FrameState frame_;
   unsigned screenCount_ = 0;
   std::int64_t composedAt_ = 0;  // the frame, in seconds since 1970

@@ -28,6 +28,7 @@ ViewHands::ViewHands(const Parts& parts, Handlers handlers)
                           .finished = [this] { edit_.OnSelected(); }}),
       search_(parts.article, shown_, parts.view),
       links_(shown_, WebHostsOf(parts.doc.Hosts())),
+      places_(shown_, parts.places, settings_.Fields()),
       clipboard_({.connection = connection_,
                   .automations = automations_,
                   .settings = settings_.Fields(),
@@ -63,6 +64,7 @@ ViewHands::ViewHands(const Parts& parts, Handlers handlers)
                 .article = parts.article,
                 .selection = selection_,
                 .links = links_,
+                .places = places_,
                 .connection = connection_,
                 .settings = settings_.Fields(),
                 .screen = parts.screen,
@@ -87,6 +89,7 @@ ViewHands::ViewHands(const Parts& parts, Handlers handlers)
                  .selection = selection_,
                  .search = search_,
                  .targets = targets_,
+                 .places = places_,
                  .names = nameKeys_,
                  .keys = keys_},
                 {.typing = handlers_.typing,
@@ -113,7 +116,11 @@ PointerControl::Handlers ViewHands::PointerHandlers() {
           .pastePrimary = [this] { clipboard_.Paste(QClipboard::Selection); },
           .contextMenu = [this](QPoint at, std::optional<CellPosition> cell) { ShowMenuOfPlace(at, cell); },
           .changed = handlers_.pictureChanged,
-          .targetChanged = [this] { parts_.overlays.Repaint(links_); }};
+          .targetChanged =
+              [this] {
+                parts_.overlays.Repaint(links_);
+                parts_.overlays.Repaint(places_);
+              }};
 }
 
 void ViewHands::ConnectAll() {
@@ -174,7 +181,8 @@ void ViewHands::OnCovered() {
   search_.StopAsking();
 }
 
-void ViewHands::Decorate(Page& page) const {
+void ViewHands::Decorate(Page& page) {
+  places_.Decorate(page);
   pointer_.Decorate(page);
   links_.Decorate(page);
   search_.Decorate(page);

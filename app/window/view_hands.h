@@ -20,6 +20,7 @@
 #include "app/interaction/key_input.h"
 #include "app/interaction/name_keys.h"
 #include "app/interaction/pointer/link_hover.h"
+#include "app/interaction/pointer/place_hover.h"
 #include "app/interaction/pointer/pointer_control.h"
 #include "app/interaction/pointer/selection_control.h"
 #include "app/interaction/search_controller.h"
@@ -52,6 +53,7 @@ class ViewHands : public QObject {
     const ScreenSnapshot& screen;
     const UnderstoodPage& page;  // what stands on it
     const Page& picture;         // that was composed last
+    PlaceLookup places;
   };
   struct Handlers {
     std::function<void()> typing;          // a key goes further than to what the window shows
@@ -79,7 +81,7 @@ class ViewHands : public QObject {
   // Something lies over the terminal.
   void OnCovered();
   // Lays what the hands have marked over the page.
-  void Decorate(Page& page) const;
+  void Decorate(Page& page);
 
   // ---- What the hands hold
 
@@ -91,6 +93,8 @@ class ViewHands : public QObject {
   const SearchController& Search() const { return search_; }
   LinkHover& Links() { return links_; }
   const LinkHover& Links() const { return links_; }
+  PlaceHover& Places() { return places_; }
+  const PlaceHover& Places() const { return places_; }
   WebController& Web() { return web_; }
   NameKeys& Names() { return nameKeys_; }
   const TargetFinder& Targets() const { return targets_; }
@@ -127,6 +131,7 @@ class ViewHands : public QObject {
   SelectionControl selection_;
   SearchController search_;
   LinkHover links_;
+  PlaceHover places_;
   ClipboardController clipboard_;
   WebController web_;
   EditCommands edit_;

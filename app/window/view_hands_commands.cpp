@@ -67,7 +67,7 @@ void ViewHands::AddStateTo(CommandState& state) const {
       .AddIf(selection_.IsShown(), Condition::kSelection)
       .AddIf(web_.HasEngine(SearchEngine::kFirst), Condition::kFirstEngine)
       .AddIf(web_.HasEngine(SearchEngine::kSecond), Condition::kSecondEngine)
-      .AddIf(!RowOf(&Settings::ipToName).Acts(), Condition::kPlacesIdle)
+      .AddIf(settings_.Fields().ipToName, Condition::kPlaces)
       .AddIf(parts_.sideButtons.isVisible(), Condition::kHasSideButtons)
       .AddIf(parts_.sideList.IsCompact(), Condition::kCompactLists);
   // What lies over the page keeps hands away from it.
@@ -79,8 +79,6 @@ void ViewHands::Refuse(Command command, Refusal refusal) {
   switch (refusal) {
     case Refusal::kBusy:
       return Tell(DescribeNoPush(NoPushReason::kBusy));
-    case Refusal::kNotYet:
-      return Tell(DescribeActsNotYet(QString::fromStdU16String(NameOf(command, {}))));
     case Refusal::kGone:
       return Tell(u"選取的文字已經不在畫面上"_qs);
     case Refusal::kNotConnected:

@@ -2,7 +2,6 @@
 
 #include "core/key_sequence.h"
 #include "input/commands/commands.h"
-#include "settings/setting_table.h"
 
 namespace quillet {
 namespace {
@@ -96,8 +95,7 @@ constexpr std::array<CommandRow, kCommandCount> kTable{{
     {.command = Command::kReveal, .menu = CommandMenu::kLook, .gap = Gap::kLine, .text = u"顯示名單描述(&D)",
      .keys = {Control(kKeyTab)}},
     {.command = Command::kTogglePlaces, .menu = CommandMenu::kLook, .text = u"推文IP轉地理位置(&I)",
-     .other = {u"推文IP轉地理位置（這個版本還沒有作用）(&I)", kPlacesIdle}, .keys = {Both('G')},
-     .articleKey = u'i', .notWhile = {kPlacesIdle}},
+     .keys = {Both('G')}, .articleKey = u'i', .mark = Mark::kTick, .markedWhile = kPlaces},
     {.command = Command::kSideButtons, .menu = CommandMenu::kLook, .gap = Gap::kLine,
      .text = u"移到畫面兩邊的按鈕(&B)", .keys = {Plain(kKeyF6)}, .holder = KeyHolder::kTerminal,
      .needs = {kHasSideButtons}},
@@ -178,8 +176,6 @@ constexpr bool IsInOrder() {
   return true;
 }
 static_assert(IsInOrder());
-static_assert(kTable[static_cast<std::size_t>(Command::kTogglePlaces)].other.text.find(kActsNotYet) !=
-              std::u16string_view::npos);
 
 // ---- Where they stand besides the menus of their own
 

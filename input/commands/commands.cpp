@@ -51,7 +51,6 @@ Refusal WhyNot(Command command, const CommandState& state) {
   if (!missing.IsEmpty() || !state.holds.HasAll(row.shown)) return Refusal::kNotNow;
   if (!row.pages.IsEmpty() && !row.pages.Has(state.page)) return Refusal::kNotNow;
   if (!state.holds.HasAny(row.notWhile)) return Refusal::kNone;
-  if (row.notWhile.Has(Condition::kPlacesIdle)) return Refusal::kNotYet;
   return row.notWhile.HasAny(kOfAutomation) ? Refusal::kBusy : Refusal::kNotNow;
 }
 

@@ -43,7 +43,7 @@ enum class Command : std::uint8_t {
   kFittedLayout,
   kNarrowLayout,
   kReveal,
-  kTogglePlaces,  // shows or hides the places of push addresses
+  kTogglePlaces,  // shows or hides the places of addresses
   kSideButtons,   // the keyboard goes to the buttons beside the page
   kJump,          // asks for an article
   kBookmark,      // these five: of the article that is open
@@ -97,7 +97,7 @@ enum class Condition : std::uint8_t {
   kAutomation,       // one works
   kFirstEngine,      // a search engine is known
   kSecondEngine,     //
-  kPlacesIdle,       // nothing acts on the setting of the places in this version
+  kPlaces,           // places are shown in the place of addresses
   kHasSideButtons,   // they are shown
   kWorkMode,         //
   kFullScreen,       //
@@ -184,9 +184,8 @@ std::string_view SiteKeyOf(Command command);
 enum class Refusal {
   kNone,  // it can act
   kNotConnected,
-  kBusy,    // an automation works
-  kNotYet,  // nothing acts on it in this version
-  kGone,    // what it was chosen for is no longer there
+  kBusy,  // an automation works
+  kGone,  // what it was chosen for is no longer there
   kNotNow
 };
 Refusal WhyNot(Command command, const CommandState& state);

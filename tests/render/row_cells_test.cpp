@@ -108,7 +108,7 @@ TEST_F(RowCellsTest, WhatLinesAreDressedInCanBeReadAndReadTitlesAreNoBrighterTha
   Decode("ab");
   for (const PaletteKind kind : kPalettes)
     for (const int back : {16, 20, 24, 25})
-      for (const std::uint8_t fore : {kReadTitle, kMyId, kKeywordColour, kLighterPushText}) {
+      for (const std::uint8_t fore : {kReadTitle, kMyId, kKeywordColour, kPlaceMark, kLighterPushText}) {
         Colour(0, fore, back);
         Colour(1, kPlainFore, back);
         const RowLook look = Look({}, false, true, kind);

@@ -109,16 +109,17 @@ PointerControl::Hovered PointerControl::HoveredAt(const QPointF& at) const {
   if (command != Command::kNone) return {.command = command};
   const bool opensLine = meansRow_ && MayAct() && parts_.widget.isActiveWindow() &&
                          OpensLine(PlaceAt(at), parts_.screen, parts_.page, parts_.settings);
-  return {.linkCell = cell, .row = opensLine ? cell->row : -1};
+  return {.cell = cell, .row = opensLine ? cell->row : -1};
 }
 
 void PointerControl::SetHovered(const Hovered& hovered) {
   const bool commandChanged = parts_.composer.SetHovered(hovered.command);
-  const bool linkChanged = parts_.links.SetPointer(hovered.linkCell);
+  const bool linkChanged = parts_.links.SetPointer(hovered.cell);
+  const bool placeChanged = parts_.places.SetPointer(hovered.cell);
   const int row = parts_.links.Current() ? -1 : hovered.row;  // there a click opens the link
   const bool rowChanged = std::exchange(hoveredRow_, row) != row;
-  if (commandChanged || linkChanged || rowChanged) handlers_.changed();
-  if (linkChanged) handlers_.targetChanged();
+  if (commandChanged || linkChanged || placeChanged || rowChanged) handlers_.changed();
+  if (linkChanged || placeChanged) handlers_.targetChanged();
 }
 
 void PointerControl::Decorate(Page& page) const {

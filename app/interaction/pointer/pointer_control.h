@@ -16,6 +16,7 @@
 #include <QWidget>
 
 #include "app/interaction/pointer/link_hover.h"
+#include "app/interaction/pointer/place_hover.h"
 #include "app/interaction/pointer/selection_control.h"
 #include "app/page/article_view.h"
 #include "app/page/frame_surface.h"
@@ -40,6 +41,7 @@ class PointerControl {
     ArticleView& article;
     SelectionControl& selection;
     LinkHover& links;
+    PlaceHover& places;
     const Connection& connection;
     const Settings& settings;
     const ScreenSnapshot& screen;
@@ -55,7 +57,7 @@ class PointerControl {
     // The cell (its row that of the picture) is absent outside the page.
     std::function<void(QPoint globalPos, std::optional<CellPosition> cell)> contextMenu;
     std::function<void()> changed;        // the picture is different
-    std::function<void()> targetChanged;  // what is told of the link under the pointer, too
+    std::function<void()> targetChanged;  // what is told of the link or place under the pointer, too
   };
   PointerControl(Parts parts, Handlers handlers);
 
@@ -117,8 +119,8 @@ class PointerControl {
   // What lights up; nothing by itself.
   struct Hovered {
     Command command = Command::kNone;
-    std::optional<CellPosition> linkCell{};
-    int row = -1;  // of the picture
+    std::optional<CellPosition> cell{};  // where links and places may be
+    int row = -1;                        // of the picture
   };
   Hovered HoveredAt(const QPointF& at) const;
   void SetHovered(const Hovered& hovered);

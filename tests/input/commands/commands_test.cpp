@@ -55,7 +55,6 @@ TEST(CommandsTest, WhatCannotActIsRefusedAndSaysWhy) {
     EXPECT_EQ(WhyNot(command, busy), working) << static_cast<int>(command);
   }
   EXPECT_EQ(WhyNot(Command::kReconnect, {.holds = {kBegun, kConnecting}}), Refusal::kNotNow);
-  EXPECT_EQ(WhyNot(Command::kTogglePlaces, {.holds = {kPlacesIdle}}), Refusal::kNotYet);
   EXPECT_TRUE(IsEnabled(Command::kSearchFirst, {.holds = {kSelection, kFirstEngine}}));
   EXPECT_FALSE(IsEnabled(Command::kSearchFirst, {.holds = {kSelection, kSecondEngine}}));
 }
@@ -99,8 +98,6 @@ TEST(CommandsTest, MenusAreTheTablesRowsInTheirOrder) {
       u"開啟文章(&O);複製連結網址(&L);|將 kagami 加入名單…(&B);kagami 的網頁(&U);|複製(&C);"));
   EXPECT_NE(all.find(u"用 find.example 搜尋「{id}」(&1)"), all.npos)
       << "what is selected is no place for words";
-  EXPECT_TRUE(texts(CommandMenu::kLook, {.holds = {kPlacesIdle}})
-                  .ends_with(u"推文IP轉地理位置（這個版本還沒有作用）(&I);|移到畫面兩邊的按鈕(&B);"));
 }
 
 TEST(CommandsTest, TipsNameThePlainKeyOfThePage) {
