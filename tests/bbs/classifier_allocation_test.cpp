@@ -1,36 +1,12 @@
-// Counts what the program takes from the heap, for the one path that must take nothing.
-#include <cstdlib>
+// Classifying a screen must take nothing from the heap.
 #include <memory>
-#include <new>
 #include <string>
 
 #include "bbs/page_understanding.h"
 #include "bbs/screen_classifier.h"
+#include "tests/support/allocation_count.h"
 #include "tests/support/article_pages.h"
 #include "tests/support/tables.h"
-
-namespace {
-// Of this thread only: other tests of the program may have left threads behind.
-thread_local int allocations = 0;
-}  // namespace
-
-// Never inlined: the compiler would see memory of one kind given back as another.
-[[gnu::noinline]] void* operator new(std::size_t size) {
-  ++allocations;
-  if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
-  throw std::bad_alloc();
-}
-// Replaced with the others, so that what it gives is freed by the one that fits.
-[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-  ++allocations;
-  return std::malloc(size == 0 ? 1 : size);
-}
-[[gnu::noinline]] void operator delete(void* memory) noexcept {
-  std::free(memory);
-}
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
-  std::free(memory);
-}
 
 namespace quillet {
 namespace {
