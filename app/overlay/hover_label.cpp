@@ -10,18 +10,18 @@ namespace quillet {
 namespace {
 
 // Of the panel's letters.
-constexpr double kTextSize = 0.8;
+constexpr double kLabelTextSize = 0.8;
 // In the label's letters.
-constexpr double kHeight = 1.8;
-constexpr double kPadding = 0.7;
-constexpr double kMargin = 0.3;
+constexpr double kLabelHeight = 1.8;
+constexpr double kLabelPadding = 0.7;
+constexpr double kLabelMargin = 0.3;
 // Of the area's width.
-constexpr double kWidest = 0.6;
+constexpr double kWidestLabel = 0.6;
 // Rows that the label may lie over.
 constexpr int kRowsBelow = 3;
 
 // Where a label of this size goes: to the lower left corner, or the right one.
-QRectF PlaceLabel(const QRectF& area, const QSizeF& size, qreal margin, bool right) {
+QRectF BoxFor(const QRectF& area, const QSizeF& size, qreal margin, bool right) {
   QRectF box(QPointF(), size);
   box.moveBottom(std::round(area.bottom() - margin));
   if (right)
@@ -34,15 +34,15 @@ QRectF PlaceLabel(const QRectF& area, const QSizeF& size, qreal margin, bool rig
 }  // namespace
 
 HoverLabel::HoverLabel(const QString& text, int row, const OverlayPlace& place)
-    : letter_(std::round(panel_look::TextSize(place.unit) * kTextSize)),
+    : letter_(std::round(panel_look::TextSize(place.unit) * kLabelTextSize)),
       font_(panel_look::Sized(place.font, letter_)) {
   const QFontMetricsF metrics(font_);
-  const double padding = kPadding * letter_;
+  const double padding = kLabelPadding * letter_;
   const QRectF area = place.area;
-  text_ = metrics.elidedText(text, Qt::ElideMiddle, area.width() * kWidest - 2 * padding);
+  text_ = metrics.elidedText(text, Qt::ElideMiddle, area.width() * kWidestLabel - 2 * padding);
   const QSizeF extent(std::ceil(metrics.horizontalAdvance(text_) + 2 * padding),
-                      std::ceil(letter_ * kHeight));
-  box_ = PlaceLabel(area, extent, kMargin * letter_, row >= kRows - kRowsBelow);
+                      std::ceil(letter_ * kLabelHeight));
+  box_ = BoxFor(area, extent, kLabelMargin * letter_, row >= kRows - kRowsBelow);
 }
 
 void HoverLabel::Paint(QPainter& painter, const panel_look::Colours& colours) const {
@@ -50,7 +50,7 @@ void HoverLabel::Paint(QPainter& painter, const panel_look::Colours& colours) co
   painter.setFont(font_);
   panel_look::PaintBox(painter, box_, letter_, colours.border, colours.fill);
   painter.setPen(colours.line);
-  painter.drawText(box_.adjusted(kPadding * letter_, 0, 0, 0),
+  painter.drawText(box_.adjusted(kLabelPadding * letter_, 0, 0, 0),
                    Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text_);
   painter.restore();
 }

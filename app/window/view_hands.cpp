@@ -16,7 +16,7 @@ ViewHands::ViewHands(const Parts& parts, Handlers handlers)
       settings_(parts.doc.GetSettings()),
       keys_(connection_, automations_, parts.doc.Driver(), KeyHandlers()),
       runner_({.target = [this] { return targets_.Current(); },
-               .refused = [this](Command command, Refusal refusal) { Refuse(command, refusal); }}),
+               .refused = [this](Command, Refusal refusal) { Refuse(refusal); }}),
       articleCommands_(parts.doc.GetBookmarks(), parts.article, keys_,
                        {.refused = [this] { Tell(DescribeNoCommand(connection_.IsConnected())); },
                         .pushOn = [this] { push_.Open(); },

@@ -112,7 +112,7 @@ class ViewHands : public QObject {
   void OfferCommands();
   void OfferPageCommands();
   void AddStateTo(CommandState& state) const;
-  void Refuse(Command command, Refusal refusal);
+  void Refuse(Refusal refusal);
   void ShowMenuOfPlace(const QPoint& at, std::optional<CellPosition> cell);
   // All links in sight, to choose one of for kOpenLink or kCopyLink.
   void ShowLinks(Command use);

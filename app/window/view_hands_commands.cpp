@@ -75,7 +75,7 @@ void ViewHands::AddStateTo(CommandState& state) const {
     state.page = PageUnderHands(local ? Picture::kArticle : Picture::kScreen, parts_.page);
 }
 
-void ViewHands::Refuse(Command command, Refusal refusal) {
+void ViewHands::Refuse(Refusal refusal) {
   switch (refusal) {
     case Refusal::kBusy:
       return Tell(DescribeNoPush(NoPushReason::kBusy));
