@@ -19,6 +19,7 @@
 #include "app/page/article_view.h"
 #include "app/page/background_picture.h"
 #include "app/page/frame_surface.h"
+#include "app/page/link_marks.h"
 #include "app/page/page_composer.h"
 #include "app/side_list/side_list_view.h"
 #include "app/window/view_hands.h"
@@ -123,7 +124,8 @@ class CQuillView : public QWidget {
   Automations& automations_;
   UserSettings& settings_;
   ScreenSnapshot screen_;
-  UnderstoodPage page_;  // what stands on it, marked with the user's keywords
+  UnderstoodPage page_;  // what stands on it, marked with the user's keywords and with what its links show
+  const LinkMarks linkMarks_;
   FrameState frame_;
   unsigned screenCount_ = 0;
   std::int64_t composedAt_ = 0;  // the frame, in seconds since 1970

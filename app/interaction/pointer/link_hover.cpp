@@ -24,6 +24,24 @@ bool LeadToTheSame(const TextLink& one, const TextLink& other) {
   return one.article || other.article ? one.article == other.article : one.address == other.address;
 }
 
+// Empty for what is like any other link.
+QString WordOf(LinkKind kind) {
+  switch (kind) {
+    case LinkKind::kPicture:
+      return u"圖片"_qs;
+    case LinkKind::kPicturePage:
+      return u"圖片網頁"_qs;
+    case LinkKind::kShortened:
+      return u"短網址，可能是圖片"_qs;
+    case LinkKind::kVideo:
+      return u"影片"_qs;
+    case LinkKind::kWeb:
+    case LinkKind::kArticleCode:
+      return {};
+  }
+  return {};
+}
+
 // Where a label of this size goes: to the lower left corner, or the right one.
 QRectF PlaceLabel(const QRectF& area, const QSizeF& size, qreal margin, bool right) {
   QRectF box(QPointF(), size);
@@ -92,7 +110,7 @@ LinkHover::Label LinkHover::LabelAt(const OverlayPlace& place, const TextLink& l
   const double padding = kTargetPadding * letter;
   const QRectF area = place.area;
   const QString text =
-      metrics.elidedText(TargetOf(link), Qt::ElideMiddle, area.width() * kWidest - 2 * padding);
+      metrics.elidedText(DescriptionOf(link), Qt::ElideMiddle, area.width() * kWidest - 2 * padding);
   const QSizeF extent(std::ceil(metrics.horizontalAdvance(text) + 2 * padding),
                       std::ceil(letter * kTargetHeight));
   const QRectF box = PlaceLabel(area, extent, kMargin * letter, row_ >= kRows - kRowsBelow);
@@ -116,6 +134,11 @@ QString LinkHover::TargetOf(const TextLink& link) {
   if (!link.article) return QString::fromStdString(OpenableAddress(link.address));
   return u"在站台上開啟文章 #%1 (%2)"_qs.arg(QString::fromStdU16String(link.article->code),
                                              QString::fromStdU16String(link.article->board));
+}
+
+QString LinkHover::DescriptionOf(const TextLink& link) {
+  const QString word = WordOf(link.kind);
+  return word.isEmpty() ? TargetOf(link) : u"%1：%2"_qs.arg(word, TargetOf(link));
 }
 
 }  // namespace quillet

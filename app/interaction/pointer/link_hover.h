@@ -38,6 +38,8 @@ class LinkHover : public Overlay {
   void Paint(QPainter& painter, const OverlayPlace& place) override;
   // For people: the article, or the very address that will be opened.
   static QString TargetOf(const TextLink& link);
+  // The same behind what it shows, where that is known.
+  static QString DescriptionOf(const TextLink& link);
 
  private:
   // What is told of it, and where.
