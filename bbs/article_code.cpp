@@ -4,8 +4,6 @@
 #include <array>
 #include <optional>
 
-#include "core/ascii.h"
-
 namespace quillet {
 namespace {
 
@@ -67,17 +65,6 @@ std::u16string ValueToAid(std::uint64_t value) {
   return code;
 }
 
-// A value that is no plain ASCII is no host name that a link could hold.
-std::u16string HostName(std::string_view value) {
-  std::u16string host;
-  for (const char c : value) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte <= 0x20 || byte >= 0x7F) return {};
-    host += static_cast<char16_t>(AsciiLower(byte));
-  }
-  return host;
-}
-
 std::u16string LinkPrefix(std::u16string_view host, std::u16string_view path) {
   if (host.empty()) return {};
   return std::u16string(kScheme).append(host).append(path);
@@ -136,9 +123,9 @@ std::u16string FileNameToAid(std::u16string_view fileName) {
 }
 
 WebHosts WebHostsOf(const Endpoints& endpoints) {
-  return {.host = HostName(endpoints.Value("web/host")),
-          .mirror1 = HostName(endpoints.Value("web/mirror_1")),
-          .mirror2 = HostName(endpoints.Value("web/mirror_2"))};
+  return {.host = endpoints.HostName("web/host"),
+          .mirror1 = endpoints.HostName("web/mirror_1"),
+          .mirror2 = endpoints.HostName("web/mirror_2")};
 }
 
 std::u16string ArticleUrl(std::u16string_view board, std::u16string_view code, const WebHosts& hosts) {

@@ -10,7 +10,15 @@
 
 namespace quillet {
 
-enum class LinkKind : std::uint8_t { kWeb, kArticleCode };
+enum class LinkKind : std::uint8_t {
+  kWeb,
+  kArticleCode,
+  // Web addresses of which more is known than stands here; who knows the sites marks them.
+  kPicture,
+  kPicturePage,
+  kShortened,  // perhaps a picture
+  kVideo
+};
 
 struct LinkPlace {
   std::uint8_t first = 0;  // columns first to last-1
@@ -25,6 +33,8 @@ class LinkPlaces {
  public:
   const LinkPlace* begin() const { return places_.data(); }
   const LinkPlace* end() const { return places_.data() + count_; }
+  LinkPlace* begin() { return places_.data(); }
+  LinkPlace* end() { return places_.data() + count_; }
   bool IsEmpty() const { return count_ == 0; }
   void Add(LinkPlace place) {
     if (count_ < kMost) places_[count_++] = place;

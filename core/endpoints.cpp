@@ -68,6 +68,16 @@ std::string_view Endpoints::Value(std::string_view name) const {
   return found == values.end() ? std::string_view{} : std::string_view(found->second);
 }
 
+std::u16string Endpoints::HostName(std::string_view name) const {
+  std::u16string host;
+  for (const char c : Value(name)) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte <= 0x20 || byte >= 0x7F) return {};
+    host += static_cast<char16_t>(AsciiLower(byte));
+  }
+  return host;
+}
+
 bool LoadEndpoints(const std::filesystem::path& file, Endpoints& endpoints) {
   const std::optional<std::string> text = ReadText(file);
   if (!text) return false;

@@ -23,6 +23,8 @@ struct Endpoints {
 
   // The value of "section/key", or an empty text.
   std::string_view Value(std::string_view name) const;
+  // The same as a host name in lower case; empty also where it is no plain ASCII, which no link could hold.
+  std::u16string HostName(std::string_view name) const;
 };
 
 // Lays the file over `endpoints`. Returns false when it cannot be read; nothing is changed then. Lines that

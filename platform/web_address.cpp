@@ -78,22 +78,29 @@ bool IsPort(std::u16string_view digits) {
   return port <= kHighestPort;
 }
 
-// Host and port.
-bool IsSite(std::u16string_view site) {
+// Of a site, host and port, its host's length; 0: it is none.
+std::size_t HostLength(std::u16string_view site) {
   const std::size_t bracket = site.starts_with(u'[') ? site.find(u']') : std::u16string_view::npos;
-  const std::size_t hostEnd = bracket != site.npos ? bracket + 1 : std::min(site.find(u':'), site.size());
-  const std::u16string_view host = site.substr(0, hostEnd);
-  const std::u16string_view port = site.substr(hostEnd);
-  if (!port.empty() && (port.front() != u':' || !IsPort(port.substr(1)))) return false;
-  return bracket != site.npos ? IsBracketedAddress(host) : IsHostName(host);
+  const std::size_t length = bracket != site.npos ? bracket + 1 : std::min(site.find(u':'), site.size());
+  const std::u16string_view host = site.substr(0, length);
+  const std::u16string_view port = site.substr(length);
+  if (!port.empty() && (port.front() != u':' || !IsPort(port.substr(1)))) return 0;
+  const bool isHost = bracket != site.npos ? IsBracketedAddress(host) : IsHostName(host);
+  return isHost ? length : 0;
+}
+
+// Host and port, as they stand behind a scheme that may be opened.
+std::u16string_view SiteOf(std::u16string_view address) {
+  const std::size_t begin = SchemeLength(address);
+  if (begin == 0) return {};
+  return address.substr(begin, std::min(address.find_first_of(u"/?#", begin), address.size()) - begin);
 }
 
 // Where the host and its port end; 0: scheme or host may not be opened.
 std::size_t SiteEnd(std::u16string_view address) {
-  const std::size_t begin = SchemeLength(address);
-  if (begin == 0 || address.size() > kLongestWebAddress) return 0;
-  const std::size_t end = std::min(address.find_first_of(u"/?#", begin), address.size());
-  return IsSite(address.substr(begin, end - begin)) ? end : 0;
+  if (address.size() > kLongestWebAddress) return 0;
+  const std::u16string_view site = SiteOf(address);
+  return HostLength(site) != 0 ? SchemeLength(address) + site.size() : 0;
 }
 
 void AppendEscape(std::string& out, char byte) {
@@ -140,6 +147,12 @@ std::string OpenableAddress(std::u16string_view address) {
   std::transform(openable.begin(), scheme, openable.begin(),
                  [](char c) { return static_cast<char>(Lower(static_cast<unsigned char>(c))); });
   return openable;
+}
+
+HostPlace HostIn(std::u16string_view address) {
+  const std::size_t length = HostLength(SiteOf(address));
+  const std::size_t first = SchemeLength(address);
+  return length != 0 ? HostPlace{first, first + length} : HostPlace{};
 }
 
 }  // namespace quillet

@@ -23,4 +23,14 @@ bool IsWebAddress(std::u16string_view address);
 // characters or is longer than kLongestWebAddress.
 std::string OpenableAddress(std::u16string_view address);
 
+// Where the host stands in an address, by the same rules for scheme, host and port, whatever follows them and
+// however long it is: units first to last-1, without the port. Empty where no such site begins the address.
+struct HostPlace {
+  std::size_t first = 0;
+  std::size_t last = 0;
+
+  bool IsEmpty() const { return first == last; }
+};
+HostPlace HostIn(std::u16string_view address);
+
 }  // namespace quillet

@@ -22,9 +22,18 @@ enum CellStyle : std::uint8_t {
   CS_FOUND_HERE = 0x80  // the hit at which the user is
 };
 
+// Values of PageCell::fore beside the palette's indices: where two neighbours have the same, they show a sign
+// of the client's own as wide as both, whatever their bytes are.
+inline constexpr std::uint8_t kPictureSign = 0xFE;
+inline constexpr std::uint8_t kVideoSign = 0xFF;
+
+constexpr bool IsSign(std::uint8_t fore) {
+  return fore >= kPictureSign;
+}
+
 struct PageCell {
   std::uint8_t byte = ' ';  // Big5, paired with its neighbour as in a screen's row
-  std::uint8_t fore = 7;    // index of the palette, 0-47
+  std::uint8_t fore = 7;    // index of the palette, 0-47, or a sign
   std::uint8_t back = 16;   // index of the palette, 0-47
   std::uint8_t style = 0;   // CellStyle
 
@@ -45,6 +54,9 @@ struct PageRow {
 
   bool operator==(const PageRow&) const = default;
 };
+
+// Where the age of a row begins that has no text in its way.
+inline constexpr int kAgeCol = 78;
 
 using Page = std::array<PageRow, kRows>;
 

@@ -135,6 +135,9 @@ LookColours::LookColours(const Palette& palette, bool lighterDarkBlue)
   MakeStyleReadable(onPush_, palette[kPushGround]);
   MakeStyleReadable(onCaption_, palette[kCaptionGround]);
   MakeStyleReadable(onHeader_, palette[kHeaderGround]);
+  // As near to their ground as can be read.
+  signOnPage_ = ReadableOn(page, page);
+  signOnPush_ = ReadableOn(palette[kPushGround], palette[kPushGround]);
   onBar_ = ReadableOnBar(onPage_, page, bar_);
   onHover_ = ReadableOnBar(onPage_, page, hover_);
 }
@@ -157,6 +160,8 @@ std::uint32_t LookColours::Background(const PageCell& cell) const {
 // Blocks keep their colour: in a picture they lie beside backgrounds of the same blue.
 std::uint32_t LookColours::Foreground(const PageCell& cell, char16_t unit) const {
   if (IsMarked(cell)) return MarkOf(cell).text;
+  if (IsSign(cell.fore))
+    return ReadableOn(Background(cell), cell.back == kPushGround ? signOnPush_ : signOnPage_);
   if (cell.fore >= palette_.size() || IsFilledShape(unit)) return At(cell.fore);
   if (UnderBar(cell)) return onBar_[cell.fore];
   if (UnderHover(cell)) return onHover_[cell.fore];

@@ -77,6 +77,8 @@ class LookColours {
   std::uint32_t bar_ = 0;
   std::uint32_t hover_ = 0;
   std::uint32_t readableBlue_ = 0;
+  std::uint32_t signOnPage_ = 0;
+  std::uint32_t signOnPush_ = 0;
   MarkColours selected_, found_, foundHere_;
   // Foregrounds on each ground.
   Palette onPage_;

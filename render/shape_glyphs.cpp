@@ -4,6 +4,7 @@
 
 #include "render/box_lines.h"
 #include "render/shape_canvas.h"
+#include "render/sign_shapes.h"
 
 namespace quillet {
 namespace {
@@ -111,7 +112,8 @@ bool IsFilledShape(char16_t unit) {
 }
 
 bool IsShape(char16_t unit) {
-  return Within(unit, kFirstBoxLine, kLastBoxLine) || IsFilledShape(unit) || RuleOf(unit) != Rule::kNone;
+  return Within(unit, kFirstBoxLine, kLastBoxLine) || IsFilledShape(unit) || RuleOf(unit) != Rule::kNone ||
+         IsSignUnit(unit);
 }
 
 bool DrawShape(char16_t unit, const CoverageTile& tile) {
@@ -119,6 +121,8 @@ bool DrawShape(char16_t unit, const CoverageTile& tile) {
   ShapeCanvas canvas(tile);
   if (const Rule rule = RuleOf(unit); rule != Rule::kNone)
     DrawRule(rule, canvas);
+  else if (IsSignUnit(unit))
+    DrawSign(unit, canvas);
   else if (unit <= kLastBoxLine)
     DrawBoxLine(unit, canvas);
   else if (unit <= kLastBlock)

@@ -1,6 +1,6 @@
 // Characters that are drawn as shapes instead of with a font, so that frames, blocks and pictures made of
-// characters join without a gap at every size: box drawing, blocks and shades, corner triangles, diagonals.
-// Called by the glyph rasteriser. Pure.
+// characters join without a gap at every size: box drawing, blocks and shades, corner triangles, diagonals;
+// and the signs of the client's own. Called by the glyph rasteriser. Pure.
 #pragma once
 
 #include <cstddef>

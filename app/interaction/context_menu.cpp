@@ -55,7 +55,7 @@ void ShowLinkMenu(QWidget& parent, const QPoint& at, const std::vector<TextLink>
   QMenu* const menu = NewMenu(parent);
   if (links.empty()) menu->addAction(u"這個畫面上沒有連結"_qs)->setEnabled(false);
   for (const TextLink& link : links) {
-    QAction* const item = menu->addAction(AsEntry(LinkHover::TargetOf(link), kLongestTarget));
+    QAction* const item = menu->addAction(AsEntry(LinkHover::DescriptionOf(link), kLongestTarget));
     QObject::connect(item, &QAction::triggered, menu, [take, link] { take(link); });
   }
   menu->popup(at);

@@ -6,6 +6,7 @@
 #include "app/page/article_captions.h"
 #include "core/key_sequence.h"
 #include "platform/clock.h"
+#include "render/link_signs.h"
 #include "render/scroll_motion.h"
 
 namespace quillet {
@@ -343,8 +344,11 @@ void ArticleView::SetHovered(Command command) {
 }
 
 void ArticleView::Compose(FrameState& frame) const {
-  for (int row = 0; row < kLinesShown; ++row)
-    frame.page[static_cast<std::size_t>(row)] = dressed_.Row(reading_.Lines(), LineAtRow(row), rules_);
+  for (int row = 0; row < kLinesShown; ++row) {
+    PageRow& shown = frame.page[static_cast<std::size_t>(row)];
+    shown = dressed_.Row(reading_.Lines(), LineAtRow(row), rules_);
+    if (const ArticleLine* const line = ShownLine(LineAtRow(row))) LayLinkSigns(line->links, shown);
+  }
   frame.page[kBottomRow] = bar_.row;
   frame.caretRow = -1;
   frame.progress = LastTopLine() > 0 ? static_cast<double>(top_) / LastTopLine() : 0;

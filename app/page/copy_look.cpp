@@ -1,14 +1,17 @@
 #include "app/page/copy_look.h"
 
 #include "render/row_look.h"
+#include "render/style_colours.h"
 
 namespace quillet {
 namespace {
 
 LineColours ColoursOf(PageRow row, const LookColours& colours, const TextColours& plain) {
-  // The selection, the cursor's bar, the pointer's row.
-  for (PageCell& cell : row.cells)
+  // The selection, the cursor's bar, the pointer's row; and the signs, which are no text.
+  for (PageCell& cell : row.cells) {
     cell.style = 0;
+    if (IsSign(cell.fore)) cell.fore = kPlainFore;
+  }
   const RowLook look = ResolveRow(row, {}, false, Charset(), colours);
   LineColours line;
   for (std::size_t col = 0; col < line.size(); ++col)

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/clock.h"
+#include "render/link_signs.h"
 #include "render/style/styled_screen.h"
 #include "settings/files/track_words.h"
 
@@ -94,6 +95,7 @@ void PageComposer::ComposeScreen(const ScreenSnapshot& screen, const UnderstoodP
   const StyledScreen styled = StyleScreen(screen, page, rules_, parts_.seen.article.postTime);
   frame.page = styled.page;
   rowOf_ = styled.rowOf;
+  if (page.content == PageContent::kArticle) LaySigns(page, frame.page);
   if (sight_.IsNarrow()) MoveIntoSight(PageRowOf(screen.cursorRow), frame.page);
   if (!OffersCommands(page)) return;
   const Conditions holds = Conditions().AddIf(parts_.bookmarks.HasOpenArticle(), Condition::kBookmarked);
@@ -101,6 +103,15 @@ void PageComposer::ComposeScreen(const ScreenSnapshot& screen, const UnderstoodP
                                       {.offers = MakeCaptions(holds), .hovered = NumberOf(hovered_)});
   frame.page[kBottomRow] = std::move(bar.row);
   captions_ = std::move(bar.areas);
+}
+
+// Behind the links of the text, not of what is asked below it.
+void PageComposer::LaySigns(const UnderstoodPage& understood, Page& page) const {
+  for (int row = 0; row < kBottomRow; ++row) {
+    const int screenRow = ScreenRowAt(row);
+    if (screenRow < 0 || understood.IsPromptRow(screenRow)) continue;
+    LayLinkSigns(understood.Line(screenRow).links, page[static_cast<std::size_t>(row)]);
+  }
 }
 
 bool PageComposer::SetRowsInSight(int rows) {

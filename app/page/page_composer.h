@@ -75,6 +75,7 @@ class PageComposer {
  private:
   void ComposeScreen(const ScreenSnapshot& screen, const UnderstoodPage& page, FrameState& frame);
   void KeepArticleAbovePrompt(const ScreenSnapshot& screen, FrameState& frame);
+  void LaySigns(const UnderstoodPage& understood, Page& page) const;
   void MoveIntoSight(int cursorRow, Page& page);
   bool OffersCommands(const UnderstoodPage& page) const;
 

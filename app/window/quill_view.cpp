@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QtMath>
 
+#include "app/document/media_services.h"
 #include "app/messages/article_messages.h"
 #include "app/messages/text_messages.h"
 #include "bbs/idle_key.h"
@@ -28,6 +29,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
       connection_(doc.GetConnection()),
       automations_(doc.GetAutomations()),
       settings_(doc.GetSettings()),
+      linkMarks_(MediaHostsOf(doc.Hosts())),
       places_(doc.PlaceFolders()),
       overlays_(*this),
       surface_(*this),
@@ -251,6 +253,7 @@ void CQuillView::TakeMessages() {
     screen_ = *messages.screen;
     page_ = messages.page;
     composer_.MarkKeywords(screen_, page_);
+    linkMarks_.Mark(screen_, page_);
     ++screenCount_;
     if (messages.reason != ScreenReason::kUpdated) hands_.Keys().DropWaiting();
     doc_.OnScreen(messages.reason, std::move(messages.seen));

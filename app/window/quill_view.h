@@ -20,6 +20,7 @@
 #include "app/page/article_view.h"
 #include "app/page/background_picture.h"
 #include "app/page/frame_surface.h"
+#include "app/page/link_marks.h"
 #include "app/page/page_composer.h"
 #include "app/side_list/side_list_view.h"
 #include "app/window/view_hands.h"
@@ -124,7 +125,8 @@ class CQuillView : public QWidget {
   Automations& automations_;
   UserSettings& settings_;
   ScreenSnapshot screen_;
-  UnderstoodPage page_;  // what stands on it, marked with the user's keywords
+  UnderstoodPage page_;  // what stands on it, marked with the user's keywords and with what its links show
+  const LinkMarks linkMarks_;
   PlaceBook places_;
   FrameState frame_;
   unsigned screenCount_ = 0;

@@ -37,7 +37,7 @@ ArticleReference ArticleOfCode(std::u16string_view text) {
 }  // namespace
 
 TextLink LinkOf(const ScreenRow& text, const LinkPlace& place, const WebHosts& hosts) {
-  TextLink link{.first = place.first, .last = place.last, .address = {}, .article = {}};
+  TextLink link{.first = place.first, .last = place.last, .address = {}, .article = {}, .kind = place.kind};
   std::u16string shown =
       Widened(BytesOf(text).substr(place.first, static_cast<std::size_t>(place.last - place.first)));
   if (place.kind == LinkKind::kArticleCode) {

@@ -17,6 +17,7 @@ struct TextLink {
   int last = 0;
   std::u16string address;                   // one that IsWebAddress takes; empty for an article code
   std::optional<ArticleReference> article;  // opens on the BBS itself
+  LinkKind kind = LinkKind::kWeb;
 
   bool operator==(const TextLink&) const = default;
 };

@@ -7,8 +7,6 @@
 namespace quillet {
 namespace {
 
-constexpr int kAgeFrom = 78;
-
 RowChange CellChange(const RowLook& before, const RowLook& now) {
   RowChange change;
   for (int col = 0; col < kCols; ++col) {
@@ -34,7 +32,7 @@ bool SameMarks(const DrawnRow& before, const DrawnRow& now) {
 
 // A mark lies over cells that change.
 bool TouchesMark(const RowChange& change, const PageRow& page, bool pennantsOnCells) {
-  return (!page.tag.empty() && change.last > page.tagCol) || (!page.age.empty() && change.last > kAgeFrom) ||
+  return (!page.tag.empty() && change.last > page.tagCol) || (!page.age.empty() && change.last > kAgeCol) ||
          (page.pennants != 0 && pennantsOnCells);
 }
 
@@ -48,8 +46,8 @@ bool SameRow(const PageRow& one, const PageRow& other) {
 }
 
 int AgeColumn(const PageRow& page) {
-  const bool free = page.cells[kAgeFrom].byte == ' ' && page.cells[kAgeFrom + 1].byte == ' ';
-  return free ? kAgeFrom : kCols;
+  const bool free = page.cells[kAgeCol].byte == ' ' && page.cells[kAgeCol + 1].byte == ' ';
+  return free ? kAgeCol : kCols;
 }
 
 RowChange ChangeOf(const DrawnRow& before, const DrawnRow& now, bool pennantsOnCells) {

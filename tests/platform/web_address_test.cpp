@@ -59,6 +59,17 @@ TEST(WebAddressTest, EscapesStayAndStrayPercentSignsBecomeOnes) {
   EXPECT_EQ(OpenableAddress(u"http://a/%zz%%41"), "http://a/%25zz%25%41");
 }
 
+TEST(WebAddressTest, TheHostStandsBetweenSchemeAndPort) {
+  const auto hostIn = [](std::u16string_view address) {
+    const HostPlace place = HostIn(address);
+    return address.substr(place.first, place.last - place.first);
+  };
+  EXPECT_EQ(hostIn(u"HTTPS://A.example:443/@b"), u"A.example");
+  EXPECT_EQ(hostIn(u"http://a/" + std::u16string(kLongestWebAddress, u'b')), u"a");
+  for (const std::u16string_view none : {u"", u"a.example/", u"http://", u"http://a@b/", u"http://a:b/"})
+    EXPECT_TRUE(HostIn(none).IsEmpty()) << Utf8FromUtf16(none);
+}
+
 TEST(WebAddressTest, LengthHasALimit) {
   const std::u16string longest = u"http://a/" + std::u16string(kLongestWebAddress - 9, u'b');
   EXPECT_TRUE(IsWebAddress(longest));

@@ -175,7 +175,7 @@ TEST_F(RowCellsTest, UnderlineHasTheForegroundOfItsCellOnBlanksToo) {
 
 TEST_F(RowCellsTest, ColoursOutsideThePaletteAreSomeColour) {
   Decode("ab");
-  for (int index = 48; index < 256; ++index) {
+  for (int index = 48; index < kPictureSign; ++index) {
     Colour(0, index, index, index & ~(CS_SELECTED | CS_FOUND | CS_FOUND_HERE));
     Colour(1, index, 16, CS_BAR);
     EXPECT_EQ(Look()[0].background, PaletteOf(PaletteKind::kNormal)[47]);

@@ -128,7 +128,7 @@ TEST(ShapeGlyphsTest, BlocksGrowStepByStepToTheWholeCell) {
 TEST(ShapeGlyphsTest, EveryShapeFitsEveryCell) {
   for (const Size size :
        {Size{1, 1}, Size{2, 1}, Size{1, 40}, Size{12, 2}, Size{12, 5}, Size{30, 31}, Size{180, 180}})
-    for (int unit = 0x2000; unit < 0x10000; ++unit) {
+    for (int unit = 1; unit < 0x10000; ++unit) {
       const auto character = static_cast<char16_t>(unit);
       if (!IsShape(character)) continue;
       const Drawn drawn(character, size);

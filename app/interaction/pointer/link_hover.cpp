@@ -1,38 +1,33 @@
 #include "app/interaction/pointer/link_hover.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
-#include <QFontMetricsF>
+#include "app/overlay/hover_label.h"
 
 namespace quillet {
 namespace {
-
-// Of the panel's letters.
-constexpr double kTargetTextSize = 0.8;
-// In the label's letters.
-constexpr double kTargetHeight = 1.8;
-constexpr double kTargetPadding = 0.7;
-constexpr double kMargin = 0.3;
-// Of the area's width.
-constexpr double kWidest = 0.6;
-// Rows that the label may lie over.
-constexpr int kRowsBelow = 3;
 
 bool LeadToTheSame(const TextLink& one, const TextLink& other) {
   return one.article || other.article ? one.article == other.article : one.address == other.address;
 }
 
-// Where a label of this size goes: to the lower left corner, or the right one.
-QRectF PlaceLabel(const QRectF& area, const QSizeF& size, qreal margin, bool right) {
-  QRectF box(QPointF(), size);
-  box.moveBottom(std::round(area.bottom() - margin));
-  if (right)
-    box.moveRight(std::round(area.right() - margin));
-  else
-    box.moveLeft(std::round(area.left() + margin));
-  return box;
+// Empty for what is like any other link.
+QString WordOf(LinkKind kind) {
+  switch (kind) {
+    case LinkKind::kPicture:
+      return u"圖片"_qs;
+    case LinkKind::kPicturePage:
+      return u"圖片網頁"_qs;
+    case LinkKind::kShortened:
+      return u"短網址，可能是圖片"_qs;
+    case LinkKind::kVideo:
+      return u"影片"_qs;
+    case LinkKind::kWeb:
+    case LinkKind::kArticleCode:
+      return {};
+  }
+  return {};
 }
 
 }  // namespace
@@ -82,40 +77,22 @@ void LinkHover::Decorate(Page& page) const {
 }
 
 QRectF LinkHover::Bounds(const OverlayPlace& place) const {
-  return current_ ? LabelAt(place, *current_).box : QRectF();
-}
-
-LinkHover::Label LinkHover::LabelAt(const OverlayPlace& place, const TextLink& link) const {
-  const double letter = std::round(panel_look::TextSize(place.unit) * kTargetTextSize);
-  const QFont font = panel_look::Sized(place.font, letter);
-  const QFontMetricsF metrics(font);
-  const double padding = kTargetPadding * letter;
-  const QRectF area = place.area;
-  const QString text =
-      metrics.elidedText(TargetOf(link), Qt::ElideMiddle, area.width() * kWidest - 2 * padding);
-  const QSizeF extent(std::ceil(metrics.horizontalAdvance(text) + 2 * padding),
-                      std::ceil(letter * kTargetHeight));
-  const QRectF box = PlaceLabel(area, extent, kMargin * letter, row_ >= kRows - kRowsBelow);
-  return {.font = font, .letter = letter, .text = text, .box = box};
+  return current_ ? HoverLabel(DescriptionOf(*current_), row_, place).Box() : QRectF();
 }
 
 void LinkHover::Paint(QPainter& painter, const OverlayPlace& place) {
-  if (!current_) return;
-  const Label label = LabelAt(place, *current_);
-  const panel_look::Colours& colours = place.Colours();
-  painter.save();
-  painter.setFont(label.font);
-  panel_look::PaintBox(painter, label.box, label.letter, colours.border, colours.fill);
-  painter.setPen(colours.line);
-  painter.drawText(label.box.adjusted(kTargetPadding * label.letter, 0, 0, 0),
-                   Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, label.text);
-  painter.restore();
+  if (current_) HoverLabel(DescriptionOf(*current_), row_, place).Paint(painter, place.Colours());
 }
 
 QString LinkHover::TargetOf(const TextLink& link) {
   if (!link.article) return QString::fromStdString(OpenableAddress(link.address));
   return u"在站台上開啟文章 #%1 (%2)"_qs.arg(QString::fromStdU16String(link.article->code),
                                              QString::fromStdU16String(link.article->board));
+}
+
+QString LinkHover::DescriptionOf(const TextLink& link) {
+  const QString word = WordOf(link.kind);
+  return word.isEmpty() ? TargetOf(link) : u"%1：%2"_qs.arg(word, TargetOf(link));
 }
 
 }  // namespace quillet

@@ -38,16 +38,10 @@ class LinkHover : public Overlay {
   void Paint(QPainter& painter, const OverlayPlace& place) override;
   // For people: the article, or the very address that will be opened.
   static QString TargetOf(const TextLink& link);
+  // The same behind what it shows, where that is known.
+  static QString DescriptionOf(const TextLink& link);
 
  private:
-  // What is told of it, and where.
-  struct Label {
-    QFont font;
-    double letter;  // the size of the letters
-    QString text;
-    QRectF box;
-  };
-  Label LabelAt(const OverlayPlace& place, const TextLink& link) const;
   std::vector<TextLink> LinksIn(int row) const;
 
   const PictureLines& text_;

@@ -112,7 +112,7 @@ TEST_F(LinkFinderTest, AnArticlesAddressWithinAnotherIsThatSitesAffair) {
 TEST_F(LinkFinderTest, ACodeWithItsBoardIsAnArticle) {
   const ArticleReference article{.board = u"C_Chat", .code = u"1a2B3c4_"};
   EXPECT_EQ(Find(u"  │ 文章代碼(AID): #1a2B3c4_ (C_Chat) [bbs.example] 標題"),
-            (std::vector<TextLink>{{20, 38, {}, article}}));
+            (std::vector<TextLink>{{20, 38, {}, article, LinkKind::kArticleCode}}));
   EXPECT_EQ(ArticleIn(u"見#1a2B3c4_(C_Chat)。"), article);
   EXPECT_EQ(ArticleIn(u"乙#1a2B3c4_(C_Chat)。"), article) << "the first character's second byte is an A";
   EXPECT_EQ(Find(u"#1a2B3c4_ (A) #1a2B3c4_ (B)").size(), 2U);
