@@ -14,7 +14,7 @@ constexpr std::string_view kLastVisit = "\xA1\x6D\xA4\x57\xA6\xB8\xA4\x57\xAF\xB
 bool NamesPerson(const ScreenRow& text) {
   if (BytesOf(text).starts_with(kLastVisit)) return true;
   const NoteLine note = ReadNoteLine(text);
-  return note == NoteLine::kOrigin || note == NoteLine::kEdit;
+  return note == NoteLine::kOrigin || note == NoteLine::kEdit || note == NoteLine::kForwarder;
 }
 
 // No second byte of a character is one of these.

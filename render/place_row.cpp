@@ -55,13 +55,13 @@ void Write(PageRow& row, int col, const ShownPlace& place) {
   }
 }
 
-// Columns to the left of the address that are blank, one of them left free.
+// With the blanks in front of the address, but for one behind the words.
 int FieldBegin(const PageRow& row, CellRange address) {
+  const auto isBlank = [&row](int col) { return row.cells[static_cast<std::size_t>(col)].byte == ' '; };
   int first = address.first;
-  while (first > 0 && address.last - first < kFieldColumns &&
-         row.cells[static_cast<std::size_t>(first - 1)].byte == ' ')
+  while (first > 1 && address.last - first < kFieldColumns && isBlank(first - 1) && isBlank(first - 2))
     --first;
-  return first < address.first ? std::min(first + 1, address.first) : first;
+  return first;
 }
 
 CellRange LayOverAddress(PageRow& row, CellRange address, ShownPlace place) {

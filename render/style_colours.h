@@ -11,7 +11,7 @@ inline constexpr std::uint8_t kPushTextFore = 3;      // the BBS's own for the w
 inline constexpr std::uint8_t kPushGround = 24;       // under push lines
 inline constexpr std::uint8_t kMyId = 26;             // the user's own id
 inline constexpr std::uint8_t kKeywordColour = 28;    // a word that the user wants to be told of
-inline constexpr std::uint8_t kPlaceMark = 40;        // what a place is marked with
+inline constexpr std::uint8_t kPlaceMark = 31;        // what a place is marked with
 inline constexpr std::uint8_t kLighterPushText = 44;  // instead of kPushTextFore
 // Of an article that has been read. No colour of the tables: that of kReadTitleTint, or as much lighter as it
 // takes to be read on its ground.

@@ -68,6 +68,7 @@ class CQuillView : public QWidget {
   const SelectionControl& Selected() const { return hands_.Selected(); }
   const SearchController& Found() const { return hands_.Search(); }
   const LinkHover& Links() const { return hands_.Links(); }
+  const PlaceHover& Places() const { return hands_.Places(); }
   const MoneyController& Money() const { return hands_.Money(); }
   const PushController& Push() const { return hands_.Push(); }
   // Screens taken over so far; tells whether the picture has come to rest.

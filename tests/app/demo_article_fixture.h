@@ -44,9 +44,14 @@ class DemoArticleTest : public WindowTest {
     options.contentFolder = Content();
     demo = std::make_unique<DemoServer>(options);
     ASSERT_EQ(demo->Error(), "");
-    doc->GetConnection().Open({.address = QString::fromStdString(demo->Address()), .name = {}, .isBbs = true},
+    doc->GetConnection().Open({.address = QString::fromStdString(demo->Address()),
+                               .name = {},
+                               .placesFolder = options.contentFolder / "places",
+                               .isBbs = true},
                               MakeLoginOrder({.account = u"reader", .password = u"quillet"}));
     ASSERT_TRUE(Until([&] { return Seen().loginId == u"reader" && IsIdle(); }));
+    // So that the picture's rows read as the BBS's lines.
+    doc->GetSettings().Set(&Settings::ipToName, false);
   }
   void TearDown() override {
     frame.reset();

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "bbs/line_address.h"
+#include "bbs/screen_fields.h"
 #include "tests/support/screen_builder.h"
 #include "tests/support/tables.h"
 
@@ -29,6 +31,25 @@ TEST_F(EndLinesTest, ARowIsWhatItsBeginningSays) {
   };
   for (const auto& entry : cases)
     EXPECT_EQ(ReadNoteLine(ScreenBuilder().Put(0, 0, entry.line).screen.text[0]), entry.note);
+}
+
+TEST_F(EndLinesTest, ThePersonsAddressIsTheLastOneOnTheLine) {
+  const struct {
+    std::u16string_view line, address;
+  } cases[] = {
+      {u"※ 發信站: 奧拉拉文藝坊(198.51.100.1), 來自: 192.0.2.7 (臺灣)", u"192.0.2.7"},
+      {u"※ 編輯: kagami (192.0.2.7 臺灣), 11/06/2026 06:04:00", u"192.0.2.7"},
+      {u"※ 轉錄者: kagami (192.0.2.7), 11/06/2026 06:04:00", u"192.0.2.7"},
+      {u"《上次上站》11/06/2026 06:04:00 Fri  《上次故鄉》:192.0.2.7", u"192.0.2.7"},
+      {u"《上次上站》11/06 06:04 來自 somewhere.example", u""},
+      {u"※ 發信站: 奧拉拉文藝坊(bbs.example), 來自: 192.0.2.777", u""},
+      {u"※ 文章網址: 192.0.2.7", u""},
+      {u"192.0.2.7", u""},
+  };
+  for (const auto& entry : cases) {
+    const ScreenRow row = ScreenBuilder().Put(0, 0, entry.line).screen.text[0];
+    EXPECT_EQ(FieldText(row, LineAddress(row)), entry.address) << ToBig5(entry.line);
+  }
 }
 
 TEST_F(EndLinesTest, OriginLineNamesTheHost) {

@@ -204,6 +204,9 @@ TEST_F(PreTranslationTest, TheCaptionsKeysAndThePlacesAreTheArticles) {
   }
   EXPECT_EQ(Decide(Char(u'i'), PageKind::kReader, {.articleOpen = true}), Give(Command::kTogglePlaces))
       << "without captions too";
+  EXPECT_EQ(Decide(Char(u'i'), PageKind::kPause, {.addressesShown = true}), Give(Command::kTogglePlaces))
+      << "a person's page";
+  EXPECT_EQ(Decide(Char(u'm'), PageKind::kPause, {.addressesShown = true}), ForBbs(Char(u'm')));
 }
 
 TEST_F(PreTranslationTest, TheLocalArticleMovesFirstAndHandsOnWhatLeavesIt) {

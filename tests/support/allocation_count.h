@@ -1,5 +1,5 @@
-// Counts what the program takes from the heap, for paths that must take nothing. It replaces the program's own
-// operators, so that one source of a program includes it.
+// Counts what the program takes from the heap, for paths that must take nothing. It replaces the program's
+// own operators, so that one source of a program includes it.
 #pragma once
 
 #include <cstdlib>

@@ -32,6 +32,8 @@ class PlaceHover : public Overlay {
   void Decorate(Page& page);
   // The page that was decorated last names somebody's address, whether it is seen or its place.
   bool HasAddresses() const;
+  // Something is told of the place under the pointer.
+  bool HasLabel() const { return !Told().isEmpty(); }
 
   QRectF Bounds(const OverlayPlace& place) const override;
   void Paint(QPainter& painter, const OverlayPlace& place) override;

@@ -22,6 +22,8 @@ const std::set<std::u16string_view> kTriedElsewhere = {
     u"KeepAwake",            // ReconnectWindowTest
     u"NoScrollAnimation",    // ArticleViewTest, SideListViewTest
     u"CopyWhenSelect",       // HandsTest
+    u"IpToName",             // HandsTest
+    u"IpDetectProxy",        // HandsTest
     u"PasteAutoChangeLine",  // HandsTest, ClipboardControllerTest
     u"MButtonOpenURL",       // PointerControlTest
 };

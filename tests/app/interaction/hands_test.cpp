@@ -272,6 +272,45 @@ TEST_F(HandsTest, TheButtonsBesideThePageAreItsOwnAndWorkByKeyboard) {
 
 // ---- Selecting and copying
 
+TEST_F(HandsTest, PlacesStandForAddressesWhichComeBackUnderThePointerAndInCopies) {
+  OpenWhole(talkative);
+  View().Commands().Run(Command::kFirstPush);
+  ASSERT_TRUE(AtRest(Article().TargetLine()));
+  const int line = Article().TopLine();
+  const CellRange cells = Article().ShownLine(line)->push->address;
+  const std::string address =
+      TextOf(*Article().ShownLine(line))
+          .substr(static_cast<std::size_t>(cells.first), static_cast<std::size_t>(cells.last - cells.first));
+  doc->GetSettings().Set(&Settings::ipToName, true);
+  const auto isShown = [&] { return Row(0).find(address) != std::string::npos; };
+  EXPECT_FALSE(isShown());
+  EXPECT_EQ(Row(0).substr(static_cast<std::size_t>(cells.last)),
+            TextOf(*Article().ShownLine(line)).substr(static_cast<std::size_t>(cells.last)))
+      << "nothing moves";
+  PointAt(At(0, cells.last - 0.5));
+  EXPECT_TRUE(isShown());
+  EXPECT_TRUE(View().Places().HasLabel());
+  PointAt(At(0, 3.5));
+  EXPECT_FALSE(isShown() || View().Places().HasLabel());
+  Drag(At(0, 0.5), At(0, 79.5));
+  View().Commands().Run(Command::kCopy);
+  EXPECT_NE(QGuiApplication::clipboard()->text().indexOf(QString::fromStdString(address)), -1);
+  TypeText("i");
+  EXPECT_TRUE(isShown());
+  EXPECT_FALSE(Fields().ipToName);
+  TypeText("i");
+  EXPECT_FALSE(isShown());
+
+  int relayed = line;
+  while (TextOf(*Article().ShownLine(relayed)).find("203.0.113.28 ") == std::string::npos)
+    ++relayed;
+  const_cast<ArticleView&>(Article()).ScrollTo(relayed);
+  ASSERT_TRUE(AtRest(relayed));
+  EXPECT_NE(Row(0).find(ToBig5(u" *VPN日本 ")), std::string::npos);
+  doc->GetSettings().Set(&Settings::ipDetectProxy, false);
+  EXPECT_NE(Row(0).find(ToBig5(u"     日本 ")), std::string::npos);
+}
+
 TEST_F(HandsTest, ADragThroughTheMiddleOfCharactersCopiesWholeOnes) {
   ReadText();
   const auto [row, col] = Find(kCatLine);

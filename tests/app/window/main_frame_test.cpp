@@ -156,17 +156,6 @@ TEST_F(MainFrameTest, AShortcutThatIsHeldActsOnce) {
   EXPECT_TRUE(View().SideList().IsCompact() && marked());
 }
 
-TEST_F(MainFrameTest, WhatNothingActsOnIsGreyAndItsKeysSayWhy) {
-  const QAction* const item = FindItem(*frame, u"推文IP轉地理位置"_qs);
-  const QString why = QStringView(kActsNotYet).toString();
-  EXPECT_FALSE(LookAt(*frame, u"推文IP轉地理位置"_qs).enabled);
-  EXPECT_TRUE(item->text().contains(why));
-  const bool before = Fields().ipToName;
-  EXPECT_TRUE(Strike(Qt::Key_G, Qt::ControlModifier | Qt::ShiftModifier)) << "it is not the BBS's";
-  EXPECT_TRUE(View().LastToast().Text().contains(why));
-  EXPECT_EQ(Fields().ipToName, before);
-}
-
 TEST_F(MainFrameTest, WorkModeHasTheMenusOfAnEditorAndEveryShortcut) {
   const auto shown = [&] {
     QStringList titles;

@@ -23,12 +23,14 @@ struct Terminal {
         composer({article, parts.bookmarks, parts.settings, parts.connection.Seen()}),
         selection(lines, {.changed = [] {}, .scrollBy = [](int) {}, .finished = [] {}}),
         links(lines, {}),
+        places(lines, {}, parts.settings.Fields()),
         pointer({.widget = widget,
                  .surface = surface,
                  .composer = composer,
                  .article = article,
                  .selection = selection,
                  .links = links,
+                 .places = places,
                  .connection = parts.connection,
                  .settings = parts.settings.Fields(),
                  .screen = screen,
@@ -59,6 +61,7 @@ struct Terminal {
   PageComposer composer;
   SelectionControl selection;
   LinkHover links;
+  PlaceHover places;
   PointerControl pointer;
 };
 
