@@ -11,7 +11,11 @@ Q_LOGGING_CATEGORY(placesLog, "quillet.places")
 
 }  // namespace
 
-PlaceBook::PlaceBook(std::vector<std::filesystem::path> folders) : program_(std::move(folders)) {}
+PlaceBook::PlaceBook(std::vector<std::filesystem::path> folders) : folders_(std::move(folders)) {}
+
+void PlaceBook::Begin() {
+  if (!program_) program_.emplace(folders_);
+}
 
 void PlaceBook::OpenSite(const std::filesystem::path& ownFolder) {
   if (ownFolder == ownFolder_) return;
@@ -20,7 +24,8 @@ void PlaceBook::OpenSite(const std::filesystem::path& ownFolder) {
 }
 
 std::u16string PlaceBook::Lookup(std::uint32_t address, ProxyDetection detection) {
-  Tables& tables = own_ ? *own_ : program_;
+  if (!own_) Begin();
+  Tables& tables = own_ ? *own_ : *program_;
   if (!std::exchange(tables.isTold, true))
     for (const std::string& remark : tables.read.Remarks())
       qCWarning(placesLog, "%s", remark.c_str());

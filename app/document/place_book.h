@@ -1,11 +1,11 @@
-// The places that addresses belong to, for whatever site is open: the program's tables, read by a worker from
-// the moment the book is made, and those of a site whose visitors are of a world of its own. User-interface
-// thread.
+// The places that addresses belong to, for whatever site is open: the program's tables, read by a worker, and
+// those of a site whose visitors are of a world of its own. User-interface thread.
 #pragma once
 
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,9 +18,13 @@ class PlaceBook {
   // `folders`: the program's data folder, then the user's, whose files take the place of the program's.
   explicit PlaceBook(std::vector<std::filesystem::path> folders);
 
+  // Lets the worker read, which it does not by itself: its five megabytes are felt by whoever draws
+  // meanwhile. Once the first frame is shown; later calls do nothing, and neither is it needed before a
+  // Lookup.
+  void Begin();
   // The site that is open has tables of its own in that folder; empty: it has none.
   void OpenSite(const std::filesystem::path& ownFolder);
-  // As IpLocationDb. Waits for the worker, some milliseconds after the book was made at most.
+  // As IpLocationDb. Waits for the worker, some milliseconds after Begin at most.
   std::u16string Lookup(std::uint32_t address, ProxyDetection detection);
 
  private:
@@ -31,7 +35,8 @@ class PlaceBook {
     bool isTold = false;
   };
 
-  Tables program_;
+  const std::vector<std::filesystem::path> folders_;
+  std::optional<Tables> program_;
   std::filesystem::path ownFolder_;
   std::unique_ptr<Tables> own_;
 };

@@ -346,6 +346,10 @@ void CQuillView::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   surface_.Paint(painter, event->rect());
   overlays_.Paint(painter, event->region());
+  // Behind the frame that this is a part of.
+  if (!std::exchange(isSeen_, true))
+    QMetaObject::invokeMethod(
+        this, [this] { places_.Begin(); }, Qt::QueuedConnection);
 }
 
 void CQuillView::resizeEvent(QResizeEvent* /*event*/) {

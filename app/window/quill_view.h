@@ -130,6 +130,7 @@ class CQuillView : public QWidget {
   const LinkMarks linkMarks_;
   PlaceBook places_;
   FrameState frame_;
+  bool isSeen_ = false;  // a frame has been painted
   unsigned screenCount_ = 0;
   std::int64_t composedAt_ = 0;  // the frame, in seconds since 1970
   OverlayStack overlays_;
