@@ -30,7 +30,7 @@ class PlaceBook {
  private:
   // Whose faults have been told.
   struct Tables {
-    explicit Tables(std::vector<std::filesystem::path> folders) : read(std::move(folders)) {}
+    explicit Tables(const std::vector<std::filesystem::path>& folders) : read(folders) {}
     PlacesOnWorker read;
     bool isTold = false;
   };

@@ -18,4 +18,8 @@ std::filesystem::path DefaultDemoContent() {
   return ResourceFolder() / "demo" / "content";
 }
 
+std::filesystem::path PlacesOfDemo(const std::filesystem::path& content) {
+  return content / "places";
+}
+
 }  // namespace quillet

@@ -18,5 +18,7 @@ Resources LoadResources();
 
 // Where the demo's content lies when nobody says otherwise.
 std::filesystem::path DefaultDemoContent();
+// Where a demo's content holds the tables of places for those who write there.
+std::filesystem::path PlacesOfDemo(const std::filesystem::path& content);
 
 }  // namespace quillet

@@ -17,6 +17,8 @@ class PictureLines : public SelectableText {
  public:
   // The line in a row of the picture; -1: none.
   virtual int LineAtRow(int row) const = 0;
+  // The same also where the window's edge cuts the row, which nobody points at.
+  virtual int LineDrawnAtRow(int row) const { return LineAtRow(row); }
   // Where a line is in the picture; -1: not now.
   virtual int RowOfLine(int line) const = 0;
   // Where links stand in a line.

@@ -99,6 +99,13 @@ int ShownText::LineAtRow(int row) const {
   return screenRow < 0 && inSight && line < article_.LineCount() ? line : -1;
 }
 
+int ShownText::LineDrawnAtRow(int row) const {
+  const bool isArticles = IsArticle() && row >= 0 && row < kLinesShown && composer_.ScreenRowAt(row) < 0;
+  if (!isArticles) return LineAtRow(row);
+  const int line = article_.LineAtRow(row);
+  return line >= 0 && line < article_.LineCount() ? line : -1;
+}
+
 int ShownText::RowOfLine(int line) const {
   if (line < 0) return -1;
   const int row = IsArticle() ? line - article_.LineAtRow(0) : line;

@@ -23,6 +23,7 @@ class ShownText : public PictureLines {
   // By the picture that was composed last. None in the bottom row of the local article, and in the rows of a
   // prompt below it.
   int LineAtRow(int row) const override;
+  int LineDrawnAtRow(int row) const override;
   int RowOfLine(int line) const override;
   bool IsArticle() const override;
   LinkPlaces Links(int index) const override;

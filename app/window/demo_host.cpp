@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "app/document/resources.h"
 #include "core/transport/ssh_transport.h"
 #include "core/transport/websocket_transport.h"
 #include "demo/demo_server.h"
@@ -10,7 +11,6 @@ namespace quillet {
 namespace {
 
 constexpr const char* kLoopback = "127.0.0.1";
-constexpr const char* kPlacesFolder = "places";  // in the content's
 
 Site DemoSite(const std::string& address, const QString& name) {
   return {.address = QString::fromStdString(address), .name = name, .isBbs = true};
@@ -25,7 +25,7 @@ DemoHost::~DemoHost() = default;
 
 std::variant<Site, QString> DemoHost::SiteBy(TransportKind way) {
   std::variant<Site, QString> demo = ServedBy(way);
-  if (auto* const site = std::get_if<Site>(&demo)) site->placesFolder = contentFolder_ / kPlacesFolder;
+  if (auto* const site = std::get_if<Site>(&demo)) site->placesFolder = PlacesOfDemo(contentFolder_);
   return demo;
 }
 

@@ -7,6 +7,7 @@
 #include <QMouseEvent>
 #include <QWheelEvent>
 
+#include "app/document/resources.h"
 #include "app/page/article_scroll_bar.h"
 #include "bbs/page_flags.h"
 #include "core/charset.h"
@@ -46,7 +47,7 @@ class DemoArticleTest : public WindowTest {
     ASSERT_EQ(demo->Error(), "");
     doc->GetConnection().Open({.address = QString::fromStdString(demo->Address()),
                                .name = {},
-                               .placesFolder = options.contentFolder / "places",
+                               .placesFolder = PlacesOfDemo(options.contentFolder),
                                .isBbs = true},
                               MakeLoginOrder({.account = u"reader", .password = u"quillet"}));
     ASSERT_TRUE(Until([&] { return Seen().loginId == u"reader" && IsIdle(); }));

@@ -34,8 +34,10 @@ DemoRun::DemoRun(const QString& folder)
   if (!IsFine()) return;
   frame_->show();
   Resize({1280, 720});
-  doc_.GetConnection().Open(
-      {.address = QString::fromStdString(demo_.Address()), .name = u"示範站台"_qs, .isBbs = true});
+  doc_.GetConnection().Open({.address = QString::fromStdString(demo_.Address()),
+                             .name = u"示範站台"_qs,
+                             .placesFolder = PlacesOfDemo(DefaultDemoContent()),
+                             .isBbs = true});
 }
 
 void DemoRun::Fail(const QString& complaint) {

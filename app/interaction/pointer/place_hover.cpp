@@ -31,12 +31,12 @@ bool PlaceHover::SetPointer(std::optional<CellPosition> cell) {
 }
 
 AddressInLine PlaceHover::AddressAt(int row) const {
-  const int line = text_.LineAtRow(row);
+  const int line = text_.LineDrawnAtRow(row);
   return line >= 0 && line < text_.Count() ? text_.Address(line) : AddressInLine{};
 }
 
 std::u16string PlaceHover::PlaceOf(int row, CellRange cells) const {
-  const std::string_view bytes = BytesOf(text_.Line(text_.LineAtRow(row)).text);
+  const std::string_view bytes = BytesOf(text_.Line(text_.LineDrawnAtRow(row)).text);
   return places_(ParseIPv4(bytes.substr(static_cast<std::size_t>(cells.first),
                                         static_cast<std::size_t>(cells.last - cells.first))));
 }
