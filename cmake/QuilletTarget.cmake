@@ -128,4 +128,8 @@ function(quillet_program name)
   add_executable(${name} ${ARG_SOURCES})
   quillet_options(${name})
   target_link_libraries(${name} PRIVATE ${ARG_USES})
+  if(UNIX AND NOT APPLE)
+    # Where functions of libraries are is settled at the start, and cannot be written over afterwards.
+    target_link_options(${name} PRIVATE -Wl,-z,relro,-z,now)
+  endif()
 endfunction()

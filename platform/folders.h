@@ -12,6 +12,10 @@ std::filesystem::path ProgramFolder();
 // working folder, so that a missing installation shows as missing files.
 std::filesystem::path ResourceFolder();
 
+// Whether they lie in its "../share/quillet": then the program's folder is one for programs, and nothing else
+// belongs there.
+bool IsInstalled();
+
 // The user's own data folder for Quillet (not created here).
 std::filesystem::path UserDataFolder();
 

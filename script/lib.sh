@@ -10,6 +10,7 @@ build_packages="g++ cmake ninja-build pkg-config ccache qt6-base-dev qt6-base-de
 run_packages="fonts-noto-cjk ca-certificates xdg-utils"
 test_packages="libgtest-dev libgmock-dev clang-format clang-tidy clang"
 bench_packages="libbenchmark-dev libvterm-dev valgrind"
+package_packages="dpkg-dev file git gzip lintian desktop-file-utils appstream man-db mandoc"
 fuzz_packages="clang libclang-rt-14-dev llvm"
 
 # Installs those of the named packages that are missing.
@@ -31,6 +32,9 @@ need() {
   $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends $missing
 }
 
+# What a script tells CMake besides the preset.
+configure_options=()
+
 # build PRESET [TARGET...]: configures when that is due, and builds with ninja's own progress line.
 build() {
   local preset=$1
@@ -39,7 +43,7 @@ build() {
   command -v ccache > /dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
   export CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_COMPRESS=1
   say "Configuring ($preset)"
-  cmake --preset "$preset" "${launcher[@]}" > "build-$preset.log" 2>&1 || { cat "build-$preset.log"; rm -f "build-$preset.log"; exit 1; }
+  cmake --preset "$preset" "${launcher[@]}" "${configure_options[@]}" > "build-$preset.log" 2>&1 || { cat "build-$preset.log"; rm -f "build-$preset.log"; exit 1; }
   mkdir -p "build/$preset" && mv "build-$preset.log" "build/$preset/configure.log"
   say "Building ($preset)"
   cmake --build "build/$preset" ${1:+--target "$@"}

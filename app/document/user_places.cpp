@@ -8,7 +8,8 @@ namespace quillet {
 
 UserPlaces OwnPlaces() {
   return {.registry = OpenUserRegistry(),
-          .folders = {.working = ProgramFolder(), .data = UserDataFolder()},
+          .folders = {.working = IsInstalled() ? std::filesystem::path{} : ProgramFolder(),
+                      .data = UserDataFolder()},
           .scratch = nullptr};
 }
 

@@ -17,7 +17,7 @@ struct UserPlaces {
   std::unique_ptr<QTemporaryDir> scratch;  // removed with all it holds; null for the user's own places
 };
 
-// The user's own: beside the program and the user's data folder.
+// The user's own: beside the program, unless it is an installed one, and the user's data folder.
 UserPlaces OwnPlaces();
 
 // Built-in settings, forgotten at the end: for a walk whose pictures must not depend on what a user has set,

@@ -55,7 +55,7 @@ QHBoxLayout* CQuillOptionDlg::MakeBottomLine() {
   if (!files.CanChooseFolder()) {
     useDataFolder_->setEnabled(false);
     useDataFolder_->setChecked(true);
-    useDataFolder_->setToolTip(QStringLiteral("程式所在的資料夾無法寫入，設定檔只能放在使用者資料夾"));
+    useDataFolder_->setToolTip(QStringLiteral("程式所在的資料夾不能放設定檔，只能放在使用者資料夾"));
   }
 
   auto* buttons = new QDialogButtonBox(this);

@@ -25,7 +25,7 @@ DataFiles::DataFiles(Registry& registry, Folders folders)
     : registry_(registry), folders_(std::move(folders)) {}
 
 void DataFiles::Prepare() {
-  workingIsWritable_ = IsFolderWritable(folders_.working);
+  workingIsWritable_ = !folders_.working.empty() && IsFolderWritable(folders_.working);
   ChooseFolder();
   MakeDataFolder();
 }
@@ -68,6 +68,7 @@ fs::path DataFiles::Locate(std::string_view name) {
 }
 
 DataFiles::Places DataFiles::PlacesOf(std::string_view name) const {
+  if (folders_.working.empty()) return {folders_.data / name, folders_.data / name};
   Places places{folders_.working / name, folders_.data / name};
   if (UsesDataFolder()) std::swap(places.here, places.there);
   // While nothing may move, a file belongs where it is.

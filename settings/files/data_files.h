@@ -31,7 +31,7 @@ inline constexpr std::string_view kSettingsFile = "Quill.ini";
 class DataFiles {
  public:
   struct Folders {
-    std::filesystem::path working;  // beside the program
+    std::filesystem::path working;  // beside the program; empty: nothing may lie there
     std::filesystem::path data;     // the user's own; made when it is missing
   };
 

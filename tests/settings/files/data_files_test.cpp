@@ -40,6 +40,16 @@ TEST_F(DataFilesTest, FilesLieBesideTheProgramUntilChosenOtherwise) {
   EXPECT_TRUE(files.Problems().empty());
 }
 
+TEST_F(DataFilesTest, WithoutAPlaceBesideTheProgramAllIsTheUsersOwn) {
+  registry.SetText(kRegistryPath, u"UseAppDataLocalPath", u"0");
+  StartedFiles files(registry, {{}, data});
+  EXPECT_FALSE(files.CanChooseFolder());
+  EXPECT_TRUE(files.Write(kName, u"one\n"));
+  files.SetUsesDataFolder(false);
+  EXPECT_EQ(files.Locate(kName), data / kName);
+  EXPECT_EQ(files.Read(kName).lines, Lines{u"one"});
+}
+
 TEST_F(DataFilesTest, EachFileMovesOnItsNextUse) {
   StartedFiles files(*this);
   for (const std::string_view name : {"read", "written", "located", "unused"})
