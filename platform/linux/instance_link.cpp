@@ -173,6 +173,7 @@ std::vector<fs::path> SocketsIn(const fs::path& folder) {
   }
   std::sort(found.begin(), found.end(), std::greater());
   std::vector<fs::path> sockets;
+  sockets.reserve(found.size());
   for (auto& [time, path] : found)
     sockets.push_back(std::move(path));
   return sockets;

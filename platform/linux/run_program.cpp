@@ -78,6 +78,7 @@ bool Listen(pid_t process, int output, std::string& said, const std::stop_token&
 pid_t StartProgram(const ProgramCall& call, int output) {
   std::vector<std::string> words = call;
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (std::string& word : words)
     arguments.push_back(word.data());
   arguments.push_back(nullptr);
