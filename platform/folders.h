@@ -5,6 +5,9 @@
 
 namespace quillet {
 
+// The file of the running program; empty when the system does not say.
+std::filesystem::path ProgramFile();
+
 // The folder of the running program; empty when the system does not say.
 std::filesystem::path ProgramFolder();
 

@@ -14,6 +14,9 @@
 
 namespace quillet {
 
+// Where the program keeps its own.
+inline constexpr std::u16string_view kRegistryPath = u"SOFTWARE\\Quillet";
+
 class Registry {
  public:
   Registry() = default;
@@ -30,6 +33,9 @@ class Registry {
   // still what this object answers for the rest of the run.
   virtual bool SetText(std::u16string_view path, std::u16string_view name, std::u16string_view value) = 0;
   virtual bool SetNumber(std::u16string_view path, std::u16string_view name, std::uint32_t value) = 0;
+
+  // Makes a key that holds nothing, where the system knows such. False when it refuses.
+  virtual bool MakeKey(std::u16string_view /*path*/) { return true; }
 
   // What went wrong with the file behind it, if there is one and something did.
   virtual std::optional<FileProblem> Problem() const { return std::nullopt; }

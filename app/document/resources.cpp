@@ -4,13 +4,19 @@
 
 namespace quillet {
 
-Resources LoadResources() {
+Endpoints LoadAllEndpoints() {
   constexpr const char* kEndpointsFile = "endpoints.ini";
+  Endpoints endpoints;
+  LoadEndpoints(ResourceFolder() / "Data" / kEndpointsFile, endpoints);
+  LoadEndpoints(UserDataFolder() / kEndpointsFile, endpoints);
+  return endpoints;
+}
+
+Resources LoadResources() {
   Resources resources;
   resources.dataFolder = ResourceFolder() / "Data";
   resources.tables = LoadCharsetTables(resources.dataFolder);
-  LoadEndpoints(resources.dataFolder / kEndpointsFile, resources.endpoints);
-  LoadEndpoints(UserDataFolder() / kEndpointsFile, resources.endpoints);
+  resources.endpoints = LoadAllEndpoints();
   return resources;
 }
 

@@ -16,6 +16,9 @@ struct Resources {
 
 Resources LoadResources();
 
+// Only those, for a start that needs no more.
+Endpoints LoadAllEndpoints();
+
 // Where the demo's content lies when nobody says otherwise.
 std::filesystem::path DefaultDemoContent();
 // Where a demo's content holds the tables of places for those who write there.

@@ -4,20 +4,13 @@
 
 #include <QUrl>
 
+#include "app/messages/link_messages.h"
+
 namespace quillet {
 namespace {
 
 // Something to look up; only the host of its address is of interest.
 constexpr std::u16string_view kAnyText = u"x";
-
-PanelText DescribeNoBrowser(std::u16string_view address) {
-  return {.title = u"無法開啟網頁"_qs,
-          .lines = {QStringView(address).toString(), u"系統沒有開啟網頁的程式，或它沒有回應"_qs},
-          .hint = u"Enter 關閉這個訊息"_qs,
-          .tone = PanelTone::kProblem,
-          .onEnter = PanelAction::kDismiss,
-          .onEscape = PanelAction::kDismiss};
-}
 
 QString HostOf(SearchEngine engine, const Endpoints& hosts) {
   return QUrl(QString::fromStdU16String(SearchAddress(engine, kAnyText, hosts))).host();
@@ -34,10 +27,12 @@ WebController::WebController(const Parts& parts, Handlers handlers)
 void WebController::Open(const TextLink& link) {
   // Without a connection the article is still to be read on the web.
   const bool onBbs = link.article && (parts_.connection.IsConnected() || link.address.empty());
-  if (!onBbs) return OpenAddress(link.address);
+  onBbs ? OpenArticle(*link.article) : OpenAddress(link.address);
+}
+
+void WebController::OpenArticle(const ArticleReference& article) {
   handlers_.beforeJump();
-  if (!parts_.automations.JumpTo(*link.article))
-    handlers_.tell(DescribeNoJump(parts_.connection.IsConnected()));
+  if (!parts_.automations.JumpTo(article)) handlers_.tell(DescribeNoJump(parts_.connection.IsConnected()));
 }
 
 void WebController::Search(SearchEngine engine, std::u16string_view text) {

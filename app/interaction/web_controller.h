@@ -33,6 +33,8 @@ class WebController {
   WebController(const Parts& parts, Handlers handlers);
 
   void Open(const TextLink& link);
+  // On the BBS, whether or not there is a connection.
+  void OpenArticle(const ArticleReference& article);
   // Nothing for an empty text.
   void Search(SearchEngine engine, std::u16string_view text);
   void OpenUserPage(std::u16string_view id);

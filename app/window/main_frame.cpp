@@ -15,6 +15,7 @@
 #include "app/dialogs/jump_dialog.h"
 #include "app/dialogs/keys_dialog.h"
 #include "app/dialogs/site_choice.h"
+#include "app/messages/link_messages.h"
 #include "app/messages/window_title.h"
 #include "app/window/window_icon.h"
 #include "settings/dialog/add_black_dlg.h"
@@ -37,7 +38,8 @@ CMainFrame::CMainFrame(CQuillDoc& doc, QWidget* parent)
       doc_(doc),
       connection_(doc.GetConnection()),
       settings_(doc.GetSettings()),
-      view_(new CQuillView(doc, this)) {
+      view_(new CQuillView(doc, this)),
+      linkHandler_(doc.UserRegistry(), [this](LinkChoice choice) { TellLinkChoice(choice); }) {
   setCentralWidget(view_);
   MakeMenus();
   setMinimumSize(kSmallestView + QSize(0, menuBar()->sizeHint().height()));
@@ -124,7 +126,10 @@ void CMainFrame::changeEvent(QEvent* event) {
 
 void CMainFrame::ShowOptions() {
   settings_.Refresh();
-  CQuillOptionDlg dialog(settings_.Store(), {}, this);
+  CQuillOptionDlg dialog(settings_.Store(),
+                         {.becomeDefaultBrowser = [this] { linkHandler_.Wish(); },
+                          .aboutDefaultBrowser = DescribeLinkHandlerButton(AsksUserForLinkHandler())},
+                         this);
   const int answer = dialog.exec();
   activateWindow();
   if (answer == QDialog::Accepted) settings_.Apply();
@@ -151,6 +156,26 @@ void CMainFrame::OpenUserPage() {
   const int answer = question.exec();
   activateWindow();
   if (answer == QDialog::Accepted) view_->OpenUserPage(question.Id());
+}
+
+void CMainFrame::ShowArticle(const ArticleReference& article) {
+  setWindowState(windowState().setFlag(Qt::WindowMinimized, false));
+  show();
+  raise();
+  activateWindow();
+  view_->WantArticle(article);
+}
+
+void CMainFrame::TellLinkChoice(LinkChoice choice) {
+  const QString words = DescribeLinkChoice(choice);
+  if (words.isEmpty()) return;
+  QWidget* const dialog = QApplication::activeModalWidget();
+  auto* const box =
+      new QMessageBox(choice == LinkChoice::kFailed ? QMessageBox::Warning : QMessageBox::Information,
+                      u"預設瀏覽器"_qs, words, QMessageBox::NoButton, dialog != nullptr ? dialog : this);
+  box->addButton(u"關閉"_qs, QMessageBox::AcceptRole);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->open();
 }
 
 void CMainFrame::JumpToArticle() {

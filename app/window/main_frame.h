@@ -7,6 +7,7 @@
 #include <QMainWindow>
 
 #include "app/interaction/command_menus.h"
+#include "app/window/link_handler_choice.h"
 #include "app/window/quill_view.h"
 #include "app/window/work_menus.h"
 
@@ -30,6 +31,8 @@ class CMainFrame : public QMainWindow {
   void Disconnect();
   void Reconnect();
   void ShowOptions();
+  // Another program asks for an article: the window comes forward and opens it as soon as it can.
+  void ShowArticle(const ArticleReference& article);
   // Asks for an article and goes there.
   void JumpToArticle();
   // Asks for an id and lets the user note it in the black and white lists.
@@ -64,11 +67,13 @@ class CMainFrame : public QMainWindow {
   void ToggleWorkMode();
   void ShowKeys();
   void ShowAbout();
+  void TellLinkChoice(LinkChoice choice);
 
   CQuillDoc& doc_;
   Connection& connection_;
   UserSettings& settings_;
   CQuillView* view_;
+  LinkHandlerChoice linkHandler_;
   CommandMenus* menus_ = nullptr;
   std::unique_ptr<WorkMenus> workMenus_;
   LayoutMode layout_ = LayoutMode::kOrdinary;

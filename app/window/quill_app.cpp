@@ -6,10 +6,13 @@
 #include <QTimer>
 
 #include "app/document/resources.h"
+#include "app/messages/link_messages.h"
+#include "app/window/start_aim.h"
 #include "app/window/toolkit.h"
 #include "app/window/window_signaller.h"
 #include "core/transport/replay_transport.h"
 #include "platform/folders.h"
+#include "platform/link_handler.h"
 
 namespace quillet {
 namespace {
@@ -38,9 +41,16 @@ int Report(const StartParse& parsed) {
 }  // namespace
 
 CQuillApp::CQuillApp(QApplication& toolkit, StartOptions options, TourSettings tour)
-    : toolkit_(toolkit), options_(std::move(options)), tour_(std::move(tour)) {
+    : toolkit_(toolkit),
+      options_(std::move(options)),
+      tour_(std::move(tour)),
+      opener_([this] { return OtherBrowser(*places_.registry); },
+              [this](const std::u16string& address) {
+                QMetaObject::invokeMethod(
+                    &toolkit_, [this, address] { OnNotOpened(address); }, Qt::QueuedConnection);
+              }) {
   tour_.folder = options_.tourFolder;
-  places_ = options_.tourFolder.isEmpty() ? OwnPlaces() : PlacesForOneRun();
+  places_ = IsTour() ? PlacesForOneRun() : OwnPlaces();
 }
 
 CQuillApp::~CQuillApp() = default;
@@ -51,11 +61,18 @@ int CQuillApp::Run() {
   frame_->show();
   // Where no window manager gives the keyboard away, one has to ask for it.
   frame_->activateWindow();
+  if (!IsTour()) TakeLinks();
   QTimer::singleShot(0, frame_.get(), [this] { Start(); });
   return toolkit_.exec();
 }
 
 void CQuillApp::InitInstance() {
+  places_.registry->MakeKey(kRegistryPath);
+  if (!IsTour())
+    RefreshLinkHandler(*places_.registry, [](std::string_view what) {
+      std::fwrite(what.data(), sizeof what.front(), what.size(), stderr);
+    });
+  ssh_.emplace();
   Resources resources = LoadResources();
   auto signaller = std::make_unique<WindowSignaller>();
   doc_ =
@@ -79,8 +96,17 @@ void CQuillApp::InitInstance() {
   frame_->View().ShowNotice(DescribeTables(resources.tables, resources.dataFolder));
 }
 
+void CQuillApp::TakeLinks() {
+  links_ = std::make_unique<LinkIntake>(WebHostsOf(doc_->Hosts()));
+  QObject::connect(links_.get(), &LinkIntake::Arrived, frame_.get(), &CMainFrame::ShowArticle);
+}
+
+void CQuillApp::OnNotOpened(const std::u16string& address) {
+  if (frame_) frame_->View().ShowNotice(DescribeNoBrowser(address));
+}
+
 void CQuillApp::Start() {
-  if (!options_.tourFolder.isEmpty())
+  if (IsTour())
     RunTour();
   else if (options_.demo)
     OpenDemo(nullptr, options_.demoWay);
@@ -118,6 +144,10 @@ void CQuillApp::RunTour() {
 }
 
 int RunQuillet(int argc, char** argv) {
+  NameProcess();
+  const std::u16string commandLine = CommandLineText(argc, argv);
+  const StartAim aim = AimOfStart(commandLine, [] { return WebHostsOf(LoadAllEndpoints()); });
+  if (aim.kind != StartAim::Kind::kWindow) return PassLinkOn(aim, commandLine);
   NameTheProgram();
   if (AsksForTextOnly(argc, argv)) {
     const QCoreApplication windowless(argc, argv);

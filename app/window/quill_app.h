@@ -2,12 +2,14 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include <QApplication>
 
 #include "app/document/quill_doc.h"
 #include "app/document/user_places.h"
 #include "app/window/demo_host.h"
+#include "app/window/link_intake.h"
 #include "app/window/main_frame.h"
 #include "app/window/start_options.h"
 #include "app/window/tour/tour.h"
@@ -26,7 +28,8 @@ class CQuillApp {
   int Run();
 
  private:
-  // Tables, endpoints, document, window. What is missing is told on the window.
+  // The system's entries, libraries, tables, endpoints, document, window. What is missing is told on the
+  // window.
   void InitInstance();
   // The first thing that the window does once it is up.
   void Start();
@@ -34,8 +37,12 @@ class CQuillApp {
   void OpenDemo(const LoginOrder& login, TransportKind way);
   void OpenReplay();
   void RunTour();
+  // A tour is shown to nobody and leaves no trace: links are none of its business.
+  bool IsTour() const { return !options_.tourFolder.isEmpty(); }
+  void TakeLinks();
+  void OnNotOpened(const std::u16string& address);
 
-  const SshLibrary ssh_;  // ends after everything that may be connected
+  std::optional<SshLibrary> ssh_;  // ends after everything that may be connected
   QApplication& toolkit_;
   StartOptions options_;
   TourSettings tour_;
@@ -45,6 +52,7 @@ class CQuillApp {
   SystemOpener opener_;
   std::unique_ptr<CQuillDoc> doc_;
   std::unique_ptr<CMainFrame> frame_;
+  std::unique_ptr<LinkIntake> links_;
 };
 
 // What main does. `argc` and `argv` as there.

@@ -49,6 +49,8 @@ class CQuillView : public QWidget {
   // An entry of the lists has been made in a dialog.
   void NoteAddedName(const QString& id) { hands_.Names().NoteAdded(id.toStdU16String()); }
   void ShowNotice(const PanelText& notice);
+  // On the BBS, as soon as that can be done.
+  void WantArticle(const ArticleReference& article) { hands_.Wanted().Want(article); }
   // Opens the login form.
   void AskLogin() { login_.Show(); }
 

@@ -51,7 +51,12 @@ StartParse ParseStartOptions(const QStringList& arguments) {
   const QCommandLineOption tour("tour", "Walk through the demo, save a picture of each page, and end.",
                                 "FOLDER");
   const QCommandLineOption content("content", "The demo's content folder.", "FOLDER");
-  parser.addOptions({demo, by, replay, speed, tour, content});
+  // Acted upon before this, where it stands first; elsewhere it says nothing.
+  const QCommandLineOption link(
+      "single-argument",
+      "As the first argument: hand a web link to the window that is open, or to another browser, and end.",
+      "LINK");
+  parser.addOptions({demo, by, replay, speed, tour, content, link});
   parser.addPositionalArgument(
       "ADDRESS", "telnet://host:port, ssh://host, wss://host/path, or a bare host name.", "[ADDRESS]");
 

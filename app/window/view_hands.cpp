@@ -5,6 +5,7 @@
 
 #include "app/messages/article_messages.h"
 #include "app/messages/text_messages.h"
+#include "bbs/page_flags.h"
 
 namespace quillet {
 
@@ -41,6 +42,12 @@ ViewHands::ViewHands(const Parts& parts, Handlers handlers)
             .hosts = parts.doc.Hosts(),
             .opener = parts.doc.WebOpener()},
            {.beforeJump = [this] { parts_.article.OnUserKey(); }, .tell = handlers_.notice}),
+      wanted_({.connection = connection_, .automations = automations_},
+              {.open = [this](const ArticleReference& article) { web_.OpenArticle(article); },
+               .waits = [this](const ArticleReference& article,
+                               ArticleWaitsFor what) { OnArticleWaits(article, what); },
+               .isAtRest =
+                   [this] { return parts_.page.Shows(PF_LIST_CURSOR) || parts_.page.Shows(PF_READING); }}),
       edit_({.settings = settings_,
              .text = shown_,
              .selection = selection_,
@@ -167,6 +174,14 @@ void ViewHands::OnScreen() {
   pointer_.OnScreen();
   clipboard_.OnScreen();
   articleCommands_.OnScreen();
+  wanted_.OnScreen();
+}
+
+void ViewHands::OnArticleWaits(const ArticleReference& article, ArticleWaitsFor what) {
+  Tell(DescribeWaitingArticle(article, what));
+  // A panel shows the way where there was a connection.
+  const bool hasBegun = connection_.IsConnected() || connection_.IsConnecting() || connection_.IsClosed();
+  if (what == ArticleWaitsFor::kLogin && !hasBegun) parts_.login.Show();
 }
 
 // What is selected, and what lies under the pointer, is told by the picture's lines.

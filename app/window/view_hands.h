@@ -25,6 +25,7 @@
 #include "app/interaction/pointer/selection_control.h"
 #include "app/interaction/search_controller.h"
 #include "app/interaction/target_finder.h"
+#include "app/interaction/wanted_article.h"
 #include "app/interaction/web_controller.h"
 #include "app/overlay/overlay_stack.h"
 #include "app/overlay/side_buttons.h"
@@ -96,6 +97,7 @@ class ViewHands : public QObject {
   PlaceHover& Places() { return places_; }
   const PlaceHover& Places() const { return places_; }
   WebController& Web() { return web_; }
+  WantedArticle& Wanted() { return wanted_; }
   NameKeys& Names() { return nameKeys_; }
   const TargetFinder& Targets() const { return targets_; }
   const MoneyController& Money() const { return money_; }
@@ -107,6 +109,7 @@ class ViewHands : public QObject {
   void ConnectAll();
   void OnUserTypes();
   void ScrollSelecting(int lines);
+  void OnArticleWaits(const ArticleReference& article, ArticleWaitsFor what);
   void Tell(const QString& words) { parts_.toast.Show(words); }
 
   void OfferCommands();
@@ -134,6 +137,7 @@ class ViewHands : public QObject {
   PlaceHover places_;
   ClipboardController clipboard_;
   WebController web_;
+  WantedArticle wanted_;
   EditCommands edit_;
   NameKeys nameKeys_;
   MoneyController money_;

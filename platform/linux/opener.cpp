@@ -1,57 +1,46 @@
 #include "platform/opener.h"
 
-#include <array>
-#include <cerrno>
-#include <future>
-#include <spawn.h>
-#include <string>
-#include <sys/wait.h>
+#include <chrono>
 #include <system_error>
 #include <thread>
-#include <unistd.h>
 
-#include "platform/linux/spawn_settings.h"
+#include "platform/link_handler.h"
+#include "platform/linux/run_program.h"
 #include "platform/web_address.h"
 
 namespace quillet {
 namespace {
 
-// 0 when it cannot be started.
-pid_t Spawn(std::string program, std::string argument) {
-  const std::array<char*, 3> arguments{program.data(), argument.data(), nullptr};
-  const SpawnSettings settings;
-  pid_t process = 0;
-  const int error = posix_spawnp(&process, program.c_str(), settings.Files(), settings.Attributes(),
-                                 arguments.data(), environ);
-  return error == 0 ? process : 0;
-}
+// The desktop's program may become the browser, whose end much later says nothing about the address.
+constexpr std::chrono::seconds kSoon{10};
 
-void WaitForEnd(pid_t process) {
-  while (waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
-  }
-}
-
-// The program may run as long as the browser that it becomes. It has a thread that waits for its end, so that
-// no zombie is left; the thread comes first, since without one no program may be started.
-bool StartAndForget(const std::string& program, const std::string& argument) {
-  std::promise<pid_t> started;
-  try {
-    std::thread([process = started.get_future()]() mutable {
-      if (const pid_t number = process.get(); number != 0) WaitForEnd(number);
-    }).detach();
-  } catch (const std::system_error&) {
-    return false;
-  }
-  const pid_t process = Spawn(program, argument);
-  started.set_value(process);
-  return process != 0;
+// Returns when the program that was started has ended.
+bool OpenWithDesktop(const std::string& address) {
+  const auto begin = std::chrono::steady_clock::now();
+  const pid_t process = StartProgram({"xdg-open", address});
+  if (process == 0) return false;
+  const std::optional<int> status = WaitForProgram(process);
+  return status == 0 || std::chrono::steady_clock::now() - begin > kSoon;
 }
 
 }  // namespace
 
+// The thread stays as long as the program that it has started, so that no zombie is left of it.
 bool SystemOpener::Open(std::u16string_view address) {
   const std::string openable = OpenableAddress(address);
-  return !openable.empty() && StartAndForget("xdg-open", openable);
+  if (openable.empty()) return false;
+  try {
+    std::thread([openable, other = otherBrowser_ ? otherBrowser_() : std::u16string(), failures = failures_] {
+      // What the desktop would hand back to this program goes straight on.
+      const bool isOurs = CurrentLinkHandling().owner == LinkOwner::kThisProgram;
+      const std::u16string wide(openable.begin(), openable.end());  // ASCII
+      const bool opened = isOurs ? OpenInOtherBrowser(wide, other) : OpenWithDesktop(openable);
+      if (!opened) failures->Tell(wide);
+    }).detach();
+  } catch (const std::system_error&) {
+    return false;
+  }
+  return true;
 }
 
 }  // namespace quillet

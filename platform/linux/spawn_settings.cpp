@@ -26,4 +26,8 @@ SpawnSettings::~SpawnSettings() {
   posix_spawnattr_destroy(&attributes_);
 }
 
+void SpawnSettings::SendOutputTo(int descriptor) {
+  posix_spawn_file_actions_adddup2(&files_, descriptor, STDOUT_FILENO);
+}
+
 }  // namespace quillet

@@ -13,6 +13,9 @@ class SpawnSettings {
   SpawnSettings& operator=(const SpawnSettings&) = delete;
   ~SpawnSettings();
 
+  // What the program says goes there instead of nowhere.
+  void SendOutputTo(int descriptor);
+
   const posix_spawn_file_actions_t* Files() const { return &files_; }
   const posix_spawnattr_t* Attributes() const { return &attributes_; }
 

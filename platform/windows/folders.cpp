@@ -8,13 +8,17 @@ namespace quillet {
 
 namespace fs = std::filesystem;
 
-fs::path ProgramFolder() {
+fs::path ProgramFile() {
   // Long paths have up to 32767 characters.
   std::wstring path(32768, L'\0');
   const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
   if (length == 0 || length >= path.size()) return {};
   path.resize(length);
-  return fs::path(path).parent_path();
+  return path;
+}
+
+fs::path ProgramFolder() {
+  return ProgramFile().parent_path();
 }
 
 fs::path UserDataFolder() {

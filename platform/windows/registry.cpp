@@ -56,13 +56,26 @@ class SystemRegistry : public Registry {
     return Remember(Write(path, name, REG_DWORD, &number, sizeof number), path, name, value);
   }
 
+  bool MakeKey(std::u16string_view path) override {
+    const HKEY key = Open(path);
+    if (key == nullptr) return false;
+    RegCloseKey(key);
+    return true;
+  }
+
  private:
+  // Made when it is missing; null when the system refuses.
+  static HKEY Open(std::u16string_view path) {
+    HKEY key = nullptr;
+    const LSTATUS status = RegCreateKeyExW(HKEY_CURRENT_USER, Wide(path).c_str(), 0, nullptr,
+                                           REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, &key, nullptr);
+    return status == ERROR_SUCCESS ? key : nullptr;
+  }
+
   static bool Write(std::u16string_view path, std::u16string_view name, DWORD type, const void* data,
                     DWORD bytes) {
-    HKEY key = nullptr;
-    if (RegCreateKeyExW(HKEY_CURRENT_USER, Wide(path).c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_WRITE,
-                        nullptr, &key, nullptr) != ERROR_SUCCESS)
-      return false;
+    const HKEY key = Open(path);
+    if (key == nullptr) return false;
     const LSTATUS status =
         RegSetValueExW(key, Wide(name).c_str(), 0, type, static_cast<const BYTE*>(data), bytes);
     RegCloseKey(key);

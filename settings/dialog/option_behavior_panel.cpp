@@ -1,7 +1,5 @@
 #include "settings/dialog/option_behavior_panel.h"
 
-#include <utility>
-
 #include <QBoxLayout>
 #include <QFormLayout>
 #include <QPushButton>
@@ -13,13 +11,13 @@ using S = Settings;
 
 }  // namespace
 
-OptionBehaviorPanel::OptionBehaviorPanel(std::function<void()> becomeDefaultBrowser, QWidget* parent)
+OptionBehaviorPanel::OptionBehaviorPanel(const OptionActions& actions, QWidget* parent)
     : OptionPanelWidget(parent), controls_(OptionPanel::kBehavior, *this) {
   const auto [left, right] = MakeColumns();
   AddGroup(*left, QStringLiteral("圖片"), controls_,
            {&S::showPicMode, &S::quotePic, &S::contentPic, &S::signPic, &S::pushPic, &S::downloadEngine,
             &S::openPicAfterDownload, &S::autoPlayGif});
-  AddProgram(*left, std::move(becomeDefaultBrowser));
+  AddProgram(*left, actions);
   QFormLayout* articles = AddGroup(*right, QStringLiteral("文章"), controls_,
                                    {&S::webArticle, &S::autoRefreshPush, &S::markAfterPush});
   controls_.AddRow(*articles, &S::preventUpDownChangeArticle);
@@ -29,7 +27,7 @@ OptionBehaviorPanel::OptionBehaviorPanel(std::function<void()> becomeDefaultBrow
   AddGroup(*right, QStringLiteral("複製與貼上"), controls_, {&S::copyWhenSelect, &S::pasteAutoChangeLine});
 }
 
-void OptionBehaviorPanel::AddProgram(QVBoxLayout& column, std::function<void()> becomeDefaultBrowser) {
+void OptionBehaviorPanel::AddProgram(QVBoxLayout& column, const OptionActions& actions) {
   QFormLayout* group = AddGroup(column, QStringLiteral("更新與瀏覽器"), controls_, {&S::autoCheckUpdate});
   auto* button = new QPushButton(QStringLiteral("使用Quillet做為Qor網頁的預設瀏覽器"), this);
   button->setObjectName(QStringLiteral("becomeDefaultBrowser"));
@@ -38,14 +36,9 @@ void OptionBehaviorPanel::AddProgram(QVBoxLayout& column, std::function<void()> 
   line->addWidget(button);
   line->addStretch();
   group->addRow(line);
-  group->addRow(
-      new NoteLabel(QStringLiteral("按下按鈕後將開啟系統設定頁面，\n請將下方的網頁瀏覽器設為Quillet"), this));
-  if (becomeDefaultBrowser) {
-    connect(button, &QPushButton::clicked, this, std::move(becomeDefaultBrowser));
-  } else {
-    button->setEnabled(false);
-    button->setToolTip(QStringLiteral("這個版本還不能從這裡設定預設瀏覽器"));
-  }
+  group->addRow(new NoteLabel(actions.aboutDefaultBrowser, this));
+  button->setEnabled(static_cast<bool>(actions.becomeDefaultBrowser));
+  connect(button, &QPushButton::clicked, this, actions.becomeDefaultBrowser);
 }
 
 void OptionBehaviorPanel::Open(const SettingsStore& store) {

@@ -9,18 +9,26 @@
 
 namespace quillet {
 
+// What the dialog asks of the application.
+struct OptionActions {
+  // Makes the program the system's browser for the BBS's web pages. The button is disabled while this is
+  // empty.
+  std::function<void()> becomeDefaultBrowser{};
+  // What pressing it does, told below it.
+  QString aboutDefaultBrowser{};
+};
+
 class OptionBehaviorPanel : public OptionPanelWidget {
   Q_OBJECT
 
  public:
-  // The button for the default browser calls `becomeDefaultBrowser`, and is disabled when that is empty.
-  explicit OptionBehaviorPanel(std::function<void()> becomeDefaultBrowser, QWidget* parent = nullptr);
+  explicit OptionBehaviorPanel(const OptionActions& actions, QWidget* parent = nullptr);
 
   void Open(const SettingsStore& store) override;
   void Store(SettingsStore& store) const override;
 
  private:
-  void AddProgram(QVBoxLayout& column, std::function<void()> becomeDefaultBrowser);
+  void AddProgram(QVBoxLayout& column, const OptionActions& actions);
 
   SettingControls controls_;
 };

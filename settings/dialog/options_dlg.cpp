@@ -13,7 +13,6 @@
 
 #include "settings/dialog/dialog_room.h"
 #include "settings/dialog/mnemonics.h"
-#include "settings/dialog/option_behavior_panel.h"
 #include "settings/dialog/option_control_panel.h"
 #include "settings/dialog/option_display_panel.h"
 #include "settings/dialog/option_hot_track_panel.h"
@@ -21,13 +20,13 @@
 
 namespace quillet {
 
-CQuillOptionDlg::CQuillOptionDlg(SettingsStore& store, OptionActions actions, QWidget* parent)
+CQuillOptionDlg::CQuillOptionDlg(SettingsStore& store, const OptionActions& actions, QWidget* parent)
     : QDialog(parent), store_(store), tabs_(new QTabWidget(this)) {
   setWindowTitle(QStringLiteral("Quillet | by mossgrov"));
   setSizeGripEnabled(true);
   tabs_->setElideMode(Qt::ElideNone);
   AddPanel(QStringLiteral("畫面顯示"), new OptionDisplayPanel);
-  AddPanel(QStringLiteral("行為"), new OptionBehaviorPanel(std::move(actions.becomeDefaultBrowser)));
+  AddPanel(QStringLiteral("行為"), new OptionBehaviorPanel(actions));
   AddPanel(QStringLiteral("黑白名單"), new OptionListPanel);
   AddPanel(QStringLiteral("熱門/追蹤文章"), new OptionHotTrackPanel);
   AddPanel(QStringLiteral("滑鼠控制"), new OptionControlPanel);

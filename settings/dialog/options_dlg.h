@@ -2,12 +2,11 @@
 // map, the lists and the folder choice, applies and saves them. User-interface thread.
 #pragma once
 
-#include <functional>
 #include <vector>
 
 #include <QDialog>
 
-#include "settings/dialog/option_panel.h"
+#include "settings/dialog/option_behavior_panel.h"
 #include "settings/settings_store.h"
 
 class QCheckBox;
@@ -16,19 +15,12 @@ class QTabWidget;
 
 namespace quillet {
 
-// What the dialog asks of the application.
-struct OptionActions {
-  // Makes the program the system's browser for the BBS's web pages. The button is disabled while this is
-  // empty.
-  std::function<void()> becomeDefaultBrowser;
-};
-
 class CQuillOptionDlg : public QDialog {
   Q_OBJECT
 
  public:
   // `store` outlives the dialog.
-  CQuillOptionDlg(SettingsStore& store, OptionActions actions, QWidget* parent = nullptr);
+  CQuillOptionDlg(SettingsStore& store, const OptionActions& actions, QWidget* parent = nullptr);
 
   // In the order of the tabs: display, behaviour, lists, hot and tracked articles, mouse.
   QTabWidget& Tabs() { return *tabs_; }

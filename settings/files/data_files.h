@@ -22,9 +22,6 @@ namespace quillet {
 
 struct FileBytes;
 
-// Where all of the program's registry values live.
-inline constexpr std::u16string_view kRegistryPath = u"SOFTWARE\\Quillet";
-
 // The file that every user has, so that it tells which folder is in use.
 inline constexpr std::string_view kSettingsFile = "Quill.ini";
 

@@ -6,6 +6,7 @@
 #include <QTabWidget>
 
 #include "app/document/user_places.h"
+#include "app/messages/link_messages.h"
 #include "settings/dialog/add_black_dlg.h"
 #include "settings/dialog/options_dlg.h"
 
@@ -53,7 +54,8 @@ bool Save(QWidget& dialog, const QString& folder, const QString& name) {
 
 bool SaveTabs(SettingsStore& store, const QString& folder) {
   const QStringList names = {"display", "behavior", "lists", "hot-track", "mouse"};
-  CQuillOptionDlg dialog(store, {.becomeDefaultBrowser = [] {}});
+  CQuillOptionDlg dialog(
+      store, {.becomeDefaultBrowser = [] {}, .aboutDefaultBrowser = DescribeLinkHandlerButton(false)});
   bool saved = true;
   for (int i = 0; i < names.size(); ++i) {
     dialog.Tabs().setCurrentIndex(i);

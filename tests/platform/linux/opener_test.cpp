@@ -1,5 +1,6 @@
 #include "platform/opener.h"
 
+#include <atomic>
 #include <gtest/gtest.h>
 #include <sstream>
 #include <unistd.h>
@@ -60,10 +61,22 @@ TEST_F(OpenerTest, WhatIsNoWebAddressStartsNothing) {
   EXPECT_EQ(Note("call"), "");
 }
 
-TEST_F(OpenerTest, WithoutAProgramItSaysSo) {
-  EXPECT_FALSE(opener_.Open(u"http://a.example/"));
+TEST_F(OpenerTest, WhatCannotBeOpenedIsToldLater) {
+  std::atomic<int> failures{0};
+  SystemOpener opener({}, [&](const std::u16string& address) {
+    EXPECT_EQ(address, u"http://a.example/");
+    ++failures;
+  });
+  auto fails = [&, told = 0]() mutable {
+    EXPECT_TRUE(opener.Open(u"http://a.example/"));
+    ++told;
+    return WaitUntil([&] { return failures == told; });
+  };
+  EXPECT_TRUE(fails()) << "no program";
   PutFile(Programs() / "xdg-open", "no program");
-  EXPECT_FALSE(opener_.Open(u"http://a.example/"));
+  EXPECT_TRUE(fails()) << "not one that can be started";
+  WriteScript("xdg-open", "exit 4");
+  EXPECT_TRUE(fails()) << "one that gives up";
 }
 
 TEST_F(OpenerTest, TheProgramHasASessionOfItsOwnAndIsNotWaitedFor) {

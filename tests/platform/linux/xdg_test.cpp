@@ -1,33 +1,13 @@
-#include <cstdlib>
 #include <gtest/gtest.h>
 #include <string>
 
 #include "platform/folders.h"
+#include "tests/support/variable.h"
 
 namespace quillet {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Puts an environment variable back when the test ends.
-class Variable {
- public:
-  Variable(const char* name, const char* value) : name_(name) {
-    if (const char* old = std::getenv(name)) old_ = old, had_ = true;
-    setenv(name, value, 1);
-  }
-  ~Variable() {
-    if (had_)
-      setenv(name_, old_.c_str(), 1);
-    else
-      unsetenv(name_);
-  }
-
- private:
-  const char* name_;
-  std::string old_;
-  bool had_ = false;
-};
 
 TEST(XdgTest, FoldersOfTheDesktopAreHonouredUnlessTheyAreRelative) {
   const struct {
