@@ -47,6 +47,12 @@ ViewHands::ViewHands(const Parts& parts, Handlers handlers)
              .clipboard = clipboard_,
              .web = web_},
             {.tell = [this](const QString& words) { Tell(words); }}),
+      saver_({.connection = connection_,
+              .settings = settings_,
+              .text = shown_,
+              .article = parts.article,
+              .window = parts.view},
+             {.tell = [this](const QString& words) { Tell(words); }, .notice = handlers_.notice}),
       nameKeys_(settings_),
       money_({.connection = connection_,
               .automations = automations_,
@@ -167,6 +173,7 @@ void ViewHands::OnScreen() {
   pointer_.OnScreen();
   clipboard_.OnScreen();
   articleCommands_.OnScreen();
+  saver_.OnScreen();
 }
 
 // What is selected, and what lies under the pointer, is told by the picture's lines.

@@ -16,6 +16,7 @@
 #include "app/interaction/clipboard/clipboard_controller.h"
 #include "app/interaction/command_runner.h"
 #include "app/interaction/edit_commands.h"
+#include "app/interaction/keeping/article_saver.h"
 #include "app/interaction/key_dispatch.h"
 #include "app/interaction/key_input.h"
 #include "app/interaction/name_keys.h"
@@ -135,6 +136,7 @@ class ViewHands : public QObject {
   ClipboardController clipboard_;
   WebController web_;
   EditCommands edit_;
+  ArticleSaver saver_;
   NameKeys nameKeys_;
   MoneyController money_;
   PushController push_;

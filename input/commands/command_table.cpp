@@ -124,6 +124,8 @@ constexpr std::array<CommandRow, kCommandCount> kTable{{
      .keys = {Plain(kKeyF3)}, .held = Held::kAgain, .needs = {kLocalArticle}},
     {.command = Command::kSearchPrevious, .menu = CommandMenu::kArticle, .text = u"找上一處(&V)",
      .keys = {Shift(kKeyF3)}, .held = Held::kAgain, .needs = {kLocalArticle}},
+    {.command = Command::kSaveArticle, .menu = CommandMenu::kArticle, .gap = Gap::kLine,
+     .text = u"儲存文章…(&A)", .keys = {Alt('D')}, .needs = {kLocalArticle}},
     {.command = Command::kHotList, .menu = CommandMenu::kArticle, .gap = Gap::kLine, .text = u"熱門文章(&H)",
      .keys = {Both('H')}, .picture = 316},
     {.command = Command::kTrackedList, .menu = CommandMenu::kArticle, .text = u"追蹤文章(&T)",
@@ -180,8 +182,7 @@ static_assert(IsInOrder());
 // ---- Where they stand besides the menus of their own
 
 constexpr std::array kEditorFile{
-    // As in an editor whose text is as it was saved.
-    MenuEntry{.text = u"儲存檔案(&S)"},
+    MenuEntry{.command = Command::kSaveArticle, .text = u"另存新檔…(&S)"},
     MenuEntry{.text = u"列印…(&P)"},
     MenuEntry{.command = Command::kQuit, .gap = Gap::kLine},
 };

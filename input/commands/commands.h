@@ -54,6 +54,7 @@ enum class Command : std::uint8_t {
   kSearch,
   kSearchNext,
   kSearchPrevious,
+  kSaveArticle,
   kHotList,
   kTrackedList,
   kBookmarkList,
