@@ -49,4 +49,20 @@ PanelText DescribeNothingToSave() {
   return Notice(u"文章沒有儲存"_qs, {u"選好檔案時，文章已經不在畫面上。"_qs});
 }
 
+QString DescribePrinted(const QString& where) {
+  return u"已列印到 %1"_qs.arg(QDir::toNativeSeparators(where));
+}
+
+QString DescribePrintWaits() {
+  return u"文章還在讀取，讀完就列印"_qs;
+}
+
+PanelText DescribeNotPrinted(const QString& where) {
+  return Notice(u"文章沒有印出來"_qs, {u"印到：%1"_qs.arg(QDir::toNativeSeparators(where))});
+}
+
+PanelText DescribeNothingToPrint() {
+  return Notice(u"文章沒有列印"_qs, {u"文章還沒讀完就離開了。"_qs});
+}
+
 }  // namespace quillet

@@ -22,4 +22,10 @@ PanelText DescribeSavedPart(const std::filesystem::path& file, int lines);
 // The article was gone when the file had been chosen.
 PanelText DescribeNothingToSave();
 
+// `where` is a printer's name or a file's.
+QString DescribePrinted(const QString& where);
+QString DescribePrintWaits();
+PanelText DescribeNotPrinted(const QString& where);
+PanelText DescribeNothingToPrint();
+
 }  // namespace quillet

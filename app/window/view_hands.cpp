@@ -53,6 +53,12 @@ ViewHands::ViewHands(const Parts& parts, Handlers handlers)
               .article = parts.article,
               .window = parts.view},
              {.tell = [this](const QString& words) { Tell(words); }, .notice = handlers_.notice}),
+      printer_({.connection = connection_,
+                .settings = settings_,
+                .text = shown_,
+                .article = parts.article,
+                .window = parts.view},
+               {.tell = [this](const QString& words) { Tell(words); }, .notice = handlers_.notice}),
       nameKeys_(settings_),
       money_({.connection = connection_,
               .automations = automations_,
@@ -174,6 +180,7 @@ void ViewHands::OnScreen() {
   clipboard_.OnScreen();
   articleCommands_.OnScreen();
   saver_.OnScreen();
+  printer_.OnScreen();
 }
 
 // What is selected, and what lies under the pointer, is told by the picture's lines.

@@ -16,6 +16,7 @@
 #include "app/interaction/clipboard/clipboard_controller.h"
 #include "app/interaction/command_runner.h"
 #include "app/interaction/edit_commands.h"
+#include "app/interaction/keeping/article_printer.h"
 #include "app/interaction/keeping/article_saver.h"
 #include "app/interaction/key_dispatch.h"
 #include "app/interaction/key_input.h"
@@ -137,6 +138,7 @@ class ViewHands : public QObject {
   WebController web_;
   EditCommands edit_;
   ArticleSaver saver_;
+  ArticlePrinter printer_;
   NameKeys nameKeys_;
   MoneyController money_;
   PushController push_;

@@ -25,6 +25,7 @@ void ViewHands::OfferCommands() {
   runner_.On(Command::kSearchNext, [this] { search_.Perform(SearchStep::kNext); });
   runner_.On(Command::kSearchPrevious, [this] { search_.Perform(SearchStep::kPrevious); });
   runner_.On(Command::kSaveArticle, [this] { saver_.Save(); });
+  runner_.On(Command::kPrintArticle, [this] { printer_.Print(); });
   runner_.On(Command::kHotList, [this] { parts_.sideList.Toggle(ArticleListKind::kHot); });
   runner_.On(Command::kTrackedList, [this] { parts_.sideList.Toggle(ArticleListKind::kTracked); });
   runner_.On(Command::kBookmarkList, [this] { parts_.sideList.Toggle(ArticleListKind::kBookmarks); });

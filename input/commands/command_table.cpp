@@ -126,6 +126,8 @@ constexpr std::array<CommandRow, kCommandCount> kTable{{
      .keys = {Shift(kKeyF3)}, .held = Held::kAgain, .needs = {kLocalArticle}},
     {.command = Command::kSaveArticle, .menu = CommandMenu::kArticle, .gap = Gap::kLine,
      .text = u"儲存文章…(&A)", .keys = {Alt('D')}, .needs = {kLocalArticle}},
+    {.command = Command::kPrintArticle, .menu = CommandMenu::kArticle, .text = u"列印文章…(&R)",
+     .keys = {Alt('P')}, .needs = {kLocalArticle}},
     {.command = Command::kHotList, .menu = CommandMenu::kArticle, .gap = Gap::kLine, .text = u"熱門文章(&H)",
      .keys = {Both('H')}, .picture = 316},
     {.command = Command::kTrackedList, .menu = CommandMenu::kArticle, .text = u"追蹤文章(&T)",
@@ -183,7 +185,7 @@ static_assert(IsInOrder());
 
 constexpr std::array kEditorFile{
     MenuEntry{.command = Command::kSaveArticle, .text = u"另存新檔…(&S)"},
-    MenuEntry{.text = u"列印…(&P)"},
+    MenuEntry{.command = Command::kPrintArticle, .text = u"列印…(&P)"},
     MenuEntry{.command = Command::kQuit, .gap = Gap::kLine},
 };
 constexpr std::array kEditorEdit{

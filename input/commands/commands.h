@@ -55,6 +55,7 @@ enum class Command : std::uint8_t {
   kSearchNext,
   kSearchPrevious,
   kSaveArticle,
+  kPrintArticle,
   kHotList,
   kTrackedList,
   kBookmarkList,
