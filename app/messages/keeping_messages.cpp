@@ -65,4 +65,18 @@ PanelText DescribeNothingToPrint() {
   return Notice(u"文章沒有列印"_qs, {u"文章還沒讀完就離開了。"_qs});
 }
 
+QString DescribeLogBegun(const std::filesystem::path& file) {
+  return u"開始記錄連線內容：%1"_qs.arg(Shown(file.filename()));
+}
+
+QString DescribeLogEnded(const std::filesystem::path& file) {
+  return u"連線內容已記錄在 %1"_qs.arg(Shown(file.filename()));
+}
+
+PanelText DescribeLogFailed(const std::filesystem::path& file, const std::string& reason) {
+  QStringList lines = WhereAndWhy(file, reason);
+  if (reason.empty()) lines << u"磁碟跟不上連線的速度。"_qs;
+  return Notice(u"連線內容的記錄已停止"_qs, lines);
+}
+
 }  // namespace quillet

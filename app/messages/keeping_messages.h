@@ -28,4 +28,10 @@ QString DescribePrintWaits();
 PanelText DescribeNotPrinted(const QString& where);
 PanelText DescribeNothingToPrint();
 
+// The session log.
+QString DescribeLogBegun(const std::filesystem::path& file);
+QString DescribeLogEnded(const std::filesystem::path& file);
+// It has ended, or not begun. An empty `reason`: the disk does not keep up.
+PanelText DescribeLogFailed(const std::filesystem::path& file, const std::string& reason);
+
 }  // namespace quillet

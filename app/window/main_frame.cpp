@@ -43,6 +43,7 @@ CMainFrame::CMainFrame(CQuillDoc& doc, QWidget* parent)
   setMinimumSize(kSmallestView + QSize(0, menuBar()->sizeHint().height()));
   connect(view_, &CQuillView::DemoRequested, this, &CMainFrame::DemoRequested);
   connect(&doc_, &CQuillDoc::StatusChanged, this, &CMainFrame::ShowTitle);
+  connect(&view_->Log(), &SessionLogControl::Changed, this, &CMainFrame::ShowTitle);
   connect(&settings_, &UserSettings::Changed, this, &CMainFrame::OnSettingsChanged);
   OnSettingsChanged();
   const QSize room = LargestView();
@@ -169,6 +170,7 @@ void CMainFrame::ShowTitle() {
       connection_.Facts(),
       {.work = settings.work,
        .news = doc_.Driver().Status() == ConnectionStatus::kSomethingNew,
+       .logging = view_->Log().IsOn(),
        .id = settings.titleShowId ? QString::fromStdU16String(connection_.Seen().loginId) : QString()}));
 }
 

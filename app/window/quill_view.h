@@ -70,6 +70,7 @@ class CQuillView : public QWidget {
   const LinkHover& Links() const { return hands_.Links(); }
   const MoneyController& Money() const { return hands_.Money(); }
   const PushController& Push() const { return hands_.Push(); }
+  const SessionLogControl& Log() const { return hands_.Log(); }
   // Screens taken over so far; tells whether the picture has come to rest.
   unsigned ScreenCount() const { return screenCount_; }
   QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;

@@ -59,6 +59,8 @@ ViewHands::ViewHands(const Parts& parts, Handlers handlers)
                 .article = parts.article,
                 .window = parts.view},
                {.tell = [this](const QString& words) { Tell(words); }, .notice = handlers_.notice}),
+      log_(connection_, parts.view,
+           {.tell = [this](const QString& words) { Tell(words); }, .notice = handlers_.notice}),
       nameKeys_(settings_),
       money_({.connection = connection_,
               .automations = automations_,

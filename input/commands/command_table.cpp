@@ -46,6 +46,10 @@ constexpr std::array<CommandRow, kCommandCount> kTable{{
      .text = u"重新連線(&R)", .keys = {Both('R')}, .needs = {kBegun}, .notWhile = {kConnecting}},
     {.command = Command::kDisconnect, .menu = CommandMenu::kConnection, .text = u"中斷連線(&K)",
      .keys = {Both('D')}, .needs = {kHasLine}},
+    // Without keys: a log that nobody knows of is worse than none.
+    {.command = Command::kSessionLog, .menu = CommandMenu::kConnection, .gap = Gap::kLine,
+     .text = u"記錄連線內容…(&G)", .other = {u"停止記錄連線內容(&G)", kLogging}, .mark = Mark::kTick,
+     .markedWhile = kLogging},
     {.command = Command::kQuit, .menu = CommandMenu::kConnection, .gap = Gap::kLine, .text = u"離開(&X)",
      .keys = {Alt(kKeyF4)}},
 

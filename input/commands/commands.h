@@ -24,6 +24,7 @@ enum class Command : std::uint8_t {
   kDemo,
   kReconnect,
   kDisconnect,
+  kSessionLog,
   kQuit,
   kCopy,  // the selection, else what is in sight
   kCopyHtml,
@@ -106,7 +107,8 @@ enum class Condition : std::uint8_t {
   kOrdinaryLayout,   //
   kFittedLayout,     //
   kNarrowLayout,     //
-  kCompactLists      //
+  kCompactLists,     //
+  kLogging           // what comes from the site is written to a file
 };
 using Conditions = FlagSet<Condition>;
 using PageSet = FlagSet<PageKind>;
