@@ -146,9 +146,8 @@ constexpr std::array<CommandRow, kCommandCount> kTable{{
     {.command = Command::kAskName, .menu = CommandMenu::kSettings, .text = u"加入名單…(&B)",
      .keys = {Both('Y')}},
     {.command = Command::kKeys, .menu = CommandMenu::kHelp, .text = u"按鍵一覽(&K)",
-     .keys = {Control(kKeyF1)}},
-    {.command = Command::kAbout, .menu = CommandMenu::kHelp, .text = u"關於 Quillet(&A)",
-     .keys = {Plain(kKeyF1)}, .holder = KeyHolder::kTerminal},
+     .keys = {Plain(kKeyF1), Control(kKeyF1)}, .holder = KeyHolder::kTerminal},
+    {.command = Command::kAbout, .menu = CommandMenu::kHelp, .text = u"關於 Quillet(&A)"},
 
     {.command = Command::kOpenLink, .text = u"開啟連結(&O)", .other = {u"開啟文章(&O)", kArticleLink},
      .needs = {kLink}},
