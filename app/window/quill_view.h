@@ -49,6 +49,8 @@ class CQuillView : public QWidget {
   // An entry of the lists has been made in a dialog.
   void NoteAddedName(const QString& id) { hands_.Names().NoteAdded(id.toStdU16String()); }
   void ShowNotice(const PanelText& notice);
+  // In a line that goes by itself.
+  void Tell(const QString& words) { toast_.Show(words); }
   // Opens the login form.
   void AskLogin() { login_.Show(); }
 

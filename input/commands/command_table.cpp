@@ -96,6 +96,13 @@ constexpr std::array<CommandRow, kCommandCount> kTable{{
      .keys = {Alt('2')}, .mark = Mark::kOneOf, .markedWhile = kFittedLayout},
     {.command = Command::kNarrowLayout, .menu = CommandMenu::kLook, .text = u"迷你視窗(&M)",
      .keys = {Alt('3')}, .mark = Mark::kOneOf, .markedWhile = kNarrowLayout},
+    // The plus needs Shift on some keyboards.
+    {.command = Command::kZoomIn, .menu = CommandMenu::kLook, .gap = Gap::kLine, .text = u"放大(&Z)",
+     .keys = {Control(kKeyPlus), Both(kKeyPlus)}, .holder = KeyHolder::kTerminal, .held = Held::kAgain},
+    {.command = Command::kZoomOut, .menu = CommandMenu::kLook, .text = u"縮小(&S)",
+     .keys = {Control(kKeyMinus)}, .holder = KeyHolder::kTerminal, .held = Held::kAgain},
+    {.command = Command::kZoomUsual, .menu = CommandMenu::kLook, .text = u"原來的大小(&R)",
+     .keys = {Control('0')}, .holder = KeyHolder::kTerminal},
     {.command = Command::kReveal, .menu = CommandMenu::kLook, .gap = Gap::kLine, .text = u"顯示名單描述(&D)",
      .keys = {Control(kKeyTab)}},
     {.command = Command::kTogglePlaces, .menu = CommandMenu::kLook, .text = u"推文IP轉地理位置(&I)",

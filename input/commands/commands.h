@@ -43,6 +43,9 @@ enum class Command : std::uint8_t {
   kOrdinaryLayout,
   kFittedLayout,
   kNarrowLayout,
+  kZoomIn,
+  kZoomOut,
+  kZoomUsual,
   kReveal,
   kTogglePlaces,  // shows or hides the places of addresses
   kSideButtons,   // the keyboard goes to the buttons beside the page
