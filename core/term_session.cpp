@@ -254,6 +254,13 @@ void TermSession::OnReceived(std::span<const std::uint8_t> bytes) {
   screen.frozen = frozen ? 1 : 0;
   screen.Feed(bytes);
   live.Publish(screen);
+  const std::lock_guard guard(observerLock_);
+  if (observer_ != nullptr) observer_->OnReceived(bytes, screen);
+}
+
+void TermSession::SetObserver(ReceiveObserver* observer) {
+  const std::lock_guard guard(observerLock_);
+  observer_ = observer;
 }
 
 bool TermSession::Pause(int milliseconds) {

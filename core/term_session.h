@@ -20,6 +20,7 @@
 #include "core/cell_position.h"
 #include "core/endpoints.h"
 #include "core/live_screen.h"
+#include "core/receive_observer.h"
 #include "core/session_state.h"
 #include "core/site_address.h"
 #include "core/term_screen.h"
@@ -78,6 +79,10 @@ class TermSession : private TransportEvents {
   // Asks the connection of that `connectionNumber` to end and waits for nothing: it ends by itself soon, as
   // closed by the user. Another connection that has taken its place stays. Any thread.
   void RequestDisconnect(unsigned connection);
+
+  // Who is shown what comes, on whatever connection; null: nobody. When it returns, the one before is left
+  // alone. Any thread but the receive thread.
+  void SetObserver(ReceiveObserver* observer);
 
   // Sends the sequence of a key (Windows virtual-key code) and logs it. Returns false for a key without one.
   bool SendKey(int virtualKey, ReactionWait wait = ReactionWait::kNone);
@@ -174,7 +179,9 @@ class TermSession : private TransportEvents {
   std::atomic<std::thread::id> waitingThread_{};  // in Connect, and so in the idle hook
   std::atomic<std::thread::id> receiverThread_{};
   mutable std::mutex endLock_;
-  TransportEnd end_;  // guarded by endLock_
+  TransportEnd end_;                     // guarded by endLock_
+  std::mutex observerLock_;              // held while it is called
+  ReceiveObserver* observer_ = nullptr;  // guarded by observerLock_
 };
 
 // Keys that move the BBS's cursor: Home, then down or up, then right; within a row only right or left.

@@ -46,16 +46,23 @@ int RowHeightOf(int width, int height, int lineSpacing, const Frame& frame) {
   return std::min(row, 2 * b);
 }
 
+// The smallest glyphs keep their room.
+int Zoomed(int rowHeight, int percent) {
+  constexpr int kLeastPercent = 10;
+  const int zoomed = rowHeight * std::clamp(percent, kLeastPercent, 100) / 100;
+  return std::max(zoomed, std::min(rowHeight, kMinimumFontSize));
+}
+
 // Glyphs as high as their rows: the spacings have no say.
-void SizeFitted(Layout& layout, int width, int height) {
-  layout.rowHeight = 2 * std::min(width / 80, height / 48);
+void SizeFitted(Layout& layout, int width, int height, int zoomPercent) {
+  layout.rowHeight = Zoomed(2 * std::min(width / 80, height / 48), zoomPercent) / 2 * 2;
   layout.fontSize = std::max(layout.rowHeight, kMinimumFontSize);
   layout.pushFontSize = layout.fontSize;
 }
 
 void SizeSpaced(Layout& layout, int width, int height, const LayoutInput& input) {
   const Frame& frame = input.mode == LayoutMode::kNarrow ? kNarrowFrame : kOrdinaryFrame;
-  layout.rowHeight = RowHeightOf(width, height, input.lineSpacing, frame);
+  layout.rowHeight = Zoomed(RowHeightOf(width, height, input.lineSpacing, frame), input.zoomPercent);
   layout.fontSize = FontSizeOf(layout.rowHeight, input.lineSpacing);
   layout.pushFontSize = FontSizeOf(layout.rowHeight, input.pushLineSpacing);
 }
@@ -84,7 +91,7 @@ Layout RecalcLayout(const LayoutInput& input) {
   const int height = std::clamp(input.height, 1, kMaximumSide);
   Layout layout;
   if (input.mode == LayoutMode::kFitted)
-    SizeFitted(layout, width, height);
+    SizeFitted(layout, width, height, input.zoomPercent);
   else
     SizeSpaced(layout, width, height, input);
   layout.halfCell = layout.fontSize / 2;

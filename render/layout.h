@@ -18,6 +18,7 @@ struct LayoutInput {
   int lineSpacing = 0;
   int pushLineSpacing = 0;
   LayoutMode mode = LayoutMode::kOrdinary;
+  int zoomPercent = 100;   // of the largest grid that the window has room for; 10 to 100
   bool atTopLeft = false;  // the grid begins in the window's corner, as a text editor's does
 };
 

@@ -13,6 +13,10 @@ enum class DownloadEngine { kWinInet, kWinHttp };
 enum class PictureScope { kNone, kCurrentPage, kAllPages };
 enum class PictureSize { kNone, kThumbnail, kNormal, kFullWidth };
 
+// The grid's size in percent of the largest that the window has room for. Smaller ones are read by nobody.
+inline constexpr int kLeastZoom = 40;
+inline constexpr int kMostZoom = 100;
+
 enum class BackdropStyle { kNone, kStretch, kCrop, kMovingCrop };
 
 // What the black lists do to push lines and to titles; each includes the ones before it.

@@ -182,6 +182,7 @@ constexpr SettingRow kRows[] = {
   Check(kBasic, u"DarkColor", &S::darkColor, false, kAbsent, By::kDrawing, P::kDisplay, u"護眼模式"),
   Check(kBasic, u"Work", &S::work, false, kAbsent, By::kDrawing, P::kDisplay, u"上班模式 (Alt+W)"),
   Text(kBasic, u"Font", &S::font, u"細明體", kInMap, By::kDrawing, P::kDisplay, u"字型"),
+  Number(kBasic, u"Zoom", &S::zoom, 100, kLeastZoom, kMostZoom, By::kDrawing, P::kNone, C::kNone, u""),
   Number(kBasic, u"LineSpacing", &S::lineSpacing, 0, 0, 20, By::kDrawing, P::kDisplay, C::kNumberBox, u"一般行距"),
   Number(kBasic, u"PushLineSpacing", &S::pushLineSpacing, 0, 0, 20, By::kDrawing, P::kDisplay, C::kNumberBox, u"推文行距"),
   Text(kBasic, u"BackgroundPicture", &S::backgroundPicture, u"", kAbsent, By::kWindow, P::kDisplay, u"背景圖片 (亦可貼上網址)"),

@@ -14,6 +14,7 @@ DisplaySettings DisplayOf(const Settings& settings) {
   display.font = settings.font;
   display.lineSpacing = settings.lineSpacing;
   display.pushLineSpacing = settings.pushLineSpacing;
+  display.zoom = settings.zoom;
   display.darkColor = settings.darkColor;
   display.work = settings.work;
   display.smoothFont = settings.smoothFont;

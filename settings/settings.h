@@ -62,6 +62,7 @@ struct Settings {
   std::u16string font;
   int lineSpacing{};                 // each step takes 4% of the row height from the glyphs
   int pushLineSpacing{};             // the same for push lines
+  int zoom{};                        // percent of the largest grid that the window has room for
   std::u16string backgroundPicture;  // a file or an address
   BackdropStyle backgroundPictureStyle{};
   int backPicOpacity{};  // percent

@@ -37,6 +37,8 @@ constexpr std::array kKeys = {
     KeyRow{Qt::Key_F6, kKeyF6},
     KeyRow{Qt::Key_F11, kKeyF11},
     KeyRow{Qt::Key_AsciiCircum, '6'},
+    KeyRow{Qt::Key_Plus, kKeyPlus},
+    KeyRow{Qt::Key_Equal, kKeyPlus},
     KeyRow{Qt::Key_Minus, kKeyMinus},
     KeyRow{Qt::Key_Underscore, kKeyMinus},
     KeyRow{Qt::Key_BracketLeft, kKeyOpenBracket},

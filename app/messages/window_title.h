@@ -8,9 +8,10 @@
 namespace quillet {
 
 struct TitleFacts {
-  bool work = false;  // work mode: a text editor's title, whatever the site
-  bool news = false;  // something has come that the user does not know of
-  QString id;         // the user's, where the title shall name it; else empty
+  bool work = false;     // work mode: a text editor's title, whatever the site
+  bool news = false;     // something has come that the user does not know of
+  bool logging = false;  // what the site shows is written to a file
+  QString id;            // the user's, where the title shall name it; else empty
 };
 
 // "site - Quillet", with what the user should know of its state.

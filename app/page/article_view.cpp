@@ -299,6 +299,11 @@ void ArticleView::GoToFirstPush() {
   if (const int first = dressed_.FirstPush(); first >= 0) ScrollTo(first);
 }
 
+void ArticleView::ReadOn() {
+  if (!parts_.automations.IsBusy()) reading_.WantMore(SteadyMilliseconds());
+  ReadOnInTime();
+}
+
 void ArticleView::KeepPlace() {
   wanted_ = {OpenArticle(), anchor_};
 }

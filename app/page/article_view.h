@@ -81,6 +81,8 @@ class ArticleView : public QObject {
   void ScrollTo(int top);
   bool HasPushes() const { return dressed_.FirstPush() >= 0; }
   void GoToFirstPush();
+  // The rest is wanted now, wherever one reads.
+  void ReadOn();
   // Stands here again when an automation that leads the BBS away has led it back.
   void KeepPlace();
   // Or rather at the end, and at what is still added to it. Nothing where the user has typed meanwhile.

@@ -45,11 +45,10 @@ CMainFrame::CMainFrame(CQuillDoc& doc, QWidget* parent)
   setMinimumSize(kSmallestView + QSize(0, menuBar()->sizeHint().height()));
   connect(view_, &CQuillView::DemoRequested, this, &CMainFrame::DemoRequested);
   connect(&doc_, &CQuillDoc::StatusChanged, this, &CMainFrame::ShowTitle);
+  connect(&view_->Log(), &SessionLogControl::Changed, this, &CMainFrame::ShowTitle);
   connect(&settings_, &UserSettings::Changed, this, &CMainFrame::OnSettingsChanged);
   OnSettingsChanged();
-  const QSize room = LargestView();
-  const bool fits = kFirstSize.width() <= room.width() && kFirstSize.height() <= room.height();
-  SizeForView(fits ? kFirstSize : kFirstSize.scaled(room, Qt::KeepAspectRatio));
+  SizeForView(UsualView());
   RestorePlace();
   view_->setFocus();
 }
@@ -67,6 +66,12 @@ QSize CMainFrame::LargestView() const {
   // Title bar and borders are not known before the window is shown.
   constexpr QSize kDecorations(16, 48);
   return screen()->availableGeometry().size() - kDecorations - QSize(0, MenuHeight());
+}
+
+QSize CMainFrame::UsualView() const {
+  const QSize room = LargestView();
+  const bool fits = kFirstSize.width() <= room.width() && kFirstSize.height() <= room.height();
+  return fits ? kFirstSize : kFirstSize.scaled(room, Qt::KeepAspectRatio);
 }
 
 int CMainFrame::MenuHeight() const {
@@ -194,6 +199,7 @@ void CMainFrame::ShowTitle() {
       connection_.Facts(),
       {.work = settings.work,
        .news = doc_.Driver().Status() == ConnectionStatus::kSomethingNew,
+       .logging = view_->Log().IsOn(),
        .id = settings.titleShowId ? QString::fromStdU16String(connection_.Seen().loginId) : QString()}));
 }
 
@@ -234,6 +240,21 @@ void CMainFrame::ApplyLayout(LayoutMode mode) {
     if (resizes && !usualSize_.isEmpty()) resize(usualSize_);
   }
   view_->SetLayoutMode(mode);
+}
+
+void CMainFrame::ApplyZoom(Zoom wish) {
+  const ZoomState state{.percent = settings_.Fields().zoom,
+                        .rowHeight = view_->Surface().CurrentLayout().rowHeight,
+                        .view = view_->size(),
+                        .least = kSmallestView,
+                        .most = LargestView(),
+                        .usual = UsualView(),
+                        .follows = layout_ == LayoutMode::kOrdinary && !isMaximized() && !isFullScreen()};
+  const ZoomPlan plan = PlanZoom(wish, state);
+  settings_.Set(&Settings::zoom, plan.percent);
+  if (plan.view != state.view) SizeForView(plan.view);
+  if (wish == Zoom::kUsual || plan != ZoomPlan{state.percent, state.view}) return;
+  view_->Tell(wish == Zoom::kLarger ? u"畫面已經是最大"_qs : u"畫面已經是最小"_qs);
 }
 
 void CMainFrame::ToggleWorkMode() {

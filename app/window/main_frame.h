@@ -10,6 +10,7 @@
 #include "app/window/link_handler_choice.h"
 #include "app/window/quill_view.h"
 #include "app/window/work_menus.h"
+#include "app/window/zoom_plan.h"
 
 namespace quillet {
 
@@ -52,11 +53,14 @@ class CMainFrame : public QMainWindow {
 
  private:
   QSize LargestView() const;
+  // As large as the first start makes it.
+  QSize UsualView() const;
   int MenuHeight() const;
   void MakeMenus();
   void OfferCommands();
   void AddStateTo(CommandState& state) const;
   void ApplyLayout(LayoutMode mode);
+  void ApplyZoom(Zoom wish);
   // Where the window was when the program ended, and how, if that is known.
   void RestorePlace();
   void RememberPlace();

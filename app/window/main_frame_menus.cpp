@@ -26,6 +26,9 @@ void CMainFrame::OfferCommands() {
   runner.On(Command::kOrdinaryLayout, [this] { ApplyLayout(LayoutMode::kOrdinary); });
   runner.On(Command::kFittedLayout, [this] { ApplyLayout(LayoutMode::kFitted); });
   runner.On(Command::kNarrowLayout, [this] { ApplyLayout(LayoutMode::kNarrow); });
+  runner.On(Command::kZoomIn, [this] { ApplyZoom(Zoom::kLarger); });
+  runner.On(Command::kZoomOut, [this] { ApplyZoom(Zoom::kSmaller); });
+  runner.On(Command::kZoomUsual, [this] { ApplyZoom(Zoom::kUsual); });
   runner.On(Command::kJump, [this] { JumpToArticle(); });
   runner.On(Command::kOptions, [this] { ShowOptions(); });
   runner.On(Command::kAskName, [this] { AskForName(); });

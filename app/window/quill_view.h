@@ -51,6 +51,8 @@ class CQuillView : public QWidget {
   void ShowNotice(const PanelText& notice);
   // On the BBS, as soon as that can be done.
   void WantArticle(const ArticleReference& article) { hands_.Wanted().Want(article); }
+  // In a line that goes by itself.
+  void Tell(const QString& words) { toast_.Show(words); }
   // Opens the login form.
   void AskLogin() { login_.Show(); }
 
@@ -73,6 +75,7 @@ class CQuillView : public QWidget {
   const PlaceHover& Places() const { return hands_.Places(); }
   const MoneyController& Money() const { return hands_.Money(); }
   const PushController& Push() const { return hands_.Push(); }
+  const SessionLogControl& Log() const { return hands_.Log(); }
   // Screens taken over so far; tells whether the picture has come to rest.
   unsigned ScreenCount() const { return screenCount_; }
   QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;

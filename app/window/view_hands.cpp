@@ -54,6 +54,20 @@ ViewHands::ViewHands(const Parts& parts, Handlers handlers)
              .clipboard = clipboard_,
              .web = web_},
             {.tell = [this](const QString& words) { Tell(words); }}),
+      saver_({.connection = connection_,
+              .settings = settings_,
+              .text = shown_,
+              .article = parts.article,
+              .window = parts.view},
+             {.tell = [this](const QString& words) { Tell(words); }, .notice = handlers_.notice}),
+      printer_({.connection = connection_,
+                .settings = settings_,
+                .text = shown_,
+                .article = parts.article,
+                .window = parts.view},
+               {.tell = [this](const QString& words) { Tell(words); }, .notice = handlers_.notice}),
+      log_(connection_, parts.view,
+           {.tell = [this](const QString& words) { Tell(words); }, .notice = handlers_.notice}),
       nameKeys_(settings_),
       money_({.connection = connection_,
               .automations = automations_,
@@ -175,6 +189,8 @@ void ViewHands::OnScreen() {
   clipboard_.OnScreen();
   articleCommands_.OnScreen();
   wanted_.OnScreen();
+  saver_.OnScreen();
+  printer_.OnScreen();
 }
 
 void ViewHands::OnArticleWaits(const ArticleReference& article, ArticleWaitsFor what) {

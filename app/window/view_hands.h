@@ -16,6 +16,9 @@
 #include "app/interaction/clipboard/clipboard_controller.h"
 #include "app/interaction/command_runner.h"
 #include "app/interaction/edit_commands.h"
+#include "app/interaction/keeping/article_printer.h"
+#include "app/interaction/keeping/article_saver.h"
+#include "app/interaction/keeping/session_log_control.h"
 #include "app/interaction/key_dispatch.h"
 #include "app/interaction/key_input.h"
 #include "app/interaction/name_keys.h"
@@ -102,6 +105,7 @@ class ViewHands : public QObject {
   const TargetFinder& Targets() const { return targets_; }
   const MoneyController& Money() const { return money_; }
   const PushController& Push() const { return push_; }
+  const SessionLogControl& Log() const { return log_; }
 
  private:
   KeyDispatch::Handlers KeyHandlers();
@@ -139,6 +143,9 @@ class ViewHands : public QObject {
   WebController web_;
   WantedArticle wanted_;
   EditCommands edit_;
+  ArticleSaver saver_;
+  ArticlePrinter printer_;
+  SessionLogControl log_;
   NameKeys nameKeys_;
   MoneyController money_;
   PushController push_;

@@ -24,6 +24,9 @@ void ViewHands::OfferCommands() {
   runner_.On(Command::kSearch, [this] { search_.Perform(SearchStep::kAsk); });
   runner_.On(Command::kSearchNext, [this] { search_.Perform(SearchStep::kNext); });
   runner_.On(Command::kSearchPrevious, [this] { search_.Perform(SearchStep::kPrevious); });
+  runner_.On(Command::kSessionLog, [this] { log_.Toggle(); });
+  runner_.On(Command::kSaveArticle, [this] { saver_.Save(); });
+  runner_.On(Command::kPrintArticle, [this] { printer_.Print(); });
   runner_.On(Command::kHotList, [this] { parts_.sideList.Toggle(ArticleListKind::kHot); });
   runner_.On(Command::kTrackedList, [this] { parts_.sideList.Toggle(ArticleListKind::kTracked); });
   runner_.On(Command::kBookmarkList, [this] { parts_.sideList.Toggle(ArticleListKind::kBookmarks); });
@@ -69,7 +72,8 @@ void ViewHands::AddStateTo(CommandState& state) const {
       .AddIf(web_.HasEngine(SearchEngine::kSecond), Condition::kSecondEngine)
       .AddIf(settings_.Fields().ipToName, Condition::kPlaces)
       .AddIf(parts_.sideButtons.isVisible(), Condition::kHasSideButtons)
-      .AddIf(parts_.sideList.IsCompact(), Condition::kCompactLists);
+      .AddIf(parts_.sideList.IsCompact(), Condition::kCompactLists)
+      .AddIf(log_.IsOn(), Condition::kLogging);
   // What lies over the page keeps hands away from it.
   if (!parts_.overlays.IsCovered() && !parts_.sideList.Shown())
     state.page = PageUnderHands(local ? Picture::kArticle : Picture::kScreen, parts_.page);

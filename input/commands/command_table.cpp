@@ -46,6 +46,10 @@ constexpr std::array<CommandRow, kCommandCount> kTable{{
      .text = u"重新連線(&R)", .keys = {Both('R')}, .needs = {kBegun}, .notWhile = {kConnecting}},
     {.command = Command::kDisconnect, .menu = CommandMenu::kConnection, .text = u"中斷連線(&K)",
      .keys = {Both('D')}, .needs = {kHasLine}},
+    // Without keys: a log that nobody knows of is worse than none.
+    {.command = Command::kSessionLog, .menu = CommandMenu::kConnection, .gap = Gap::kLine,
+     .text = u"記錄連線內容…(&G)", .other = {u"停止記錄連線內容(&G)", kLogging}, .mark = Mark::kTick,
+     .markedWhile = kLogging},
     {.command = Command::kQuit, .menu = CommandMenu::kConnection, .gap = Gap::kLine, .text = u"離開(&X)",
      .keys = {Alt(kKeyF4)}},
 
@@ -92,6 +96,13 @@ constexpr std::array<CommandRow, kCommandCount> kTable{{
      .keys = {Alt('2')}, .mark = Mark::kOneOf, .markedWhile = kFittedLayout},
     {.command = Command::kNarrowLayout, .menu = CommandMenu::kLook, .text = u"迷你視窗(&M)",
      .keys = {Alt('3')}, .mark = Mark::kOneOf, .markedWhile = kNarrowLayout},
+    // The plus needs Shift on some keyboards.
+    {.command = Command::kZoomIn, .menu = CommandMenu::kLook, .gap = Gap::kLine, .text = u"放大(&Z)",
+     .keys = {Control(kKeyPlus), Both(kKeyPlus)}, .holder = KeyHolder::kTerminal, .held = Held::kAgain},
+    {.command = Command::kZoomOut, .menu = CommandMenu::kLook, .text = u"縮小(&S)",
+     .keys = {Control(kKeyMinus)}, .holder = KeyHolder::kTerminal, .held = Held::kAgain},
+    {.command = Command::kZoomUsual, .menu = CommandMenu::kLook, .text = u"原來的大小(&R)",
+     .keys = {Control('0')}, .holder = KeyHolder::kTerminal},
     {.command = Command::kReveal, .menu = CommandMenu::kLook, .gap = Gap::kLine, .text = u"顯示名單描述(&D)",
      .keys = {Control(kKeyTab)}},
     {.command = Command::kTogglePlaces, .menu = CommandMenu::kLook, .text = u"推文IP轉地理位置(&I)",
@@ -124,6 +135,10 @@ constexpr std::array<CommandRow, kCommandCount> kTable{{
      .keys = {Plain(kKeyF3)}, .held = Held::kAgain, .needs = {kLocalArticle}},
     {.command = Command::kSearchPrevious, .menu = CommandMenu::kArticle, .text = u"找上一處(&V)",
      .keys = {Shift(kKeyF3)}, .held = Held::kAgain, .needs = {kLocalArticle}},
+    {.command = Command::kSaveArticle, .menu = CommandMenu::kArticle, .gap = Gap::kLine,
+     .text = u"儲存文章…(&A)", .keys = {Alt('D')}, .needs = {kLocalArticle}},
+    {.command = Command::kPrintArticle, .menu = CommandMenu::kArticle, .text = u"列印文章…(&R)",
+     .keys = {Alt('P')}, .needs = {kLocalArticle}},
     {.command = Command::kHotList, .menu = CommandMenu::kArticle, .gap = Gap::kLine, .text = u"熱門文章(&H)",
      .keys = {Both('H')}, .picture = 316},
     {.command = Command::kTrackedList, .menu = CommandMenu::kArticle, .text = u"追蹤文章(&T)",
@@ -138,9 +153,8 @@ constexpr std::array<CommandRow, kCommandCount> kTable{{
     {.command = Command::kAskName, .menu = CommandMenu::kSettings, .text = u"加入名單…(&B)",
      .keys = {Both('Y')}},
     {.command = Command::kKeys, .menu = CommandMenu::kHelp, .text = u"按鍵一覽(&K)",
-     .keys = {Control(kKeyF1)}},
-    {.command = Command::kAbout, .menu = CommandMenu::kHelp, .text = u"關於 Quillet(&A)",
-     .keys = {Plain(kKeyF1)}, .holder = KeyHolder::kTerminal},
+     .keys = {Plain(kKeyF1), Control(kKeyF1)}, .holder = KeyHolder::kTerminal},
+    {.command = Command::kAbout, .menu = CommandMenu::kHelp, .text = u"關於 Quillet(&A)"},
 
     {.command = Command::kOpenLink, .text = u"開啟連結(&O)", .other = {u"開啟文章(&O)", kArticleLink},
      .needs = {kLink}},
@@ -180,9 +194,8 @@ static_assert(IsInOrder());
 // ---- Where they stand besides the menus of their own
 
 constexpr std::array kEditorFile{
-    // As in an editor whose text is as it was saved.
-    MenuEntry{.text = u"儲存檔案(&S)"},
-    MenuEntry{.text = u"列印…(&P)"},
+    MenuEntry{.command = Command::kSaveArticle, .text = u"另存新檔…(&S)"},
+    MenuEntry{.command = Command::kPrintArticle, .text = u"列印…(&P)"},
     MenuEntry{.command = Command::kQuit, .gap = Gap::kLine},
 };
 constexpr std::array kEditorEdit{

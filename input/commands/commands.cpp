@@ -106,6 +106,8 @@ std::u16string NameOf(const KeyChord& chord) {
   constexpr int kBeforeF1 = kKeyF1 - 1;
   if (chord.virtualKey == 0) return {};
   std::u16string name(PrefixOf(chord.modifier));
+  if (chord.virtualKey == kKeyPlus) return name + u"+";
+  if (chord.virtualKey == kKeyMinus) return name + u"-";
   if (chord.virtualKey >= kKeyF1) return name + u"F" + ToText(chord.virtualKey - kBeforeF1);
   if (chord.virtualKey == kKeyInsert) return name + u"Ins";
   if (chord.virtualKey == kKeyTab) return name + u"Tab";

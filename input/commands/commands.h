@@ -24,6 +24,7 @@ enum class Command : std::uint8_t {
   kDemo,
   kReconnect,
   kDisconnect,
+  kSessionLog,
   kQuit,
   kCopy,  // the selection, else what is in sight
   kCopyHtml,
@@ -42,6 +43,9 @@ enum class Command : std::uint8_t {
   kOrdinaryLayout,
   kFittedLayout,
   kNarrowLayout,
+  kZoomIn,
+  kZoomOut,
+  kZoomUsual,
   kReveal,
   kTogglePlaces,  // shows or hides the places of addresses
   kSideButtons,   // the keyboard goes to the buttons beside the page
@@ -54,6 +58,8 @@ enum class Command : std::uint8_t {
   kSearch,
   kSearchNext,
   kSearchPrevious,
+  kSaveArticle,
+  kPrintArticle,
   kHotList,
   kTrackedList,
   kBookmarkList,
@@ -104,7 +110,8 @@ enum class Condition : std::uint8_t {
   kOrdinaryLayout,   //
   kFittedLayout,     //
   kNarrowLayout,     //
-  kCompactLists      //
+  kCompactLists,     //
+  kLogging           // what comes from the site is written to a file
 };
 using Conditions = FlagSet<Condition>;
 using PageSet = FlagSet<PageKind>;

@@ -16,6 +16,7 @@ inline constexpr int kKeyF3 = 114;
 inline constexpr int kKeyF4 = 115;
 inline constexpr int kKeyF6 = 117;
 inline constexpr int kKeyF11 = 122;
+inline constexpr int kKeyPlus = 187;
 inline constexpr int kKeyMinus = 189;
 inline constexpr int kKeyOpenBracket = 219;
 inline constexpr int kKeyBackslash = 220;

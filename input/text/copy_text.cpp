@@ -1,7 +1,5 @@
 #include "input/text/copy_text.h"
 
-#include <string_view>
-
 namespace quillet {
 namespace {
 
@@ -150,6 +148,15 @@ std::u16string SelectedHtml(const Selection& selection, const SelectableText& te
   // A line end right behind the tag is none.
   if (lines.starts_with(u'\n')) html += u'\n';
   return html + lines + u"</pre>";
+}
+
+std::u16string HtmlPage(std::u16string_view title, std::u16string_view fragment, const TextColours& plain) {
+  std::u16string page =
+      u"<!DOCTYPE html>\n<html lang=\"zh-Hant\">\n<head>\n<meta charset=\"utf-8\">\n<title>";
+  for (const char16_t unit : title)
+    WriteEscaped(unit, page);
+  page += u"</title>\n</head>\n<body style=\"" + ColourStyle(plain) + u"\">\n";
+  return page.append(fragment) + u"\n</body>\n</html>\n";
 }
 
 }  // namespace quillet

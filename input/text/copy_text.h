@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "input/text/selection.h"
 
@@ -36,5 +37,7 @@ struct CopyLook {
 // A fragment for the clipboard, with the same characters as SelectedAnsi; blanks at the ends stay where their
 // ground is not the page's.
 std::u16string SelectedHtml(const Selection& selection, const SelectableText& text, const CopyLook& look);
+// A page for a file that is to be UTF-8, of such a fragment and in its colours.
+std::u16string HtmlPage(std::u16string_view title, std::u16string_view fragment, const TextColours& plain);
 
 }  // namespace quillet

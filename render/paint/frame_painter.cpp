@@ -113,6 +113,7 @@ void FramePainter::Impl::ApplyLayout(int width, int height) {
                          .lineSpacing = settings.lineSpacing,
                          .pushLineSpacing = settings.pushLineSpacing,
                          .mode = mode,
+                         .zoomPercent = settings.zoom,
                          .atTopLeft = settings.work});
   if (image.size() != QSize(width, height)) image = QImage(width, height, QImage::Format_RGB32);
   warmUp.Restart();

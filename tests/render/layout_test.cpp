@@ -43,6 +43,13 @@ TEST(LayoutTest, NarrowGridFillsTheWidthWithThirtyThreeCharactersAtTheBottom) {
   EXPECT_EQ(RecalcLayout({.width = 660, .height = 24, .mode = LayoutMode::kNarrow}).rowHeight, 12);
 }
 
+TEST(LayoutTest, AZoomedGridStaysInTheMiddleAndCanBeRead) {
+  const Layout half = RecalcLayout({.width = 1280, .height = 720, .zoomPercent = 50});
+  EXPECT_EQ(half.rowHeight, RecalcLayout({.width = 1280, .height = 720}).rowHeight / 2);
+  EXPECT_EQ(half.originY, (720 - 24 * half.rowHeight) / 2);
+  EXPECT_EQ(RecalcLayout({.width = 504, .height = 288, .zoomPercent = 40}).rowHeight, 12);
+}
+
 TEST(LayoutTest, GridOfATextEditorBeginsInTheCorner) {
   for (const LayoutMode mode : {LayoutMode::kOrdinary, LayoutMode::kFitted, LayoutMode::kNarrow}) {
     LayoutInput input{.width = 1400, .height = 700, .mode = mode};

@@ -365,10 +365,20 @@ bool PointerControl::OnWheel(const QWheelEvent& event) {
     return true;
   }
   const HeldButton held = HeldFor(event);
+  if (held == HeldButton::kNone && event.modifiers().testFlag(Qt::ControlModifier)) {
+    ZoomBy(turn.notches);
+    return true;
+  }
   VoidHeld(held);
   Carry(DecideWheel(turn, held, PictureNow(), parts_.screen, parts_.page, parts_.settings));
   Hover();
   return true;
+}
+
+void PointerControl::ZoomBy(int notches) {
+  const Command step = notches > 0 ? Command::kZoomIn : Command::kZoomOut;
+  for (int notch = 0; notch < std::abs(notches); ++notch)
+    handlers_.perform(step);
 }
 
 // What is selected goes on into what the wheel brings; another page would end it.

@@ -141,6 +141,7 @@ class PointerControl {
   HeldButton HeldFor(const QWheelEvent& event) const;
   void VoidHeld(HeldButton held);
   void TurnWhileSelecting(const WheelTurn& turn);
+  void ZoomBy(int notches);
   void Carry(const MouseAction& action);
   void ScrollArticle(const MouseAction& action);
 

@@ -118,16 +118,28 @@ TEST(CommandsTest, TheHelpPageHasEveryKey) {
     for (const HelpLine& line : group.lines)
       all += line.name + u'=' + line.keys + u' ' + line.alone + u'\n';
   }
-  EXPECT_TRUE(all.starts_with(u"連線\n登入=Ctrl+Shift+L \n")) << "without dots and letters";
+  EXPECT_TRUE(all.starts_with(u"選單：連線\n登入=Ctrl+Shift+L \n")) << "without dots and letters";
   EXPECT_NE(all.find(u"\n複製=Ctrl+Shift+C、Ctrl+Ins \n"), all.npos);
   EXPECT_NE(all.find(u"\n加入／移除書籤=Ctrl+Shift+M m\n"), all.npos);
   EXPECT_NE(all.find(u"\n用 find.example 搜尋選取的文字=Ctrl+Shift+S \n"), all.npos);
   EXPECT_NE(all.find(u"\n離開=← \n"), all.npos);
+  EXPECT_NE(all.find(u"\n示範站台= \n"), all.npos) << "in the menu only";
+  EXPECT_NE(all.find(u"\n使用者 的網頁= \n"), all.npos);
   for (const CommandRow& row : AllCommands()) {
     const std::u16string key = NameOf(row.keys.front());
-    const bool isTold = key.empty() || !row.shown.IsEmpty() || all.find(u'=' + key) != all.npos;
-    EXPECT_TRUE(isTold) << static_cast<int>(row.command);
+    const bool isTold =
+        all.find(u'=' + (row.siteKeyName.empty() ? key : std::u16string(row.siteKeyName))) != all.npos;
+    EXPECT_TRUE(isTold || !row.shown.IsEmpty()) << static_cast<int>(row.command);
   }
+}
+
+TEST(CommandsTest, TheHelpPageIsSearchedByWords) {
+  const std::vector<HelpGroup> help = MakeHelp({}, {});
+  EXPECT_EQ(FilterHelp(help, u" \u3000"), help);
+  const std::vector<HelpGroup> found = FilterHelp(help, u"ctrl+SHIFT+c　編輯");
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(found.front().lines, (std::vector<HelpLine>{{u"複製", u"Ctrl+Shift+C、Ctrl+Ins", u""}}));
+  EXPECT_TRUE(FilterHelp(help, u"沒有這個").empty());
 }
 
 TEST(CommandsTest, ThePagesCommandsHavePicturesAndAreWhatTheKeysAre) {
