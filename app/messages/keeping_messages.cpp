@@ -7,12 +7,12 @@
 namespace quillet {
 namespace {
 
-QString Shown(const std::filesystem::path& path) {
+QString NameOfFile(const std::filesystem::path& path) {
   return QDir::toNativeSeparators(QString::fromStdU16String(path.u16string()));
 }
 
 QStringList WhereAndWhy(const std::filesystem::path& file, const std::string& reason) {
-  QStringList lines{Shown(file.filename()), u"資料夾：%1"_qs.arg(Shown(file.parent_path()))};
+  QStringList lines{NameOfFile(file.filename()), u"資料夾：%1"_qs.arg(NameOfFile(file.parent_path()))};
   if (!reason.empty()) lines << u"系統訊息：%1"_qs.arg(SystemText(reason));
   return lines;
 }
@@ -29,7 +29,7 @@ PanelText Notice(const QString& title, const QStringList& lines) {
 }  // namespace
 
 QString DescribeSaved(const std::filesystem::path& file) {
-  return u"已儲存：%1"_qs.arg(Shown(file.filename()));
+  return u"已儲存：%1"_qs.arg(NameOfFile(file.filename()));
 }
 
 QString DescribeSavedSoFar(int lines) {
@@ -66,11 +66,11 @@ PanelText DescribeNothingToPrint() {
 }
 
 QString DescribeLogBegun(const std::filesystem::path& file) {
-  return u"開始記錄連線內容：%1"_qs.arg(Shown(file.filename()));
+  return u"開始記錄連線內容：%1"_qs.arg(NameOfFile(file.filename()));
 }
 
 QString DescribeLogEnded(const std::filesystem::path& file) {
-  return u"連線內容已記錄在 %1"_qs.arg(Shown(file.filename()));
+  return u"連線內容已記錄在 %1"_qs.arg(NameOfFile(file.filename()));
 }
 
 PanelText DescribeLogFailed(const std::filesystem::path& file, const std::string& reason) {

@@ -5,14 +5,14 @@
 namespace quillet {
 namespace {
 
-constexpr PageHelpLine kLists[] = {
+constexpr PageHelpLine kListsHelp[] = {
     {u"上下移動，打開，回上一層", u"↑↓、→ 或 Enter、←"},
     {u"翻頁，到開頭，到結尾", u"Page Up、Page Down、Home、End"},
     {u"看名單上的描述；很快按兩次也看名單隱藏的內容", u"Tab"},
     {u"站台自己的 Tab", u"`"},
     {u"站台的其他按鍵照常", u"字母、數字、Ctrl+字母"},
 };
-constexpr PageHelpLine kArticle[] = {
+constexpr PageHelpLine kArticleHelp[] = {
     {u"往下一頁；在最後一頁到下一篇", u"空白鍵、→"},
     {u"往下一頁", u"Page Down"},
     {u"往上一頁", u"Page Up、Ctrl+B"},
@@ -24,19 +24,19 @@ constexpr PageHelpLine kArticle[] = {
     {u"同主題的上一篇、下一篇", u"[、]"},
     {u"離開文章", u"←"},
 };
-constexpr PageHelpLine kWriting[] = {
+constexpr PageHelpLine kWritingHelp[] = {
     {u"貼上", u"Ctrl+V"},
     {u"複製選取的文字（沒有選取時送給站台）", u"Ctrl+C"},
     {u"存檔或放棄（站台的按鍵）", u"Ctrl+X"},
     {u"站台的其他按鍵照常", u"Ctrl+A 到 Ctrl+Z"},
 };
-constexpr PageHelpLine kSelecting[] = {
+constexpr PageHelpLine kSelectingHelp[] = {
     {u"從游標或第一行開始選取", u"Shift+方向鍵、Shift+Home、Shift+End"},
     {u"取消選取", u"Esc"},
     {u"選一個詞，選一行", u"滑鼠點兩下、點三下"},
     {u"選一塊長方形，延長選取", u"Alt+拖曳、Shift+點一下"},
 };
-constexpr PageHelpLine kMouse[] = {
+constexpr PageHelpLine kMouseHelp[] = {
     {u"打開清單的一行、選單的一項、連結", u"左鍵"},
     {u"回上一層", u"左鍵點左邊的空白"},
     {u"捲動文章，清單翻頁", u"滾輪"},
@@ -45,28 +45,28 @@ constexpr PageHelpLine kMouse[] = {
     {u"選取文字、連結、使用者能做的事", u"右鍵"},
     {u"每個動作都可以改", u"選項的「滑鼠控制」"},
 };
-constexpr PageHelpLine kNames[] = {
+constexpr PageHelpLine kNamesHelp[] = {
     {u"改滑鼠下 id 在名單中的記號（要開啟「啟用id黑白名單快捷鍵」）", u"`、0 到 7、u、~"},
 };
-constexpr PageHelpLine kLine[] = {
+constexpr PageHelpLine kLineHelp[] = {
     {u"再連線一次", u"Enter；斷線後任何按鍵"},
     {u"停止自動重新連線、停止登入", u"Esc"},
 };
 
-constexpr std::array kPages{
-    PageHelp{u"按鍵：選單與文章列表", kLists},
-    PageHelp{u"按鍵：讀文章（整篇顯示時）", kArticle},
-    PageHelp{u"按鍵：寫文章", kWriting},
-    PageHelp{u"選取文字", kSelecting},
-    PageHelp{u"滑鼠", kMouse},
-    PageHelp{u"按鍵：id 上面", kNames},
-    PageHelp{u"按鍵：沒有連線時", kLine},
+constexpr std::array kHelpOfPages{
+    PageHelp{u"按鍵：選單與文章列表", kListsHelp},
+    PageHelp{u"按鍵：讀文章（整篇顯示時）", kArticleHelp},
+    PageHelp{u"按鍵：寫文章", kWritingHelp},
+    PageHelp{u"選取文字", kSelectingHelp},
+    PageHelp{u"滑鼠", kMouseHelp},
+    PageHelp{u"按鍵：id 上面", kNamesHelp},
+    PageHelp{u"按鍵：沒有連線時", kLineHelp},
 };
 
 }  // namespace
 
 std::span<const PageHelp> HelpOfPages() {
-  return kPages;
+  return kHelpOfPages;
 }
 
 }  // namespace quillet

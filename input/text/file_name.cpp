@@ -19,7 +19,7 @@ bool IsUnseen(char16_t unit) {
          (unit >= 0x2028 && unit <= 0x202E) || (unit >= 0x2066 && unit <= 0x2069) || unit == 0xFEFF;
 }
 
-bool IsBlank(char16_t unit) {
+bool IsNameBlank(char16_t unit) {
   return unit == u' ' || unit == u'\u3000';
 }
 
@@ -27,7 +27,7 @@ bool IsBlank(char16_t unit) {
 bool IsDevice(std::u16string_view name) {
   constexpr std::array<std::u16string_view, 4> kDevices{u"CON", u"PRN", u"AUX", u"NUL"};
   std::u16string stem(name.substr(0, name.find(u'.')));
-  while (!stem.empty() && IsBlank(stem.back()))
+  while (!stem.empty() && IsNameBlank(stem.back()))
     stem.pop_back();
   for (char16_t& unit : stem)
     if (unit >= u'a' && unit <= u'z') unit = static_cast<char16_t>(unit - u'a' + u'A');
@@ -46,11 +46,11 @@ std::u16string FileNameOf(std::u16string_view text, std::u16string_view otherwis
   std::u16string name;
   for (const char16_t unit : text) {
     if (IsUnseen(unit)) continue;
-    const bool isSecondBlank = IsBlank(unit) && (name.empty() || IsBlank(name.back()));
+    const bool isSecondBlank = IsNameBlank(unit) && (name.empty() || IsNameBlank(name.back()));
     if (!isSecondBlank) name += IsRefused(unit) ? u'_' : unit;
   }
   if (name.size() > kLongest) name.resize(IsSurrogate(name[kLongest]) ? kLongest - 1 : kLongest);
-  const auto isEnd = [](char16_t unit) { return IsBlank(unit) || unit == u'.'; };
+  const auto isEnd = [](char16_t unit) { return IsNameBlank(unit) || unit == u'.'; };
   name.erase(name.begin(), std::find_if_not(name.begin(), name.end(), isEnd));
   while (!name.empty() && isEnd(name.back()))
     name.pop_back();

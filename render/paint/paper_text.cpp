@@ -11,7 +11,7 @@ namespace {
 // characters stand.
 constexpr double kRowHeight = 1.125;
 
-double AdvanceOf(const FaceGlyph& glyph) {
+double PaperAdvanceOf(const FaceGlyph& glyph) {
   const QList<QPointF> advances = glyph.font.advancesForGlyphIndexes({glyph.index});
   return advances.isEmpty() ? 0 : advances.first().x();
 }
@@ -69,7 +69,8 @@ void PaperText::Draw(QPainter& painter, QPoint corner, std::span<const PaperChar
     const auto glyph = wide ? wideFaces_.FindWide(unit) : halfFaces_.Find(unit);
     if (!glyph) continue;
     const double cell = wide ? 2 * halfCell_ : halfCell_;
-    run.Add(*glyph, {left + (cell - AdvanceOf(*glyph)) / 2, static_cast<double>(corner.y() + baseline_)});
+    run.Add(*glyph,
+            {left + (cell - PaperAdvanceOf(*glyph)) / 2, static_cast<double>(corner.y() + baseline_)});
   }
   run.Draw();
 }
