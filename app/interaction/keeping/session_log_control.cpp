@@ -62,8 +62,8 @@ void SessionLogControl::End() {
 }
 
 void SessionLogControl::OnFailed(unsigned number, const std::string& reason) {
-  if (number != number_ || !IsOn()) return;
-  End();
+  if (number != number_) return;
+  End();  // unless its last write was what failed
   handlers_.notice(DescribeLogFailed(file_, reason));
   emit Changed();
 }
