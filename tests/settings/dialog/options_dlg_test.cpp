@@ -219,7 +219,7 @@ TEST_F(OptionsDlgTest, FolderCannotBeChosenWhereTheProgramsIsClosed) {
   auto* choice = dialog.findChild<QCheckBox*>(u"UseAppDataLocalPath"_qs);
   EXPECT_FALSE(choice->isEnabled());
   EXPECT_TRUE(choice->isChecked());
-  EXPECT_TRUE(choice->toolTip().contains(u"無法寫入"));
+  EXPECT_TRUE(choice->toolTip().contains(u"不能放設定檔"));
   dialog.accept();
   EXPECT_EQ(registry.Text(kRegistryPath, u"UseAppDataLocalPath"), u"1");
 }
