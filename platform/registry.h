@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -43,6 +44,8 @@ class Registry {
 
 // The user's own. Never null: where the system refuses, values live as long as the object.
 std::unique_ptr<Registry> OpenUserRegistry();
+// The same, kept apart from it and from those of other folders: of a profile that lies in that folder.
+std::unique_ptr<Registry> OpenProfileRegistry(const std::filesystem::path& folder);
 
 // Forgets everything at its end.
 class MemoryRegistry : public Registry {

@@ -26,6 +26,7 @@ CQuillDoc::CQuillDoc(DocumentParts parts)
       version_(std::move(parts.version)),
       placeFolders_(std::move(parts.placeFolders)),
       registry_(parts.registry),
+      ofSystem_(parts.ofSystem != nullptr ? *parts.ofSystem : parts.registry),
       opener_(parts.opener),
       files_(registry_, std::move(parts.folders)),
       settings_(files_, endpoints_.mainHost),

@@ -32,6 +32,7 @@ struct DocumentParts {
   Endpoints endpoints;
   Signaller& signaller;
   Registry& registry;
+  Registry* ofSystem = nullptr;  // for what concerns the whole system; null: `registry`
   Opener& opener;
   DataFiles::Folders folders;
   std::vector<std::filesystem::path> placeFolders{};  // see PlaceBook
@@ -60,6 +61,7 @@ class CQuillDoc : public QObject {
   Bookmarks& GetBookmarks() { return bookmarks_; }
   AccountStore& Account() { return account_; }
   Registry& UserRegistry() { return registry_; }
+  Registry& SystemRegistry() { return ofSystem_; }
   SessionDriver& Driver() { return driver_; }
   MessageTarget& Messages() { return messages_; }
   const Endpoints& Hosts() const { return endpoints_; }
@@ -95,6 +97,7 @@ class CQuillDoc : public QObject {
   const std::u16string version_;
   const std::vector<std::filesystem::path> placeFolders_;
   Registry& registry_;
+  Registry& ofSystem_;
   Opener& opener_;
   DataFiles files_;
   UserSettings settings_;

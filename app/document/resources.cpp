@@ -1,22 +1,20 @@
 #include "app/document/resources.h"
 
-#include "platform/folders.h"
-
 namespace quillet {
 
-Endpoints LoadAllEndpoints() {
+Endpoints LoadAllEndpoints(const std::filesystem::path& userData) {
   constexpr const char* kEndpointsFile = "endpoints.ini";
   Endpoints endpoints;
   LoadEndpoints(ResourceFolder() / "Data" / kEndpointsFile, endpoints);
-  LoadEndpoints(UserDataFolder() / kEndpointsFile, endpoints);
+  LoadEndpoints(userData / kEndpointsFile, endpoints);
   return endpoints;
 }
 
-Resources LoadResources() {
+Resources LoadResources(const std::filesystem::path& userData) {
   Resources resources;
   resources.dataFolder = ResourceFolder() / "Data";
   resources.tables = LoadCharsetTables(resources.dataFolder);
-  resources.endpoints = LoadAllEndpoints();
+  resources.endpoints = LoadAllEndpoints(userData);
   return resources;
 }
 

@@ -5,6 +5,7 @@
 
 #include "core/charset.h"
 #include "core/endpoints.h"
+#include "platform/folders.h"
 
 namespace quillet {
 
@@ -14,10 +15,11 @@ struct Resources {
   Endpoints endpoints;  // the user's own file laid over the program's
 };
 
-Resources LoadResources();
+// `userData`: the user's data folder.
+Resources LoadResources(const std::filesystem::path& userData = UserDataFolder());
 
 // Only those, for a start that needs no more.
-Endpoints LoadAllEndpoints();
+Endpoints LoadAllEndpoints(const std::filesystem::path& userData = UserDataFolder());
 
 // Where the demo's content lies when nobody says otherwise.
 std::filesystem::path DefaultDemoContent();

@@ -8,8 +8,16 @@ namespace quillet {
 
 UserPlaces OwnPlaces() {
   return {.registry = OpenUserRegistry(),
+          .ofSystem = nullptr,
           .folders = {.working = IsInstalled() ? std::filesystem::path{} : ProgramFolder(),
                       .data = UserDataFolder()},
+          .scratch = nullptr};
+}
+
+UserPlaces PlacesOfProfile(const std::filesystem::path& folder) {
+  return {.registry = OpenProfileRegistry(folder),
+          .ofSystem = OpenUserRegistry(),
+          .folders = {.working = {}, .data = folder},
           .scratch = nullptr};
 }
 
@@ -19,6 +27,7 @@ UserPlaces PlacesForOneRun() {
   std::error_code ignored;
   std::filesystem::create_directory(folder / "program", ignored);
   return {.registry = std::make_unique<MemoryRegistry>(),
+          .ofSystem = nullptr,
           .folders = {.working = folder / "program", .data = folder / "data"},
           .scratch = std::move(scratch)};
 }

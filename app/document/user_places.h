@@ -2,6 +2,7 @@
 // User-interface thread.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 
 #include <QTemporaryDir>
@@ -13,12 +14,17 @@ namespace quillet {
 
 struct UserPlaces {
   std::unique_ptr<Registry> registry;  // never null
+  // What concerns the whole system is kept here; null: in the other one.
+  std::unique_ptr<Registry> ofSystem{};
   DataFiles::Folders folders;
   std::unique_ptr<QTemporaryDir> scratch;  // removed with all it holds; null for the user's own places
 };
 
 // The user's own: beside the program, unless it is an installed one, and the user's data folder.
 UserPlaces OwnPlaces();
+
+// Everything in one folder, which is made when it is missing: of a user who is several, or tries something.
+UserPlaces PlacesOfProfile(const std::filesystem::path& folder);
 
 // Built-in settings, forgotten at the end: for a walk whose pictures must not depend on what a user has set,
 // and that must leave no trace in it.

@@ -6,7 +6,7 @@ namespace quillet {
 
 QString DescribeTitle(const SessionFacts& session, const TitleFacts& facts) {
   if (facts.work) return u"新文字文件.txt - 記事本"_qs;
-  const QString plain = facts.logging ? u"Quillet（記錄中）"_qs : u"Quillet"_qs;
+  QString plain = facts.logging ? u"Quillet（記錄中）"_qs : u"Quillet"_qs;
   switch (session.state) {
     case SessionState::kConnecting:
       return u"%1（連線中）- %2"_qs.arg(session.siteName, plain);

@@ -39,7 +39,7 @@ CMainFrame::CMainFrame(CQuillDoc& doc, QWidget* parent)
       connection_(doc.GetConnection()),
       settings_(doc.GetSettings()),
       view_(new CQuillView(doc, this)),
-      linkHandler_(doc.UserRegistry(), [this](LinkChoice choice) { TellLinkChoice(choice); }) {
+      linkHandler_(doc.SystemRegistry(), [this](LinkChoice choice) { TellLinkChoice(choice); }) {
   setCentralWidget(view_);
   MakeMenus();
   setMinimumSize(kSmallestView + QSize(0, menuBar()->sizeHint().height()));
@@ -281,11 +281,14 @@ void CMainFrame::ShowAbout() {
   QMessageBox box(QMessageBox::NoIcon, u"關於 Quillet"_qs,
                   u"<b>Quillet %1</b>"_qs.arg(QCoreApplication::applicationVersion()), QMessageBox::NoButton,
                   this);
-  const QStringList credits{u"字元對照表：MozTW 計畫的 UAO 2.50，取自 uao-js 套件（MIT）"_qs,
-                            u"位址的國家：IPFire Location database（CC BY-SA 4.0）"_qs,
-                            u"位址的網路：Route Views、NRO、IP Geolocation by DB-IP（CC BY 4.0）"_qs,
-                            u"國名：iso-codes（LGPL 2.1+）"_qs,
-                            u"VPN 服務與資料中心：X4BNet lists_vpn（MIT）"_qs};
+  const QStringList credits{
+      u"Qt %1（LGPL 3）、libssh（LGPL 2.1）、cpprestsdk（MIT）、WebSocket++（BSD）、OpenSSL（Apache 2.0）、Boost（BSL 1.0）"_qs
+          .arg(QString::fromLatin1(qVersion())),
+      u"字元對照表：MozTW 計畫的 UAO 2.50，取自 uao-js 套件（MIT）"_qs,
+      u"位址的國家：IPFire Location database（CC BY-SA 4.0）"_qs,
+      u"位址的網路：Route Views、NRO、IP Geolocation by DB-IP（CC BY 4.0）"_qs,
+      u"國名：iso-codes（LGPL 2.1+）"_qs,
+      u"VPN 服務與資料中心：X4BNet lists_vpn（MIT）"_qs};
   box.setInformativeText(
       u"連上中文電子佈告欄的桌面程式。<br><br>%1<br><br>出處與授權全文在 Data/README.md。"_qs.arg(
           credits.join(u"<br>"_qs)));

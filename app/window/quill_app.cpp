@@ -11,7 +11,6 @@
 #include "app/window/toolkit.h"
 #include "app/window/window_signaller.h"
 #include "core/transport/replay_transport.h"
-#include "platform/folders.h"
 #include "platform/link_handler.h"
 
 namespace quillet {
@@ -38,19 +37,25 @@ int Report(const StartParse& parsed) {
   return wrong ? kExitWrongUsage : 0;
 }
 
+UserPlaces PlacesFor(const StartOptions& options) {
+  if (!options.tourFolder.isEmpty()) return PlacesForOneRun();
+  if (options.profileFolder.isEmpty()) return OwnPlaces();
+  return PlacesOfProfile(std::filesystem::absolute(options.profileFolder.toStdU16String()));
+}
+
 }  // namespace
 
 CQuillApp::CQuillApp(QApplication& toolkit, StartOptions options, TourSettings tour)
     : toolkit_(toolkit),
       options_(std::move(options)),
       tour_(std::move(tour)),
-      opener_([this] { return OtherBrowser(*places_.registry); },
+      opener_([this] { return OtherBrowser(SystemRegistry()); },
               [this](const std::u16string& address) {
                 QMetaObject::invokeMethod(
                     &toolkit_, [this, address] { OnNotOpened(address); }, Qt::QueuedConnection);
               }) {
   tour_.folder = options_.tourFolder;
-  places_ = IsTour() ? PlacesForOneRun() : OwnPlaces();
+  places_ = PlacesFor(options_);
 }
 
 CQuillApp::~CQuillApp() = default;
@@ -69,19 +74,20 @@ int CQuillApp::Run() {
 void CQuillApp::InitInstance() {
   places_.registry->MakeKey(kRegistryPath);
   if (!IsTour())
-    RefreshLinkHandler(*places_.registry, [](std::string_view what) {
+    RefreshLinkHandler(SystemRegistry(), [](std::string_view what) {
       std::fwrite(what.data(), sizeof what.front(), what.size(), stderr);
     });
   ssh_.emplace();
-  Resources resources = LoadResources();
+  Resources resources = LoadResources(places_.folders.data);
   auto signaller = std::make_unique<WindowSignaller>();
   doc_ =
       std::make_unique<CQuillDoc>(DocumentParts{.endpoints = std::move(resources.endpoints),
                                                 .signaller = *signaller,
                                                 .registry = *places_.registry,
+                                                .ofSystem = &SystemRegistry(),
                                                 .opener = opener_,
                                                 .folders = places_.folders,
-                                                .placeFolders = {resources.dataFolder, UserDataFolder()},
+                                                .placeFolders = {resources.dataFolder, places_.folders.data},
                                                 .version = QStringLiteral(QUILLET_VERSION).toStdU16String()});
   doc_->Load();
   demo_ = std::make_unique<DemoHost>(options_.contentFolder.isEmpty()

@@ -47,6 +47,8 @@ class CQuillApp {
   StartOptions options_;
   TourSettings tour_;
   std::unique_ptr<DemoHost> demo_;
+  Registry& SystemRegistry() { return places_.ofSystem ? *places_.ofSystem : *places_.registry; }
+
   UserPlaces places_;
   std::unique_ptr<Signaller> signaller_;
   SystemOpener opener_;

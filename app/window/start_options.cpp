@@ -31,6 +31,8 @@ QString ComplaintAbout(const StartOptions& options) {
       (options.address.isEmpty() ? 0 : 1) + (options.demo ? 1 : 0) + (options.replayFile.isEmpty() ? 0 : 1);
   if (aims > 1) return QStringLiteral("ADDRESS, --demo and --replay exclude one another");
   if (options.speed && options.replayFile.isEmpty()) return QStringLiteral("--speed needs --replay");
+  if (!options.tourFolder.isEmpty() && !options.profileFolder.isEmpty())
+    return QStringLiteral("--tour and --profile exclude one another");
   if (!options.tourFolder.isEmpty() && !options.demo) return QStringLiteral("--tour needs --demo");
   if (!options.contentFolder.isEmpty() && !options.demo) return QStringLiteral("--content needs --demo");
   return {};
@@ -56,7 +58,8 @@ StartParse ParseStartOptions(const QStringList& arguments) {
       "single-argument",
       "As the first argument: hand a web link to the window that is open, or to another browser, and end.",
       "LINK");
-  parser.addOptions({demo, by, replay, speed, tour, content, link});
+  const QCommandLineOption profile("profile", "Keep settings, lists and account in this folder.", "FOLDER");
+  parser.addOptions({demo, by, replay, speed, tour, content, profile, link});
   parser.addPositionalArgument(
       "ADDRESS", "telnet://host:port, ssh://host, wss://host/path, or a bare host name.", "[ADDRESS]");
 
@@ -77,6 +80,9 @@ StartParse ParseStartOptions(const QStringList& arguments) {
   options.replayFile = parser.value(replay);
   options.tourFolder = parser.value(tour);
   options.contentFolder = parser.value(content);
+  options.profileFolder = parser.value(profile);
+  if (parser.isSet(profile) && options.profileFolder.isEmpty())
+    return Wrong(QStringLiteral("--profile wants a folder"));
   if (parser.isSet(by)) {
     const std::optional<TransportKind> way = WayNamed(parser.value(by));
     if (!way) return Wrong(QStringLiteral("--by wants telnet, ssh or wss"));

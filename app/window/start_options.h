@@ -17,6 +17,7 @@ struct StartOptions {
   QString replayFile;
   std::optional<int> speed;  // bytes per second of a replay; as fast as it can be shown when absent
   QString tourFolder;
+  QString profileFolder;  // where all that the user sets is kept; empty: in his own places
   QString contentFolder;  // of the demo; empty: the one that came with the program
 };
 

@@ -9,4 +9,8 @@ std::unique_ptr<Registry> OpenUserRegistry() {
   return std::make_unique<FileRegistry>(UserConfigFolder() / "registry");
 }
 
+std::unique_ptr<Registry> OpenProfileRegistry(const std::filesystem::path& folder) {
+  return std::make_unique<FileRegistry>(folder / "registry");
+}
+
 }  // namespace quillet

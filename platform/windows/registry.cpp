@@ -12,11 +12,17 @@ std::wstring Wide(std::u16string_view text) {
   return {text.begin(), std::find(text.begin(), text.end(), u'\0')};
 }
 
+// What lies under it is a profile's; its folder names the key.
+constexpr std::u16string_view kProfiles = u"SOFTWARE\\Quillet\\Profiles\\";
+
 class SystemRegistry : public Registry {
  public:
+  // All keys lie under this one, which ends with a backslash or is empty.
+  explicit SystemRegistry(std::u16string under = {}) : under_(std::move(under)) {}
+
   std::optional<std::u16string> Text(std::u16string_view path, std::u16string_view name) const override {
     if (auto text = refused_.Text(path, name)) return text;
-    const std::wstring key = Wide(path);
+    const std::wstring key = Key(path);
     const std::wstring value = Wide(name);
     std::u16string text(128, u'\0');
     for (;;) {
@@ -38,7 +44,7 @@ class SystemRegistry : public Registry {
     if (auto number = refused_.Number(path, name)) return number;
     DWORD number = 0;
     DWORD bytes = sizeof number;
-    const LSTATUS status = RegGetValueW(HKEY_CURRENT_USER, Wide(path).c_str(), Wide(name).c_str(),
+    const LSTATUS status = RegGetValueW(HKEY_CURRENT_USER, Key(path).c_str(), Wide(name).c_str(),
                                         RRF_RT_REG_DWORD, nullptr, &number, &bytes);
     return status == ERROR_SUCCESS ? std::optional<std::uint32_t>(number) : std::nullopt;
   }
@@ -64,16 +70,18 @@ class SystemRegistry : public Registry {
   }
 
  private:
+  std::wstring Key(std::u16string_view path) const { return Wide(under_) + Wide(path); }
+
   // Made when it is missing; null when the system refuses.
-  static HKEY Open(std::u16string_view path) {
+  HKEY Open(std::u16string_view path) const {
     HKEY key = nullptr;
-    const LSTATUS status = RegCreateKeyExW(HKEY_CURRENT_USER, Wide(path).c_str(), 0, nullptr,
+    const LSTATUS status = RegCreateKeyExW(HKEY_CURRENT_USER, Key(path).c_str(), 0, nullptr,
                                            REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, &key, nullptr);
     return status == ERROR_SUCCESS ? key : nullptr;
   }
 
-  static bool Write(std::u16string_view path, std::u16string_view name, DWORD type, const void* data,
-                    DWORD bytes) {
+  bool Write(std::u16string_view path, std::u16string_view name, DWORD type, const void* data,
+             DWORD bytes) const {
     const HKEY key = Open(path);
     if (key == nullptr) return false;
     const LSTATUS status =
@@ -90,6 +98,7 @@ class SystemRegistry : public Registry {
     return written;
   }
 
+  const std::u16string under_;
   RegistryValues refused_;  // what the system would not take
 };
 
@@ -97,6 +106,14 @@ class SystemRegistry : public Registry {
 
 std::unique_ptr<Registry> OpenUserRegistry() {
   return std::make_unique<SystemRegistry>();
+}
+
+std::unique_ptr<Registry> OpenProfileRegistry(const std::filesystem::path& folder) {
+  std::u16string name = std::filesystem::absolute(folder).generic_u16string();
+  // What the system takes for the name of a key.
+  constexpr std::size_t kLongestName = 255;
+  if (name.size() > kLongestName) name.erase(0, name.size() - kLongestName);
+  return std::make_unique<SystemRegistry>(std::u16string(kProfiles) + name + u'\\');
 }
 
 }  // namespace quillet

@@ -38,6 +38,8 @@ TEST(StartOptionsTest, ContradictionsAndNonsenseAreRefused) {
                                     {"--replay", "f", "--speed", "fast"},
                                     {"--speed", "5"},
                                     {"--tour", "out"},
+                                    {"--profile", ""},
+                                    {"--demo", "--tour", "out", "--profile", "p"},
                                     {"--by", "ssh"},
                                     {"--demo", "--by", "http"},
                                     {"--content", "c", "a"}};
@@ -52,7 +54,7 @@ TEST(StartOptionsTest, HelpNamesEveryOption) {
   const StartParse parsed = Parse({"--help"});
   EXPECT_EQ(parsed.result, StartParse::Result::kPrintAndQuit);
   for (const char* option :
-       {"ADDRESS", "--demo", "--by", "--replay", "--speed", "--tour", "--content", "--version"})
+       {"ADDRESS", "--demo", "--by", "--replay", "--speed", "--tour", "--content", "--profile", "--version"})
     EXPECT_TRUE(parsed.text.contains(option)) << option;
 }
 
