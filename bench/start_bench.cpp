@@ -55,7 +55,7 @@ class FirstFrame : public QObject {
 };
 
 void WatchForFirstFrame() {
-  qApp->installEventFilter(new FirstFrame(qApp));
+  if (qobject_cast<QApplication*>(qApp) != nullptr) qApp->installEventFilter(new FirstFrame(qApp));
 }
 Q_COREAPP_STARTUP_FUNCTION(WatchForFirstFrame)
 

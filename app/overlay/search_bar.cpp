@@ -24,16 +24,20 @@ constexpr double kWidestField = 26;
 
 }  // namespace
 
-SearchBar::SearchBar(QWidget& parent)
-    : QWidget(&parent),
-      colours_(&LoginFormColoursFor(false)),
-      label_(new QLabel(SearchMessages::Label())),
-      field_(new QLineEdit),
-      tally_(new QLabel),
-      previous_(new QPushButton(QStringLiteral("▲"))),
-      next_(new QPushButton(QStringLiteral("▼"))) {
+SearchBar::SearchBar(QWidget& parent) : QWidget(&parent), colours_(&LoginFormColoursFor(false)) {
   setAttribute(Qt::WA_NoMousePropagation);
   setCursor(Qt::ArrowCursor);
+  hide();
+}
+
+// Its parts take a tenth of a start's time, and most people never look for anything in their first second.
+void SearchBar::Build() {
+  if (field_ != nullptr) return;
+  label_ = new QLabel(SearchMessages::Label());
+  field_ = new QLineEdit;
+  tally_ = new QLabel;
+  previous_ = new QPushButton(QStringLiteral("▲"));
+  next_ = new QPushButton(QStringLiteral("▼"));
   auto* const row = new QHBoxLayout(this);
   for (QWidget* const part : std::initializer_list<QWidget*>{label_, field_, previous_, next_, tally_})
     row->addWidget(part, part == field_ ? 1 : 0);
@@ -52,10 +56,11 @@ SearchBar::SearchBar(QWidget& parent)
   connect(field_, &QLineEdit::textChanged, this, &SearchBar::TextChanged);
   connect(previous_, &QPushButton::clicked, this, [this] { emit StepWanted(SearchStep::kPrevious); });
   connect(next_, &QPushButton::clicked, this, [this] { emit StepWanted(SearchStep::kNext); });
-  hide();
 }
 
 void SearchBar::Open(const QString& proposed) {
+  Build();
+  TakePlace();
   if (!open_) {
     const QSignalBlocker silent(field_);
     field_->setText(proposed);
@@ -75,6 +80,7 @@ void SearchBar::Close() {
 }
 
 void SearchBar::Tell(const QString& tally, bool found) {
+  if (tally_ == nullptr) return;
   tally_->setText(tally);
   QPalette palette = LoginFormPalette(*colours_);
   if (!found) palette.setColor(QPalette::WindowText, colours_->panel.problem);
@@ -82,14 +88,19 @@ void SearchBar::Tell(const QString& tally, bool found) {
 }
 
 void SearchBar::Place(const OverlayPlace& place) {
-  const double letter = std::round(panel_look::TextSize(place.unit));
-  const LoginFormColours& colours = LoginFormColoursFor(place.work);
-  if (std::exchange(letter_, letter) != letter || colours_ != &colours) SetLook(place.font, colours);
+  place_ = place;
+  if (open_) TakePlace();
+}
+
+void SearchBar::TakePlace() {
+  const double letter = std::round(panel_look::TextSize(place_.unit));
+  const LoginFormColours& colours = LoginFormColoursFor(place_.work);
+  if (std::exchange(letter_, letter) != letter || colours_ != &colours) SetLook(place_.font, colours);
   const auto height = std::max({static_cast<int>(std::ceil(letter * kHeight)),
-                                static_cast<int>(std::ceil(place.unit)), layout()->minimumSize().height()});
-  const int free = place.area.height() - height;
-  const int top = std::max(0, std::min(static_cast<int>(std::floor(place.footTop)), free));
-  setGeometry(0, top, place.area.width(), height);
+                                static_cast<int>(std::ceil(place_.unit)), layout()->minimumSize().height()});
+  const int free = place_.area.height() - height;
+  const int top = std::max(0, std::min(static_cast<int>(std::floor(place_.footTop)), free));
+  setGeometry(0, top, place_.area.width(), height);
 }
 
 void SearchBar::SetLook(const QFont& font, const LoginFormColours& colours) {

@@ -17,7 +17,7 @@ class SearchBar : public QWidget, public Overlay {
   Q_OBJECT
 
  public:
-  // Closed. It gives the keyboard back to `parent`.
+  // Closed; what it is made of comes with the first opening. It gives the keyboard back to `parent`.
   explicit SearchBar(QWidget& parent);
 
   // With a text that goes with the first letter typed.
@@ -46,17 +46,21 @@ class SearchBar : public QWidget, public Overlay {
   bool focusNextPrevChild(bool next) override;
 
  private:
+  void Build();
+  void TakePlace();
   void SetLook(const QFont& font, const LoginFormColours& colours);
   bool OnFieldKey(const QKeyEvent& event);
 
   bool open_ = false;
+  OverlayPlace place_;
   double letter_ = 0;  // the size of the letters, in widget units
   const LoginFormColours* colours_;
-  QLabel* label_;
-  QLineEdit* field_;
-  QLabel* tally_;
-  QPushButton* previous_;
-  QPushButton* next_;
+  // Null until it is opened.
+  QLabel* label_ = nullptr;
+  QLineEdit* field_ = nullptr;
+  QLabel* tally_ = nullptr;
+  QPushButton* previous_ = nullptr;
+  QPushButton* next_ = nullptr;
 };
 
 }  // namespace quillet

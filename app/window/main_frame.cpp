@@ -217,7 +217,7 @@ void CMainFrame::OnSettingsChanged() {
   const bool work = settings_.Fields().work;
   workMenus_->Show(work ? MenuFace::kEditor : MenuFace::kOwn);
   // None at all would hide the application's own.
-  setWindowIcon(work ? MakeDisguiseIcon() : MakeWindowIcon());
+  setWindowIcon(work ? MakeDisguiseIcon() : QApplication::windowIcon());
   ShowTitle();
   ApplyTopmost();
 }
