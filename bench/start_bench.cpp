@@ -1,17 +1,21 @@
 // How long the program takes from its start to its first painted frame, beside a bare window of the toolkit's
-// with one label, by turns in processes of their own.
+// with one label, and how long one lives that hands a link over, beside a program that does nothing; by turns
+// in processes of their own.
 //
-//   start_bench              both, medians and their ratio
-//   start_bench --child WHAT one start: "program" or "bare"; prints nanoseconds of the steady clock at the
-//   end
-//                            of its first frame
+//   start_bench              all, medians and their ratios
+//   start_bench --child WHAT one start: of "program" or "bare", which prints nanoseconds of the steady clock
+//                            behind its first frame; of "link", which hands a link over; of "core", which
+//                            does nothing
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
+#include <spawn.h>
 #include <string>
 #include <string_view>
+#include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
 
@@ -22,6 +26,7 @@
 #include <QTimer>
 
 #include "app/window/quill_app.h"
+#include "platform/instance_link.h"
 
 #include "bench/statistics.h"
 
@@ -69,6 +74,39 @@ int RunBare(int argc, char** argv) {
 }
 
 // In milliseconds.
+double LifeOf(const std::string& program, const char* what) {
+  std::string name = program, flag = "--child", kind = what;
+  std::array<char*, 4> arguments{name.data(), flag.data(), kind.data(), nullptr};
+  pid_t child = 0;
+  int status = -1;
+  const std::int64_t begin = NowNs();
+  const bool hasRun =
+      posix_spawn(&child, program.c_str(), nullptr, nullptr, arguments.data(), environ) == 0 &&
+      waitpid(child, &status, 0) == child && status == 0;
+  if (!hasRun) {
+    std::fprintf(stderr, "start_bench: %s ends wrongly\n", what);
+    std::exit(1);
+  }
+  return static_cast<double>(NowNs() - begin) / 1e6;
+}
+
+void CompareHandOver(const std::string& program) {
+  constexpr int kRounds = 50;
+  std::atomic<int> taken = 0;
+  const auto window = ListenForLinks([&taken](const std::u16string&) { return ++taken > 0; });
+  std::vector<double> ours, bare, ratios;
+  for (int round = 0; round < kRounds; ++round) {
+    ours.push_back(LifeOf(program, "link"));
+    bare.push_back(LifeOf(program, "core"));
+    ratios.push_back(ours.back() / bare.back());
+  }
+  std::printf(
+      "handing a link over: %.1f ms, a program that does nothing %.1f; %.2f times as long (%d of %d taken)\n",
+      PercentilesOf(ours).median, PercentilesOf(bare).median, PercentilesOf(ratios).median, taken.load(),
+      kRounds);
+}
+
+// In milliseconds.
 double TimeOfStart(const std::string& program, const char* what) {
   const std::string command = program + " --child " + what;
   const std::int64_t begin = NowNs();
@@ -99,12 +137,25 @@ int Compare(const std::string& program) {
   std::printf(
       "from the start to the first frame: %.0f ms, a bare window %.0f; %.2f times as long (medians of %d)\n",
       PercentilesOf(ours).median, PercentilesOf(bare).median, PercentilesOf(ratios).median, kRounds);
+  CompareHandOver(program);
   return 0;
+}
+
+int RunLink(char* program) {
+  std::string flag = "--single-argument", link = "https://www.bbs.example/bbs/Cats/M.1791980320.A.9CD.html";
+  std::array<char*, 4> arguments{program, flag.data(), link.data(), nullptr};
+  return RunQuillet(3, arguments.data());
 }
 
 int Run(int argc, char** argv) {
   if (argc < 3 || std::string_view(argv[1]) != "--child") return Compare(argv[0]);
-  if (std::string_view(argv[2]) == "bare") return RunBare(argc, argv);
+  const std::string_view what = argv[2];
+  if (what == "bare") return RunBare(argc, argv);
+  if (what == "link") return RunLink(argv[0]);
+  if (what == "core") {
+    const QCoreApplication nothing(argc, argv);
+    return 0;
+  }
   std::array<char*, 2> arguments{argv[0], nullptr};
   return RunQuillet(1, arguments.data());
 }

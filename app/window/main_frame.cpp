@@ -217,7 +217,8 @@ void CMainFrame::OnSettingsChanged() {
   const bool work = settings_.Fields().work;
   workMenus_->Show(work ? MenuFace::kEditor : MenuFace::kOwn);
   // None at all would hide the application's own.
-  setWindowIcon(work ? MakeDisguiseIcon() : QApplication::windowIcon());
+  const QIcon known = QApplication::windowIcon();
+  setWindowIcon(work ? MakeDisguiseIcon() : known.isNull() ? MakeWindowIcon() : known);
   ShowTitle();
   ApplyTopmost();
 }
