@@ -2,19 +2,18 @@
 
 #include <string_view>
 
-#include "bbs/end_lines.h"
+#include "bbs/screen_fields.h"
 #include "core/ascii.h"
 #include "core/endpoints.h"
 
 namespace quillet {
 namespace {
 
-constexpr std::string_view kLastVisit = "\xA1\x6D\xA4\x57\xA6\xB8\xA4\x57\xAF\xB8\xA1\x6E";  // "《上次上站》"
+constexpr std::string_view kTitleMark = "\xA1\x6D";  // "《"
 
-bool NamesPerson(const ScreenRow& text) {
-  if (BytesOf(text).starts_with(kLastVisit)) return true;
-  const NoteLine note = ReadNoteLine(text);
-  return note == NoteLine::kOrigin || note == NoteLine::kEdit || note == NoteLine::kForwarder;
+bool NamesPerson(const ScreenRow& text, NoteLine note) {
+  if (note == NoteLine::kOrigin || note == NoteLine::kEdit || note == NoteLine::kForwarder) return true;
+  return BytesOf(text).starts_with(kTitleMark) && IsLastLoginLine(FieldText(text, {0, kCols}, Trim::kNo));
 }
 
 // No second byte of a character is one of these.
@@ -24,8 +23,8 @@ constexpr bool IsOfAddress(char byte) {
 
 }  // namespace
 
-CellRange LineAddress(const ScreenRow& text) {
-  if (!NamesPerson(text)) return {};
+CellRange LineAddress(const ScreenRow& text, NoteLine note) {
+  if (!NamesPerson(text, note)) return {};
   const std::string_view bytes = BytesOf(text);
   for (std::size_t last = bytes.size(); last > 0; --last) {
     if (!IsOfAddress(bytes[last - 1])) continue;

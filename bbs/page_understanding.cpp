@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "bbs/line_address.h"
 #include "core/byte_words.h"
 
 namespace quillet {
@@ -73,6 +74,7 @@ void PageUnderstanding::ReadLine(const ScreenRow& text, int row, PageContent con
   const bool mayBeListed = content == PageContent::kList && row >= kListFirstRow && row <= kListLastRow;
   line.push = isOfArticle ? facts_.ReadPush(text) : std::nullopt;
   line.note = isOfArticle ? ReadNoteLine(text) : NoteLine::kNone;
+  line.address = LineAddress(text, line.note);
   line.listed = mayBeListed ? ReadListedArticle(text) : std::nullopt;
   line.items = content == PageContent::kOther ? FindMenuItems(text) : MenuItems();
 }

@@ -39,6 +39,7 @@ struct PageLine {
   std::optional<ListedArticle> listed;  // in an article list, where the row is not blank
   MenuItems items;                      // where there is neither an article nor a list of articles
   LinkPlaces links;                     // on every page
+  CellRange address;                    // the same: a person's, where the line is no push line
 
   bool operator==(const PageLine&) const = default;
 };

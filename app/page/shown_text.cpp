@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <optional>
 
-#include "bbs/line_address.h"
-
 namespace quillet {
 namespace {
 
@@ -20,9 +18,11 @@ bool HidesSomething(const PageRow& look) {
                      [](const PageCell& cell) { return (cell.style & CS_HIDDEN) != 0; });
 }
 
-AddressInLine AddressIn(const ScreenRow& text, const std::optional<PushLine>& push) {
-  if (push) return {.cells = push->address, .spot = PlaceSpot::kOverAddress};
-  return {.cells = LineAddress(text), .spot = PlaceSpot::kBehindLine};
+// Of an article's line or a page's.
+template <typename Line>
+AddressInLine AddressIn(const Line& line) {
+  if (line.push) return {.cells = line.push->address, .spot = PlaceSpot::kOverAddress};
+  return {.cells = line.address, .spot = PlaceSpot::kBehindLine};
 }
 
 ArticleLine AsSeen(ArticleLine line, const PageRow& look) {
@@ -83,11 +83,11 @@ LinkPlaces ShownText::Links(int index) const {
 AddressInLine ShownText::Address(int index) const {
   if (IsArticle()) {
     const ArticleLine* const line = article_.ShownLine(index);
-    return line != nullptr ? AddressIn(line->text, line->push) : AddressInLine{};
+    return line != nullptr ? AddressIn(*line) : AddressInLine{};
   }
   const int screenRow = index >= 0 && index < kRows ? composer_.ScreenRowAt(index) : -1;
   if (screenRow < 0 || understood_.IsPromptRow(screenRow)) return {};
-  return AddressIn(screen_.text[static_cast<std::size_t>(screenRow)], understood_.Line(screenRow).push);
+  return AddressIn(understood_.Line(screenRow));
 }
 
 int ShownText::LineAtRow(int row) const {

@@ -24,7 +24,12 @@ bool IsBlank(std::string_view row) {
 // The visible cells of a row of the screen, and behind them what every row has there. `index` is its line's.
 ArticleLine LineOf(const ScreenSnapshot& screen, const UnderstoodPage& page, int row, int index) {
   const PageLine& known = page.Line(row);
-  ArticleLine line{.text = {}, .attr = {}, .push = known.push, .links = known.links, .note = known.note};
+  ArticleLine line{.text = {},
+                   .attr = {},
+                   .push = known.push,
+                   .links = known.links,
+                   .note = known.note,
+                   .address = known.address};
   if (index == 0) line.author = page.header.author;
   line.text.fill(' ');
   line.text[kRowEnd] = 0;

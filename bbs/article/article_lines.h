@@ -23,6 +23,7 @@ struct ArticleLine {
   LinkPlaces links{};
   CellRange author{};  // of the article, in its first line
   NoteLine note = NoteLine::kNone;
+  CellRange address{};  // a person's, where the line is no push line
 
   bool operator==(const ArticleLine&) const = default;
 };

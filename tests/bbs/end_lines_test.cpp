@@ -48,7 +48,7 @@ TEST_F(EndLinesTest, ThePersonsAddressIsTheLastOneOnTheLine) {
   };
   for (const auto& entry : cases) {
     const ScreenRow row = ScreenBuilder().Put(0, 0, entry.line).screen.text[0];
-    EXPECT_EQ(FieldText(row, LineAddress(row)), entry.address) << ToBig5(entry.line);
+    EXPECT_EQ(FieldText(row, LineAddress(row, ReadNoteLine(row))), entry.address) << ToBig5(entry.line);
   }
 }
 
