@@ -23,6 +23,7 @@ struct PageKeys {
   KeyOwner select;     // Shift with an arrow, Home or End begins a selection; one that is shown always grows
   KeyOwner names;      // ` 0-7 u ~ are about the id under the pointer
   KeyOwner article;    // the keys of the commands, and "PreventUpDownChangeArticle"
+  KeyOwner places;     // i shows addresses or their places; where the BBS waits for any key it loses this one
 };
 
 constexpr KeyOwner kBbs = KeyOwner::kBbs;
@@ -31,15 +32,15 @@ constexpr KeyOwner kOurs = KeyOwner::kOurs;
 // Where something is typed every character is the BBS's, and so it is on a page that nothing is known of.
 // clang-format off
 constexpr std::array kPageKeys = {
-    //       page                    Tab    `      select names  article
-    PageKeys{PageKind::kOther,       kBbs,  kBbs,  kOurs, kBbs,  kBbs},
-    PageKeys{PageKind::kMenu,        kBbs,  kBbs,  kOurs, kOurs, kBbs},
-    PageKeys{PageKind::kList,        kBbs,  kOurs, kOurs, kOurs, kBbs},
-    PageKeys{PageKind::kArticleList, kOurs, kOurs, kOurs, kOurs, kBbs},
-    PageKeys{PageKind::kReader,      kOurs, kOurs, kOurs, kOurs, kOurs},
-    PageKeys{PageKind::kEditor,      kBbs,  kBbs,  kOurs, kBbs,  kBbs},
-    PageKeys{PageKind::kTyping,      kBbs,  kBbs,  kBbs,  kBbs,  kBbs},
-    PageKeys{PageKind::kPause,       kBbs,  kBbs,  kOurs, kOurs, kBbs},
+    //       page                    Tab    `      select names  article places
+    PageKeys{PageKind::kOther,       kBbs,  kBbs,  kOurs, kBbs,  kBbs,   kBbs},
+    PageKeys{PageKind::kMenu,        kBbs,  kBbs,  kOurs, kOurs, kBbs,   kBbs},
+    PageKeys{PageKind::kList,        kBbs,  kOurs, kOurs, kOurs, kBbs,   kBbs},
+    PageKeys{PageKind::kArticleList, kOurs, kOurs, kOurs, kOurs, kBbs,   kBbs},
+    PageKeys{PageKind::kReader,      kOurs, kOurs, kOurs, kOurs, kOurs,  kOurs},
+    PageKeys{PageKind::kEditor,      kBbs,  kBbs,  kOurs, kBbs,  kBbs,   kBbs},
+    PageKeys{PageKind::kTyping,      kBbs,  kBbs,  kBbs,  kBbs,  kBbs,   kBbs},
+    PageKeys{PageKind::kPause,       kBbs,  kBbs,  kOurs, kOurs, kBbs,   kOurs},
 };
 // clang-format on
 
@@ -259,14 +260,12 @@ std::optional<KeyDecision> KeyMessage::ForPaging() const {
 std::optional<KeyDecision> KeyMessage::ForArticle() const {
   const Command command = CommandForArticleKey(press_);
   if (command == Command::kNone) return std::nullopt;
-  // Where the BBS waits for any key, as on a person's page, this is one that it loses.
-  const bool isWaiting = window_.articleShown ? false : page_.kind == PageKind::kPause;
-  if (command == Command::kTogglePlaces && window_.addressesShown && isWaiting)
-    return Once(phase_, Give(command));
-  if (keys_.article == kBbs) return std::nullopt;
+  const bool isOfPlaces = command == Command::kTogglePlaces;
+  if ((isOfPlaces ? keys_.places : keys_.article) == kBbs) return std::nullopt;
   // The caption tells that the key is the client's; without one it is so wherever an article is open.
   const bool hasCaption = !RowOf(command).caption.text.empty();
-  if (hasCaption ? !window_.commandsOffered : !window_.articleOpen) return std::nullopt;
+  const bool isThere = keys_.article == kOurs ? window_.articleOpen : window_.addressesShown;
+  if (hasCaption ? !window_.commandsOffered : !isThere) return std::nullopt;
   return Once(phase_, Give(command));
 }
 
