@@ -120,7 +120,8 @@ TEST_F(PushOnTest, AKeyThatStopsItIsTypedNowhereAndTheRestIsInTheDialog) {
   Push(u"一\n二\n三"_qs);
   ASSERT_TRUE(Until([&] { return doc->GetAutomations().Progress().waitSeconds > 0; }));
   EXPECT_EQ(doc->GetAutomations().Progress().done, 1);
-  EXPECT_TRUE(DescribeActivity(Activity::kPush, doc->GetAutomations().Progress()).contains(u"站台要求等"_qs));
+  const QString told = DescribeActivity(doc->GetAutomations().Current(), doc->GetAutomations().Progress());
+  EXPECT_TRUE(told.contains(u" 2/3"_qs) && told.contains(u"站台要求等"_qs)) << told.toStdString();
   TypeText("q");
   EXPECT_EQ(doc->GetAutomations().Current(), Activity::kNone);
   EXPECT_TRUE(PanelSays(u"推文沒有全部推出"_qs));
