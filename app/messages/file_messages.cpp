@@ -24,14 +24,10 @@ constexpr ProblemWords kWords[] = {
     {FileProblem::Kind::kNotWritten, u"{file} 寫不進去，目前的設定只保留到程式結束。"},
 };
 
-QString Shown(const std::filesystem::path& path) {
-  return QDir::toNativeSeparators(QString::fromStdU16String(path.u16string()));
-}
-
 QString FirstLine(const FileProblem& problem) {
   const auto* const words = std::find_if(std::begin(kWords), std::end(kWords),
                                          [&](const ProblemWords& row) { return row.kind == problem.kind; });
-  QString line = QString::fromUtf16(words->line).replace("{file}", Shown(problem.file.filename()));
+  QString line = QString::fromUtf16(words->line).replace("{file}", ShownPath(problem.file.filename()));
   if (problem.kind == FileProblem::Kind::kDamaged && problem.line > 0)
     line += u"（第 %1 行起）"_qs.arg(problem.line);
   return line;
@@ -43,7 +39,7 @@ void AddLines(const FileProblem& problem, QStringList& lines) {
       problem.kind == FileProblem::Kind::kUnreadable || problem.kind == FileProblem::Kind::kNotWritten;
   if (!isLeftAsItIs && problem.keptAs.empty())
     lines << u"無法另存原來的檔案，所以這次不會改動它；相關的更動只保留到程式結束。"_qs;
-  if (!problem.keptAs.empty()) lines << u"原來的檔案另存為 %1"_qs.arg(Shown(problem.keptAs.filename()));
+  if (!problem.keptAs.empty()) lines << u"原來的檔案另存為 %1"_qs.arg(ShownPath(problem.keptAs.filename()));
   if (!problem.reason.empty()) lines << u"系統訊息：%1"_qs.arg(SystemText(problem.reason));
 }
 
@@ -52,6 +48,10 @@ bool SameMatter(const FileProblem& one, const FileProblem& other) {
 }
 
 }  // namespace
+
+QString ShownPath(const std::filesystem::path& path) {
+  return QDir::toNativeSeparators(QString::fromStdU16String(path.u16string()));
+}
 
 PanelText DescribeFileProblems(const std::vector<FileProblem>& problems) {
   if (problems.empty()) return {};
@@ -69,7 +69,7 @@ PanelText DescribeFileProblems(const std::vector<FileProblem>& problems) {
     // Below the last of the files that lie in it.
     const std::filesystem::path folder = problems[i].file.parent_path();
     if (i + 1 == problems.size() || problems[i + 1].file.parent_path() != folder)
-      text.lines << u"資料夾：%1"_qs.arg(Shown(folder));
+      text.lines << u"資料夾：%1"_qs.arg(ShownPath(folder));
   }
   text.hint = u"Enter 繼續"_qs;
   text.tone = isNews ? PanelTone::kCalm : PanelTone::kProblem;

@@ -2,17 +2,14 @@
 
 #include <QDir>
 
+#include "app/messages/file_messages.h"
 #include "app/messages/session_messages.h"
 
 namespace quillet {
 namespace {
 
-QString NameOfFile(const std::filesystem::path& path) {
-  return QDir::toNativeSeparators(QString::fromStdU16String(path.u16string()));
-}
-
 QStringList WhereAndWhy(const std::filesystem::path& file, const std::string& reason) {
-  QStringList lines{NameOfFile(file.filename()), u"資料夾：%1"_qs.arg(NameOfFile(file.parent_path()))};
+  QStringList lines{ShownPath(file.filename()), u"資料夾：%1"_qs.arg(ShownPath(file.parent_path()))};
   if (!reason.empty()) lines << u"系統訊息：%1"_qs.arg(SystemText(reason));
   return lines;
 }
@@ -29,7 +26,7 @@ PanelText Notice(const QString& title, const QStringList& lines) {
 }  // namespace
 
 QString DescribeSaved(const std::filesystem::path& file) {
-  return u"已儲存：%1"_qs.arg(NameOfFile(file.filename()));
+  return u"已儲存：%1"_qs.arg(ShownPath(file.filename()));
 }
 
 QString DescribeSavedSoFar(int lines) {
@@ -66,11 +63,11 @@ PanelText DescribeNothingToPrint() {
 }
 
 QString DescribeLogBegun(const std::filesystem::path& file) {
-  return u"開始記錄連線內容：%1"_qs.arg(NameOfFile(file.filename()));
+  return u"開始記錄連線內容：%1"_qs.arg(ShownPath(file.filename()));
 }
 
 QString DescribeLogEnded(const std::filesystem::path& file) {
-  return u"連線內容已記錄在 %1"_qs.arg(NameOfFile(file.filename()));
+  return u"連線內容已記錄在 %1"_qs.arg(ShownPath(file.filename()));
 }
 
 PanelText DescribeLogFailed(const std::filesystem::path& file, const std::string& reason) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "core/ascii.h"
 #include "input/commands/page_help.h"
 
 namespace quillet {
@@ -43,7 +44,7 @@ void AddPages(std::vector<HelpGroup>& groups) {
 std::u16string Folded(std::u16string_view text) {
   std::u16string folded(text);
   for (char16_t& unit : folded)
-    if (unit >= u'A' && unit <= u'Z') unit = static_cast<char16_t>(unit - u'A' + u'a');
+    unit = AsciiLower(unit);
   return folded;
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "core/ascii.h"
+
 namespace quillet {
 namespace {
 
@@ -25,15 +27,15 @@ bool IsNameBlank(char16_t unit) {
 
 // Of the Windows systems, whatever stands behind a dot.
 bool IsDevice(std::u16string_view name) {
-  constexpr std::array<std::u16string_view, 4> kDevices{u"CON", u"PRN", u"AUX", u"NUL"};
+  constexpr std::array<std::u16string_view, 4> kDevices{u"con", u"prn", u"aux", u"nul"};
   std::u16string stem(name.substr(0, name.find(u'.')));
   while (!stem.empty() && IsNameBlank(stem.back()))
     stem.pop_back();
   for (char16_t& unit : stem)
-    if (unit >= u'a' && unit <= u'z') unit = static_cast<char16_t>(unit - u'a' + u'A');
+    unit = AsciiLower(unit);
   if (std::find(kDevices.begin(), kDevices.end(), stem) != kDevices.end()) return true;
-  const bool isPort = stem.starts_with(u"COM") || stem.starts_with(u"LPT");
-  return stem.size() == 4 && isPort && stem.back() >= u'0' && stem.back() <= u'9';
+  const bool isPort = stem.starts_with(u"com") || stem.starts_with(u"lpt");
+  return stem.size() == 4 && isPort && IsAsciiDigit(stem.back());
 }
 
 bool IsSurrogate(char16_t unit) {

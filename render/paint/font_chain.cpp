@@ -64,6 +64,11 @@ QStringList FaceFamilies(const QString& preferred) {
   return families;
 }
 
+double FaceGlyph::Advance() const {
+  const QList<QPointF> advances = font.advancesForGlyphIndexes({index});
+  return advances.isEmpty() ? 0 : advances.first().x();
+}
+
 SizedFaces::SizedFaces(QStringList families, double emPixels)
     : families_(std::move(families)), emPixels_(emPixels) {}
 

@@ -18,6 +18,9 @@ QStringList FaceFamilies(const QString& preferred);
 struct FaceGlyph {
   QRawFont font;
   quint32 index = 0;
+
+  // How far the next one stands behind it, in the font's pixels; 0 where the face does not say.
+  double Advance() const;
 };
 
 // The faces of a chain at one em size. A face is opened when the first character asks for it.

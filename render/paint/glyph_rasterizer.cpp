@@ -67,11 +67,6 @@ int BaselineOf(const FaceMeasures& measures, CellSize cell, int em) {
   return std::clamp(static_cast<int>(std::lround(std::min(centred, lowest))), 0, cell.rowHeight);
 }
 
-double AdvanceOf(const FaceGlyph& glyph) {
-  const QList<QPointF> advances = glyph.font.advancesForGlyphIndexes({glyph.index});
-  return advances.isEmpty() ? 0 : advances.first().x();
-}
-
 const std::array<std::uint8_t, 256>& GammaTable() {
   static const auto table = [] {
     std::array<std::uint8_t, 256> made{};
@@ -187,7 +182,7 @@ FaceMeasures MeasureFaces(const QStringList& families) {
   SizedFaces faces(families, kMeasureEm);
   FaceMeasures measures;
   if (const auto zero = faces.Find(u'0'))
-    measures.halfScale = std::min(1.0, kMeasureEm / 2.0 / std::max(AdvanceOf(*zero), 1.0));
+    measures.halfScale = std::min(1.0, kMeasureEm / 2.0 / std::max(zero->Advance(), 1.0));
   const InkExtent chinese = InkOf(faces, u"國體龜永");
   const InkExtent letters = InkOf(faces, u"gpqyjbdfhkl");
   measures.chineseAbove = std::max(chinese.above, 0.5);
@@ -233,7 +228,7 @@ bool GlyphRasterizer::DrawHinted(const FaceGlyph& glyph, const CoverageTile& til
   const int width = std::min(image.width(), tile.width);
   const int overhang = std::max(0, -(baseline_ + hinted->top));
   if (image.width() > width + std::max(1, width / 4) || overhang > 1 + tile.height / 40) return false;
-  const int shift = static_cast<int>(std::floor((tile.width - AdvanceOf(glyph)) / 2));
+  const int shift = static_cast<int>(std::floor((tile.width - glyph.Advance()) / 2));
   const Span columns{std::clamp(shift + hinted->left, 0, tile.width - width), width};
 
   const Span above{0, std::clamp(-hinted->top, 0, image.height())};
@@ -253,7 +248,7 @@ void GlyphRasterizer::DrawFitted(const FaceGlyph& glyph, const CoverageTile& til
   if (ink.isEmpty()) return;
   const double scaleX = std::min(1.0, tile.width / ink.width());
   const double scaleY = std::min(1.0, tile.height / ink.height());
-  double left = (tile.width - AdvanceOf(glyph) * scaleX) / 2 + ink.left() * scaleX;
+  double left = (tile.width - glyph.Advance() * scaleX) / 2 + ink.left() * scaleX;
   double top = baseline_ + ink.top() * scaleY;
   left = std::clamp(left, 0.0, std::max(0.0, tile.width - ink.width() * scaleX));
   top = std::clamp(top, 0.0, std::max(0.0, tile.height - ink.height() * scaleY));

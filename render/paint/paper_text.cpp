@@ -11,11 +11,6 @@ namespace {
 // characters stand.
 constexpr double kRowHeight = 1.125;
 
-double PaperAdvanceOf(const FaceGlyph& glyph) {
-  const QList<QPointF> advances = glyph.font.advancesForGlyphIndexes({glyph.index});
-  return advances.isEmpty() ? 0 : advances.first().x();
-}
-
 // Glyphs of one face that follow one another.
 class Run {
  public:
@@ -69,8 +64,7 @@ void PaperText::Draw(QPainter& painter, QPoint corner, std::span<const PaperChar
     const auto glyph = wide ? wideFaces_.FindWide(unit) : halfFaces_.Find(unit);
     if (!glyph) continue;
     const double cell = wide ? 2 * halfCell_ : halfCell_;
-    run.Add(*glyph,
-            {left + (cell - PaperAdvanceOf(*glyph)) / 2, static_cast<double>(corner.y() + baseline_)});
+    run.Add(*glyph, {left + (cell - glyph->Advance()) / 2, static_cast<double>(corner.y() + baseline_)});
   }
   run.Draw();
 }

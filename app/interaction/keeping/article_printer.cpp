@@ -13,7 +13,7 @@ constexpr QMarginsF kMargins(15, 12, 15, 12);
 
 }  // namespace
 
-ArticlePrinter::ArticlePrinter(const Parts& parts, Handlers handlers)
+ArticlePrinter::ArticlePrinter(const KeepingParts& parts, KeepingHandlers handlers)
     : parts_(parts), handlers_(std::move(handlers)) {
   connect(&parts_.article, &ArticleView::OtherArticle, this, &ArticlePrinter::GiveUp);
   connect(&parts_.connection, &Connection::ConnectionBegins, this, &ArticlePrinter::GiveUp);

@@ -2,17 +2,13 @@
 // in the background. The view's hands own one. User-interface thread.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <utility>
 
 #include <QObject>
 #include <QPrinter>
 
-#include "app/document/user_settings.h"
-#include "app/messages/panel_text.h"
-#include "app/page/shown_text.h"
-#include "app/session/connection.h"
+#include "app/interaction/keeping/keeping_parts.h"
 
 namespace quillet {
 
@@ -20,19 +16,7 @@ class ArticlePrinter : public QObject {
   Q_OBJECT
 
  public:
-  // All outlive the object.
-  struct Parts {
-    const Connection& connection;
-    const UserSettings& settings;
-    const ShownText& text;
-    ArticleView& article;
-    QWidget& window;
-  };
-  struct Handlers {
-    std::function<void(const QString&)> tell;
-    std::function<void(const PanelText&)> notice;
-  };
-  ArticlePrinter(const Parts& parts, Handlers handlers);
+  ArticlePrinter(const KeepingParts& parts, KeepingHandlers handlers);
 
   // Asks on which printer, and prints.
   void Print();
@@ -44,8 +28,8 @@ class ArticlePrinter : public QObject {
   void PrintIfWhole();
   void GiveUp();
 
-  const Parts parts_;
-  const Handlers handlers_;
+  const KeepingParts parts_;
+  const KeepingHandlers handlers_;
   std::unique_ptr<QPrinter> waiting_;  // for the article's end; null: nothing is to be printed
   QString title_;
 };

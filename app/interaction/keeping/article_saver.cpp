@@ -21,7 +21,7 @@ std::u16string WithLineEnds(const std::u16string& text) {
 
 }  // namespace
 
-ArticleSaver::ArticleSaver(const Parts& parts, Handlers handlers)
+ArticleSaver::ArticleSaver(const KeepingParts& parts, KeepingHandlers handlers)
     : parts_(parts), handlers_(std::move(handlers)) {
   connect(&parts_.article, &ArticleView::OtherArticle, this, &ArticleSaver::GiveUpRest);
   connect(&parts_.connection, &Connection::ConnectionBegins, this, &ArticleSaver::GiveUpRest);

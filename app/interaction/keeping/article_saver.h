@@ -4,17 +4,13 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
 
 #include <QObject>
 
-#include "app/document/user_settings.h"
-#include "app/messages/panel_text.h"
-#include "app/page/shown_text.h"
-#include "app/session/connection.h"
+#include "app/interaction/keeping/keeping_parts.h"
 
 namespace quillet {
 
@@ -22,19 +18,7 @@ class ArticleSaver : public QObject {
   Q_OBJECT
 
  public:
-  // All outlive the object.
-  struct Parts {
-    const Connection& connection;
-    const UserSettings& settings;
-    const ShownText& text;
-    ArticleView& article;
-    QWidget& window;
-  };
-  struct Handlers {
-    std::function<void(const QString&)> tell;
-    std::function<void(const PanelText&)> notice;
-  };
-  ArticleSaver(const Parts& parts, Handlers handlers);
+  ArticleSaver(const KeepingParts& parts, KeepingHandlers handlers);
 
   // Asks where to, and saves.
   void Save();
@@ -57,8 +41,8 @@ class ArticleSaver : public QObject {
   std::string BytesOf(const Order& order) const;
   void GiveUpRest();
 
-  const Parts parts_;
-  const Handlers handlers_;
+  const KeepingParts parts_;
+  const KeepingHandlers handlers_;
   std::optional<Order> unfinished_;
   QString folder_;  // of the last file; empty: none yet
   Form form_ = Form::kText;
