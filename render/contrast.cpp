@@ -1,6 +1,7 @@
 #include "render/contrast.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace quillet {
@@ -10,9 +11,19 @@ namespace {
 constexpr double kMiddleLuminance = 0.179;
 constexpr std::uint32_t kWhite = 0xFFFFFF;
 
+// Of each value that a channel can have; the power is dear, and a palette asks thousands of times.
+std::array<double, 256> MakeLinearChannels() {
+  std::array<double, 256> channels{};
+  for (std::size_t byte = 0; byte < channels.size(); ++byte) {
+    const double share = static_cast<double>(byte) / 255;
+    channels[byte] = share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+  }
+  return channels;
+}
+
 double LinearChannel(std::uint32_t byte) {
-  const double share = static_cast<double>(byte) / 255;
-  return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+  static const std::array<double, 256> kChannels = MakeLinearChannels();
+  return kChannels[byte];
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
-// The sites that the user has been to, the last eight of them, each with a name if he has given it one: a
-// section of the settings in which each site is a key, so that what two programs note in it comes together.
-// Pure; called by the document and by whoever offers the sites.
+// The sites of the user's: those that he has given a name or an account, and the last eight others that he
+// has been to. A section of the settings in which each site is a key, so that what two programs note in it
+// comes together; of passwords it knows nothing. Pure; called by the document and by whoever offers the
+// sites.
 #pragma once
 
 #include <cstdint>
@@ -13,12 +14,16 @@
 namespace quillet {
 
 inline constexpr std::size_t kMostRecentSites = 8;
+inline constexpr std::size_t kMostNamedSites = 40;
 
 struct RecentSite {
-  std::u16string address;
-  std::u16string name;  // empty: none was given
+  std::u16string address;  // a PlainAddress; its scheme is the way there
+  std::u16string account;  // who logs in there; empty: whoever is remembered for the site
+  std::u16string name;     // empty: none was given
   std::int64_t usedAt = 0;
 
+  // Stays however long ago it was used.
+  bool IsNamed() const { return !name.empty() || !account.empty(); }
   bool operator==(const RecentSite&) const = default;
 };
 
@@ -26,17 +31,19 @@ struct RecentSite {
 // that telnet has anyway.
 std::u16string PlainAddress(std::u16string_view address);
 
-// The one used last first.
+// The named ones first, by their names; then the others, the one used last first, but for those that are
+// among the named ones.
 std::vector<RecentSite> RecentSitesIn(const SettingsMap& map);
-// Empty for a site that is not listed or has no name.
+// Of the one without an account. Empty for a site that is not listed or has no name.
 std::u16string NameOfSite(const SettingsMap& map, std::u16string_view address);
 
-// Puts the site at the head of the list, where it keeps its name; what was used longest ago goes. `seconds`
-// since 1970. An address that no line of the settings can hold is not listed.
+// Puts the site at the head of the others, or notes when a named one was used; what was used longest ago
+// goes. `seconds` since 1970. An address that no line of the settings can hold is not listed.
 void NoteSiteUsed(SettingsMap& map, std::u16string_view address, std::int64_t seconds);
-// Nothing for a site that is not listed.
-void NameSite(SettingsMap& map, std::u16string_view address, std::u16string_view name);
-// Where it is the `setUp` one, the next one's address is set up instead.
-void ForgetSite(SettingsMap& map, std::u16string_view address, std::u16string_view setUp);
+// Lists `site`, in any spelling, in place of `before`, which may be empty or one that is not listed. False
+// where no line of the settings can hold it, or there are kMostNamedSites already; then nothing is changed.
+bool KeepSite(SettingsMap& map, const RecentSite& before, const RecentSite& site);
+// Where its address is the `setUp` one and no other entry has it, the next one's is set up instead.
+void ForgetSite(SettingsMap& map, const RecentSite& site, std::u16string_view setUp);
 
 }  // namespace quillet

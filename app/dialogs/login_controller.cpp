@@ -13,6 +13,13 @@ QString Text(const std::u16string& text) {
   return QString::fromStdU16String(text);
 }
 
+// No host has one, and no account.
+constexpr char16_t kBeforeAccount = u' ';
+
+OfferedSite AsOffered(const RecentSite& site) {
+  return {.address = Text(site.address), .account = Text(site.account), .name = Text(site.name)};
+}
+
 void Wipe(QString& text) {
   text.fill(QChar(u'\0'));
   text.clear();
@@ -40,6 +47,17 @@ void LoginController::Show() {
   aim_ = standsThere ? current
                      : Site{.address = Text(usedLast),
                             .name = Text(NameOfSite(parts_.settings.Store().Map(), usedLast))};
+  account_.clear();
+  OpenAtAim();
+}
+
+void LoginController::ShowFor(const RecentSite& site) {
+  aim_ = {.address = Text(site.address), .name = Text(site.name)};
+  account_ = Text(site.account);
+  OpenAtAim();
+}
+
+void LoginController::OpenAtAim() {
   const LoginSites ways = ProposedLogin(aim_.address, parts_.hosts);
   LoginEntry entry = Remembered(KeyOf(SiteAt(ways.Of(ways.proposed).address)));
   Open(entry, {});
@@ -137,12 +155,26 @@ LoginForm::Aim LoginController::WaysTo(const Site& site) const {
 }
 
 std::u16string LoginController::KeyOf(const Site& site) const {
-  return SiteKey(site, parts_.hosts);
+  std::u16string key = SiteKey(site, parts_.hosts);
+  const bool isForAccount = !account_.isEmpty() && key == SiteKey(aim_, parts_.hosts);
+  return isForAccount ? key + kBeforeAccount + account_.toStdU16String() : key;
+}
+
+QString LoginController::PasswordOf(const std::u16string& key, const QString& account) {
+  AccountStore& kept = parts_.account;
+  if (Text(kept.Account(key)) == account) return Text(kept.Password(key));
+  // It may be the one that is remembered for the site as well.
+  const std::u16string ofSite = key.substr(0, key.find(kBeforeAccount));
+  return Text(kept.Account(ofSite)) == account ? Text(kept.Password(ofSite)) : QString();
 }
 
 LoginEntry LoginController::Remembered(const std::u16string& key) {
   AccountStore& kept = parts_.account;
-  LoginEntry entry{.account = Text(kept.Account(key)), .password = Text(kept.Password(key))};
+  const std::size_t before = key.find(kBeforeAccount);
+  const bool isForAccount = before != std::u16string::npos;
+  LoginEntry entry;
+  entry.account = Text(isForAccount ? key.substr(before + 1) : kept.Account(key));
+  entry.password = PasswordOf(key, entry.account);
   entry.rememberAccount = !entry.account.isEmpty();
   entry.rememberPassword = !entry.password.isEmpty();
   entry.kickOthers = parts_.settings.Fields().kickOthers;
@@ -163,9 +195,7 @@ void LoginController::OnAimChanged() {
 }
 
 void LoginController::ReviewPassword() {
-  AccountStore& kept = parts_.account;
-  QString known;
-  if (Text(kept.Account(proposedFor_)) == form_->Entry().account) known = Text(kept.Password(proposedFor_));
+  QString known = PasswordOf(proposedFor_, form_->Entry().account);
   form_->ProposePassword(known);
   if (known.isEmpty()) return;
   // What is remembered goes on being remembered unless the user says otherwise.
@@ -174,41 +204,48 @@ void LoginController::ReviewPassword() {
   Wipe(known);
 }
 
-void LoginController::ChooseSite(const QString& address) {
-  if (!form_ || address == aim_.address) return;
-  aim_ = {.address = address,
-          .name = Text(NameOfSite(parts_.settings.Store().Map(), address.toStdU16String()))};
+void LoginController::ChooseSite(int index) {
+  // The first is the one that the form leads to.
+  if (form_ && index > 0 && index < static_cast<int>(offered_.size()))
+    AimAt(OfferedSite(offered_[static_cast<std::size_t>(index)]));
+}
+
+void LoginController::AimAt(const OfferedSite& site) {
+  aim_ = {.address = site.address, .name = site.name};
+  account_ = site.account;
   form_->SetAim(WaysTo(aim_));
   OfferSites();
   OnAimChanged();
 }
 
-void LoginController::RemoveSite(const QString& address) {
-  if (!form_) return;
-  parts_.settings.ChangeMap(
-      [&](SettingsMap& map) { ForgetSite(map, address.toStdU16String(), parts_.settings.Fields().site); });
+void LoginController::RemoveSite(int index) {
+  if (!form_ || index < 0 || index >= static_cast<int>(offered_.size())) return;
+  const OfferedSite& site = offered_[static_cast<std::size_t>(index)];
+  const RecentSite gone{.address = PlainAddress(site.address.toStdU16String()),
+                        .account = site.account.toStdU16String(),
+                        .name = {}};
+  parts_.settings.ChangeMap([&](SettingsMap& map) { ForgetSite(map, gone, parts_.settings.Fields().site); });
   const std::vector<RecentSite> left = parts_.settings.RecentSites();
   if (left.empty()) return OfferSites();
-  ChooseSite(Text(left.front().address));
+  AimAt(AsOffered(left.front()));
 }
 
 void LoginController::OfferSites() {
-  std::vector<OfferedSite> sites{{.address = aim_.address, .name = aim_.name}};
-  const auto add = [&](const std::u16string& address, const std::u16string& name) {
-    const bool isThere = std::any_of(sites.begin(), sites.end(), [&](const OfferedSite& site) {
-      return PlainAddress(site.address.toStdU16String()) == PlainAddress(address);
+  offered_ = {{.address = aim_.address, .account = account_, .name = aim_.name}};
+  for (const RecentSite& site : parts_.settings.RecentSites()) {
+    const bool isThere = std::any_of(offered_.begin(), offered_.end(), [&](const OfferedSite& one) {
+      return one.account.toStdU16String() == site.account &&
+             PlainAddress(one.address.toStdU16String()) == site.address;
     });
-    if (!isThere) sites.push_back({.address = Text(address), .name = Text(name)});
-  };
-  for (const RecentSite& site : parts_.settings.RecentSites())
-    add(site.address, site.name);
+    if (!isThere) offered_.push_back(AsOffered(site));
+  }
   // Who has been elsewhere finds his way back to the BBS itself.
   const QString own = ProposedAddress({}, parts_.hosts.mainHost);
-  const bool isOwnThere = std::any_of(sites.begin(), sites.end(), [&](const OfferedSite& site) {
+  const bool isOwnThere = std::any_of(offered_.begin(), offered_.end(), [&](const OfferedSite& site) {
     return SiteKey(site.address, parts_.hosts) == SiteKey(own, parts_.hosts);
   });
-  if (!own.isEmpty() && !isOwnThere) sites.push_back({.address = own, .name = {}});
-  form_->OfferSites(sites);
+  if (!own.isEmpty() && !isOwnThere) offered_.push_back({.address = own, .account = {}, .name = {}});
+  form_->OfferSites(offered_);
 }
 
 void LoginController::NoteUnticking() {
@@ -264,7 +301,10 @@ void LoginController::LogIn() {
   parts_.leaving.Before(LeaveFor::kOtherSite, [this] {
     if (!form_) return;
     const Site site = SiteAt(form_->Address());
-    LoginOrder order = MakeOrder(KeyOf(site), form_->Entry());
+    const LoginEntry entry = form_->Entry();
+    // Another one than the site was chosen with is remembered for the site itself.
+    const bool isOther = !account_.isEmpty() && entry.account != account_;
+    LoginOrder order = MakeOrder(isOther ? SiteKey(site, parts_.hosts) : KeyOf(site), entry);
     if (!order) return;
     Close();
     parts_.connection.Open(site, std::move(order));
@@ -298,6 +338,12 @@ void LoginController::GoToDemo() {
   });
 }
 
+void LoginController::AimAtCurrentSite() {
+  const Site& current = parts_.connection.CurrentSite();
+  if (SiteKey(current, parts_.hosts) != SiteKey(aim_, parts_.hosts)) account_.clear();
+  aim_ = current;
+}
+
 void LoginController::OnLoginEnded(const LoginEnd& end) {
   // Of an earlier login: what is pending is on its way to take its place.
   const LoginOrder sent = sent_.lock();
@@ -308,7 +354,7 @@ void LoginController::OnLoginEnded(const LoginEnd& end) {
       Remember(entry, pendingFor_);
       break;
     case LoginEnd::How::kRefused:
-      aim_ = parts_.connection.CurrentSite();
+      AimAtCurrentSite();
       // Given once more, without the form.
       if (entry.account.isEmpty()) entry = Remembered(KeyOf(aim_));
       Wipe(entry.password);
@@ -319,7 +365,7 @@ void LoginController::OnLoginEnded(const LoginEnd& end) {
       if (parts_.connection.LoginKept()) break;
       // The panel asks first whether the host is to be trusted.
       if (parts_.connection.Facts().end.reason == EndReason::kHostKeyChanged) break;
-      aim_ = parts_.connection.CurrentSite();
+      AimAtCurrentSite();
       Open(entry, DescribeBrokenLogin(parts_.connection.Facts()));
       break;
     case LoginEnd::How::kTakenOver:

@@ -37,6 +37,8 @@ class LoginController : public QObject, public Overlay {
 
   // Opens the form, or leaves it as it is when it is open. It has the keyboard then.
   void Show();
+  // The same for one of the user's sites, with the account that it has.
+  void ShowFor(const RecentSite& site);
   // Gives the keyboard back to the view.
   void Close();
   bool IsOpen() const { return form_ != nullptr; }
@@ -61,6 +63,8 @@ class LoginController : public QObject, public Overlay {
 
  private:
   void Open(const LoginEntry& entry, const LoginComplaint& complaint);
+  // With what is remembered for it.
+  void OpenAtAim();
   // In the colours of the settings.
   void ApplyColours();
   void Discard();
@@ -68,8 +72,10 @@ class LoginController : public QObject, public Overlay {
 
   Site SiteAt(const QString& address) const;
   LoginForm::Aim WaysTo(const Site& site) const;
-  // By what name the account of a site is kept.
+  // By what name the account of a site is kept: the one that was chosen with it, else the site's own.
   std::u16string KeyOf(const Site& site) const;
+  // The password that is kept for an account of that key's site.
+  QString PasswordOf(const std::u16string& key, const QString& account);
   // That of the site that the form leads to now.
   std::u16string AimKey() const { return KeyOf(SiteAt(form_->Address())); }
 
@@ -78,8 +84,9 @@ class LoginController : public QObject, public Overlay {
   // Another account or site has been chosen in the form.
   void OnAimChanged();
   void ReviewPassword();
-  void ChooseSite(const QString& address);
-  void RemoveSite(const QString& address);
+  void ChooseSite(int index);
+  void AimAt(const OfferedSite& site);
+  void RemoveSite(int index);
   void OfferSites();
   // What the user no longer wants remembered is forgotten when he is done with the form, whatever comes.
   void NoteUnticking();
@@ -90,6 +97,8 @@ class LoginController : public QObject, public Overlay {
   void LogIn();
   void ConnectOnly();
   void GoToDemo();
+  // A login there has come to nothing.
+  void AimAtCurrentSite();
   void OnLoginEnded(const LoginEnd& end);
 
   const Parts parts_;
@@ -97,6 +106,9 @@ class LoginController : public QObject, public Overlay {
   bool covered_ = false;
   double unit_ = 0;
   Site aim_;  // where the form leads when its transport is left alone
+  // Whose login that is, where an account was chosen with the site; its host's other ways are for it too.
+  QString account_;
+  std::vector<OfferedSite> offered_;
   // What was proposed, for which site: the difference to what is in the form is the user's doing.
   LoginEntry proposed_;
   std::u16string proposedFor_;

@@ -208,9 +208,8 @@ void LoginForm::Arrange() {
 
 void LoginForm::Connect() {
   connect(recent_, &QComboBox::currentIndexChanged, this,
-          [this] { emit SiteChosen(recent_->currentData().toString()); });
-  connect(removeSite_, &QPushButton::clicked, this,
-          [this] { emit SiteRemoved(recent_->currentData().toString()); });
+          [this] { emit SiteChosen(recent_->currentIndex()); });
+  connect(removeSite_, &QPushButton::clicked, this, [this] { emit SiteRemoved(recent_->currentIndex()); });
   connect(transport_, &QComboBox::currentIndexChanged, this, [this] {
     ShowSite();
     emit AimChanged();
@@ -258,8 +257,10 @@ void LoginForm::OfferSites(const std::vector<OfferedSite>& sites) {
   const QSignalBlocker quiet(recent_);
   recent_->clear();
   for (const OfferedSite& site : sites) {
-    recent_->addItem(site.name.isEmpty() ? site.address : site.name, site.address);
-    recent_->setItemData(recent_->count() - 1, site.address, Qt::ToolTipRole);
+    const QString whole =
+        site.account.isEmpty() ? site.address : u"%1 @ %2"_qs.arg(site.account, site.address);
+    recent_->addItem(site.name.isEmpty() ? whole : site.name);
+    recent_->setItemData(recent_->count() - 1, whole, Qt::ToolTipRole);
   }
   offersSites_ = sites.size() > 1;
   ShowRecent(offersSites_);

@@ -30,7 +30,8 @@ struct LoginEntry {
 // One of the sites to choose from.
 struct OfferedSite {
   QString address;
-  QString name;  // empty: its address
+  QString account;  // whose name it stands under; empty: whoever is remembered there
+  QString name;     // empty: its address, behind the account
 };
 
 class LoginForm : public QWidget {
@@ -83,8 +84,9 @@ class LoginForm : public QWidget {
   void Dismissed();
   // Which site or account it is about to be has changed.
   void AimChanged();
-  void SiteChosen(const QString& address);
-  void SiteRemoved(const QString& address);
+  // By their place among those that are offered.
+  void SiteChosen(int index);
+  void SiteRemoved(int index);
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -1,5 +1,7 @@
 #include "app/window/main_frame.h"
 
+#include <utility>
+
 #include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
@@ -17,7 +19,6 @@
 #include "app/dialogs/site_choice.h"
 #include "app/messages/link_messages.h"
 #include "app/messages/window_title.h"
-#include "app/window/window_icon.h"
 #include "settings/dialog/add_black_dlg.h"
 #include "settings/dialog/options_dlg.h"
 
@@ -30,6 +31,18 @@ constexpr QSize kSmallestView(480, 288);
 // The narrow layout: 33 characters of 12 pixels and four rows; at first eight rows of 17.
 constexpr QSize kSmallestNarrowView(396, 48);
 constexpr QSize kFirstNarrowView(528, 136);
+
+IconBadge BadgeFor(ConnectionStatus status) {
+  switch (status) {
+    case ConnectionStatus::kQuiet:
+      return IconBadge::kNone;
+    case ConnectionStatus::kSomethingNew:
+      return IconBadge::kNews;
+    case ConnectionStatus::kNotConnected:
+      return IconBadge::kNotConnected;
+  }
+  return IconBadge::kNone;
+}
 
 }  // namespace
 
@@ -44,8 +57,8 @@ CMainFrame::CMainFrame(CQuillDoc& doc, QWidget* parent)
   MakeMenus();
   setMinimumSize(kSmallestView + QSize(0, menuBar()->sizeHint().height()));
   connect(view_, &CQuillView::DemoRequested, this, &CMainFrame::DemoRequested);
-  connect(&doc_, &CQuillDoc::StatusChanged, this, &CMainFrame::ShowTitle);
-  connect(&view_->Log(), &SessionLogControl::Changed, this, &CMainFrame::ShowTitle);
+  connect(&doc_, &CQuillDoc::StatusChanged, this, &CMainFrame::ShowState);
+  connect(&view_->Log(), &SessionLogControl::Changed, this, &CMainFrame::ShowState);
   connect(&settings_, &UserSettings::Changed, this, &CMainFrame::OnSettingsChanged);
   OnSettingsChanged();
   SizeForView(UsualView());
@@ -82,15 +95,18 @@ void CMainFrame::AskAddress() {
   settings_.Refresh();
   ConnectDlg dialog(
       ProposedAddress(QString::fromStdU16String(settings_.Fields().site), doc_.Hosts().mainHost),
-      settings_.RecentSites(), this);
-  connect(&dialog, &ConnectDlg::SiteNamed, this, [this](const QString& address, const QString& name) {
-    settings_.ChangeMap(
-        [&](SettingsMap& map) { NameSite(map, address.toStdU16String(), name.toStdU16String()); });
-  });
-  connect(&dialog, &ConnectDlg::SiteRemoved, this, [this](const QString& address) {
-    settings_.ChangeMap(
-        [&](SettingsMap& map) { ForgetSite(map, address.toStdU16String(), settings_.Fields().site); });
-  });
+      {.listed = settings_.RecentSites(),
+       .keep =
+           [this](const RecentSite& before, const RecentSite& site) {
+             bool isKept = false;
+             settings_.ChangeMap([&](SettingsMap& map) { isKept = KeepSite(map, before, site); });
+             return isKept;
+           },
+       .remove =
+           [this](const RecentSite& site) {
+             settings_.ChangeMap([&](SettingsMap& map) { ForgetSite(map, site, settings_.Fields().site); });
+           }},
+      this);
   const int answer = dialog.exec();
   activateWindow();
   if (answer != QDialog::Accepted) return;
@@ -98,6 +114,9 @@ void CMainFrame::AskAddress() {
     OpenDemo();
     return;
   }
+  // Who has an account there is asked for its password, if that is not remembered.
+  if (const RecentSite* const site = dialog.Site(); site != nullptr && !site->account.empty())
+    return view_->AskLogin(*site);
   view_->Leaving().Before(LeaveFor::kOtherSite, [this, address = dialog.Address()] {
     connection_.Open({.address = address, .name = {}, .makeTransport = {}});
   });
@@ -193,14 +212,21 @@ void CMainFrame::JumpToArticle() {
     view_->ShowNotice(DescribeNoJump(connection_.IsConnected()));
 }
 
-void CMainFrame::ShowTitle() {
+void CMainFrame::ShowState() {
   const Settings& settings = settings_.Fields();
+  const ConnectionStatus status = doc_.Driver().Status();
   setWindowTitle(DescribeTitle(
       connection_.Facts(),
       {.work = settings.work,
-       .news = doc_.Driver().Status() == ConnectionStatus::kSomethingNew,
+       .news = status == ConnectionStatus::kSomethingNew,
        .logging = view_->Log().IsOn(),
        .id = settings.titleShowId ? QString::fromStdU16String(connection_.Seen().loginId) : QString()}));
+  ShowIcon({.work = settings.work, .badge = BadgeFor(status)});
+}
+
+void CMainFrame::ShowIcon(IconLook look) {
+  if (std::exchange(icon_, look) != look)
+    setWindowIcon(look.work ? MakeDisguiseIcon() : MakeWindowIcon(look.badge));
 }
 
 void CMainFrame::ToggleFullScreen() {
@@ -216,10 +242,7 @@ void CMainFrame::ToggleFullScreen() {
 void CMainFrame::OnSettingsChanged() {
   const bool work = settings_.Fields().work;
   workMenus_->Show(work ? MenuFace::kEditor : MenuFace::kOwn);
-  // None at all would hide the application's own.
-  const QIcon known = QApplication::windowIcon();
-  setWindowIcon(work ? MakeDisguiseIcon() : known.isNull() ? MakeWindowIcon() : known);
-  ShowTitle();
+  ShowState();
   ApplyTopmost();
 }
 

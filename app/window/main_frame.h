@@ -9,6 +9,7 @@
 #include "app/interaction/command_menus.h"
 #include "app/window/link_handler_choice.h"
 #include "app/window/quill_view.h"
+#include "app/window/window_icon.h"
 #include "app/window/work_menus.h"
 #include "app/window/zoom_plan.h"
 
@@ -64,7 +65,15 @@ class CMainFrame : public QMainWindow {
   // Where the window was when the program ended, and how, if that is known.
   void RestorePlace();
   void RememberPlace();
-  void ShowTitle();
+  // In the title and on the icon.
+  void ShowState();
+  struct IconLook {
+    bool work = false;
+    IconBadge badge = IconBadge::kNone;
+
+    bool operator==(const IconLook&) const = default;
+  };
+  void ShowIcon(IconLook look);
   void ToggleFullScreen();
   void OnSettingsChanged();
   void ApplyTopmost();
@@ -84,6 +93,7 @@ class CMainFrame : public QMainWindow {
   QSize usualSize_;            // before the small window was chosen
   QSize smallSize_;            // before the small window was left
   bool wasMaximized_ = false;  // before full screen
+  IconLook icon_;              // the application's own at first
 };
 
 }  // namespace quillet

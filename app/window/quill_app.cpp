@@ -121,7 +121,7 @@ void CQuillApp::Start() {
   else if (!options_.address.isEmpty())
     doc_->GetConnection().Open({.address = options_.address, .name = {}, .makeTransport = {}});
   else
-    frame_->View().AskLogin();
+    frame_->View().WhenSeen([this] { frame_->View().AskLogin(); });
 }
 
 void CQuillApp::OpenDemo(const LoginOrder& login, TransportKind way) {

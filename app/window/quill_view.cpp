@@ -102,13 +102,14 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
           [this] { doc_.GetReconnector().Reconnect(Reconnector::Told::kNo); });
   connect(&doc_.GetReconnector(), &Reconnector::UnsentLost, this,
           [this](std::size_t bytes) { ShowNotice(DescribeUnsentLost(bytes)); });
+  WhenSeen([this] { places_.Begin(); });
   ListOverlays();
   ConnectLogin();
   ConnectPicture();
   doc_.Messages().Attach(this);
   ApplyDisplaySettings();
   TellFileProblems();
-  RefreshPanel();
+  ReviewPanel();
 }
 
 CQuillView::~CQuillView() {
@@ -169,6 +170,7 @@ void CQuillView::ListOverlays() {
 }
 
 void CQuillView::PlaceOverlays() {
+  if (!isVisible()) return;
   if (composer_.SetRowsInSight(surface_.CurrentLayout().rowsInSight)) ShowOtherLines();
   overlays_.PlaceAll(PlaceOfOverlays());
 }
@@ -228,6 +230,7 @@ void CQuillView::UpdateIme(ImeAdapter::Move move) {
 }
 
 void CQuillView::ShowNotice(const PanelText& notice) {
+  if (notice.title.isEmpty()) return;
   panel_.AddNotice(notice);
   overlays_.Repaint(panel_);
   RefreshPanel();
@@ -326,6 +329,8 @@ void CQuillView::OnClock() {
 }
 
 void CQuillView::RefreshFrame() {
+  // Before it is seen it has neither its size nor its settings for good.
+  if (!isVisible()) return;
   composedAt_ = SecondsNow();
   ime_.SetEnabled(AcceptsComposedText());
   frame_.blinkOff = timers_.BlinkOff();
@@ -345,11 +350,25 @@ void CQuillView::paintEvent(QPaintEvent* event) {
   }
   QPainter painter(this);
   surface_.Paint(painter, event->rect());
-  overlays_.Paint(painter, event->region());
-  // Behind the frame that this is a part of.
-  if (!std::exchange(isSeen_, true))
-    QMetaObject::invokeMethod(
-        this, [this] { places_.Begin(); }, Qt::QueuedConnection);
+  if (isSeen_) return overlays_.Paint(painter, event->region());
+  // What lies over the page is words about a connection that is about to be made, or asked for.
+  isSeen_ = true;
+  update();
+  for (std::function<void()>& action : std::exchange(whenSeen_, {}))
+    WhenSeen(std::move(action));
+}
+
+void CQuillView::WhenSeen(std::function<void()> action) {
+  if (isSeen_)
+    QMetaObject::invokeMethod(this, std::move(action), Qt::QueuedConnection);
+  else
+    whenSeen_.push_back(std::move(action));
+}
+
+void CQuillView::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  ShowOtherLines();
+  PlaceOverlays();
 }
 
 void CQuillView::resizeEvent(QResizeEvent* /*event*/) {

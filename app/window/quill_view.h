@@ -2,6 +2,9 @@
 // own copy of the screen. User-interface thread.
 #pragma once
 
+#include <functional>
+#include <vector>
+
 #include <QWidget>
 
 #include "app/dialogs/leave_question.h"
@@ -55,6 +58,11 @@ class CQuillView : public QWidget {
   void Tell(const QString& words) { toast_.Show(words); }
   // Opens the login form.
   void AskLogin() { login_.Show(); }
+  // At one of the user's sites.
+  void AskLogin(const RecentSite& site) { login_.ShowFor(site); }
+
+  // Behind the first frame, so that it does not wait for it; soon where that has been painted.
+  void WhenSeen(std::function<void()> action);
 
   void SetLayoutMode(LayoutMode mode);
   SideListView& SideList() { return sideList_; }
@@ -89,6 +97,7 @@ class CQuillView : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  void showEvent(QShowEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
@@ -136,6 +145,7 @@ class CQuillView : public QWidget {
   PlaceBook places_;
   FrameState frame_;
   bool isSeen_ = false;  // a frame has been painted
+  std::vector<std::function<void()>> whenSeen_;
   unsigned screenCount_ = 0;
   std::int64_t composedAt_ = 0;  // the frame, in seconds since 1970
   OverlayStack overlays_;

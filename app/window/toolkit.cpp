@@ -8,11 +8,13 @@
 #include <QLocale>
 #include <QTranslator>
 
+#include "app/window/toolkit_style.h"
 #include "app/window/window_icon.h"
 
 namespace quillet {
 
 void PrepareToolkit() {
+  QApplication::setStyle(new ToolkitStyle);
   auto translator = std::make_unique<QTranslator>(QCoreApplication::instance());
   if (translator->load(QLocale(QLocale::Chinese, QLocale::Taiwan), "qtbase", "_",
                        QLibraryInfo::path(QLibraryInfo::TranslationsPath)))

@@ -8,23 +8,23 @@
 
 namespace quillet {
 
-WorkMenus::WorkMenus(QMenuBar& bar, CommandMenus& menus) {
-  const auto add = [&](QList<QAction*>& face, CommandMenu which) {
-    const std::u16string_view title = TitleOf(which);
-    QMenu* const menu = bar.addMenu(QStringView(title).toString());
-    menus.Fill(*menu, which);
-    face.append(menu->menuAction());
-  };
+WorkMenus::WorkMenus(QMenuBar& bar, CommandMenus& menus) : bar_(bar), menus_(menus) {
   for (const CommandMenu which : {CommandMenu::kConnection, CommandMenu::kEdit, CommandMenu::kLook,
                                   CommandMenu::kArticle, CommandMenu::kSettings, CommandMenu::kHelp})
-    add(own_, which);
-  for (const CommandMenu which : {CommandMenu::kEditorFile, CommandMenu::kEditorEdit,
-                                  CommandMenu::kEditorLook, CommandMenu::kEditorHelp})
-    add(editor_, which);
-  Show(MenuFace::kOwn);
+    own_.append(Add(which));
+}
+
+QAction* WorkMenus::Add(CommandMenu which) {
+  QMenu* const menu = bar_.addMenu(QStringView(TitleOf(which)).toString());
+  menus_.Fill(*menu, which);
+  return menu->menuAction();
 }
 
 void WorkMenus::Show(MenuFace face) {
+  if (face == MenuFace::kEditor && editor_.isEmpty())
+    for (const CommandMenu which : {CommandMenu::kEditorFile, CommandMenu::kEditorEdit,
+                                    CommandMenu::kEditorLook, CommandMenu::kEditorHelp})
+      editor_.append(Add(which));
   for (QAction* const menu : own_)
     menu->setVisible(face == MenuFace::kOwn);
   for (QAction* const menu : editor_)

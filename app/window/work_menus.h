@@ -11,20 +11,25 @@ class QWidget;
 namespace quillet {
 
 class CommandMenus;
+enum class CommandMenu;
 
 enum class MenuFace { kOwn, kEditor };
 
 class WorkMenus {
  public:
-  // Fills `bar`; the client's own menus are shown at first. All shortcuts work behind either face. `bar`
-  // outlives the object.
+  // Fills `bar`; the client's own menus are shown at first. All shortcuts work behind either face. Both
+  // outlive the object.
   WorkMenus(QMenuBar& bar, CommandMenus& menus);
 
   void Show(MenuFace face);
 
  private:
+  QAction* Add(CommandMenu which);
+
+  QMenuBar& bar_;
+  CommandMenus& menus_;
   QList<QAction*> own_;
-  QList<QAction*> editor_;
+  QList<QAction*> editor_;  // made when they are shown first
 };
 
 // What the editor that the window looks like says about itself.

@@ -222,7 +222,7 @@ void FramePainter::Impl::PaintBand(Brush& brush, int row) {
   RowMarks marks(kit, place, line);
   marks.PaintPennants();
   cells.PaintCaret(line.look, 0, kCols);
-  marks.PaintAge(sheet.Baseline());
+  marks.PaintAge(sheet);
   marks.PaintTag(cells);
 }
 

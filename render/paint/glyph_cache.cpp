@@ -18,9 +18,12 @@ constexpr std::size_t PaddedWidth(int width) {
 
 }  // namespace
 
-GlyphSheet::GlyphSheet(const QStringList& families, const FaceMeasures& measures, CellSize cell, bool smooth)
-    : cell_(cell), rasterizer_(families, measures, cell, smooth), wide_(kWideSlots), half_(kHalfSlots) {
-  bytes_ = (kWideSlots + kHalfSlots) * sizeof(wide_[0]);
+GlyphSheet::GlyphSheet(MeasuredFaces& faces, CellSize cell, bool smooth)
+    : faces_(faces), cell_(cell), smooth_(smooth) {}
+
+GlyphRasterizer& GlyphSheet::Rasterizer() {
+  if (!rasterizer_) rasterizer_.emplace(faces_.Families(), faces_.Measures(), cell_, smooth_);
+  return *rasterizer_;
 }
 
 const std::uint8_t* GlyphSheet::Tile(char16_t unit, GlyphWidth width) {
@@ -30,6 +33,7 @@ const std::uint8_t* GlyphSheet::Tile(char16_t unit, GlyphWidth width) {
 }
 
 bool GlyphSheet::Has(char16_t unit, GlyphWidth width) const {
+  if (wide_.empty()) return false;
   return width == GlyphWidth::kWide ? wide_[unit] != nullptr : half_[unit % kHalfSlots] != nullptr;
 }
 
@@ -39,6 +43,11 @@ std::ptrdiff_t GlyphSheet::Stride(GlyphWidth width) const {
 }
 
 const std::uint8_t*& GlyphSheet::Slot(char16_t unit, GlyphWidth width) {
+  if (wide_.empty()) {
+    wide_.resize(kWideSlots);
+    half_.resize(kHalfSlots);
+    bytes_ += (kWideSlots + kHalfSlots) * sizeof(wide_[0]);
+  }
   return width == GlyphWidth::kWide ? wide_[unit] : half_[unit % kHalfSlots];
 }
 
@@ -47,7 +56,7 @@ const std::uint8_t* GlyphSheet::Rasterize(char16_t unit, GlyphWidth width) {
   const std::size_t size = stride * static_cast<std::size_t>(cell_.rowHeight);
   std::uint8_t* bytes = Allocate(size + kCoverageSlack);
   const int columns = width == GlyphWidth::kWide ? cell_.fontSize : cell_.fontSize / 2;
-  rasterizer_.Draw(unit, width, {{bytes, size}, stride, columns, cell_.rowHeight});
+  Rasterizer().Draw(unit, width, {{bytes, size}, stride, columns, cell_.rowHeight});
   return bytes;
 }
 
@@ -66,17 +75,16 @@ std::uint8_t* GlyphSheet::Allocate(std::size_t size) {
 }
 
 void GlyphCache::SetFaces(const QStringList& families, bool smooth) {
-  families_ = families;
-  measures_ = MeasureFaces(families);
-  smooth_ = smooth;
   sheets_.clear();
+  faces_ = MeasuredFaces(families);
+  smooth_ = smooth;
 }
 
 GlyphSheet& GlyphCache::BringToFront(CellSize cell) {
   const auto found = std::find_if(sheets_.begin(), sheets_.end(),
                                   [cell](const GlyphSheet& sheet) { return sheet.Cell() == cell; });
   if (found == sheets_.end())
-    sheets_.emplace_front(families_, measures_, cell, smooth_);
+    sheets_.emplace_front(faces_, cell, smooth_);
   else
     sheets_.splice(sheets_.begin(), sheets_, found);
   return sheets_.front();

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <list>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "render/paint/glyph_rasterizer.h"
@@ -15,7 +16,8 @@ namespace quillet {
 // All tiles of one cell size.
 class GlyphSheet {
  public:
-  GlyphSheet(const QStringList& families, const FaceMeasures& measures, CellSize cell, bool smooth);
+  // `faces` outlives the sheet. They are opened, and anything is allocated, for the first character.
+  GlyphSheet(MeasuredFaces& faces, CellSize cell, bool smooth);
 
   // The tile is rasterised at the first call. It stays where it is as long as the sheet lives.
   const std::uint8_t* Tile(char16_t unit, GlyphWidth width);
@@ -24,17 +26,20 @@ class GlyphSheet {
   std::ptrdiff_t Stride(GlyphWidth width) const;
   CellSize Cell() const { return cell_; }
   // Distance of the baseline from the row's top.
-  int Baseline() const { return rasterizer_.Baseline(); }
+  int Baseline() { return Rasterizer().Baseline(); }
   std::size_t Bytes() const { return bytes_; }
 
  private:
+  GlyphRasterizer& Rasterizer();
   const std::uint8_t*& Slot(char16_t unit, GlyphWidth width);
   const std::uint8_t* Rasterize(char16_t unit, GlyphWidth width);
   std::uint8_t* Allocate(std::size_t size);
 
+  MeasuredFaces& faces_;
   CellSize cell_;
-  GlyphRasterizer rasterizer_;
-  std::vector<const std::uint8_t*> wide_;  // one slot per code unit; null until drawn
+  bool smooth_;
+  std::optional<GlyphRasterizer> rasterizer_;
+  std::vector<const std::uint8_t*> wide_;  // one slot per code unit; null until drawn. Empty: none was yet
   std::vector<const std::uint8_t*> half_;
   std::vector<std::unique_ptr<std::uint8_t[]>> blocks_;
   std::size_t blockFree_ = 0;  // bytes left in the last block
@@ -66,8 +71,7 @@ class GlyphCache {
   GlyphSheet& BringToFront(CellSize cell);
 
   std::size_t budget_;
-  QStringList families_;
-  FaceMeasures measures_;
+  MeasuredFaces faces_{QStringList()};
   bool smooth_ = true;
   std::list<GlyphSheet> sheets_;  // the last used first
 };

@@ -2,6 +2,9 @@
 // cache, once per character and size. User-interface thread.
 #pragma once
 
+#include <optional>
+#include <utility>
+
 #include <QStringList>
 
 #include "render/paint/font_chain.h"
@@ -27,6 +30,22 @@ struct FaceMeasures {
 };
 
 FaceMeasures MeasureFaces(const QStringList& families);
+
+// A chain of faces that is measured when the first character is drawn with it, and not before.
+class MeasuredFaces {
+ public:
+  explicit MeasuredFaces(QStringList families) : families_(std::move(families)) {}
+
+  const QStringList& Families() const { return families_; }
+  const FaceMeasures& Measures() {
+    if (!measures_) measures_ = MeasureFaces(families_);
+    return *measures_;
+  }
+
+ private:
+  QStringList families_;
+  std::optional<FaceMeasures> measures_;
+};
 
 enum class GlyphWidth { kHalf, kWide };
 

@@ -125,7 +125,7 @@ void RowMarks::PaintSquares() {
   }
 }
 
-void RowMarks::PaintAge(int baseline) {
+void RowMarks::PaintAge(GlyphSheet& sheet) {
   if (row_.page.age.empty()) return;
   const int gap = (place_.halfCell + 1) / 2;
   const int left = std::max(place_.X(AgeColumn(row_.page)), 0) + gap;
@@ -136,7 +136,7 @@ void RowMarks::PaintAge(int baseline) {
   const Label* label =
       kit_.labels.Condensed(row_.page.age, em, narrowest, room, AgeOpacity(row_.margin.background, colour));
   if (label == nullptr) return;
-  kit_.canvas.BlendOver({left, place_.top + baseline - label->baseline}, label->ink.View(), colour);
+  kit_.canvas.BlendOver({left, place_.top + sheet.Baseline() - label->baseline}, label->ink.View(), colour);
 }
 
 void RowMarks::PaintTag(RowPainter& cells) {

@@ -29,8 +29,8 @@ class RowMarks {
       : kit_(kit), place_(place), row_(row) {}
 
   void PaintPennants();
-  // `baseline`: of the row's text, from the row's top.
-  void PaintAge(int baseline);
+  // On the baseline of the row's text, which `sheet` draws.
+  void PaintAge(GlyphSheet& sheet);
   // What `cells` drew under the tag is taken away again, and with it the rest of any character or age that
   // the tag covers in part. Leaves the canvas clipped to the tag.
   void PaintTag(RowPainter& cells);

@@ -84,9 +84,11 @@ TEST_F(DialogSizesTest, LargeTextFitsASmallScreen) {
       const LargeText large(factor, family);
       CheckOptions();
       CheckNew<AddBlackDlg>(doc->GetSettings().Store(), u"Mossgrov1234"_qs);
+      const RecentSite site{
+          .address = u"wss://bbs.example.org:443/bbs", .account = u"Mossgrov1234", .name = u"名"};
       CheckNew<ConnectDlg>(
           u"gopher://bbs.example.org:23"_qs,
-          std::vector<RecentSite>(8, {.address = u"wss://bbs.example.org:443/bbs", .name = u"名"}));
+          ConnectDlg::Sites{.listed = std::vector<RecentSite>(8, site), .keep = {}, .remove = {}});
       CheckNew<JumpDlg>(WebHosts{}, u"Board"_qs, QString());
       CheckNew<IdDlg>(u"Mossgrov1234"_qs);
       CheckNew<KeysDlg>(MakeHelp({}, {}));

@@ -202,8 +202,7 @@ TEST_F(LoginTest, OnlyASiteThatWasReachedIsProposedAgainAndOffered) {
   EXPECT_EQ(Fields().site, u"telnet://old.example");
   EXPECT_TRUE(doc->GetSettings().RecentSites().empty());
   doc->GetSettings().ChangeMap([](SettingsMap& map) {
-    NoteSiteUsed(map, u"telnet://older.example", 1);
-    NameSite(map, u"older.example", u"老站");
+    KeepSite(map, {}, {.address = u"older.example", .account = {}, .name = u"老站"});
   });
   doc->Account().Remember(u"older.example", u"keeper", u"k-1");
   doc->GetConnection().Open({.address = reached, .name = {}});
@@ -225,6 +224,35 @@ TEST_F(LoginTest, OnlyASiteThatWasReachedIsProposedAgainAndOffered) {
   EXPECT_EQ(Text("account"), "");
   EXPECT_EQ(doc->GetSettings().RecentSites().size(), 1U);
   EXPECT_EQ(doc->Account().Password(u"older.example"), u"k-1") << "that was not asked for";
+}
+
+// Two accounts of one host, each with its own password.
+TEST_F(LoginTest, ANamedSiteBringsItsAccountAndRemembersItsPassword) {
+  StartDemo();
+  const std::u16string address = PlainAddress(QString::fromStdString(demo->Address()).toStdU16String());
+  const RecentSite alices{.address = address, .account = u"alice", .name = u"我的站"};
+  doc->GetSettings().ChangeMap([&](SettingsMap& map) {
+    KeepSite(map, {}, alices);
+    KeepSite(map, {}, {.address = address, .account = u"bob", .name = {}});
+  });
+  doc->Account().Remember(u"127.0.0.1", u"bob", u"builder");
+  View().AskLogin();
+  auto& offered = Field<QComboBox>("recentSites");
+  offered.setCurrentIndex(offered.findText(u"我的站"_qs));
+  ASSERT_TRUE(Until([&] { return Text("account") == "alice"; }));
+  EXPECT_EQ(Text("password"), "");
+  Field<QLineEdit>("password").setFocus();
+  TypeText("wonder");
+  Field<QCheckBox>("rememberPassword").setChecked(true);
+  Enter();
+  ASSERT_TRUE(IsIn()) << PanelLines().toStdString();
+  Start();
+  View().AskLogin(alices);
+  EXPECT_EQ(Text("password"), "wonder");
+  Escape();
+  ASSERT_TRUE(Until([&] { return Form() == nullptr; }));
+  View().AskLogin({.address = address, .account = u"bob", .name = {}});
+  EXPECT_EQ(Text("password"), "builder") << "remembered for the host as a whole";
 }
 
 TEST_F(LoginTest, TypingOrEscTakesOver) {

@@ -293,13 +293,21 @@ TEST_F(MainFrameTest, TheAddressDialogOffersNamesAndRemovesTheSitesUsedBefore) {
                   list.setCurrentItem(list.topLevelItem(1));
                   EXPECT_EQ(dynamic_cast<ConnectDlg&>(dialog).Address(), "telnet://first.example");
                   list.topLevelItem(1)->setText(0, u"老站"_qs);
+                  list.topLevelItem(1)->setText(2, u"two words"_qs);
+                  EXPECT_EQ(list.topLevelItem(1)->text(2), "") << "no account";
+                  list.topLevelItem(1)->setText(2, u"carol"_qs);
                   list.setCurrentItem(list.topLevelItem(0));
                   EXPECT_EQ(list.currentItem()->text(0), "second.example:2323");
                   Find<QPushButton>(dialog, "removeSite").click();
-                  dialog.reject();
+                  dynamic_cast<ConnectDlg&>(dialog).findChild<QLineEdit*>()->setText("ssh://new.example");
+                  Find<QPushButton>(dialog, "addSite").click();
+                  list.setCurrentItem(list.topLevelItem(0));
+                  dialog.accept();
                 }});
-  ASSERT_EQ(doc->GetSettings().RecentSites().size(), 1U);
-  EXPECT_EQ(doc->GetSettings().RecentSites().front().name, u"老站");
+  const std::vector<RecentSite> sites = doc->GetSettings().RecentSites();
+  ASSERT_EQ(sites.size(), 2U);
+  EXPECT_EQ(sites[0].name + u" " + sites[0].address, u"new.example ssh://new.example");
+  EXPECT_EQ(sites[1].name + u" " + sites[1].account, u"老站 carol");
 }
 
 }  // namespace

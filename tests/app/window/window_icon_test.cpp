@@ -33,5 +33,15 @@ TEST(WindowIconTest, IsTheDrawingThatMenusShow) {
   }
 }
 
+TEST(WindowIconTest, TellsOfTheConnection) {
+  const auto drawn = [](IconBadge badge) {
+    return MakeWindowIcon(badge).pixmap(QSize(16, 16), 1.0).toImage();
+  };
+  EXPECT_GT(drawn(IconBadge::kNews).pixelColor(12, 3).red(), 200);
+  EXPECT_LT(drawn(IconBadge::kNone).pixelColor(12, 3).red(), 100);
+  EXPECT_LT(drawn(IconBadge::kNotConnected).pixelColor(10, 12).lightness(),
+            drawn(IconBadge::kNone).pixelColor(10, 12).lightness());
+}
+
 }  // namespace
 }  // namespace quillet
