@@ -68,7 +68,7 @@ ConnectDlg::ConnectDlg(const QString& address, Sites sites, QWidget* parent)
   layout->addLayout(form);
   layout->addWidget(MakeSites(), 1);
   layout->addWidget(buttons);
-  setMinimumWidth(LettersWide(*this, 70));
+  setMinimumWidth(LettersWide(*this, 88));
 
   connect(field_, &QLineEdit::textChanged, this, &ConnectDlg::Check);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -91,7 +91,7 @@ QWidget* ConnectDlg::MakeSites() {
   list_->setRootIsDecorated(false);
   list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   list_->setColumnWidth(kName, LettersWide(*this, 22));
-  list_->setColumnWidth(kAddress, LettersWide(*this, 30));
+  list_->setColumnWidth(kAddress, LettersWide(*this, 28));
   for (std::size_t i = 0; i < sites_.listed.size(); ++i)
     List(i);
   list_->setMinimumHeight(list_->fontMetrics().height() * 3 / 2 * kRowsInSight +
