@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "app/document/media_services.h"
 #include "app/document/resources.h"
 #include "core/transport/ssh_transport.h"
 #include "core/transport/websocket_transport.h"
@@ -25,8 +26,20 @@ DemoHost::~DemoHost() = default;
 
 std::variant<Site, QString> DemoHost::SiteBy(TransportKind way) {
   std::variant<Site, QString> demo = ServedBy(way);
-  if (auto* const site = std::get_if<Site>(&demo)) site->placesFolder = PlacesOfDemo(contentFolder_);
+  if (auto* const site = std::get_if<Site>(&demo)) {
+    site->placesFolder = PlacesOfDemo(contentFolder_);
+    site->webSites = WebSites();
+  }
   return demo;
+}
+
+std::optional<OwnWebSites> DemoHost::WebSites() const {
+  if (server_->PicturePort() == 0) return std::nullopt;
+  OwnWebSites sites{
+      .services = MediaHostsOf(WebSitesOfDemo(contentFolder_)), .hosts = {}, .port = server_->PicturePort()};
+  for (const std::string& host : server_->PictureHosts())
+    sites.hosts.push_back(QString::fromStdString(host));
+  return sites;
 }
 
 std::variant<Site, QString> DemoHost::ServedBy(TransportKind way) {
@@ -34,6 +47,7 @@ std::variant<Site, QString> DemoHost::ServedBy(TransportKind way) {
     DemoOptions options;
     options.contentFolder = contentFolder_;
     options.UseNames(hosts_);
+    options.picturePort = 0;
     server_ = std::make_unique<DemoServer>(std::move(options));
   }
   // A door costs time at its making and a thread that looks after it: only those that are wanted.

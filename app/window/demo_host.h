@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <variant>
 
 #include <QString>
@@ -27,6 +28,7 @@ class DemoHost {
   std::variant<Site, QString> SiteBy(TransportKind way);
 
  private:
+  std::optional<OwnWebSites> WebSites() const;
   std::variant<Site, QString> ServedBy(TransportKind way);
 
   const std::filesystem::path contentFolder_;
