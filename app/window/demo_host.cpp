@@ -19,6 +19,15 @@ Site DemoSite(const std::string& address, const QString& name) {
 
 }  // namespace
 
+std::optional<OwnWebSites> WebSitesOf(const DemoServer& demo, const std::filesystem::path& content) {
+  if (demo.PicturePort() == 0) return std::nullopt;
+  OwnWebSites sites{
+      .services = MediaHostsOf(WebSitesOfDemo(content)), .hosts = {}, .port = demo.PicturePort()};
+  for (const std::string& host : demo.PictureHosts())
+    sites.hosts.push_back(QString::fromStdString(host));
+  return sites;
+}
+
 DemoHost::DemoHost(std::filesystem::path contentFolder, Endpoints hosts)
     : contentFolder_(std::move(contentFolder)), hosts_(std::move(hosts)) {}
 
@@ -28,18 +37,9 @@ std::variant<Site, QString> DemoHost::SiteBy(TransportKind way) {
   std::variant<Site, QString> demo = ServedBy(way);
   if (auto* const site = std::get_if<Site>(&demo)) {
     site->placesFolder = PlacesOfDemo(contentFolder_);
-    site->webSites = WebSites();
+    site->webSites = WebSitesOf(*server_, contentFolder_);
   }
   return demo;
-}
-
-std::optional<OwnWebSites> DemoHost::WebSites() const {
-  if (server_->PicturePort() == 0) return std::nullopt;
-  OwnWebSites sites{
-      .services = MediaHostsOf(WebSitesOfDemo(contentFolder_)), .hosts = {}, .port = server_->PicturePort()};
-  for (const std::string& host : server_->PictureHosts())
-    sites.hosts.push_back(QString::fromStdString(host));
-  return sites;
 }
 
 std::variant<Site, QString> DemoHost::ServedBy(TransportKind way) {

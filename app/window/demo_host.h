@@ -18,6 +18,9 @@ namespace quillet {
 
 class DemoServer;
 
+// The web sites that the articles of that content link to, as the server has them; none where it serves none.
+std::optional<OwnWebSites> WebSitesOf(const DemoServer& demo, const std::filesystem::path& content);
+
 class DemoHost {
  public:
   // Serves the content of that folder, under the names that `hosts` has for the BBS.
@@ -28,7 +31,6 @@ class DemoHost {
   std::variant<Site, QString> SiteBy(TransportKind way);
 
  private:
-  std::optional<OwnWebSites> WebSites() const;
   std::variant<Site, QString> ServedBy(TransportKind way);
 
   const std::filesystem::path contentFolder_;

@@ -21,18 +21,21 @@ namespace {
 
 using namespace quillet;
 
+enum class Scans { kOne, kSeveral };
+
 struct Still {
   const char* name;  // whose ending is its format
   QSize size;
   Drawing drawing;
   int quality = -1;  // of a JPEG
+  Scans scans = Scans::kOne;
 };
 
-constexpr Still kStills[] = {{"sea.jpg", {1280, 854}, DrawSea, 78},
+constexpr Still kStills[] = {{"sea.jpg", {1280, 854}, DrawSea, 78, Scans::kSeveral},
                              {"mountains.jpg", {1280, 854}, DrawMountains, 72},
-                             {"night.jpg", {1280, 854}, DrawNight, 72},
+                             {"night.jpg", {1280, 854}, DrawNight, 72, Scans::kSeveral},
                              {"fields.jpg", {1280, 854}, DrawFields, 72},
-                             {"station.jpg", {1200, 800}, DrawStation, 76},
+                             {"station.jpg", {1200, 800}, DrawStation, 76, Scans::kSeveral},
                              {"road.jpg", {1200, 800}, DrawRoad, 76},
                              {"lighthouse.jpg", {800, 1067}, DrawLighthouse, 76},
                              {"noodles.jpg", {1024, 768}, DrawNoodles, 74},
@@ -42,7 +45,7 @@ constexpr Still kStills[] = {{"sea.jpg", {1280, 854}, DrawSea, 78},
                              {"tall.jpg", {400, 1600}, DrawWaterfall, 72},
                              {"wide.jpg", {1600, 400}, DrawMountains, 72},
                              {"small.jpg", {200, 150}, DrawFlower, 80},
-                             {"large.jpg", {4000, 3000}, DrawSea, 55},
+                             {"large.jpg", {4000, 3000}, DrawSea, 55, Scans::kSeveral},
                              {"film.jpg", {640, 360}, DrawFilm, 76},
                              {"stage.jpg", {640, 360}, DrawStage, 76},
                              {"pattern.png", {800, 800}, DrawPattern},
@@ -83,7 +86,7 @@ bool WriteStill(const QDir& folder, const Still& still) {
   if (still.quality >= 0) {
     writer.setQuality(still.quality);
     writer.setOptimizedWrite(true);
-    writer.setProgressiveScanWrite(true);
+    writer.setProgressiveScanWrite(still.scans == Scans::kSeveral);
   } else {
     writer.setQuality(0);  // of a PNG: as small as can be
   }
