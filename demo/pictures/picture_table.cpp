@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
-#include <iterator>
 #include <optional>
 #include <set>
+#include <sstream>
 #include <utility>
 
 #include "core/ascii.h"
@@ -74,8 +74,11 @@ std::vector<std::string> Words(std::string_view text) {
 
 bool ReadWhole(const fs::path& file, std::string& bytes) {
   std::ifstream stream(file, std::ios::binary);
-  bytes.assign(std::istreambuf_iterator<char>(stream), {});
-  return stream.good() || stream.eof();
+  if (!stream) return false;
+  std::ostringstream all;
+  all << stream.rdbuf();
+  bytes = all.str();
+  return true;
 }
 
 // What a "*" stands for: a name within one folder, nothing that a web page would have to quote.
