@@ -96,7 +96,9 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
   connect(&connection_, &Connection::ConnectionBegins, this, [this] {
     hands_.Keys().DropWaiting();
     article_.Forget();
-    places_.OpenSite(connection_.CurrentSite().placesFolder);
+    const Site& site = connection_.CurrentSite();
+    places_.OpenSite(site.placesFolder);
+    linkMarks_.SetHosts(site.webSites ? site.webSites->services : MediaHostsOf(doc_.Hosts()));
   });
   connect(&stallSign_, &StallSign::clicked, this,
           [this] { doc_.GetReconnector().Reconnect(Reconnector::Told::kNo); });
