@@ -33,7 +33,8 @@ TEST(PictureHeaderTest, TheFirstBytesTellFormatAndSizeAndNoneTellWrong) {
     EXPECT_TRUE(HeaderOf(file.left(1000)).IsSized()) << format;
     for (qsizetype size = 0; size < std::min<qsizetype>(file.size(), 1000); ++size) {
       const PictureHeader header = HeaderOf(file.left(size));
-      if (header.IsSized()) EXPECT_EQ(QSize(header.width, header.height), picture.size()) << format << size;
+      EXPECT_TRUE(!header.IsSized() || QSize(header.width, header.height) == picture.size())
+          << format << size;
     }
   }
   EXPECT_EQ(HeaderOf(AnimatedGif(1)).width, 8);

@@ -17,19 +17,21 @@ constexpr QSize kBounds(200, 200);
 
 // What a server says of a path, in place of a picture.
 struct Answer {
-  QByteArray status = "200 OK", headers, body;
+  QByteArray status = "200 OK";
+  QByteArray headers = {};
+  QByteArray body = {};
 };
 
 class PictureStoreTest : public testing::Test {
  protected:
   PictureStoreTest() {
-    options.hosts = {.shorteners = {u"short.example"},
-                     .photoShort = u"photo.example",
-                     .images = u"images.example",
-                     .video = {.host = u"video.example",
-                               .shortHost = u"vid.example",
-                               .thumbnail = u"https://pics.example/thumb/{id}.jpg",
-                               .info = u"https://pics.example/info?{id}"}};
+    options.hosts.shorteners[0] = u"short.example";
+    options.hosts.photoShort = u"photo.example";
+    options.hosts.images = u"images.example";
+    options.hosts.video = {.host = u"video.example",
+                           .shortHost = u"vid.example",
+                           .thumbnail = u"https://pics.example/thumb/{id}.jpg",
+                           .info = u"https://pics.example/info?{id}"};
     for (const char* const host :
          {"pics.example", "short.example", "photo.example", "images.example", "i.images.example"})
       options.loopbackHosts.push_back({QString::fromLatin1(host), server.Port()});
@@ -41,7 +43,7 @@ class PictureStoreTest : public testing::Test {
     QObject::connect(store.get(), &PictureStore::Changed,
                      [this](const QString& link) { stages[link] << store->Look(link, kBounds).stage; });
   }
-  static QString Link(const QString& path) { return u"https://pics.example/" + path; }
+  static QString Link(const QString& path) { return QStringLiteral("https://pics.example/") + path; }
   void Wish(const QStringList& links, Motion motion = Motion::kStill) {
     std::vector<PictureWish> wishes;
     for (const QString& link : links)

@@ -21,7 +21,7 @@ TEST(PagePictureTest, ThePictureThatAPageNamesComesBeforeThoseInIt) {
       PictureOf("<meta property=og:image content='ftp://x.example/1'><meta property=og:image:url content=2>"),
       "https://x.example/album/2");
   EXPECT_EQ(PictureOf("<script>'<meta property=og:image content=1>'</script>"
-                      "<!--<meta property=og:image content=2>--><meta property='og:image' content=3"),
+                      "<!--<meta property=og:image content=2>--><meta property='og:image' content='3"),
             "");
 }
 
