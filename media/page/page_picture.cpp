@@ -163,16 +163,36 @@ void OnEnd(void* user, const xmlChar* /*name*/) {
 
 void OnError(void* /*user*/, xmlErrorPtr /*error*/) {}
 
+// While it lives the library says nothing on this thread, and notes where it cannot read a page's characters.
+class CharacterWatch {
+ public:
+  CharacterWatch() : before_(xmlStructuredError), contextBefore_(xmlStructuredErrorContext) {
+    xmlSetStructuredErrorFunc(this, [](void* watch, xmlErrorPtr error) {
+      if (error->code == XML_I18N_CONV_FAILED || error->code == XML_IO_ENCODER)
+        static_cast<CharacterWatch*>(watch)->hasFailed_ = true;
+    });
+  }
+  ~CharacterWatch() { xmlSetStructuredErrorFunc(contextBefore_, before_); }
+  CharacterWatch(const CharacterWatch&) = delete;
+  CharacterWatch& operator=(const CharacterWatch&) = delete;
+
+  bool HasFailed() const { return hasFailed_; }
+
+ private:
+  xmlStructuredErrorFunc before_;
+  void* contextBefore_;
+  bool hasFailed_ = false;
+};
+
 struct ParserFree {
   void operator()(htmlParserCtxtPtr parser) const { htmlFreeParserCtxt(parser); }
 };
 
-}  // namespace
-
-std::string PictureOfPage(std::string_view page, const std::string& charset, const std::string& address) {
+// False where it ended because of characters that the character set does not have. No name of one: the page's
+// own word counts.
+bool Read(std::string_view page, const char* charset, PageReader& reader) {
   const std::unique_ptr<htmlParserCtxt, ParserFree> parser(htmlNewParserCtxt());
-  if (!parser) return {};
-  PageReader reader(address);
+  if (!parser) return true;
   Parsing parsing{parser.get(), reader};
   htmlSAXHandler handler{};
   handler.initialized = XML_SAX2_MAGIC;
@@ -181,10 +201,24 @@ std::string PictureOfPage(std::string_view page, const std::string& charset, con
   handler.serror = OnError;
   *parser->sax = handler;
   parser->userData = &parsing;
-  const std::string_view read = WithoutOverlongTags(page.substr(0, kMostPageBytes));
-  htmlCtxtReadMemory(parser.get(), read.data(), static_cast<int>(read.size()), nullptr,
-                     charset.empty() ? nullptr : charset.c_str(),
+  const CharacterWatch characters;
+  htmlCtxtReadMemory(parser.get(), page.data(), static_cast<int>(page.size()), nullptr, charset,
                      HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET);
-  return reader.Picture();
+  return !characters.HasFailed();
 }
+
+}  // namespace
+
+std::string PictureOfPage(std::string_view page, const std::string& charset, const std::string& address) {
+  // What every byte is a character of: tags and nearly all addresses read the same by it.
+  constexpr const char* kAnyBytes = "ISO-8859-1";
+  const std::string_view read = WithoutOverlongTags(page.substr(0, kMostPageBytes));
+  PageReader reader(address);
+  if (Read(read, charset.empty() ? nullptr : charset.c_str(), reader) || reader.IsDone())
+    return reader.Picture();
+  PageReader byBytes(address);
+  Read(read, kAnyBytes, byBytes);
+  return byBytes.Picture();
+}
+
 }  // namespace quillet

@@ -46,6 +46,8 @@ TEST(PagePictureTest, APagesCharactersAreReadAsItSays) {
       PictureOf("<meta http-equiv=Content-Type content='text/html; charset=big5'><img src='" + big5 + "'>"),
       whole);
   EXPECT_EQ(PictureOf("<meta charset=utf-8><img src='\xE4\xB8\xAD\x31.jpg'>"), whole);
+  EXPECT_EQ(PictureOf("<meta charset=big5><p>\xA4\xFF\x80<img src=1.jpg>"), "https://x.example/album/1.jpg")
+      << "behind what the character set does not have";
   EXPECT_EQ(PictureOf("<img src=1.jpg>", "no-such-thing"), "https://x.example/album/1.jpg");
 }
 
