@@ -6,10 +6,12 @@
 #include <QApplication>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QWindow>
 #include <QtMath>
 
 #include "app/document/media_services.h"
 #include "app/messages/article_messages.h"
+#include "app/messages/picture_messages.h"
 #include "app/messages/text_messages.h"
 #include "bbs/idle_key.h"
 #include "platform/clock.h"
@@ -20,6 +22,12 @@ namespace {
 
 // What ages keep away from at the right edge, in widget units: the article's scroll bar.
 constexpr qreal kRightInset = 10;
+
+FetchBehavior BehaviorOf(const Settings& settings) {
+  const bool manyConnections = settings.downloadEngine == DownloadEngine::kWinInet;
+  return {.strategy = manyConnections ? FetchStrategy::kManyConnections : FetchStrategy::kOneConnection,
+          .partial = settings.openPicAfterDownload ? PartialPictures::kHidden : PartialPictures::kShown};
+}
 
 }  // namespace
 
@@ -50,6 +58,12 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
                 .bookmarks = doc.GetBookmarks(),
                 .settings = settings_.Store()},
                *this),
+      pictureStore_({.hosts = MediaHostsOf(doc.Hosts()),
+                     .cacheFolder = QString::fromStdU16String(doc.CacheFolder().u16string())}),
+      pictures_({.article = article_,
+                 .store = pictureStore_,
+                 .settings = settings_.Fields(),
+                 .wordsFor = DescribePictureFault}),
       composer_({.article = article_,
                  .bookmarks = doc.GetBookmarks(),
                  .settings = settings_.Store(),
@@ -65,6 +79,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
               .surface = surface_,
               .composer = composer_,
               .article = article_,
+              .pictures = pictures_,
               .overlays = overlays_,
               .sideList = sideList_,
               .sideButtons = sideButtons_,
@@ -134,6 +149,8 @@ void CQuillView::ConnectPicture() {
     hands_.Keys().Flush();
     ShowOtherLines();
   });
+  connect(&pictures_, &ArticlePictures::RowsChanged, this, &CQuillView::ShowOtherLines);
+  connect(&pictures_, &ArticlePictures::ImagesChanged, this, &CQuillView::RefreshFrame);
   connect(&article_, &ArticleView::NewsArrived, this, &CQuillView::TellNews);
   // Both take minutes, which nobody waits out in front of them.
   connect(&automations_, &Automations::MoneyEnded, this, [this] { CallUser(SignalSound::kBeep); });
@@ -206,6 +223,7 @@ void CQuillView::ApplyDisplaySettings() {
   ime_.ApplySettings(settings_.Display());
   composer_.RefreshRules();
   composer_.MarkKeywords(screen_, page_);
+  pictureStore_.SetBehavior(BehaviorOf(settings_.Fields()));
   background_.SetSource(QString::fromStdU16String(settings_.Fields().backgroundPicture));
   ApplyBackground();
   ShowOtherLines();
@@ -325,12 +343,21 @@ void CQuillView::OnClock() {
   surface_.Refresh(frame_);
 }
 
+void CQuillView::FollowPictures() {
+  const QWindow* const shown = window()->windowHandle();
+  const bool isSeen = isVisible() && shown != nullptr && shown->isExposed();
+  pictures_.Follow(surface_.RoomForPictures(article_.LinesInSight()),
+                   isSeen ? ArticlePictures::Seen::kYes : ArticlePictures::Seen::kNo);
+}
+
 void CQuillView::RefreshFrame() {
   composedAt_ = SecondsNow();
   ime_.SetEnabled(AcceptsComposedText());
   frame_.blinkOff = timers_.BlinkOff();
   frame_.rightInset = qCeil(kRightInset * surface_.Scale());
+  FollowPictures();
   composer_.Compose(screen_, page_, ShowsCaret(), frame_);
+  pictures_.Compose(frame_);
   hands_.Decorate(frame_.page);
   surface_.Refresh(frame_);
   PlaceSideButtons();

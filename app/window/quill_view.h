@@ -17,6 +17,7 @@
 #include "app/overlay/stall_sign.h"
 #include "app/overlay/status_panel.h"
 #include "app/overlay/toast.h"
+#include "app/page/article_pictures.h"
 #include "app/page/article_view.h"
 #include "app/page/background_picture.h"
 #include "app/page/frame_surface.h"
@@ -62,6 +63,8 @@ class CQuillView : public QWidget {
   const ScreenSnapshot& Screen() const { return screen_; }
   const FrameState& Frame() const { return frame_; }
   const ArticleView& Article() const { return article_; }
+  ArticlePictures& Pictures() { return pictures_; }
+  PictureStore& FetchedPictures() { return pictureStore_; }
   const StatusPanel& Panel() const { return panel_; }
   const FrameSurface& Surface() const { return surface_; }
   const LoginController& Login() const { return login_; }
@@ -117,6 +120,7 @@ class CQuillView : public QWidget {
   void RefreshPanel();
   void ReviewPanel();
   void RefreshFrame();
+  void FollowPictures();
   // Brings the picture up to date where nothing but the time may have changed it.
   void OnClock();
   bool ShowsCaret() const;
@@ -147,6 +151,8 @@ class CQuillView : public QWidget {
   LeaveQuestion leaving_;
   LoginController login_;
   ArticleView article_;
+  PictureStore pictureStore_;
+  ArticlePictures pictures_;
   PageComposer composer_;
   SideListView sideList_;
   SideButtons sideButtons_;

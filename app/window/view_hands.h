@@ -49,6 +49,7 @@ class ViewHands : public QObject {
     const FrameSurface& surface;
     PageComposer& composer;
     ArticleView& article;
+    ArticlePictures& pictures;
     OverlayStack& overlays;
     SideListView& sideList;
     SideButtons& sideButtons;
@@ -112,7 +113,6 @@ class ViewHands : public QObject {
   PointerControl::Handlers PointerHandlers();
   void ConnectAll();
   void OnUserTypes();
-  void ScrollSelecting(int lines);
   void OnArticleWaits(const ArticleReference& article, ArticleWaitsFor what);
   void Tell(const QString& words) { parts_.toast.Show(words); }
 
@@ -120,7 +120,8 @@ class ViewHands : public QObject {
   void OfferPageCommands();
   void AddStateTo(CommandState& state) const;
   void Refuse(Refusal refusal);
-  void ShowMenuOfPlace(const QPoint& at, std::optional<CellPosition> cell);
+  void ShowMenuOfPlace(const QPoint& at, std::optional<CellPosition> cell,
+                       const std::optional<ArticlePictures::Place>& picture);
   // All links in sight, to choose one of for kOpenLink or kCopyLink.
   void ShowLinks(Command use);
   void TogglePlaces();

@@ -57,6 +57,12 @@ fs::path UserConfigFolder() {
   return config / "quillet";
 }
 
+fs::path UserCacheFolder() {
+  fs::path cache = AbsoluteFromEnvironment("XDG_CACHE_HOME");
+  if (cache.empty()) cache = HomeFolder() / ".cache";
+  return cache / "quillet";
+}
+
 std::vector<fs::path> ApplicationFolders() {
   std::vector<fs::path> folders{DesktopDataFolder() / "applications"};
   const char* const value = std::getenv("XDG_DATA_DIRS");

@@ -31,4 +31,9 @@ fs::path UserConfigFolder() {
   return UserDataFolder();
 }
 
+fs::path UserCacheFolder() {
+  const fs::path data = UserDataFolder();
+  return data.empty() ? fs::path{} : data / L"Cache";
+}
+
 }  // namespace quillet

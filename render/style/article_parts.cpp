@@ -24,15 +24,15 @@ bool IsQuoted(const ArticleLine& line) {
 }
 
 // Of a line that the origin line has no say in.
-ArticlePart PartOf(const ArticleLine& line) {
-  if (line.push) return ArticlePart::kPush;
-  return IsQuoted(line) ? ArticlePart::kQuote : ArticlePart::kText;
+LinePart PartOf(const ArticleLine& line) {
+  if (line.push) return LinePart::kPush;
+  return IsQuoted(line) ? LinePart::kQuote : LinePart::kText;
 }
 
 }  // namespace
 
-std::vector<ArticlePart> PartsOf(const ArticleLines& lines) {
-  std::vector<ArticlePart> parts(static_cast<std::size_t>(lines.Count()));
+std::vector<LinePart> PartsOf(const ArticleLines& lines) {
+  std::vector<LinePart> parts(static_cast<std::size_t>(lines.Count()));
   int rule = -1;
   int origin = -1;
   int ruleOfOrigin = -1;
@@ -47,19 +47,19 @@ std::vector<ArticlePart> PartsOf(const ArticleLines& lines) {
     }
   }
   if (ruleOfOrigin >= 0)
-    std::fill(parts.begin() + ruleOfOrigin + 1, parts.begin() + origin, ArticlePart::kSignature);
+    std::fill(parts.begin() + ruleOfOrigin + 1, parts.begin() + origin, LinePart::kSignature);
   return parts;
 }
 
-PictureSize PictureSizeOf(ArticlePart part, const Settings& settings) {
+PictureSize PictureSizeOf(LinePart part, const Settings& settings) {
   switch (part) {
-    case ArticlePart::kQuote:
+    case LinePart::kQuote:
       return settings.quotePic;
-    case ArticlePart::kText:
+    case LinePart::kText:
       return settings.contentPic;
-    case ArticlePart::kSignature:
+    case LinePart::kSignature:
       return settings.signPic;
-    case ArticlePart::kPush:
+    case LinePart::kPush:
       return settings.pushPic;
   }
   return settings.contentPic;

@@ -10,12 +10,12 @@
 
 namespace quillet {
 
-enum class ArticlePart : std::uint8_t { kText, kQuote, kSignature, kPush };
+enum class LinePart : std::uint8_t { kText, kQuote, kSignature, kPush };
 
 // Of each line, from the first on. A signature stands between the last "--" above the origin line and that
 // line; where there is no origin line, or none yet, there is no signature.
-std::vector<ArticlePart> PartsOf(const ArticleLines& lines);
+std::vector<LinePart> PartsOf(const ArticleLines& lines);
 
-PictureSize PictureSizeOf(ArticlePart part, const Settings& settings);
+PictureSize PictureSizeOf(LinePart part, const Settings& settings);
 
 }  // namespace quillet

@@ -24,7 +24,7 @@ std::string PartsOfPage(const std::vector<std::u16string_view>& body) {
   ArticleLines lines;
   lines.Add(screen, Understand(screen));
   std::string parts;
-  for (const ArticlePart part : PartsOf(lines))
+  for (const LinePart part : PartsOf(lines))
     parts += "tqsp"[static_cast<int>(part)];
   return parts.substr(4, body.size());
 }
@@ -48,10 +48,10 @@ TEST_F(ArticlePartsTest, EachPartHasItsSetting) {
   settings.contentPic = PictureSize::kFullWidth;
   settings.signPic = PictureSize::kThumbnail;
   settings.pushPic = PictureSize::kNormal;
-  EXPECT_EQ(PictureSizeOf(ArticlePart::kQuote, settings), PictureSize::kNone);
-  EXPECT_EQ(PictureSizeOf(ArticlePart::kText, settings), PictureSize::kFullWidth);
-  EXPECT_EQ(PictureSizeOf(ArticlePart::kSignature, settings), PictureSize::kThumbnail);
-  EXPECT_EQ(PictureSizeOf(ArticlePart::kPush, settings), PictureSize::kNormal);
+  EXPECT_EQ(PictureSizeOf(LinePart::kQuote, settings), PictureSize::kNone);
+  EXPECT_EQ(PictureSizeOf(LinePart::kText, settings), PictureSize::kFullWidth);
+  EXPECT_EQ(PictureSizeOf(LinePart::kSignature, settings), PictureSize::kThumbnail);
+  EXPECT_EQ(PictureSizeOf(LinePart::kPush, settings), PictureSize::kNormal);
 }
 
 }  // namespace
