@@ -6,7 +6,7 @@ say() { printf '\033[1m== %s\033[0m\n' "$*"; }
 die() { printf '%s\n' "$*" >&2; exit 1; }
 
 # Debian packages, by what they are for.
-build_packages="g++ cmake ninja-build pkg-config ccache qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev libssl-dev libssh-dev libcpprest-dev libboost-dev"
+build_packages="g++ cmake ninja-build pkg-config ccache qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev libssl-dev libssh-dev libcpprest-dev libboost-dev libxml2-dev"
 run_packages="fonts-noto-cjk ca-certificates xdg-utils"
 test_packages="libgtest-dev libgmock-dev clang-format clang-tidy clang"
 bench_packages="libbenchmark-dev libvterm-dev valgrind"
