@@ -2,10 +2,13 @@
 
 namespace quillet {
 
-QString DescribePictureFault(PictureFault fault) {
+namespace {
+
+// Why, as part of a sentence.
+QString ReasonOf(PictureFault fault) {
   switch (fault) {
     case PictureFault::kNone:
-      return {};
+      break;
     case PictureFault::kBadAddress:
       return u"網址不正確"_qs;
     case PictureFault::kNotAPicture:
@@ -46,6 +49,20 @@ QString DescribePictureFault(PictureFault fault) {
       return u"記憶體不足"_qs;
   }
   return {};
+}
+
+QString WordsWhileItComes(const PictureNow& now) {
+  QString words = u"圖片載入中…"_qs;
+  if (!now.size.isEmpty()) words += u" %1 × %2"_qs.arg(now.size.width()).arg(now.size.height());
+  if (now.expected > 0) words += u" %1%"_qs.arg(100 * qMin(now.received, now.expected) / now.expected);
+  return words;
+}
+
+}  // namespace
+
+QString DescribePictureWithoutImage(const PictureNow& now) {
+  if (now.stage != PictureStage::kFailed) return WordsWhileItComes(now);
+  return u"無法顯示圖片：%1，按一下再試"_qs.arg(ReasonOf(now.fault));
 }
 
 }  // namespace quillet

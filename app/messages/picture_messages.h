@@ -3,11 +3,11 @@
 
 #include <QString>
 
-#include "media/fetch/picture_fault.h"
+#include "media/fetch/picture_wish.h"
 
 namespace quillet {
 
-// Why, as part of a sentence; empty where nothing failed.
-QString DescribePictureFault(PictureFault fault);
+// What stands in the place of a picture without an image: how far it has come, or why there is none.
+QString DescribePictureWithoutImage(const PictureNow& now);
 
 }  // namespace quillet

@@ -55,6 +55,7 @@ ArticlePictures::ArticlePictures(const Parts& parts) : parts_(parts) {
   connect(&parts_.article, &ArticleView::OtherArticle, this, [this] {
     plan_.Forget();
     learned_.clear();
+    opened_.reset();
     source_ = {};
   });
 }
@@ -92,6 +93,7 @@ void ArticlePictures::Close() {
 }
 
 void ArticlePictures::ReadSpots() {
+  opened_.reset();
   plan_.SetSpots(SpotsOf());
   LearnAll();
 }
@@ -134,13 +136,14 @@ void ArticlePictures::LearnAll() {
   for (std::size_t spot = 0; spot < plan_.Count(); ++spot) {
     const std::string& link = plan_.At(spot).link;
     const auto [known, isNew] = learned_.try_emplace(link);
-    if (isNew) known->second = AskStore(link);
+    if (isNew) known->second = AskStore(link, {});
     plan_.Learn(spot, known->second.known, known->second.natural);
   }
 }
 
-ArticlePictures::Learned ArticlePictures::AskStore(const std::string& link) const {
+ArticlePictures::Learned ArticlePictures::AskStore(const std::string& link, const Learned& before) const {
   const PictureNow now = parts_.store.Look(QString::fromStdString(link), {});
+  if (now.stage == PictureStage::kWaiting && before.known == PictureKnown::kSize) return before;
   return {KnownOf(now), {now.size.width(), now.size.height()}};
 }
 
@@ -148,7 +151,7 @@ void ArticlePictures::OnChanged(const QString& link) {
   const std::string bytes = link.toStdString();
   const auto known = learned_.find(bytes);
   if (known == learned_.end()) return;
-  known->second = AskStore(bytes);
+  known->second = AskStore(bytes, known->second);
   bool learns = false;
   bool inSight = false;
   const PictureSight sight = Sight();
@@ -158,10 +161,25 @@ void ArticlePictures::OnChanged(const QString& link) {
     inSight |= plan_.At(spot).line >= sight.first && plan_.At(spot).line <= sight.last;
   }
   if (!isOn_) return;
-  if (learns)
+  if (learns) {
     emit RowsChanged();
-  else if (inSight)
+    ShowOpened();
+  } else if (inSight) {
     emit ImagesChanged();
+  }
+}
+
+void ArticlePictures::ShowOpened() {
+  if (!opened_ || *opened_ >= plan_.Count()) return;
+  const std::size_t spot = *opened_;
+  if (plan_.Known(spot) != PictureKnown::kNothing) opened_.reset();
+  const ArticleView& article = parts_.article;
+  const int line = article.ShownIndex(plan_.At(spot).line);
+  if (!article.WillShow(line)) return;
+  const int row = article.Rows().RowOf(line);
+  const int last = row + article.Rows().RowsBelow(line);
+  const int top = std::min(row, last + 1 - article.LinesInSight());
+  if (top > article.TargetRow()) parts_.article.ScrollTo(top);
 }
 
 void ArticlePictures::LayBands() {
@@ -246,13 +264,10 @@ void ArticlePictures::ComposeSpot(const SpotPlace& place, int row, FrameState& f
 }
 
 std::u16string ArticlePictures::WordsFor(std::size_t spot, const PictureNow& now) const {
-  if (now.stage == PictureStage::kFailed)
-    return u"無法顯示圖片：%1，按一下再試"_qs.arg(parts_.wordsFor(now.fault)).toStdU16String();
-  QString words = u"圖片載入中…"_qs;
+  PictureNow told = now;
   const PixelSize natural = plan_.NaturalSize(spot);
-  if (!natural.IsEmpty()) words += u" %1 × %2"_qs.arg(natural.width).arg(natural.height);
-  if (now.expected > 0) words += u" %1%"_qs.arg(100 * qMin(now.received, now.expected) / now.expected);
-  return words.toStdU16String();
+  if (told.size.isEmpty()) told.size = QSize(natural.width, natural.height);
+  return parts_.wordsFor(told).toStdU16String();
 }
 
 // ---- The hands
@@ -297,8 +312,11 @@ void ArticlePictures::Toggle(int row, int firstCol) {
   const std::optional<std::size_t> spot = SpotOfLink(row, firstCol);
   if (!spot) return;
   plan_.SetOpen(*spot, !plan_.IsOpen(*spot));
+  opened_.reset();
+  if (plan_.IsOpen(*spot)) opened_ = spot;
   by_ = ArticleView::BandsBy::kUser;
   emit RowsChanged();
+  ShowOpened();
 }
 
 bool ArticlePictures::HasPicturesInSight() const {

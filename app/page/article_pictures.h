@@ -28,7 +28,7 @@ class ArticlePictures : public QObject {
     ArticleView& article;
     PictureStore& store;
     const Settings& settings;
-    std::function<QString(PictureFault)> wordsFor;  // why a picture is not shown
+    std::function<QString(const PictureNow&)> wordsFor;  // that stand in the place of one without an image
   };
   explicit ArticlePictures(const Parts& parts);
 
@@ -101,9 +101,12 @@ class ArticlePictures : public QObject {
   std::vector<PictureSpot> SpotsOf() const;
   void AddSpotsOf(int index, PictureSize size, std::vector<PictureSpot>& spots) const;
   void LearnAll();
-  Learned AskStore(const std::string& link) const;
+  // What was known stays known while it is fetched anew.
+  Learned AskStore(const std::string& link, const Learned& before) const;
   void OnChanged(const QString& link);
   void LayBands();
+  // What the user has opened is brought into sight with its link.
+  void ShowOpened();
   PictureSight Sight() const;
   void Want(const PictureSight& sight, Seen seen);
   QSize BoundsOf(std::size_t spot) const;
@@ -121,6 +124,7 @@ class ArticlePictures : public QObject {
   std::vector<PictureWish> wishes_;
   ArticleView::BandsBy by_ = ArticleView::BandsBy::kThemselves;
   bool isOn_ = false;
+  std::optional<std::size_t> opened_;  // until its size is known
 };
 
 }  // namespace quillet

@@ -115,6 +115,8 @@ class ArticleView : public QObject {
   int LineCount() const { return dressed_.Count(); }
   // The article's own line behind a shown one; -1: there is none.
   int SourceLine(int index) const { return dressed_.LineOf(index); }
+  // The shown line of one of the article's own, or the next one where it is left out.
+  int ShownIndex(int line) const { return dressed_.IndexOf(line); }
   const StyledArticle& Dressed() const { return dressed_; }
   const StyleRules& Rules() const { return rules_; }
 

@@ -23,6 +23,13 @@ namespace {
 // What ages keep away from at the right edge, in widget units: the article's scroll bar.
 constexpr qreal kRightInset = 10;
 
+PictureStoreOptions StoreOptionsFor(const CQuillDoc& doc) {
+  PictureStoreOptions options;
+  options.hosts = MediaHostsOf(doc.Hosts());
+  options.cacheFolder = QString::fromStdU16String(doc.CacheFolder().u16string());
+  return options;
+}
+
 FetchBehavior BehaviorOf(const Settings& settings) {
   const bool manyConnections = settings.downloadEngine == DownloadEngine::kWinInet;
   return {.strategy = manyConnections ? FetchStrategy::kManyConnections : FetchStrategy::kOneConnection,
@@ -58,12 +65,12 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
                 .bookmarks = doc.GetBookmarks(),
                 .settings = settings_.Store()},
                *this),
-      pictureStore_({.hosts = MediaHostsOf(doc.Hosts()),
-                     .cacheFolder = QString::fromStdU16String(doc.CacheFolder().u16string())}),
+      pictureStore_(StoreOptionsFor(doc)),
       pictures_({.article = article_,
                  .store = pictureStore_,
                  .settings = settings_.Fields(),
-                 .wordsFor = DescribePictureFault}),
+                 .wordsFor = DescribePictureWithoutImage}),
+      screenPicture_(pictureStore_, settings_.Fields(), *this),
       composer_({.article = article_,
                  .bookmarks = doc.GetBookmarks(),
                  .settings = settings_.Store(),
@@ -80,6 +87,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
               .composer = composer_,
               .article = article_,
               .pictures = pictures_,
+              .screenPicture = screenPicture_,
               .overlays = overlays_,
               .sideList = sideList_,
               .sideButtons = sideButtons_,
@@ -151,6 +159,10 @@ void CQuillView::ConnectPicture() {
   });
   connect(&pictures_, &ArticlePictures::RowsChanged, this, &CQuillView::ShowOtherLines);
   connect(&pictures_, &ArticlePictures::ImagesChanged, this, &CQuillView::RefreshFrame);
+  connect(&screenPicture_, &ScreenPicture::Changed, this, [this] {
+    overlays_.Repaint(screenPicture_);
+    RefreshPanel();
+  });
   connect(&article_, &ArticleView::NewsArrived, this, &CQuillView::TellNews);
   // Both take minutes, which nobody waits out in front of them.
   connect(&automations_, &Automations::MoneyEnded, this, [this] { CallUser(SignalSound::kBeep); });
@@ -180,8 +192,8 @@ void CQuillView::CallUser(SignalSound sound) {
 // From the bottom up.
 void CQuillView::ListOverlays() {
   for (Overlay* const overlay : std::initializer_list<Overlay*>{
-           &ime_, &badge_, &toast_, &hands_.Links(), &hands_.Places(), &panel_, &scrollBarPart_,
-           &buttonsPart_, &stallSign_, &sideList_, &hands_.Search().Bar(), &login_})
+           &ime_, &badge_, &toast_, &hands_.Links(), &hands_.Places(), &screenPicture_, &panel_,
+           &scrollBarPart_, &buttonsPart_, &stallSign_, &sideList_, &hands_.Search().Bar(), &login_})
     overlays_.Add(*overlay);
 }
 

@@ -13,6 +13,7 @@
 #include "app/overlay/activity_badge.h"
 #include "app/overlay/overlay_stack.h"
 #include "app/overlay/placed_part.h"
+#include "app/overlay/screen_picture.h"
 #include "app/overlay/side_buttons.h"
 #include "app/overlay/stall_sign.h"
 #include "app/overlay/status_panel.h"
@@ -65,6 +66,7 @@ class CQuillView : public QWidget {
   const ArticleView& Article() const { return article_; }
   ArticlePictures& Pictures() { return pictures_; }
   PictureStore& FetchedPictures() { return pictureStore_; }
+  const ScreenPicture& PictureOverScreen() const { return screenPicture_; }
   const StatusPanel& Panel() const { return panel_; }
   const FrameSurface& Surface() const { return surface_; }
   const LoginController& Login() const { return login_; }
@@ -153,6 +155,7 @@ class CQuillView : public QWidget {
   ArticleView article_;
   PictureStore pictureStore_;
   ArticlePictures pictures_;
+  ScreenPicture screenPicture_;
   PageComposer composer_;
   SideListView sideList_;
   SideButtons sideButtons_;

@@ -134,6 +134,10 @@ KeyDispatch::Handlers ViewHands::KeyHandlers() {
 PointerControl::Handlers ViewHands::PointerHandlers() {
   return {.perform = [this](Command command) { runner_.Run(command); },
           .open = [this](const TextLink& link) { web_.Open(link); },
+          .showPicture =
+              [this](const TextLink& link) {
+                parts_.screenPicture.Open(QString::fromStdU16String(link.address));
+              },
           .act = [this](const MouseAction& action) { keys_.Perform(action); },
           .pastePrimary = [this] { clipboard_.Paste(QClipboard::Selection); },
           .contextMenu = [this](QPoint at, auto cell,

@@ -31,6 +31,7 @@
 #include "app/interaction/wanted_article.h"
 #include "app/interaction/web_controller.h"
 #include "app/overlay/overlay_stack.h"
+#include "app/overlay/screen_picture.h"
 #include "app/overlay/side_buttons.h"
 #include "app/overlay/toast.h"
 #include "app/page/shown_text.h"
@@ -50,6 +51,7 @@ class ViewHands : public QObject {
     PageComposer& composer;
     ArticleView& article;
     ArticlePictures& pictures;
+    ScreenPicture& screenPicture;
     OverlayStack& overlays;
     SideListView& sideList;
     SideButtons& sideButtons;

@@ -76,9 +76,7 @@ PointerControl::Target PointerControl::TargetAt(const QPointF& at, Qt::KeyboardM
     target.command = parts_.composer.CommandAt(cell->row, cell->col);
     if (target.command != Command::kNone) return target;
     target.link = parts_.links.LinkAt(cell->row, cell->col);
-    const bool toggles = target.link && !modifiers.testFlag(Qt::ControlModifier) &&
-                         parts_.pictures.CanToggle(cell->row, target.link->first);
-    if (toggles) target.togglesInRow = cell->row;
+    if (target.link && !modifiers.testFlag(Qt::ControlModifier)) DecideLink(cell->row, target);
     if (target.link) return target;
   }
   target.picture = PictureAt(at);
@@ -88,6 +86,18 @@ PointerControl::Target PointerControl::TargetAt(const QPointF& at, Qt::KeyboardM
   target.action = DecideClick(place, parts_.screen, parts_.page, parts_.settings);
   if (target.action.repeat == Repeat::kByNewGesture) target.page = SignOfPage(place);
   return target;
+}
+
+// Of a shortened link nobody knows yet whether it shows a picture.
+void PointerControl::DecideLink(int row, Target& target) const {
+  if (parts_.pictures.CanToggle(row, target.link->first)) {
+    target.togglesInRow = row;
+    return;
+  }
+  const LinkKind kind = target.link->kind;
+  const bool isPicture =
+      kind == LinkKind::kPicture || kind == LinkKind::kPicturePage || kind == LinkKind::kVideo;
+  target.overScreen = isPicture && PictureNow() == Picture::kScreen && !parts_.settings.work;
 }
 
 // The same keys may open another line, or leave another page. An article is left as a whole, wherever it is.
@@ -326,6 +336,8 @@ bool PointerControl::Click(const Target& target) {
   swallows_ = target.link || target.picture || target.action.repeat == Repeat::kByNewGesture;
   if (target.togglesInRow >= 0)
     parts_.pictures.Toggle(target.togglesInRow, target.link->first);
+  else if (target.overScreen)
+    handlers_.showPicture(*target.link);
   else if (target.link)
     handlers_.open(*target.link);
   else if (target.picture)

@@ -52,6 +52,8 @@ class PointerControl {
   struct Handlers {
     std::function<void(Command)> perform;
     std::function<void(const TextLink&)> open;
+    // Over the screen, where the link's picture has no place of its own.
+    std::function<void(const TextLink&)> showPicture;
     // kSend and kMoveCursor only; what moves the local article is done here.
     std::function<void(const MouseAction&)> act;
     // Nothing happens where the system has no clipboard of the selection.
@@ -100,8 +102,9 @@ class PointerControl {
     std::optional<TextLink> link;
     std::optional<ArticlePictures::Place> picture;
     MouseAction action;
-    int togglesInRow = -1;  // the link shows a picture below this row, which opens or closes
-    std::string page{};     // what tells the page that it acts upon from the next one
+    int togglesInRow = -1;    // the link shows a picture below this row, which opens or closes
+    bool overScreen = false;  // the link's picture is shown over the screen
+    std::string page{};       // what tells the page that it acts upon from the next one
 
     bool IsNothing() const {
       return command == Command::kNone && !link && !picture && action.kind == MouseActionKind::kNone;
@@ -119,6 +122,7 @@ class PointerControl {
   Picture PictureNow() const;
   PointerPlace PlaceAt(const QPointF& at) const;
   Target TargetAt(const QPointF& at, Qt::KeyboardModifiers modifiers) const;
+  void DecideLink(int row, Target& target) const;
   std::optional<ArticlePictures::Place> PictureAt(const QPointF& at) const;
   std::string SignOfPage(const PointerPlace& place) const;
   static bool IsSame(const Target& one, const Target& other);

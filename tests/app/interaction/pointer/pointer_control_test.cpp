@@ -78,6 +78,7 @@ class PointerControlTest : public WindowTest {
         PointerControl::Handlers{
             .perform = [](Command) {},
             .open = [this](const TextLink& link) { opened.push_back(link.address); },
+            .showPicture = [](const TextLink&) {},
             .act = [this](const MouseAction& action) { sent.push_back(action.bytes); },
             .pastePrimary = [this] { ++pasted; },
             .contextMenu = [this](QPoint, auto cell, auto /*picture*/) { menus.push_back(cell); },
