@@ -103,8 +103,9 @@ class PageReader {
   std::string Whole(std::string_view reference) const {
     if (reference.empty()) return {};
     // Blanks and the like, which the rules for addresses do not know and pages do.
+    static const std::string kKept = "%:/?#[]@!$&'()*+,;=~";
     const std::string written(reference);
-    const XmlText escaped(xmlURIEscapeStr(XmlOf(written), BAD_CAST "%:/?#[]@!$&'()*+,;=~"));
+    const XmlText escaped(xmlURIEscapeStr(XmlOf(written), XmlOf(kKept)));
     const XmlText whole(xmlBuildURI(escaped.get(), XmlOf(base_)));
     return OpenableAddress(Utf16FromUtf8(TextOf(whole.get())).value_or(std::u16string()));
   }
