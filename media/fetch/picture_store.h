@@ -17,6 +17,8 @@
 
 namespace quillet {
 
+class StoreWork;
+
 class PictureStore : public QObject {
   Q_OBJECT
 
@@ -27,7 +29,7 @@ class PictureStore : public QObject {
   void SetBehavior(const FetchBehavior& behavior);
   // Of the files that are asked for from now on.
   void SetHosts(const MediaHosts& hosts);
-  void SetLoopbackHosts(std::vector<LoopbackHost> hosts);
+  void SetLoopbackHosts(const std::vector<LoopbackHost>& hosts);
 
   // All that the user wants now, most urgent first; six files are fetched at once. What nobody lists any more
   // is cancelled; what has been decoded stays within the memory's bound, least recently listed go first. What
@@ -54,8 +56,7 @@ class PictureStore : public QObject {
   void DiskCacheCounted(qint64 bytes);
 
  private:
-  class Work;
-  std::unique_ptr<Work> work_;
+  std::unique_ptr<StoreWork> work_;
 };
 
 }  // namespace quillet
