@@ -22,17 +22,21 @@ void PicturePlan::Forget() {
 
 void PicturePlan::SetSpots(std::vector<PictureSpot> spots) {
   spots_ = std::move(spots);
+  ++round_;
   ids_.clear();
-  std::unordered_map<std::string, std::size_t> seen;
-  for (const PictureSpot& spot : spots_) {
-    const std::size_t number = seen[spot.link]++;
-    std::vector<std::size_t>& ids = idsOf_[spot.link];
-    if (number == ids.size()) {
-      ids.push_back(states_.size());
-      states_.emplace_back();
-    }
-    ids_.push_back(ids[number]);
+  ids_.reserve(spots_.size());
+  for (const PictureSpot& spot : spots_)
+    ids_.push_back(NextIdOf(spot.link));
+}
+
+std::size_t PicturePlan::NextIdOf(const std::string& link) {
+  Occurrences& same = occurrencesOf_[link];
+  if (std::exchange(same.round, round_) != round_) same.taken = 0;
+  if (same.taken == same.ids.size()) {
+    same.ids.push_back(states_.size());
+    states_.emplace_back();
   }
+  return same.ids[same.taken++];
 }
 
 bool PicturePlan::Learn(std::size_t spot, PictureKnown known, PixelSize natural) {

@@ -96,6 +96,7 @@ class PicturePlan {
     PixelSize natural;
   };
 
+  std::size_t NextIdOf(const std::string& link);
   State& StateOf(std::size_t spot) { return states_[ids_[spot]]; }
   const State& StateOf(std::size_t spot) const { return states_[ids_[spot]]; }
   bool MayOpen(std::size_t spot) const;
@@ -104,7 +105,14 @@ class PicturePlan {
   std::vector<PictureSpot> spots_;
   std::vector<std::size_t> ids_;  // of each spot, an index of states_
   std::vector<State> states_;
-  std::unordered_map<std::string, std::vector<std::size_t>> idsOf_;  // of a link, by its place among the same
+  // A link's places in the article, top to bottom: an index of states_ each.
+  struct Occurrences {
+    std::vector<std::size_t> ids;
+    std::size_t taken = 0;  // in this round of giving them out
+    unsigned round = 0;
+  };
+  std::unordered_map<std::string, Occurrences> occurrencesOf_;
+  unsigned round_ = 0;
   PictureScope scope_ = PictureScope::kNone;
 };
 
