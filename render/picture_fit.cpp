@@ -7,6 +7,7 @@ namespace quillet {
 namespace {
 
 constexpr int kThumbnailRows = 4;
+constexpr int kMostWindows = 2;
 // What divides a row's height into the gap above a picture.
 constexpr int kGapShare = 10;
 
@@ -32,7 +33,7 @@ int RowsFor(int height, int rowHeight) {
 
 PixelSize MostOf(PictureSize size, const PictureRoom& room) {
   const int inSight = std::max(room.rows - 1, 1);
-  int rows = inSight;
+  int rows = kMostWindows * room.rows;
   if (size == PictureSize::kThumbnail)
     rows = std::min(kThumbnailRows, inSight);
   else if (size != PictureSize::kFullWidth && room.rowHeight > 0)

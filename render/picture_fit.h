@@ -25,8 +25,8 @@ struct PictureRoom {
 };
 
 // The largest that a picture may stand there; 1 x 1 at least. A thumbnail takes four rows, a picture of
-// natural size two thirds of the window's height, and one as wide as the grid all rows but the one of its
-// link, so that it can be seen as a whole.
+// natural size two thirds of the window's height. One as wide as the grid is as high as its shape asks, but
+// two windows at most.
 PixelSize MostOf(PictureSize size, const PictureRoom& room);
 
 // `natural` is the picture's own size; the shape of it is kept. 1 x 1 at least.

@@ -1,17 +1,25 @@
 #include "tools/screenshots/linked_pictures.h"
 
 #include <algorithm>
+#include <string>
+
+#include "core/charset.h"
 
 namespace quillet {
 namespace {
 
-// Those that are in sight have come.
+bool IsWaiting(const PageRow& row) {
+  std::string bytes;
+  for (const PageCell& cell : row.cells)
+    bytes += static_cast<char>(cell.byte);
+  return FromBig5(bytes).find(u"載入中") != std::u16string::npos;
+}
+
+// Those that are in sight have come, or failed.
 void AwaitPictures(DemoRun& run) {
   run.Await(u"the pictures in sight"_qs, [&] {
-    const std::vector<FramePicture>& pictures = run.View().Frame().pictures;
-    return !pictures.empty() &&
-           std::none_of(pictures.begin(), pictures.end(),
-                        [](const FramePicture& picture) { return picture.image.isNull(); });
+    const Page& page = run.View().Frame().page;
+    return std::none_of(page.begin(), page.end(), IsWaiting);
   });
 }
 
