@@ -267,8 +267,7 @@ void ArticlePictures::ComposeSpot(const SpotPlace& place, int row, FrameState& f
                               .image = now.image,
                               .sign = stands ? PictureSign::kPlay : PictureSign::kNone});
   }
-  if (now.image.isNull() && place.offset == 0)
-    PutWords(WordsFor(place.spot, now), frame.page[static_cast<std::size_t>(row)]);
+  if (now.image.isNull()) PutWords(WordsFor(place.spot, now), frame.page[static_cast<std::size_t>(row)]);
 }
 
 std::u16string ArticlePictures::WordsFor(std::size_t spot, const PictureNow& now) const {
