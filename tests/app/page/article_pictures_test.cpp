@@ -97,9 +97,9 @@ TEST_F(ArticlePicturesTest, APictureTakesRowsOfItsOwnBelowItsLink) {
   EXPECT_NE(Row(kBottomRow).find(std::to_string(lastLine) + " / " + std::to_string(lines)), std::string::npos)
       << Row(kBottomRow);
   Press(Qt::Key_End);
-  EXPECT_TRUE(AtRest(Last()));
+  ASSERT_TRUE(Shows(1)) << "the black-listed one's stays closed";
+  EXPECT_EQ(Article().TopRow(), Last());
   EXPECT_TRUE(Row(22).find("t.png") != std::string::npos) << "the last line is the last row still";
-  ASSERT_TRUE(Shows(1)) << "and the black-listed one's stays closed";
   EXPECT_FALSE(asked.contains("/t.png"));
 
   doc->GetSettings().Set(&Settings::work, true);
@@ -112,8 +112,7 @@ TEST_F(ArticlePicturesTest, WhatIsReadStaysWhilePicturesComeAboveIt) {
   const std::string top = Row(0);
   const std::string bottom = Row(22);
   Choose(PictureScope::kAllPages);
-  ASSERT_TRUE(Until([&] { return Article().Rows().Count() > lines + 2; }));
-  EXPECT_GT(Article().TopRow(), 20);
+  ASSERT_TRUE(Until([&] { return Article().TopRow() > 20; }));
   EXPECT_EQ(Row(0), top);
   EXPECT_EQ(Row(22), bottom);
   Choose(PictureScope::kNone);
@@ -130,7 +129,6 @@ TEST_F(ArticlePicturesTest, AClickOnTheLinkOpensAndClosesIt) {
                    [&](const QString& link) { clicked = link; });
   Click(kLink + 2, 3);
   EXPECT_EQ(clicked, "https://pictures.example/a.png");
-  EXPECT_EQ(View().cursor().shape(), Qt::PointingHandCursor);
   Click(kLink, 3, Qt::ControlModifier);
   EXPECT_EQ(opener.opened, std::vector<std::u16string>{u"https://pictures.example/a.png"});
   EXPECT_EQ(Shown().size(), 1U);
