@@ -208,7 +208,7 @@ class Visitor {
   }
 
   void ScrollWhole() {
-    const int last = LastTop(Article().LineCount());
+    const int last = Article().LastTopRow();
     if (articles_ % 2 == 0) {
       RollTo(last);
     } else {
@@ -218,21 +218,21 @@ class Visitor {
     }
   }
 
-  bool RestsAt(int top) { return Article().TopLine() == top && Article().TargetLine() == top; }
+  bool RestsAt(int top) { return Article().TopRow() == top && Article().TargetRow() == top; }
 
   void RollTo(int last) {
     run_.Await("the end by the wheel", [&] {
-      if (Article().TargetLine() != last) Wheel(-1);
+      if (Article().TargetRow() != last) Wheel(-1);
       return RestsAt(last);
     });
   }
 
   void PageTo(int last) {
-    while (run_.IsFine() && Article().TargetLine() != last) {
-      const int top = Article().TargetLine();
+    while (run_.IsFine() && Article().TargetRow() != last) {
+      const int top = Article().TargetRow();
       Type({NamedKey(Qt::Key_PageDown)});
-      run_.Await("the next page", [&] { return RestsAt(Article().TargetLine()); });
-      if (Article().TargetLine() == top) run_.Fail(QStringLiteral("Page Down did not move the article."));
+      run_.Await("the next page", [&] { return RestsAt(Article().TargetRow()); });
+      if (Article().TargetRow() == top) run_.Fail(QStringLiteral("Page Down did not move the article."));
     }
   }
 

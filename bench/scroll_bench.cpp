@@ -124,7 +124,7 @@ class Scrolling {
     Measure(name, [&] {
       run_.Await("the article's end", [&] {
         constexpr int kLittle = 6;
-        if (Article().TargetLine() != end && std::abs(Article().TargetLine() - Article().TopLine()) < kLittle)
+        if (Article().TargetRow() != end && std::abs(Article().TargetRow() - Article().TopRow()) < kLittle)
           Wheel(notch);
         return RestsAt(end);
       });
@@ -166,8 +166,8 @@ class Scrolling {
  private:
   CQuillView& View() { return run_.View(); }
   const ArticleView& Article() { return View().Article(); }
-  int Last() { return LastTop(Article().LineCount()); }
-  bool RestsAt(int top) { return Article().TopLine() == top && Article().TargetLine() == top; }
+  int Last() { return Article().LastTopRow(); }
+  bool RestsAt(int top) { return Article().TopRow() == top && Article().TargetRow() == top; }
 
   void Wheel(int notches) {
     constexpr int kNotch = 120;
@@ -179,7 +179,7 @@ class Scrolling {
 
   void Measure(const char* name, const std::function<void()>& scroll) {
     if (!run_.IsFine()) return;
-    application_.Begin([this] { return Article().TopLine(); });
+    application_.Begin([this] { return Article().TopRow(); });
     scroll();
     const std::vector<Work> steps = application_.End();
     if (steps.empty()) return run_.Fail(QStringLiteral("Nothing has moved."));

@@ -126,8 +126,9 @@ class KeyMessage {
 
   KeyDecision Decide() const {
     using Step = std::optional<KeyDecision> (KeyMessage::*)() const;
-    constexpr std::array<Step, 11> kSelectSteps = {
+    constexpr std::array<Step, 12> kSelectSteps = {
         &KeyMessage::ForNotice,     // over everything
+        &KeyMessage::ForPicture,    //
         &KeyMessage::ForCommand,    //
         &KeyMessage::ForSideList,   //
         &KeyMessage::ForEscape,     // the selection, what was found, the reveal, the automation
@@ -148,6 +149,7 @@ class KeyMessage {
 
  private:
   std::optional<KeyDecision> ForNotice() const;
+  std::optional<KeyDecision> ForPicture() const;
   std::optional<KeyDecision> ForCommand() const;
   std::optional<KeyDecision> ForSideList() const;
   std::optional<KeyDecision> ForEscape() const;
@@ -179,6 +181,11 @@ std::optional<KeyDecision> KeyMessage::ForNotice() const {
   if (!window_.noticeShown || !its || press_.alt) return std::nullopt;
   // A key that was held down before the panel came is no answer to it.
   return Once(phase_, OnKey(KeyRoute::kNotice, press_.virtualKey));
+}
+
+std::optional<KeyDecision> KeyMessage::ForPicture() const {
+  if (!window_.pictureShown) return std::nullopt;
+  return Once(phase_, OnKey(KeyRoute::kPicture, press_.virtualKey));
 }
 
 std::optional<KeyDecision> KeyMessage::ForCommand() const {

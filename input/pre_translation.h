@@ -22,6 +22,7 @@ enum class SearchUse {
 // What of the window and the settings decides about a key.
 struct WindowState {
   bool noticeShown = false;      // a panel with something to say: Enter and Esc are its
+  bool pictureShown = false;     // one over the whole terminal, which goes with the next key
   bool sideListShown = false;    //
   bool selectionShown = false;   //
   bool revealShown = false;      // Tab has shown descriptions or hidden lines
@@ -40,6 +41,7 @@ struct WindowState {
 enum class KeyRoute {
   kToolkit,    // not ours: menus and shortcuts
   kNotice,     // `action.virtualKey`: Enter or Esc for the panel
+  kPicture,    // puts away the picture over the terminal
   kSideList,   // `action.virtualKey`, 0 for a key that it does not know: the open side list takes it
   kSelection,  // clears or extends the selection, as `select` says
   kReveal,     // ends what Tab has shown

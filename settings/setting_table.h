@@ -23,12 +23,13 @@ enum class SettingKind {
 };
 
 enum class ActedOnBy {
-  kNobody,   // nothing in this version: kept and shown only
-  kDrawing,  // the painters, by way of DisplaySettings
-  kStyling,  // what dresses the lines of the screen and of articles
-  kMouse,    // the decisions about the mouse
-  kWindow,   // the window, its dialogs and whatever else stands behind it
-  kLater     // written for versions to come
+  kNobody,    // nothing in this version: kept and shown only
+  kDrawing,   // the painters, by way of DisplaySettings
+  kStyling,   // what dresses the lines of the screen and of articles
+  kPictures,  // what opens the pictures of links
+  kMouse,     // the decisions about the mouse
+  kWindow,    // the window, its dialogs and whatever else stands behind it
+  kLater      // written for versions to come
 };
 
 enum class OptionPanel { kNone, kDisplay, kBehavior, kList, kHotTrack, kControl };

@@ -25,6 +25,7 @@ CQuillDoc::CQuillDoc(DocumentParts parts)
     : endpoints_(std::move(parts.endpoints)),
       version_(std::move(parts.version)),
       placeFolders_(std::move(parts.placeFolders)),
+      cacheFolder_(std::move(parts.cacheFolder)),
       registry_(parts.registry),
       ofSystem_(parts.ofSystem != nullptr ? *parts.ofSystem : parts.registry),
       opener_(parts.opener),

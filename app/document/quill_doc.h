@@ -36,6 +36,7 @@ struct DocumentParts {
   Opener& opener;
   DataFiles::Folders folders;
   std::vector<std::filesystem::path> placeFolders{};  // see PlaceBook
+  std::filesystem::path cacheFolder{};  // of what can be fetched again; empty: nothing of it is kept
   std::function<std::string()> machineTag = MachineTag;
   SessionDriver::Clock clock{};  // empty: the steady clock
   std::u16string version{};      // the program's, noted among the settings; empty: none is
@@ -66,6 +67,7 @@ class CQuillDoc : public QObject {
   MessageTarget& Messages() { return messages_; }
   const Endpoints& Hosts() const { return endpoints_; }
   const std::vector<std::filesystem::path>& PlaceFolders() const { return placeFolders_; }
+  const std::filesystem::path& CacheFolder() const { return cacheFolder_; }
   // What web addresses are opened with.
   Opener& WebOpener() { return opener_; }
 
@@ -96,6 +98,7 @@ class CQuillDoc : public QObject {
   Endpoints endpoints_;
   const std::u16string version_;
   const std::vector<std::filesystem::path> placeFolders_;
+  const std::filesystem::path cacheFolder_;
   Registry& registry_;
   Registry& ofSystem_;
   Opener& opener_;

@@ -11,6 +11,7 @@ UserPlaces OwnPlaces() {
           .ofSystem = nullptr,
           .folders = {.working = IsInstalled() ? std::filesystem::path{} : ProgramFolder(),
                       .data = UserDataFolder()},
+          .cache = UserCacheFolder(),
           .scratch = nullptr};
 }
 
@@ -18,6 +19,7 @@ UserPlaces PlacesOfProfile(const std::filesystem::path& folder) {
   return {.registry = OpenProfileRegistry(folder),
           .ofSystem = OpenUserRegistry(),
           .folders = {.working = {}, .data = folder},
+          .cache = folder / "cache",
           .scratch = nullptr};
 }
 

@@ -17,6 +17,7 @@ struct UserPlaces {
   // What concerns the whole system is kept here; null: in the other one.
   std::unique_ptr<Registry> ofSystem{};
   DataFiles::Folders folders;
+  std::filesystem::path cache{};           // of what can be fetched again; empty: nothing of it is kept
   std::unique_ptr<QTemporaryDir> scratch;  // removed with all it holds; null for the user's own places
 };
 

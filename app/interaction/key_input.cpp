@@ -44,6 +44,7 @@ std::optional<bool> KeyInput::PerformInWindow(const KeyDecision& decision) {
     case KeyRoute::kSwallowed:
       return true;
     case KeyRoute::kNotice:
+    case KeyRoute::kPicture:
     case KeyRoute::kSideList:
       return parts_.overlays.OnKey(decision);
     case KeyRoute::kSearch:

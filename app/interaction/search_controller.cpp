@@ -42,7 +42,7 @@ void SearchController::Perform(SearchStep step) {
 
 void SearchController::Ask() {
   if (!bar_.IsOpen()) {
-    origin_ = article_.TargetLine();
+    origin_ = article_.Rows().At(article_.TargetRow());
     TakeText(wanted_, Seek::kStays);
   }
   bar_.Open(wanted_);
@@ -57,19 +57,20 @@ void SearchController::TakeText(const QString& text, Seek seek) {
   Read(0);
   seeks_ = seek == Seek::kMoves && marks_;
   if (seeks_) SeekFromOrigin();
-  if (here_ < 0 && seek == Seek::kMoves) ScrollTo(origin_);
+  if (here_ < 0 && seek == Seek::kMoves) ScrollTo(article_.Rows().RowOf(origin_));
   Review();
 }
 
 void SearchController::SeekFromOrigin() {
-  int number = search_.NumberFrom(origin_, 0, text_);
+  int number = search_.NumberFrom(origin_.line, 0, text_);
   // While lines are yet to come, the next hit may be in them.
   if (number >= search_.Count() && !IsReading()) number = 0;
   if (number >= search_.Count()) return;
   seeks_ = false;
-  const int line = search_.At(number, text_).line;
+  const int origin = article_.Rows().RowOf(origin_);
+  const int row = article_.Rows().RowOf(search_.At(number, text_).line);
   // What is in sight from where one was is looked at from there.
-  if (line >= origin_ && line < origin_ + PageStep(article_.LinesInSight())) ScrollTo(origin_);
+  if (row >= origin && row < origin + PageStep(article_.LinesInSight())) ScrollTo(origin);
   StandAt(number);
 }
 
@@ -83,7 +84,7 @@ void SearchController::Confirm() {
 }
 
 void SearchController::Dismiss() {
-  ScrollTo(origin_);
+  ScrollTo(article_.Rows().RowOf(origin_));
   Forget();
 }
 
@@ -121,7 +122,7 @@ void SearchController::Step(SearchStep step) {
   int number = IsHereInSight() ? here_ + (on ? 1 : -1) : on ? inSight : inSight - 1;
   const bool wraps = number < 0 || number >= count;
   if (wraps && on && IsReading()) {
-    article_.ScrollBy(article_.LineCount());
+    article_.ScrollBy(article_.Rows().Count());
     emit Said(SearchMessages::NoMoreYet());
     return;
   }
@@ -137,24 +138,23 @@ void SearchController::Step(SearchStep step) {
 }
 
 bool SearchController::IsHereInSight() const {
-  const int top = article_.TargetLine();
-  return here_ >= 0 && hereHit_.line >= top && hereHit_.line < top + article_.LinesInSight();
+  return here_ >= 0 && article_.WillShow(hereHit_.line);
 }
 
 void SearchController::StandAt(int number) {
   here_ = number;
   hereHit_ = search_.At(number, text_);
   const int lines = article_.LinesInSight();
-  const int top = article_.TargetLine();
+  const int top = article_.TargetRow();
+  const int row = article_.Rows().RowOf(hereHit_.line);
   // The field may lie over the lowest line.
-  if (hereHit_.line < top || hereHit_.line >= top + PageStep(lines))
-    ScrollTo(std::max(0, hereHit_.line - lines / kContextShare));
+  if (row < top || row >= top + PageStep(lines)) ScrollTo(std::max(0, row - lines / kContextShare));
   stoodAt_ = article_.TargetLine();
   hereSeen_ = true;
 }
 
-void SearchController::ScrollTo(int top) {
-  if (top != article_.TargetLine()) article_.ScrollTo(top);
+void SearchController::ScrollTo(int row) {
+  if (row != article_.TargetRow()) article_.ScrollTo(row);
 }
 
 // ---- The lines

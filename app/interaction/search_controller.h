@@ -64,7 +64,7 @@ class SearchController : public QObject {
   // The hit from which a step goes on; nothing: from what is in sight.
   bool IsHereInSight() const;
   void StandAt(int number);
-  void ScrollTo(int top);
+  void ScrollTo(int row);
   void Review();
   bool IsReading() const { return !article_.Reading().Lines().IsComplete(); }
 
@@ -76,7 +76,7 @@ class SearchController : public QObject {
   bool marks_ = false;  // hits are marked
   bool walks_ = false;  // the key before was about them
   bool seeks_ = false;  // a text has been typed, and its hit is yet to come
-  int origin_ = 0;      // the first line in sight when the field was opened
+  LinePlace origin_;    // the first line in sight when the field was opened
   int stoodAt_ = 0;     // the first line in sight after the last step
   int here_ = -1;       // the number of the hit at which the user is
   SearchHit hereHit_;

@@ -88,6 +88,7 @@ void ArticleView::OnScreen(const ScreenSnapshot& screen, const UnderstoodPage& p
   const bool another = IsAnotherArticle();
   if (another) {
     dressed_.Clear();
+    bands_.clear();
     postTime_ = 0;
     beyond_ = 0;
   }
@@ -145,6 +146,7 @@ void ArticleView::Forget() {
   postTime_ = 0;
   IsAnotherArticle();
   dressed_.Clear();
+  bands_.clear();
   Follow();
   StandAt(0);
   Review();
@@ -177,23 +179,57 @@ bool ArticleView::IsAnotherArticle() {
 
 void ArticleView::Follow() {
   const bool resting = top_ == target_;
-  const int topLine = dressed_.Count() > 0 ? dressed_.LineOf(top_) : 0;
+  const RowAnchor top = AnchorAt(top_);
   // It is not known while the article is away to be opened anew.
   if (OpenArticle().postTime != 0) postTime_ = OpenArticle().postTime;
   dressed_.Follow(reading_.Lines(), postTime_, rules_);
+  LayRows();
   target_ = TopOf(anchor_);
-  top_ = resting ? target_ : TopOf(topLine);
-  if (stay_ == Stay::kAtEnd) GoTo(LastTopLine(), Motion::kEased, Stay::kAtEnd);
+  top_ = resting ? target_ : TopOf(top);
+  if (stay_ == Stay::kAtEnd) GoTo(LastTopRow(), Motion::kEased, Stay::kAtEnd);
   if (beyond_ > 0) GoBeyond(target_ + beyond_);
 }
 
 void ArticleView::GoBeyond(int top) {
   GoTo(top, Motion::kEased, Stay::kAtLine);
-  beyond_ = reading_.Lines().IsComplete() ? 0 : std::clamp(top - LastTopLine(), 0, kMostBeyond);
+  beyond_ = reading_.Lines().IsComplete() ? 0 : std::clamp(top - LastTopRow(), 0, kMostBeyond);
 }
 
-int ArticleView::TopOf(int line) const {
-  return std::clamp(dressed_.IndexOf(line), 0, LastTopLine());
+void ArticleView::LayRows() {
+  std::vector<PictureBand> shown;
+  shown.reserve(bands_.size());
+  for (const PictureBand& band : bands_)
+    if (const int index = dressed_.IndexOf(band.line); dressed_.LineOf(index) == band.line)
+      shown.push_back({index, band.rows});
+  rows_.Set(dressed_.Count(), shown);
+}
+
+RowAnchor ArticleView::AnchorAt(int row) const {
+  RowAnchor anchor = rows_.AnchorAt(row);
+  anchor.line = std::max(dressed_.LineOf(anchor.line), 0);
+  return anchor;
+}
+
+int ArticleView::TopOf(const RowAnchor& anchor) const {
+  const int index = dressed_.IndexOf(anchor.line);
+  const bool isShown = dressed_.LineOf(index) == anchor.line;
+  const int row = rows_.RowOf(RowAnchor{index, isShown ? anchor.toEnd : RowAnchor::kOwnRow});
+  return std::clamp(row, 0, LastTopRow());
+}
+
+// Who is at the end of a page that held the whole article was not sent there, and has its begin before him.
+void ArticleView::SetBands(std::vector<PictureBand> bands, BandsBy by) {
+  if (bands == bands_) return;
+  const bool resting = top_ == target_;
+  const bool followsEnd = stay_ == Stay::kAtEnd && target_ > 0 && by == BandsBy::kThemselves;
+  const RowAnchor top = AnchorAt(top_);
+  bands_ = std::move(bands);
+  LayRows();
+  target_ = followsEnd ? LastTopRow() : TopOf(anchor_);
+  top_ = resting ? target_ : TopOf(top);
+  if (followsEnd) anchor_ = AnchorAt(target_);
+  if (target_ < LastTopRow() && reading_.Lines().IsComplete()) stay_ = Stay::kAtLine;
+  Review();
 }
 
 // ---- Where it stands
@@ -206,22 +242,22 @@ bool ArticleView::IsShown() const {
 
 void ArticleView::StandAt(int line) {
   beyond_ = 0;
-  GoTo(dressed_.IndexOf(line), Motion::kAtOnce, Stay::kAtLine);
+  GoTo(rows_.RowOf(dressed_.IndexOf(line)), Motion::kAtOnce, Stay::kAtLine);
   // It may lie beyond what is known yet.
-  anchor_ = line;
+  anchor_ = {line};
 }
 
 void ArticleView::StandWhereWanted() {
   if (wanted_->line == kEnd)
-    GoTo(LastTopLine(), Motion::kAtOnce, Stay::kAtEnd);
+    GoTo(LastTopRow(), Motion::kAtOnce, Stay::kAtEnd);
   else
     StandAt(wanted_->line);
 }
 
 void ArticleView::GoTo(int top, Motion motion, Stay stay) {
-  target_ = std::clamp(top, 0, LastTopLine());
-  anchor_ = dressed_.Count() > 0 ? dressed_.LineOf(target_) : 0;
-  const bool atEnd = target_ == LastTopLine() && reading_.Lines().IsComplete();
+  target_ = std::clamp(top, 0, LastTopRow());
+  anchor_ = AnchorAt(target_);
+  const bool atEnd = target_ == LastTopRow() && reading_.Lines().IsComplete();
   stay_ = atEnd ? Stay::kAtEnd : stay;
   if (motion == Motion::kAtOnce || rules_.settings->noScrollAnimation) top_ = target_;
   if (top_ == target_ || animation_.isActive()) return;
@@ -230,7 +266,7 @@ void ArticleView::GoTo(int top, Motion motion, Stay stay) {
 }
 
 void ArticleView::Step() {
-  top_ = std::clamp(ScrollAnimationStep(top_, target_), 0, LastTopLine());
+  top_ = std::clamp(ScrollAnimationStep(top_, target_), 0, LastTopRow());
   if (top_ == target_) animation_.stop();
 }
 
@@ -245,7 +281,7 @@ void ArticleView::MoveTo(int top, Motion motion, Stay stay) {
     GoBeyond(top);
   else
     GoTo(top, motion, stay);
-  const bool nearEnd = target_ + inSight_ + kLinesShown > dressed_.Count();
+  const bool nearEnd = target_ + inSight_ + kLinesShown > rows_.Count();
   if (nearEnd && !reading_.Lines().IsComplete() && !parts_.automations.IsBusy())
     reading_.WantMore(SteadyMilliseconds());
   ReadOnInTime();
@@ -255,7 +291,7 @@ void ArticleView::MoveTo(int top, Motion motion, Stay stay) {
 
 PagingState ArticleView::Paging() const {
   return {.top = target_ + beyond_,
-          .count = dressed_.Count(),
+          .count = rows_.Count(),
           .shown = inSight_,
           .complete = reading_.Lines().IsComplete(),
           .keepArticle = rules_.settings->preventUpDownChangeArticle};
@@ -284,19 +320,28 @@ bool ArticleView::ApplyPaging(const PagingAction& action) {
   return false;
 }
 
-bool ArticleView::ScrollBy(int lines) {
-  if (!IsShown() || (LastTopLine() == 0 && reading_.Lines().IsComplete())) return false;
-  const int top = target_ + beyond_ + std::clamp(lines, -dressed_.Count(), dressed_.Count());
+bool ArticleView::ScrollBy(int rows) {
+  if (!IsShown() || (LastTopRow() == 0 && reading_.Lines().IsComplete())) return false;
+  const int top = target_ + beyond_ + std::clamp(rows, -rows_.Count(), rows_.Count());
   MoveTo(top, Motion::kEased, Stay::kAtLine);
   return true;
 }
 
-void ArticleView::ScrollTo(int top) {
-  MoveTo(top, Motion::kEased, Stay::kAtLine);
+void ArticleView::ScrollWithin(int rows) {
+  ScrollTo(std::clamp(target_ + rows, 0, LastTopRow()));
+}
+
+void ArticleView::ScrollTo(int row) {
+  MoveTo(row, Motion::kEased, Stay::kAtLine);
+}
+
+bool ArticleView::WillShow(int line) const {
+  const int row = rows_.RowOf(line);
+  return row >= target_ && row < target_ + inSight_;
 }
 
 void ArticleView::GoToFirstPush() {
-  if (const int first = dressed_.FirstPush(); first >= 0) ScrollTo(first);
+  if (const int first = dressed_.FirstPush(); first >= 0) ScrollTo(rows_.RowOf(first));
 }
 
 void ArticleView::ReadOn() {
@@ -305,14 +350,14 @@ void ArticleView::ReadOn() {
 }
 
 void ArticleView::KeepPlace() {
-  wanted_ = {OpenArticle(), anchor_};
+  wanted_ = {OpenArticle(), anchor_.line};
 }
 
 void ArticleView::ShowEnd() {
   if (!wanted_) return;
   wanted_->line = kEnd;
   beyond_ = 0;
-  GoTo(LastTopLine(), Motion::kEased, Stay::kAtEnd);
+  GoTo(LastTopRow(), Motion::kEased, Stay::kAtEnd);
   Review();
   emit Changed();
 }
@@ -326,11 +371,12 @@ void ArticleView::Review() {
     top_ = target_;
   }
   bar_ = shown ? MakeArticleBar(BarInput()) : ArticleBar{};
-  scrollBar_->Follow(target_, LastTopLine(), shown && LastTopLine() > 0);
+  scrollBar_->Follow(target_, LastTopRow(), shown && LastTopRow() > 0);
 }
 
 ArticleBarInput ArticleView::BarInput() const {
-  ArticleBarInput input{.line = std::min(top_ + inSight_, dressed_.Count()),
+  const int lastRow = std::min(top_ + inSight_, rows_.Count()) - 1;
+  ArticleBarInput input{.line = lastRow < 0 ? 0 : rows_.At(lastRow).line + 1,
                         .lines = dressed_.Count(),
                         .stillReading = !reading_.Lines().IsComplete(),
                         .controlCodes = dressed_.HasControlCodes(),
@@ -348,6 +394,17 @@ void ArticleView::SetHovered(Command command) {
   emit Changed();
 }
 
+std::optional<LinePlace> ArticleView::PlaceAtRow(int row) const {
+  const int at = top_ + row - (kLinesShown - inSight_);
+  if (at < 0 || at >= rows_.Count()) return std::nullopt;
+  return rows_.At(at);
+}
+
+int ArticleView::LineAtRow(int row) const {
+  const std::optional<LinePlace> place = PlaceAtRow(row);
+  return place && place->below == 0 ? place->line : -1;
+}
+
 void ArticleView::Compose(FrameState& frame) const {
   for (int row = 0; row < kLinesShown; ++row) {
     PageRow& shown = frame.page[static_cast<std::size_t>(row)];
@@ -356,12 +413,13 @@ void ArticleView::Compose(FrameState& frame) const {
   }
   frame.page[kBottomRow] = bar_.row;
   frame.caretRow = -1;
-  frame.progress = LastTopLine() > 0 ? static_cast<double>(top_) / LastTopLine() : 0;
+  frame.progress = LastTopRow() > 0 ? static_cast<double>(top_) / LastTopRow() : 0;
 }
 
 bool ArticleView::StandsLikePage(int firstLine, int rows) const {
   for (int row = 0; row < rows; ++row) {
     const int line = dressed_.LineOf(LineAtRow(row));
+    if (line < 0 && PlaceAtRow(row)) return false;  // a picture
     const int wanted = firstLine + row < reading_.Lines().Count() ? firstLine + row : -1;
     if (line != wanted) return false;
   }

@@ -18,6 +18,7 @@
 #include "input/commands/commands.h"
 #include "render/article_bar.h"
 #include "render/paint/frame_painter.h"
+#include "render/picture_rows.h"
 #include "render/style/styled_article.h"
 #include "settings/settings_store.h"
 
@@ -63,9 +64,13 @@ class ArticleView : public QObject {
   bool IsShown() const;
   // Fills page, caret and progress of `frame`. Only while shown.
   void Compose(FrameState& frame) const;
-  // The line in a row of the picture above the bar, seen or not; outside 0 to LineCount() - 1 where there is
-  // none.
-  int LineAtRow(int row) const { return top_ + row - (kLinesShown - inSight_); }
+  // The line in a row of the picture above the bar, seen or not; -1 where there is none, and below a line
+  // where its pictures are.
+  int LineAtRow(int row) const;
+  // What stands there, a line or a picture below one; nothing where the article has no such row.
+  std::optional<LinePlace> PlaceAtRow(int row) const;
+  // The row of the picture that shows a line, seen or not; also beyond the picture's edges.
+  int RowOfLine(int line) const { return rows_.RowOf(line) - top_ + kLinesShown - inSight_; }
   // Its lines stand in the picture as they do on the BBS's page, whose row 0 holds this line of the article.
   bool StandsLikePage(int firstLine, int rows) const;
   // What the bottom row's captions do. Empty while not shown.
@@ -75,10 +80,13 @@ class ArticleView : public QObject {
   PagingState Paging() const;
   // Carries out what a key was decided to mean. False: the key is to go to the BBS.
   bool ApplyPaging(const PagingAction& action);
-  // Lines to move by, positive down. False when there is nothing to move: no article is shown, or it fits the
+  // Rows to move by, positive down. False when there is nothing to move: no article is shown, or it fits the
   // page.
-  bool ScrollBy(int lines);
-  void ScrollTo(int top);
+  bool ScrollBy(int rows);
+  // The same, as far as lines are known.
+  void ScrollWithin(int rows);
+  // To one of the article's rows, 0 to RowCount() - 1.
+  void ScrollTo(int row);
   bool HasPushes() const { return dressed_.FirstPush() >= 0; }
   void GoToFirstPush();
   // The rest is wanted now, wherever one reads.
@@ -95,9 +103,28 @@ class ArticleView : public QObject {
   void PlaceScrollBar(const QRect& area, bool plain);
   // In widget units; 0 while there is none.
   int ScrollBarWidth() const { return scrollBar_->isHidden() ? 0 : scrollBar_->width(); }
-  int TopLine() const { return top_; }
-  int TargetLine() const { return target_; }
+  // The article's rows: its lines, and below some of them those of their pictures.
+  const PictureRows& Rows() const { return rows_; }
+  int TopRow() const { return top_; }
+  int TargetRow() const { return target_; }
+  int LastTopRow() const { return LastTop(rows_.Count(), inSight_); }
+  // Whether the line will be in sight where the motion ends.
+  bool WillShow(int line) const;
+  int TopLine() const { return rows_.At(top_).line; }
+  int TargetLine() const { return rows_.At(target_).line; }
   int LineCount() const { return dressed_.Count(); }
+  // The article's own line behind a shown one; -1: there is none.
+  int SourceLine(int index) const { return dressed_.LineOf(index); }
+  // The shown line of one of the article's own, or the next one where it is left out.
+  int ShownIndex(int line) const { return dressed_.IndexOf(line); }
+  const StyledArticle& Dressed() const { return dressed_; }
+  const StyleRules& Rules() const { return rules_; }
+
+  // The rows that pictures take below lines of the article, left out or not, in the order of the lines. What
+  // is read stays where it is: the first line in sight; for who reads at the end the last one, unless he has
+  // opened or closed something himself.
+  enum class BandsBy { kThemselves, kUser };
+  void SetBands(std::vector<PictureBand> bands, BandsBy by);
   // Another number when lines may be shown, hidden or left out that were not so before.
   unsigned RulesVersion() const { return rulesVersion_; }
   // The article's line behind a shown one; null where there is none, or while it is read anew.
@@ -132,9 +159,12 @@ class ArticleView : public QObject {
   // Whether the lines are another article's than at the last call.
   bool IsAnotherArticle();
 
-  int LastTopLine() const { return LastTop(dressed_.Count(), inSight_); }
-  // The top that brings a line of the article there, as far as lines are known.
-  int TopOf(int line) const;
+  // Brings the bands to the lines that are shown.
+  void LayRows();
+  // In lines of the article, whether they are left out or not.
+  RowAnchor AnchorAt(int row) const;
+  // The top that brings it there, as far as lines are known.
+  int TopOf(const RowAnchor& anchor) const;
   void StandAt(int line);
   void StandWhereWanted();
   void GoTo(int top, Motion motion, Stay stay);
@@ -166,8 +196,10 @@ class ArticleView : public QObject {
   unsigned rulesVersion_ = 0;
   int top_ = 0;
   int target_ = 0;
-  int anchor_ = 0;  // the line of the article that stands, or is to stand, at the top
-  int beyond_ = 0;  // lines past the target that the user has asked for and that are yet to come
+  RowAnchor anchor_;                // of the article, that stands, or is to stand, at the top
+  std::vector<PictureBand> bands_;  // below lines of the article
+  PictureRows rows_;                // below lines that are shown
+  int beyond_ = 0;  // rows past the target that the user has asked for and that are yet to come
   Stay stay_ = Stay::kAtLine;
   // Where to stand in an article whatever page of it the BBS comes back to.
   struct Wish {

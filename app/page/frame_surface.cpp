@@ -96,6 +96,22 @@ std::optional<CellPosition> FrameSurface::CellAt(const QPointF& at) const {
   return CellPosition{row, col};
 }
 
+std::optional<FrameSurface::PixelInRow> FrameSurface::PixelAt(const QPointF& at) const {
+  const int row = RowAt(at.y());
+  if (row < 0 || row >= kRows) return std::nullopt;
+  return PixelInRow{row, qFloor(at.x() * scale_) - qMax(0, CurrentLayout().originX)};
+}
+
+PictureRoom FrameSurface::RoomForPictures(int rowsInSight) const {
+  const Layout& layout = CurrentLayout();
+  const QSize window = painter_.Image().size();
+  return {.width = qMin(kCols * layout.halfCell, window.width() - qMax(0, layout.originX)),
+          .rowHeight = layout.rowHeight,
+          .rows = rowsInSight,
+          .windowHeight = window.height(),
+          .scale = scale_};
+}
+
 FrameSurface::Place FrameSurface::PlaceAt(const QPointF& at) const {
   const int wanted = RowAt(at.y());
   const int row = qBound(FirstInSight(CurrentLayout()), wanted, kBottomRow);

@@ -36,11 +36,20 @@ class FrameSurface {
   const Layout& CurrentLayout() const { return painter_.CurrentLayout(); }
   // Device pixels per widget unit.
   qreal Scale() const { return scale_; }
+  // For an article of which so many rows are in sight.
+  PictureRoom RoomForPictures(int rowsInSight) const;
   // A cell in widget units.
   QRectF CellRect(int row, int col) const;
   // The cell under a point in widget units, by the size that the row was drawn with last; none outside the
   // page.
   std::optional<CellPosition> CellAt(const QPointF& at) const;
+  // The row under a point in widget units, and how many device pixels the point lies right of the grid's left
+  // edge; none outside the page.
+  struct PixelInRow {
+    int row = 0;
+    int x = 0;
+  };
+  std::optional<PixelInRow> PixelAt(const QPointF& at) const;
   // Where in the rows of cells a point in widget units lies, or the nearest place to it.
   struct Place {
     int row = 0;

@@ -21,6 +21,8 @@ class PictureLines : public SelectableText {
   virtual int LineDrawnAtRow(int row) const { return LineAtRow(row); }
   // Where a line is in the picture; -1: not now.
   virtual int RowOfLine(int line) const = 0;
+  // How many rows one line stands below another, whether they are in the picture or not; negative: above.
+  virtual int RowsBetween(int from, int to) const { return to - from; }
   // Where links stand in a line.
   virtual LinkPlaces Links(int index) const { return FindLinkPlaces(Line(index).text); }
   // Where a line names a person's address.

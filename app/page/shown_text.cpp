@@ -96,19 +96,22 @@ int ShownText::LineAtRow(int row) const {
   if (!IsArticle()) return screenRow < 0 ? -1 : row;
   const int line = article_.LineAtRow(row);
   const bool inSight = row < kLinesShown && row >= kLinesShown - article_.LinesInSight();
-  return screenRow < 0 && inSight && line < article_.LineCount() ? line : -1;
+  return screenRow < 0 && inSight ? line : -1;
 }
 
 int ShownText::LineDrawnAtRow(int row) const {
   const bool isArticles = IsArticle() && row >= 0 && row < kLinesShown && composer_.ScreenRowAt(row) < 0;
   if (!isArticles) return LineAtRow(row);
-  const int line = article_.LineAtRow(row);
-  return line >= 0 && line < article_.LineCount() ? line : -1;
+  return article_.LineAtRow(row);
+}
+
+int ShownText::RowsBetween(int from, int to) const {
+  return IsArticle() ? article_.RowOfLine(to) - article_.RowOfLine(from) : to - from;
 }
 
 int ShownText::RowOfLine(int line) const {
   if (line < 0) return -1;
-  const int row = IsArticle() ? line - article_.LineAtRow(0) : line;
+  const int row = IsArticle() ? article_.RowOfLine(line) : line;
   return LineAtRow(row) == line ? row : -1;
 }
 

@@ -25,6 +25,7 @@ class ShownText : public PictureLines {
   int LineAtRow(int row) const override;
   int LineDrawnAtRow(int row) const override;
   int RowOfLine(int line) const override;
+  int RowsBetween(int from, int to) const override;
   bool IsArticle() const override;
   LinkPlaces Links(int index) const override;
   AddressInLine Address(int index) const override;

@@ -88,6 +88,7 @@ void CQuillApp::InitInstance() {
                                                 .opener = opener_,
                                                 .folders = places_.folders,
                                                 .placeFolders = {resources.dataFolder, places_.folders.data},
+                                                .cacheFolder = places_.cache,
                                                 .version = QStringLiteral(QUILLET_VERSION).toStdU16String()});
   doc_->Load();
   demo_ = std::make_unique<DemoHost>(options_.contentFolder.isEmpty()

@@ -6,10 +6,12 @@
 #include <QApplication>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QWindow>
 #include <QtMath>
 
 #include "app/document/media_services.h"
 #include "app/messages/article_messages.h"
+#include "app/messages/picture_messages.h"
 #include "app/messages/text_messages.h"
 #include "bbs/idle_key.h"
 #include "platform/clock.h"
@@ -20,6 +22,19 @@ namespace {
 
 // What ages keep away from at the right edge, in widget units: the article's scroll bar.
 constexpr qreal kRightInset = 10;
+
+PictureStoreOptions StoreOptionsFor(const CQuillDoc& doc) {
+  PictureStoreOptions options;
+  options.hosts = MediaHostsOf(doc.Hosts());
+  options.cacheFolder = QString::fromStdU16String(doc.CacheFolder().u16string());
+  return options;
+}
+
+FetchBehavior BehaviorOf(const Settings& settings) {
+  const bool manyConnections = settings.downloadEngine == DownloadEngine::kWinInet;
+  return {.strategy = manyConnections ? FetchStrategy::kManyConnections : FetchStrategy::kOneConnection,
+          .partial = settings.openPicAfterDownload ? PartialPictures::kHidden : PartialPictures::kShown};
+}
 
 }  // namespace
 
@@ -50,6 +65,12 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
                 .bookmarks = doc.GetBookmarks(),
                 .settings = settings_.Store()},
                *this),
+      pictureStore_(StoreOptionsFor(doc)),
+      pictures_({.article = article_,
+                 .store = pictureStore_,
+                 .settings = settings_.Fields(),
+                 .wordsFor = DescribePictureWithoutImage}),
+      screenPicture_(pictureStore_, settings_.Fields(), *this),
       composer_({.article = article_,
                  .bookmarks = doc.GetBookmarks(),
                  .settings = settings_.Store(),
@@ -65,6 +86,8 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
               .surface = surface_,
               .composer = composer_,
               .article = article_,
+              .pictures = pictures_,
+              .screenPicture = screenPicture_,
               .overlays = overlays_,
               .sideList = sideList_,
               .sideButtons = sideButtons_,
@@ -96,9 +119,8 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
   connect(&connection_, &Connection::ConnectionBegins, this, [this] {
     hands_.Keys().DropWaiting();
     article_.Forget();
-    const Site& site = connection_.CurrentSite();
-    places_.OpenSite(site.placesFolder);
-    linkMarks_.SetHosts(site.webSites ? site.webSites->services : MediaHostsOf(doc_.Hosts()));
+    places_.OpenSite(connection_.CurrentSite().placesFolder);
+    OpenWebSites(connection_.CurrentSite());
   });
   connect(&stallSign_, &StallSign::clicked, this,
           [this] { doc_.GetReconnector().Reconnect(Reconnector::Told::kNo); });
@@ -123,6 +145,18 @@ void CQuillView::OnSettingsChanged() {
   TellFileProblems();
 }
 
+// What links show, and where their pictures are fetched.
+void CQuillView::OpenWebSites(const Site& site) {
+  const MediaHosts services = site.webSites ? site.webSites->services : MediaHostsOf(doc_.Hosts());
+  std::vector<LoopbackHost> own;
+  if (site.webSites)
+    for (const QString& host : site.webSites->hosts)
+      own.push_back({host, site.webSites->port});
+  linkMarks_.SetHosts(services);
+  pictureStore_.SetHosts(services);
+  pictureStore_.SetLoopbackHosts(own);
+}
+
 void CQuillView::ConnectLogin() {
   connect(&login_, &LoginController::Changed, this, [this] {
     if (login_.IsOpen()) doc_.GetReconnector().Stop();
@@ -136,6 +170,12 @@ void CQuillView::ConnectPicture() {
   connect(&article_, &ArticleView::Changed, this, [this] {
     hands_.Keys().Flush();
     ShowOtherLines();
+  });
+  connect(&pictures_, &ArticlePictures::RowsChanged, this, &CQuillView::ShowOtherLines);
+  connect(&pictures_, &ArticlePictures::ImagesChanged, this, &CQuillView::RefreshFrame);
+  connect(&screenPicture_, &ScreenPicture::Changed, this, [this] {
+    overlays_.Repaint(screenPicture_);
+    RefreshPanel();
   });
   connect(&article_, &ArticleView::NewsArrived, this, &CQuillView::TellNews);
   // Both take minutes, which nobody waits out in front of them.
@@ -166,8 +206,8 @@ void CQuillView::CallUser(SignalSound sound) {
 // From the bottom up.
 void CQuillView::ListOverlays() {
   for (Overlay* const overlay : std::initializer_list<Overlay*>{
-           &ime_, &badge_, &toast_, &hands_.Links(), &hands_.Places(), &panel_, &scrollBarPart_,
-           &buttonsPart_, &stallSign_, &sideList_, &hands_.Search().Bar(), &login_})
+           &ime_, &badge_, &toast_, &hands_.Links(), &hands_.Places(), &screenPicture_, &panel_,
+           &scrollBarPart_, &buttonsPart_, &stallSign_, &sideList_, &hands_.Search().Bar(), &login_})
     overlays_.Add(*overlay);
 }
 
@@ -210,6 +250,7 @@ void CQuillView::ApplyDisplaySettings() {
   ime_.ApplySettings(settings_.Display());
   composer_.RefreshRules();
   composer_.MarkKeywords(screen_, page_);
+  pictureStore_.SetBehavior(BehaviorOf(settings_.Fields()));
   background_.SetSource(QString::fromStdU16String(settings_.Fields().backgroundPicture));
   ApplyBackground();
   ShowOtherLines();
@@ -330,6 +371,13 @@ void CQuillView::OnClock() {
   surface_.Refresh(frame_);
 }
 
+void CQuillView::FollowPictures() {
+  const QWindow* const shown = window()->windowHandle();
+  const bool isSeen = isVisible() && shown != nullptr && shown->isExposed();
+  pictures_.Follow(surface_.RoomForPictures(article_.LinesInSight()),
+                   isSeen ? ArticlePictures::Seen::kYes : ArticlePictures::Seen::kNo);
+}
+
 void CQuillView::RefreshFrame() {
   // Before it is seen it has neither its size nor its settings for good.
   if (!isVisible()) return;
@@ -337,7 +385,9 @@ void CQuillView::RefreshFrame() {
   ime_.SetEnabled(AcceptsComposedText());
   frame_.blinkOff = timers_.BlinkOff();
   frame_.rightInset = qCeil(kRightInset * surface_.Scale());
+  FollowPictures();
   composer_.Compose(screen_, page_, ShowsCaret(), frame_);
+  pictures_.Compose(frame_);
   hands_.Decorate(frame_.page);
   surface_.Refresh(frame_);
   PlaceSideButtons();

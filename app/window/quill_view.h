@@ -16,10 +16,12 @@
 #include "app/overlay/activity_badge.h"
 #include "app/overlay/overlay_stack.h"
 #include "app/overlay/placed_part.h"
+#include "app/overlay/screen_picture.h"
 #include "app/overlay/side_buttons.h"
 #include "app/overlay/stall_sign.h"
 #include "app/overlay/status_panel.h"
 #include "app/overlay/toast.h"
+#include "app/page/article_pictures.h"
 #include "app/page/article_view.h"
 #include "app/page/background_picture.h"
 #include "app/page/frame_surface.h"
@@ -70,6 +72,9 @@ class CQuillView : public QWidget {
   const ScreenSnapshot& Screen() const { return screen_; }
   const FrameState& Frame() const { return frame_; }
   const ArticleView& Article() const { return article_; }
+  ArticlePictures& Pictures() { return pictures_; }
+  PictureStore& FetchedPictures() { return pictureStore_; }
+  const ScreenPicture& PictureOverScreen() const { return screenPicture_; }
   const StatusPanel& Panel() const { return panel_; }
   const FrameSurface& Surface() const { return surface_; }
   const LoginController& Login() const { return login_; }
@@ -116,6 +121,7 @@ class CQuillView : public QWidget {
   void TellFileProblems();
   void TellNews(const ArticleNews& news);
   void CallUser(SignalSound sound);
+  void OpenWebSites(const Site& site);
   void ConnectLogin();
   void ConnectPicture();
   void ApplyBackground();
@@ -126,6 +132,7 @@ class CQuillView : public QWidget {
   void RefreshPanel();
   void ReviewPanel();
   void RefreshFrame();
+  void FollowPictures();
   // Brings the picture up to date where nothing but the time may have changed it.
   void OnClock();
   bool ShowsCaret() const;
@@ -157,6 +164,9 @@ class CQuillView : public QWidget {
   LeaveQuestion leaving_;
   LoginController login_;
   ArticleView article_;
+  PictureStore pictureStore_;
+  ArticlePictures pictures_;
+  ScreenPicture screenPicture_;
   PageComposer composer_;
   SideListView sideList_;
   SideButtons sideButtons_;

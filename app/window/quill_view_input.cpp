@@ -53,6 +53,7 @@ bool CQuillView::focusNextPrevChild(bool /*next*/) {
 }
 
 void CQuillView::mousePressEvent(QMouseEvent* event) {
+  if (screenPicture_.IsOpen() && !panel_.IsActive()) return screenPicture_.Click();
   if (!overlays_.IsCovered() && hands_.Pointer().OnPress(*event)) return;
   if (!panel_.IsActive()) panel_.Recall();
   RefreshPanel();

@@ -25,7 +25,7 @@ ViewHands::ViewHands(const Parts& parts, Handlers handlers)
                         .screen = [this]() -> const ScreenSnapshot& { return parts_.screen; }}),
       shown_(parts.screen, parts.page, parts.picture, parts.composer, parts.article),
       selection_(shown_, {.changed = handlers_.pictureChanged,
-                          .scrollBy = [this](int lines) { ScrollSelecting(lines); },
+                          .scrollBy = [this](int rows) { parts_.article.ScrollWithin(rows); },
                           .finished = [this] { edit_.OnSelected(); }}),
       search_(parts.article, shown_, parts.view),
       links_(shown_, WebHostsOf(parts.doc.Hosts())),
@@ -86,6 +86,7 @@ ViewHands::ViewHands(const Parts& parts, Handlers handlers)
                 .selection = selection_,
                 .links = links_,
                 .places = places_,
+                .pictures = parts.pictures,
                 .connection = connection_,
                 .settings = settings_.Fields(),
                 .screen = parts.screen,
@@ -133,9 +134,14 @@ KeyDispatch::Handlers ViewHands::KeyHandlers() {
 PointerControl::Handlers ViewHands::PointerHandlers() {
   return {.perform = [this](Command command) { runner_.Run(command); },
           .open = [this](const TextLink& link) { web_.Open(link); },
+          .showPicture =
+              [this](const TextLink& link) {
+                parts_.screenPicture.Open(QString::fromStdU16String(link.address));
+              },
           .act = [this](const MouseAction& action) { keys_.Perform(action); },
           .pastePrimary = [this] { clipboard_.Paste(QClipboard::Selection); },
-          .contextMenu = [this](QPoint at, std::optional<CellPosition> cell) { ShowMenuOfPlace(at, cell); },
+          .contextMenu = [this](QPoint at, auto cell,
+                                const auto& picture) { ShowMenuOfPlace(at, cell, picture); },
           .changed = handlers_.pictureChanged,
           .targetChanged =
               [this] {
@@ -218,13 +224,6 @@ void ViewHands::Decorate(Page& page) {
   links_.Decorate(page);
   search_.Decorate(page);
   selection_.Decorate(page);
-}
-
-// Lines that are yet to come are selected as they come, and not after the button has been let go.
-void ViewHands::ScrollSelecting(int lines) {
-  ArticleView& article = parts_.article;
-  const int lastTop = LastTop(article.LineCount(), article.LinesInSight());
-  article.ScrollTo(std::clamp(article.TargetLine() + lines, 0, lastTop));
 }
 
 }  // namespace quillet

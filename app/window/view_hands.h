@@ -31,6 +31,7 @@
 #include "app/interaction/wanted_article.h"
 #include "app/interaction/web_controller.h"
 #include "app/overlay/overlay_stack.h"
+#include "app/overlay/screen_picture.h"
 #include "app/overlay/side_buttons.h"
 #include "app/overlay/toast.h"
 #include "app/page/shown_text.h"
@@ -49,6 +50,8 @@ class ViewHands : public QObject {
     const FrameSurface& surface;
     PageComposer& composer;
     ArticleView& article;
+    ArticlePictures& pictures;
+    ScreenPicture& screenPicture;
     OverlayStack& overlays;
     SideListView& sideList;
     SideButtons& sideButtons;
@@ -112,7 +115,6 @@ class ViewHands : public QObject {
   PointerControl::Handlers PointerHandlers();
   void ConnectAll();
   void OnUserTypes();
-  void ScrollSelecting(int lines);
   void OnArticleWaits(const ArticleReference& article, ArticleWaitsFor what);
   void Tell(const QString& words) { parts_.toast.Show(words); }
 
@@ -120,7 +122,8 @@ class ViewHands : public QObject {
   void OfferPageCommands();
   void AddStateTo(CommandState& state) const;
   void Refuse(Refusal refusal);
-  void ShowMenuOfPlace(const QPoint& at, std::optional<CellPosition> cell);
+  void ShowMenuOfPlace(const QPoint& at, std::optional<CellPosition> cell,
+                       const std::optional<ArticlePictures::Place>& picture);
   // All links in sight, to choose one of for kOpenLink or kCopyLink.
   void ShowLinks(Command use);
   void TogglePlaces();

@@ -21,6 +21,7 @@ void ViewHands::OfferCommands() {
   runner_.On(Command::kReveal, [this] { Reveal(); });
   runner_.On(Command::kTogglePlaces, [this] { TogglePlaces(); });
   runner_.On(Command::kSideButtons, [this] { parts_.sideButtons.SwitchKeyboard(); });
+  runner_.On(Command::kTogglePictures, [this] { parts_.pictures.TogglePage(); });
   runner_.On(Command::kSearch, [this] { search_.Perform(SearchStep::kAsk); });
   runner_.On(Command::kSearchNext, [this] { search_.Perform(SearchStep::kNext); });
   runner_.On(Command::kSearchPrevious, [this] { search_.Perform(SearchStep::kPrevious); });
@@ -64,6 +65,7 @@ void ViewHands::AddStateTo(CommandState& state) const {
       .AddIf(local || reading, Condition::kArticle)
       .AddIf(local, Condition::kLocalArticle)
       .AddIf(local && parts_.article.HasPushes(), Condition::kHasPushes)
+      .AddIf(parts_.pictures.HasPicturesInSight(), Condition::kHasPictures)
       .AddIf(bookmarked, Condition::kBookmarked)
       .AddIf(busy, Condition::kAutomation)
       .AddIf(busy && asksCode, Condition::kCodeOutOfReach)
@@ -100,8 +102,11 @@ CommandWords ViewHands::WordsForCommands(const CommandTarget& target) const {
           .id = target.id};
 }
 
-void ViewHands::ShowMenuOfPlace(const QPoint& at, std::optional<CellPosition> cell) {
-  const CommandTarget target = cell ? targets_.At(*cell) : CommandTarget{};
+// A picture stands for its link.
+void ViewHands::ShowMenuOfPlace(const QPoint& at, std::optional<CellPosition> cell,
+                                const std::optional<ArticlePictures::Place>& picture) {
+  CommandTarget target = cell ? targets_.At(*cell) : CommandTarget{};
+  if (picture) target.link = links_.LinkInLine(picture->line, picture->firstCol);
   ShowContextMenu(parts_.view, at, runner_, target, WordsForCommands(target));
 }
 

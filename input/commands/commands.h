@@ -55,6 +55,7 @@ enum class Command : std::uint8_t {
   kPushOn,
   kGiveMoney,
   kFirstPush,
+  kTogglePictures,  // of the article's page: opens or closes them
   kSearch,
   kSearchNext,
   kSearchPrevious,
@@ -93,6 +94,7 @@ enum class Condition : std::uint8_t {
   kArticle,          // an article is open, on the BBS's page or as the local one
   kLocalArticle,     // it is shown whole
   kHasPushes,        // the same, and has push lines
+  kHasPictures,      // the same, and links in sight show pictures
   kBookmarked,       // it is among the bookmarks
   kCodeOutOfReach,   // its code is not known, and cannot be asked for while an automation works
   kSelection,        //

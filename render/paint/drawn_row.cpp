@@ -53,7 +53,8 @@ int AgeColumn(const PageRow& page) {
 RowChange ChangeOf(const DrawnRow& before, const DrawnRow& now, bool pennantsOnCells) {
   RowChange change = CellChange(before.look, now.look);
   change.band = before.page.size != now.page.size || !(before.margin == now.margin) ||
-                !SameMarks(before, now) ||
+                !SameMarks(before, now) || !(before.extras.strip == now.extras.strip) ||
+                (!change.Empty() && !now.extras.strip.size.IsEmpty()) ||
                 (!change.Empty() && TouchesMark(change, now.page, pennantsOnCells));
   return change;
 }

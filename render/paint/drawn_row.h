@@ -3,15 +3,27 @@
 #pragma once
 
 #include "render/page_row.h"
+#include "render/paint/frame_picture.h"
 #include "render/row_look.h"
 
 namespace quillet {
+
+// What of a picture of an article lies in a row.
+struct PictureStrip {
+  std::int64_t key = 0;  // of the image; 0: none yet
+  int top = 0;           // where the picture begins, in device pixels from the row's top
+  PixelSize size;        // empty: there is no picture
+  PictureSign sign = PictureSign::kNone;
+
+  bool operator==(const PictureStrip&) const = default;
+};
 
 // What a row's picture follows from beside the row itself.
 struct RowExtras {
   Caret caret;
   bool blinkOff = false;
   int rightInset = 0;  // 0 where no mark keeps away from it
+  PictureStrip strip{};
 
   bool operator==(const RowExtras&) const = default;
 };

@@ -5,6 +5,7 @@
 #include "render/paint/canvas.h"
 #include "render/paint/drawn_row.h"
 #include "render/paint/glyph_cache.h"
+#include "render/paint/picture_painter.h"
 #include "render/paint/row_marks.h"
 #include "render/paint/row_painter.h"
 #include "render/paint/warm_up.h"
@@ -15,17 +16,34 @@ namespace {
 constexpr std::size_t kCacheBudget = 96u << 20;
 constexpr std::size_t kWarmUpBudget = kCacheBudget / 2;
 constexpr std::uint8_t kGroundIndex = 16;
+constexpr std::uint8_t kOutlineIndex = 8;
 
 LookColours ColoursFor(const DisplaySettings& settings) {
   return LookColours(PaletteOf(PaletteKindFor(settings)), settings.lighterDarkBlue);
 }
 
-RowExtras ExtrasOf(const FrameState& frame, int row) {
+const FramePicture* PictureIn(const std::vector<FramePicture>& pictures, int row) {
+  for (const FramePicture& picture : pictures)
+    if (picture.Covers(row)) return &picture;
+  return nullptr;
+}
+
+PictureStrip StripOf(const FrameState& frame, int row, int rowHeight) {
+  const FramePicture* const picture = PictureIn(frame.pictures, row);
+  if (picture == nullptr || picture->size.IsEmpty()) return {};
+  return {.key = picture->image.isNull() ? 0 : picture->image.cacheKey(),
+          .top = PictureGap(rowHeight) - (row - picture->firstRow) * rowHeight,
+          .size = picture->size,
+          .sign = picture->sign};
+}
+
+RowExtras ExtrasOf(const FrameState& frame, int row, int rowHeight) {
   const PageRow& page = frame.page[static_cast<std::size_t>(row)];
   const bool marked = !page.age.empty() || !page.tag.empty();
   return {.caret = frame.caretRow == row ? Caret{frame.caretCol, frame.caretShape} : Caret{},
           .blinkOff = frame.blinkOff,
-          .rightInset = marked ? std::max(frame.rightInset, 0) : 0};
+          .rightInset = marked ? std::max(frame.rightInset, 0) : 0,
+          .strip = StripOf(frame, row, rowHeight)};
 }
 
 // What one frame is drawn with.
@@ -44,6 +62,8 @@ struct FramePainter::Impl {
   GlyphCache cache{kCacheBudget};
   LabelCache labels;
   BackdropPainter backdrop;
+  PicturePainter picturePainter;
+  std::vector<FramePicture> pictures;  // of the frame that is drawn
   WarmUpRun warmUp;
   WarmUpRun warmUpPush;
   Layout layout;
@@ -65,6 +85,7 @@ struct FramePainter::Impl {
   void PaintAll(Brush& brush, const FrameState& frame);
   QRegion PaintChanges(Brush& brush, const FrameState& frame, int first);
   void PaintBand(Brush& brush, int row);
+  void PaintStrip(int row);
   void PaintCells(Brush& brush, int row, const RowChange& change);
 };
 
@@ -149,7 +170,8 @@ QRect FramePainter::Impl::BandOf(int row) const {
 
 bool FramePainter::Impl::IsDrawn(const FrameState& frame, int row) const {
   const auto index = static_cast<std::size_t>(row);
-  return drawn[index].extras == ExtrasOf(frame, row) && SameRow(drawn[index].page, frame.page[index]);
+  return drawn[index].extras == ExtrasOf(frame, row, layout.rowHeight) &&
+         SameRow(drawn[index].page, frame.page[index]);
 }
 
 int FramePainter::Impl::FirstStaleRow(const FrameState& frame) const {
@@ -161,7 +183,7 @@ int FramePainter::Impl::FirstStaleRow(const FrameState& frame) const {
 
 DrawnRow FramePainter::Impl::Resolve(const FrameState& frame, int row) const {
   const PageRow& page = frame.page[static_cast<std::size_t>(row)];
-  const RowExtras extras = ExtrasOf(frame, row);
+  const RowExtras extras = ExtrasOf(frame, row, layout.rowHeight);
   return {page, extras, ResolveRow(page, extras.caret, extras.blinkOff, Charset(), colours),
           ResolveMargin(page, colours)};
 }
@@ -171,6 +193,7 @@ QRegion FramePainter::Update(const FrameState& frame) {
   impl.DecodeGround(frame.progress);
   const int first = impl.FirstStaleRow(frame);
   if (first == kRows) return {};
+  impl.pictures = frame.pictures;
   Brush brush{Canvas(impl.image, impl.ground), impl.Sheets()};
   if (!impl.everythingStale) return impl.PaintChanges(brush, frame, first);
   impl.PaintAll(brush, frame);
@@ -224,6 +247,17 @@ void FramePainter::Impl::PaintBand(Brush& brush, int row) {
   cells.PaintCaret(line.look, 0, kCols);
   marks.PaintAge(sheet);
   marks.PaintTag(cells);
+  PaintStrip(row);
+}
+
+void FramePainter::Impl::PaintStrip(int row) {
+  const PictureStrip& strip = drawn[static_cast<std::size_t>(row)].extras.strip;
+  const FramePicture* const picture = PictureIn(pictures, row);
+  if (picture == nullptr || strip.size.IsEmpty()) return;
+  const bool dim = PaletteKindFor(settings) == PaletteKind::kDark;
+  const QRect band = BandOf(row);
+  picturePainter.Paint(image, band, {std::max(layout.originX, 0), band.top() + strip.top}, *picture,
+                       colours.At(kOutlineIndex), dim ? PictureLight::kDim : PictureLight::kFull);
 }
 
 void FramePainter::Impl::PaintCells(Brush& brush, int row, const RowChange& change) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include <QImage>
 #include <QRect>
@@ -11,6 +12,7 @@
 #include "render/layout.h"
 #include "render/page_row.h"
 #include "render/paint/backdrop_painter.h"
+#include "render/paint/frame_picture.h"
 #include "render/row_look.h"
 #include "settings/display_settings.h"
 
@@ -25,6 +27,7 @@ struct FrameState {
   bool blinkOff = false;  // blinking text is in its invisible half
   double progress = 0;    // 0 to 1: how far down the text is; moves the backdrop of kMovingCrop
   int rightInset = 0;     // device pixels at the right edge that ages keep away from
+  std::vector<FramePicture> pictures{};  // over the cells of their rows; no two in one row
 };
 
 class FramePainter {

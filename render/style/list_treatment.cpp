@@ -19,7 +19,10 @@ Treatment TreatmentOf(ListKind kind, Treatment black, Treatment superBlack) {
 }  // namespace
 
 PushTreatment PushTreatmentOf(const StyleRules& rules, std::u16string_view id) {
-  if (rules.reveal == Reveal::kHidden) return PushTreatment::kNone;
+  return rules.reveal == Reveal::kHidden ? PushTreatment::kNone : ListedPushTreatmentOf(rules, id);
+}
+
+PushTreatment ListedPushTreatmentOf(const StyleRules& rules, std::u16string_view id) {
   const Settings& settings = *rules.settings;
   return TreatmentOf(KindOf(rules, id), settings.blackPush, settings.superBlackPush);
 }

@@ -70,12 +70,20 @@ PageRow StyledArticle::Row(const ArticleLines& lines, int index, const StyleRule
   return row;
 }
 
-bool StyledArticle::HidesIn(int index, const StyleRules& rules) const {
+const std::u16string* StyledArticle::PusherIn(int index) const {
   const int line = LineOf(index);
-  if (line < 0 || !IsPush(static_cast<std::size_t>(line))) return false;
-  const int writer = lines_[static_cast<std::size_t>(line)].writer;
-  const std::u16string& id = writers_[static_cast<std::size_t>(writer)].id;
-  return PushTreatmentOf(rules, id) >= PushTreatment::kHideText;
+  if (line < 0 || !IsPush(static_cast<std::size_t>(line))) return nullptr;
+  return &writers_[static_cast<std::size_t>(lines_[static_cast<std::size_t>(line)].writer)].id;
+}
+
+bool StyledArticle::HidesIn(int index, const StyleRules& rules) const {
+  const std::u16string* const id = PusherIn(index);
+  return id != nullptr && PushTreatmentOf(rules, *id) >= PushTreatment::kHideText;
+}
+
+bool StyledArticle::KeepsPicturesClosed(int index, const StyleRules& rules) const {
+  const std::u16string* const id = PusherIn(index);
+  return id != nullptr && ListedPushTreatmentOf(rules, *id) >= PushTreatment::kNoPictures;
 }
 
 int StyledArticle::LineOf(int index) const {

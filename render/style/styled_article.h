@@ -29,6 +29,8 @@ class StyledArticle {
   PageRow Row(const ArticleLines& lines, int index, const StyleRules& rules) const;
   // Whether the lists hide words or an id in the shown line `index`.
   bool HidesIn(int index, const StyleRules& rules) const;
+  // Whether they keep pictures in the shown line `index` from opening by themselves, for the moment or not.
+  bool KeepsPicturesClosed(int index, const StyleRules& rules) const;
   // The article's line behind a shown one, -1 outside 0 to Count() - 1; and the shown one at or behind an
   // article's line, Count() when there is none.
   int LineOf(int index) const;
@@ -64,6 +66,8 @@ class StyledArticle {
   int WriterOf(std::u16string id);
   bool AskLists(const StyleRules& rules);
   void ShowFrom(std::size_t line);
+  // The writer of the push line behind the shown line `index`; null where there is none.
+  const std::u16string* PusherIn(int index) const;
   bool IsPush(std::size_t line) const { return lines_[line].writer != kNobody; }
   void FindFirstPush();
 

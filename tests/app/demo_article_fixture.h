@@ -52,7 +52,7 @@ class DemoArticleTest : public WindowTest {
                               MakeLoginOrder({.account = u"reader", .password = u"quillet"}));
     ASSERT_TRUE(Until([&] { return Seen().loginId == u"reader" && IsIdle(); }));
     // So that the picture's rows read as the BBS's lines.
-    doc->GetSettings().Set(&Settings::ipToName, false);
+    doc->GetSettings().Set({{&Settings::ipToName, false}, {&Settings::showPicMode, PictureScope::kNone}});
   }
   void TearDown() override {
     frame.reset();
@@ -65,10 +65,10 @@ class DemoArticleTest : public WindowTest {
   const ArticleView& Article() { return View().Article(); }
   ArticleScrollBar& ScrollBar() { return *View().findChild<ArticleScrollBar*>(); }
   const ArticleLines& Lines() { return Article().Reading().Lines(); }
-  int Last() { return LastTop(Article().LineCount()); }
+  int Last() { return Article().LastTopRow(); }
   std::string Row(std::size_t row) { return TextOf(View().Frame().page[row]); }
   bool AtRest(int top) {
-    return Until([&] { return Article().TargetLine() == top && Article().TopLine() == top; });
+    return Until([&] { return Article().TargetRow() == top && Article().TopRow() == top; });
   }
 
   void Open(const ArticleReference& article) {

@@ -42,7 +42,7 @@ void ShootLongArticle(DemoRun& run) {
   run.Read(u"手指上的"_qs);
   run.Save("long-top");
   for (int page = 0; page < kPagesToMiddle; ++page) {
-    const int from = run.View().Article().TopLine();
+    const int from = run.View().Article().TopRow();
     run.Press({NamedKey(Qt::Key_PageDown)}, ArticleRests(from + 1, from + kRows));
   }
   run.Save("long-middle");

@@ -45,23 +45,28 @@ bool LinkHover::SetPointer(std::optional<CellPosition> cell) {
 }
 
 std::optional<TextLink> LinkHover::LinkAt(int row, int col) const {
-  for (TextLink& link : LinksIn(row))
+  for (TextLink& link : LinksInRow(row))
     if (col >= link.first && col < link.last) return std::move(link);
+  return std::nullopt;
+}
+
+std::optional<TextLink> LinkHover::LinkInLine(int line, int firstCol) const {
+  for (TextLink& link : LinksInLine(line))
+    if (link.first == firstCol) return std::move(link);
   return std::nullopt;
 }
 
 std::vector<TextLink> LinkHover::LinksInSight() const {
   std::vector<TextLink> inSight;
   for (int row = 0; row < kRows; ++row)
-    for (TextLink& link : LinksIn(row))
+    for (TextLink& link : LinksInRow(row))
       if (std::none_of(inSight.begin(), inSight.end(),
                        [&](const TextLink& known) { return LeadToTheSame(known, link); }))
         inSight.push_back(std::move(link));
   return inSight;
 }
 
-std::vector<TextLink> LinkHover::LinksIn(int row) const {
-  const int line = text_.LineAtRow(row);
+std::vector<TextLink> LinkHover::LinksInLine(int line) const {
   if (line < 0 || line >= text_.Count()) return {};
   std::vector<TextLink> links;
   for (const LinkPlace& place : text_.Links(line))

@@ -26,6 +26,8 @@ class LinkHover : public Overlay {
   // The pointer stays, but other text may lie under it.
   bool Refresh() { return SetPointer(cell_); }
   std::optional<TextLink> LinkAt(int row, int col) const;
+  // Of a line, whether it is in sight or not; by the column that it begins in.
+  std::optional<TextLink> LinkInLine(int line, int firstCol) const;
   const std::optional<TextLink>& Current() const { return current_; }
   // Every link in the rows of the picture, top to bottom, each target once.
   std::vector<TextLink> LinksInSight() const;
@@ -42,7 +44,8 @@ class LinkHover : public Overlay {
   static QString DescriptionOf(const TextLink& link);
 
  private:
-  std::vector<TextLink> LinksIn(int row) const;
+  std::vector<TextLink> LinksInRow(int row) const { return LinksInLine(text_.LineAtRow(row)); }
+  std::vector<TextLink> LinksInLine(int line) const;
 
   const PictureLines& text_;
   WebHosts hosts_;

@@ -64,19 +64,40 @@ PointerPlace PointerControl::PlaceAt(const QPointF& at) const {
   return place;
 }
 
-PointerControl::Target PointerControl::TargetAt(const QPointF& at) const {
+std::optional<ArticlePictures::Place> PointerControl::PictureAt(const QPointF& at) const {
+  const auto pixel = parts_.surface.PixelAt(at);
+  return pixel ? parts_.pictures.PictureAt(pixel->row, pixel->x) : std::nullopt;
+}
+
+// With Ctrl a link leads to the browser, whatever it shows.
+PointerControl::Target PointerControl::TargetAt(const QPointF& at, Qt::KeyboardModifiers modifiers) const {
   Target target;
   if (const auto cell = parts_.surface.CellAt(at)) {
     target.command = parts_.composer.CommandAt(cell->row, cell->col);
     if (target.command != Command::kNone) return target;
     target.link = parts_.links.LinkAt(cell->row, cell->col);
+    if (target.link && !modifiers.testFlag(Qt::ControlModifier)) DecideLink(cell->row, target);
     if (target.link) return target;
   }
+  target.picture = PictureAt(at);
+  if (target.picture) return target;
   if (!MayAct()) return target;
   const PointerPlace place = PlaceAt(at);
   target.action = DecideClick(place, parts_.screen, parts_.page, parts_.settings);
   if (target.action.repeat == Repeat::kByNewGesture) target.page = SignOfPage(place);
   return target;
+}
+
+// Of a shortened link nobody knows yet whether it shows a picture.
+void PointerControl::DecideLink(int row, Target& target) const {
+  if (parts_.pictures.CanToggle(row, target.link->first)) {
+    target.togglesInRow = row;
+    return;
+  }
+  const LinkKind kind = target.link->kind;
+  const bool isPicture =
+      kind == LinkKind::kPicture || kind == LinkKind::kPicturePage || kind == LinkKind::kVideo;
+  target.overScreen = isPicture && PictureNow() == Picture::kScreen && !parts_.settings.work;
 }
 
 // The same keys may open another line, or leave another page. An article is left as a whole, wherever it is.
@@ -146,7 +167,8 @@ void PointerControl::Hover() {
   }
   const Hovered hovered = HoveredAt(*pointer_);
   SetHovered(hovered);
-  if (hovered.command != Command::kNone || parts_.links.Current())
+  const bool picture = PictureAt(*pointer_).has_value();
+  if (hovered.command != Command::kNone || parts_.links.Current() || picture)
     SetShape(PointerShape::kHand);
   else if (MayAct())
     SetShape(ShapeAt(PlaceAt(*pointer_), parts_.screen, parts_.page, parts_.settings));
@@ -228,7 +250,7 @@ bool PointerControl::OnRelease(const QMouseEvent& event) {
   const QPointF at = event.position();
   switch (event.button()) {
     case Qt::LeftButton: {
-      const bool meant = ReleaseLeft(at);
+      const bool meant = ReleaseLeft(event);
       Hover();
       return meant;
     }
@@ -237,7 +259,7 @@ bool PointerControl::OnRelease(const QMouseEvent& event) {
       return true;
     case Qt::RightButton:
       if (std::exchange(right_.down, false) && !right_.isVoid)
-        handlers_.contextMenu(event.globalPosition().toPoint(), parts_.surface.CellAt(at));
+        handlers_.contextMenu(event.globalPosition().toPoint(), parts_.surface.CellAt(at), PictureAt(at));
       return true;
     default:
       return true;
@@ -259,7 +281,7 @@ void PointerControl::PressLeft(const QMouseEvent& event, int presses) {
   left_ = {.down = true, .isVoid = swallows_, .at = event.position()};
   drags_ = false;
   if (left_.isVoid) return;
-  pressed_ = TargetAt(left_.at);
+  pressed_ = TargetAt(left_.at, event.modifiers());
   if (pressed_.command != Command::kNone) return PressCaption(pressed_.command);
   const bool selects = pressed_.IsNothing() || pressed_.action.kind == MouseActionKind::kMoveCursor;
   if (!selects) presses_ = 1;
@@ -302,18 +324,24 @@ void PointerControl::Drag(const QPointF& at) {
   parts_.selection.DragBeyond(place.rowsOutside);
 }
 
-bool PointerControl::ReleaseLeft(const QPointF& at) {
+bool PointerControl::ReleaseLeft(const QMouseEvent& event) {
   if (!std::exchange(left_.down, false) || left_.isVoid) return true;
   parts_.selection.Release();
   if (std::exchange(drags_, false) || !acts_) return true;
   // Another page may have come meanwhile.
-  return !IsSame(pressed_, TargetAt(at)) || Click(pressed_);
+  return !IsSame(pressed_, TargetAt(event.position(), event.modifiers())) || Click(pressed_);
 }
 
 bool PointerControl::Click(const Target& target) {
-  swallows_ = target.link || target.action.repeat == Repeat::kByNewGesture;
-  if (target.link)
+  swallows_ = target.link || target.picture || target.action.repeat == Repeat::kByNewGesture;
+  if (target.togglesInRow >= 0)
+    parts_.pictures.Toggle(target.togglesInRow, target.link->first);
+  else if (target.overScreen)
+    handlers_.showPicture(*target.link);
+  else if (target.link)
     handlers_.open(*target.link);
+  else if (target.picture)
+    parts_.pictures.Click(*target.picture);
   else
     Carry(target.action);
   return !target.IsNothing();

@@ -18,6 +18,7 @@
 #include "app/interaction/pointer/link_hover.h"
 #include "app/interaction/pointer/place_hover.h"
 #include "app/interaction/pointer/selection_control.h"
+#include "app/page/article_pictures.h"
 #include "app/page/article_view.h"
 #include "app/page/frame_surface.h"
 #include "app/page/page_composer.h"
@@ -42,6 +43,7 @@ class PointerControl {
     SelectionControl& selection;
     LinkHover& links;
     PlaceHover& places;
+    ArticlePictures& pictures;
     const Connection& connection;
     const Settings& settings;
     const ScreenSnapshot& screen;
@@ -50,12 +52,17 @@ class PointerControl {
   struct Handlers {
     std::function<void(Command)> perform;
     std::function<void(const TextLink&)> open;
+    // Over the screen, where the link's picture has no place of its own.
+    std::function<void(const TextLink&)> showPicture;
     // kSend and kMoveCursor only; what moves the local article is done here.
     std::function<void(const MouseAction&)> act;
     // Nothing happens where the system has no clipboard of the selection.
     std::function<void()> pastePrimary;
-    // The cell (its row that of the picture) is absent outside the page.
-    std::function<void(QPoint globalPos, std::optional<CellPosition> cell)> contextMenu;
+    // What lies there: the cell (its row that of the picture) is absent outside the page, the picture where
+    // there is none.
+    std::function<void(QPoint globalPos, std::optional<CellPosition> cell,
+                       std::optional<ArticlePictures::Place> picture)>
+        contextMenu;
     std::function<void()> changed;        // the picture is different
     std::function<void()> targetChanged;  // what is told of the link or place under the pointer, too
   };
@@ -89,15 +96,18 @@ class PointerControl {
   std::optional<CellPosition> CellUnderPointer() const;
 
  private:
-  // What a click of the left button would do at a place; at most one of the three.
+  // What a click of the left button would do at a place; at most one of these.
   struct Target {
     Command command = Command::kNone;
     std::optional<TextLink> link;
+    std::optional<ArticlePictures::Place> picture;
     MouseAction action;
-    std::string page{};  // what tells the page that it acts upon from the next one
+    int togglesInRow = -1;    // the link shows a picture below this row, which opens or closes
+    bool overScreen = false;  // the link's picture is shown over the screen
+    std::string page{};       // what tells the page that it acts upon from the next one
 
     bool IsNothing() const {
-      return command == Command::kNone && !link && action.kind == MouseActionKind::kNone;
+      return command == Command::kNone && !link && !picture && action.kind == MouseActionKind::kNone;
     }
     bool operator==(const Target&) const = default;
   };
@@ -111,7 +121,9 @@ class PointerControl {
   bool MayAct() const { return parts_.connection.IsConnected(); }
   Picture PictureNow() const;
   PointerPlace PlaceAt(const QPointF& at) const;
-  Target TargetAt(const QPointF& at) const;
+  Target TargetAt(const QPointF& at, Qt::KeyboardModifiers modifiers) const;
+  void DecideLink(int row, Target& target) const;
+  std::optional<ArticlePictures::Place> PictureAt(const QPointF& at) const;
   std::string SignOfPage(const PointerPlace& place) const;
   static bool IsSame(const Target& one, const Target& other);
 
@@ -133,7 +145,7 @@ class PointerControl {
   void PressCaption(Command command);
   void BeginSelection(const QMouseEvent& event);
   void Drag(const QPointF& at);
-  bool ReleaseLeft(const QPointF& at);
+  bool ReleaseLeft(const QMouseEvent& event);
   bool Click(const Target& target);
   void ReleaseMiddle(const QPointF& at);
   void PressSide(SideButtonPressed button);

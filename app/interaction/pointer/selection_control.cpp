@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kFollowMs = 50;
 // At once, however far out the pointer is.
-constexpr int kMostLinesAtOnce = 12;
+constexpr int kMostRowsAtOnce = 12;
 
 std::uint64_t AddToPrint(std::uint64_t print, const ScreenRow& text, ColumnSpan cols) {
   constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
@@ -69,8 +69,8 @@ void SelectionControl::DragBeyond(int rows) {
 
 // The farther out, the faster. What comes into the picture is selected as it comes.
 void SelectionControl::FollowPointer() {
-  const int lines = std::min(1 + (std::abs(beyond_) - 1) / 2, kMostLinesAtOnce);
-  handlers_.scrollBy(beyond_ < 0 ? -lines : lines);
+  const int rows = std::min(1 + (std::abs(beyond_) - 1) / 2, kMostRowsAtOnce);
+  handlers_.scrollBy(beyond_ < 0 ? -rows : rows);
   if (dragging_) Grow(PointAt(row_, slot_, selection_.Shape()));
 }
 
@@ -174,7 +174,7 @@ void SelectionControl::BringIntoSight(int line) {
     if (first < 0) first = last;
   }
   if (first < 0) return;
-  handlers_.scrollBy(line < first ? line - first : line - last);
+  handlers_.scrollBy(text_.RowsBetween(line < first ? first : last, line));
 }
 
 // ---- What is selected

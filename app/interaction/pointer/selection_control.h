@@ -21,9 +21,9 @@ namespace quillet {
 class SelectionControl {
  public:
   struct Handlers {
-    std::function<void()> changed;            // the picture is different
-    std::function<void(int lines)> scrollBy;  // the local article, where the selection grows beyond it
-    std::function<void()> finished;           // the user has let go of a selection that holds text
+    std::function<void()> changed;           // the picture is different
+    std::function<void(int rows)> scrollBy;  // the local article, where the selection grows beyond it
+    std::function<void()> finished;          // the user has let go of a selection that holds text
   };
   // `text` outlives the object.
   SelectionControl(const PictureLines& text, Handlers handlers);

@@ -126,13 +126,13 @@ Arrived ArticleRests(int first, int end) {
   return [=](const CQuillView& view) {
     const ArticleView& article = view.Article();
     return article.IsShown() && article.Reading().Lines().IsComplete() &&
-           article.TopLine() == article.TargetLine() && article.TopLine() >= first && article.TopLine() < end;
+           article.TopRow() == article.TargetRow() && article.TopRow() >= first && article.TopRow() < end;
   };
 }
 
 bool ArticleRestsAtEnd(const CQuillView& view) {
   const ArticleView& article = view.Article();
-  const int top = LastTop(article.LineCount(), article.LinesInSight());
+  const int top = article.LastTopRow();
   return top > 0 && ArticleRests(top, top + 1)(view);
 }
 

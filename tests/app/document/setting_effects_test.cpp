@@ -26,6 +26,14 @@ const std::set<std::u16string_view> kTriedElsewhere = {
     u"IpDetectProxy",        // HandsTest
     u"PasteAutoChangeLine",  // HandsTest, ClipboardControllerTest
     u"MButtonOpenURL",       // PointerControlTest
+    u"DownloadEngine",       // the store of pictures' own tests
+    u"OpenPicAfterDownload",
+    u"ShowPicMode",  // ArticlePicturesTest
+    u"AutoPlayGif",
+    u"QuotePic",  // ArticlePartsTest
+    u"ContentPic",
+    u"SignPic",
+    u"PushPic",
 };
 
 ScreenSnapshot OfTheBbs(ScreenSnapshot screen) {

@@ -31,9 +31,33 @@ class RandomPage {
     frame.blinkOff = Pick(2) == 0;
     if (Pick(8) == 0) frame.progress = Pick(11) / 10.0;
     if (Pick(8) == 0) frame.rightInset = static_cast<int>(Pick(60)) - 10;
+    if (Pick(3) == 0) ScribblePictures(frame);
   }
 
  private:
+  // From above the page to below it, with rows of text between some.
+  void ScribblePictures(FrameState& frame) {
+    static const QImage kImages[] = {QImage(), Spotted(QImage::Format_RGB32),
+                                     Spotted(QImage::Format_RGBA8888)};
+    frame.pictures.clear();
+    int row = -static_cast<int>(Pick(8));
+    while (row < kRows) {
+      const int rows = 1 + static_cast<int>(Pick(7));
+      frame.pictures.push_back({.firstRow = row,
+                                .rows = rows,
+                                .size = {static_cast<int>(Pick(300)), static_cast<int>(Pick(150))},
+                                .image = kImages[Pick(3)],
+                                .sign = Pick(2) == 0 ? PictureSign::kPlay : PictureSign::kNone});
+      row += rows + static_cast<int>(Pick(6));
+    }
+  }
+  static QImage Spotted(QImage::Format format) {
+    QImage image(40, 30, format);
+    image.fill(QColor(200, 30, 90, 120));
+    image.setPixelColor(7, 9, Qt::green);
+    return image;
+  }
+
   // Now and then a whole character, so that pairs are frequent.
   void ScribbleCell(PageRow& row) {
     const std::size_t col = Pick(kCols);
@@ -158,6 +182,25 @@ TEST_F(FramePainterTest, PartialRedrawGivesTheSamePixelsAsAWholeOne) {
         ASSERT_EQ(before.copy(rect), painter.Image().copy(rect));
     }
   }
+}
+
+TEST_F(FramePainterTest, APictureOfItsRoomsSizeIsDrawnPixelForPixelAndEndsAboveTheBar) {
+  FramePainter painter;
+  painter.Resize(1280, 720);
+  const QImage picture = Motley({300, 200});
+  FrameState frame;
+  frame.pictures.push_back({.firstRow = 4, .rows = 8, .size = {300, 200}, .image = picture});
+  painter.Update(frame);
+  const Layout& layout = painter.CurrentLayout();
+  const QPoint at(layout.originX, RowTop(layout, 4) + PictureGap(layout.rowHeight));
+  EXPECT_EQ(painter.Image().copy(QRect(at, picture.size())), picture);
+  frame.pictures[0].firstRow = 20;
+  painter.Update(frame);
+  const QRect bar(at.x(), RowTop(layout, kBottomRow), 300, layout.rowHeight);
+  const QImage below = painter.Image().copy(bar);
+  frame.pictures.clear();
+  EXPECT_FALSE(painter.Update(frame).intersects(bar));
+  EXPECT_EQ(painter.Image().copy(bar), below);
 }
 
 TEST_F(FramePainterTest, ReportsNothingWhenNothingCanBeSeenToChange) {

@@ -24,6 +24,7 @@ struct Terminal {
         selection(lines, {.changed = [] {}, .scrollBy = [](int) {}, .finished = [] {}}),
         links(lines, {}),
         places(lines, {}, parts.settings.Fields()),
+        pictures({article, store, parts.settings.Fields(), {}}),
         pointer({.widget = widget,
                  .surface = surface,
                  .composer = composer,
@@ -31,6 +32,7 @@ struct Terminal {
                  .selection = selection,
                  .links = links,
                  .places = places,
+                 .pictures = pictures,
                  .connection = parts.connection,
                  .settings = parts.settings.Fields(),
                  .screen = screen,
@@ -62,6 +64,8 @@ struct Terminal {
   SelectionControl selection;
   LinkHover links;
   PlaceHover places;
+  PictureStore store{{}};
+  ArticlePictures pictures;
   PointerControl pointer;
 };
 
@@ -74,9 +78,10 @@ class PointerControlTest : public WindowTest {
         PointerControl::Handlers{
             .perform = [](Command) {},
             .open = [this](const TextLink& link) { opened.push_back(link.address); },
+            .showPicture = [](const TextLink&) {},
             .act = [this](const MouseAction& action) { sent.push_back(action.bytes); },
             .pastePrimary = [this] { ++pasted; },
-            .contextMenu = [this](QPoint, std::optional<CellPosition> cell) { menus.push_back(cell); },
+            .contextMenu = [this](QPoint, auto cell, auto /*picture*/) { menus.push_back(cell); },
             .changed = [] {},
             .targetChanged = [] {}});
     OpenScript();

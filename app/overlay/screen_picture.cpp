@@ -1,0 +1,101 @@
+#include "app/overlay/screen_picture.h"
+
+#include "app/messages/picture_messages.h"
+
+namespace quillet {
+namespace {
+
+constexpr QColor kCurtain(0, 0, 0, 210);
+
+// No larger than it is, unless the screen makes its pixels smaller.
+QSize FittedSize(QSize natural, QSize bounds, qreal scale) {
+  const QSize wanted = (QSizeF(natural) * scale).toSize();
+  if (wanted.width() <= bounds.width() && wanted.height() <= bounds.height()) return wanted;
+  return wanted.scaled(bounds, Qt::KeepAspectRatio).expandedTo({1, 1});
+}
+
+}  // namespace
+
+ScreenPicture::ScreenPicture(PictureStore& store, const Settings& settings, QWidget& view)
+    : store_(store), settings_(settings), view_(view) {
+  connect(&store_, &PictureStore::Changed, this, [this](const QString& link) {
+    if (link == link_) emit Changed();
+  });
+}
+
+void ScreenPicture::Open(const QString& link) {
+  if (settings_.work || link == link_) return;
+  link_ = link;
+  Want();
+  emit Changed();
+}
+
+void ScreenPicture::Close() {
+  if (!IsOpen()) return;
+  link_.clear();
+  scaled_ = {};
+  store_.SetWishes(PictureUser::kOverScreen, {});
+  emit Changed();
+}
+
+void ScreenPicture::Click() {
+  if (Now().stage == PictureStage::kFailed)
+    store_.TryAgain(link_);
+  else
+    Close();
+}
+
+void ScreenPicture::Place(const OverlayPlace& place) {
+  const QSize bounds = (QSizeF(place.area.size()) * view_.devicePixelRatioF()).toSize();
+  if (settings_.work) Close();
+  if (bounds == std::exchange(bounds_, bounds) || !IsOpen()) return;
+  Want();
+}
+
+void ScreenPicture::Want() {
+  store_.SetWishes(PictureUser::kOverScreen,
+                   {{.link = link_,
+                     .bounds = bounds_,
+                     .motion = settings_.autoPlayGif ? Motion::kPlays : Motion::kStill}});
+}
+
+QRectF ScreenPicture::Bounds(const OverlayPlace& place) const {
+  return IsOpen() ? QRectF(place.area) : QRectF();
+}
+
+void ScreenPicture::Paint(QPainter& painter, const OverlayPlace& place) {
+  painter.fillRect(place.area, kCurtain);
+  const PictureNow now = Now();
+  if (now.image.isNull()) return PaintWords(painter, place, now);
+  const qreal scale = view_.devicePixelRatioF();
+  const QSize size = FittedSize(now.size, bounds_, scale);
+  if (scaled_.size() != size || scaledFrom_ != now.image.cacheKey()) {
+    scaled_ = now.image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    scaledFrom_ = now.image.cacheKey();
+  }
+  // In device pixels a copy is a copy, whatever the scale factor.
+  painter.save();
+  painter.scale(1 / scale, 1 / scale);
+  painter.drawImage(QPoint((bounds_.width() - size.width()) / 2, (bounds_.height() - size.height()) / 2),
+                    scaled_);
+  painter.restore();
+}
+
+void ScreenPicture::PaintWords(QPainter& painter, const OverlayPlace& place, const PictureNow& now) const {
+  painter.save();
+  painter.setFont(panel_look::Sized(place.font, panel_look::TextSize(place.unit)));
+  painter.setPen(panel_look::kLine);
+  painter.drawText(place.area, Qt::AlignCenter | Qt::TextWordWrap, DescribePictureWithoutImage(now));
+  painter.restore();
+}
+
+void ScreenPicture::TellKeys(WindowState& state) const {
+  state.pictureShown = IsOpen();
+}
+
+bool ScreenPicture::OnKey(int /*virtualKey*/) {
+  Close();
+  return true;
+}
+
+}  // namespace quillet
