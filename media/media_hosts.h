@@ -7,10 +7,14 @@
 
 namespace quillet {
 
-// In all of these: a host name in lower case without "www."; an empty one matches no host.
+// In all of these where nothing else is said: a host name in lower case without "www."; an empty one matches
+// no host.
 struct VideoHosts {
   std::u16string host;       // its pages, at HOST/watch?v=ID and HOST/shorts/ID; at "www." and "m." of it too
   std::u16string shortHost;  // HOST/ID
+  // Addresses in which "{id}" stands for a video's; empty: there is none.
+  std::u16string thumbnail;  // its still picture
+  std::u16string info;       // JSON: "title" a text, "duration" (or "length_seconds") a number, where it knows them
 };
 
 struct MediaHosts {

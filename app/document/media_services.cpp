@@ -1,6 +1,19 @@
 #include "app/document/media_services.h"
 
+#include "platform/utf8.h"
+#include "platform/web_address.h"
+
 namespace quillet {
+namespace {
+
+// Empty where it would be no address, or the same one for all videos.
+std::u16string PatternOf(std::string_view value) {
+  if (value.find("{id}") == value.npos) return {};
+  const std::u16string pattern = Utf16FromUtf8(value).value_or(std::u16string());
+  return HostIn(pattern).IsEmpty() ? std::u16string() : pattern;
+}
+
+}  // namespace
 
 MediaHosts MediaHostsOf(const Endpoints& endpoints) {
   return {
@@ -13,7 +26,9 @@ MediaHosts MediaHostsOf(const Endpoints& endpoints) {
       .pagedImages = endpoints.HostName("pictures/paged_images"),
       .blogImages = endpoints.HostName("pictures/blog_images"),
       .video = {.host = endpoints.HostName("video/host"),
-                .shortHost = endpoints.HostName("video/short_host")}};
+                .shortHost = endpoints.HostName("video/short_host"),
+                .thumbnail = PatternOf(endpoints.Value("video/thumbnail")),
+                .info = PatternOf(endpoints.Value("video/info"))}};
 }
 
 }  // namespace quillet

@@ -7,7 +7,8 @@
 
 namespace quillet {
 
-// The values under [pictures] and [video]; empty for one that is no plain ASCII.
+// The values under [pictures] and [video]; empty for one that is no plain ASCII, or no pattern of an address
+// where one is needed.
 MediaHosts MediaHostsOf(const Endpoints& endpoints);
 
 }  // namespace quillet

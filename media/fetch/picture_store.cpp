@@ -1,54 +1,53 @@
 #include "media/fetch/picture_store.h"
 
-#include <array>
 #include <utility>
+
+#include "media/fetch/store_work.h"
 
 namespace quillet {
 
-class PictureStore::Work {
- public:
-  explicit Work(PictureStoreOptions givenOptions) : options(std::move(givenOptions)) {}
-
-  PictureStoreOptions options;
-  FetchBehavior behavior;
-  std::array<std::vector<PictureWish>, kPictureUsers> wishes;
-};
-
 PictureStore::PictureStore(PictureStoreOptions options, QObject* parent)
-    : QObject(parent), work_(std::make_unique<Work>(std::move(options))) {}
+    : QObject(parent), work_(std::make_unique<StoreWork>(std::move(options))) {
+  connect(work_.get(), &StoreWork::Changed, this, &PictureStore::Changed);
+  connect(work_.get(), &StoreWork::DiskCacheCounted, this, &PictureStore::DiskCacheCounted);
+}
 
 PictureStore::~PictureStore() = default;
 
 void PictureStore::SetBehavior(const FetchBehavior& behavior) {
-  work_->behavior = behavior;
+  work_->SetBehavior(behavior);
 }
 
 void PictureStore::SetHosts(const MediaHosts& hosts) {
-  work_->options.hosts = hosts;
+  work_->SetHosts(hosts);
 }
 
 void PictureStore::SetLoopbackHosts(std::vector<LoopbackHost> hosts) {
-  work_->options.loopbackHosts = std::move(hosts);
+  work_->SetLoopbackHosts(hosts);
 }
 
 void PictureStore::SetWishes(PictureUser user, std::vector<PictureWish> wishes) {
-  work_->wishes.at(static_cast<std::size_t>(user)) = std::move(wishes);
+  work_->SetWishes(user, std::move(wishes));
 }
 
-PictureNow PictureStore::Look(const QString& /*link*/, QSize /*bounds*/) const {
-  return {};
+PictureNow PictureStore::Look(const QString& link, QSize bounds) const {
+  return work_->Look(link, bounds);
 }
 
-void PictureStore::TryAgain(const QString& /*link*/) {}
-
-PictureFile PictureStore::FileOf(const QString& /*link*/) const {
-  return {};
+void PictureStore::TryAgain(const QString& link) {
+  work_->TryAgain(link);
 }
 
-void PictureStore::EmptyDiskCache() {}
+PictureFile PictureStore::FileOf(const QString& link) const {
+  return work_->FileOf(link);
+}
+
+void PictureStore::EmptyDiskCache() {
+  work_->EmptyDiskCache();
+}
 
 qint64 PictureStore::DiskCacheSize() const {
-  return 0;
+  return work_->DiskCacheSize();
 }
 
 }  // namespace quillet

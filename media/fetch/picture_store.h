@@ -17,6 +17,8 @@
 
 namespace quillet {
 
+class StoreWork;
+
 class PictureStore : public QObject {
   Q_OBJECT
 
@@ -54,8 +56,7 @@ class PictureStore : public QObject {
   void DiskCacheCounted(qint64 bytes);
 
  private:
-  class Work;
-  std::unique_ptr<Work> work_;
+  std::unique_ptr<StoreWork> work_;
 };
 
 }  // namespace quillet

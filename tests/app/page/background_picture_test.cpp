@@ -9,7 +9,7 @@
 #include <QtEndian>
 
 #include "app/window/tour/tour.h"
-#include "tests/app/page/picture_server.h"
+#include "tests/support/picture_server.h"
 #include "tests/support/scratch_folder.h"
 
 namespace quillet {

@@ -18,6 +18,10 @@ class PictureServer {
     server_.listen(QHostAddress::LocalHost);
     QObject::connect(&server_, &QTcpServer::newConnection, [this] {
       QTcpSocket* const client = server_.nextPendingConnection();
+      ++connections_;
+      QObject::connect(client, &QTcpSocket::disconnected, [this, client] {
+        if (!client->property("answered").toBool()) ++cut_;
+      });
       QObject::connect(client, &QTcpSocket::readyRead, client, [this, client] { OnReadyRead(*client); });
     });
   }
@@ -26,6 +30,10 @@ class PictureServer {
     return QStringLiteral("http://127.0.0.1:%1%2").arg(server_.serverPort()).arg(path);
   }
   int Requests() const { return requests_; }
+  int Connections() const { return connections_; }
+  // Clients that went without a whole answer.
+  int Cut() const { return cut_; }
+  quint16 Port() const { return server_.serverPort(); }
 
   // The body's true length is told unless `headers` tell another.
   static void Answer(QTcpSocket& client, const QByteArray& status, const QByteArray& headers,
@@ -34,6 +42,7 @@ class PictureServer {
     if (!headers.contains("Content-Length"))
       client.write("Content-Length: " + QByteArray::number(body.size()) + "\r\n");
     client.write("\r\n" + body);
+    client.setProperty("answered", true);
     client.disconnectFromHost();
   }
 
@@ -48,6 +57,8 @@ class PictureServer {
 
   Handler handler_;
   int requests_ = 0;
+  int connections_ = 0;
+  int cut_ = 0;
   QTcpServer server_;
 };
 

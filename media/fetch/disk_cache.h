@@ -1,0 +1,49 @@
+// The files of pictures that have been fetched, kept in a folder of the user's between runs: each under a
+// hash of its link, the least recently used going first beyond a bound. Several programs may share the
+// folder. Called on the thread that owns it, which it never holds up: the disk has a worker of its own, which
+// takes one thing after the other.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+#include <QThreadPool>
+
+namespace quillet {
+
+class DiskCache : public QObject {
+  Q_OBJECT
+
+ public:
+  // The folder is made for the first file, readable for its user only; where it cannot be made, nothing is
+  // kept. An empty folder: none.
+  DiskCache(QString folder, qint64 mostBytes, QObject* parent = nullptr);
+  // Waits a moment for the worker; one that a dead disk holds is left behind.
+  ~DiskCache() override;
+
+  bool IsKept() const { return !folder_.isEmpty(); }
+  // Empty where there is none, or a damaged one, which is taken away.
+  void Read(const QString& link, std::function<void(QByteArray)> deliver);
+  // False to `deliver` where it could not be kept.
+  void Keep(const QString& link, const QByteArray& bytes, std::function<void(bool)> deliver);
+  void Empty();
+  // Counts anew, for Counted.
+  void Count();
+  // The same as Read, at once, by the disk's leave.
+  QByteArray ReadNow(const QString& link) const;
+
+ signals:
+  void Counted(qint64 bytes);
+
+ private:
+  void Run(std::function<qint64()> work);
+
+  QString folder_;
+  qint64 mostBytes_;
+  std::unique_ptr<QThreadPool> worker_;
+};
+
+}  // namespace quillet

@@ -1,0 +1,56 @@
+#include "media/fetch/guarded_door.h"
+
+#include <array>
+#include <utility>
+
+#include <QRandomGenerator>
+#include <QTcpSocket>
+
+#include "media/fetch/door_passage.h"
+
+namespace quillet {
+namespace {
+
+constexpr int kMostPassages = 64;
+constexpr qsizetype kMostNoted = 100;
+constexpr quint16 kNowhere = 1;
+
+QByteArray DrawnPassword() {
+  std::array<quint32, 8> words{};
+  QRandomGenerator::system()->fillRange(words.data(), static_cast<qsizetype>(words.size()));
+  return QByteArray(reinterpret_cast<const char*>(words.data()), sizeof words).toHex();
+}
+
+}  // namespace
+
+GuardedDoor::GuardedDoor(AddressRule rule, QObject* parent)
+    : QObject(parent), rule_(std::move(rule)), password_(DrawnPassword()) {
+  connect(&server_, &QTcpServer::newConnection, this, &GuardedDoor::Admit);
+  server_.listen(QHostAddress::LocalHost);
+}
+
+QNetworkProxy GuardedDoor::Proxy() const {
+  const QString password = QString::fromLatin1(password_);
+  return QNetworkProxy(QNetworkProxy::Socks5Proxy, QStringLiteral("127.0.0.1"),
+                       server_.isListening() ? server_.serverPort() : kNowhere, password, password);
+}
+
+void GuardedDoor::Admit() {
+  while (QTcpSocket* const client = server_.nextPendingConnection()) {
+    if (findChildren<DoorPassage*>(QString(), Qt::FindDirectChildrenOnly).size() >= kMostPassages) {
+      client->abort();
+      client->deleteLater();
+      continue;
+    }
+    auto* const passage = new DoorPassage(client, rule_, password_, this);
+    connect(passage, &DoorPassage::Refused, this, &GuardedDoor::NoteRefused);
+  }
+}
+
+void GuardedDoor::NoteRefused(const QString& host) {
+  refused_.removeAll(host);
+  refused_.append(host);
+  if (refused_.size() > kMostNoted) refused_.removeFirst();
+}
+
+}  // namespace quillet

@@ -1,0 +1,89 @@
+#include "media/fetch/picture_decoder.h"
+
+#include <new>
+#include <string>
+#include <utility>
+
+namespace quillet {
+namespace {
+
+constexpr qint64 kBytesPerPixel = 4;
+constexpr qint64 kMostDecodedBytes = qint64{kMostDecodedMegabytes} << 20;
+
+DecodedFile Failed(PictureFault fault, QSize natural = {}) {
+  return {fault, natural, {}, false};
+}
+
+DecodedFile Decode(const QByteArray& file, QSize bounds, const std::atomic<bool>& dropped) {
+  const PictureHeader header = ReadPictureHeader({file.constData(), static_cast<std::size_t>(file.size())});
+  const QSize natural(header.width, header.height);
+  if (header.format == PictureFormat::kUnknown) return Failed(PictureFault::kUnknownFormat);
+  if (!header.IsSized()) return Failed(PictureFault::kDamaged);
+  if (IsTooLarge(header)) return Failed(PictureFault::kTooManyPixels, natural);
+  DroppableBytes device(file, dropped);
+  const std::unique_ptr<QImageReader> reader = ReaderOf(device, header, bounds);
+  if (!reader->canRead())
+    return Failed(header.format == PictureFormat::kWebp ? PictureFault::kUnknownFormat
+                                                        : PictureFault::kDamaged);
+  QImage image = reader->read();
+  if (image.isNull()) {
+    const bool isLarge = qint64{natural.width()} * natural.height() * kBytesPerPixel > kMostDecodedBytes;
+    return Failed(isLarge ? PictureFault::kTooManyPixels : PictureFault::kDamaged, natural);
+  }
+  const bool isAnimation = reader->supportsAnimation() && reader->canRead();
+  image = Drawable(std::move(image));
+  return {image.isNull() ? PictureFault::kOutOfMemory : PictureFault::kNone, natural, image, isAnimation};
+}
+
+}  // namespace
+
+QSize FittedSize(QSize natural, QSize bounds) {
+  if (bounds.isEmpty() || natural.isEmpty() ||
+      (natural.width() <= bounds.width() && natural.height() <= bounds.height()))
+    return natural;
+  return natural.scaled(bounds, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
+}
+
+DroppableBytes::DroppableBytes(const QByteArray& bytes, const std::atomic<bool>& dropped)
+    : dropped_(dropped) {
+  setData(bytes);
+  open(QIODevice::ReadOnly);
+}
+
+qint64 DroppableBytes::readData(char* data, qint64 size) {
+  return dropped_ ? -1 : QBuffer::readData(data, size);
+}
+
+std::unique_ptr<QImageReader> ReaderOf(QIODevice& device, const PictureHeader& header, QSize bounds) {
+  // The toolkit's own limit, which holds for every reader of the program.
+  [[maybe_unused]] static const bool limited =
+      (QImageReader::setAllocationLimit(kMostDecodedMegabytes), true);
+  auto reader =
+      std::make_unique<QImageReader>(&device, QByteArray::fromStdString(std::string(NameOf(header.format))));
+  reader->setAutoDetectImageFormat(false);
+  reader->setAutoTransform(true);
+  const QSize natural(header.width, header.height);
+  QSize fitted = FittedSize(natural, bounds);
+  if (fitted == natural) return reader;
+  // It scales before it turns.
+  if (header.format == PictureFormat::kJpeg && reader->size().transposed() == natural &&
+      (reader->transformation() & QImageIOHandler::TransformationRotate90) != 0)
+    fitted.transpose();
+  reader->setScaledSize(fitted);
+  return reader;
+}
+
+QImage Drawable(QImage image) {
+  image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
+  return image;
+}
+
+DecodedFile DecodeFile(const QByteArray& file, QSize bounds, const std::atomic<bool>& dropped) {
+  try {
+    return Decode(file, bounds, dropped);
+  } catch (const std::bad_alloc&) {
+    return Failed(PictureFault::kOutOfMemory);
+  }
+}
+
+}  // namespace quillet

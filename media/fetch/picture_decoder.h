@@ -1,0 +1,54 @@
+// Turns the bytes of a picture's file into an image no larger than it is shown. The file is anybody's: its
+// format is told by its content, its pixels are limited before anything is decoded, and decoders get no other
+// limit on memory than kMostDecodedMegabytes. Any thread but the user interface's; blocks as long as decoding
+// takes.
+#pragma once
+
+#include <atomic>
+#include <memory>
+
+#include <QBuffer>
+#include <QByteArray>
+#include <QImage>
+#include <QImageReader>
+
+#include "media/fetch/picture_fault.h"
+#include "media/fetch/picture_header.h"
+
+namespace quillet {
+
+// For one image, whole; what is scaled while it is decoded needs less.
+inline constexpr int kMostDecodedMegabytes = 256;
+
+// `bounds` as for DecodeFile.
+QSize FittedSize(QSize natural, QSize bounds);
+
+// What a decoder reads. Ends early, as if the bytes were damaged, once they are no longer wanted.
+class DroppableBytes : public QBuffer {
+ public:
+  DroppableBytes(const QByteArray& bytes, const std::atomic<bool>& dropped);
+
+ protected:
+  qint64 readData(char* data, qint64 size) override;
+
+ private:
+  const std::atomic<bool>& dropped_;
+};
+
+struct DecodedFile {
+  PictureFault fault = PictureFault::kNone;
+  QSize natural;
+  QImage image;  // RGB32 or ARGB32_Premultiplied; null with a fault
+  bool isAnimation = false;
+};
+
+// Scaled down so far that it fits the bounds, and never up; empty bounds are none. Of an animation the first
+// frame. Once `dropped` is true nobody wants the result, which comes early and means nothing.
+DecodedFile DecodeFile(const QByteArray& file, QSize bounds, const std::atomic<bool>& dropped);
+
+// What it takes to read a picture of a known header, and each frame of one that moves. `device` outlives it.
+std::unique_ptr<QImageReader> ReaderOf(QIODevice& device, const PictureHeader& header, QSize bounds);
+// The format that images are drawn from without being converted at each time; null where memory does not do.
+QImage Drawable(QImage image);
+
+}  // namespace quillet

@@ -1,0 +1,71 @@
+#include "media/fetch/guarded_door.h"
+
+#include <gtest/gtest.h>
+
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+
+#include "tests/support/event_wait.h"
+#include "tests/support/picture_server.h"
+
+namespace quillet {
+namespace {
+
+class GuardedDoorTest : public testing::Test {
+ protected:
+  QNetworkReply::NetworkError Ask(const QNetworkProxy& proxy, const QString& host) {
+    QNetworkAccessManager network;
+    network.setProxy(proxy);
+    const QString address = server.Address(QStringLiteral("/")).replace(QStringLiteral("127.0.0.1"), host);
+    const std::unique_ptr<QNetworkReply> reply(network.get(QNetworkRequest(QUrl(address))));
+    EXPECT_TRUE(WaitWithEvents([&] { return reply->isFinished(); }));
+    body = reply->readAll();
+    return reply->error();
+  }
+
+  const QByteArray large = QByteArray(3'000'000, 'x');
+  PictureServer server{
+      [this](QTcpSocket& client, const QByteArray&) { PictureServer::Answer(client, "200 OK", "", large); }};
+  QByteArray body;
+};
+
+TEST_F(GuardedDoorTest, LetsThroughAllThatIsSaidWhereTheRuleDoes) {
+  GuardedDoor door([](const QHostAddress& address) { return address.isLoopback(); });
+  for (const QString& host : {QStringLiteral("127.0.0.1"), QStringLiteral("localhost")}) {
+    EXPECT_EQ(Ask(door.Proxy(), host), QNetworkReply::NoError);
+    EXPECT_EQ(body, large);
+  }
+  EXPECT_NE(Ask(door.Proxy(), QStringLiteral("nobody.invalid")), QNetworkReply::NoError);
+  EXPECT_FALSE(door.HasRefused(QStringLiteral("nobody.invalid")));
+}
+
+TEST_F(GuardedDoorTest, NothingReachesAHostThatTheRuleRefusesByAnyOfItsNames) {
+  GuardedDoor door([](const QHostAddress& address) { return !address.isLoopback(); });
+  for (const QString& host :
+       {QStringLiteral("127.0.0.1"), QStringLiteral("localhost"), QStringLiteral("[::1]"),
+        QStringLiteral("[::ffff:127.0.0.1]"), QStringLiteral("0x7f.1")})
+    EXPECT_NE(Ask(door.Proxy(), host), QNetworkReply::NoError) << qPrintable(host);
+  EXPECT_TRUE(door.HasRefused(QStringLiteral("localhost")));
+  EXPECT_EQ(server.Connections(), 0);
+}
+
+TEST_F(GuardedDoorTest, OtherProgramsAreKeptOut) {
+  GuardedDoor door([](const QHostAddress&) { return true; });
+  QNetworkProxy proxy = door.Proxy();
+  proxy.setPassword(QStringLiteral("guess"));
+  EXPECT_NE(Ask(proxy, QStringLiteral("127.0.0.1")), QNetworkReply::NoError);
+  for (const QByteArray& bytes :
+       {QByteArray::fromHex("050100050100017f0000010050"), QByteArray::fromHex("0401"),
+        QByteArray(100'000, '\x05'), QByteArray::fromHex("050102")}) {
+    QTcpSocket stranger;
+    stranger.connectToHost(proxy.hostName(), proxy.port());
+    EXPECT_TRUE(WaitWithEvents([&] { return stranger.state() == QAbstractSocket::ConnectedState; }));
+    stranger.write(bytes);
+    EXPECT_TRUE(WaitWithEvents([&] { return stranger.bytesAvailable() == 2; }));
+    EXPECT_EQ(stranger.readAll().at(1), bytes.size() == 3 ? '\x02' : '\xFF');
+  }
+  EXPECT_EQ(server.Connections(), 0);
+}
+
+}  // namespace
+}  // namespace quillet

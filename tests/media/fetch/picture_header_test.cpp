@@ -1,0 +1,88 @@
+#include "media/fetch/picture_header.h"
+
+#include <gtest/gtest.h>
+
+#include "media/fetch/picture_decoder.h"
+#include "tests/support/drawn_pictures.h"
+
+namespace quillet {
+namespace {
+
+const std::atomic<bool> kWanted{false};
+
+PictureHeader HeaderOf(const QByteArray& bytes) {
+  return ReadPictureHeader({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+}
+
+// A photograph whose camera was held on its side.
+QByteArray TurnedJpeg() {
+  QByteArray file = PictureFileBytes(DrawnPicture(300, 50), "jpg");
+  return file.insert(2, QByteArray::fromHex("ffe10022457869660000"
+                                            "4d4d002a00000008"
+                                            "0001"
+                                            "011200030000000100060000"
+                                            "00000000"));
+}
+
+TEST(PictureHeaderTest, TheFirstBytesTellFormatAndSizeAndNoneTellWrong) {
+  const QImage picture = DrawnPicture(300, 50);
+  for (const char* const format : {"jpeg", "png", "bmp", "webp"}) {
+    const QByteArray file = PictureFileBytes(picture, format);
+    if (file.isEmpty()) continue;  // no plugin
+    EXPECT_EQ(NameOf(HeaderOf(file).format), format);
+    EXPECT_TRUE(HeaderOf(file.left(1000)).IsSized()) << format;
+    for (qsizetype size = 0; size < std::min<qsizetype>(file.size(), 1000); ++size) {
+      const PictureHeader header = HeaderOf(file.left(size));
+      if (header.IsSized()) EXPECT_EQ(QSize(header.width, header.height), picture.size()) << format << size;
+    }
+  }
+  EXPECT_EQ(HeaderOf(AnimatedGif(1)).width, 8);
+  EXPECT_EQ(HeaderOf(TurnedJpeg()).height, 300);
+  EXPECT_EQ(HeaderOf("<svg xmlns='http://www.w3.org/2000/svg'/>").format, PictureFormat::kUnknown);
+}
+
+TEST(PictureDecoderTest, APictureIsDecodedNoLargerThanItIsShown) {
+  for (const char* const format : {"jpeg", "png", "bmp", "webp"}) {
+    const QByteArray file = PictureFileBytes(DrawnPicture(300, 50), format);
+    if (file.isEmpty()) continue;
+    EXPECT_EQ(DecodeFile(file, QSize(100, 100), kWanted).image.size(), QSize(100, 17)) << format;
+    EXPECT_EQ(DecodeFile(file, QSize(), kWanted).image.size(), QSize(300, 50)) << format;
+    EXPECT_EQ(DecodeFile(file, QSize(1000, 1000), kWanted).image.size(), QSize(300, 50)) << format;
+  }
+  EXPECT_EQ(DecodeFile(TurnedJpeg(), QSize(100, 60), kWanted).image.size(), QSize(10, 60));
+  EXPECT_EQ(DecodeFile(TurnedJpeg(), QSize(), kWanted).image.size(), QSize(50, 300));
+  EXPECT_EQ(DecodeFile(PictureFileBytes(DrawnPicture(1, 9000), "png"), QSize(90, 90), kWanted).image.size(),
+            QSize(1, 90));
+}
+
+TEST(PictureDecoderTest, BombsAreRefusedBeforeTheyTakeMemory) {
+  QByteArray large = PictureFileBytes(DrawnPicture(8, 8), "png");
+  qToBigEndian<quint32>(50'000, large.data() + 16);
+  qToBigEndian<quint32>(50'000, large.data() + 20);
+  EXPECT_EQ(DecodeFile(large, {}, kWanted).fault, PictureFault::kTooManyPixels);
+  QByteArray claims = PictureFileBytes(DrawnPicture(8, 8), "bmp");
+  qToLittleEndian<qint32>(10'000, claims.data() + 18);
+  qToLittleEndian<qint32>(10'000, claims.data() + 22);
+  EXPECT_EQ(DecodeFile(claims, {}, kWanted).fault, PictureFault::kTooManyPixels) << "the toolkit's own limit";
+  EXPECT_EQ(DecodeFile("<svg xmlns='http://www.w3.org/2000/svg'/>", {}, kWanted).fault,
+            PictureFault::kUnknownFormat);
+}
+
+TEST(PictureDecoderTest, DamagedBytesBecomeAnImageOrAFaultNeverBoth) {
+  QList<QByteArray> files{AnimatedGif(3), TurnedJpeg()};
+  for (const char* const format : {"png", "bmp", "webp"})
+    files << PictureFileBytes(DrawnPicture(50, 30), format);
+  for (const QByteArray& good : files)
+    for (qsizetype at = 1; at < good.size(); at += 1 + at / 16) {
+      QByteArray bytes = good;
+      bytes[at] = static_cast<char>(~bytes[at]);
+      for (const QByteArray& damaged : {bytes, good.left(at)}) {
+        const DecodedFile decoded = DecodeFile(damaged, QSize(20, 20), kWanted);
+        ASSERT_EQ(decoded.image.isNull(), decoded.fault != PictureFault::kNone);
+        ASSERT_LE(std::max(decoded.image.width(), decoded.image.height()), 20);
+      }
+    }
+}
+
+}  // namespace
+}  // namespace quillet
