@@ -73,7 +73,7 @@ void ArticlePictures::Follow(const PictureRoom& room, Seen seen) {
   plan_.SetScope(parts_.settings.showPicMode);
   const Source source{parts_.article.Reading().Lines().Version(), parts_.article.RulesVersion(),
                       parts_.article.LineCount()};
-  if (!(std::exchange(source_, source) == source)) ReadSpots();
+  if (std::exchange(source_, source) != source) ReadSpots();
   LayBands();
   PictureSight sight = Sight();
   for (int round = 0; round < kMostRounds && plan_.See(sight.first, sight.last); ++round) {

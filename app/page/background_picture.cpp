@@ -11,6 +11,36 @@ constexpr int kPatienceMs = 2000;
 // A second one works for the newer source while the first is held by a slow disk.
 constexpr int kWorkers = 2;
 
+// For the user, in his language; empty where the file is there.
+QString ReasonOf(const FetchedFile& file, const FetchLimits& limits) {
+  switch (file.fault) {
+    case PictureFault::kNone:
+      return file.IsPage() ? u"這是網頁的網址，不是圖片的網址。"_qs : QString();
+    case PictureFault::kHostNotFound:
+      return u"找不到主機 %1。"_qs.arg(file.address.host());
+    case PictureFault::kRefused:
+      return u"主機拒絕連線。"_qs;
+    case PictureFault::kNotSecure:
+      return u"無法和主機建立安全的連線。"_qs;
+    case PictureFault::kLessSecure:
+      return u"網址轉到不安全的地方。"_qs;
+    case PictureFault::kTooManyRedirects:
+      return u"網址一再轉到別的地方。"_qs;
+    case PictureFault::kTooSlow:
+      return u"等太久了，圖片沒有送完。"_qs;
+    case PictureFault::kCutShort:
+      return u"連線在圖片送完以前就斷了。"_qs;
+    case PictureFault::kAnsweredWithError:
+      return u"主機回應 %1，沒有圖片。"_qs.arg(file.status);
+    case PictureFault::kEmpty:
+      return u"主機沒有送來圖片。"_qs;
+    case PictureFault::kTooManyBytes:
+      return u"圖片超過 %1 MB。"_qs.arg(limits.bytes >> 20);
+    default:
+      return u"下載失敗：%1"_qs.arg(file.detail);
+  }
+}
+
 }  // namespace
 
 // What a worker and the object share: a result is delivered only while there is somebody to take it.
@@ -20,7 +50,7 @@ struct BackgroundPicture::Task {
   std::atomic<bool> dropped{false};
 };
 
-BackgroundPicture::BackgroundPicture(QObject* parent, const DownloadLimits& limits)
+BackgroundPicture::BackgroundPicture(QObject* parent, const FetchLimits& limits)
     : QObject(parent), limits_(limits), workers_(std::make_unique<QThreadPool>()) {
   workers_->setMaxThreadCount(kWorkers);
 }
@@ -60,15 +90,15 @@ void BackgroundPicture::Download(const QString& address) {
     Deliver(task_, {{}, u"網址寫得不對。"_qs});
     return;
   }
-  if (!network_) network_ = std::make_unique<QNetworkAccessManager>();
-  download_ = std::make_unique<PictureDownload>(*network_, url, limits_);
-  connect(
-      download_.get(), &PictureDownload::Done, this, [this](const QByteArray& bytes, const QString& problem) {
-        if (!problem.isEmpty())
-          Deliver(task_, {{}, problem});
-        else
-          Decode([bytes](const std::atomic<bool>& dropped) { return DecodePictureBytes(bytes, dropped); });
-      });
+  if (!web_) web_ = std::make_unique<WebClient>(Reach::kAnyHost);
+  download_ = std::make_unique<FileFetch>(*web_, url, FileNeeds{limits_, 0, {}});
+  connect(download_.get(), &FileFetch::Done, this, [this](const FetchedFile& file) {
+    const QString reason = ReasonOf(file, limits_);
+    if (!reason.isEmpty()) return Deliver(task_, {{}, reason});
+    Decode([bytes = file.bytes](const std::atomic<bool>& dropped) {
+      return DecodePictureBytes(bytes, dropped);
+    });
+  });
 }
 
 void BackgroundPicture::Decode(Work work) {

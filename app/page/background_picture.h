@@ -11,15 +11,17 @@
 #include <QThreadPool>
 
 #include "app/page/picture_decoding.h"
-#include "app/page/picture_download.h"
+#include "media/fetch/file_fetch.h"
 
 namespace quillet {
+
+inline constexpr FetchLimits kBackgroundLimits{.bytes = qint64{20} << 20};
 
 class BackgroundPicture : public QObject {
   Q_OBJECT
 
  public:
-  explicit BackgroundPicture(QObject* parent = nullptr, const DownloadLimits& limits = {});
+  explicit BackgroundPicture(QObject* parent = nullptr, const FetchLimits& limits = kBackgroundLimits);
   // Waits a moment for a worker that is at it; one that a dead disk holds is left behind.
   ~BackgroundPicture() override;
 
@@ -46,13 +48,13 @@ class BackgroundPicture : public QObject {
   static void Deliver(const std::shared_ptr<Task>& task, const DecodedPicture& result);
   void Accept(const std::shared_ptr<Task>& task, const DecodedPicture& result);
 
-  DownloadLimits limits_;
+  FetchLimits limits_;
   QString source_;
   QImage picture_;
   std::shared_ptr<Task> task_;  // of source_, while it is being loaded
   std::unique_ptr<QThreadPool> workers_;
-  std::unique_ptr<QNetworkAccessManager> network_;  // made for the first address
-  std::unique_ptr<PictureDownload> download_;
+  std::unique_ptr<WebClient> web_;  // made for the first address
+  std::unique_ptr<FileFetch> download_;
 };
 
 }  // namespace quillet

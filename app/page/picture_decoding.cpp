@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
 
+#include "media/fetch/picture_decoder.h"
 #include "settings/picture_formats.h"
 
 namespace quillet {
@@ -14,28 +14,12 @@ namespace {
 
 constexpr qint64 kMostFileBytes = qint64{256} << 20;
 constexpr qint64 kMostPixels = 100'000'000;
-constexpr int kMostDecodedMegabytes = 256;
 constexpr qint64 kMostDecodedBytes = qint64{kMostDecodedMegabytes} << 20;
 constexpr qint64 kChunk = 1 << 20;
 
 DecodedPicture Problem(QString text) {
   return {{}, std::move(text)};
 }
-
-// Ends early, as if the bytes were damaged, once the picture is no longer wanted.
-class DroppableBytes : public QBuffer {
- public:
-  DroppableBytes(const QByteArray& bytes, const std::atomic<bool>& dropped) : dropped_(dropped) {
-    setData(bytes);
-    open(QIODevice::ReadOnly);
-  }
-
- protected:
-  qint64 readData(char* data, qint64 size) override { return dropped_ ? -1 : QBuffer::readData(data, size); }
-
- private:
-  const std::atomic<bool>& dropped_;
-};
 
 // An estimate: decoders that scale while they read need less.
 qint64 DecodedBytes(QSize size, QImage::Format format) {

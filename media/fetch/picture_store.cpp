@@ -22,7 +22,7 @@ void PictureStore::SetHosts(const MediaHosts& hosts) {
   work_->SetHosts(hosts);
 }
 
-void PictureStore::SetLoopbackHosts(std::vector<LoopbackHost> hosts) {
+void PictureStore::SetLoopbackHosts(const std::vector<LoopbackHost>& hosts) {
   work_->SetLoopbackHosts(hosts);
 }
 

@@ -29,7 +29,7 @@ class PictureStore : public QObject {
   void SetBehavior(const FetchBehavior& behavior);
   // Of the files that are asked for from now on.
   void SetHosts(const MediaHosts& hosts);
-  void SetLoopbackHosts(std::vector<LoopbackHost> hosts);
+  void SetLoopbackHosts(const std::vector<LoopbackHost>& hosts);
 
   // All that the user wants now, most urgent first; six files are fetched at once. What nobody lists any more
   // is cancelled; what has been decoded stays within the memory's bound, least recently listed go first. What

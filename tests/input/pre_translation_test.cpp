@@ -115,6 +115,14 @@ TEST_F(PreTranslationTest, EnterAndEscapeAreTheNoticesWhateverElseIsThere) {
   EXPECT_EQ(Decide(Key(kKeyDown), PageKind::kReader, {.noticeShown = true}), ForBbs(Key(kKeyDown)));
 }
 
+TEST_F(PreTranslationTest, APictureOverTheTerminalTakesTheNextKeyWhateverItMeans) {
+  const WindowState window{.pictureShown = true, .sideListShown = true, .articleShown = true};
+  for (const KeyPress& press :
+       {kEscape, Key(kKeyDown), Char(u'q'), KeyPress{.virtualKey = 'P', .control = true}})
+    EXPECT_EQ(Decide(press, PageKind::kReader, window), OnKey(KeyRoute::kPicture, press.virtualKey));
+  EXPECT_EQ(Decide(KeyPress{.shift = true}, PageKind::kReader, window).route, KeyRoute::kToolkit);
+}
+
 TEST_F(PreTranslationTest, TheSideListTakesEveryPlainKeyButTab) {
   const WindowState window{.sideListShown = true,
                            .selectionShown = true,

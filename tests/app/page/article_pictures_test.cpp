@@ -1,13 +1,12 @@
 // Pictures below the lines of their links, in the window over the demo BBS, from a web server of the test's
 // own.
 #include <fstream>
-#include <map>
 
-#include <QBuffer>
-#include <QTcpServer>
-#include <QTcpSocket>
+#include <QMap>
 
 #include "tests/app/demo_article_fixture.h"
+#include "tests/support/drawn_pictures.h"
+#include "tests/support/picture_server.h"
 
 namespace quillet {
 namespace {
@@ -15,45 +14,15 @@ namespace {
 constexpr int kLink = 5;  // the row of the first link, and its line
 constexpr int kTextLines = 60;
 
-class PictureServer : public QTcpServer {
- public:
-  PictureServer() {
-    connect(this, &QTcpServer::newConnection, this, [this] {
-      QTcpSocket* const socket = nextPendingConnection();
-      connect(socket, &QTcpSocket::readyRead, this, [this, socket] {
-        if (!socket->peek(4096).contains("\r\n\r\n")) return;
-        const QByteArray path = socket->readAll().split(' ').value(1);
-        asked.push_back(path);
-        const QByteArray body = files.value(path);
-        socket->write(
-            (body.isEmpty() ? "HTTP/1.1 404 Not Found" : "HTTP/1.1 200 OK\r\nContent-Type: image/png") +
-            QByteArray("\r\nConnection: close\r\nContent-Length: ") + QByteArray::number(body.size()) +
-            "\r\n\r\n" + body);
-        socket->disconnectFromHost();
-      });
-    });
-    listen(QHostAddress::LocalHost);
-  }
-  void Put(const QByteArray& path, QSize size) {
-    QImage image(size, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    QBuffer file;
-    image.save(&file, "PNG");
-    files[path] = file.data();
-  }
-
-  QMap<QByteArray, QByteArray> files;
-  QList<QByteArray> asked;
-};
-
 class ArticlePicturesTest : public DemoArticleTest {
  protected:
   void SetUp() override {
-    server.Put("/a.png", {200, 100});
-    server.Put("/e.png", {300, 80});
-    server.Put("/t.png", {300, 80});
+    QImage red(200, 100, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    for (const char* const path : {"/a.png", "/e.png", "/t.png"})
+      files[path] = PictureFileBytes(red, "PNG");
     DemoArticleTest::SetUp();
-    View().FetchedPictures().SetLoopbackHosts({{"pictures.example", server.serverPort()}});
+    View().FetchedPictures().SetLoopbackHosts({{"pictures.example", server.Port()}});
     doc->GetSettings().Store().Names().Set(u"troll", {});
     doc->GetSettings().Set({{&Settings::contentPic, PictureSize::kNormal},
                             {&Settings::pushPic, PictureSize::kThumbnail},
@@ -100,7 +69,14 @@ class ArticlePicturesTest : public DemoArticleTest {
     return View().Surface().Picture().pixel(layout.originX + 5, RowTop(layout, picture.firstRow) + 10);
   }
 
-  PictureServer server;
+  QMap<QByteArray, QByteArray> files;
+  QList<QByteArray> asked;
+  PictureServer server{[this](QTcpSocket& client, const QByteArray& path) {
+    asked.push_back(path);
+    const QByteArray file = files.value(path);
+    PictureServer::Answer(client, file.isEmpty() ? "404 Not Found" : "200 OK", "Content-Type: image/png\r\n",
+                          file);
+  }};
   int lines = 0;
 };
 
@@ -124,7 +100,7 @@ TEST_F(ArticlePicturesTest, APictureTakesRowsOfItsOwnBelowItsLink) {
   EXPECT_TRUE(AtRest(Last()));
   EXPECT_TRUE(Row(22).find("t.png") != std::string::npos) << "the last line is the last row still";
   ASSERT_TRUE(Shows(1)) << "and the black-listed one's stays closed";
-  EXPECT_FALSE(server.asked.contains("/t.png"));
+  EXPECT_FALSE(asked.contains("/t.png"));
 
   doc->GetSettings().Set(&Settings::work, true);
   EXPECT_TRUE(Shown().empty());
@@ -146,7 +122,7 @@ TEST_F(ArticlePicturesTest, WhatIsReadStaysWhilePicturesComeAboveIt) {
 }
 
 TEST_F(ArticlePicturesTest, AClickOnTheLinkOpensAndClosesIt) {
-  EXPECT_TRUE(server.asked.isEmpty()) << "nothing that was not asked for";
+  EXPECT_TRUE(asked.isEmpty()) << "nothing that was not asked for";
   Click(kLink, 3);
   ASSERT_TRUE(Shows(1));
   QString clicked;
@@ -164,10 +140,10 @@ TEST_F(ArticlePicturesTest, AClickOnTheLinkOpensAndClosesIt) {
 }
 
 TEST_F(ArticlePicturesTest, AFailureSaysWhyAndIsTriedAgainByAClick) {
-  const QByteArray file = server.files.take("/a.png");
+  const QByteArray file = files.take("/a.png");
   Click(kLink, 3);
   ASSERT_TRUE(Until([&] { return FromBig5(Row(kLink + 1)).find(u"按一下再試") != std::u16string::npos; }));
-  server.files["/a.png"] = file;
+  files["/a.png"] = file;
   Click(kLink + 1, 4);
   EXPECT_TRUE(Shows(1));
 }
@@ -177,7 +153,7 @@ TEST_F(ArticlePicturesTest, OnAPageThatIsNoWholeArticleItOpensOverTheScreenUntil
   ASSERT_TRUE(Until([&] { return !Article().IsShown() && Row(kLink).find("a.png") != std::string::npos; }));
   Click(kLink, 3);
   ASSERT_TRUE(View().PictureOverScreen().IsOpen());
-  EXPECT_TRUE(Until([&] { return server.asked.contains("/a.png"); }));
+  EXPECT_TRUE(Until([&] { return asked.contains("/a.png"); }));
   const unsigned screens = View().ScreenCount();
   TypeText("q");
   EXPECT_FALSE(View().PictureOverScreen().IsOpen());
