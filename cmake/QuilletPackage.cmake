@@ -33,7 +33,7 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE ${QUILLET_DEB_REVISION})
 set(CPACK_DEBIAN_PACKAGE_SECTION net)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # A Chinese input method, the letters to show, and what links and certificates need; all can be done without.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fcitx5-frontend-qt6, fonts-noto-cjk, ca-certificates, xdg-utils")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fcitx5-frontend-qt6, fonts-noto-cjk, ca-certificates, xdg-utils, qt6-image-formats-plugins")
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 
 # `package_source` takes what lies in the folder, and should not take what was built in it.

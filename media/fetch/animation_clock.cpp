@@ -149,14 +149,14 @@ void AnimationClock::DecodeAhead(const QString& link, Player& player) {
   RunOnWorker(
       workers_, this, [frames = player.frames] { return frames->Next(); },
       [this, link, decodedFor = std::weak_ptr(players_.at(link))](std::optional<AnimationFrame> frame) {
-        const std::shared_ptr<Player> player = decodedFor.lock();
-        if (!player || *player->dropped) return;
-        player->isDecoding = false;
-        player->isOver = !frame;
-        if (frame) player->Accept(std::move(*frame));
+        const std::shared_ptr<Player> decoded = decodedFor.lock();
+        if (!decoded || *decoded->dropped) return;
+        decoded->isDecoding = false;
+        decoded->isOver = !frame;
+        if (frame) decoded->Accept(std::move(*frame));
         // What has waited for it is late already.
-        if (player->dueAt <= time_.elapsed()) Advance(link, *player);
-        DecodeAhead(link, *player);
+        if (decoded->dueAt <= time_.elapsed()) Advance(link, *decoded);
+        DecodeAhead(link, *decoded);
         SetTimer();
       });
 }

@@ -37,7 +37,6 @@ void DiskCache::Read(const QString& link, std::function<void(QByteArray)> delive
 }
 
 void DiskCache::Keep(const QString& link, const QByteArray& bytes, std::function<void(bool)> deliver) {
-  if (!IsKept()) return;
   RunOnWorker(
       *worker_, this,
       [folder = CacheFolder(folder_), most = mostBytes_, link, bytes] {
@@ -45,6 +44,7 @@ void DiskCache::Keep(const QString& link, const QByteArray& bytes, std::function
         return Kept{isKept, isKept ? folder.Shrink(most) : 0};
       },
       [this, deliver = std::move(deliver)](const Kept& kept) {
+        hasFailed_ = !kept.isKept;
         if (kept.isKept) emit Counted(kept.total);
         deliver(kept.isKept);
       });
@@ -59,11 +59,11 @@ void DiskCache::Count() {
 }
 
 QByteArray DiskCache::ReadNow(const QString& link) const {
-  return IsKept() ? CacheFolder(folder_).Read(link) : QByteArray();
+  return HasFolder() ? CacheFolder(folder_).Read(link) : QByteArray();
 }
 
 void DiskCache::Run(std::function<qint64()> work) {
-  if (!IsKept()) return;
+  if (!HasFolder()) return;
   RunOnWorker(*worker_, this, std::move(work), [this](qint64 bytes) { emit Counted(bytes); });
 }
 

@@ -24,7 +24,9 @@ class DiskCache : public QObject {
   // Waits a moment for the worker; one that a dead disk holds is left behind.
   ~DiskCache() override;
 
-  bool IsKept() const { return !folder_.isEmpty(); }
+  bool HasFolder() const { return !folder_.isEmpty(); }
+  // False also once a file could not be kept.
+  bool IsKeeping() const { return HasFolder() && !hasFailed_; }
   // Empty where there is none, or a damaged one, which is taken away.
   void Read(const QString& link, std::function<void(QByteArray)> deliver);
   // False to `deliver` where it could not be kept.
@@ -43,6 +45,7 @@ class DiskCache : public QObject {
 
   QString folder_;
   qint64 mostBytes_;
+  bool hasFailed_ = false;
   std::unique_ptr<QThreadPool> worker_;
 };
 

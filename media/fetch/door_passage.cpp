@@ -146,17 +146,20 @@ qsizetype DoorPassage::TakeRequest() {
 void DoorPassage::Resolve(const QString& host) {
   step_ = Step::kResolving;
   patience_.stop();
-  QHostInfo::lookupHost(host, this, [this](const QHostInfo& info) { OnResolved(info); });
+  host_ = host;
+  // Of a number the resolver would ask for the name.
+  if (const QHostAddress number(host); !number.isNull()) return TryAddresses({number});
+  QHostInfo::lookupHost(host, this, [this](const QHostInfo& info) { TryAddresses(info.addresses()); });
 }
 
-void DoorPassage::OnResolved(const QHostInfo& info) {
-  addresses_ = info.addresses();
-  if (info.error() != QHostInfo::NoError || addresses_.isEmpty()) return Answer(kHostUnreachable);
+void DoorPassage::TryAddresses(const QList<QHostAddress>& addresses) {
+  if (addresses.isEmpty()) return Answer(kHostUnreachable);
   // All of them: a name that means both the world and this network is not one to be tried out.
-  if (!std::all_of(addresses_.cbegin(), addresses_.cend(), rule_)) {
-    emit Refused(info.hostName());
+  if (!std::all_of(addresses.cbegin(), addresses.cend(), rule_)) {
+    emit Refused(host_);
     return Answer(kNotAllowed);
   }
+  addresses_ = addresses;
   step_ = Step::kConnecting;
   ConnectNext();
 }

@@ -31,7 +31,7 @@ class DoorPassage : public QObject {
   qsizetype TakePassword();
   qsizetype TakeRequest();
   void Resolve(const QString& host);
-  void OnResolved(const QHostInfo& info);
+  void TryAddresses(const QList<QHostAddress>& addresses);
   void ConnectNext();
   void OnConnected();
   void Answer(char reply);
@@ -46,6 +46,7 @@ class DoorPassage : public QObject {
   QTcpSocket upstream_;
   QTimer patience_;
   QByteArray asked_;
+  QString host_;
   quint16 port_ = 0;
   QList<QHostAddress> addresses_;  // that have been looked at, and not been tried yet
 };

@@ -222,13 +222,13 @@ void StoreWork::Serve(const PictureWish& wish, Turn& turn) {
   turn.held += BytesOf(FittedSize(picture.now.size, wish.bounds)) + picture.bytes.size();
   const bool fits = turn.held <= options_.memoryBytes;
   picture.isAfforded = picture.isAfforded || fits;
-  ServeFile(wish.link, picture, fits || disk_.IsKept());
+  ServeFile(wish.link, picture, fits || disk_.IsKeeping());
   if (picture.file == FileState::kHere) ServeImage(wish, picture, fits);
 }
 
 void StoreWork::ServeFile(const QString& link, ShelvedPicture& picture, bool fits) {
   if (picture.file == FileState::kUnknown) {
-    if (!disk_.IsKept())
+    if (!disk_.HasFolder())
       picture.file = FileState::kNotHere;
     else if (seeks_ < kMostSeeks)
       Seek(link, picture);
@@ -349,7 +349,7 @@ void StoreWork::OnFound(quint64 id, const ChaseFind& find) {
   picture->now.isVideo = find.isVideo;
   if (find.fault != PictureFault::kNone) return Fail(link, *picture, find.fault);
   Take(link, *picture, find.file);
-  if (disk_.IsKept())
+  if (disk_.HasFolder())
     disk_.Keep(link, find.file, [this, link](bool isKept) {
       ShelvedPicture* const kept = shelf_.Find(link);
       if (kept != nullptr) kept->isOnDisk = isKept;

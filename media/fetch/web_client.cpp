@@ -39,21 +39,19 @@ WebClient::WebClient(Reach reach) {
 }
 
 QNetworkReply* WebClient::Get(const QUrl& address, int silenceMs) {
-  QNetworkReply* reply = nullptr;
-  if (const LoopbackHost* const loopback = LoopbackOf(address)) {
-    QUrl there = address;
-    there.setScheme(QStringLiteral("http"));
-    there.setHost(QStringLiteral("127.0.0.1"));
-    there.setPort(loopback->port);
-    QNetworkRequest request = RequestFor(there, silenceMs);
-    request.setRawHeader("Host", loopback->host.toLatin1());
-    reply = straight_.get(request);
-  } else {
+  const LoopbackHost* const loopback = LoopbackOf(address);
+  if (loopback == nullptr) {
     QNetworkRequest request = RequestFor(address, silenceMs);
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, strategy_ == FetchStrategy::kOneConnection);
-    reply = (door_ ? guarded_ : straight_).get(request);
+    return (door_ ? guarded_ : straight_).get(request);
   }
-  return reply;
+  QUrl there = address;
+  there.setScheme(QStringLiteral("http"));
+  there.setHost(QStringLiteral("127.0.0.1"));
+  there.setPort(loopback->port);
+  QNetworkRequest request = RequestFor(there, silenceMs);
+  request.setRawHeader("Host", loopback->host.toLatin1());
+  return straight_.get(request);
 }
 
 bool WebClient::IsPrivate(const QUrl& address) const {

@@ -15,7 +15,8 @@ TEST(XdgTest, FoldersOfTheDesktopAreHonouredUnlessTheyAreRelative) {
     fs::path (*folder)();
     const char* usual;
   } cases[] = {{"XDG_DATA_HOME", UserDataFolder, "/somebody/.local/share/quillet"},
-               {"XDG_CONFIG_HOME", UserConfigFolder, "/somebody/.config/quillet"}};
+               {"XDG_CONFIG_HOME", UserConfigFolder, "/somebody/.config/quillet"},
+               {"XDG_CACHE_HOME", UserCacheFolder, "/somebody/.cache/quillet"}};
   const Variable home("HOME", "/somebody");
   for (const auto& c : cases) {
     SCOPED_TRACE(c.variable);
