@@ -9,6 +9,7 @@
 #include "core/endpoints.h"
 #include "demo/client.h"
 #include "demo/content_loader.h"
+#include "demo/pictures/picture_server.h"
 #include "demo/wires/ssh_door.h"
 #include "demo/wires/telnet_door.h"
 #include "demo/wires/websocket_door.h"
@@ -20,6 +21,7 @@ namespace {
 // Beyond any use of a program on loopback; keeps a runaway client from eating all threads.
 constexpr std::size_t kMostClients = 128;
 constexpr int kRetryMilliseconds = 50;
+constexpr const char* kPicturesFolder = "pictures";  // of the content
 
 }  // namespace
 
@@ -39,6 +41,7 @@ struct DemoServer::Impl {
   std::unique_ptr<demo::Door> ssh;
   std::unique_ptr<demo::Door> webSocket;
   std::string authority;
+  std::unique_ptr<demo::PictureServer> pictures;
   std::mutex clientsLock;
   std::list<demo::Client> clients;  // guarded by clientsLock
   std::uint32_t nextSeed = 0;       // guarded by clientsLock
@@ -47,6 +50,7 @@ struct DemoServer::Impl {
   void Start();
   void OpenSsh(std::uint16_t port);
   void OpenWebSocket(std::uint16_t port);
+  void OpenPictures(std::uint16_t port);
   void Listen(demo::OpenedDoor opened, std::unique_ptr<demo::Door>& door);
   void Accept(demo::Door& door);
   void Serve(std::unique_ptr<demo::Wire> wire);
@@ -67,6 +71,7 @@ void DemoServer::Impl::Start() {
   Listen(demo::OpenTelnetDoor(options.port), telnet);
   if (options.sshPort) OpenSsh(*options.sshPort);
   if (options.webSocketPort) OpenWebSocket(*options.webSocketPort);
+  if (options.picturePort) OpenPictures(*options.picturePort);
 }
 
 void DemoServer::Impl::OpenSsh(std::uint16_t port) {
@@ -78,6 +83,16 @@ void DemoServer::Impl::OpenWebSocket(std::uint16_t port) {
   demo::OpenedWebSocketDoor door = demo::OpenWebSocketDoor(port);
   authority = std::move(door.authority);
   Listen(std::move(door.opened), webSocket);
+}
+
+void DemoServer::Impl::OpenPictures(std::uint16_t port) {
+  const std::filesystem::path folder = options.contentFolder / kPicturesFolder;
+  if (pictures || !error.empty() || !is_directory(folder)) return;
+  pictures = std::make_unique<demo::PictureServer>(folder, port);
+  if (options.log)
+    for (const std::string& problem : pictures->Problems())
+      options.log(problem);
+  error = pictures->Error();
 }
 
 void DemoServer::Impl::Listen(demo::OpenedDoor opened, std::unique_ptr<demo::Door>& door) {
@@ -144,11 +159,25 @@ void DemoServer::OpenWebSocket() {
   impl_->OpenWebSocket(0);
 }
 
+void DemoServer::OpenPictures() {
+  impl_->OpenPictures(0);
+}
+
 std::vector<std::string> DemoServer::Addresses() const {
   std::vector<std::string> all;
   for (const demo::Door* door : {impl_->telnet.get(), impl_->ssh.get(), impl_->webSocket.get()})
     if (door != nullptr) all.push_back(door->Address());
+  if (const std::uint16_t port = PicturePort(); port != 0)
+    all.push_back("http://127.0.0.1:" + std::to_string(port));
   return all;
+}
+
+std::uint16_t DemoServer::PicturePort() const {
+  return impl_->pictures ? impl_->pictures->Port() : std::uint16_t{0};
+}
+
+std::vector<std::string> DemoServer::PictureHosts() const {
+  return impl_->pictures ? impl_->pictures->Hosts() : std::vector<std::string>();
 }
 
 std::string DemoServer::Address() const {

@@ -22,6 +22,8 @@ struct DemoOptions {
   std::optional<std::uint16_t> sshPort{};  // the same for SSH, which is served when there is one
   // The same for WebSocket.
   std::optional<std::uint16_t> webSocketPort{};
+  // The same for the web sites that articles link to, by HTTP.
+  std::optional<std::uint16_t> picturePort{};
   // How the bytes are cut into writes. kAsBbs splits as a busy BBS does, inside sequences and characters too.
   enum class Writes { kWhole, kAsBbs, kEveryByte } writes = Writes::kAsBbs;
   std::uint32_t seed = 1;                     // of the splits and of everything else that looks random
@@ -50,10 +52,16 @@ class DemoServer {
   // when it cannot be done. The thread that made the server.
   void OpenSsh();
   void OpenWebSocket();
+  // Nothing either where the content has no pictures.
+  void OpenPictures();
   // "telnet://127.0.0.1:PORT"
   std::string Address() const;
-  // Of every road that is served, telnet first.
+  // Of every road that is served, telnet first, then the web sites'.
   std::vector<std::string> Addresses() const;
+  // 0 and empty when they are not served.
+  std::uint16_t PicturePort() const;
+  // The names that these web sites have in articles, in lower case.
+  std::vector<std::string> PictureHosts() const;
   // 0 and empty without that door.
   std::uint16_t WebSocketPort() const;
   // "wss://127.0.0.1:PORT/bbs"

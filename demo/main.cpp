@@ -25,8 +25,8 @@ void OnSignal(int) {
 }
 
 constexpr const char* kUsage =
-    "usage: demo_bbs [--port N] [--ssh-port N] [--wss-port N [--ca-file PATH]] [--content FOLDER]\n"
-    "                [--once-writes whole|bbs|byte]\n";
+    "usage: demo_bbs [--port N] [--ssh-port N] [--wss-port N [--ca-file PATH]] [--picture-port N]\n"
+    "                [--content FOLDER] [--once-writes whole|bbs|byte]\n";
 constexpr auto kSignalPoll = std::chrono::milliseconds(100);
 
 std::optional<quillet::DemoOptions::Writes> WritesNamed(const std::string& name) {
@@ -60,6 +60,7 @@ bool ReadOption(const std::string& name, const std::string& value, Arguments& re
   if (name == "--port") return ReadPort(value, options.port);
   if (name == "--ssh-port") return ReadPort(value, options.sshPort.emplace());
   if (name == "--wss-port") return ReadPort(value, options.webSocketPort.emplace());
+  if (name == "--picture-port") return ReadPort(value, options.picturePort.emplace());
   if (name == "--once-writes") {
     const auto writes = WritesNamed(value);
     options.writes = writes.value_or(options.writes);
@@ -88,6 +89,7 @@ int main(int count, char** arguments) {
   Arguments read;
   quillet::DemoOptions& options = read.options;
   options.contentFolder = resources / "demo" / "content";
+  options.picturePort = 0;
   quillet::Endpoints endpoints;
   if (quillet::LoadEndpoints(resources / "Data" / "endpoints.ini", endpoints)) options.UseNames(endpoints);
   options.log = [](std::string_view line) {

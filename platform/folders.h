@@ -26,7 +26,7 @@ std::filesystem::path UserDataFolder();
 // elsewhere it is the data folder.
 std::filesystem::path UserConfigFolder();
 
-// The user's own folder for what Quillet can fetch again (not created here).
+// The user's folder for what Quillet can fetch anew (not created here).
 std::filesystem::path UserCacheFolder();
 
 }  // namespace quillet

@@ -1,9 +1,13 @@
 #include "app/document/resources.h"
 
 namespace quillet {
+namespace {
+
+constexpr const char* kEndpointsFile = "endpoints.ini";
+
+}  // namespace
 
 Endpoints LoadAllEndpoints(const std::filesystem::path& userData) {
-  constexpr const char* kEndpointsFile = "endpoints.ini";
   Endpoints endpoints;
   LoadEndpoints(ResourceFolder() / "Data" / kEndpointsFile, endpoints);
   LoadEndpoints(userData / kEndpointsFile, endpoints);
@@ -20,6 +24,12 @@ Resources LoadResources(const std::filesystem::path& userData) {
 
 std::filesystem::path DefaultDemoContent() {
   return ResourceFolder() / "demo" / "content";
+}
+
+Endpoints WebSitesOfDemo(const std::filesystem::path& content) {
+  Endpoints endpoints;
+  LoadEndpoints(content / "pictures" / kEndpointsFile, endpoints);
+  return endpoints;
 }
 
 std::filesystem::path PlacesOfDemo(const std::filesystem::path& content) {

@@ -23,6 +23,9 @@ Endpoints LoadAllEndpoints(const std::filesystem::path& userData = UserDataFolde
 
 // Where the demo's content lies when nobody says otherwise.
 std::filesystem::path DefaultDemoContent();
+// What the services are that a demo's articles link to, in the form of "endpoints.ini"; empty where its
+// content says nothing of them.
+Endpoints WebSitesOfDemo(const std::filesystem::path& content);
 // Where a demo's content holds the tables of places for those who write there.
 std::filesystem::path PlacesOfDemo(const std::filesystem::path& content);
 

@@ -1,6 +1,7 @@
 #include "app/page/article_pictures.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <set>
 #include <utility>
 
@@ -42,6 +43,13 @@ void PutWords(const std::u16string& words, PageRow& row) {
   std::size_t col = kWordsCol;
   for (const char byte : ToBig5(words).substr(0, kCols - kWordsCol))
     row.cells[col++] = {.byte = static_cast<std::uint8_t>(byte), .fore = kQuietText};
+}
+
+// An image that was scaled for the same bounds, and rounded otherwise, is drawn as it is.
+PixelSize DrawnSize(PixelSize wanted, const QImage& image) {
+  const bool isThat =
+      std::abs(image.width() - wanted.width) <= 1 && std::abs(image.height() - wanted.height) <= 1;
+  return isThat ? PixelSize{image.width(), image.height()} : wanted;
 }
 
 int ColumnsOfWords(const std::u16string& words) {
@@ -255,7 +263,7 @@ void ArticlePictures::ComposeSpot(const SpotPlace& place, int row, FrameState& f
     const bool stands = now.isVideo || (now.isAnimation && !parts_.settings.autoPlayGif);
     frame.pictures.push_back({.firstRow = row - place.offset,
                               .rows = place.rows,
-                              .size = plan_.ShownSize(place.spot, room_),
+                              .size = DrawnSize(plan_.ShownSize(place.spot, room_), now.image),
                               .image = now.image,
                               .sign = stands ? PictureSign::kPlay : PictureSign::kNone});
   }

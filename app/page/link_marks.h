@@ -13,11 +13,13 @@ class LinkMarks {
  public:
   explicit LinkMarks(MediaHosts hosts) : hosts_(std::move(hosts)) {}
 
+  // Of the pages that come from now on.
+  void SetHosts(MediaHosts hosts) { hosts_ = std::move(hosts); }
   // Every web address that shows a picture or a video gets its kind. `page` is what stands on `screen`.
   void Mark(const ScreenSnapshot& screen, UnderstoodPage& page) const;
 
  private:
-  const MediaHosts hosts_;
+  MediaHosts hosts_;
 };
 
 }  // namespace quillet

@@ -4,14 +4,25 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include <QString>
 
 #include "core/endpoints.h"
 #include "core/transport/transport.h"
+#include "media/media_hosts.h"
 
 namespace quillet {
+
+// The web sites of a world of its own, which its articles link to: what each of them is, and where all of
+// them answer, which is on this computer alone.
+struct OwnWebSites {
+  MediaHosts services;
+  std::vector<QString> hosts;  // in lower case; none is asked for anywhere else
+  quint16 port = 0;            // theirs on 127.0.0.1, by plain HTTP
+};
 
 struct Site {
   QString address;
@@ -21,6 +32,8 @@ struct Site {
   // Holds tables of places for its visitors' addresses, which are of a world of its own; empty: they are
   // real.
   std::filesystem::path placesFolder{};
+  // Take the place of the configured services while the site is open; empty: links lead into the world.
+  std::optional<OwnWebSites> webSites{};
   bool isRecording = false;
   bool isBbs = false;  // the demo's: the BBS, whatever its host is called, and gone with this run
 

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "app/document/media_services.h"
 #include "app/document/resources.h"
 #include "core/transport/ssh_transport.h"
 #include "core/transport/websocket_transport.h"
@@ -18,6 +19,15 @@ Site DemoSite(const std::string& address, const QString& name) {
 
 }  // namespace
 
+std::optional<OwnWebSites> WebSitesOf(const DemoServer& demo, const std::filesystem::path& content) {
+  if (demo.PicturePort() == 0) return std::nullopt;
+  OwnWebSites sites{
+      .services = MediaHostsOf(WebSitesOfDemo(content)), .hosts = {}, .port = demo.PicturePort()};
+  for (const std::string& host : demo.PictureHosts())
+    sites.hosts.push_back(QString::fromStdString(host));
+  return sites;
+}
+
 DemoHost::DemoHost(std::filesystem::path contentFolder, Endpoints hosts)
     : contentFolder_(std::move(contentFolder)), hosts_(std::move(hosts)) {}
 
@@ -25,7 +35,10 @@ DemoHost::~DemoHost() = default;
 
 std::variant<Site, QString> DemoHost::SiteBy(TransportKind way) {
   std::variant<Site, QString> demo = ServedBy(way);
-  if (auto* const site = std::get_if<Site>(&demo)) site->placesFolder = PlacesOfDemo(contentFolder_);
+  if (auto* const site = std::get_if<Site>(&demo)) {
+    site->placesFolder = PlacesOfDemo(contentFolder_);
+    site->webSites = WebSitesOf(*server_, contentFolder_);
+  }
   return demo;
 }
 
@@ -34,6 +47,7 @@ std::variant<Site, QString> DemoHost::ServedBy(TransportKind way) {
     DemoOptions options;
     options.contentFolder = contentFolder_;
     options.UseNames(hosts_);
+    options.picturePort = 0;
     server_ = std::make_unique<DemoServer>(std::move(options));
   }
   // A door costs time at its making and a thread that looks after it: only those that are wanted.

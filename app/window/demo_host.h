@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <variant>
 
 #include <QString>
@@ -16,6 +17,9 @@
 namespace quillet {
 
 class DemoServer;
+
+// The web sites that the articles of that content link to, as the server has them; none where it serves none.
+std::optional<OwnWebSites> WebSitesOf(const DemoServer& demo, const std::filesystem::path& content);
 
 class DemoHost {
  public:

@@ -128,6 +128,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
     hands_.Keys().DropWaiting();
     article_.Forget();
     places_.OpenSite(connection_.CurrentSite().placesFolder);
+    OpenWebSites(connection_.CurrentSite());
   });
   connect(&stallSign_, &StallSign::clicked, this,
           [this] { doc_.GetReconnector().Reconnect(Reconnector::Told::kNo); });
@@ -150,6 +151,18 @@ CQuillView::~CQuillView() {
 void CQuillView::OnSettingsChanged() {
   ApplyDisplaySettings();
   TellFileProblems();
+}
+
+// What links show, and where their pictures are fetched.
+void CQuillView::OpenWebSites(const Site& site) {
+  const MediaHosts services = site.webSites ? site.webSites->services : MediaHostsOf(doc_.Hosts());
+  std::vector<LoopbackHost> own;
+  if (site.webSites)
+    for (const QString& host : site.webSites->hosts)
+      own.push_back({host, site.webSites->port});
+  linkMarks_.SetHosts(services);
+  pictureStore_.SetHosts(services);
+  pictureStore_.SetLoopbackHosts(own);
 }
 
 void CQuillView::ConnectLogin() {

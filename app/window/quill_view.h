@@ -117,6 +117,7 @@ class CQuillView : public QWidget {
   void TellFileProblems();
   void TellNews(const ArticleNews& news);
   void CallUser(SignalSound sound);
+  void OpenWebSites(const Site& site);
   void ConnectLogin();
   void ConnectPicture();
   void ConnectViewer();
@@ -149,7 +150,7 @@ class CQuillView : public QWidget {
   UserSettings& settings_;
   ScreenSnapshot screen_;
   UnderstoodPage page_;  // what stands on it, marked with the user's keywords and with what its links show
-  const LinkMarks linkMarks_;
+  LinkMarks linkMarks_;
   PlaceBook places_;
   FrameState frame_;
   bool isSeen_ = false;  // a frame has been painted

@@ -33,7 +33,7 @@ fs::path UserConfigFolder() {
 
 fs::path UserCacheFolder() {
   const fs::path data = UserDataFolder();
-  return data.empty() ? fs::path{} : data / L"Cache";
+  return data.empty() ? data : data / L"Cache";
 }
 
 }  // namespace quillet

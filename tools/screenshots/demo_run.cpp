@@ -4,6 +4,8 @@
 #include <QDir>
 #include <QPainter>
 
+#include "app/window/demo_host.h"
+
 namespace quillet {
 namespace {
 
@@ -12,6 +14,7 @@ constexpr int kPatienceMs = 30000;  // generous: a busy machine may be slow, a m
 DemoOptions OptionsFor(const Endpoints& endpoints) {
   DemoOptions options;
   options.contentFolder = DefaultDemoContent();
+  options.picturePort = 0;
   options.UseNames(endpoints);
   return options;
 }
@@ -37,6 +40,7 @@ DemoRun::DemoRun(const QString& folder)
   doc_.GetConnection().Open({.address = QString::fromStdString(demo_.Address()),
                              .name = u"示範站台"_qs,
                              .placesFolder = PlacesOfDemo(DefaultDemoContent()),
+                             .webSites = WebSitesOf(demo_, DefaultDemoContent()),
                              .isBbs = true});
 }
 

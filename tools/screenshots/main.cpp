@@ -14,6 +14,7 @@
 #include "tools/screenshots/dialogs.h"
 #include "tools/screenshots/hands_pictures.h"
 #include "tools/screenshots/layout_pictures.h"
+#include "tools/screenshots/linked_pictures.h"
 #include "tools/screenshots/login_pictures.h"
 #include "tools/screenshots/name_list_pictures.h"
 #include "tools/screenshots/palette_pictures.h"
@@ -87,6 +88,7 @@ constexpr Part kParts[] = {
     {"--backdrop", Take<quillet::ShootBackdropPictures>},
     {"--hands", Take<quillet::ShootHandsPictures>},
     {"--layouts", Take<quillet::ShootLayoutPictures>},
+    {"--linked", Take<quillet::ShootLinkedPictures>},
     {"--art", Take<quillet::ShootArtPictures>},
     {"--art", Take<quillet::ShootArtPictures>, "1.25"},
     {"--art", Take<quillet::ShootArtPictures>, "1.5"},

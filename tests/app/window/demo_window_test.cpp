@@ -1,6 +1,9 @@
 // The whole house in one process: the demo BBS over a real socket, the session, the window.
+#include <gmock/gmock.h>
+
 #include <QTemporaryDir>
 
+#include "app/window/demo_host.h"
 #include "demo/demo_server.h"
 #include "input/text/screen_text.h"
 #include "tests/app/window_fixture.h"
@@ -27,6 +30,19 @@ TEST_F(DemoWindowTest, TheTourFindsEveryPageAndSavesItsPicture) {
   for (const QString& file : result.pictures)
     EXPECT_FALSE(QImage(file).isNull()) << file.toStdString();
   doc->GetConnection().Disconnect();
+}
+
+TEST_F(DemoWindowTest, EveryServiceThatItsArticlesLinkToIsServed) {
+  DemoHost host(QUILLET_SOURCE_DIR "/demo/content", {});
+  const Site site = std::get<Site>(host.SiteBy(TransportKind::kTelnet));
+  ASSERT_TRUE(site.webSites);
+  EXPECT_NE(site.webSites->port, 0);
+  const MediaHosts& services = site.webSites->services;
+  for (const std::u16string& service :
+       {services.shorteners[0], services.shorteners[1], services.photoShort, services.pageShort,
+        services.imageShortener, services.images, services.pagedImages, services.blogImages,
+        services.video.host, services.video.shortHost})
+    EXPECT_THAT(site.webSites->hosts, testing::Contains(QString::fromStdU16String(service)));
 }
 
 }  // namespace
