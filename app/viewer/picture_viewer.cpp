@@ -316,6 +316,7 @@ void PictureViewer::TakePlace() {
   setGeometry(place_.area);
   const QSize room = (PictureArea().size() * devicePixelRatioF()).toSize();
   zoom_.SetRoom(Plain(room), devicePixelRatioF());
+  StyleRetry();
   Want();
   ShowOtherwise();
 }
@@ -332,22 +333,30 @@ QRectF PictureViewer::PictureArea() const {
 // Below the words that say why.
 void PictureViewer::PlaceRetry() {
   const bool failed = IsOpen() && Now().stage == PictureStage::kFailed;
-  if (!failed && retry_ == nullptr) return;
-  if (retry_ == nullptr) {
-    retry_ = new QPushButton(PictureAgainWord(), this);
-    retry_->setFocusPolicy(Qt::NoFocus);
-    retry_->setCursor(Qt::ArrowCursor);
-    connect(retry_, &QPushButton::clicked, this, [this] { store_.TryAgain(Link()); });
-  }
+  if (failed && retry_ == nullptr) MakeRetry();
+  if (retry_ == nullptr) return;
+  const double below = panel_look::TextSize(place_.unit) * kBelowWords;
+  retry_->move(qRound(PictureArea().center().x() - retry_->width() / 2.0),
+               qRound(PictureArea().center().y() + below));
+  retry_->setVisible(failed);
+}
+
+void PictureViewer::MakeRetry() {
+  retry_ = new QPushButton(PictureAgainWord(), this);
+  retry_->setFocusPolicy(Qt::NoFocus);
+  retry_->setCursor(Qt::ArrowCursor);
+  connect(retry_, &QPushButton::clicked, this, [this] { store_.TryAgain(Link()); });
+  StyleRetry();
+}
+
+void PictureViewer::StyleRetry() {
+  if (retry_ == nullptr) return;
   const LoginFormColours& colours = LoginFormColoursFor(false);
   const double letter = panel_look::TextSize(place_.unit);
+  retry_->setFont(panel_look::Sized(place_.font, letter));
   StyleLoginControl(*retry_, letter, colours);
   retry_->setPalette(LoginFormPalette(colours));
-  retry_->setFont(panel_look::Sized(place_.font, letter));
   retry_->adjustSize();
-  retry_->move(qRound(PictureArea().center().x() - retry_->width() / 2.0),
-               qRound(PictureArea().center().y() + letter * kBelowWords));
-  retry_->setVisible(failed);
 }
 
 // ---- Drawing

@@ -92,6 +92,8 @@ class PictureViewer : public QWidget, public Overlay {
   bool OnControlKey(int key);
   void TakePlace();
   void PlaceRetry();
+  void MakeRetry();
+  void StyleRetry();
   void SetShape();
   double CaptionHeight() const;
   QRectF PictureArea() const;

@@ -13,7 +13,6 @@
 #include "app/messages/article_messages.h"
 #include "app/messages/picture_messages.h"
 #include "app/messages/text_messages.h"
-#include "app/viewer/video_dialog.h"
 #include "bbs/idle_key.h"
 #include "platform/clock.h"
 
@@ -145,6 +144,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
 }
 
 CQuillView::~CQuillView() {
+  delete videoDialog_;  // which uses the store to its end
   doc_.Messages().Detach();
 }
 
@@ -218,10 +218,10 @@ void CQuillView::LookAt(const QString& link) {
 }
 
 void CQuillView::ShowVideo(const QString& link) {
-  auto* const dialog = new VideoDlg(
+  videoDialog_ = new VideoDlg(
       pictureStore_, link, [this, link] { hands_.BrowsePicture(link); }, this);
-  dialog->setAttribute(Qt::WA_DeleteOnClose);
-  dialog->open();
+  videoDialog_->setAttribute(Qt::WA_DeleteOnClose);
+  videoDialog_->open();
 }
 
 void CQuillView::TellNews(const ArticleNews& news) {

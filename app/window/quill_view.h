@@ -2,6 +2,7 @@
 // own copy of the screen. User-interface thread.
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 
 #include "app/dialogs/leave_question.h"
@@ -27,6 +28,7 @@
 #include "app/page/page_composer.h"
 #include "app/side_list/side_list_view.h"
 #include "app/viewer/picture_viewer.h"
+#include "app/viewer/video_dialog.h"
 #include "app/window/view_hands.h"
 #include "app/window/view_timers.h"
 
@@ -170,6 +172,7 @@ class CQuillView : public QWidget {
   ScreenPicture screenPicture_;
   PictureViewer viewer_;
   PictureQuestion pictureQuestion_;
+  QPointer<VideoDlg> videoDialog_;
   PageComposer composer_;
   SideListView sideList_;
   SideButtons sideButtons_;

@@ -1,6 +1,8 @@
 #include "app/interaction/keeping/picture_keeper.h"
 
+#include <algorithm>
 #include <atomic>
+#include <cstring>
 #include <string_view>
 #include <utility>
 
@@ -20,10 +22,13 @@ namespace quillet {
 namespace {
 
 // What a file carries besides its pixels (who took the picture, where) is nobody's who pastes it.
-QImage WithoutNotes(QImage image) {
-  for (const QString& key : image.textKeys())
-    image.setText(key, {});
-  return image;
+QImage PixelsOf(const QImage& image) {
+  QImage pixels(image.size(), image.format());
+  if (pixels.isNull()) return pixels;
+  const auto count = static_cast<std::size_t>(std::min(image.bytesPerLine(), pixels.bytesPerLine()));
+  for (int y = 0; y < image.height(); ++y)
+    std::memcpy(pixels.scanLine(y), image.constScanLine(y), count);
+  return pixels;
 }
 
 }  // namespace
@@ -59,7 +64,7 @@ void PictureKeeper::Copy(const QString& link) {
       *QThreadPool::globalInstance(), this,
       [bytes = file.bytes] {
         const std::atomic<bool> dropped{false};
-        return WithoutNotes(DecodeFile(bytes, {}, dropped).image);
+        return PixelsOf(DecodeFile(bytes, {}, dropped).image);
       },
       [this, number = ++copies_](const QImage& image) {
         if (number == copies_) Offer(image);
