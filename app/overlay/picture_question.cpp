@@ -14,7 +14,7 @@ namespace quillet {
 namespace {
 
 // In letters' sizes.
-constexpr double kGap = 0.5;
+constexpr double kQuestionGap = 0.5;
 
 }  // namespace
 
@@ -80,7 +80,7 @@ void PictureQuestion::TakePlace() {
     StyleLoginControl(*part, letter, colours);
     part->setPalette(palette);
   }
-  const auto gap = static_cast<int>(letter * kGap);
+  const auto gap = static_cast<int>(letter * kQuestionGap);
   layout()->setContentsMargins(2 * gap, gap, gap, gap);
   layout()->setSpacing(gap);
   const int width = place_.area.width();
