@@ -209,6 +209,7 @@ std::optional<KeyDecision> KeyMessage::ForEscape() const {
   if (window_.articleShown && window_.search != SearchUse::kNone) return Search(SearchStep::kEnd);
   if (window_.revealShown) return On(KeyRoute::kReveal);
   if (window_.activityRuns) return On(KeyRoute::kActivity);
+  if (window_.questionShown) return On(KeyRoute::kQuestion);
   return std::nullopt;
 }
 

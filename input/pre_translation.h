@@ -24,6 +24,7 @@ struct WindowState {
   bool noticeShown = false;      // a panel with something to say: Enter and Esc are its
   bool pictureShown = false;     // one over the whole terminal, which goes with the next key
   bool sideListShown = false;    //
+  bool questionShown = false;    // one in a line over the page, which Esc leaves unanswered
   bool selectionShown = false;   //
   bool revealShown = false;      // Tab has shown descriptions or hidden lines
   bool activityRuns = false;     // an automation works for the user: Esc stops it
@@ -45,6 +46,7 @@ enum class KeyRoute {
   kSideList,   // `action.virtualKey`, 0 for a key that it does not know: the open side list takes it
   kSelection,  // clears or extends the selection, as `select` says
   kReveal,     // ends what Tab has shown
+  kQuestion,   // puts the question over the page away
   kActivity,   // stops the automation
   kSearch,     // about the text that is looked for in the local article, as `search` says
   kArticle,    // moves the local article, as `paging` says; on PagingAction::kNext, `action` follows for the

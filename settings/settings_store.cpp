@@ -1,5 +1,7 @@
 #include "settings/settings_store.h"
 
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "settings/old_settings.h"
@@ -36,6 +38,8 @@ SettingsStore::SettingsStore(DataFiles& files, std::string_view mainHost)
 // so the disk, only after "black.txt" has it.
 void SettingsStore::Load() {
   if (ready_) return;
+  std::error_code unseen;
+  isFirstStart_ = !std::filesystem::exists(files_.Locate(kSettingsFile), unseen) && !unseen;
   Overlaid read(map_, files_.Read(kSettingsFile).lines);
   map_ = std::move(read.map);
   const bool hasOldLists = ConvertOldLists(map_, names_);

@@ -56,6 +56,8 @@ class SettingsStore {
     return Set({{field, value}});
   }
 
+  // Load has found no file of settings.
+  bool IsFirstStart() const { return isFirstStart_; }
   const Settings& Fields() const { return fields_; }
   SettingsMap& Map() { return map_; }
   const SettingsMap& Map() const { return map_; }
@@ -74,6 +76,7 @@ class SettingsStore {
   void MergeInTitleWords();
 
   DataFiles& files_;
+  bool isFirstStart_ = false;
   bool ready_ = false;         // set once the first load has read what there is
   bool namesAreOwed_ = false;  // the last write of "black.txt" failed
   std::size_t mergedIn_ = 0;

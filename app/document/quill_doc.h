@@ -71,6 +71,8 @@ class CQuillDoc : public QObject {
   // What web addresses are opened with.
   Opener& WebOpener() { return opener_; }
 
+  // Nothing of the user's was there yet when it was loaded.
+  bool IsFirstStart() const { return settings_.Store().IsFirstStart(); }
   // What could not be read or written since the last call. What the registry's file suffers from is always
   // among it.
   std::vector<FileProblem> TakeFileProblems();

@@ -22,6 +22,13 @@ CommandState CommandRunner::State(const CommandTarget& target) const {
       .AddIf(target.link && target.link->article, Condition::kArticleLink)
       .AddIf(target.link && target.link->address.empty(), Condition::kAddresslessLink)
       .AddIf(!target.id.empty(), Condition::kUserId);
+  if (!target.picture) return state;
+  const PictureTarget& picture = *target.picture;
+  const bool isClosed = picture.where == PictureTarget::Where::kClosedLink;
+  state.holds.AddIf(isClosed, Condition::kClosedPicture)
+      .AddIf(!isClosed, Condition::kOpenedPicture)
+      .AddIf(picture.IsPicture(), Condition::kPicture)
+      .AddIf(picture.IsPicture() && picture.hasFile, Condition::kPictureFile);
   return state;
 }
 

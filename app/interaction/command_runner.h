@@ -8,15 +8,35 @@
 #include <string>
 #include <vector>
 
+#include <QString>
+
 #include "input/commands/commands.h"
 #include "input/text/text_link.h"
 
 namespace quillet {
 
+// A picture, or a link that shows one.
+struct PictureTarget {
+  enum class Where {
+    kClosedLink,  // that could be opened
+    kOpenLink,    // its picture stands below its line
+    kArticle,     // that picture itself
+    kViewer       // the picture that is looked at
+  };
+  QString link;
+  Where where = Where::kClosedLink;
+  bool hasFile = false;  // its file has come
+  int line = -1;         // of the article's that are shown, in which the link stands; -1: in none
+  int firstCol = 0;      // where it begins there
+
+  bool IsPicture() const { return where == Where::kArticle || where == Where::kViewer; }
+};
+
 // What a command is about, where it is not the selection or the page.
 struct CommandTarget {
-  std::optional<TextLink> link;
-  std::u16string id;  // of a user; empty: none
+  std::optional<TextLink> link{};
+  std::u16string id{};  // of a user; empty: none
+  std::optional<PictureTarget> picture{};
 };
 
 class CommandRunner {

@@ -31,10 +31,10 @@ std::u16string AsPartOfEntry(const std::u16string& text) {
 }
 
 void ShowContextMenu(QWidget& parent, const QPoint& at, const CommandRunner& runner,
-                     const CommandTarget& target, const CommandWords& words) {
+                     const CommandTarget& target, const CommandWords& words, CommandMenu which) {
   QMenu* const menu = NewMenu(parent);
   const CommandState state = runner.State(target);
-  for (const MenuEntry& entry : EntriesOf(CommandMenu::kContext)) {
+  for (const MenuEntry& entry : EntriesOf(which)) {
     if (entry.gap == Gap::kLine) menu->addSeparator();
     if (!IsShown(entry, state)) continue;
     QAction* const item = menu->addAction(QString::fromStdU16String(TextOf(entry, state, words)));

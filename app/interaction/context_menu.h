@@ -19,7 +19,8 @@ std::u16string AsPartOfEntry(const std::u16string& text);
 
 // Shown at a place of the screen, gone by itself. `runner` outlives it.
 void ShowContextMenu(QWidget& parent, const QPoint& at, const CommandRunner& runner,
-                     const CommandTarget& target, const CommandWords& words);
+                     const CommandTarget& target, const CommandWords& words,
+                     CommandMenu which = CommandMenu::kContext);
 
 // All links in sight, for choosing one with the keyboard. Says so when there is none.
 void ShowLinkMenu(QWidget& parent, const QPoint& at, const std::vector<TextLink>& links,

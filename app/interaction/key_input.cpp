@@ -46,6 +46,7 @@ std::optional<bool> KeyInput::PerformInWindow(const KeyDecision& decision) {
     case KeyRoute::kNotice:
     case KeyRoute::kPicture:
     case KeyRoute::kSideList:
+    case KeyRoute::kQuestion:
       return parts_.overlays.OnKey(decision);
     case KeyRoute::kSearch:
       parts_.search.Perform(decision.search);

@@ -1,5 +1,8 @@
 #include "app/messages/picture_messages.h"
 
+#include "app/messages/file_messages.h"
+#include "app/messages/session_messages.h"
+
 namespace quillet {
 
 namespace {
@@ -58,11 +61,83 @@ QString WordsWhileItComes(const PictureNow& now) {
   return words;
 }
 
+QString LengthText(int seconds) {
+  const QString rest = u"%1:%2"_qs.arg(seconds / 60 % 60, seconds < 3600 ? 1 : 2, 10, QLatin1Char('0'))
+                           .arg(seconds % 60, 2, 10, QLatin1Char('0'));
+  return seconds < 3600 ? rest : u"%1:%2"_qs.arg(seconds / 3600).arg(rest);
+}
+
+PanelText PictureNotice(const QString& title, const QStringList& lines) {
+  return {.title = title,
+          .lines = lines,
+          .hint = u"Enter 繼續"_qs,
+          .tone = PanelTone::kProblem,
+          .onEnter = PanelAction::kDismiss,
+          .onEscape = PanelAction::kDismiss};
+}
+
 }  // namespace
 
 QString DescribePictureWithoutImage(const PictureNow& now) {
   if (now.stage != PictureStage::kFailed) return WordsWhileItComes(now);
   return u"無法顯示圖片：%1，按一下再試"_qs.arg(ReasonOf(now.fault));
+}
+
+QString DescribePictureToCome(const PictureNow& now) {
+  if (now.stage != PictureStage::kFailed) return WordsWhileItComes(now);
+  return u"無法顯示圖片：%1"_qs.arg(ReasonOf(now.fault));
+}
+
+QString PictureAgainWord() {
+  return u"重試"_qs;
+}
+
+QString ByteCountText(qint64 bytes) {
+  constexpr double kThousand = 1024;
+  const double kilo = static_cast<double>(qMax<qint64>(bytes, 0)) / kThousand;
+  if (bytes > 0 && kilo < 1) return u"%1 B"_qs.arg(bytes);
+  if (kilo < kThousand) return u"%1 KB"_qs.arg(qRound(kilo));
+  return u"%1 MB"_qs.arg(kilo / kThousand, 0, 'f', 1);
+}
+
+QString DescribeLookedAt(const LookedAt& picture, const PictureNow& now) {
+  QStringList parts{u"%1/%2"_qs.arg(picture.number).arg(picture.count)};
+  if (!now.size.isEmpty()) parts << u"%1 × %2"_qs.arg(now.size.width()).arg(now.size.height());
+  const bool isWhole = now.stage == PictureStage::kReady && now.received > 0;
+  if (isWhole) parts << ByteCountText(now.received);
+  if (!now.size.isEmpty()) parts << u"%1%"_qs.arg(picture.percent);
+  parts << picture.link;
+  return parts.join(u"　"_qs);
+}
+
+QString DescribeVideo(int seconds, const QString& link) {
+  return seconds > 0 ? u"長度 %1\n%2"_qs.arg(LengthText(seconds), link) : link;
+}
+
+QString PictureSaveTitle() {
+  return u"另存圖片"_qs;
+}
+
+QString PictureKindName(const QString& ending) {
+  return u"%1 圖片"_qs.arg(ending.toUpper());
+}
+
+QString AsOneLine(const PanelText& notice) {
+  return (QStringList(notice.title) + notice.lines).join(u"　"_qs);
+}
+
+QString DescribePictureCopied() {
+  return u"已複製圖片"_qs;
+}
+
+PanelText DescribeNoPictureFile() {
+  return PictureNotice(u"圖片沒有儲存"_qs, {u"圖片的檔案已經不在了，請再開啟一次。"_qs});
+}
+
+PanelText DescribePictureNotSaved(const std::filesystem::path& file, const std::string& reason) {
+  QStringList lines{ShownPath(file.filename()), u"資料夾：%1"_qs.arg(ShownPath(file.parent_path()))};
+  if (!reason.empty()) lines << u"系統訊息：%1"_qs.arg(SystemText(reason));
+  return PictureNotice(u"圖片沒有儲存"_qs, lines);
 }
 
 }  // namespace quillet

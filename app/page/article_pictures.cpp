@@ -296,8 +296,11 @@ std::optional<ArticlePictures::Place> ArticlePictures::PictureAt(int row, int x)
 }
 
 std::optional<std::size_t> ArticlePictures::SpotOfLink(int row, int firstCol) const {
-  const int index = parts_.article.LineAtRow(row);
-  if (!isOn_ || index < 0) return std::nullopt;
+  return SpotInLine(parts_.article.LineAtRow(row), firstCol);
+}
+
+std::optional<std::size_t> ArticlePictures::SpotInLine(int index, int firstCol) const {
+  if (!isOn_ || index < 0 || index >= parts_.article.LineCount()) return std::nullopt;
   const int line = parts_.article.SourceLine(index);
   const std::size_t end = plan_.FirstFrom(line + 1);
   for (std::size_t spot = plan_.FirstFrom(line); spot < end; ++spot)
@@ -316,11 +319,24 @@ bool ArticlePictures::CanToggle(int row, int firstCol) const {
 }
 
 void ArticlePictures::Toggle(int row, int firstCol) {
-  const std::optional<std::size_t> spot = SpotOfLink(row, firstCol);
-  if (!spot) return;
-  plan_.SetOpen(*spot, !plan_.IsOpen(*spot));
+  if (const std::optional<std::size_t> spot = SpotOfLink(row, firstCol)) ToggleSpot(*spot);
+}
+
+ArticlePictures::Standing ArticlePictures::StandingInLine(int line, int firstCol) const {
+  const std::optional<std::size_t> spot = SpotInLine(line, firstCol);
+  if (!spot) return Standing::kNone;
+  if (plan_.IsOpen(*spot)) return Standing::kOpen;
+  return plan_.Known(*spot) == PictureKnown::kNoPicture ? Standing::kNone : Standing::kClosed;
+}
+
+void ArticlePictures::ToggleInLine(int line, int firstCol) {
+  if (const std::optional<std::size_t> spot = SpotInLine(line, firstCol)) ToggleSpot(*spot);
+}
+
+void ArticlePictures::ToggleSpot(std::size_t spot) {
+  plan_.SetOpen(spot, !plan_.IsOpen(spot));
   opened_.reset();
-  if (plan_.IsOpen(*spot)) opened_ = spot;
+  if (plan_.IsOpen(spot)) opened_ = spot;
   by_ = ArticleView::BandsBy::kUser;
   emit RowsChanged();
   ShowOpened();

@@ -59,6 +59,10 @@ class ArticlePictures : public QObject {
   // Whether a click on a link that begins at the cell opens or closes a picture.
   bool CanToggle(int row, int firstCol) const;
   void Toggle(int row, int firstCol);
+  // The same by a line, of those that are shown, wherever it is.
+  enum class Standing { kNone, kClosed, kOpen };
+  Standing StandingInLine(int line, int firstCol) const;
+  void ToggleInLine(int line, int firstCol);
   // All in sight: they close where all of them are open, else they open.
   void TogglePage();
   bool HasPicturesInSight() const;
@@ -113,6 +117,8 @@ class ArticlePictures : public QObject {
   QString LinkOf(std::size_t spot) const { return QString::fromStdString(plan_.At(spot).link); }
   std::optional<SpotPlace> SpotAtRow(int row) const;
   std::optional<std::size_t> SpotOfLink(int row, int firstCol) const;
+  std::optional<std::size_t> SpotInLine(int index, int firstCol) const;
+  void ToggleSpot(std::size_t spot);
   void ComposeSpot(const SpotPlace& place, int row, FrameState& frame) const;
   std::u16string WordsFor(std::size_t spot, const PictureNow& now) const;
 

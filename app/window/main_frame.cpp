@@ -18,6 +18,7 @@
 #include "app/dialogs/keys_dialog.h"
 #include "app/dialogs/site_choice.h"
 #include "app/messages/link_messages.h"
+#include "app/messages/picture_messages.h"
 #include "app/messages/window_title.h"
 #include "settings/dialog/add_black_dlg.h"
 #include "settings/dialog/options_dlg.h"
@@ -152,8 +153,13 @@ void CMainFrame::ShowOptions() {
   settings_.Refresh();
   CQuillOptionDlg dialog(settings_.Store(),
                          {.becomeDefaultBrowser = [this] { linkHandler_.Wish(); },
-                          .aboutDefaultBrowser = DescribeLinkHandlerButton(AsksUserForLinkHandler())},
+                          .aboutDefaultBrowser = DescribeLinkHandlerButton(AsksUserForLinkHandler()),
+                          .emptyPictureCache = [this] { view_->FetchedPictures().EmptyDiskCache(); }},
                          this);
+  const PictureStore& pictures = view_->FetchedPictures();
+  const auto showCache = [&dialog](qint64 bytes) { dialog.ShowPictureCache(ByteCountText(bytes)); };
+  connect(&pictures, &PictureStore::DiskCacheCounted, &dialog, showCache);
+  showCache(pictures.DiskCacheSize());
   const int answer = dialog.exec();
   activateWindow();
   if (answer == QDialog::Accepted) settings_.Apply();

@@ -113,6 +113,8 @@ void CQuillApp::OnNotOpened(const std::u16string& address) {
 }
 
 void CQuillApp::Start() {
+  // A recording or a walk is looked at by whoever wants to see that and nothing else.
+  if (doc_->IsFirstStart() && !IsTour() && options_.replayFile.isEmpty()) frame_->View().AskAboutPictures();
   if (IsTour())
     RunTour();
   else if (options_.demo)

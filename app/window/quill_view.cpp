@@ -71,6 +71,11 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
                  .settings = settings_.Fields(),
                  .wordsFor = DescribePictureWithoutImage}),
       screenPicture_(pictureStore_, settings_.Fields(), *this),
+      viewer_(pictureStore_, settings_.Fields(), *this,
+              {.isForWindow = &CQuillView::StaysWindows,
+               .menu = [this](const QPoint& at) { hands_.ShowMenuOfViewer(at); },
+               .perform = [this](Command command) { hands_.PerformInViewer(command); }}),
+      pictureQuestion_(*this, [this](PictureScope scope) { settings_.Set(&Settings::showPicMode, scope); }),
       composer_({.article = article_,
                  .bookmarks = doc.GetBookmarks(),
                  .settings = settings_.Store(),
@@ -88,6 +93,8 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
               .article = article_,
               .pictures = pictures_,
               .screenPicture = screenPicture_,
+              .store = pictureStore_,
+              .viewer = viewer_,
               .overlays = overlays_,
               .sideList = sideList_,
               .sideButtons = sideButtons_,
@@ -130,6 +137,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
   ListOverlays();
   ConnectLogin();
   ConnectPicture();
+  ConnectViewer();
   doc_.Messages().Attach(this);
   ApplyDisplaySettings();
   TellFileProblems();
@@ -137,6 +145,7 @@ CQuillView::CQuillView(CQuillDoc& doc, QWidget* parent)
 }
 
 CQuillView::~CQuillView() {
+  delete videoDialog_;  // which uses the store to its end
   doc_.Messages().Detach();
 }
 
@@ -193,6 +202,29 @@ void CQuillView::ConnectPicture() {
   });
 }
 
+void CQuillView::ConnectViewer() {
+  connect(&pictures_, &ArticlePictures::PictureClicked, this, &CQuillView::LookAt);
+  connect(&viewer_, &PictureViewer::Changed, this, [this] {
+    if (viewer_.IsOpen()) hands_.OnCovered();
+    RefreshPanel();
+  });
+}
+
+// Videos are no pictures to go on to.
+void CQuillView::LookAt(const QString& link) {
+  if (pictureStore_.Look(link, {}).isVideo) return ShowVideo(link);
+  std::vector<QString> links = pictures_.OpenLinks();
+  std::erase_if(links, [this](const QString& other) { return pictureStore_.Look(other, {}).isVideo; });
+  viewer_.Open(std::move(links), link);
+}
+
+void CQuillView::ShowVideo(const QString& link) {
+  videoDialog_ = new VideoDlg(
+      pictureStore_, link, [this, link] { hands_.BrowsePicture(link); }, this);
+  videoDialog_->setAttribute(Qt::WA_DeleteOnClose);
+  videoDialog_->open();
+}
+
 void CQuillView::TellNews(const ArticleNews& news) {
   toast_.Show(DescribeNews(news), news.edited ? EmbeddedImage::kEdited : EmbeddedImage::kNews);
   CallUser(SignalSound::kUpdated);
@@ -207,7 +239,8 @@ void CQuillView::CallUser(SignalSound sound) {
 void CQuillView::ListOverlays() {
   for (Overlay* const overlay : std::initializer_list<Overlay*>{
            &ime_, &badge_, &toast_, &hands_.Links(), &hands_.Places(), &screenPicture_, &panel_,
-           &scrollBarPart_, &buttonsPart_, &stallSign_, &sideList_, &hands_.Search().Bar(), &login_})
+           &scrollBarPart_, &buttonsPart_, &stallSign_, &pictureQuestion_, &sideList_, &hands_.Search().Bar(),
+           &login_, &viewer_})
     overlays_.Add(*overlay);
 }
 
@@ -374,6 +407,7 @@ void CQuillView::OnClock() {
 void CQuillView::FollowPictures() {
   const QWindow* const shown = window()->windowHandle();
   const bool isSeen = isVisible() && shown != nullptr && shown->isExposed();
+  viewer_.SetSeen(isSeen);
   pictures_.Follow(surface_.RoomForPictures(article_.LinesInSight()),
                    isSeen ? ArticlePictures::Seen::kYes : ArticlePictures::Seen::kNo);
 }

@@ -5,6 +5,7 @@
 #include <functional>
 #include <vector>
 
+#include <QPointer>
 #include <QWidget>
 
 #include "app/dialogs/leave_question.h"
@@ -15,6 +16,7 @@
 #include "app/messages/file_messages.h"
 #include "app/overlay/activity_badge.h"
 #include "app/overlay/overlay_stack.h"
+#include "app/overlay/picture_question.h"
 #include "app/overlay/placed_part.h"
 #include "app/overlay/screen_picture.h"
 #include "app/overlay/side_buttons.h"
@@ -28,6 +30,8 @@
 #include "app/page/link_marks.h"
 #include "app/page/page_composer.h"
 #include "app/side_list/side_list_view.h"
+#include "app/viewer/picture_viewer.h"
+#include "app/viewer/video_dialog.h"
 #include "app/window/view_hands.h"
 #include "app/window/view_timers.h"
 
@@ -65,6 +69,8 @@ class CQuillView : public QWidget {
 
   // Behind the first frame, so that it does not wait for it; soon where that has been painted.
   void WhenSeen(std::function<void()> action);
+  // In a line over the page, until it is answered or put away: which pictures open by themselves.
+  void AskAboutPictures() { pictureQuestion_.Ask(); }
 
   void SetLayoutMode(LayoutMode mode);
   SideListView& SideList() { return sideList_; }
@@ -74,6 +80,7 @@ class CQuillView : public QWidget {
   const ArticleView& Article() const { return article_; }
   ArticlePictures& Pictures() { return pictures_; }
   PictureStore& FetchedPictures() { return pictureStore_; }
+  const PictureViewer& Viewer() const { return viewer_; }
   const ScreenPicture& PictureOverScreen() const { return screenPicture_; }
   const StatusPanel& Panel() const { return panel_; }
   const FrameSurface& Surface() const { return surface_; }
@@ -124,6 +131,7 @@ class CQuillView : public QWidget {
   void OpenWebSites(const Site& site);
   void ConnectLogin();
   void ConnectPicture();
+  void ConnectViewer();
   void ApplyBackground();
   void ListOverlays();
   OverlayPlace PlaceOfOverlays() const;
@@ -133,6 +141,11 @@ class CQuillView : public QWidget {
   void ReviewPanel();
   void RefreshFrame();
   void FollowPictures();
+  // The user wants to see it large, or what is known of the video.
+  void LookAt(const QString& link);
+  void ShowVideo(const QString& link);
+  // A key that the window keeps while a picture is looked at.
+  static bool StaysWindows(const QKeyEvent& event);
   // Brings the picture up to date where nothing but the time may have changed it.
   void OnClock();
   bool ShowsCaret() const;
@@ -167,6 +180,9 @@ class CQuillView : public QWidget {
   PictureStore pictureStore_;
   ArticlePictures pictures_;
   ScreenPicture screenPicture_;
+  PictureViewer viewer_;
+  PictureQuestion pictureQuestion_;
+  QPointer<VideoDlg> videoDialog_;
   PageComposer composer_;
   SideListView sideList_;
   SideButtons sideButtons_;

@@ -1,4 +1,8 @@
 // The view's ways in: keys, input method, mouse.
+#include <algorithm>
+#include <array>
+
+#include "app/interaction/key_adapter.h"
 #include "app/window/quill_view.h"
 
 namespace quillet {
@@ -6,6 +10,16 @@ namespace quillet {
 void CQuillView::keyPressEvent(QKeyEvent* event) {
   hands_.Pointer().OnKey();
   if (!hands_.Keyboard().PreTranslateMessage(*event)) QWidget::keyPressEvent(event);
+}
+
+bool CQuillView::StaysWindows(const QKeyEvent& event) {
+  constexpr std::array kKept{Command::kWorkMode, Command::kFullScreen, Command::kQuit};
+  const KeyPress press = ToKeyPress(event);
+  return std::any_of(kKept.begin(), kKept.end(), [&](Command command) {
+    const auto& keys = RowOf(command).keys;
+    return std::any_of(keys.begin(), keys.end(),
+                       [&](const KeyChord& chord) { return chord.IsPressedBy(press); });
+  });
 }
 
 void CQuillView::PerformPanelAction(PanelAction action) {

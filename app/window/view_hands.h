@@ -18,6 +18,7 @@
 #include "app/interaction/edit_commands.h"
 #include "app/interaction/keeping/article_printer.h"
 #include "app/interaction/keeping/article_saver.h"
+#include "app/interaction/keeping/picture_keeper.h"
 #include "app/interaction/keeping/session_log_control.h"
 #include "app/interaction/key_dispatch.h"
 #include "app/interaction/key_input.h"
@@ -36,6 +37,7 @@
 #include "app/overlay/toast.h"
 #include "app/page/shown_text.h"
 #include "app/side_list/side_list_view.h"
+#include "app/viewer/picture_viewer.h"
 
 namespace quillet {
 
@@ -52,6 +54,8 @@ class ViewHands : public QObject {
     ArticleView& article;
     ArticlePictures& pictures;
     ScreenPicture& screenPicture;
+    PictureStore& store;
+    PictureViewer& viewer;
     OverlayStack& overlays;
     SideListView& sideList;
     SideButtons& sideButtons;
@@ -87,6 +91,10 @@ class ViewHands : public QObject {
   void OnOtherLines();
   // Something lies over the terminal.
   void OnCovered();
+  // In the viewer: its menu, at a place of the screen, and commands by its keys.
+  void ShowMenuOfViewer(const QPoint& at);
+  void PerformInViewer(Command command);
+  void BrowsePicture(const QString& link);
   // Lays what the hands have marked over the page.
   void Decorate(Page& page);
 
@@ -116,10 +124,17 @@ class ViewHands : public QObject {
   void ConnectAll();
   void OnUserTypes();
   void OnArticleWaits(const ArticleReference& article, ArticleWaitsFor what);
-  void Tell(const QString& words) { parts_.toast.Show(words); }
+  void Tell(const QString& words);
+  void TellOfPicture(const PanelText& notice);
 
   void OfferCommands();
   void OfferPageCommands();
+  void OfferPictureCommands();
+  void TogglePicture(const PictureTarget& picture);
+  bool HasFileOf(const QString& link) const;
+  CommandTarget TargetOf(const ArticlePictures::Place& place) const;
+  CommandTarget TargetInViewer() const;
+  void AddPictureOfLink(int row, CommandTarget& target) const;
   void AddStateTo(CommandState& state) const;
   void Refuse(Refusal refusal);
   void ShowMenuOfPlace(const QPoint& at, std::optional<CellPosition> cell,
@@ -149,6 +164,7 @@ class ViewHands : public QObject {
   ArticleSaver saver_;
   ArticlePrinter printer_;
   SessionLogControl log_;
+  PictureKeeper pictureKeeper_;
   NameKeys nameKeys_;
   MoneyController money_;
   PushController push_;

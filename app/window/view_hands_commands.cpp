@@ -21,7 +21,6 @@ void ViewHands::OfferCommands() {
   runner_.On(Command::kReveal, [this] { Reveal(); });
   runner_.On(Command::kTogglePlaces, [this] { TogglePlaces(); });
   runner_.On(Command::kSideButtons, [this] { parts_.sideButtons.SwitchKeyboard(); });
-  runner_.On(Command::kTogglePictures, [this] { parts_.pictures.TogglePage(); });
   runner_.On(Command::kSearch, [this] { search_.Perform(SearchStep::kAsk); });
   runner_.On(Command::kSearchNext, [this] { search_.Perform(SearchStep::kNext); });
   runner_.On(Command::kSearchPrevious, [this] { search_.Perform(SearchStep::kPrevious); });
@@ -32,6 +31,7 @@ void ViewHands::OfferCommands() {
   runner_.On(Command::kTrackedList, [this] { parts_.sideList.Toggle(ArticleListKind::kTracked); });
   runner_.On(Command::kBookmarkList, [this] { parts_.sideList.Toggle(ArticleListKind::kBookmarks); });
   runner_.On(Command::kCompactLists, [this] { parts_.sideList.SetCompact(!parts_.sideList.IsCompact()); });
+  OfferPictureCommands();
   OfferPageCommands();
 }
 
@@ -102,11 +102,13 @@ CommandWords ViewHands::WordsForCommands(const CommandTarget& target) const {
           .id = target.id};
 }
 
-// A picture stands for its link.
 void ViewHands::ShowMenuOfPlace(const QPoint& at, std::optional<CellPosition> cell,
                                 const std::optional<ArticlePictures::Place>& picture) {
-  CommandTarget target = cell ? targets_.At(*cell) : CommandTarget{};
-  if (picture) target.link = links_.LinkInLine(picture->line, picture->firstCol);
+  CommandTarget target = cell && !picture ? targets_.At(*cell) : CommandTarget{};
+  if (picture)
+    target = TargetOf(*picture);
+  else if (cell)
+    AddPictureOfLink(cell->row, target);
   ShowContextMenu(parts_.view, at, runner_, target, WordsForCommands(target));
 }
 

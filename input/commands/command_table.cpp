@@ -164,6 +164,12 @@ constexpr std::array<CommandRow, kCommandCount> kTable{{
      .other = {u"複製文章代碼(&L)", kAddresslessLink}, .needs = {kLink}},
     {.command = Command::kNoteName, .text = u"將 {id} 加入名單…(&B)", .needs = {kUserId}},
     {.command = Command::kUserPage, .text = u"{id} 的網頁(&U)", .needs = {kUserId}},
+    {.command = Command::kOpenPicture, .text = u"開啟圖片(&E)", .needs = {kClosedPicture}},
+    {.command = Command::kSavePicture, .text = u"另存圖片…(&V)", .needs = {kPictureFile}},
+    {.command = Command::kCopyPicture, .text = u"複製圖片(&I)", .needs = {kPictureFile}},
+    {.command = Command::kCopyPictureLink, .text = u"複製圖片網址(&D)", .needs = {kPicture}},
+    {.command = Command::kBrowsePicture, .text = u"在瀏覽器開啟(&W)", .needs = {kPicture}},
+    {.command = Command::kClosePicture, .text = u"關閉圖片(&X)", .needs = {kOpenedPicture}},
 
     {.command = Command::kBack, .text = u"離開", .picture = 401, .siteVirtualKey = kKeyLeft, .siteKeyName = u"←",
      .needs = {kConnected}, .pages = kBrowsed},
@@ -214,6 +220,12 @@ constexpr std::array kEditorHelp{
     MenuEntry{.command = Command::kAbout, .text = u"關於記事本(&A)", .keys = EntryKeys::kUntold},
 };
 constexpr std::array kContext{
+    MenuEntry{.command = Command::kOpenPicture, .shown = {kClosedPicture}},
+    MenuEntry{.command = Command::kSavePicture, .shown = {kPicture}},
+    MenuEntry{.command = Command::kCopyPicture, .shown = {kPicture}},
+    MenuEntry{.command = Command::kCopyPictureLink, .shown = {kPicture}},
+    MenuEntry{.command = Command::kBrowsePicture, .shown = {kPicture}},
+    MenuEntry{.command = Command::kClosePicture, .shown = {kOpenedPicture}},
     MenuEntry{.command = Command::kOpenLink, .shown = {kLink}},
     MenuEntry{.command = Command::kCopyLink, .shown = {kLink}},
     MenuEntry{.command = Command::kNoteName, .gap = Gap::kLine, .shown = {kUserId}},
@@ -231,6 +243,14 @@ constexpr std::array kContext{
     MenuEntry{.command = Command::kPaste, .gap = Gap::kLine},
     MenuEntry{.command = Command::kPasteShortLink},
     MenuEntry{.command = Command::kSelectAll, .gap = Gap::kLine},
+};
+
+constexpr std::array kPictureMenu{
+    MenuEntry{.command = Command::kSavePicture},
+    MenuEntry{.command = Command::kCopyPicture},
+    MenuEntry{.command = Command::kCopyPictureLink, .gap = Gap::kLine},
+    MenuEntry{.command = Command::kBrowsePicture},
+    MenuEntry{.command = Command::kClosePicture, .gap = Gap::kLine},
 };
 
 constexpr std::array kCaptions{Command::kBookmark, Command::kPush, Command::kPushOn, Command::kFirstPush,
@@ -291,6 +311,8 @@ std::vector<MenuEntry> EntriesOf(CommandMenu menu) {
       return Copy(kEditorHelp);
     case CommandMenu::kContext:
       return Copy(kContext);
+    case CommandMenu::kPicture:
+      return Copy(kPictureMenu);
     default:
       return OfMenuBar(menu);
   }
@@ -317,6 +339,7 @@ std::u16string_view TitleOf(CommandMenu menu) {
       return u"檔案(&F)";
     case CommandMenu::kNone:
     case CommandMenu::kContext:
+    case CommandMenu::kPicture:
       break;
   }
   return {};

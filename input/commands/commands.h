@@ -73,6 +73,12 @@ enum class Command : std::uint8_t {
   kCopyLink,
   kNoteName,
   kUserPage,
+  kOpenPicture,  // these six: of the picture there, or of the one that is looked at
+  kSavePicture,
+  kCopyPicture,
+  kCopyPictureLink,
+  kBrowsePicture,
+  kClosePicture,
   kBack,  // from here on: what a key does on the BBS's page, for hands without the keyboard
   kOpenLine,
   kTop,
@@ -102,6 +108,10 @@ enum class Condition : std::uint8_t {
   kArticleLink,      // it leads to an article of the BBS's
   kAddresslessLink,  // it has no web address
   kUserId,           // one lies under the pointer
+  kClosedPicture,    // a link lies there whose picture can be opened
+  kOpenedPicture,    // its picture is open
+  kPicture,          // a picture lies there, or what stands in its place; or one is looked at
+  kPictureFile,      // the same, and its file has come
   kAutomation,       // one works
   kFirstEngine,      // a search engine is known
   kSecondEngine,     //
@@ -137,7 +147,8 @@ enum class CommandMenu {
   kEditorEdit,
   kEditorLook,
   kEditorHelp,
-  kContext  // the right button's
+  kContext,  // the right button's
+  kPicture   // the same over a picture that is looked at
 };
 
 enum class Gap { kNone, kLine };           // what stands before an entry of a menu

@@ -24,6 +24,13 @@ constexpr PageHelpLine kArticleHelp[] = {
     {u"同主題的上一篇、下一篇", u"[、]"},
     {u"離開文章", u"←"},
 };
+constexpr PageHelpLine kViewerHelp[] = {
+    {u"上一張、下一張", u"←、→、Page Up、Page Down"},
+    {u"實際大小，再按回到符合視窗", u"空白鍵、點兩下"},
+    {u"放大、縮小、符合視窗", u"+、-、0、滾輪"},
+    {u"另存圖片，複製圖片", u"Ctrl+S、Ctrl+C"},
+    {u"回到文章", u"Esc、q、點圖片旁邊"},
+};
 constexpr PageHelpLine kWritingHelp[] = {
     {u"貼上", u"Ctrl+V"},
     {u"複製選取的文字（沒有選取時送給站台）", u"Ctrl+C"},
@@ -54,13 +61,10 @@ constexpr PageHelpLine kLineHelp[] = {
 };
 
 constexpr std::array kHelpOfPages{
-    PageHelp{u"按鍵：選單與文章列表", kListsHelp},
-    PageHelp{u"按鍵：讀文章（整篇顯示時）", kArticleHelp},
-    PageHelp{u"按鍵：寫文章", kWritingHelp},
-    PageHelp{u"選取文字", kSelectingHelp},
-    PageHelp{u"滑鼠", kMouseHelp},
-    PageHelp{u"按鍵：id 上面", kNamesHelp},
-    PageHelp{u"按鍵：沒有連線時", kLineHelp},
+    PageHelp{u"按鍵：選單與文章列表", kListsHelp}, PageHelp{u"按鍵：讀文章（整篇顯示時）", kArticleHelp},
+    PageHelp{u"按鍵：看圖", kViewerHelp},          PageHelp{u"按鍵：寫文章", kWritingHelp},
+    PageHelp{u"選取文字", kSelectingHelp},         PageHelp{u"滑鼠", kMouseHelp},
+    PageHelp{u"按鍵：id 上面", kNamesHelp},        PageHelp{u"按鍵：沒有連線時", kLineHelp},
 };
 
 }  // namespace

@@ -14,9 +14,10 @@ using S = Settings;
 OptionBehaviorPanel::OptionBehaviorPanel(const OptionActions& actions, QWidget* parent)
     : OptionPanelWidget(parent), controls_(OptionPanel::kBehavior, *this) {
   const auto [left, right] = MakeColumns();
-  AddGroup(*left, QStringLiteral("圖片"), controls_,
-           {&S::showPicMode, &S::quotePic, &S::contentPic, &S::signPic, &S::pushPic, &S::downloadEngine,
-            &S::openPicAfterDownload, &S::autoPlayGif});
+  QFormLayout* pictures = AddGroup(*left, QStringLiteral("圖片"), controls_,
+                                   {&S::showPicMode, &S::quotePic, &S::contentPic, &S::signPic, &S::pushPic,
+                                    &S::downloadEngine, &S::openPicAfterDownload, &S::autoPlayGif});
+  AddPictureCache(*pictures, actions);
   AddProgram(*left, actions);
   QFormLayout* articles = AddGroup(*right, QStringLiteral("文章"), controls_,
                                    {&S::webArticle, &S::autoRefreshPush, &S::markAfterPush});
@@ -39,6 +40,26 @@ void OptionBehaviorPanel::AddProgram(QVBoxLayout& column, const OptionActions& a
   group->addRow(new NoteLabel(actions.aboutDefaultBrowser, this));
   button->setEnabled(static_cast<bool>(actions.becomeDefaultBrowser));
   connect(button, &QPushButton::clicked, this, actions.becomeDefaultBrowser);
+}
+
+void OptionBehaviorPanel::AddPictureCache(QFormLayout& group, const OptionActions& actions) {
+  group.addRow(new NoteLabel(QStringLiteral("開啟圖片時，放圖片的網站會知道你的 IP 位址"), this));
+  auto* button = new QPushButton(QStringLiteral("清除圖片快取"), this);
+  button->setObjectName(QStringLiteral("emptyPictureCache"));
+  button->setAutoDefault(false);
+  button->setEnabled(static_cast<bool>(actions.emptyPictureCache));
+  connect(button, &QPushButton::clicked, this, actions.emptyPictureCache);
+  pictureCache_ = new QLabel(this);
+  pictureCache_->setObjectName(QStringLiteral("pictureCacheSize"));
+  auto* line = new QHBoxLayout;
+  line->addWidget(button);
+  line->addWidget(pictureCache_);
+  line->addStretch();
+  group.addRow(line);
+}
+
+void OptionBehaviorPanel::ShowPictureCache(const QString& size) {
+  pictureCache_->setText(QStringLiteral("已用 %1").arg(size));
 }
 
 void OptionBehaviorPanel::Open(const SettingsStore& store) {

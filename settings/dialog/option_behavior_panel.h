@@ -16,6 +16,8 @@ struct OptionActions {
   std::function<void()> becomeDefaultBrowser{};
   // What pressing it does, told below it.
   QString aboutDefaultBrowser{};
+  // Removes the files of pictures that were fetched. The button is disabled while this is empty.
+  std::function<void()> emptyPictureCache{};
 };
 
 class OptionBehaviorPanel : public OptionPanelWidget {
@@ -26,11 +28,15 @@ class OptionBehaviorPanel : public OptionPanelWidget {
 
   void Open(const SettingsStore& store) override;
   void Store(SettingsStore& store) const override;
+  // What the files of pictures take on the disk, in words.
+  void ShowPictureCache(const QString& size);
 
  private:
   void AddProgram(QVBoxLayout& column, const OptionActions& actions);
+  void AddPictureCache(QFormLayout& group, const OptionActions& actions);
 
   SettingControls controls_;
+  QLabel* pictureCache_ = nullptr;
 };
 
 }  // namespace quillet

@@ -21,12 +21,15 @@
 namespace quillet {
 
 CQuillOptionDlg::CQuillOptionDlg(SettingsStore& store, const OptionActions& actions, QWidget* parent)
-    : QDialog(parent), store_(store), tabs_(new QTabWidget(this)) {
+    : QDialog(parent),
+      store_(store),
+      tabs_(new QTabWidget(this)),
+      behavior_(new OptionBehaviorPanel(actions)) {
   setWindowTitle(QStringLiteral("Quillet | by mossgrov"));
   setSizeGripEnabled(true);
   tabs_->setElideMode(Qt::ElideNone);
   AddPanel(QStringLiteral("畫面顯示"), new OptionDisplayPanel);
-  AddPanel(QStringLiteral("行為"), new OptionBehaviorPanel(actions));
+  AddPanel(QStringLiteral("行為"), behavior_);
   AddPanel(QStringLiteral("黑白名單"), new OptionListPanel);
   AddPanel(QStringLiteral("熱門/追蹤文章"), new OptionHotTrackPanel);
   AddPanel(QStringLiteral("滑鼠控制"), new OptionControlPanel);

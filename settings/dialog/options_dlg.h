@@ -25,6 +25,9 @@ class CQuillOptionDlg : public QDialog {
   // In the order of the tabs: display, behaviour, lists, hot and tracked articles, mouse.
   QTabWidget& Tabs() { return *tabs_; }
 
+  // What the files of fetched pictures take on the disk, in words.
+  void ShowPictureCache(const QString& size) { behavior_->ShowPictureCache(size); }
+
   // Stops at the first panel that has something to complain about, and shows it. What did not reach the disk
   // stands in the problems of the store's files afterwards.
   void accept() override;
@@ -38,6 +41,7 @@ class CQuillOptionDlg : public QDialog {
 
   SettingsStore& store_;
   QTabWidget* tabs_;
+  OptionBehaviorPanel* behavior_;
   std::vector<OptionPanelWidget*> panels_;  // by tab
   QCheckBox* useDataFolder_ = nullptr;
 };

@@ -7,6 +7,7 @@
 
 #include "app/document/user_places.h"
 #include "app/messages/link_messages.h"
+#include "app/messages/picture_messages.h"
 #include "settings/dialog/add_black_dlg.h"
 #include "settings/dialog/options_dlg.h"
 
@@ -54,8 +55,10 @@ bool Save(QWidget& dialog, const QString& folder, const QString& name) {
 
 bool SaveTabs(SettingsStore& store, const QString& folder) {
   const QStringList names = {"display", "behavior", "lists", "hot-track", "mouse"};
-  CQuillOptionDlg dialog(
-      store, {.becomeDefaultBrowser = [] {}, .aboutDefaultBrowser = DescribeLinkHandlerButton(false)});
+  CQuillOptionDlg dialog(store, {.becomeDefaultBrowser = [] {},
+                                 .aboutDefaultBrowser = DescribeLinkHandlerButton(false),
+                                 .emptyPictureCache = [] {}});
+  dialog.ShowPictureCache(ByteCountText(qint64{34} << 20));
   bool saved = true;
   for (int i = 0; i < names.size(); ++i) {
     dialog.Tabs().setCurrentIndex(i);

@@ -19,6 +19,7 @@
 #include "tools/screenshots/name_list_pictures.h"
 #include "tools/screenshots/palette_pictures.h"
 #include "tools/screenshots/side_list_pictures.h"
+#include "tools/screenshots/viewer_pictures.h"
 
 namespace {
 
@@ -89,6 +90,8 @@ constexpr Part kParts[] = {
     {"--hands", Take<quillet::ShootHandsPictures>},
     {"--layouts", Take<quillet::ShootLayoutPictures>},
     {"--linked", Take<quillet::ShootLinkedPictures>},
+    {"--viewer", Take<quillet::ShootViewerPictures>},
+    {"--viewer", Take<quillet::ShootViewerPictures>, "1.5"},
     {"--art", Take<quillet::ShootArtPictures>},
     {"--art", Take<quillet::ShootArtPictures>, "1.25"},
     {"--art", Take<quillet::ShootArtPictures>, "1.5"},

@@ -418,6 +418,13 @@ TEST_F(OptionsDlgTest, ButtonsDoWhatTheySay) {
   Named<QPushButton>("becomeDefaultBrowser").click();
   EXPECT_EQ(asked, 1);
   EXPECT_TRUE(dialog_->isVisible());
+  EXPECT_FALSE(Named<QPushButton>("emptyPictureCache").isEnabled());
+  Open({.emptyPictureCache = [&] { dialog_->ShowPictureCache("0 KB"); }});
+  dialog_->ShowPictureCache("12.3 MB");
+  EXPECT_EQ(Named<QLabel>("pictureCacheSize").text(), Text(u"已用 12.3 MB"));
+  Named<QPushButton>("emptyPictureCache").click();
+  EXPECT_EQ(Named<QLabel>("pictureCacheSize").text(), Text(u"已用 0 KB"));
+  Open({[&] { ++asked; }});
 
   const auto picture = working / "圖 1.png";
   PutFile(picture, "x");
