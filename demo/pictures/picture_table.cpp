@@ -31,12 +31,13 @@ constexpr std::array<std::pair<std::string_view, Manner>, 10> kManners{{{"file",
                                                                         {"overlong", Manner::kOverlong},
                                                                         {"endless", Manner::kEndless}}};
 
-constexpr std::array<std::pair<std::string_view, std::string_view>, 6> kTypes{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 7> kTypes{
     {{".jpg", "image/jpeg"},
      {".png", "image/png"},
      {".gif", "image/gif"},
      {".bmp", "image/bmp"},
      {".html", "text/html; charset=utf-8"},
+     {".json", "application/json"},
      {".ico", "image/vnd.microsoft.icon"}}};
 
 std::optional<Manner> MannerNamed(std::string_view word) {
