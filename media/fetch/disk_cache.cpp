@@ -8,8 +8,6 @@
 namespace quillet {
 namespace {
 
-constexpr int kPatienceMs = 2000;
-
 struct Kept {
   bool isKept = false;
   qint64 total = 0;
@@ -26,8 +24,7 @@ DiskCache::DiskCache(QString folder, qint64 mostBytes, QObject* parent)
 }
 
 DiskCache::~DiskCache() {
-  worker_->clear();
-  if (!worker_->waitForDone(kPatienceMs)) static_cast<void>(worker_.release());
+  LetGo(worker_);
 }
 
 void DiskCache::Read(const QString& link, std::function<void(QByteArray)> deliver) {

@@ -8,7 +8,7 @@
 namespace quillet {
 namespace {
 
-constexpr int kPatienceMs = 10'000;  // for what the client has to say, and for each address
+constexpr int kDoorPatienceMs = 10'000;  // for what the client has to say, and for each address
 constexpr qint64 kBuffer = 256 * 1024;
 
 constexpr char kVersion = 5;
@@ -35,7 +35,7 @@ DoorPassage::DoorPassage(QTcpSocket* client, AddressRule rule, QByteArray passwo
     socket->setReadBufferSize(kBuffer);
   client_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
   patience_.setSingleShot(true);
-  patience_.start(kPatienceMs);
+  patience_.start(kDoorPatienceMs);
   connect(&patience_, &QTimer::timeout, this, [this] {
     if (step_ == Step::kConnecting)
       ConnectNext();
@@ -168,7 +168,7 @@ void DoorPassage::ConnectNext() {
   if (addresses_.isEmpty())
     return Answer(upstream_.error() == QAbstractSocket::ConnectionRefusedError ? kRefusedByHost
                                                                                : kHostUnreachable);
-  patience_.start(kPatienceMs);
+  patience_.start(kDoorPatienceMs);
   upstream_.abort();
   upstream_.connectToHost(addresses_.takeFirst(), port_);
 }
@@ -186,7 +186,7 @@ void DoorPassage::Answer(char reply) {
   client_->write(QByteArray{}.append(kVersion).append(reply).append('\0').append(kFourBytes).append(6, '\0'));
   if (reply == kGranted) return;
   step_ = Step::kRefused;
-  patience_.start(kPatienceMs);
+  patience_.start(kDoorPatienceMs);
   client_->disconnectFromHost();
 }
 

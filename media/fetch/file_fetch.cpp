@@ -12,12 +12,6 @@ namespace {
 constexpr qint64 kReadBuffer = 1 << 20;
 constexpr int kFirstStatusWithoutFile = 300;
 
-// The rule for all addresses that leave the program.
-QUrl Openable(const QUrl& address) {
-  const std::string text = OpenableAddress(address.toString(QUrl::FullyEncoded).toStdU16String());
-  return text.empty() ? QUrl() : QUrl(QString::fromStdString(text), QUrl::StrictMode);
-}
-
 bool IsAsSafe(const QUrl& from, const QUrl& target) {
   return target.scheme() == u"https" || (target.scheme() == u"http" && from.scheme() == u"http");
 }
@@ -49,6 +43,11 @@ PictureFault FaultOf(const QNetworkReply& reply, int status) {
 }
 
 }  // namespace
+
+QUrl OpenableUrl(std::u16string_view address) {
+  const std::string openable = OpenableAddress(address);
+  return openable.empty() ? QUrl() : QUrl(QString::fromStdString(openable), QUrl::StrictMode);
+}
 
 bool FetchedFile::IsPage() const {
   return type.startsWith("text/html") || type.startsWith("application/xhtml+xml");
@@ -119,7 +118,7 @@ void FileFetch::Finish() {
 }
 
 void FileFetch::Follow(const QUrl& target) {
-  const QUrl openable = Openable(target);
+  const QUrl openable = OpenableUrl(target.toString(QUrl::FullyEncoded).toStdU16String());
   if (!openable.isValid() || !IsAsSafe(file_.address, openable)) return Stop(PictureFault::kLessSecure);
   if (++redirects_ > needs_.limits.redirects) return Stop(PictureFault::kTooManyRedirects);
   const QUrl other = needs_.instead ? needs_.instead(openable) : QUrl();

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <string_view>
 
 #include <QByteArray>
 #include <QNetworkReply>
@@ -35,6 +36,9 @@ struct FileNeeds {
   // What is asked for in place of a redirect's target; empty: the target itself.
   std::function<QUrl(const QUrl& target)> instead;
 };
+
+// By the rule for all addresses that leave the program; invalid for one that may not.
+QUrl OpenableUrl(std::u16string_view address);
 
 class FileFetch : public QObject {
   Q_OBJECT

@@ -25,16 +25,10 @@ constexpr qint64 kMostFactBytes = 256 * 1024;
 constexpr qsizetype kLongestTitle = 300;
 constexpr double kLongestVideo = 1e6;  // seconds
 
-// Invalid where it may not be fetched.
-QUrl Openable(std::u16string_view address) {
-  const std::string openable = OpenableAddress(address);
-  return openable.empty() ? QUrl() : QUrl(QString::fromStdString(openable), QUrl::StrictMode);
-}
-
 QUrl Filled(std::u16string pattern, std::u16string_view id) {
   constexpr std::u16string_view kPlace = u"{id}";
   const std::size_t at = pattern.find(kPlace);
-  return at == pattern.npos ? QUrl() : Openable(pattern.replace(at, kPlace.size(), id));
+  return at == pattern.npos ? QUrl() : OpenableUrl(pattern.replace(at, kPlace.size(), id));
 }
 
 PictureHeader HeaderOf(const QByteArray& bytes) {
@@ -83,7 +77,7 @@ void PictureChase::Begin() {
   if (media == LinkMedia::kNone) return End(PictureFault::kNotAPicture);
   if (media == LinkMedia::kVideo) return BeginVideo(VideoId(link, hosts_.video));
   isLedOn_ = media != LinkMedia::kPicture;
-  const QUrl address = Openable(link);
+  const QUrl address = OpenableUrl(link);
   if (!address.isValid()) return End(PictureFault::kBadAddress);
   Fetch(address);
 }
@@ -102,7 +96,7 @@ QUrl PictureChase::InsteadOf(const QUrl& target) {
   switch (ClassifyLink(link, hosts_)) {
     case LinkMedia::kPicture:
       isLedOn_ = false;
-      return Openable(link);
+      return OpenableUrl(link);
     case LinkMedia::kVideo:
       isLedOn_ = false;
       videoId_ = VideoId(link, hosts_.video);

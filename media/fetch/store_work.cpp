@@ -14,7 +14,6 @@ namespace {
 
 constexpr int kMostFetches = 6;
 constexpr int kMostSeeks = 8;
-constexpr int kPatienceMs = 2000;
 
 // One processor is the window's.
 int DecoderCount() {
@@ -27,14 +26,8 @@ std::unique_ptr<QThreadPool> PoolOf(int threads) {
   return pool;
 }
 
-void LetGo(std::unique_ptr<QThreadPool>& pool) {
-  pool->clear();
-  if (!pool->waitForDone(kPatienceMs)) static_cast<void>(pool.release());
-}
-
 qint64 BytesOf(QSize size) {
-  constexpr qint64 kBytesPerPixel = 4;
-  return qint64{size.width()} * size.height() * kBytesPerPixel;
+  return qint64{size.width()} * size.height() * static_cast<qint64>(sizeof(QRgb));
 }
 
 bool IsVideoLink(const QString& link, const MediaHosts& hosts) {

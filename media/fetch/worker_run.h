@@ -1,5 +1,5 @@
 // Runs a function on a pool's thread and brings what came of it back to the thread of the object that wanted
-// it, unless that is gone by then.
+// it, unless that is gone by then; and how a pool ends.
 #pragma once
 
 #include <memory>
@@ -30,6 +30,13 @@ void RunOnWorker(QThreadPool& pool, QObject* owner, Work work, Deliver deliver) 
     promise->addResult(work());
     promise->finish();
   });
+}
+
+// Waits a moment for what the pool is at; one that a dead disk holds is left behind with its threads.
+inline void LetGo(std::unique_ptr<QThreadPool>& pool) {
+  constexpr int kPatienceMs = 2000;
+  pool->clear();
+  if (!pool->waitForDone(kPatienceMs)) static_cast<void>(pool.release());
 }
 
 }  // namespace quillet
