@@ -16,16 +16,16 @@ namespace {
 constexpr std::size_t kMostVisitors = 64;
 constexpr int kRetryMs = 50;
 
-struct Visitor {
-  std::unique_ptr<Socket> socket;
-  std::atomic<bool> isGone{false};
-  std::thread thread;
-};
-
 }  // namespace
 
 struct PictureServer::Impl {
   explicit Impl(const std::filesystem::path& folder) : table(folder) {}
+
+  struct Visitor {
+    std::unique_ptr<Socket> socket;
+    std::atomic<bool> isGone{false};
+    std::thread thread;
+  };
 
   const PictureTable table;
   std::string error;
