@@ -13,7 +13,7 @@
 #include "app/window/tour/tour.h"
 #include "input/paste_plan.h"
 #include "tests/app/document_fixture.h"
-#include "tests/app/page/picture_server.h"
+#include "tests/support/picture_server.h"
 
 namespace quillet {
 namespace {
