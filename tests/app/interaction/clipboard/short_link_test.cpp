@@ -6,7 +6,7 @@
 #include <QPointer>
 
 #include "app/window/tour/tour.h"
-#include "tests/app/page/picture_server.h"
+#include "tests/support/picture_server.h"
 
 namespace quillet {
 namespace {
