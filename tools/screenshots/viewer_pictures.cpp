@@ -65,7 +65,7 @@ void ShootViewerPictures(DemoRun& run) {
   PressInViewer(run, Qt::Key_Right);
   AwaitWhole(run);
   SaveScaled(run, "next");
-  run.Resize({480, 240});
+  run.Resize({480, 288});
   SaveScaled(run, "small");
   PressInViewer(run, Qt::Key_Escape);
   run.Resize({1280, 720});

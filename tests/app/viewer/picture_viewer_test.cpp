@@ -12,12 +12,15 @@ class PictureViewerTest : public PictureArticleTest {
     PictureArticleTest::SetUp();
     files["/a.png"] = PictureFileBytes(large, "PNG");
     files["/e.png"] = PictureFileBytes(DrawnPicture(60, 40), "PNG");
+  }
+  void ShowAll() {
     Choose(PictureScope::kAllPages);
     ASSERT_TRUE(Shows(1));
   }
   const PictureViewer& Viewer() { return View().Viewer(); }
   PictureViewer& Widget() { return *View().findChild<PictureViewer*>(); }
   void OpenFirst() {
+    ShowAll();
     Click(kLink + 2, 3);
     ASSERT_TRUE(Viewer().IsOpen());
     ASSERT_TRUE(Until([&] { return Viewer().Now().stage == PictureStage::kReady; }));
@@ -76,6 +79,7 @@ TEST_F(PictureViewerTest, KeysAreItsOwnUntilTheArticleIsBackWhereItWas) {
 }
 
 TEST_F(PictureViewerTest, TheMouseZoomsMovesAndLeaves) {
+  ShowAll();
   const QPointF picture = View().Surface().CellRect(kLink + 2, 3).center();
   QMouseEvent hover(QEvent::MouseMove, picture, View().mapToGlobal(picture), Qt::NoButton, {}, {});
   QCoreApplication::sendEvent(&View(), &hover);
