@@ -26,7 +26,7 @@ const MediaHosts& Hosts() {
                                 .images = u"main.example",
                                 .pagedImages = u"paged.example",
                                 .blogImages = u"blog.example",
-                                .video = {u"video.example", u"vid.example"}};
+                                .video = {u"video.example", u"vid.example", {}, {}}};
   return hosts;
 }
 

@@ -14,8 +14,7 @@ struct VideoHosts {
   std::u16string shortHost;  // HOST/ID
   // Addresses in which "{id}" stands for a video's; empty: there is none.
   std::u16string thumbnail;  // its still picture
-  std::u16string
-      info;  // JSON: "title" a text, "duration" (or "length_seconds") a number, where it knows them
+  std::u16string info;       // JSON: "title" a text, "duration" (or "length_seconds") a number, where known
 };
 
 struct MediaHosts {

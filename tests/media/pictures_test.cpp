@@ -17,7 +17,7 @@ const MediaHosts kHosts{.shorteners = {u"one.example", u"two.example", u"", u"fo
                         .images = u"main.example",
                         .pagedImages = u"paged.example",
                         .blogImages = u"blog.example",
-                        .video = {u"video.example", u"vid.example"}};
+                        .video = {u"video.example", u"vid.example", {}, {}}};
 
 // `link` is `media` and becomes `rewritten`.
 void Expect(LinkMedia media, std::u16string_view link, std::u16string_view rewritten,
