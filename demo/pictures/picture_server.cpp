@@ -80,7 +80,7 @@ PictureServer::PictureServer(const std::filesystem::path& folder, std::uint16_t 
 PictureServer::~PictureServer() {
   impl_->stop.Set();
   if (impl_->acceptor.joinable()) impl_->acceptor.join();
-  for (Visitor& visitor : impl_->visitors)
+  for (Impl::Visitor& visitor : impl_->visitors)
     visitor.thread.join();
 }
 
