@@ -68,7 +68,7 @@ ConnectDlg::ConnectDlg(const QString& address, Sites sites, QWidget* parent)
   layout->addLayout(form);
   layout->addWidget(MakeSites(), 1);
   layout->addWidget(buttons);
-  setMinimumWidth(LettersWide(*this, 88));
+  setMinimumWidth(LettersWide(*this, 84));
 
   connect(field_, &QLineEdit::textChanged, this, &ConnectDlg::Check);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

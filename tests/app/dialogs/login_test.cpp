@@ -246,6 +246,7 @@ TEST_F(LoginTest, ANamedSiteBringsItsAccountAndRemembersItsPassword) {
   Field<QCheckBox>("rememberPassword").setChecked(true);
   Enter();
   ASSERT_TRUE(IsIn()) << PanelLines().toStdString();
+  ASSERT_TRUE(Until([&] { return doc->Account().Account() == u"alice"; }));
   Start();
   View().AskLogin(alices);
   EXPECT_EQ(Text("password"), "wonder");
