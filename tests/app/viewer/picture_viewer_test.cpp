@@ -133,9 +133,19 @@ TEST_F(PictureViewerTest, InItsActualSizeEachPixelIsOneOfTheScreens) {
 
 TEST_F(PictureViewerTest, AFailureSaysWhyAndIsTriedAgain) {
   const QByteArray file = files.take("/e.png");
+  // One that fails out of sight is not open.
+  Choose(PictureScope::kAllPages);
+  Press(Qt::Key_End);
+  ASSERT_TRUE(Until([&] { return asked.contains("/e.png") && Article().TopRow() > 0; }));
+  ASSERT_TRUE(Until([&] {
+    return View().FetchedPictures().Look("https://pictures.example/e.png", {}).stage == PictureStage::kFailed;
+  }));
+  Press(Qt::Key_Home);
+  ASSERT_TRUE(Until([&] { return Article().TopRow() == 0; }));
   OpenFirst();
   Press(Qt::Key_Right);
-  ASSERT_TRUE(Until([&] { return Viewer().Now().stage == PictureStage::kFailed; }));
+  ASSERT_TRUE(Until([&] { return Viewer().Now().stage == PictureStage::kFailed; }))
+      << Viewer().Caption().toStdString();
   auto* const again = Widget().findChild<QPushButton*>();
   ASSERT_TRUE(again != nullptr && again->isVisible());
   EXPECT_TRUE(Widget().rect().contains(again->geometry()));
