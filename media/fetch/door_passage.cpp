@@ -8,7 +8,7 @@
 namespace quillet {
 namespace {
 
-constexpr int kPatienceMs = 10'000;  // for what the client has to say, and for each address
+constexpr int kDoorPatienceMs = 10'000;  // for what the client has to say, and for each address
 constexpr qint64 kBuffer = 256 * 1024;
 
 constexpr char kVersion = 5;
@@ -40,7 +40,7 @@ DoorPassage::DoorPassage(QTcpSocket* client, AddressRule rule, QByteArray passwo
     socket->setReadBufferSize(kBuffer);
   client_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
   patience_.setSingleShot(true);
-  patience_.start(kPatienceMs);
+  patience_.start(kDoorPatienceMs);
   connect(&patience_, &QTimer::timeout, this, [this] {
     if (step_ == Step::kConnecting)
       ConnectNext();
@@ -172,7 +172,7 @@ void DoorPassage::ConnectNext() {
   if (addresses_.isEmpty())
     return Answer(upstream_.error() == QAbstractSocket::ConnectionRefusedError ? kRefusedByHost
                                                                                : kHostUnreachable);
-  patience_.start(kPatienceMs);
+  patience_.start(kDoorPatienceMs);
   upstream_.abort();
   upstream_.connectToHost(addresses_.takeFirst(), port_);
 }
@@ -195,7 +195,7 @@ void DoorPassage::Answer(char reply) {
 void DoorPassage::HangUp() {
   step_ = Step::kRefused;
   asked_.clear();
-  patience_.start(kPatienceMs);
+  patience_.start(kDoorPatienceMs);
   client_->disconnectFromHost();
 }
 
@@ -222,6 +222,7 @@ void DoorPassage::OnUpstreamEnd() {
 }
 
 void DoorPassage::End() {
+  step_ = Step::kRefused;
   upstream_.disconnect(this);
   upstream_.abort();
   deleteLater();
