@@ -12,7 +12,6 @@
 namespace quillet {
 namespace {
 
-constexpr qint64 kBytesPerPixel = 4;
 constexpr qint64 kMostDecodedBytes = qint64{kMostDecodedMegabytes} << 20;
 
 DecodedFile Failed(PictureFault fault, QSize natural = {}) {
@@ -33,6 +32,7 @@ DecodedFile Decode(const QByteArray& file, QSize bounds, const std::atomic<bool>
                                                         : PictureFault::kDamaged);
   QImage image = reader->read();
   if (image.isNull()) {
+    constexpr qint64 kBytesPerPixel = 4;
     const bool isLarge = qint64{natural.width()} * natural.height() * kBytesPerPixel > kMostDecodedBytes;
     return Failed(isLarge ? PictureFault::kTooManyPixels : PictureFault::kDamaged, natural);
   }
