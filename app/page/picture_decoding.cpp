@@ -7,6 +7,7 @@
 #include <QImageReader>
 
 #include "media/fetch/picture_decoder.h"
+#include "media/fetch/png_notes.h"
 #include "settings/picture_formats.h"
 
 namespace quillet {
@@ -63,7 +64,7 @@ DecodedPicture DecodePictureBytes(const QByteArray& bytes, const std::atomic<boo
   [[maybe_unused]] static const bool limited =
       (QImageReader::setAllocationLimit(kMostDecodedMegabytes), true);
 
-  DroppableBytes device(bytes, dropped);
+  DroppableBytes device(WithoutNotes(bytes), dropped);
   QImageReader reader(&device);
   reader.setDecideFormatFromContent(true);
   reader.setAutoTransform(true);

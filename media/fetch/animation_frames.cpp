@@ -42,6 +42,7 @@ bool AnimationFrames::Open() {
 }
 
 QImage AnimationFrames::ReadFrame() {
+  device_->RenewPatience();
   if (*dropped_ || !reader_->canRead()) return {};
   return Drawable(reader_->read());
 }

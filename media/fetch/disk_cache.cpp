@@ -13,29 +13,35 @@ struct Kept {
   qint64 total = 0;
 };
 
+std::unique_ptr<QThreadPool> OneWorker() {
+  auto pool = std::make_unique<QThreadPool>();
+  pool->setMaxThreadCount(1);
+  return pool;
+}
+
 }  // namespace
 
 DiskCache::DiskCache(QString folder, qint64 mostBytes, QObject* parent)
     : QObject(parent),
       folder_(std::move(folder)),
       mostBytes_(mostBytes),
-      worker_(std::make_unique<QThreadPool>()) {
-  worker_->setMaxThreadCount(1);
-}
+      reader_(OneWorker()),
+      writer_(OneWorker()) {}
 
 DiskCache::~DiskCache() {
-  LetGo(worker_);
+  LetGo(reader_);
+  LetGo(writer_);
 }
 
 void DiskCache::Read(const QString& link, std::function<void(QByteArray)> deliver) {
   RunOnWorker(
-      *worker_, this, [folder = CacheFolder(folder_), link] { return folder.Read(link); },
+      *reader_, this, [folder = CacheFolder(folder_), link] { return folder.Read(link); },
       std::move(deliver));
 }
 
 void DiskCache::Keep(const QString& link, const QByteArray& bytes, std::function<void(bool)> deliver) {
   RunOnWorker(
-      *worker_, this,
+      *writer_, this,
       [folder = CacheFolder(folder_), most = mostBytes_, link, bytes] {
         const bool isKept = bytes.size() < most && folder.Write(link, bytes);
         return Kept{isKept, isKept ? folder.Shrink(most) : 0};
@@ -48,20 +54,20 @@ void DiskCache::Keep(const QString& link, const QByteArray& bytes, std::function
 }
 
 void DiskCache::Empty() {
-  Run([folder = CacheFolder(folder_)] { return folder.Shrink(0); });
+  Change([folder = CacheFolder(folder_)] { return folder.Shrink(0); });
 }
 
 void DiskCache::Count() {
-  Run([folder = CacheFolder(folder_), most = mostBytes_] { return folder.Shrink(most); });
+  Change([folder = CacheFolder(folder_), most = mostBytes_] { return folder.Shrink(most); });
 }
 
 QByteArray DiskCache::ReadNow(const QString& link) const {
   return HasFolder() ? CacheFolder(folder_).Read(link) : QByteArray();
 }
 
-void DiskCache::Run(std::function<qint64()> work) {
+void DiskCache::Change(std::function<qint64()> work) {
   if (!HasFolder()) return;
-  RunOnWorker(*worker_, this, std::move(work), [this](qint64 bytes) { emit Counted(bytes); });
+  RunOnWorker(*writer_, this, std::move(work), [this](qint64 bytes) { emit Counted(bytes); });
 }
 
 }  // namespace quillet

@@ -1,7 +1,7 @@
 // The files of pictures that have been fetched, kept in a folder of the user's between runs: each under a
 // hash of its link, the least recently used going first beyond a bound. Several programs may share the
-// folder. Called on the thread that owns it, which it never holds up: the disk has a worker of its own, which
-// takes one thing after the other.
+// folder. Called on the thread that owns it, which it never holds up: workers of its own read and write, each
+// one thing after the other. Nothing that is to be read waits until what has been written is safe.
 #pragma once
 
 #include <functional>
@@ -21,7 +21,7 @@ class DiskCache : public QObject {
   // The folder is made for the first file, readable for its user only; where it cannot be made, nothing is
   // kept. An empty folder: none.
   DiskCache(QString folder, qint64 mostBytes, QObject* parent = nullptr);
-  // Waits a moment for the worker; one that a dead disk holds is left behind.
+  // Waits a moment for the workers; what a dead disk holds is left behind.
   ~DiskCache() override;
 
   bool HasFolder() const { return !folder_.isEmpty(); }
@@ -41,12 +41,13 @@ class DiskCache : public QObject {
   void Counted(qint64 bytes);
 
  private:
-  void Run(std::function<qint64()> work);
+  void Change(std::function<qint64()> work);
 
   QString folder_;
   qint64 mostBytes_;
   bool hasFailed_ = false;
-  std::unique_ptr<QThreadPool> worker_;
+  std::unique_ptr<QThreadPool> reader_;
+  std::unique_ptr<QThreadPool> writer_;
 };
 
 }  // namespace quillet

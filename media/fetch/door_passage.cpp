@@ -27,8 +27,13 @@ qsizetype LengthAt(const QByteArray& bytes, qsizetype at) {
 
 }  // namespace
 
-DoorPassage::DoorPassage(QTcpSocket* client, AddressRule rule, QByteArray password, QObject* parent)
-    : QObject(parent), rule_(std::move(rule)), password_(std::move(password)), client_(client) {
+DoorPassage::DoorPassage(QTcpSocket* client, AddressRule rule, QByteArray password, qint64 mostUnasked,
+                         QObject* parent)
+    : QObject(parent),
+      rule_(std::move(rule)),
+      password_(std::move(password)),
+      mostUnasked_(mostUnasked),
+      client_(client) {
   client_->setParent(this);
   upstream_.setProxy(QNetworkProxy::NoProxy);
   for (QTcpSocket* const socket : {client_, &upstream_})
@@ -43,13 +48,11 @@ DoorPassage::DoorPassage(QTcpSocket* client, AddressRule rule, QByteArray passwo
       End();
   });
   connect(client_, &QTcpSocket::readyRead, this, &DoorPassage::OnClientBytes);
-  connect(client_, &QTcpSocket::bytesWritten, this, [this] {
-    if (step_ == Step::kOpen) Pump(upstream_, *client_);
-  });
+  connect(client_, &QTcpSocket::bytesWritten, this, &DoorPassage::PumpIn);
   connect(client_, &QTcpSocket::disconnected, this, &DoorPassage::End);
   connect(&upstream_, &QTcpSocket::connected, this, &DoorPassage::OnConnected);
-  connect(&upstream_, &QTcpSocket::readyRead, this, [this] { Pump(upstream_, *client_); });
-  connect(&upstream_, &QTcpSocket::bytesWritten, this, [this] { Pump(*client_, upstream_); });
+  connect(&upstream_, &QTcpSocket::readyRead, this, &DoorPassage::PumpIn);
+  connect(&upstream_, &QTcpSocket::bytesWritten, this, &DoorPassage::PumpOut);
   // Queued: within the signal the socket is not ready for the next attempt.
   connect(
       &upstream_, &QTcpSocket::errorOccurred, this,
@@ -62,8 +65,8 @@ DoorPassage::DoorPassage(QTcpSocket* client, AddressRule rule, QByteArray passwo
 }
 
 void DoorPassage::OnClientBytes() {
-  if (step_ == Step::kOpen) return Pump(*client_, upstream_);
-  if (step_ == Step::kResolving || step_ == Step::kConnecting) return;
+  if (step_ == Step::kOpen) return PumpOut();
+  if (step_ == Step::kResolving || step_ == Step::kConnecting || step_ == Step::kRefused) return;
   asked_ += client_->readAll();
   qsizetype taken = 0;
   do {
@@ -87,12 +90,13 @@ void DoorPassage::OnClientBytes() {
 // Version, count, that many methods.
 qsizetype DoorPassage::TakeGreeting() {
   if (asked_.size() < 2) return 0;
+  const bool isVersion = asked_.at(0) == kVersion;
   const qsizetype size = 2 + LengthAt(asked_, 1);
-  if (asked_.size() < size) return 0;
-  const bool isKnown = asked_.at(0) == kVersion && asked_.first(size).indexOf(kByPassword, 2) >= 0;
+  if (isVersion && asked_.size() < size) return 0;
+  const bool isKnown = isVersion && asked_.first(size).indexOf(kByPassword, 2) >= 0;
   client_->write(QByteArray{}.append(kVersion).append(isKnown ? kByPassword : kNoWay));
   if (!isKnown) {
-    client_->disconnectFromHost();
+    HangUp();
     return 0;
   }
   step_ = Step::kPassword;
@@ -111,7 +115,7 @@ qsizetype DoorPassage::TakePassword() {
                        size == passwordAt + 1 + password_.size();
   client_->write(QByteArray{}.append(kPasswordVersion).append(isRight ? kGranted : kFailed));
   if (!isRight) {
-    client_->disconnectFromHost();
+    HangUp();
     return 0;
   }
   step_ = Step::kRequest;
@@ -178,22 +182,37 @@ void DoorPassage::OnConnected() {
   upstream_.setSocketOption(QAbstractSocket::LowDelayOption, 1);
   step_ = Step::kOpen;
   Answer(kGranted);
-  Pump(*client_, upstream_);
+  PumpOut();
 }
 
 // All answers are alike, and nobody reads the address in them. But for the good one it is the last word.
 void DoorPassage::Answer(char reply) {
   client_->write(QByteArray{}.append(kVersion).append(reply).append('\0').append(kFourBytes).append(6, '\0'));
-  if (reply == kGranted) return;
+  if (reply != kGranted) HangUp();
+}
+
+// Once what has been written is gone.
+void DoorPassage::HangUp() {
   step_ = Step::kRefused;
+  asked_.clear();
   patience_.start(kDoorPatienceMs);
   client_->disconnectFromHost();
 }
 
-void DoorPassage::Pump(QTcpSocket& from, QTcpSocket& to) {
-  if (step_ != Step::kOpen) return;
-  while (from.bytesAvailable() > 0 && to.bytesToWrite() < kBuffer)
-    to.write(from.read(kBuffer));
+qint64 DoorPassage::Pump(QTcpSocket& from, QTcpSocket& to) const {
+  qint64 moved = 0;
+  while (step_ == Step::kOpen && from.bytesAvailable() > 0 && to.bytesToWrite() < kBuffer)
+    moved += to.write(from.read(kBuffer));
+  return moved;
+}
+
+void DoorPassage::PumpOut() {
+  if (Pump(*client_, upstream_) > 0) unasked_ = 0;
+}
+
+void DoorPassage::PumpIn() {
+  unasked_ += Pump(upstream_, *client_);
+  if (unasked_ > mostUnasked_) End();
 }
 
 void DoorPassage::OnUpstreamEnd() {
@@ -203,6 +222,7 @@ void DoorPassage::OnUpstreamEnd() {
 }
 
 void DoorPassage::End() {
+  step_ = Step::kRefused;
   upstream_.disconnect(this);
   upstream_.abort();
   deleteLater();

@@ -15,8 +15,9 @@ class DoorPassage : public QObject {
   Q_OBJECT
 
  public:
-  // Takes the client over. `password` is what it has to say, as user and as password.
-  DoorPassage(QTcpSocket* client, AddressRule rule, QByteArray password, QObject* parent);
+  // Takes the client over. `password` is what it has to say, as user and as password; `mostUnasked` as for
+  // the door.
+  DoorPassage(QTcpSocket* client, AddressRule rule, QByteArray password, qint64 mostUnasked, QObject* parent);
 
  signals:
   // The rule does not let through where this host's name leads.
@@ -35,12 +36,18 @@ class DoorPassage : public QObject {
   void ConnectNext();
   void OnConnected();
   void Answer(char reply);
+  void HangUp();
   void End();
-  void Pump(QTcpSocket& from, QTcpSocket& to);
+  // Returns how many bytes it moved.
+  qint64 Pump(QTcpSocket& from, QTcpSocket& to) const;
+  void PumpOut();
+  void PumpIn();
   void OnUpstreamEnd();
 
   AddressRule rule_;
   QByteArray password_;
+  qint64 mostUnasked_;
+  qint64 unasked_ = 0;
   Step step_ = Step::kGreeting;
   QTcpSocket* client_;
   QTcpSocket upstream_;

@@ -23,8 +23,8 @@ QByteArray DrawnPassword() {
 
 }  // namespace
 
-GuardedDoor::GuardedDoor(AddressRule rule, QObject* parent)
-    : QObject(parent), rule_(std::move(rule)), password_(DrawnPassword()) {
+GuardedDoor::GuardedDoor(AddressRule rule, qint64 mostUnasked, QObject* parent)
+    : QObject(parent), rule_(std::move(rule)), mostUnasked_(mostUnasked), password_(DrawnPassword()) {
   connect(&server_, &QTcpServer::newConnection, this, &GuardedDoor::Admit);
   server_.listen(QHostAddress::LocalHost);
 }
@@ -42,7 +42,7 @@ void GuardedDoor::Admit() {
       client->deleteLater();
       continue;
     }
-    auto* const passage = new DoorPassage(client, rule_, password_, this);
+    auto* const passage = new DoorPassage(client, rule_, password_, mostUnasked_, this);
     connect(passage, &DoorPassage::Refused, this, &GuardedDoor::NoteRefused);
   }
 }

@@ -19,7 +19,12 @@
 #include <QStringList>
 #include <QTcpServer>
 
+#include "media/fetch/fetch_options.h"
+
 namespace quillet {
+
+// A file, and more than is under way when one that is too large is given up.
+inline constexpr qint64 kMostUnasked = FetchLimits{}.bytes + (8 << 20);
 
 using AddressRule = std::function<bool(const QHostAddress&)>;
 
@@ -27,7 +32,9 @@ class GuardedDoor : public QObject {
   Q_OBJECT
 
  public:
-  explicit GuardedDoor(AddressRule rule, QObject* parent = nullptr);
+  // A host that sends more than `mostUnasked` bytes in a row, with nothing said to it between them, is hung
+  // up on: the network library keeps an answer's head in memory however long it is.
+  explicit GuardedDoor(AddressRule rule, qint64 mostUnasked = kMostUnasked, QObject* parent = nullptr);
 
   // Where no port could be had, one that leads nowhere.
   QNetworkProxy Proxy() const;
@@ -39,6 +46,7 @@ class GuardedDoor : public QObject {
   void NoteRefused(const QString& host);
 
   AddressRule rule_;
+  qint64 mostUnasked_;
   QByteArray password_;
   QStringList refused_;
   QTcpServer server_;

@@ -1,32 +1,38 @@
 #include "media/fetch/picture_decoder.h"
 
+#include <algorithm>
 #include <new>
 #include <string>
 #include <utility>
 
+#include <QColorSpace>
+
+#include "media/fetch/png_notes.h"
+
 namespace quillet {
 namespace {
 
-constexpr qint64 kBytesPerPixel = 4;
 constexpr qint64 kMostDecodedBytes = qint64{kMostDecodedMegabytes} << 20;
 
 DecodedFile Failed(PictureFault fault, QSize natural = {}) {
   return {fault, natural, {}, false};
 }
 
-DecodedFile Decode(const QByteArray& file, QSize bounds, const std::atomic<bool>& dropped) {
+DecodedFile Decode(const QByteArray& file, QSize bounds, const std::atomic<bool>& dropped,
+                   std::chrono::milliseconds patience) {
   const PictureHeader header = ReadPictureHeader({file.constData(), static_cast<std::size_t>(file.size())});
   const QSize natural(header.width, header.height);
   if (header.format == PictureFormat::kUnknown) return Failed(PictureFault::kUnknownFormat);
   if (!header.IsSized()) return Failed(PictureFault::kDamaged);
   if (IsTooLarge(header)) return Failed(PictureFault::kTooManyPixels, natural);
-  DroppableBytes device(file, dropped);
+  DroppableBytes device(header.format == PictureFormat::kPng ? WithoutNotes(file) : file, dropped, patience);
   const std::unique_ptr<QImageReader> reader = ReaderOf(device, header, bounds);
   if (!reader->canRead())
     return Failed(header.format == PictureFormat::kWebp ? PictureFault::kUnknownFormat
                                                         : PictureFault::kDamaged);
   QImage image = reader->read();
   if (image.isNull()) {
+    constexpr qint64 kBytesPerPixel = 4;
     const bool isLarge = qint64{natural.width()} * natural.height() * kBytesPerPixel > kMostDecodedBytes;
     return Failed(isLarge ? PictureFault::kTooManyPixels : PictureFault::kDamaged, natural);
   }
@@ -44,14 +50,28 @@ QSize FittedSize(QSize natural, QSize bounds) {
   return natural.scaled(bounds, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
 }
 
-DroppableBytes::DroppableBytes(const QByteArray& bytes, const std::atomic<bool>& dropped)
-    : dropped_(dropped) {
-  setData(bytes);
-  open(QIODevice::ReadOnly);
+DroppableBytes::DroppableBytes(QByteArray bytes, const std::atomic<bool>& dropped,
+                               std::chrono::milliseconds patience)
+    : bytes_(std::move(bytes)), dropped_(dropped), patience_(patience), deadline_(patience) {
+  open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+}
+
+bool DroppableBytes::seek(qint64 at) {
+  if (at < 0 || at > bytes_.size()) return false;
+  at_ = at;
+  return QIODevice::seek(at);
 }
 
 qint64 DroppableBytes::readData(char* data, qint64 size) {
-  return dropped_ ? -1 : QBuffer::readData(data, size);
+  if (dropped_ || deadline_.hasExpired()) return -1;
+  const qint64 count = std::min<qint64>(size, bytes_.size() - at_);
+  std::copy_n(bytes_.constData() + at_, count, data);
+  at_ += count;
+  return count;
+}
+
+qint64 DroppableBytes::writeData(const char* /*data*/, qint64 /*size*/) {
+  return -1;
 }
 
 std::unique_ptr<QImageReader> ReaderOf(QIODevice& device, const PictureHeader& header, QSize bounds) {
@@ -74,13 +94,18 @@ std::unique_ptr<QImageReader> ReaderOf(QIODevice& device, const PictureHeader& h
 }
 
 QImage Drawable(QImage image) {
+  // Notes and tables of colours may be larger than the picture.
+  for (const QString& note : image.textKeys())
+    image.setText(note, QString());
+  image.setColorSpace(QColorSpace());
   image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
   return image;
 }
 
-DecodedFile DecodeFile(const QByteArray& file, QSize bounds, const std::atomic<bool>& dropped) {
+DecodedFile DecodeFile(const QByteArray& file, QSize bounds, const std::atomic<bool>& dropped,
+                       std::chrono::milliseconds patience) {
   try {
-    return Decode(file, bounds, dropped);
+    return Decode(file, bounds, dropped, patience);
   } catch (const std::bad_alloc&) {
     return Failed(PictureFault::kOutOfMemory);
   }

@@ -5,10 +5,12 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <memory>
 
-#include <QBuffer>
 #include <QByteArray>
+#include <QDeadlineTimer>
+#include <QIODevice>
 #include <QImage>
 #include <QImageReader>
 
@@ -23,16 +25,31 @@ inline constexpr int kMostDecodedMegabytes = 256;
 // `bounds` as for DecodeFile.
 QSize FittedSize(QSize natural, QSize bounds);
 
-// What a decoder reads. Ends early, as if the bytes were damaged, once they are no longer wanted.
-class DroppableBytes : public QBuffer {
+// For one image: a few bytes may ask for hours of work. Generous, for a large picture on a slow machine.
+inline constexpr std::chrono::seconds kDecodePatience{30};
+
+// What a decoder reads. Ends early, as if the bytes were damaged, once they are no longer wanted or the
+// patience is over. No QBuffer: there is a decoder that takes the bytes of one all at once.
+class DroppableBytes : public QIODevice {
  public:
-  DroppableBytes(const QByteArray& bytes, const std::atomic<bool>& dropped);
+  DroppableBytes(QByteArray bytes, const std::atomic<bool>& dropped,
+                 std::chrono::milliseconds patience = kDecodePatience);
+
+  // Another image begins.
+  void RenewPatience() { deadline_.setRemainingTime(patience_); }
+  qint64 size() const override { return bytes_.size(); }
+  bool seek(qint64 at) override;
 
  protected:
   qint64 readData(char* data, qint64 size) override;
+  qint64 writeData(const char* data, qint64 size) override;
 
  private:
+  QByteArray bytes_;
+  qint64 at_ = 0;
   const std::atomic<bool>& dropped_;
+  std::chrono::milliseconds patience_;
+  QDeadlineTimer deadline_;
 };
 
 struct DecodedFile {
@@ -44,11 +61,13 @@ struct DecodedFile {
 
 // Scaled down so far that it fits the bounds, and never up; empty bounds are none. Of an animation the first
 // frame. Once `dropped` is true nobody wants the result, which comes early and means nothing.
-DecodedFile DecodeFile(const QByteArray& file, QSize bounds, const std::atomic<bool>& dropped);
+DecodedFile DecodeFile(const QByteArray& file, QSize bounds, const std::atomic<bool>& dropped,
+                       std::chrono::milliseconds patience = kDecodePatience);
 
 // What it takes to read a picture of a known header, and each frame of one that moves. `device` outlives it.
 std::unique_ptr<QImageReader> ReaderOf(QIODevice& device, const PictureHeader& header, QSize bounds);
-// The format that images are drawn from without being converted at each time; null where memory does not do.
+// The format that images are drawn from without being converted at each time, and nothing but the pixels;
+// null where memory does not do.
 QImage Drawable(QImage image);
 
 }  // namespace quillet

@@ -163,6 +163,7 @@ void StoreWork::RunTurn() {
   for (auto user = wishes_.rbegin(); user != wishes_.rend(); ++user)
     for (const PictureWish& wish : *user)
       Serve(wish, turn);
+  KeepFiles();
   PutFilesAway(turn);
   shelf_.Trim(std::max<qint64>(options_.memoryBytes - clock_.Bytes(), 0), turn_, turn.order);
 }
@@ -312,6 +313,21 @@ void StoreWork::OnDecoded(const QString& link, const std::shared_ptr<std::atomic
   Tell(link);
 }
 
+// What is being decoded is waited for with a click behind it, and comes first. A damaged file is not kept.
+void StoreWork::KeepFiles() {
+  for (const QString& link : QSet(toKeep_)) {
+    const ShelvedPicture* const picture = shelf_.Find(link);
+    if (picture != nullptr && !picture->decoding.isEmpty()) continue;
+    toKeep_.remove(link);
+    if (picture == nullptr || picture->bytes.isEmpty()) continue;
+    disk_.Keep(link, picture->bytes, [this, link](bool isKept) {
+      ShelvedPicture* const kept = shelf_.Find(link);
+      if (kept != nullptr) kept->isOnDisk = isKept;
+      Schedule();
+    });
+  }
+}
+
 // Files whose pictures have been decoded, and which the disk has.
 void StoreWork::PutFilesAway(const Turn& turn) {
   for (const QString& link : turn.order) {
@@ -342,12 +358,7 @@ void StoreWork::OnFound(quint64 id, const ChaseFind& find) {
   picture->now.isVideo = find.isVideo;
   if (find.fault != PictureFault::kNone) return Fail(link, *picture, find.fault);
   Take(link, *picture, find.file);
-  if (disk_.HasFolder())
-    disk_.Keep(link, find.file, [this, link](bool isKept) {
-      ShelvedPicture* const kept = shelf_.Find(link);
-      if (kept != nullptr) kept->isOnDisk = isKept;
-      Schedule();
-    });
+  if (disk_.HasFolder()) toKeep_.insert(link);
 }
 
 void StoreWork::OnTold(quint64 id, const VideoFacts& facts) {

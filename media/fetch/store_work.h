@@ -66,6 +66,7 @@ class StoreWork : public QObject {
   void Seek(const QString& link, ShelvedPicture& picture);
   void Fetch(const QString& link, ShelvedPicture& picture, ChaseGoal goal);
   void Decode(const QString& link, ShelvedPicture& picture, QSize bounds);
+  void KeepFiles();
   void PutFilesAway(const Turn& turn);
 
   void OnCame(quint64 id, const ChaseNews& news);
@@ -101,6 +102,7 @@ class StoreWork : public QObject {
   AnimationClock clock_;
   QHash<QString, QSize> playing_;
   DiskCache disk_;
+  QSet<QString> toKeep_;  // that have been fetched, and are to go to the disk
   qint64 diskCacheSize_ = 0;
 };
 

@@ -55,7 +55,11 @@ QNetworkReply* WebClient::Get(const QUrl& address, int silenceMs) {
 }
 
 bool WebClient::IsPrivate(const QUrl& address) const {
-  return door_ && LoopbackOf(address) == nullptr && door_->HasRefused(address.host(QUrl::FullyEncoded));
+  if (!door_ || LoopbackOf(address) != nullptr) return false;
+  const QString host = address.host(QUrl::FullyEncoded);
+  // With some numbers the toolkit does not even come to the door.
+  const QHostAddress number(host);
+  return number.isNull() ? door_->HasRefused(host) : !IsPublicAddress(number);
 }
 
 const LoopbackHost* WebClient::LoopbackOf(const QUrl& address) const {

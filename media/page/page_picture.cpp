@@ -135,12 +135,13 @@ bool IsOverlong(std::string_view tag) {
 }
 
 // In time that grows with the page alone: of what ends with the same ">" the first beginning is the longest.
-std::string_view WithoutOverlongTags(std::string_view page) {
+// One without an end is cut off too: half an address leads elsewhere.
+std::string_view WithoutBadTags(std::string_view page) {
   std::size_t end = 0;
   for (std::size_t begin = page.find('<'); begin != page.npos; begin = page.find('<', begin + 1)) {
     if (begin < end || begin + 1 == page.size() || !IsLetter(page[begin + 1])) continue;
-    end = std::min(page.find('>', begin), page.size());
-    if (IsOverlong(page.substr(begin, end - begin))) return page.substr(0, begin);
+    end = page.find('>', begin);
+    if (end == page.npos || IsOverlong(page.substr(begin, end - begin))) return page.substr(0, begin);
   }
   return page;
 }
@@ -212,7 +213,7 @@ bool Read(std::string_view page, const char* charset, PageReader& reader) {
 std::string PictureOfPage(std::string_view page, const std::string& charset, const std::string& address) {
   // What every byte is a character of: tags and nearly all addresses read the same by it.
   constexpr const char* kAnyBytes = "ISO-8859-1";
-  const std::string_view read = WithoutOverlongTags(page.substr(0, kMostPageBytes));
+  const std::string_view read = WithoutBadTags(page.substr(0, kMostPageBytes));
   PageReader reader(address);
   if (Read(read, charset.empty() ? nullptr : charset.c_str(), reader) || reader.IsDone())
     return reader.Picture();

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QColorSpace>
+
 #include "media/fetch/picture_decoder.h"
 #include "tests/support/drawn_pictures.h"
 
@@ -39,6 +41,7 @@ TEST(PictureHeaderTest, TheFirstBytesTellFormatAndSizeAndNoneTellWrong) {
   }
   EXPECT_EQ(HeaderOf(AnimatedGif(1)).width, 8);
   EXPECT_EQ(HeaderOf(TurnedJpeg()).height, 300);
+  EXPECT_FALSE(HeaderOf(TurnedJpeg().insert(2, QByteArray::fromHex("fffe0002").repeated(100'000))).IsSized());
   EXPECT_EQ(HeaderOf("<svg xmlns='http://www.w3.org/2000/svg'/>").format, PictureFormat::kUnknown);
 }
 
@@ -46,7 +49,7 @@ TEST(PictureDecoderTest, APictureIsDecodedNoLargerThanItIsShown) {
   for (const char* const format : {"jpeg", "png", "bmp", "webp"}) {
     const QByteArray file = PictureFileBytes(DrawnPicture(300, 50), format);
     if (file.isEmpty()) continue;
-    EXPECT_EQ(DecodeFile(file, QSize(100, 100), kWanted).image.size(), QSize(100, 17)) << format;
+    EXPECT_EQ(DecodeFile(file, QSize(100, 100), kWanted).image.size(), QSize(100, 16)) << format;
     EXPECT_EQ(DecodeFile(file, QSize(), kWanted).image.size(), QSize(300, 50)) << format;
     EXPECT_EQ(DecodeFile(file, QSize(1000, 1000), kWanted).image.size(), QSize(300, 50)) << format;
   }
@@ -67,6 +70,36 @@ TEST(PictureDecoderTest, BombsAreRefusedBeforeTheyTakeMemory) {
   EXPECT_EQ(DecodeFile(claims, {}, kWanted).fault, PictureFault::kTooManyPixels) << "the toolkit's own limit";
   EXPECT_EQ(DecodeFile("<svg xmlns='http://www.w3.org/2000/svg'/>", {}, kWanted).fault,
             PictureFault::kUnknownFormat);
+}
+
+// With one more part behind its head.
+QByteArray NotedPng(const QByteArray& part) {
+  constexpr qsizetype kBehindHead = 33;
+  return PictureFileBytes(DrawnPicture(8, 8), "png").insert(kBehindHead, part);
+}
+
+QByteArray PngPart(const QByteArray& name, const QByteArray& content) {
+  return QByteArray(4, '\0') + name + content + QByteArray(4, '\0');
+}
+
+TEST(PictureDecoderTest, WhatAPngUnpacksBesideItsPixelsIsNotLookedAt) {
+  const QImage plain = DecodeFile(NotedPng({}), {}, kWanted).image;
+  for (const char* const name : {"zTXt", "iTXt", "tEXt", "iCCP", "eXIf"}) {
+    QByteArray part = PngPart(name, QByteArray("k\0\0", 3) + qCompress(QByteArray(100'000, 'x')).mid(4));
+    qToBigEndian(static_cast<quint32>(part.size() - 12), part.data());
+    const QImage image = DecodeFile(NotedPng(part.repeated(100)), {}, kWanted).image;
+    EXPECT_EQ(image, plain) << name;
+    EXPECT_TRUE(image.text().isEmpty() && !image.colorSpace().isValid()) << name;
+  }
+}
+
+TEST(PictureDecoderTest, WorkWithoutEndIsGivenUp) {
+  QByteArray part = PngPart("IDAT", qCompress(QByteArray(100'000'000, '\0')).mid(4));
+  qToBigEndian(static_cast<quint32>(part.size() - 12), part.data());
+  EXPECT_EQ(DecodeFile(NotedPng(part), {}, kWanted, std::chrono::milliseconds(10)).fault,
+            PictureFault::kDamaged);
+  const std::atomic<bool> unwanted{true};
+  EXPECT_TRUE(DecodeFile(TurnedJpeg(), {}, unwanted).image.isNull());
 }
 
 TEST(PictureDecoderTest, DamagedBytesBecomeAnImageOrAFaultNeverBoth) {

@@ -63,9 +63,10 @@ class PictureStoreTest : public testing::Test {
   }
   void ExpectFault(const QString& link, PictureFault fault) {
     const PictureNow now = Await(link);
-    EXPECT_EQ(now.stage, PictureStage::kFailed) << qPrintable(link.left(100));
+    EXPECT_EQ(now.stage, fault == PictureFault::kNone ? PictureStage::kReady : PictureStage::kFailed)
+        << qPrintable(link.left(100));
     EXPECT_EQ(static_cast<int>(now.fault), static_cast<int>(fault)) << qPrintable(link.left(100));
-    EXPECT_TRUE(now.image.isNull());
+    EXPECT_EQ(now.image.isNull(), fault != PictureFault::kNone);
   }
   void UseCache() { options.cacheFolder = QString::fromStdString((folder.Path() / "cache").string()); }
 
@@ -215,12 +216,40 @@ TEST_F(PictureStoreTest, AServersMischiefIsRefusedWithItsReason) {
       {{"302 Found", "Location: https://pics.example:" + QByteArray::number(server.Port()) + "/\r\n", ""},
        PictureFault::kHostNotFound},
       {{"302 Found", "", ""}, PictureFault::kAnsweredWithError},
+      {{"200 OK", "Content-Length: 10\r\n", jpeg}, PictureFault::kDamaged},
+      {{"200 OK", "Content-Length: 0\r\n", jpeg}, PictureFault::kEmpty},
+      {{"200 OK", "Content-Length: 99999999999999999999\r\n", jpeg}, PictureFault::kNone},
+      {{"200 OK", "Content-Length: -5\r\n", jpeg}, PictureFault::kNone},
+      {{"200 OK", "Transfer-Encoding: chunked\r\nContent-Length: 1\r\n", "fffffffff\r\n" + jpeg},
+       PictureFault::kCutShort},
+      {{"200 OK", "Content-Encoding: deflate\r\n", qCompress(QByteArray(5'000'000, 'x')).mid(4)},
+       PictureFault::kUnknownFormat},
   };
   for (std::size_t i = 0; i < std::size(cases); ++i)
     answers["/" + QByteArray::number(i) + ".jpg"] = cases[i].answer;
   answers["/again.jpg"] = {"302 Found", "Location: /again.jpg\r\n"};
   for (std::size_t i = 0; i < std::size(cases); ++i)
     ExpectFault(Link(QStringLiteral("%1.jpg").arg(i)), cases[i].fault);
+}
+
+TEST_F(PictureStoreTest, NoAnswerGoesOnForEver) {
+  options.limits.bytes = 1 << 20;
+  options.limits.totalMs = 500;
+  answer = [&](QTcpSocket& client, const QByteArray& path) {
+    auto* const more = new QTimer(&client);
+    QObject::connect(more, &QTimer::timeout, &client, [&client, isFast = path == "/fast.jpg"] {
+      if (client.bytesToWrite() < 1'000'000) client.write(QByteArray(isFast ? 100'000 : 1, 'x'));
+    });
+    more->start(1);
+    client.write(path == "/head.jpg" ? "HTTP/1.1 200 OK\r\nA: " : "HTTP/1.1 200 OK\r\n\r\n" + jpeg);
+    return true;
+  };
+  ExpectFault(Link(QStringLiteral("head.jpg")), PictureFault::kTooSlow);
+  ExpectFault(Link(QStringLiteral("slow.jpg")), PictureFault::kTooSlow);
+  options.limits.totalMs = 60'000;
+  Open();
+  ExpectFault(Link(QStringLiteral("fast.jpg")), PictureFault::kTooManyBytes);
+  EXPECT_TRUE(WaitWithEvents([&] { return server.Cut() == 3; }));
 }
 
 TEST_F(PictureStoreTest, WhatMayNotBeAskedIsNot) {
@@ -256,11 +285,17 @@ TEST_F(PictureStoreTest, SixAtOnceInTheirOrderAndNothingThatHasBeenLeft) {
 }
 
 TEST_F(PictureStoreTest, ASilentServerIsGivenUpAndTriedAgainOnlyWhenAsked) {
-  answer = [](QTcpSocket& client, const QByteArray&) {
-    client.write("HTTP/1.1 200 OK\r\n\r\n\xFF\xD8");
+  QByteArray said;
+  answer = [&](QTcpSocket& client, const QByteArray&) {
+    client.write(said);
     return true;
   };
-  options.limits.silenceMs = 1000;
+  options.limits.silenceMs = 300;
+  for (const char* const text : {"", "HTTP/1.1 200 OK\r\nA: ", "HTTP/1.1 200 OK\r\n\r\n"}) {
+    said = text;
+    ExpectFault(Link(QStringLiteral("%1.jpg").arg(said.size())), PictureFault::kTooSlow);
+  }
+  said = "HTTP/1.1 200 OK\r\n\r\n\xFF\xD8";
   const QString link = Link(QStringLiteral("a.jpg"));
   ExpectFault(link, PictureFault::kTooSlow);
   answer = [](QTcpSocket&, const QByteArray&) { return false; };
