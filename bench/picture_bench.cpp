@@ -3,6 +3,7 @@
 // 500 pictures of 12 megapixels.
 #include <algorithm>
 #include <cstdio>
+#include <ctime>
 #include <fstream>
 #include <future>
 #include <memory>
@@ -36,7 +37,14 @@ double MillisecondsOf(const QElapsedTimer& timer) {
   return static_cast<double>(timer.nsecsElapsed()) / 1e6;
 }
 
-// Notes the longest time that one event takes: as long as that a window would stand still.
+double ThreadWorkMilliseconds() {
+  timespec time{};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+  return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+}
+
+// Notes the longest time that one event takes: as long as that a window would stand still. On a busy machine
+// most of it may be others', so the thread's own work is noted too.
 class TimedApplication : public QCoreApplication {
  public:
   using QCoreApplication::QCoreApplication;
@@ -45,12 +53,14 @@ class TimedApplication : public QCoreApplication {
     if (QThread::currentThread() != thread()) return QCoreApplication::notify(receiver, event);
     QElapsedTimer timer;
     timer.start();
+    const double workBefore = ThreadWorkMilliseconds();
     const bool isTaken = QCoreApplication::notify(receiver, event);
     longest = std::max(longest, MillisecondsOf(timer));
+    longestWork = std::max(longestWork, ThreadWorkMilliseconds() - workBefore);
     return isTaken;
   }
 
-  double longest = 0;
+  double longest = 0, longestWork = 0;
 };
 
 // Gives every path the same picture, on a thread of its own.
@@ -179,7 +189,7 @@ void WalkThrough(TimedApplication& application) {
   PictureStore store(OptionsFor(server, folder.filePath(QStringLiteral("cache"))));
   std::ofstream("/proc/self/clear_refs") << 5;  // the peak begins anew
   const double before = MemoryNow("VmRSS:");
-  application.longest = 0;
+  application.longest = application.longestWork = 0;
   for (int picture = 0; picture < kPictures; ++picture) {
     QStringList links;
     for (int i = picture; i < std::min(picture + kInSight, kPictures); ++i)
@@ -188,9 +198,10 @@ void WalkThrough(TimedApplication& application) {
   }
   std::printf(
       "%d pictures of 12 megapixels: at most %.0f MB more than before (the bound is %lld MB),"
-      " no event longer than %.1f ms\n",
+      " no event longer than %.1f ms, %.1f ms of them work\n",
       kPictures, MemoryNow("VmHWM:") - before,
-      static_cast<long long>(PictureStoreOptions().memoryBytes >> 20), application.longest);
+      static_cast<long long>(PictureStoreOptions().memoryBytes >> 20), application.longest,
+      application.longestWork);
 }
 
 }  // namespace

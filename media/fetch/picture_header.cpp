@@ -1,5 +1,6 @@
 #include "media/fetch/picture_header.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <limits>
@@ -91,9 +92,29 @@ bool BeginsFrame(unsigned marker) {
   return marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
 }
 
+// `frame` begins with its marker: the height, the width and the count of components stand in it, and for each
+// of those how finely it divides the picture, in two numbers of four bits. Each takes two bytes a place.
+std::int64_t WorkBytesOf(std::string_view frame) {
+  constexpr std::size_t kCountAt = 9, kFirstAt = 10, kComponent = 3, kMostComponents = 4;
+  const std::size_t count = std::min<std::size_t>(BigEndian(frame, kCountAt, 1), kMostComponents);
+  std::int64_t places = 0, most = 1;
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::int64_t sampling = BigEndian(frame, kFirstAt + i * kComponent + 1, 1);
+    const std::int64_t share = (sampling >> 4) * (sampling & 0xF);
+    places += share;
+    most = std::max(most, share);
+  }
+  return std::int64_t{BigEndian(frame, 5, 2)} * BigEndian(frame, 7, 2) * 2 * places / most;
+}
+
+// Of a frame's marker: the picture comes in several passes over all of it.
+bool IsInPasses(unsigned marker) {
+  return (marker & 0x3) == 2;
+}
+
 // Between the picture's beginning and its size stand segments, each with its length. Of files that have
 // millions of them decoders make work for hours.
-Size SizeOfJpeg(std::string_view bytes) {
+Size SizeOfJpeg(std::string_view bytes, std::int64_t& workBytes) {
   constexpr int kMostSteps = 10'000;
   constexpr unsigned kCameraNote = 0xE1, kScan = 0xDA, kFill = 0xFF;
   bool isTurned = false;
@@ -109,6 +130,7 @@ Size SizeOfJpeg(std::string_view bytes) {
     if (marker == kScan || length < 2) return {};
     if (BeginsFrame(marker)) {
       const Size size{BigEndian(bytes, at + 7, 2), BigEndian(bytes, at + 5, 2)};
+      if (IsInPasses(marker)) workBytes = WorkBytesOf(bytes.substr(at));
       return isTurned ? Size{size.second, size.first} : size;
     }
     if (marker == kCameraNote) isTurned = isTurned || LiesOnItsSide(bytes.substr(at + 4, length - 2));
@@ -126,10 +148,10 @@ PictureFormat FormatOf(std::string_view bytes) {
   return PictureFormat::kUnknown;
 }
 
-Size SizeOf(PictureFormat format, std::string_view bytes) {
+Size SizeOf(PictureFormat format, std::string_view bytes, std::int64_t& workBytes) {
   switch (format) {
     case PictureFormat::kJpeg:
-      return SizeOfJpeg(bytes);
+      return SizeOfJpeg(bytes, workBytes);
     case PictureFormat::kPng:
       return SizeOfPng(bytes);
     case PictureFormat::kGif:
@@ -153,7 +175,7 @@ bool IsSide(std::int64_t pixels) {
 PictureHeader ReadPictureHeader(std::string_view bytes) {
   PictureHeader header;
   header.format = FormatOf(bytes);
-  const Size size = SizeOf(header.format, bytes);
+  const Size size = SizeOf(header.format, bytes, header.workBytes);
   if (!IsSide(size.first) || !IsSide(size.second)) return header;
   header.width = static_cast<std::int32_t>(size.first);
   header.height = static_cast<std::int32_t>(size.second);

@@ -17,6 +17,9 @@ struct PictureHeader {
   // bytes do not reach so far, or are damaged.
   std::int32_t width = 0;
   std::int32_t height = 0;
+  // What decoders hold beside the image while they work, however small it is scaled: of a photograph that
+  // comes in several passes, all of it. Known with the size.
+  std::int64_t workBytes = 0;
 
   bool IsSized() const { return width > 0 && height > 0; }
 };

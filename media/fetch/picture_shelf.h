@@ -36,7 +36,8 @@ struct ShelvedPicture {
   FileState file = FileState::kUnknown;
   QByteArray bytes;  // of the file; empty: not in memory
   bool isOnDisk = false;
-  quint64 fetch = 0;  // the chase, while kFetching
+  qint64 workBytes = 0;  // that a decoder takes for it, beside what comes of it
+  quint64 fetch = 0;     // the chase, while kFetching
   std::vector<DecodedImage> images;
   QImage partial;
   QSize decoding;  // being decoded to; empty: nothing is

@@ -14,6 +14,8 @@ namespace {
 
 constexpr int kMostFetches = 6;
 constexpr int kMostSeeks = 8;
+// For all decoders; what takes more is decoded alone.
+constexpr qint64 kMostWorkBytes = qint64{48} << 20;
 
 // One processor is the window's.
 int DecoderCount() {
@@ -165,7 +167,9 @@ void StoreWork::RunTurn() {
       Serve(wish, turn);
   KeepFiles();
   PutFilesAway(turn);
-  shelf_.Trim(std::max<qint64>(options_.memoryBytes - clock_.Bytes(), 0), turn_, turn.order);
+  // What is in sight does not go for one that is large.
+  const qint64 work = std::min(workBytes_, options_.memoryBytes / 4);
+  shelf_.Trim(std::max<qint64>(options_.memoryBytes - clock_.Bytes() - work, 0), turn_, turn.order);
 }
 
 void StoreWork::NoteWishes(Turn& turn) {
@@ -246,7 +250,7 @@ void StoreWork::ServeImage(const PictureWish& wish, ShelvedPicture& picture, boo
     picture.file = FileState::kUnknown;
     return ServeFile(wish.link, picture, fits);
   }
-  if (!isDecoded && picture.decoding.isEmpty() && decodes_ < decoders_->maxThreadCount())
+  if (!isDecoded && picture.decoding.isEmpty() && HasDecoderFor(picture))
     Decode(wish.link, picture, wish.bounds);
   if (isDecoded && isToPlay) {
     playing_.insert(wish.link, size);
@@ -281,8 +285,14 @@ void StoreWork::Fetch(const QString& link, ShelvedPicture& picture, ChaseGoal go
   });
 }
 
+bool StoreWork::HasDecoderFor(const ShelvedPicture& picture) const {
+  return decodes_ == 0 ||
+         (decodes_ < decoders_->maxThreadCount() && workBytes_ + picture.workBytes <= kMostWorkBytes);
+}
+
 void StoreWork::Decode(const QString& link, ShelvedPicture& picture, QSize bounds) {
   ++decodes_;
+  workBytes_ += picture.workBytes;
   decoding_.insert(link);
   picture.decoding = FittedSize(picture.now.size, bounds);
   picture.dropped = std::make_shared<std::atomic<bool>>(false);
@@ -291,7 +301,9 @@ void StoreWork::Decode(const QString& link, ShelvedPicture& picture, QSize bound
       [file = picture.bytes, bounds, dropped = picture.dropped] {
         return DecodeFile(file, bounds, *dropped);
       },
-      [this, link, wanted = picture.decoding, dropped = picture.dropped](const DecodedFile& decoded) {
+      [this, link, wanted = picture.decoding, dropped = picture.dropped,
+       work = picture.workBytes](const DecodedFile& decoded) {
+        workBytes_ -= work;
         OnDecoded(link, dropped, wanted, decoded);
       });
 }
@@ -382,6 +394,7 @@ void StoreWork::Take(const QString& link, ShelvedPicture& picture, const QByteAr
   if (!header.IsSized() || IsTooLarge(header)) return Fail(link, picture, PictureFault::kDamaged);
   picture.file = FileState::kHere;
   picture.bytes = file;
+  picture.workBytes = header.workBytes;
   picture.now.size = QSize(header.width, header.height);
   picture.now.received = picture.now.expected = file.size();
   if (!picture.now.isVideo) picture.now.isVideo = IsVideoLink(link, options_.hosts);

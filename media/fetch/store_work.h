@@ -65,6 +65,7 @@ class StoreWork : public QObject {
   void ServeImage(const PictureWish& wish, ShelvedPicture& picture, bool fits);
   void Seek(const QString& link, ShelvedPicture& picture);
   void Fetch(const QString& link, ShelvedPicture& picture, ChaseGoal goal);
+  bool HasDecoderFor(const ShelvedPicture& picture) const;
   void Decode(const QString& link, ShelvedPicture& picture, QSize bounds);
   void KeepFiles();
   void PutFilesAway(const Turn& turn);
@@ -94,6 +95,7 @@ class StoreWork : public QObject {
   quint64 lastFetch_ = 0;
   QHash<quint64, QString> fetches_;
   int seeks_ = 0, decodes_ = 0;
+  qint64 workBytes_ = 0;  // that the decoders have
   QSet<QString> decoding_;
   bool isShowingPartial_ = false;
 

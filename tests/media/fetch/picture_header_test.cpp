@@ -41,6 +41,9 @@ TEST(PictureHeaderTest, TheFirstBytesTellFormatAndSizeAndNoneTellWrong) {
   }
   EXPECT_EQ(HeaderOf(AnimatedGif(1)).width, 8);
   EXPECT_EQ(HeaderOf(TurnedJpeg()).height, 300);
+  EXPECT_EQ(HeaderOf(QByteArray::fromHex("ffd8ffc20011080400020003012200021101031101")).workBytes,
+            1024 * 512 * 2 * 3 / 2)
+      << "in several passes";
   EXPECT_FALSE(HeaderOf(TurnedJpeg().insert(2, QByteArray::fromHex("fffe0002").repeated(100'000))).IsSized());
   EXPECT_EQ(HeaderOf("<svg xmlns='http://www.w3.org/2000/svg'/>").format, PictureFormat::kUnknown);
 }
