@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include "platform/instance_message.h"
+#include "tests/platform/windows/noted_program.h"
 
 namespace quillet {
 namespace {
@@ -36,6 +37,37 @@ TEST(InstanceLinkTest, AWindowOfTheClassTakesOrRefuses) {
   link.reset();
   EXPECT_EQ(FindWindowW(L"Quill.AppID.NoVersion", nullptr), nullptr);
   EXPECT_FALSE(SendToInstance(u"--single-argument x"));
+}
+
+// Not a test: what the other process does.
+TEST(SecondProcess, DISABLED_HandsALinkOver) {
+  EXPECT_TRUE(SendToInstance(u"--single-argument https://a.example/文"));
+}
+
+TEST(InstanceLinkTest, AnotherProcessHandsItsLinkOver) {
+  std::u16string taken;
+  const auto link = ListenForLinks([&](const std::u16string& text) {
+    taken = text;
+    return true;
+  });
+  std::wstring line =
+      L"\"" + ThisProgram() + L"\" --gtest_also_run_disabled_tests --gtest_filter=SecondProcess.*";
+  STARTUPINFOW start{};
+  start.cb = sizeof start;
+  PROCESS_INFORMATION process{};
+  ASSERT_TRUE(
+      CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process));
+  DWORD code = STILL_ACTIVE;
+  EXPECT_TRUE(WaitUntil([&] {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+      DispatchMessageW(&message);
+    return GetExitCodeProcess(process.hProcess, &code) && code != STILL_ACTIVE;
+  }));
+  EXPECT_EQ(code, 0U) << "it was taken";
+  EXPECT_EQ(taken, u"--single-argument https://a.example/文");
+  CloseHandle(process.hThread);
+  CloseHandle(process.hProcess);
 }
 
 }  // namespace
