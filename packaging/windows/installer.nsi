@@ -16,14 +16,6 @@ OutFile "${OUTPUT}"
 InstallDir "$LOCALAPPDATA\Programs\Quillet"
 InstallDirRegKey HKCU "${UNINSTALL}" "InstallLocation"
 BrandingText "Quillet ${VERSION}"
-VIProductVersion "${VERSION}.0"
-VIAddVersionKey Product!define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\Quillet"
-
-Name "Quillet"
-VIAddVersionKey ProductVersion "${VERSION}"
-VIAddVersionKey FileDescription "Quillet"
-VIAddVersionKey FileVersion "${VERSION}"
-VIAddVersionKey LegalCopyright "2026 The Quillet developers"
 
 ; The class of the hidden window that every running program has.
 !define WINDOW_CLASS "Quill.AppID.NoVersion"
@@ -38,6 +30,13 @@ VIAddVersionKey LegalCopyright "2026 The Quillet developers"
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "TradChinese"
 !insertmacro MUI_LANGUAGE "English"
+
+VIProductVersion "${VERSION}.0"
+VIAddVersionKey /LANG=${LANG_ENGLISH} ProductName "Quillet"
+VIAddVersionKey /LANG=${LANG_ENGLISH} ProductVersion "${VERSION}"
+VIAddVersionKey /LANG=${LANG_ENGLISH} FileDescription "Quillet"
+VIAddVersionKey /LANG=${LANG_ENGLISH} FileVersion "${VERSION}"
+VIAddVersionKey /LANG=${LANG_ENGLISH} LegalCopyright "2026 The Quillet developers"
 
 LangString STILL_OPEN ${LANG_TRADCHINESE} "Quillet 還開著。請先關閉它的視窗，再按「重試」。"
 LangString STILL_OPEN ${LANG_ENGLISH} "Quillet is still open. Close its window, then choose Retry."
