@@ -1,6 +1,7 @@
 ; The installer: for one user, without asking for an administrator. script/package-windows defines VERSION, STAGE (the
 ; program's files as they are in the portable archive) and OUTPUT.
-Unicode true
+; As the program itself.
+Target amd64-unicode
 ManifestDPIAware true
 RequestExecutionLevel user
 SetCompressor /SOLID lzma

@@ -4,7 +4,8 @@
 #include <windows.h>
 
 #include "platform/instance_message.h"
-#include "tests/platform/windows/noted_program.h"
+#include "tests/platform/windows/second_process.h"
+#include "tests/support/wait_until.h"
 
 namespace quillet {
 namespace {
@@ -40,7 +41,7 @@ TEST(InstanceLinkTest, AWindowOfTheClassTakesOrRefuses) {
 }
 
 // Not a test: what the other process does.
-TEST(SecondProcess, DISABLED_HandsALinkOver) {
+TEST(SecondInstance, DISABLED_HandsALinkOver) {
   EXPECT_TRUE(SendToInstance(u"--single-argument https://a.example/文"));
 }
 
@@ -50,24 +51,15 @@ TEST(InstanceLinkTest, AnotherProcessHandsItsLinkOver) {
     taken = text;
     return true;
   });
-  std::wstring line =
-      L"\"" + ThisProgram() + L"\" --gtest_also_run_disabled_tests --gtest_filter=SecondProcess.*";
-  STARTUPINFOW start{};
-  start.cb = sizeof start;
-  PROCESS_INFORMATION process{};
-  ASSERT_TRUE(
-      CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process));
-  DWORD code = STILL_ACTIVE;
+  const SecondProcess second(L"SecondInstance.DISABLED_HandsALinkOver");
   EXPECT_TRUE(WaitUntil([&] {
     MSG message;
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
       DispatchMessageW(&message);
-    return GetExitCodeProcess(process.hProcess, &code) && code != STILL_ACTIVE;
+    return second.Code().has_value();
   }));
-  EXPECT_EQ(code, 0U) << "it was taken";
+  EXPECT_EQ(second.Code(), 0U) << "it was taken";
   EXPECT_EQ(taken, u"--single-argument https://a.example/文");
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
 }
 
 }  // namespace

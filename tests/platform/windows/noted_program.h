@@ -9,6 +9,7 @@
 #include <string>
 #include <windows.h>
 
+#include "tests/platform/windows/second_process.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/wait_until.h"
 
@@ -19,12 +20,6 @@ inline constexpr wchar_t kNotesVariable[] = L"QUILLET_NOTES_OF_TEST";
 // On a real system the user's browser would come up, and nothing may take its place.
 inline bool IsWine() {
   return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-}
-
-inline std::wstring ThisProgram() {
-  std::wstring path(MAX_PATH, L'\0');
-  path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
-  return path;
 }
 
 // For as long as this lives, this process believes that http, https and the class "OtherHTML" are opened with
