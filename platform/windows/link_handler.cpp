@@ -9,6 +9,7 @@
 #include "platform/browser_command.h"
 #include "platform/folders.h"
 #include "platform/web_address.h"
+#include "platform/windows/wide_text.h"
 
 namespace quillet {
 namespace {
@@ -20,10 +21,6 @@ constexpr std::u16string_view kUserChoice =
     u"SOFTWARE\\Microsoft\\Windows\\Shell\\Associations\\UrlAssociations\\https\\UserChoice";
 // What the registry's entries take.
 constexpr std::size_t kLongestProgram = 260;
-
-std::wstring Wide(std::u16string_view text) {
-  return {text.begin(), std::find(text.begin(), text.end(), u'\0')};
-}
 
 std::u16string CommandOf(std::u16string_view progId) {
   if (progId.empty() || progId == kProgId) return {};
