@@ -11,14 +11,15 @@ namespace {
 std::wstring ClassText(const wchar_t* key, const wchar_t* name) {
   std::wstring text(1000, L'\0');
   auto bytes = static_cast<DWORD>(text.size() * sizeof(wchar_t));
-  if (RegGetValueW(HKEY_CLASSES_ROOT, key, name, RRF_RT_REG_SZ, nullptr, text.data(), &bytes) !=
+  const std::wstring path = std::wstring(L"SOFTWARE\\Classes\\") + key;
+  if (RegGetValueW(HKEY_CURRENT_USER, path.c_str(), name, RRF_RT_REG_SZ, nullptr, text.data(), &bytes) !=
       ERROR_SUCCESS)
     return {};
   return text.c_str();
 }
 
 // A real user's entries are left as they are.
-TEST(LinkEntriesTest, TheSystemsClassesStartTheFileThatRuns) {
+TEST(LinkEntriesTest, TheUsersClassesStartTheFileThatRuns) {
   if (!IsWine()) GTEST_SKIP();
   std::string told;
   RefreshLinkHandler(*OpenUserRegistry(), [&](std::string_view what) { told += what; });

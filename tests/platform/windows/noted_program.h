@@ -35,8 +35,10 @@ class NotedProgram {
         L"\"" + ThisProgram() + L"\" --gtest_also_run_disabled_tests --gtest_filter=NotedProgram.* \"%1\"";
     for (const std::wstring name : {L"http", L"https", L"OtherHTML"}) {
       MakeKey(name + L"\\shell\\open\\command");
-      SetText(name + L"\\shell\\open\\command", nullptr, command);
-      SetText(name, L"URL Protocol", L"");
+      // As some browsers write it.
+      SetText(name + L"\\shell\\open\\command", nullptr, name == L"OtherHTML" ? REG_EXPAND_SZ : REG_SZ,
+              command);
+      SetText(name, L"URL Protocol", REG_SZ, L"");
     }
     EXPECT_EQ(RegOverridePredefKey(HKEY_CLASSES_ROOT, classes_), ERROR_SUCCESS);
   }
@@ -66,8 +68,8 @@ class NotedProgram {
                     nullptr);
     RegCloseKey(key);
   }
-  void SetText(const std::wstring& key, const wchar_t* name, const std::wstring& text) const {
-    RegSetKeyValueW(classes_, key.c_str(), name, REG_SZ, text.c_str(),
+  void SetText(const std::wstring& key, const wchar_t* name, DWORD type, const std::wstring& text) const {
+    RegSetKeyValueW(classes_, key.c_str(), name, type, text.c_str(),
                     static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
   }
 
