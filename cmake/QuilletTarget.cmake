@@ -122,6 +122,15 @@ function(quillet_room room)
   endif()
 endfunction()
 
+# quillet_draws_anywhere(target): its windows can be off-screen too. Where Qt is no library of the system's, what a
+# program may need of it at run time is named at its link.
+function(quillet_draws_anywhere target)
+  get_target_property(kind Qt6::Core TYPE)
+  if(kind STREQUAL "STATIC_LIBRARY")
+    qt_import_plugins(${target} INCLUDE Qt6::QOffscreenIntegrationPlugin)
+  endif()
+endfunction()
+
 # quillet_program(name SOURCES ... USES ...): a program in <build>/bin.
 function(quillet_program name)
   cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})

@@ -11,6 +11,7 @@
 #include "app/window/toolkit.h"
 #include "app/window/window_signaller.h"
 #include "core/transport/replay_transport.h"
+#include "platform/console.h"
 #include "platform/link_handler.h"
 
 namespace quillet {
@@ -157,6 +158,7 @@ int RunQuillet(int argc, char** argv) {
   const std::u16string commandLine = CommandLineText(argc, argv);
   const StartAim aim = AimOfStart(commandLine, [] { return WebHostsOf(LoadAllEndpoints()); });
   if (aim.kind != StartAim::Kind::kWindow) return PassLinkOn(aim, commandLine);
+  JoinConsole();
   NameTheProgram();
   if (AsksForTextOnly(argc, argv)) {
     const QCoreApplication windowless(argc, argv);

@@ -1,8 +1,10 @@
 #include "platform/folders.h"
 
-#include <shlobj.h>
+#include <memory>
 #include <string>
 #include <windows.h>
+// After windows.h, which it needs.
+#include <shlobj.h>
 
 namespace quillet {
 
@@ -21,10 +23,12 @@ fs::path ProgramFolder() {
   return ProgramFile().parent_path();
 }
 
+// As the system names it, however long that is.
 fs::path UserDataFolder() {
-  wchar_t folder[MAX_PATH] = L"";
-  if (SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, folder) != S_OK) return {};
-  return fs::path(folder) / L"Quillet";
+  wchar_t* told = nullptr;
+  const HRESULT result = SHGetKnownFolderPath(FOLDERID_LocalAppData, KF_FLAG_DEFAULT, nullptr, &told);
+  const std::unique_ptr<wchar_t, decltype(&CoTaskMemFree)> folder(told, &CoTaskMemFree);
+  return result == S_OK ? fs::path(folder.get()) / L"Quillet" : fs::path{};
 }
 
 fs::path UserConfigFolder() {

@@ -9,6 +9,7 @@
 #include "platform/browser_command.h"
 #include "platform/folders.h"
 #include "platform/web_address.h"
+#include "platform/windows/wide_text.h"
 
 namespace quillet {
 namespace {
@@ -21,18 +22,14 @@ constexpr std::u16string_view kUserChoice =
 // What the registry's entries take.
 constexpr std::size_t kLongestProgram = 260;
 
-std::wstring Wide(std::u16string_view text) {
-  return {text.begin(), std::find(text.begin(), text.end(), u'\0')};
-}
-
 std::u16string CommandOf(std::u16string_view progId) {
   if (progId.empty() || progId == kProgId) return {};
   const std::wstring key = Wide(progId) + L"\\shell\\open\\command";
   std::wstring command(32768, L'\0');
   auto bytes = static_cast<DWORD>(command.size() * sizeof(wchar_t));
-  // With its environment variables put in, where it holds some.
-  if (RegGetValueW(HKEY_CLASSES_ROOT, key.c_str(), nullptr, RRF_RT_REG_SZ | RRF_RT_REG_EXPAND_SZ, nullptr,
-                   command.data(), &bytes) != ERROR_SUCCESS)
+  // Where it holds environment variables they are put in, and it counts as a plain text after that.
+  if (RegGetValueW(HKEY_CLASSES_ROOT, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, command.data(), &bytes) !=
+      ERROR_SUCCESS)
     return {};
   return {command.begin(), std::find(command.begin(), command.end(), L'\0')};
 }

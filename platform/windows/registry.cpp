@@ -4,13 +4,10 @@
 #include <utility>
 #include <windows.h>
 
+#include "platform/windows/wide_text.h"
+
 namespace quillet {
 namespace {
-
-// Up to the first NUL, which is what the system takes.
-std::wstring Wide(std::u16string_view text) {
-  return {text.begin(), std::find(text.begin(), text.end(), u'\0')};
-}
 
 // What lies under it is a profile's; its folder names the key.
 constexpr std::u16string_view kProfiles = u"SOFTWARE\\Quillet\\Profiles\\";

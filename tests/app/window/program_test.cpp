@@ -16,18 +16,29 @@ struct Finished {
   QString errors;
 };
 
+#ifdef _WIN32
+constexpr const char* kProgram = "/quillet.exe";
+constexpr const char* kNothing = "NUL";
+#else
+constexpr const char* kProgram = "/quillet";
+constexpr const char* kNothing = "/dev/null";
+#endif
+
 QString Program() {
-  return QCoreApplication::applicationDirPath() + "/quillet";
+  return QCoreApplication::applicationDirPath() + kProgram;
 }
 
-// A user of the program's own: nothing of what it keeps touches the person's who runs the tests.
+// A user of the program's own: nothing of what it keeps touches the person's who runs the tests. Windows asks
+// nobody's environment where a user's files are, and has a profile instead.
 class Home {
  public:
   Home() {
+#ifndef _WIN32
     // As a first start in a folder that cannot be written would choose it.
     Write("config/quillet/registry",
           "; Values that Quillet keeps for its user\n[SOFTWARE\\\\Quillet]\n\"UseAppDataLocalPath\"=\"1\"\n"
           "; end of the values\n");
+#endif
   }
   QProcessEnvironment Environment() const {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -36,8 +47,21 @@ class Home {
     environment.insert("XDG_DATA_HOME", folder_.filePath("data"));
     return environment;
   }
-  QString SettingsFile() const { return folder_.filePath("data/quillet/Quill.ini"); }
-  QByteArray Settings() const { return Read(SettingsFile()); }
+#ifdef _WIN32
+  QStringList Options() const {
+    return {"--profile", folder_.filePath("data/quillet")};
+  }
+#else
+  QStringList Options() const {
+    return {};
+  }
+#endif
+  QString SettingsFile() const {
+    return folder_.filePath("data/quillet/Quill.ini");
+  }
+  QByteArray Settings() const {
+    return Read(SettingsFile());
+  }
   void Write(const QString& name, const QByteArray& bytes) const {
     const QString file = folder_.filePath(name);
     QDir().mkpath(QFileInfo(file).path());
@@ -83,8 +107,8 @@ TEST(ProgramTest, HelpAndVersionAnswerAndNonsenseFails) {
 // A copy of the program alone, as a broken installation leaves it.
 TEST(ProgramTest, MissingTablesAreToldByNameAndFolder) {
   const QTemporaryDir folder;
-  const QString alone = folder.filePath("quillet");
-  ASSERT_TRUE(QFile::copy(QCoreApplication::applicationDirPath() + "/quillet", alone));
+  const QString alone = folder.path() + kProgram;
+  ASSERT_TRUE(QFile::copy(Program(), alone));
   const Finished finished = Launch(
       {"--demo", "--content", QUILLET_SOURCE_DIR "/demo/content", "--tour", folder.filePath("pictures")},
       alone);
@@ -110,12 +134,12 @@ TEST(ProgramTest, ATourThatCannotHaveItsDemoOrItsFolderFailsAndLeavesNoTrace) {
 }
 
 // The window stays open, so the program is ended as a session's end would end it.
-TEST(ProgramTest, SettingsLiveInTheUsersDataFolderAndAStartKeepsThem) {
+TEST(ProgramTest, SettingsLiveInTheUsersFolderAndAStartKeepsThem) {
   const Home home;
   home.Write("data/quillet/Quill.ini", "[Basic]\nDarkColor=1\nOf another version=kept\n");
   QProcess program;
   program.setProcessEnvironment(home.Environment());
-  program.start(Program(), {"--replay", "/dev/null"});
+  program.start(Program(), home.Options() + QStringList{"--replay", kNothing});
   const auto hasVersion = [&] { return home.Settings().contains("\nVersion="); };
   EXPECT_TRUE(HandleEventsUntil(hasVersion, kPatienceMs)) << home.Settings().toStdString();
   program.kill();

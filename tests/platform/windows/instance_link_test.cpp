@@ -4,6 +4,8 @@
 #include <windows.h>
 
 #include "platform/instance_message.h"
+#include "tests/platform/windows/second_process.h"
+#include "tests/support/wait_until.h"
 
 namespace quillet {
 namespace {
@@ -36,6 +38,28 @@ TEST(InstanceLinkTest, AWindowOfTheClassTakesOrRefuses) {
   link.reset();
   EXPECT_EQ(FindWindowW(L"Quill.AppID.NoVersion", nullptr), nullptr);
   EXPECT_FALSE(SendToInstance(u"--single-argument x"));
+}
+
+// Not a test: what the other process does.
+TEST(SecondInstance, DISABLED_HandsALinkOver) {
+  EXPECT_TRUE(SendToInstance(u"--single-argument https://a.example/文"));
+}
+
+TEST(InstanceLinkTest, AnotherProcessHandsItsLinkOver) {
+  std::u16string taken;
+  const auto link = ListenForLinks([&](const std::u16string& text) {
+    taken = text;
+    return true;
+  });
+  const SecondProcess second(L"SecondInstance.DISABLED_HandsALinkOver");
+  EXPECT_TRUE(WaitUntil([&] {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+      DispatchMessageW(&message);
+    return second.Code().has_value();
+  }));
+  EXPECT_EQ(second.Code(), 0U) << "it was taken";
+  EXPECT_EQ(taken, u"--single-argument https://a.example/文");
 }
 
 }  // namespace

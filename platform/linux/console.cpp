@@ -1,0 +1,7 @@
+#include "platform/console.h"
+
+namespace quillet {
+
+void JoinConsole() {}
+
+}  // namespace quillet
