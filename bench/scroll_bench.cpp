@@ -1,13 +1,13 @@
-// What a step of scrolling costs in the real window: an article of 2,000 lines of the demo BBS, read over
-// loopback into a view of 1280x720, then scrolled by the wheel and by End and Home while the animation runs
-// at its own pace.
+// What a step of scrolling costs in the real window: an article of 2,000 lines of the demo BBS, and one with
+// a hundred pictures in it, read over loopback into a view of 1280x720, then scrolled by the wheel and by End
+// and Home while the animation runs at its own pace.
 //
 // The work of a step is all the time that the event loop spends in handlers, from the one that moves the
 // article up to the next one that does: the step itself, composing and styling the page, drawing it into the
 // picture, the paint event that brings the picture to the window, and whatever else comes due meanwhile
 // (ticks, the caret). Waiting is not in it, nor is what the system does with the window's finished picture.
-// It is counted twice: in processor time of all threads, which is the work itself, and in time on the clock,
-// which on a busy machine holds the turns of others too.
+// It is counted twice: in processor time of the window's thread, which is the work that the user waits for,
+// and in time on the clock, which on a busy machine holds the turns of others too.
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -33,7 +33,11 @@ constexpr std::size_t kLines = 2000;
 constexpr int kJumps = 40;
 constexpr int kFullRepaints = 200;
 constexpr int kStepMs = 16;
-constexpr double kMostStepMs = 4;  // what a step should stay below
+// What a step should stay below.
+constexpr double kMostStepMs = 4;
+constexpr double kMostPictureStepMs = 8;
+// In the title of that article.
+constexpr const char16_t* kHundredPictures = u"一百天的窗";
 
 // In milliseconds.
 struct Work {
@@ -47,15 +51,21 @@ struct Work {
   }
 };
 
+double ThreadMilliseconds() {
+  timespec now{};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+  return 1000.0 * static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
 class WorkWatch {
  public:
   Work SinceStart() const {
     const std::chrono::duration<double, std::milli> passed = std::chrono::steady_clock::now() - start_;
-    return {1000.0 * static_cast<double>(std::clock() - processorStart_) / CLOCKS_PER_SEC, passed.count()};
+    return {ThreadMilliseconds() - processorStart_, passed.count()};
   }
 
  private:
-  std::clock_t processorStart_ = std::clock();
+  double processorStart_ = ThreadMilliseconds();
   std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
@@ -107,7 +117,8 @@ class TimedApplication : public QApplication {
 
 class Scrolling {
  public:
-  Scrolling(TimedApplication& application, DemoRun& run) : application_(application), run_(run) {}
+  Scrolling(TimedApplication& application, DemoRun& run, double mostStepMs)
+      : application_(application), run_(run), mostStepMs_(mostStepMs) {}
 
   void OpenLongArticle(const DemoServer& site) {
     run_.Doc().GetConnection().Open(
@@ -115,6 +126,15 @@ class Scrolling {
     run_.LogIn();
     run_.GoToBoard(kLongBoard);
     run_.Press({NamedKey(Qt::Key_Right)}, ArticleRests(0, 1));
+    if (run_.IsFine()) std::printf("the article has %d lines\n", Article().LineCount());
+  }
+
+  // Of the demo's own; its pictures open by themselves as they come into sight.
+  void OpenPictures() {
+    run_.LogIn();
+    run_.GoToBoard(QStringLiteral("Photo"));
+    run_.Read(QString::fromUtf16(kHundredPictures));
+    run_.Await("the whole article", [&] { return Article().Reading().Lines().IsComplete(); });
     if (run_.IsFine()) std::printf("the article has %d lines\n", Article().LineCount());
   }
 
@@ -186,18 +206,32 @@ class Scrolling {
     const auto [median, most, highest] = StepPercentiles(steps, &Work::processor);
     const Percentiles clock = StepPercentiles(steps, &Work::clock);
     const auto over = std::count_if(steps.begin(), steps.end(),
-                                    [](const Work& step) { return step.processor > kMostStepMs; });
+                                    [this](const Work& step) { return step.processor > mostStepMs_; });
     std::printf("%s, %zu steps: %.2f ms of work a step (median, %.1f full repaints), ", name, steps.size(),
                 median, median / fullRepaint_);
     std::printf("99 of 100 below %.2f ms, the most %.2f ms, %d above %.0f ms; ", most, highest,
-                static_cast<int>(over), kMostStepMs);
+                static_cast<int>(over), mostStepMs_);
     std::printf("by the clock %.2f, %.2f and %.2f ms\n", clock.median, clock.most, clock.highest);
   }
 
   TimedApplication& application_;
   DemoRun& run_;
+  double mostStepMs_;
   double fullRepaint_ = 0;
 };
+
+bool RunPictures(TimedApplication& application) {
+  const QTemporaryDir scratch;
+  DemoRun run(scratch.path());
+  Scrolling scrolling(application, run, kMostPictureStepMs);
+  scrolling.OpenPictures();
+  if (run.IsFine()) scrolling.MeasureFullRepaint();
+  scrolling.Roll("pictures, wheel down, first time", -1);
+  scrolling.Roll("pictures, wheel up", 1);
+  scrolling.Roll("pictures, wheel down", -1);
+  if (!run.IsFine()) std::fputs(qPrintable(run.Complaint() + '\n'), stderr);
+  return run.IsFine();
+}
 
 int Run(TimedApplication& application) {
   const QTemporaryDir scratch;
@@ -211,14 +245,14 @@ int Run(TimedApplication& application) {
   options.contentFolder = folder;
   const DemoServer site(options);
   if (!site.Error().empty()) run.Fail(QString::fromStdString(site.Error()));
-  Scrolling scrolling(application, run);
+  Scrolling scrolling(application, run, kMostStepMs);
   scrolling.OpenLongArticle(site);
   if (run.IsFine()) scrolling.MeasureFullRepaint();
   scrolling.Roll("wheel down, first time", -1);
   scrolling.Roll("wheel up", 1);
   scrolling.Jump();
   if (!run.IsFine()) std::fputs(qPrintable(run.Complaint() + '\n'), stderr);
-  return run.IsFine() ? 0 : 1;
+  return run.IsFine() && RunPictures(application) ? 0 : 1;
 }
 
 }  // namespace

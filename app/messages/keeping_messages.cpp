@@ -14,7 +14,9 @@ QStringList WhereAndWhy(const std::filesystem::path& file, const std::string& re
   return lines;
 }
 
-PanelText Notice(const QString& title, const QStringList& lines) {
+}  // namespace
+
+PanelText ProblemNotice(const QString& title, const QStringList& lines) {
   return {.title = title,
           .lines = lines,
           .hint = u"Enter 繼續"_qs,
@@ -22,8 +24,6 @@ PanelText Notice(const QString& title, const QStringList& lines) {
           .onEnter = PanelAction::kDismiss,
           .onEscape = PanelAction::kDismiss};
 }
-
-}  // namespace
 
 QString DescribeSaved(const std::filesystem::path& file) {
   return u"已儲存：%1"_qs.arg(ShownPath(file.filename()));
@@ -34,16 +34,16 @@ QString DescribeSavedSoFar(int lines) {
 }
 
 PanelText DescribeNotSaved(const std::filesystem::path& file, const std::string& reason) {
-  return Notice(u"文章沒有儲存"_qs, WhereAndWhy(file, reason));
+  return ProblemNotice(u"文章沒有儲存"_qs, WhereAndWhy(file, reason));
 }
 
 PanelText DescribeSavedPart(const std::filesystem::path& file, int lines) {
   QStringList text{u"文章還沒讀完就離開了，檔案裡只有前 %1 行。"_qs.arg(lines)};
-  return Notice(u"文章只儲存了一部分"_qs, text + WhereAndWhy(file, {}));
+  return ProblemNotice(u"文章只儲存了一部分"_qs, text + WhereAndWhy(file, {}));
 }
 
 PanelText DescribeNothingToSave() {
-  return Notice(u"文章沒有儲存"_qs, {u"選好檔案時，文章已經不在畫面上。"_qs});
+  return ProblemNotice(u"文章沒有儲存"_qs, {u"選好檔案時，文章已經不在畫面上。"_qs});
 }
 
 QString DescribePrinted(const QString& where) {
@@ -55,11 +55,11 @@ QString DescribePrintWaits() {
 }
 
 PanelText DescribeNotPrinted(const QString& where) {
-  return Notice(u"文章沒有印出來"_qs, {u"印到：%1"_qs.arg(QDir::toNativeSeparators(where))});
+  return ProblemNotice(u"文章沒有印出來"_qs, {u"印到：%1"_qs.arg(QDir::toNativeSeparators(where))});
 }
 
 PanelText DescribeNothingToPrint() {
-  return Notice(u"文章沒有列印"_qs, {u"文章還沒讀完就離開了。"_qs});
+  return ProblemNotice(u"文章沒有列印"_qs, {u"文章還沒讀完就離開了。"_qs});
 }
 
 QString DescribeLogBegun(const std::filesystem::path& file) {
@@ -73,7 +73,7 @@ QString DescribeLogEnded(const std::filesystem::path& file) {
 PanelText DescribeLogFailed(const std::filesystem::path& file, const std::string& reason) {
   QStringList lines = WhereAndWhy(file, reason);
   if (reason.empty()) lines << u"磁碟跟不上連線的速度。"_qs;
-  return Notice(u"連線內容的記錄已停止"_qs, lines);
+  return ProblemNotice(u"連線內容的記錄已停止"_qs, lines);
 }
 
 }  // namespace quillet

@@ -10,6 +10,9 @@
 
 namespace quillet {
 
+// Something has not been done that the user asked for.
+PanelText ProblemNotice(const QString& title, const QStringList& lines);
+
 // In a line.
 QString DescribeSaved(const std::filesystem::path& file);
 // The article is not yet read to its end; the file gets the rest when it is.

@@ -1,6 +1,7 @@
 #include "app/messages/picture_messages.h"
 
 #include "app/messages/file_messages.h"
+#include "app/messages/keeping_messages.h"
 #include "app/messages/session_messages.h"
 
 namespace quillet {
@@ -67,15 +68,6 @@ QString LengthText(int seconds) {
   return seconds < 3600 ? rest : u"%1:%2"_qs.arg(seconds / 3600).arg(rest);
 }
 
-PanelText PictureNotice(const QString& title, const QStringList& lines) {
-  return {.title = title,
-          .lines = lines,
-          .hint = u"Enter 繼續"_qs,
-          .tone = PanelTone::kProblem,
-          .onEnter = PanelAction::kDismiss,
-          .onEscape = PanelAction::kDismiss};
-}
-
 }  // namespace
 
 QString DescribePictureWithoutImage(const PictureNow& now) {
@@ -131,13 +123,13 @@ QString DescribePictureCopied() {
 }
 
 PanelText DescribeNoPictureFile() {
-  return PictureNotice(u"圖片沒有儲存"_qs, {u"圖片的檔案已經不在了，請再開啟一次。"_qs});
+  return ProblemNotice(u"圖片沒有儲存"_qs, {u"圖片的檔案已經不在了，請再開啟一次。"_qs});
 }
 
 PanelText DescribePictureNotSaved(const std::filesystem::path& file, const std::string& reason) {
   QStringList lines{ShownPath(file.filename()), u"資料夾：%1"_qs.arg(ShownPath(file.parent_path()))};
   if (!reason.empty()) lines << u"系統訊息：%1"_qs.arg(SystemText(reason));
-  return PictureNotice(u"圖片沒有儲存"_qs, lines);
+  return ProblemNotice(u"圖片沒有儲存"_qs, lines);
 }
 
 }  // namespace quillet
