@@ -312,7 +312,7 @@ void CMainFrame::ShowAbout() {
                   u"<b>Quillet %1</b>"_qs.arg(QCoreApplication::applicationVersion()), QMessageBox::NoButton,
                   this);
   const QStringList credits{
-      u"Qt %1（LGPL 3）、libssh（LGPL 2.1）、cpprestsdk（MIT）、WebSocket++（BSD）、OpenSSL（Apache 2.0）、Boost（BSL 1.0）"_qs
+      u"Qt %1（LGPL 3）、libssh（LGPL 2.1）、cpprestsdk（MIT）、WebSocket++（BSD）、libxml2（MIT）、OpenSSL（Apache 2.0）、Boost（BSL 1.0）"_qs
           .arg(QString::fromLatin1(qVersion())),
       u"字元對照表：MozTW 計畫的 UAO 2.50，取自 uao-js 套件（MIT）"_qs,
       u"位址的國家：IPFire Location database（CC BY-SA 4.0）"_qs,

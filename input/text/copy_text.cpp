@@ -116,6 +116,16 @@ void WriteHtml(const std::vector<LineCharacter>& characters, const LineColours& 
   change(plain);
 }
 
+// In a browser too a letter is half as wide as a Chinese character, and the grounds of two rows meet. Before
+// all the fragment's own styles, which are made for programs that it is pasted into.
+constexpr std::u16string_view kGridStyle =
+    u"<style>\n"
+    u"pre { font-family: '細明體', 'MingLiU', 'Noto Sans Mono CJK TC', 'Sarasa Mono TC', 'Source Han Mono "
+    u"TC', "
+    u"'WenQuanYi Zen Hei Mono', 'AR PL UMing TW', monospace !important; line-height: 1.25em; }\n"
+    u"pre span { display: inline-block; height: 1.25em; }\n"
+    u"</style>\n";
+
 }  // namespace
 
 std::u16string SelectedText(const Selection& selection, const SelectableText& text) {
@@ -155,7 +165,9 @@ std::u16string HtmlPage(std::u16string_view title, std::u16string_view fragment,
       u"<!DOCTYPE html>\n<html lang=\"zh-Hant\">\n<head>\n<meta charset=\"utf-8\">\n<title>";
   for (const char16_t unit : title)
     WriteEscaped(unit, page);
-  page += u"</title>\n</head>\n<body style=\"" + ColourStyle(plain) + u"\">\n";
+  page += u"</title>\n";
+  page.append(kGridStyle);
+  page += u"</head>\n<body style=\"" + ColourStyle(plain) + u"\">\n";
   return page.append(fragment) + u"\n</body>\n</html>\n";
 }
 
