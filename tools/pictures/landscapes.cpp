@@ -98,7 +98,8 @@ void DrawNight(QPainter& painter, QSizeF size) {
     const QPointF at(size.width() * along, 480 - 430 * along + dice.Between(-45, 45));
     DrawGlow(painter, at, dice.Between(50, 110), QColor(150, 150, 215, 20));
   }
-  DrawStars(painter, size, 520, static_cast<int>(size.width() * 0.6));
+  const int stars = static_cast<int>(size.width() * 0.6);
+  DrawStars(painter, size, 520.0, stars);
   const QPointF moon(size.width() * 0.2, 130);
   DrawGlow(painter, moon, 130, QColor(245, 240, 200, 110));
   QPainterPath crescent;
@@ -164,7 +165,7 @@ void DrawLighthouse(QPainter& painter, QSizeF size) {
 
 void DrawStation(QPainter& painter, QSizeF size) {
   FillDown(painter, {QPointF(0, 0), size}, {QColor(18, 30, 75), QColor(45, 75, 140), QColor(130, 160, 200)});
-  DrawStars(painter, size, 180, 60);
+  DrawStars(painter, size, 180.0, 60);
   FillShape(painter, Ridge(size, 330, 70, 61), QColor(25, 45, 90));
   const double middle = size.width() * 0.38;
   FillShape(painter, QPolygonF({{0, 430}, {size.width(), 405}, {size.width(), 600}, {0, 600}}),
