@@ -60,6 +60,8 @@ int ColumnsOfWords(const std::u16string& words) {
 
 ArticlePictures::ArticlePictures(const Parts& parts) : parts_(parts) {
   connect(&parts_.store, &PictureStore::Changed, this, &ArticlePictures::OnChanged);
+  soon_.setSingleShot(true);
+  connect(&soon_, &QTimer::timeout, this, &ArticlePictures::TellSoon);
   connect(&parts_.article, &ArticleView::OtherArticle, this, [this] {
     plan_.Forget();
     learned_.clear();
@@ -168,13 +170,18 @@ void ArticlePictures::OnChanged(const QString& link) {
     learns |= plan_.Learn(spot, known->second.known, known->second.natural);
     inSight |= plan_.At(spot).line >= sight.first && plan_.At(spot).line <= sight.last;
   }
-  if (!isOn_) return;
-  if (learns) {
-    emit RowsChanged();
-    ShowOpened();
-  } else if (inSight) {
+  if (!isOn_ || !(learns || inSight)) return;
+  learnsSoon_ |= learns;
+  soon_.start();
+}
+
+void ArticlePictures::TellSoon() {
+  if (!std::exchange(learnsSoon_, false)) {
     emit ImagesChanged();
+    return;
   }
+  emit RowsChanged();
+  ShowOpened();
 }
 
 void ArticlePictures::ShowOpened() {

@@ -12,6 +12,7 @@
 #include <QObject>
 #include <QSize>
 #include <QString>
+#include <QTimer>
 
 #include "app/page/article_view.h"
 #include "media/fetch/picture_store.h"
@@ -108,6 +109,8 @@ class ArticlePictures : public QObject {
   // What was known stays known while it is fetched anew.
   Learned AskStore(const std::string& link, const Learned& before) const;
   void OnChanged(const QString& link);
+  // Once for all that the store has told in one go.
+  void TellSoon();
   void LayBands();
   // What the user has opened is brought into sight with its link.
   void ShowOpened();
@@ -130,6 +133,8 @@ class ArticlePictures : public QObject {
   std::vector<PictureWish> wishes_;
   ArticleView::BandsBy by_ = ArticleView::BandsBy::kThemselves;
   bool isOn_ = false;
+  QTimer soon_;
+  bool learnsSoon_ = false;
   std::optional<std::size_t> opened_;  // until its size is known
 };
 
