@@ -23,9 +23,14 @@ void AwaitPictures(DemoRun& run) {
   });
 }
 
+void SaveLinked(DemoRun& run, const QString& name) {
+  const qreal scale = run.View().devicePixelRatioF();
+  run.Save(u"linked-"_qs + name + (scale == 1 ? QString() : QStringLiteral("@%1").arg(scale)));
+}
+
 void ShootPage(DemoRun& run, const QString& name) {
   AwaitPictures(run);
-  run.Save(name);
+  SaveLinked(run, name);
 }
 
 void ShootSizes(DemoRun& run) {
@@ -35,15 +40,18 @@ void ShootSizes(DemoRun& run) {
         std::pair{PictureSize::kFullWidth, "wide"}}) {
     run.Set(&Settings::contentPic, size);
     run.Press({NamedKey(Qt::Key_Home)}, ArticleRests(0, 1));
-    ShootPage(run, QStringLiteral("linked-%1").arg(name));
+    ShootPage(run, name);
   }
   run.Press({NamedKey(Qt::Key_PageDown)}, ArticleRests(1, kRows));
-  ShootPage(run, "linked-next-page");
+  ShootPage(run, "next-page");
   run.Set(&Settings::darkColor, true);
-  ShootPage(run, "linked-dim");
+  ShootPage(run, "dim");
   run.Set(&Settings::darkColor, false);
+  run.Set(&Settings::work, true);
+  SaveLinked(run, "disguise");
+  run.Set(&Settings::work, false);
   run.Press({NamedKey(Qt::Key_End)}, ArticleRestsAtEnd);
-  run.Save("linked-end");
+  SaveLinked(run, "end");
   run.LeaveArticle();
 }
 
@@ -53,9 +61,9 @@ void ShootKinds(DemoRun& run) {
        {std::pair{u"會動的貓"_qs, "moving"}, std::pair{u"慢慢看的影片"_qs, "videos"},
         std::pair{u"貼圖量"_qs, "charts"}, std::pair{u"一人一張窗外"_qs, "pushes"}}) {
     run.Read(title);
-    ShootPage(run, QStringLiteral("linked-%1").arg(name));
+    ShootPage(run, name);
     run.Press({NamedKey(Qt::Key_End)}, ArticleRestsAtEnd);
-    run.Save(QStringLiteral("linked-%1-end").arg(name));
+    SaveLinked(run, QStringLiteral("%1-end").arg(name));
     run.LeaveArticle();
   }
 }
