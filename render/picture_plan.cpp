@@ -1,7 +1,6 @@
 #include "render/picture_plan.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace quillet {
 namespace {
@@ -17,11 +16,14 @@ bool IsGuessed(LinkKind kind) {
 }  // namespace
 
 void PicturePlan::Forget() {
+  const unsigned version = version_;
   *this = PicturePlan();
+  version_ = version + 1;
 }
 
 void PicturePlan::SetSpots(std::vector<PictureSpot> spots) {
   spots_ = std::move(spots);
+  ++version_;
   ++round_;
   ids_.clear();
   ids_.reserve(spots_.size());
@@ -46,6 +48,7 @@ bool PicturePlan::Learn(std::size_t spot, PictureKnown known, PixelSize natural)
   if (known == PictureKnown::kNothing && state.known == PictureKnown::kSize) return false;
   state.known = known;
   state.natural = natural;
+  ++version_;
   return true;
 }
 
@@ -90,6 +93,7 @@ bool PicturePlan::See(int firstLine, int lastLine) {
     if (!MayOpen(spot) || StateOf(spot).wasSeen) continue;
     const bool wasOpen = IsOpen(spot);
     StateOf(spot).wasSeen = true;
+    ++version_;
     opens |= !wasOpen && IsOpen(spot);
   }
   return opens;

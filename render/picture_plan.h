@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "bbs/link_places.h"
@@ -55,10 +56,14 @@ class PicturePlan {
   // and in whatever line: only its place in the order of the same links counts.
   void SetSpots(std::vector<PictureSpot> spots);
   // How far pictures open that open by themselves.
-  void SetScope(PictureScope scope) { scope_ = scope; }
+  void SetScope(PictureScope scope) {
+    if (std::exchange(scope_, scope) != scope) ++version_;
+  }
   // Returns whether anything is different.
   bool Learn(std::size_t spot, PictureKnown known, PixelSize natural);
 
+  // Another number when anything below may have another answer.
+  unsigned Version() const { return version_; }
   std::size_t Count() const { return spots_.size(); }
   const PictureSpot& At(std::size_t spot) const { return spots_[spot]; }
   // Those of a line: the first one, and the one behind the last.
@@ -69,7 +74,10 @@ class PicturePlan {
   PixelSize NaturalSize(std::size_t spot) const { return StateOf(spot).natural; }
 
   // The user's: of one, and of all in these lines, which open unless all of them are.
-  void SetOpen(std::size_t spot, bool open) { StateOf(spot).chosen = open ? Chosen::kOpen : Chosen::kClosed; }
+  void SetOpen(std::size_t spot, bool open) {
+    StateOf(spot).chosen = open ? Chosen::kOpen : Chosen::kClosed;
+    ++version_;
+  }
   bool AllOpen(int firstLine, int lastLine) const;
   void SetAllOpen(int firstLine, int lastLine, bool open);
 
@@ -114,6 +122,7 @@ class PicturePlan {
   std::unordered_map<std::string, Occurrences> occurrencesOf_;
   unsigned round_ = 0;
   PictureScope scope_ = PictureScope::kNone;
+  unsigned version_ = 0;
 };
 
 }  // namespace quillet

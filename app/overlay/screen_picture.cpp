@@ -33,7 +33,7 @@ void ScreenPicture::Open(const QString& link) {
 void ScreenPicture::Close() {
   if (!IsOpen()) return;
   link_.clear();
-  scaled_ = {};
+  scaled_.Forget();
   store_.SetWishes(PictureUser::kOverScreen, {});
   emit Changed();
 }
@@ -68,16 +68,12 @@ void ScreenPicture::Paint(QPainter& painter, const OverlayPlace& place) {
   const PictureNow now = Now();
   if (now.image.isNull()) return PaintWords(painter, place, now);
   const qreal scale = view_.devicePixelRatioF();
-  const QSize size = FittedSize(now.size, bounds_, scale);
-  if (scaled_.size() != size || scaledFrom_ != now.image.cacheKey()) {
-    scaled_ = now.image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    scaledFrom_ = now.image.cacheKey();
-  }
+  const QImage& shown = scaled_.Of(now.image, FittedSize(now.size, bounds_, scale));
   // In device pixels a copy is a copy, whatever the scale factor.
   painter.save();
   painter.scale(1 / scale, 1 / scale);
-  painter.drawImage(QPoint((bounds_.width() - size.width()) / 2, (bounds_.height() - size.height()) / 2),
-                    scaled_);
+  painter.drawImage(QPoint((bounds_.width() - shown.width()) / 2, (bounds_.height() - shown.height()) / 2),
+                    shown);
   painter.restore();
 }
 

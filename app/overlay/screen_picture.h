@@ -10,6 +10,7 @@
 
 #include "app/overlay/overlay.h"
 #include "media/fetch/picture_store.h"
+#include "render/paint/scaled_copy.h"
 #include "settings/settings.h"
 
 namespace quillet {
@@ -51,8 +52,7 @@ class ScreenPicture : public QObject, public Overlay {
   QWidget& view_;
   QString link_;  // empty: closed
   QSize bounds_;  // device pixels
-  QImage scaled_;
-  qint64 scaledFrom_ = 0;
+  ScaledCopy scaled_;
 };
 
 }  // namespace quillet

@@ -1,11 +1,11 @@
 #include "app/page/article_pictures.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <set>
 #include <utility>
 
 #include "core/charset.h"
+#include "render/paint/scaled_copy.h"
 #include "render/style/article_parts.h"
 #include "render/style_colours.h"
 
@@ -47,8 +47,7 @@ void PutWords(const std::u16string& words, PageRow& row) {
 
 // An image that was scaled for the same bounds, and rounded otherwise, is drawn as it is.
 PixelSize DrawnSize(PixelSize wanted, const QImage& image) {
-  const bool isThat =
-      std::abs(image.width() - wanted.width) <= 1 && std::abs(image.height() - wanted.height) <= 1;
+  const bool isThat = IsNearlyAsLarge(image.size(), {wanted.width, wanted.height});
   return isThat ? PixelSize{image.width(), image.height()} : wanted;
 }
 
@@ -84,20 +83,34 @@ void ArticlePictures::Follow(const PictureRoom& room, Seen seen) {
   const Source source{parts_.article.Reading().Lines().Version(), parts_.article.RulesVersion(),
                       parts_.article.LineCount()};
   if (std::exchange(source_, source) != source) ReadSpots();
+  // Most frames show what the last one did.
+  if (followed_ == StateNow(seen)) return;
   LayBands();
   PictureSight sight = Sight();
-  for (int round = 0; round < kMostRounds && plan_.See(sight.first, sight.last); ++round) {
+  bool opens = true;
+  for (int round = 0; round < kMostRounds && (opens = plan_.See(sight.first, sight.last)); ++round) {
     LayBands();
     sight = Sight();
   }
   by_ = ArticleView::BandsBy::kThemselves;
   Want(sight, seen);
+  followed_.reset();
+  if (!opens) followed_ = StateNow(seen);
+}
+
+ArticlePictures::Followed ArticlePictures::StateNow(Seen seen) const {
+  return {.plan = plan_.Version(),
+          .room = room_,
+          .sight = Sight(),
+          .seen = seen,
+          .moves = parts_.settings.autoPlayGif};
 }
 
 // What is open stays so for when the article is back.
 void ArticlePictures::Close() {
   if (parts_.settings.work) parts_.article.SetBands({}, ArticleView::BandsBy::kThemselves);
   if (!std::exchange(isOn_, false)) return;
+  followed_.reset();
   wishes_.clear();
   parts_.store.SetWishes(PictureUser::kArticle, {});
 }

@@ -89,6 +89,16 @@ class ArticlePictures : public QObject {
 
     bool operator==(const Source&) const = default;
   };
+  // What bands and wishes follow from.
+  struct Followed {
+    unsigned plan = 0;
+    PictureRoom room;
+    PictureSight sight;
+    Seen seen = Seen::kNo;
+    bool moves = false;
+
+    bool operator==(const Followed&) const = default;
+  };
   struct Learned {
     PictureKnown known = PictureKnown::kNothing;
     PixelSize natural;
@@ -101,6 +111,7 @@ class ArticlePictures : public QObject {
   };
 
   bool IsOff() const;
+  Followed StateNow(Seen seen) const;
   void Close();
   void ReadSpots();
   std::vector<PictureSpot> SpotsOf() const;
@@ -128,6 +139,7 @@ class ArticlePictures : public QObject {
   const Parts parts_;
   PicturePlan plan_;
   PictureRoom room_;
+  std::optional<Followed> followed_;  // nothing: more may open
   Source source_;
   std::unordered_map<std::string, Learned> learned_;
   std::vector<PictureWish> wishes_;

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QRect>
 
+#include "render/paint/scaled_copy.h"
 #include "render/picture_zoom.h"
 
 namespace quillet {
@@ -14,13 +15,10 @@ class ShownPicture {
  public:
   // In device pixels, within `room`, which begins at the painter's origin.
   void Paint(QPainter& painter, QSize room, const QImage& image, const PictureZoom& zoom);
-  void Forget() { scaled_ = {}; }
+  void Forget() { scaled_.Forget(); }
 
  private:
-  const QImage& Scaled(const QImage& image, QSize size);
-
-  QImage scaled_;
-  qint64 scaledFrom_ = 0;
+  ScaledCopy scaled_;
 };
 
 }  // namespace quillet

@@ -27,7 +27,6 @@ class AnimationClock : public QObject {
   // Goes on where it is when it plays already for these bounds.
   void Play(const QString& link, const QByteArray& file, QSize bounds);
   void Stop(const QString& link);
-  bool IsPlaying(const QString& link) const { return players_.contains(link); }
   // The frame of now; null: none has been decoded yet, or nothing plays.
   QImage FrameOf(const QString& link) const;
   // Frames and files held, in bytes.
