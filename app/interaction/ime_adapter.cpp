@@ -7,6 +7,7 @@
 #include <QInputMethod>
 
 #include "input/key_control.h"
+#include "platform/composition_font.h"
 #include "render/paint/font_chain.h"
 
 namespace quillet {
@@ -26,6 +27,7 @@ void ImeAdapter::UpdatePosition(int cursorRow, int cursorCol, Move move, RowSize
   col_ = std::clamp(cursorCol, 0, kCols - 1);
   UpdateBox();
   QGuiApplication::inputMethod()->update(Qt::ImCursorRectangle | Qt::ImAnchorRectangle | Qt::ImFont);
+  SetCompositionFont(widget_.effectiveWinId(), family_.toStdU16String(), place.size);
 }
 
 void ImeAdapter::SetEnabled(bool enabled) {

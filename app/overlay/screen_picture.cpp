@@ -7,13 +7,6 @@ namespace {
 
 constexpr QColor kCurtain(0, 0, 0, 210);
 
-// No larger than it is, unless the screen makes its pixels smaller.
-QSize FittedSize(QSize natural, QSize bounds, qreal scale) {
-  const QSize wanted = (QSizeF(natural) * scale).toSize();
-  if (wanted.width() <= bounds.width() && wanted.height() <= bounds.height()) return wanted;
-  return wanted.scaled(bounds, Qt::KeepAspectRatio).expandedTo({1, 1});
-}
-
 }  // namespace
 
 ScreenPicture::ScreenPicture(PictureStore& store, const Settings& settings, QWidget& view)
@@ -46,7 +39,9 @@ void ScreenPicture::Click() {
 }
 
 void ScreenPicture::Place(const OverlayPlace& place) {
-  const QSize bounds = (QSizeF(place.area.size()) * view_.devicePixelRatioF()).toSize();
+  const qreal scale = view_.devicePixelRatioF();
+  // A pixel of the picture is one of the screen's, or what the screen makes of it.
+  const PictureBounds bounds((QSizeF(place.area.size()) * scale).toSize(), scale);
   if (settings_.work) Close();
   if (bounds == std::exchange(bounds_, bounds) || !IsOpen()) return;
   Want();
@@ -68,12 +63,13 @@ void ScreenPicture::Paint(QPainter& painter, const OverlayPlace& place) {
   const PictureNow now = Now();
   if (now.image.isNull()) return PaintWords(painter, place, now);
   const qreal scale = view_.devicePixelRatioF();
-  const QImage& shown = scaled_.Of(now.image, FittedSize(now.size, bounds_, scale));
+  const QImage& shown = scaled_.Of(now.image, FittedSize(now.size, bounds_));
   // In device pixels a copy is a copy, whatever the scale factor.
   painter.save();
   painter.scale(1 / scale, 1 / scale);
-  painter.drawImage(QPoint((bounds_.width() - shown.width()) / 2, (bounds_.height() - shown.height()) / 2),
-                    shown);
+  painter.drawImage(
+      QPoint((bounds_.most.width() - shown.width()) / 2, (bounds_.most.height() - shown.height()) / 2),
+      shown);
   painter.restore();
 }
 

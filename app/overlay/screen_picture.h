@@ -50,8 +50,8 @@ class ScreenPicture : public QObject, public Overlay {
   PictureStore& store_;
   const Settings& settings_;
   QWidget& view_;
-  QString link_;  // empty: closed
-  QSize bounds_;  // device pixels
+  QString link_;          // empty: closed
+  PictureBounds bounds_;  // device pixels
   ScaledCopy scaled_;
 };
 

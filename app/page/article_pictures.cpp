@@ -16,6 +16,8 @@ namespace {
 constexpr int kWordsCol = 2;
 // Placeholders of what has come into sight push other links out of it: no more rounds than this.
 constexpr int kMostRounds = 2;
+// How often is asked whether the article rests.
+constexpr int kMotionMs = 16;
 
 bool ShowsPicture(LinkKind kind) {
   return kind != LinkKind::kWeb && kind != LinkKind::kArticleCode;
@@ -185,10 +187,12 @@ void ArticlePictures::OnChanged(const QString& link) {
   }
   if (!isOn_ || !(learns || inSight)) return;
   learnsSoon_ |= learns;
-  soon_.start();
+  if (!soon_.isActive()) soon_.start(0);
 }
 
+// The motion's next step draws whatever has come, and nothing is drawn between two of them.
 void ArticlePictures::TellSoon() {
+  if (parts_.article.IsAnimating()) return soon_.start(kMotionMs);
   if (!std::exchange(learnsSoon_, false)) {
     emit ImagesChanged();
     return;
@@ -229,9 +233,11 @@ PictureSight ArticlePictures::Sight() const {
           .lastBelow = lineAt(top + window - 1 + PictureSight::kBelow * window)};
 }
 
-QSize ArticlePictures::BoundsOf(std::size_t spot) const {
-  const PixelSize most = MostOf(plan_.At(spot).size, room_);
-  return {most.width, most.height};
+PictureBounds ArticlePictures::BoundsOf(std::size_t spot) const {
+  const PictureSize size = plan_.At(spot).size;
+  const PixelSize most = MostOf(size, room_);
+  return {QSize(most.width, most.height),
+          size == PictureSize::kFullWidth ? PictureBounds::kAnyGrowth : room_.scale};
 }
 
 void ArticlePictures::Want(const PictureSight& sight, Seen seen) {

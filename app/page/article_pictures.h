@@ -127,7 +127,7 @@ class ArticlePictures : public QObject {
   void ShowOpened();
   PictureSight Sight() const;
   void Want(const PictureSight& sight, Seen seen);
-  QSize BoundsOf(std::size_t spot) const;
+  PictureBounds BoundsOf(std::size_t spot) const;
   QString LinkOf(std::size_t spot) const { return QString::fromStdString(plan_.At(spot).link); }
   std::optional<SpotPlace> SpotAtRow(int row) const;
   std::optional<std::size_t> SpotOfLink(int row, int firstCol) const;

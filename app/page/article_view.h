@@ -107,6 +107,8 @@ class ArticleView : public QObject {
   const PictureRows& Rows() const { return rows_; }
   int TopRow() const { return top_; }
   int TargetRow() const { return target_; }
+  // Each of its steps tells Changed.
+  bool IsAnimating() const { return animation_.isActive(); }
   int LastTopRow() const { return LastTop(rows_.Count(), inSight_); }
   // Whether the line will be in sight where the motion ends.
   bool WillShow(int line) const;

@@ -29,7 +29,7 @@ std::size_t AheadOf(const QImage& frame) {
 struct AnimationClock::Player {
   std::shared_ptr<std::atomic<bool>> dropped = std::make_shared<std::atomic<bool>>(false);
   std::shared_ptr<AnimationFrames> frames;
-  QSize bounds;
+  PictureBounds bounds;
   QImage now;
   qint64 dueAt = 0;  // when the next frame takes its place, on the clock's time
   std::deque<AnimationFrame> ahead;
@@ -90,7 +90,7 @@ AnimationClock::~AnimationClock() {
     *player->dropped = true;
 }
 
-void AnimationClock::Play(const QString& link, const QByteArray& file, QSize bounds) {
+void AnimationClock::Play(const QString& link, const QByteArray& file, const PictureBounds& bounds) {
   std::shared_ptr<Player>& player = players_[link];
   if (player && player->bounds == bounds) return;
   const QImage before = player ? player->now : QImage();

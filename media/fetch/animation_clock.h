@@ -9,10 +9,11 @@
 #include <QElapsedTimer>
 #include <QImage>
 #include <QObject>
-#include <QSize>
 #include <QString>
 #include <QThreadPool>
 #include <QTimer>
+
+#include "media/fetch/picture_bounds.h"
 
 namespace quillet {
 
@@ -25,7 +26,7 @@ class AnimationClock : public QObject {
   ~AnimationClock() override;
 
   // Goes on where it is when it plays already for these bounds.
-  void Play(const QString& link, const QByteArray& file, QSize bounds);
+  void Play(const QString& link, const QByteArray& file, const PictureBounds& bounds);
   void Stop(const QString& link);
   // The frame of now; null: none has been decoded yet, or nothing plays.
   QImage FrameOf(const QString& link) const;

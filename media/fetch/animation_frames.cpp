@@ -5,7 +5,7 @@
 
 namespace quillet {
 
-AnimationFrames::AnimationFrames(QByteArray file, QSize bounds,
+AnimationFrames::AnimationFrames(QByteArray file, const PictureBounds& bounds,
                                  std::shared_ptr<const std::atomic<bool>> dropped)
     : file_(std::move(file)), bounds_(bounds), dropped_(std::move(dropped)) {}
 

@@ -10,7 +10,6 @@
 #include <QByteArray>
 #include <QImage>
 #include <QImageReader>
-#include <QSize>
 
 #include "media/fetch/picture_decoder.h"
 
@@ -31,7 +30,8 @@ inline constexpr int kHurriedMs = 100;
 class AnimationFrames {
  public:
   // `dropped` ends whatever is at work for good; both outlive every call.
-  AnimationFrames(QByteArray file, QSize bounds, std::shared_ptr<const std::atomic<bool>> dropped);
+  AnimationFrames(QByteArray file, const PictureBounds& bounds,
+                  std::shared_ptr<const std::atomic<bool>> dropped);
   ~AnimationFrames();
 
   // Nothing where there is no frame that can be read, or, the passes that the file asks for being over, no
@@ -44,7 +44,7 @@ class AnimationFrames {
   QImage ReadFrame();
 
   QByteArray file_;
-  QSize bounds_;
+  PictureBounds bounds_;
   std::shared_ptr<const std::atomic<bool>> dropped_;
   std::unique_ptr<DroppableBytes> device_;
   std::unique_ptr<QImageReader> reader_;

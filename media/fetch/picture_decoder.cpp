@@ -18,7 +18,7 @@ DecodedFile Failed(PictureFault fault, QSize natural = {}) {
   return {fault, natural, {}, false};
 }
 
-DecodedFile Decode(const QByteArray& file, QSize bounds, const std::atomic<bool>& dropped,
+DecodedFile Decode(const QByteArray& file, const PictureBounds& bounds, const std::atomic<bool>& dropped,
                    std::chrono::milliseconds patience) {
   const PictureHeader header = ReadPictureHeader({file.constData(), static_cast<std::size_t>(file.size())});
   const QSize natural(header.width, header.height);
@@ -42,13 +42,6 @@ DecodedFile Decode(const QByteArray& file, QSize bounds, const std::atomic<bool>
 }
 
 }  // namespace
-
-QSize FittedSize(QSize natural, QSize bounds) {
-  if (bounds.isEmpty() || natural.isEmpty() ||
-      (natural.width() <= bounds.width() && natural.height() <= bounds.height()))
-    return natural;
-  return natural.scaled(bounds, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
-}
 
 DroppableBytes::DroppableBytes(QByteArray bytes, const std::atomic<bool>& dropped,
                                std::chrono::milliseconds patience)
@@ -74,7 +67,8 @@ qint64 DroppableBytes::writeData(const char* /*data*/, qint64 /*size*/) {
   return -1;
 }
 
-std::unique_ptr<QImageReader> ReaderOf(QIODevice& device, const PictureHeader& header, QSize bounds) {
+std::unique_ptr<QImageReader> ReaderOf(QIODevice& device, const PictureHeader& header,
+                                       const PictureBounds& bounds) {
   // The toolkit's own limit, which holds for every reader of the program.
   [[maybe_unused]] static const bool limited =
       (QImageReader::setAllocationLimit(kMostDecodedMegabytes), true);
@@ -102,7 +96,7 @@ QImage Drawable(QImage image) {
   return image;
 }
 
-DecodedFile DecodeFile(const QByteArray& file, QSize bounds, const std::atomic<bool>& dropped,
+DecodedFile DecodeFile(const QByteArray& file, const PictureBounds& bounds, const std::atomic<bool>& dropped,
                        std::chrono::milliseconds patience) {
   try {
     return Decode(file, bounds, dropped, patience);

@@ -1,4 +1,4 @@
-// Turns the bytes of a picture's file into an image no larger than it is shown. The file is anybody's: its
+// Turns the bytes of a picture's file into an image as large as it is shown. The file is anybody's: its
 // format is told by its content, its pixels are limited before anything is decoded, and decoders get no other
 // limit on memory than kMostDecodedMegabytes. Any thread but the user interface's; blocks as long as decoding
 // takes.
@@ -14,6 +14,7 @@
 #include <QImage>
 #include <QImageReader>
 
+#include "media/fetch/picture_bounds.h"
 #include "media/fetch/picture_fault.h"
 #include "media/fetch/picture_header.h"
 
@@ -21,9 +22,6 @@ namespace quillet {
 
 // For one image, whole; what is scaled while it is decoded needs less.
 inline constexpr int kMostDecodedMegabytes = 256;
-
-// `bounds` as for DecodeFile.
-QSize FittedSize(QSize natural, QSize bounds);
 
 // For one image: a few bytes may ask for hours of work. Generous, for a large picture on a slow machine.
 inline constexpr std::chrono::seconds kDecodePatience{30};
@@ -59,13 +57,14 @@ struct DecodedFile {
   bool isAnimation = false;
 };
 
-// Scaled down so far that it fits the bounds, and never up; empty bounds are none. Of an animation the first
-// frame. Once `dropped` is true nobody wants the result, which comes early and means nothing.
-DecodedFile DecodeFile(const QByteArray& file, QSize bounds, const std::atomic<bool>& dropped,
+// As large as the bounds say. Of an animation the first frame. Once `dropped` is true nobody wants the
+// result, which comes early and means nothing.
+DecodedFile DecodeFile(const QByteArray& file, const PictureBounds& bounds, const std::atomic<bool>& dropped,
                        std::chrono::milliseconds patience = kDecodePatience);
 
 // What it takes to read a picture of a known header, and each frame of one that moves. `device` outlives it.
-std::unique_ptr<QImageReader> ReaderOf(QIODevice& device, const PictureHeader& header, QSize bounds);
+std::unique_ptr<QImageReader> ReaderOf(QIODevice& device, const PictureHeader& header,
+                                       const PictureBounds& bounds);
 // The format that images are drawn from without being converted at each time, and nothing but the pixels;
 // null where memory does not do.
 QImage Drawable(QImage image);

@@ -30,7 +30,7 @@ void PictureStore::SetWishes(PictureUser user, std::vector<PictureWish> wishes) 
   work_->SetWishes(user, std::move(wishes));
 }
 
-PictureNow PictureStore::Look(const QString& link, QSize bounds) const {
+PictureNow PictureStore::Look(const QString& link, const PictureBounds& bounds) const {
   return work_->Look(link, bounds);
 }
 

@@ -38,7 +38,7 @@ class PictureStore : public QObject {
 
   // What there is for these bounds: where the picture has not been decoded for them yet, the nearest that it
   // has been decoded to.
-  PictureNow Look(const QString& link, QSize bounds) const;
+  PictureNow Look(const QString& link, const PictureBounds& bounds) const;
 
   // Forgets why it failed. Fetches it where somebody wants it.
   void TryAgain(const QString& link);

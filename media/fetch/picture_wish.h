@@ -8,6 +8,7 @@
 #include <QSize>
 #include <QString>
 
+#include "media/fetch/picture_bounds.h"
 #include "media/fetch/picture_fault.h"
 
 namespace quillet {
@@ -19,8 +20,8 @@ enum class Motion : std::uint8_t {
 
 // How one link's picture is wanted now.
 struct PictureWish {
-  QString link;  // as it stands in the text
-  QSize bounds;  // device pixels that it is shown in at most; it is decoded no larger than that needs
+  QString link;          // as it stands in the text
+  PictureBounds bounds;  // device pixels that it is shown in
   Motion motion = Motion::kStill;
 
   bool operator==(const PictureWish&) const = default;
@@ -41,8 +42,8 @@ enum class PictureStage : std::uint8_t {
 struct PictureNow {
   PictureStage stage = PictureStage::kWaiting;
   QSize size;  // natural, in pixels, turned as it is shown; from kSized on
-  // To be drawn: RGB32 or ARGB32_Premultiplied, its sides those of `size` or, scaled down, what the bounds
-  // take. For an animation the frame of now. Implicitly shared.
+  // To be drawn: RGB32 or ARGB32_Premultiplied, as large as the bounds let it be. For an animation the frame
+  // of now. Implicitly shared.
   QImage image;
   bool isAnimation = false;  // told with the whole file
   PictureFault fault = PictureFault::kNone;

@@ -115,7 +115,7 @@ void StoreWork::SetWishes(PictureUser user, std::vector<PictureWish> wishes) {
   Schedule();
 }
 
-PictureNow StoreWork::Look(const QString& link, QSize bounds) const {
+PictureNow StoreWork::Look(const QString& link, const PictureBounds& bounds) const {
   const ShelvedPicture* const picture = shelf_.Find(link);
   if (picture == nullptr) return {};
   PictureNow now = picture->now;
@@ -254,7 +254,7 @@ void StoreWork::ServeImage(const PictureWish& wish, ShelvedPicture& picture, boo
     Decode(wish.link, picture, wish.bounds);
   if (isDecoded && isToPlay) {
     playing_.insert(wish.link, size);
-    clock_.Play(wish.link, picture.bytes, size);
+    clock_.Play(wish.link, picture.bytes, wish.bounds);
   }
 }
 
@@ -290,7 +290,7 @@ bool StoreWork::HasDecoderFor(const ShelvedPicture& picture) const {
          (decodes_ < decoders_->maxThreadCount() && workBytes_ + picture.workBytes <= kMostWorkBytes);
 }
 
-void StoreWork::Decode(const QString& link, ShelvedPicture& picture, QSize bounds) {
+void StoreWork::Decode(const QString& link, ShelvedPicture& picture, const PictureBounds& bounds) {
   ++decodes_;
   workBytes_ += picture.workBytes;
   decoding_.insert(link);
@@ -408,7 +408,7 @@ void StoreWork::ShowPartial(const QString& link, ShelvedPicture& picture, const 
   isShowingPartial_ = true;
   RunOnWorker(
       *decoders_, this,
-      [bytes, bounds = FittedSize(picture.now.size, picture.wanted.front())] {
+      [bytes, bounds = PictureBounds(picture.wanted.front(), PictureBounds::kAnyGrowth)] {
         const std::atomic<bool> wanted{false};
         return DecodeFile(bytes, bounds, wanted);
       },

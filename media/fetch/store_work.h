@@ -36,7 +36,7 @@ class StoreWork : public QObject {
   void SetHosts(const MediaHosts& hosts);
   void SetLoopbackHosts(const std::vector<LoopbackHost>& hosts);
   void SetWishes(PictureUser user, std::vector<PictureWish> wishes);
-  PictureNow Look(const QString& link, QSize bounds) const;
+  PictureNow Look(const QString& link, const PictureBounds& bounds) const;
   void TryAgain(const QString& link);
   PictureFile FileOf(const QString& link) const;
   void EmptyDiskCache();
@@ -66,7 +66,7 @@ class StoreWork : public QObject {
   void Seek(const QString& link, ShelvedPicture& picture);
   void Fetch(const QString& link, ShelvedPicture& picture, ChaseGoal goal);
   bool HasDecoderFor(const ShelvedPicture& picture) const;
-  void Decode(const QString& link, ShelvedPicture& picture, QSize bounds);
+  void Decode(const QString& link, ShelvedPicture& picture, const PictureBounds& bounds);
   void KeepFiles();
   void PutFilesAway(const Turn& turn);
 

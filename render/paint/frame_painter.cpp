@@ -62,7 +62,6 @@ struct FramePainter::Impl {
   GlyphCache cache{kCacheBudget};
   LabelCache labels;
   BackdropPainter backdrop;
-  PicturePainter picturePainter;
   std::vector<FramePicture> pictures;  // of the frame that is drawn
   WarmUpRun warmUp;
   WarmUpRun warmUpPush;
@@ -256,8 +255,8 @@ void FramePainter::Impl::PaintStrip(int row) {
   if (picture == nullptr || strip.size.IsEmpty()) return;
   const bool dim = PaletteKindFor(settings) == PaletteKind::kDark;
   const QRect band = BandOf(row);
-  picturePainter.Paint(image, band, {std::max(layout.originX, 0), band.top() + strip.top}, *picture,
-                       colours.At(kOutlineIndex), dim ? PictureLight::kDim : PictureLight::kFull);
+  PaintPicture(image, band, {std::max(layout.originX, 0), band.top() + strip.top}, *picture,
+               colours.At(kOutlineIndex), dim ? PictureLight::kDim : PictureLight::kFull);
 }
 
 void FramePainter::Impl::PaintCells(Brush& brush, int row, const RowChange& change) {

@@ -48,13 +48,14 @@ TEST(PictureHeaderTest, TheFirstBytesTellFormatAndSizeAndNoneTellWrong) {
   EXPECT_EQ(HeaderOf("<svg xmlns='http://www.w3.org/2000/svg'/>").format, PictureFormat::kUnknown);
 }
 
-TEST(PictureDecoderTest, APictureIsDecodedNoLargerThanItIsShown) {
+TEST(PictureDecoderTest, APictureIsDecodedAsLargeAsItIsShown) {
   for (const char* const format : {"jpeg", "png", "bmp", "webp"}) {
     const QByteArray file = PictureFileBytes(DrawnPicture(300, 50), format);
     if (file.isEmpty()) continue;
-    EXPECT_EQ(DecodeFile(file, QSize(100, 100), kWanted).image.size(), QSize(100, 16)) << format;
+    EXPECT_EQ(DecodeFile(file, QSize(100, 100), kWanted).image.size(), QSize(100, 17)) << format;
     EXPECT_EQ(DecodeFile(file, QSize(), kWanted).image.size(), QSize(300, 50)) << format;
     EXPECT_EQ(DecodeFile(file, QSize(1000, 1000), kWanted).image.size(), QSize(300, 50)) << format;
+    EXPECT_EQ(DecodeFile(file, {QSize(1000, 1000), 1.5}, kWanted).image.size(), QSize(450, 75)) << format;
   }
   EXPECT_EQ(DecodeFile(TurnedJpeg(), QSize(100, 60), kWanted).image.size(), QSize(10, 60));
   EXPECT_EQ(DecodeFile(TurnedJpeg(), QSize(), kWanted).image.size(), QSize(50, 300));
