@@ -12,16 +12,14 @@
 #include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
-#include <spawn.h>
-#include <string>
 #include <string_view>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
 
 #include <QApplication>
 #include <QEvent>
+#include <QEventLoop>
 #include <QLabel>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -49,7 +47,7 @@ class FirstFrame : public QObject {
       QTimer::singleShot(0, this, [] {
         std::printf("%" PRId64 "\n", NowNs());
         std::fflush(stdout);
-        _exit(0);
+        std::_Exit(0);
       });
     }
     return false;
@@ -73,31 +71,51 @@ int RunBare(int argc, char** argv) {
   return QApplication::exec();
 }
 
-// In milliseconds.
-double LifeOf(const std::string& program, const char* what) {
-  std::string name = program, flag = "--child", kind = what;
-  std::array<char*, 4> arguments{name.data(), flag.data(), kind.data(), nullptr};
-  pid_t child = 0;
-  int status = -1;
-  const std::int64_t begin = NowNs();
-  const bool hasRun =
-      posix_spawn(&child, program.c_str(), nullptr, nullptr, arguments.data(), environ) == 0 &&
-      waitpid(child, &status, 0) == child && status == 0;
-  if (!hasRun) {
-    std::fprintf(stderr, "start_bench: %s ends wrongly\n", what);
+// Of a process of this program's: what it has written once it has ended, and when it was begun.
+struct Child {
+  explicit Child(const QString& what) {
+    QProcess process;
+    QEventLoop loop;
+    QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
+    QObject::connect(&process, &QProcess::errorOccurred, &loop, &QEventLoop::quit);
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    begin = NowNs();
+    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--child"), what});
+    loop.exec();
+    end = NowNs();
+    written = process.readAllStandardOutput();
+    if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0) return;
+    std::fprintf(stderr, "start_bench: %s ends wrongly\n", qPrintable(what));
     std::exit(1);
   }
-  return static_cast<double>(NowNs() - begin) / 1e6;
+
+  std::int64_t begin = 0, end = 0;
+  QByteArray written;
+};
+
+// In milliseconds.
+double LifeOf(const QString& what) {
+  const Child child(what);
+  return static_cast<double>(child.end - child.begin) / 1e6;
 }
 
-void CompareHandOver(const std::string& program) {
+// In milliseconds.
+double TimeOfStart(const QString& what) {
+  const Child child(what);
+  const std::int64_t painted = child.written.trimmed().toLongLong();
+  if (painted != 0) return static_cast<double>(painted - child.begin) / 1e6;
+  std::fprintf(stderr, "start_bench: %s shows no window\n", qPrintable(what));
+  std::exit(1);
+}
+
+void CompareHandOver() {
   constexpr int kRounds = 50;
   std::atomic<int> taken = 0;
   const auto window = ListenForLinks([&taken](const std::u16string&) { return ++taken > 0; });
   std::vector<double> ours, bare, ratios;
   for (int round = 0; round < kRounds; ++round) {
-    ours.push_back(LifeOf(program, "link"));
-    bare.push_back(LifeOf(program, "core"));
+    ours.push_back(LifeOf(QStringLiteral("link")));
+    bare.push_back(LifeOf(QStringLiteral("core")));
     ratios.push_back(ours.back() / bare.back());
   }
   std::printf(
@@ -106,38 +124,24 @@ void CompareHandOver(const std::string& program) {
       kRounds);
 }
 
-// In milliseconds.
-double TimeOfStart(const std::string& program, const char* what) {
-  const std::string command = program + " --child " + what;
-  const std::int64_t begin = NowNs();
-  std::FILE* const child = popen(command.c_str(), "r");
-  std::int64_t end = 0;
-  const bool hasTold = child != nullptr && std::fscanf(child, "%" SCNd64, &end) == 1;
-  if (child != nullptr) pclose(child);
-  if (!hasTold) {
-    std::fprintf(stderr, "start_bench: %s shows no window\n", what);
-    std::exit(1);
-  }
-  return static_cast<double>(end - begin) / 1e6;
-}
-
-int Compare(const std::string& program) {
+int Compare(int argc, char** argv) {
+  const QCoreApplication loops(argc, argv);
   constexpr int kRounds = 25;
   // Nothing of the user's is read, and nothing is left in it.
   const QTemporaryDir home;
   for (const char* variable :
-       {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"})
+       {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR", "LOCALAPPDATA"})
     qputenv(variable, home.path().toUtf8());
   std::vector<double> ours, bare, ratios;
   for (int round = 0; round < kRounds; ++round) {
-    ours.push_back(TimeOfStart(program, "program"));
-    bare.push_back(TimeOfStart(program, "bare"));
+    ours.push_back(TimeOfStart(QStringLiteral("program")));
+    bare.push_back(TimeOfStart(QStringLiteral("bare")));
     ratios.push_back(ours.back() / bare.back());
   }
   std::printf(
       "from the start to the first frame: %.0f ms, a bare window %.0f; %.2f times as long (medians of %d)\n",
       PercentilesOf(ours).median, PercentilesOf(bare).median, PercentilesOf(ratios).median, kRounds);
-  CompareHandOver(program);
+  CompareHandOver();
   return 0;
 }
 
@@ -148,7 +152,7 @@ int RunLink(char* program) {
 }
 
 int Run(int argc, char** argv) {
-  if (argc < 3 || std::string_view(argv[1]) != "--child") return Compare(argv[0]);
+  if (argc < 3 || std::string_view(argv[1]) != "--child") return Compare(argc, argv);
   const std::string_view what = argv[2];
   if (what == "bare") return RunBare(argc, argv);
   if (what == "link") return RunLink(argv[0]);

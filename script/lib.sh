@@ -8,6 +8,8 @@ die() { printf '%s\n' "$*" >&2; exit 1; }
 # Debian packages, by what they are for.
 build_packages="g++ cmake ninja-build pkg-config ccache qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev libssl-dev libssh-dev libcpprest-dev libboost-dev libxml2-dev"
 run_packages="fonts-noto-cjk ca-certificates xdg-utils"
+windows_packages="g++-mingw-w64-x86-64-posix cmake ninja-build ccache googletest"
+wine_packages="wine wine64 fonts-noto-cjk"
 test_packages="libgtest-dev libgmock-dev clang-format clang-tidy clang"
 bench_packages="libbenchmark-dev libvterm-dev valgrind"
 package_packages="dpkg-dev file git gzip lintian desktop-file-utils appstream man-db mandoc"

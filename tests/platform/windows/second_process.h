@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 #include <windows.h>
+// The system's name for another call, which stands in the way of the seam's.
+#undef ReplaceFile
 
 namespace quillet {
 
