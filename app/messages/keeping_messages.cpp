@@ -62,6 +62,10 @@ PanelText DescribeNothingToPrint() {
   return ProblemNotice(u"文章沒有列印"_qs, {u"文章還沒讀完就離開了。"_qs});
 }
 
+PanelText DescribeNoPrinter() {
+  return ProblemNotice(u"文章沒有列印"_qs, {u"這台電腦沒有印表機。"_qs});
+}
+
 QString DescribeLogBegun(const std::filesystem::path& file) {
   return u"開始記錄連線內容：%1"_qs.arg(ShownPath(file.filename()));
 }

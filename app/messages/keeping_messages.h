@@ -30,6 +30,7 @@ QString DescribePrinted(const QString& where);
 QString DescribePrintWaits();
 PanelText DescribeNotPrinted(const QString& where);
 PanelText DescribeNothingToPrint();
+PanelText DescribeNoPrinter();
 
 // The session log.
 QString DescribeLogBegun(const std::filesystem::path& file);

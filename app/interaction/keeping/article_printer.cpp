@@ -1,6 +1,8 @@
 #include "app/interaction/keeping/article_printer.h"
 
+#include <QOperatingSystemVersion>
 #include <QPrintDialog>
+#include <QPrinterInfo>
 
 #include "app/interaction/keeping/article_pages.h"
 #include "app/messages/keeping_messages.h"
@@ -19,7 +21,13 @@ ArticlePrinter::ArticlePrinter(const KeepingParts& parts, KeepingHandlers handle
   connect(&parts_.connection, &Connection::ConnectionBegins, this, &ArticlePrinter::GiveUp);
 }
 
+bool ArticlePrinter::CanAsk() {
+  return QOperatingSystemVersion::currentType() != QOperatingSystemVersion::Windows ||
+         !QPrinterInfo::availablePrinters().isEmpty();
+}
+
 void ArticlePrinter::Print() {
+  if (!CanAsk()) return handlers_.notice(DescribeNoPrinter());
   const ArticleInfo article = parts_.connection.Seen().article;
   auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
   const QString title = QString::fromStdU16String(article.title);

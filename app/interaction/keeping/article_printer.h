@@ -18,7 +18,10 @@ class ArticlePrinter : public QObject {
  public:
   ArticlePrinter(const KeepingParts& parts, KeepingHandlers handlers);
 
-  // Asks on which printer, and prints.
+  // Whether the system has a dialog to ask with: Windows has one for printers only, others print to files
+  // too.
+  static bool CanAsk();
+  // Asks on which printer, and prints; says so where there is none.
   void Print();
   // More of the article may have been read.
   void OnScreen();

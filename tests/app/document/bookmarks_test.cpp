@@ -60,7 +60,8 @@ TEST_F(BookmarksTest, TheOpenArticleIsPutInAndTakenOut) {
   EXPECT_TRUE(Marks().HasOpenArticle() && Marks().ToggleOpenArticle());
   EXPECT_EQ(ends, (std::vector{BookmarkEnd::kNoCode, BookmarkEnd::kAdded, BookmarkEnd::kRemoved}));
   // Another program has added it meanwhile.
-  std::filesystem::copy_file(theirs, file, std::filesystem::copy_options::overwrite_existing);
+  std::filesystem::remove(file);
+  std::filesystem::copy_file(theirs, file);
   TellCode(u"1XYZabcd");
   EXPECT_TRUE(Marks().HasOpenArticle());
   doc->GetConnection().Disconnect();

@@ -1,7 +1,6 @@
 // A session by mouse and by keyboard, from the events that the window gets to what the BBS shows: browsing,
 // selecting, copying, links and lists of names. The demo BBS has one more board, of the texts in
 // tests/app/data.
-#include <fstream>
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -498,9 +497,7 @@ TEST_F(HandsTest, KeysOverAnIdChangeItsEntryInTheLists) {
   const unsigned screens = View().ScreenCount();
   PointAt(At(row, col + 2.5));
   TypeText("`");
-  std::ifstream file(ProgramHome() / "black.txt", std::ios::binary);
-  const std::string kept{std::istreambuf_iterator<char>(file), {}};
-  EXPECT_NE(kept.find(Utf8(kAuthor)), std::string::npos);
+  EXPECT_NE(FileAt(ProgramHome() / "black.txt").find(Utf8(kAuthor)), std::string::npos);
   TypeText("`");
   EXPECT_EQ(doc->GetSettings().Store().Names().Find(kAuthor), nullptr);
   TypeText("3");

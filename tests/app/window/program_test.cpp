@@ -73,7 +73,8 @@ class Home {
  private:
   static QByteArray Read(const QString& file) {
     QFile input(file);
-    return input.open(QIODevice::ReadOnly) ? input.readAll() : QByteArray();
+    // Lines end as the system's do.
+    return input.open(QIODevice::ReadOnly | QIODevice::Text) ? input.readAll() : QByteArray();
   }
 
   QTemporaryDir folder_;
@@ -113,7 +114,8 @@ TEST(ProgramTest, MissingTablesAreToldByNameAndFolder) {
       {"--demo", "--content", QUILLET_SOURCE_DIR "/demo/content", "--tour", folder.filePath("pictures")},
       alone);
   EXPECT_EQ(finished.exitCode, 1);
-  for (const QString& said : {u"缺少字元對照表"_qs, u"b2u2.bin"_qs, u"u2b2.bin"_qs, folder.filePath("Data")})
+  for (const QString& said : {u"缺少字元對照表"_qs, u"b2u2.bin"_qs, u"u2b2.bin"_qs,
+                              QDir::toNativeSeparators(folder.filePath("Data"))})
     EXPECT_TRUE(finished.errors.contains(said))
         << said.toStdString() << " in " << finished.errors.toStdString();
 }
