@@ -14,7 +14,9 @@ class WithApplication : public testing::Test {
     static int argc = 1;
     static char name[] = "render_paint_tests";
     static char* argv[] = {name, nullptr};
-    static const QGuiApplication application(argc, argv);
+    // Never ended: at the program's exit, what it stands on may be gone before it.
+    static const auto* const application = new QGuiApplication(argc, argv);
+    ASSERT_NE(application, nullptr);
     LoadTestTables();
   }
 };

@@ -441,7 +441,8 @@ TEST_F(OptionsDlgTest, ButtonsDoWhatTheySay) {
     static_cast<QDialog*>(browser)->accept();
   });
   Named<QToolButton>("browse").click();
-  EXPECT_EQ(QDir::fromNativeSeparators(Named<QLineEdit>("BackgroundPicture").text()), path);
+  EXPECT_EQ(QDir::fromNativeSeparators(Named<QLineEdit>("BackgroundPicture").text()),
+            QDir::fromNativeSeparators(path));
 }
 
 }  // namespace
