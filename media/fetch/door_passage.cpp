@@ -3,27 +3,18 @@
 #include <algorithm>
 #include <utility>
 
-#include <QtEndian>
-
 namespace quillet {
 namespace {
 
 constexpr int kDoorPatienceMs = 10'000;  // for what the client has to say, and for each address
 constexpr qint64 kBuffer = 256 * 1024;
 
-constexpr char kVersion = 5;
-constexpr char kPasswordVersion = 1;
-constexpr char kByPassword = 2;
-constexpr char kNoWay = static_cast<char>(0xFF);
-constexpr char kConnectTo = 1;
-constexpr char kFourBytes = 1, kName = 3, kSixteenBytes = 4;
-
-constexpr char kGranted = 0, kFailed = 1, kNotAllowed = 2, kHostUnreachable = 4, kRefusedByHost = 5,
-               kUnknownCommand = 7;
-
-qsizetype LengthAt(const QByteArray& bytes, qsizetype at) {
-  return static_cast<quint8>(bytes.at(at));
-}
+// The network library tells these four from each other, and what it makes of them is what the user is told.
+constexpr const char* kGranted = "200 OK";
+constexpr const char* kNotAllowed = "403 Forbidden";
+constexpr const char* kHostUnreachable = "404 Not Found";
+constexpr const char* kRefusedByHost = "503 Service Unavailable";
+constexpr const char* kNotUnderstood = "400 Bad Request";
 
 }  // namespace
 
@@ -64,87 +55,31 @@ DoorPassage::DoorPassage(QTcpSocket* client, AddressRule rule, QByteArray passwo
   OnClientBytes();
 }
 
+// "CONNECT host:port HTTP/1.1", headers, an empty line. Only the lines up to there are taken, and nothing of
+// them is kept but the first.
 void DoorPassage::OnClientBytes() {
   if (step_ == Step::kOpen) return PumpOut();
-  if (step_ == Step::kResolving || step_ == Step::kConnecting || step_ == Step::kRefused) return;
-  asked_ += client_->readAll();
-  qsizetype taken = 0;
-  do {
-    switch (step_) {
-      case Step::kGreeting:
-        taken = TakeGreeting();
-        break;
-      case Step::kPassword:
-        taken = TakePassword();
-        break;
-      case Step::kRequest:
-        taken = TakeRequest();
-        break;
-      default:
-        return;
-    }
-    asked_.remove(0, taken);
-  } while (taken > 0);
+  while (step_ == Step::kRequest && client_->canReadLine()) {
+    const QByteArray line = client_->readLine().trimmed();
+    if (line.isEmpty()) return OnRequest();
+    if (request_.isEmpty())
+      request_ = line;
+    else if (line == password_)
+      isKnown_ = true;
+  }
 }
 
-// Version, count, that many methods.
-qsizetype DoorPassage::TakeGreeting() {
-  if (asked_.size() < 2) return 0;
-  const bool isVersion = asked_.at(0) == kVersion;
-  const qsizetype size = 2 + LengthAt(asked_, 1);
-  if (isVersion && asked_.size() < size) return 0;
-  const bool isKnown = isVersion && asked_.first(size).indexOf(kByPassword, 2) >= 0;
-  client_->write(QByteArray{}.append(kVersion).append(isKnown ? kByPassword : kNoWay));
-  if (!isKnown) {
-    HangUp();
-    return 0;
-  }
-  step_ = Step::kPassword;
-  return size;
-}
-
-// Version, user with its length in front, password likewise.
-qsizetype DoorPassage::TakePassword() {
-  if (asked_.size() < 2) return 0;
-  const qsizetype passwordAt = 2 + LengthAt(asked_, 1);
-  if (asked_.size() <= passwordAt) return 0;
-  const qsizetype size = passwordAt + 1 + LengthAt(asked_, passwordAt);
-  if (asked_.size() < size) return 0;
-  const bool isRight = asked_.at(0) == kPasswordVersion &&
-                       asked_.sliced(passwordAt + 1).startsWith(password_) &&
-                       size == passwordAt + 1 + password_.size();
-  client_->write(QByteArray{}.append(kPasswordVersion).append(isRight ? kGranted : kFailed));
-  if (!isRight) {
-    HangUp();
-    return 0;
-  }
-  step_ = Step::kRequest;
-  return size;
-}
-
-// Version, command, a zero, the kind of address, the address, two bytes of port.
-qsizetype DoorPassage::TakeRequest() {
-  constexpr qsizetype kAddressAt = 4;
-  if (asked_.size() <= kAddressAt) return 0;
-  const char kind = asked_.at(3);
-  const qsizetype first = kAddressAt + (kind == kName ? 1 : 0);
-  const qsizetype length = kind == kName           ? LengthAt(asked_, kAddressAt)
-                           : kind == kFourBytes    ? 4
-                           : kind == kSixteenBytes ? 16
-                                                   : 0;
-  const qsizetype size = first + length + 2;
-  if (asked_.size() < size) return 0;
-  if (asked_.at(1) != kConnectTo || length == 0) {
-    Answer(kUnknownCommand);
-    return 0;
-  }
-  const QByteArray address = asked_.mid(first, length);
-  port_ = qFromBigEndian<quint16>(asked_.constData() + first + length);
-  const auto* const bytes = reinterpret_cast<const quint8*>(address.constData());
-  Resolve(kind == kName        ? QString::fromLatin1(address)
-          : kind == kFourBytes ? QHostAddress(qFromBigEndian<quint32>(bytes)).toString()
-                               : QHostAddress(bytes).toString());
-  return size;
+void DoorPassage::OnRequest() {
+  if (!isKnown_) return Refuse(kNotAllowed);
+  const QList<QByteArray> words = request_.split(' ');
+  if (words.size() != 3 || words[0] != "CONNECT") return Refuse(kNotUnderstood);
+  const QByteArray& target = words[1];
+  const qsizetype colon = target.lastIndexOf(':');
+  port_ = target.sliced(colon + 1).toUShort();
+  QByteArray host = target.first(std::max<qsizetype>(colon, 0));
+  if (host.startsWith('[') && host.endsWith(']')) host = host.sliced(1).chopped(1);
+  if (host.isEmpty() || port_ == 0) return Refuse(kNotUnderstood);
+  Resolve(QString::fromLatin1(host));
 }
 
 void DoorPassage::Resolve(const QString& host) {
@@ -157,11 +92,11 @@ void DoorPassage::Resolve(const QString& host) {
 }
 
 void DoorPassage::TryAddresses(const QList<QHostAddress>& addresses) {
-  if (addresses.isEmpty()) return Answer(kHostUnreachable);
+  if (addresses.isEmpty()) return Refuse(kHostUnreachable);
   // All of them: a name that means both the world and this network is not one to be tried out.
   if (!std::all_of(addresses.cbegin(), addresses.cend(), rule_)) {
     emit Refused(host_);
-    return Answer(kNotAllowed);
+    return Refuse(kNotAllowed);
   }
   addresses_ = addresses;
   step_ = Step::kConnecting;
@@ -170,7 +105,7 @@ void DoorPassage::TryAddresses(const QList<QHostAddress>& addresses) {
 
 void DoorPassage::ConnectNext() {
   if (addresses_.isEmpty())
-    return Answer(upstream_.error() == QAbstractSocket::ConnectionRefusedError ? kRefusedByHost
+    return Refuse(upstream_.error() == QAbstractSocket::ConnectionRefusedError ? kRefusedByHost
                                                                                : kHostUnreachable);
   patience_.start(kDoorPatienceMs);
   upstream_.abort();
@@ -185,16 +120,14 @@ void DoorPassage::OnConnected() {
   PumpOut();
 }
 
-// All answers are alike, and nobody reads the address in them. But for the good one it is the last word.
-void DoorPassage::Answer(char reply) {
-  client_->write(QByteArray{}.append(kVersion).append(reply).append('\0').append(kFourBytes).append(6, '\0'));
-  if (reply != kGranted) HangUp();
+void DoorPassage::Answer(const char* status) {
+  client_->write(QByteArray("HTTP/1.1 ").append(status).append("\r\n\r\n"));
 }
 
-// Once what has been written is gone.
-void DoorPassage::HangUp() {
+// Hangs up once this last word is gone.
+void DoorPassage::Refuse(const char* status) {
   step_ = Step::kRefused;
-  asked_.clear();
+  Answer(status);
   patience_.start(kDoorPatienceMs);
   client_->disconnectFromHost();
 }

@@ -1,5 +1,6 @@
-// One connection through the guarded door: what the network library asks by SOCKS 5 (RFC 1928, RFC 1929), the
-// look at where it leads, and then bytes both ways. On the door's thread; ends and goes by itself.
+// One connection through the guarded door: what the network library asks by HTTP's CONNECT (RFC 9110, section
+// 9.3.6), the look at where it leads, and then bytes both ways. On the door's thread; ends and goes by
+// itself.
 #pragma once
 
 #include <QHostInfo>
@@ -15,8 +16,7 @@ class DoorPassage : public QObject {
   Q_OBJECT
 
  public:
-  // Takes the client over. `password` is what it has to say, as user and as password; `mostUnasked` as for
-  // the door.
+  // Takes the client over. `password` is the header line that it has to say; `mostUnasked` as for the door.
   DoorPassage(QTcpSocket* client, AddressRule rule, QByteArray password, qint64 mostUnasked, QObject* parent);
 
  signals:
@@ -24,19 +24,16 @@ class DoorPassage : public QObject {
   void Refused(const QString& host);
 
  private:
-  enum class Step { kGreeting, kPassword, kRequest, kResolving, kConnecting, kOpen, kRefused };
+  enum class Step { kRequest, kResolving, kConnecting, kOpen, kRefused };
 
   void OnClientBytes();
-  // How many bytes the step took; 0: there are too few of them yet.
-  qsizetype TakeGreeting();
-  qsizetype TakePassword();
-  qsizetype TakeRequest();
+  void OnRequest();
   void Resolve(const QString& host);
   void TryAddresses(const QList<QHostAddress>& addresses);
   void ConnectNext();
   void OnConnected();
-  void Answer(char reply);
-  void HangUp();
+  void Answer(const char* status);
+  void Refuse(const char* status);
   void End();
   // Returns how many bytes it moved.
   qint64 Pump(QTcpSocket& from, QTcpSocket& to) const;
@@ -48,11 +45,12 @@ class DoorPassage : public QObject {
   QByteArray password_;
   qint64 mostUnasked_;
   qint64 unasked_ = 0;
-  Step step_ = Step::kGreeting;
+  Step step_ = Step::kRequest;
   QTcpSocket* client_;
   QTcpSocket upstream_;
   QTimer patience_;
-  QByteArray asked_;
+  QByteArray request_;  // its first line
+  bool isKnown_ = false;
   QString host_;
   quint16 port_ = 0;
   QList<QHostAddress> addresses_;  // that have been looked at, and not been tried yet

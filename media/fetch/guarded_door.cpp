@@ -14,11 +14,12 @@ namespace {
 constexpr int kMostPassages = 64;
 constexpr qsizetype kMostNoted = 100;
 constexpr quint16 kNowhere = 1;
+constexpr const char* kPasswordHeader = "Proxy-Authorization";
 
 QByteArray DrawnPassword() {
   std::array<quint32, 8> words{};
   QRandomGenerator::system()->fillRange(words.data(), static_cast<qsizetype>(words.size()));
-  return QByteArray(reinterpret_cast<const char*>(words.data()), sizeof words).toHex();
+  return "Bearer " + QByteArray(reinterpret_cast<const char*>(words.data()), sizeof words).toHex();
 }
 
 }  // namespace
@@ -30,9 +31,12 @@ GuardedDoor::GuardedDoor(AddressRule rule, qint64 mostUnasked, QObject* parent)
 }
 
 QNetworkProxy GuardedDoor::Proxy() const {
-  const QString password = QString::fromLatin1(password_);
-  return QNetworkProxy(QNetworkProxy::Socks5Proxy, QStringLiteral("127.0.0.1"),
-                       server_.isListening() ? server_.serverPort() : kNowhere, password, password);
+  QNetworkProxy proxy(QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"),
+                      server_.isListening() ? server_.serverPort() : kNowhere);
+  // What is not encrypted goes through a tunnel too.
+  proxy.setCapabilities(QNetworkProxy::TunnelingCapability | QNetworkProxy::HostNameLookupCapability);
+  proxy.setRawHeader(kPasswordHeader, password_);
+  return proxy;
 }
 
 void GuardedDoor::Admit() {
@@ -42,7 +46,8 @@ void GuardedDoor::Admit() {
       client->deleteLater();
       continue;
     }
-    auto* const passage = new DoorPassage(client, rule_, password_, mostUnasked_, this);
+    auto* const passage = new DoorPassage(
+        client, rule_, QByteArray(kPasswordHeader).append(": ").append(password_), mostUnasked_, this);
     connect(passage, &DoorPassage::Refused, this, &GuardedDoor::NoteRefused);
   }
 }

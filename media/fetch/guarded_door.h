@@ -1,6 +1,6 @@
-// The one way out for what is fetched because it stands in a text: a SOCKS proxy of the program's own, on
-// loopback, for the program itself. The network library resolves and connects without asking anybody; by this
-// proxy it is the door that does both.
+// The one way out for what is fetched because it stands in a text: a tunnelling proxy of the program's own,
+// on loopback, for the program itself. The network library resolves and connects without asking anybody; by
+// this proxy it is the door that does both.
 //
 // What is guaranteed: a host's name is resolved here, once for each connection; where any of its addresses is
 // none that the rule lets through, no connection is made and nothing is sent; else the connection is made to

@@ -55,20 +55,23 @@ TEST_F(GuardedDoorTest, NothingReachesAHostThatTheRuleRefusesByAnyOfItsNames) {
   EXPECT_EQ(server.Connections(), 0);
 }
 
-TEST_F(GuardedDoorTest, OtherProgramsAreKeptOut) {
+TEST_F(GuardedDoorTest, OtherProgramsAndOtherRequestsAreKeptOut) {
   GuardedDoor door([](const QHostAddress&) { return true; });
   QNetworkProxy proxy = door.Proxy();
-  proxy.setPassword(QStringLiteral("guess"));
+  const QByteArray header = proxy.rawHeaderList().first();
+  const QByteArray known = "\r\n" + header + ": " + proxy.rawHeader(header) + "\r\n\r\n";
+  proxy.setRawHeader(header, "Bearer guess");
   EXPECT_NE(Ask(proxy, QStringLiteral("127.0.0.1")), QNetworkReply::NoError);
-  for (const QByteArray& bytes :
-       {QByteArray::fromHex("050100050100017f0000010050"), QByteArray::fromHex("0401"),
-        QByteArray(1000, '\x05'), QByteArray::fromHex("050102")}) {
+  const QByteArray target = "127.0.0.1:" + QByteArray::number(server.Port());
+  for (const QByteArray& words :
+       {"CONNECT " + target + " HTTP/1.1\r\n\r\n", "\r\nCONNECT " + target + " HTTP/1.1" + known,
+        "GET http://" + target + "/ HTTP/1.1" + known, "CONNECT 127.0.0.1 HTTP/1.1" + known,
+        "CONNECT 127.0.0.1:70000 HTTP/1.1" + known, "CONNECT :80 HTTP/1.1" + known, known}) {
     QTcpSocket stranger;
     stranger.connectToHost(proxy.hostName(), proxy.port());
-    EXPECT_TRUE(WaitWithEvents([&] { return stranger.state() == QAbstractSocket::ConnectedState; }));
-    stranger.write(bytes);
-    EXPECT_TRUE(WaitWithEvents([&] { return stranger.bytesAvailable() == 2; }));
-    EXPECT_EQ(stranger.readAll().at(1), bytes.size() == 3 ? '\x02' : '\xFF');
+    stranger.write(words);
+    EXPECT_TRUE(WaitWithEvents([&] { return stranger.state() == QAbstractSocket::UnconnectedState; }));
+    EXPECT_TRUE(stranger.readAll().startsWith("HTTP/1.1 40")) << words.constData();
   }
   EXPECT_EQ(server.Connections(), 0);
 }
