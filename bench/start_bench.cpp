@@ -3,10 +3,10 @@
 // in processes of their own.
 //
 //   start_bench              all, medians and their ratios
-//   start_bench --child WHAT one start: of "program" or "bare", which prints nanoseconds of the steady clock
-//                            behind its first frame; of "link", which hands a link over; of "core", which
-//                            does nothing
-#include <array>
+//   start_bench --child WHAT of "bare", which prints nanoseconds of the steady clock behind its first
+//                            frame; of "core", which does nothing
+//   start_bench --profile FOLDER, start_bench --single-argument LINK
+//                            are the program, as it is called by these
 #include <atomic>
 #include <chrono>
 #include <cinttypes>
@@ -73,19 +73,19 @@ int RunBare(int argc, char** argv) {
 
 // Of a process of this program's: what it has written once it has ended, and when it was begun.
 struct Child {
-  explicit Child(const QString& what) {
+  explicit Child(const QStringList& arguments) {
     QProcess process;
     QEventLoop loop;
     QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
     QObject::connect(&process, &QProcess::errorOccurred, &loop, &QEventLoop::quit);
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     begin = NowNs();
-    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--child"), what});
+    process.start(QCoreApplication::applicationFilePath(), arguments);
     loop.exec();
     end = NowNs();
     written = process.readAllStandardOutput();
     if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0) return;
-    std::fprintf(stderr, "start_bench: %s ends wrongly\n", qPrintable(what));
+    std::fprintf(stderr, "start_bench: %s ends wrongly\n", qPrintable(arguments.join(u' ')));
     std::exit(1);
   }
 
@@ -94,28 +94,29 @@ struct Child {
 };
 
 // In milliseconds.
-double LifeOf(const QString& what) {
-  const Child child(what);
+double LifeOf(const QStringList& arguments) {
+  const Child child(arguments);
   return static_cast<double>(child.end - child.begin) / 1e6;
 }
 
 // In milliseconds.
-double TimeOfStart(const QString& what) {
-  const Child child(what);
+double TimeOfStart(const QStringList& arguments) {
+  const Child child(arguments);
   const std::int64_t painted = child.written.trimmed().toLongLong();
   if (painted != 0) return static_cast<double>(painted - child.begin) / 1e6;
-  std::fprintf(stderr, "start_bench: %s shows no window\n", qPrintable(what));
+  std::fprintf(stderr, "start_bench: %s shows no window\n", qPrintable(arguments.join(u' ')));
   std::exit(1);
 }
 
-[[maybe_unused]] void CompareHandOver() {
+void CompareHandOver() {
   constexpr int kRounds = 50;
   std::atomic<int> taken = 0;
   const auto window = ListenForLinks([&taken](const std::u16string&) { return ++taken > 0; });
+  const QString link = QStringLiteral("https://www.bbs.example/bbs/Cats/M.1791980320.A.9CD.html");
   std::vector<double> ours, bare, ratios;
   for (int round = 0; round < kRounds; ++round) {
-    ours.push_back(LifeOf(QStringLiteral("link")));
-    bare.push_back(LifeOf(QStringLiteral("core")));
+    ours.push_back(LifeOf({QStringLiteral("--single-argument"), link}));
+    bare.push_back(LifeOf({QStringLiteral("--child"), QStringLiteral("core")}));
     ratios.push_back(ours.back() / bare.back());
   }
   std::printf(
@@ -130,41 +131,27 @@ int Compare(int argc, char** argv) {
   // Nothing of the user's is read, and nothing is left in it.
   const QTemporaryDir home;
   for (const char* variable :
-       {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR", "LOCALAPPDATA"})
+       {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"})
     qputenv(variable, home.path().toUtf8());
   std::vector<double> ours, bare, ratios;
   for (int round = 0; round < kRounds; ++round) {
-    ours.push_back(TimeOfStart(QStringLiteral("program")));
-    bare.push_back(TimeOfStart(QStringLiteral("bare")));
+    ours.push_back(TimeOfStart({QStringLiteral("--profile"), home.filePath(QStringLiteral("profile"))}));
+    bare.push_back(TimeOfStart({QStringLiteral("--child"), QStringLiteral("bare")}));
     ratios.push_back(ours.back() / bare.back());
   }
   std::printf(
       "from the start to the first frame: %.0f ms, a bare window %.0f; %.2f times as long (medians of %d)\n",
       PercentilesOf(ours).median, PercentilesOf(bare).median, PercentilesOf(ratios).median, kRounds);
-#ifndef _WIN32  // where a process hands over the command line that the system has of it, which is the bench's
-                // own
   CompareHandOver();
-#endif
   return 0;
 }
 
-int RunLink(char* program) {
-  std::string flag = "--single-argument", link = "https://www.bbs.example/bbs/Cats/M.1791980320.A.9CD.html";
-  std::array<char*, 4> arguments{program, flag.data(), link.data(), nullptr};
-  return RunQuillet(3, arguments.data());
-}
-
 int Run(int argc, char** argv) {
-  if (argc < 3 || std::string_view(argv[1]) != "--child") return Compare(argc, argv);
-  const std::string_view what = argv[2];
-  if (what == "bare") return RunBare(argc, argv);
-  if (what == "link") return RunLink(argv[0]);
-  if (what == "core") {
-    const QCoreApplication nothing(argc, argv);
-    return 0;
-  }
-  std::array<char*, 2> arguments{argv[0], nullptr};
-  return RunQuillet(1, arguments.data());
+  if (argc < 3) return Compare(argc, argv);
+  if (std::string_view(argv[1]) != "--child") return RunQuillet(argc, argv);
+  if (std::string_view(argv[2]) == "bare") return RunBare(argc, argv);
+  const QCoreApplication nothing(argc, argv);
+  return 0;
 }
 
 }  // namespace
