@@ -18,4 +18,8 @@ inline std::int64_t SteadyMilliseconds() {
   return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
 }
 
+// What std::mktime takes for local time follows the system's time zone, where a user has changed that
+// meanwhile.
+void FollowTimeZone();
+
 }  // namespace quillet

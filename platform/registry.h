@@ -38,7 +38,7 @@ class Registry {
   // Makes a key that holds nothing, where the system knows such. False when it refuses.
   virtual bool MakeKey(std::u16string_view /*path*/) { return true; }
 
-  // What went wrong with the file behind it, if there is one and something did.
+  // What went wrong with the file or the key behind it, if something did.
   virtual std::optional<FileProblem> Problem() const { return std::nullopt; }
 };
 

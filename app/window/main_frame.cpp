@@ -20,6 +20,7 @@
 #include "app/messages/link_messages.h"
 #include "app/messages/picture_messages.h"
 #include "app/messages/window_title.h"
+#include "app/window/news_badge.h"
 #include "settings/dialog/add_black_dlg.h"
 #include "settings/dialog/options_dlg.h"
 
@@ -231,8 +232,12 @@ void CMainFrame::ShowState() {
 }
 
 void CMainFrame::ShowIcon(IconLook look) {
-  if (std::exchange(icon_, look) != look)
-    setWindowIcon(look.work ? MakeDisguiseIcon() : MakeWindowIcon(look.badge));
+  const IconLook before = std::exchange(icon_, look);
+  if (before == look) return;
+  const bool tells = look.TellsNews();
+  const bool isOverButton = (tells || before.TellsNews()) && ShowNewsBadge(*this, tells);
+  setWindowIcon(look.work ? MakeDisguiseIcon()
+                          : MakeWindowIcon(tells && isOverButton ? IconBadge::kNone : look.badge));
 }
 
 void CMainFrame::ToggleFullScreen() {

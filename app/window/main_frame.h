@@ -72,6 +72,7 @@ class CMainFrame : public QMainWindow {
     IconBadge badge = IconBadge::kNone;
 
     bool operator==(const IconLook&) const = default;
+    bool TellsNews() const { return !work && badge == IconBadge::kNews; }
   };
   void ShowIcon(IconLook look);
   void ToggleFullScreen();

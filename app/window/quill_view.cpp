@@ -397,7 +397,10 @@ bool CQuillView::ShowsCaret() const {
 
 // Time alone changes nothing in the page but how long ago something was, which is told to the second.
 void CQuillView::OnClock() {
-  if (SecondsNow() != composedAt_) return RefreshFrame();
+  if (SecondsNow() != composedAt_) {
+    FollowTimeZone();
+    return RefreshFrame();
+  }
   ime_.SetEnabled(AcceptsComposedText());
   frame_.blinkOff = timers_.BlinkOff();
   composer_.PlaceCaret(screen_, page_, ShowsCaret(), frame_);

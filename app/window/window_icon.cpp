@@ -18,7 +18,6 @@ void DrawLetter(QPainter& painter, IconBadge badge) {
   constexpr QColor kLetter(0xE8, 0xED, 0xF2);
   constexpr QColor kPaleLetter(0x7C, 0x86, 0x92);
   constexpr QColor kCaret(0x45, 0xC4, 0xDC);
-  constexpr QColor kNews(0xFF, 0x9F, 0x1C);
   const bool isPale = badge == IconBadge::kNotConnected;
   painter.setPen(Qt::NoPen);
   painter.setBrush(kGround);
@@ -29,7 +28,7 @@ void DrawLetter(QPainter& painter, IconBadge badge) {
   painter.fillRect(QRectF(17, 23, 9, 3.6), isPale ? kPaleLetter : kCaret);
   if (badge != IconBadge::kNews) return;
   painter.setPen(QPen(kGround, 2));
-  painter.setBrush(kNews);
+  painter.setBrush(kNewsColour);
   painter.drawEllipse(QRectF(19.5, 1.5, 11, 11));
 }
 

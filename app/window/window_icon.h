@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include <QColor>
 #include <QIcon>
 
 namespace quillet {
@@ -14,6 +15,9 @@ enum class IconBadge : std::uint8_t {
   kNews,         // a dot: something has come that the user does not know of
   kNotConnected  // the icon is pale
 };
+
+// Of the dot that tells of news.
+inline constexpr QColor kNewsColour(0xFF, 0x9F, 0x1C);
 
 QIcon MakeWindowIcon(IconBadge badge = IconBadge::kNone);
 

@@ -7,8 +7,10 @@
 #include <libxml/HTMLparser.h>
 #include <libxml/uri.h>
 #include <memory>
+#include <mutex>
 
 #include "media/scraped_image.h"
+#include "platform/code_page.h"
 #include "platform/utf8.h"
 #include "platform/web_address.h"
 
@@ -185,6 +187,16 @@ class CharacterWatch {
   bool hasFailed_ = false;
 };
 
+// The library keeps them for all threads, for as long as the program runs.
+void AddCodePages() {
+  static std::once_flag added;
+  std::call_once(added, [] {
+    xmlInitParser();
+    for (const CodePage& page : CodePages())
+      xmlNewCharEncodingHandler(page.name, page.decode, nullptr);
+  });
+}
+
 struct ParserFree {
   void operator()(htmlParserCtxtPtr parser) const { htmlFreeParserCtxt(parser); }
 };
@@ -192,6 +204,7 @@ struct ParserFree {
 // False where it ended because of characters that the character set does not have. No name of one: the page's
 // own word counts.
 bool Read(std::string_view page, const char* charset, PageReader& reader) {
+  AddCodePages();
   const std::unique_ptr<htmlParserCtxt, ParserFree> parser(htmlNewParserCtxt());
   if (!parser) return true;
   Parsing parsing{parser.get(), reader};

@@ -8,6 +8,7 @@
 
 #include "platform/instance_message.h"
 #include "platform/link_handler.h"
+#include "platform/windows/window_user.h"
 
 namespace quillet {
 namespace {
@@ -71,7 +72,9 @@ std::unique_ptr<InstanceLink> ListenForLinks(InstanceLink::Take take) {
 bool SendToInstance(std::u16string_view commandLine) {
   std::vector<std::byte> message = MessageOf(commandLine);
   const std::wstring name(kAppId.begin(), kAppId.end());
-  const HWND window = FindWindowW(name.c_str(), nullptr);
+  HWND window = FindWindowW(name.c_str(), nullptr);
+  while (window != nullptr && !IsOfThisUser(window))
+    window = FindWindowExW(nullptr, window, name.c_str(), nullptr);
   if (window == nullptr || message.empty()) return false;
   // The user has just clicked on something, and this process may pass on that it comes to the front.
   DWORD process = 0;

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include "platform/windows/wide_text.h"
+#include "platform/windows/winsock.h"
 
 namespace quillet {
 namespace {
@@ -49,9 +50,10 @@ class SystemRegistry : public Registry {
   bool SetText(std::u16string_view path, std::u16string_view name, std::u16string_view value) override {
     const std::wstring text = Wide(value);
     const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
-    const bool written =
-        bytes <= MAXDWORD && Write(path, name, REG_SZ, text.c_str(), static_cast<DWORD>(bytes));
-    return Remember(written, path, name, std::u16string(value));
+    const LSTATUS status = bytes <= MAXDWORD
+                               ? Write(path, name, REG_SZ, text.c_str(), static_cast<DWORD>(bytes))
+                               : ERROR_INVALID_PARAMETER;
+    return Remember(status, path, name, std::u16string(value));
   }
 
   bool SetNumber(std::u16string_view path, std::u16string_view name, std::uint32_t value) override {
@@ -60,43 +62,63 @@ class SystemRegistry : public Registry {
   }
 
   bool MakeKey(std::u16string_view path) override {
-    const HKEY key = Open(path);
-    if (key == nullptr) return false;
+    HKEY key = nullptr;
+    if (Open(path, key) != ERROR_SUCCESS) return false;
     RegCloseKey(key);
     return true;
   }
 
+  std::optional<FileProblem> Problem() const override { return problem_; }
+
  private:
   std::wstring Key(std::u16string_view path) const { return Wide(under_) + Wide(path); }
 
-  // Made when it is missing; null when the system refuses.
-  HKEY Open(std::u16string_view path) const {
+  // Made when it is missing.
+  LSTATUS Open(std::u16string_view path, HKEY& key) const {
+    return RegCreateKeyExW(HKEY_CURRENT_USER, Key(path).c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+                           KEY_WRITE, nullptr, &key, nullptr);
+  }
+
+  LSTATUS Write(std::u16string_view path, std::u16string_view name, DWORD type, const void* data,
+                DWORD bytes) const {
     HKEY key = nullptr;
-    const LSTATUS status = RegCreateKeyExW(HKEY_CURRENT_USER, Key(path).c_str(), 0, nullptr,
-                                           REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, &key, nullptr);
-    return status == ERROR_SUCCESS ? key : nullptr;
-  }
-
-  bool Write(std::u16string_view path, std::u16string_view name, DWORD type, const void* data,
-             DWORD bytes) const {
-    const HKEY key = Open(path);
-    if (key == nullptr) return false;
-    const LSTATUS status =
-        RegSetValueExW(key, Wide(name).c_str(), 0, type, static_cast<const BYTE*>(data), bytes);
+    LSTATUS status = Open(path, key);
+    if (status != ERROR_SUCCESS) return status;
+    status = RegSetValueExW(key, Wide(name).c_str(), 0, type, static_cast<const BYTE*>(data), bytes);
     RegCloseKey(key);
-    return status == ERROR_SUCCESS;
+    return status;
   }
 
-  bool Remember(bool written, std::u16string_view path, std::u16string_view name, RegistryValues::Data data) {
-    if (written)
+  bool Remember(LSTATUS status, std::u16string_view path, std::u16string_view name,
+                RegistryValues::Data data) {
+    if (status == ERROR_SUCCESS)
       refused_.Remove(path, name);
     else
       refused_.Set(path, name, std::move(data));
-    return written;
+    NoteProblem(status, path);
+    return status == ERROR_SUCCESS;
+  }
+
+  static bool IsOwn(std::u16string_view path) { return path.starts_with(kRegistryPath); }
+
+  // Of what is kept for the user. Other programs' keys are tried, and may well be refused.
+  void NoteProblem(LSTATUS status, std::u16string_view path) {
+    const auto& refused = refused_.All();
+    if (!IsOwn(path)) return;
+    if (std::none_of(refused.begin(), refused.end(),
+                     [](const auto& value) { return IsOwn(value.second.path); }))
+      problem_.reset();
+    if (status == ERROR_SUCCESS) return;
+    problem_ = FileProblem{FileProblem::Kind::kNotWritten,
+                           std::filesystem::path(L"HKEY_CURRENT_USER") / Key(path),
+                           SystemErrorText(static_cast<int>(status)),
+                           0,
+                           {}};
   }
 
   const std::u16string under_;
   RegistryValues refused_;  // what the system would not take
+  std::optional<FileProblem> problem_;
 };
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include "platform/file_steps.h"
+#include "platform/windows/handle.h"
 #include "platform/windows/winsock.h"
 
 #undef ReplaceFile
@@ -46,21 +47,6 @@ DWORD Patiently(Call call) {
     Sleep(kPause);
   }
 }
-
-class Handle {
- public:
-  explicit Handle(HANDLE handle) : handle_(handle) {}
-  Handle(const Handle&) = delete;
-  Handle& operator=(const Handle&) = delete;
-  ~Handle() {
-    if (IsOpen()) CloseHandle(handle_);
-  }
-  bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE && handle_ != nullptr; }
-  HANDLE Get() const { return handle_; }
-
- private:
-  HANDLE handle_;
-};
 
 // For looking at a file without keeping anybody from it.
 HANDLE OpenShared(const fs::path& file, DWORD access) {

@@ -71,6 +71,16 @@ TEST_F(SystemRegistryTest, WhatTheSystemRefusesLivesAsLongAsTheObject) {
   EXPECT_EQ(registry->Text(refused, u"Account"), u"mossgrov");
   EXPECT_EQ(registry->Number(refused, u"N"), 7U);
   EXPECT_EQ(OpenUserRegistry()->Text(refused, u"Account"), std::nullopt);
+  EXPECT_FALSE(registry->Problem()) << "another program's key";
+}
+
+TEST_F(SystemRegistryTest, WhatIsRefusedOfTheUsersOwnIsToldAsAProblem) {
+  const std::u16string own(kRegistryPath), name(16384, u'n');  // longer than the name of any value
+  const auto registry = OpenUserRegistry();
+  EXPECT_FALSE(registry->SetText(own, name, u"mossgrov"));
+  ASSERT_TRUE(registry->Problem());
+  EXPECT_EQ(registry->Problem()->file, L"HKEY_CURRENT_USER\\SOFTWARE\\Quillet");
+  EXPECT_FALSE(registry->Problem()->reason.empty());
 }
 
 }  // namespace
