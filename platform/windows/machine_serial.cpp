@@ -11,6 +11,7 @@
 #include <wbemidl.h>
 
 #include "platform/utf8.h"
+#include "platform/windows/com_pointer.h"
 
 namespace quillet {
 namespace {
@@ -31,12 +32,6 @@ class ComApartment {
  private:
   HRESULT result_;
 };
-
-struct Release {
-  void operator()(IUnknown* object) const { object->Release(); }
-};
-template <class Interface>
-using ComPointer = std::unique_ptr<Interface, Release>;
 
 struct FreeText {
   void operator()(BSTR text) const { SysFreeString(text); }

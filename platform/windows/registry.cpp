@@ -99,7 +99,10 @@ class SystemRegistry : public Registry {
     return status == ERROR_SUCCESS;
   }
 
-  static bool IsOwn(std::u16string_view path) { return path.starts_with(kRegistryPath); }
+  static bool IsOwn(std::u16string_view path) {
+    return path.starts_with(kRegistryPath) &&
+           (path.size() == kRegistryPath.size() || path[kRegistryPath.size()] == u'\\');
+  }
 
   // Of what is kept for the user. Other programs' keys are tried, and may well be refused.
   void NoteProblem(LSTATUS status, std::u16string_view path) {

@@ -8,14 +8,12 @@
 // After windows.h, which it needs.
 #include <shobjidl.h>
 
+#include "platform/windows/com_pointer.h"
 #include "platform/windows/wide_text.h"
 
 namespace quillet {
 namespace {
 
-struct Release {
-  void operator()(IUnknown* object) const { object->Release(); }
-};
 struct DestroyPicture {
   void operator()(HICON icon) const { DestroyIcon(icon); }
 };
@@ -37,7 +35,7 @@ bool SetTaskbarBadge(std::uintptr_t window, std::span<const std::uint32_t> pixel
   void* made = nullptr;
   if (FAILED(CoCreateInstance(CLSID_TaskbarList, nullptr, CLSCTX_INPROC_SERVER, IID_ITaskbarList3, &made)))
     return false;
-  const std::unique_ptr<ITaskbarList3, Release> taskbar(static_cast<ITaskbarList3*>(made));
+  const ComPointer<ITaskbarList3> taskbar(static_cast<ITaskbarList3*>(made));
   const Icon icon = MakeIcon(pixels, side);
   // The task bar makes a copy of its own.
   return SUCCEEDED(taskbar->HrInit()) &&

@@ -1,5 +1,5 @@
 // This test program as one that the system starts: it notes the command line that it was given. Under Wine
-// only, where no user's program is put aside for it.
+// only, where no user's program is put aside for it: on a real system the user's browser would come up.
 #pragma once
 
 #include <filesystem>
@@ -12,15 +12,11 @@
 #include "tests/platform/windows/second_process.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/wait_until.h"
+#include "tests/support/wine.h"
 
 namespace quillet {
 
 inline constexpr wchar_t kNotesVariable[] = L"QUILLET_NOTES_OF_TEST";
-
-// On a real system the user's browser would come up, and nothing may take its place.
-inline bool IsWine() {
-  return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-}
 
 // For as long as this lives, this process believes that http, https and the class "OtherHTML" are opened with
 // this program, which notes what it was given.
