@@ -164,6 +164,9 @@ int RunQuillet(int argc, char** argv) {
     const QCoreApplication windowless(argc, argv);
     return Report(ParseStartOptions(QCoreApplication::arguments()));
   }
+  // Where the compiler emulates a thread's own variables, as for Windows, the toolkit frees what its
+  // expressions are run with behind the thread's end, and the program hangs at its own.
+  qputenv("QT_ENABLE_REGEXP_JIT", "0");
   QApplication toolkit(argc, argv);
   StartParse parsed = ParseStartOptions(QApplication::arguments());
   if (parsed.result != StartParse::Result::kRun) return Report(parsed);

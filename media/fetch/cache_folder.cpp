@@ -1,5 +1,6 @@
 #include "media/fetch/cache_folder.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QCryptographicHash>
@@ -7,7 +8,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QSaveFile>
 
 namespace quillet {
@@ -27,8 +27,14 @@ QByteArray SumOf(QByteArrayView content) {
 
 // Ours, and what a killed run left of one.
 bool IsOurs(const QString& name) {
-  static const QRegularExpression kName(QStringLiteral("^[0-9a-f]{64}(\\.[A-Za-z0-9]+)?$"));
-  return kName.match(name).hasMatch();
+  constexpr qsizetype kHashSize = 64;
+  const auto isHex = [](QChar c) { return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f'); };
+  const auto isPlain = [](QChar c) { return c.unicode() < 128 && c.isLetterOrNumber(); };
+  if (name.size() < kHashSize) return false;
+  const QStringView hash = QStringView(name).first(kHashSize), rest = QStringView(name).sliced(kHashSize);
+  return std::all_of(hash.begin(), hash.end(), isHex) &&
+         (rest.isEmpty() ||
+          (rest.size() > 1 && rest.front() == u'.' && std::all_of(rest.begin() + 1, rest.end(), isPlain)));
 }
 
 }  // namespace
