@@ -100,6 +100,7 @@ void LoginController::Discard() {
   form_->hide();
   form_->deleteLater();
   form_ = nullptr;
+  emit AccountWritten();
 }
 
 void LoginController::Close() {
@@ -352,6 +353,7 @@ void LoginController::OnLoginEnded(const LoginEnd& end) {
   switch (end.how) {
     case LoginEnd::How::kFinished:
       Remember(entry, pendingFor_);
+      emit AccountWritten();
       break;
     case LoginEnd::How::kRefused:
       AimAtCurrentSite();

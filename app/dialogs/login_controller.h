@@ -57,6 +57,8 @@ class LoginController : public QObject, public Overlay {
  signals:
   // It was opened, closed, covered or uncovered.
   void Changed();
+  // What is remembered has been written or removed, if the registry took it.
+  void AccountWritten();
   void AddressRequested();
   // With a login, or null.
   void DemoRequested(const quillet::LoginOrder& login, quillet::TransportKind way);

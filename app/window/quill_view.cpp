@@ -171,6 +171,7 @@ void CQuillView::ConnectLogin() {
     if (login_.IsOpen()) doc_.GetReconnector().Stop();
     RefreshPanel();
   });
+  connect(&login_, &LoginController::AccountWritten, this, &CQuillView::TellFileProblems);
   connect(&login_, &LoginController::AddressRequested, this, [this] { Commands().Run(Command::kConnect); });
   connect(&login_, &LoginController::DemoRequested, this, &CQuillView::DemoRequested);
 }

@@ -106,7 +106,11 @@ class DocumentTest : public WithTables {
 
   std::int64_t ahead = 0;  // of the clock, in milliseconds, as far as waits for an answer go
   ScratchFolder home;
-  MemoryRegistry registry;
+  class ShortLivedRegistry : public MemoryRegistry {
+   public:
+    std::optional<FileProblem> Problem() const override { return problem; }
+    std::optional<FileProblem> problem;
+  } registry;
   Endpoints endpoints;
   RecordingSignaller signaller;
   RecordingOpener opener;

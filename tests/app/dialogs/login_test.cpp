@@ -154,7 +154,11 @@ TEST_F(LoginTest, OnlyASuccessOrUntickingChangesWhatASiteRemembers) {
   const auto kept = [&] { return doc->Account().Password(u"127.0.0.1"); };
   EXPECT_FALSE(tries(demo->Address(), "wrong"));
   EXPECT_EQ(doc->Account().Account(), u"");
+  registry.problem = FileProblem{FileProblem::Kind::kNotWritten, "registry", {}, 0, {}};
   EXPECT_TRUE(tries(demo->Address(), "wonder"));
+  EXPECT_TRUE(PanelLines().contains(u"registry 寫不進去"_qs)) << PanelLines().toStdString();
+  registry.problem.reset();
+  Enter();
   doc->GetConnection().Disconnect();
   EXPECT_FALSE(tries("telnet://127.0.0.1:1", "other"));
   EXPECT_TRUE(Complaint().contains(u"連不上站台"_qs)) << Complaint().toStdString();
