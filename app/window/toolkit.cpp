@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QFontDatabase>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
@@ -27,16 +28,29 @@ void InstallWords() {
     }
 }
 
+// Han characters have their Taiwanese forms whatever the system's language is. On Windows by one face alone,
+// which is the system's own in Taiwan: behind several the toolkit reads all faces that are installed, before
+// the first letter is drawn.
+QFont FontOfInterface() {
+  const QString ofWindows = QStringLiteral("Microsoft JhengHei UI");
+  const QStringList installed = QFontDatabase::families();
+  QFont font = QApplication::font();
+  QStringList families = font.families();
+  if (installed.contains(ofWindows))
+    families = {ofWindows};
+  else
+    for (const QString& family : {QStringLiteral("Noto Sans CJK TC"), QStringLiteral("Noto Sans TC")})
+      if (installed.contains(family) && !families.contains(family)) families.append(family);
+  font.setFamilies(families);
+  return font;
+}
+
 }  // namespace
 
 void PrepareToolkit() {
   QApplication::setStyle(new ToolkitStyle);
   InstallWords();
-  // Han characters have their Taiwanese forms whatever the system's language is.
-  QFont font = QApplication::font();
-  font.setFamilies(font.families() +
-                   QStringList{"Microsoft JhengHei UI", "Noto Sans CJK TC", "Noto Sans TC"});
-  QApplication::setFont(font);
+  QApplication::setFont(FontOfInterface());
   QApplication::setWindowIcon(MakeWindowIcon());
 }
 
