@@ -24,8 +24,11 @@ class GuardedDoorTest : public testing::Test {
   }
 
   const QByteArray large = QByteArray(3'000'000, 'x');
-  PictureServer server{
-      [this](QTcpSocket& client, const QByteArray&) { PictureServer::Answer(client, "200 OK", "", large); }};
+  QByteArray heard;
+  PictureServer server{[this](QTcpSocket& client, const QByteArray&) {
+    heard = client.property("request").toByteArray().toLower();
+    PictureServer::Answer(client, "200 OK", "", large);
+  }};
   QByteArray body;
 };
 
@@ -34,6 +37,7 @@ TEST_F(GuardedDoorTest, LetsThroughAllThatIsSaidWhereTheRuleDoes) {
   for (const QString& host : {QStringLiteral("127.0.0.1"), QStringLiteral("localhost")}) {
     EXPECT_EQ(Ask(door.Proxy(), host), QNetworkReply::NoError);
     EXPECT_EQ(body, large);
+    EXPECT_TRUE(heard.startsWith("get / ") && !heard.contains("proxy")) << heard.constData();
   }
   EXPECT_NE(Ask(door.Proxy(), QStringLiteral("nobody.invalid")), QNetworkReply::NoError);
   EXPECT_FALSE(door.HasRefused(QStringLiteral("nobody.invalid")));
