@@ -39,6 +39,12 @@ std::optional<PageWalk::Page> PageWalk::Await() {
       page = PageOf(screen);
       return interrupted || page != Page::kUnknown;
     });
+    // A prompt is given up before, and may be none.
+    if (page == Page::kTypedInto)
+      waits_.WaitAtMost(kDrawing, [&](const ScreenSnapshot& screen) {
+        page = PageOf(screen);
+        return page != Page::kTypedInto && page != Page::kUnknown;
+      });
     if (!waits_.IsAlive()) return std::nullopt;
     if (!interrupted) return page;
   }

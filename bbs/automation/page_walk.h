@@ -18,6 +18,8 @@ class PageWalk {
   using Milliseconds = ScreenWaits::Milliseconds;
   // A page that shows no reaction by then has none to the key.
   static constexpr Milliseconds kReaction{3000};
+  // For as long a page that is being drawn may look like another.
+  static constexpr Milliseconds kDrawing{200};
 
   // `waits` outlives the walk.
   explicit PageWalk(ScreenWaits& waits, Milliseconds reaction = kReaction);
