@@ -69,6 +69,17 @@ set_up_home() {
   quillet=$home/program/$(basename "$quillet")
 }
 
+# At the demo's first question. Ends on the main menu.
+log_in_by_keys() {
+  expect 請輸入代號
+  letters reader && keys Return
+  expect 請輸入您的密碼
+  letters quillet && keys Return
+  expect 請按任意鍵繼續
+  keys Return
+  expect 【主功能表】
+}
+
 # log_in [OPTION...]: of the program. Ends on the main menu.
 log_in() {
   export QT_QPA_PLATFORM=xcb LC_ALL=C.UTF-8 NO_AT_BRIDGE=1
@@ -79,13 +90,7 @@ log_in() {
   start "$quillet" --demo "$@"
   until_true 30 xdotool search --onlyvisible --name Quillet ||
     fail "The window does not open: $(cat "$home/$(basename "$quillet").log")"
-  expect 請輸入代號
-  letters reader && keys Return
-  expect 請輸入您的密碼
-  letters quillet && keys Return
-  expect 請按任意鍵繼續
-  keys Return
-  expect 【主功能表】
+  log_in_by_keys
 }
 
 # ---- Around it

@@ -34,13 +34,7 @@ start_program() {
 # open_program FILE: ends on the demo's main menu.
 open_program() {
   start_program "$1" --demo
-  expect 請輸入代號
-  letters reader && keys Return
-  expect 請輸入您的密碼
-  letters quillet && keys Return
-  expect 請按任意鍵繼續
-  keys Return
-  expect 【主功能表】
+  log_in_by_keys
 }
 close_program() {
   keys alt+F4
